@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// One IPv4 address of a network adapter. Numbers have the first octet in the top byte.
+struct NetworkInterface
+{
+    std::string ip; ///< dotted address
+    std::uint32_t ipValue = 0;
+    std::string broadcast; ///< the address with all host bits set, dotted
+    std::uint32_t broadcastValue = 0;
+    bool up = false; ///< switched on, with a carrier
+
+    bool operator==(const NetworkInterface&) const = default;
+};
+
+namespace Platform {
+
+/// One record for each IPv4 address of each adapter, loopback left out. Empty when the system does
+/// not answer.
+[[nodiscard]] std::vector<NetworkInterface> GetNetworkInterfaces();
+
+/// The name of the adapter that has this address now ("eth0"), empty when none has it.
+[[nodiscard]] std::string AdapterNameOf(std::uint32_t address);
+
+} // namespace Platform

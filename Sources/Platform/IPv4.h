@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Platform {
+
+// IPv4 addresses as numbers have the first octet in the top byte: 2.0.0.1 is 0x02000001.
+
+/// Four decimal octets with points between them and nothing else. Nothing for any other text.
+[[nodiscard]] std::optional<std::uint32_t> ParseIPv4(std::string_view text);
+[[nodiscard]] std::optional<std::uint32_t> ParseIPv4(std::wstring_view text);
+
+[[nodiscard]] std::string FormatIPv4(std::uint32_t address);
+
+/// The address with all host bits set. prefixLength is 0 to 32.
+[[nodiscard]] constexpr std::uint32_t BroadcastOf(std::uint32_t address, int prefixLength)
+{
+    return prefixLength >= 32  ? address
+           : prefixLength <= 0 ? 0xFFFFFFFFU
+                               : address | (0xFFFFFFFFU >> prefixLength);
+}
+
+} // namespace Platform

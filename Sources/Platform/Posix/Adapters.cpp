@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: MIT
+#include "Platform/Adapters.h"
+
+#include <bit>
+#include <memory>
+
+#include <arpa/inet.h>
+#include <ifaddrs.h>
+#include <net/if.h>
+#include <netinet/in.h>
+
+#include "Platform/IPv4.h"
+
+namespace Platform {
+
+namespace {
+
+using AddressList = std::unique_ptr<ifaddrs, decltype(&freeifaddrs)>;
+
+AddressList ReadAddresses()
+{
+    ifaddrs* list = nullptr;
+    if (getifaddrs(&list) != 0)
+        list = nullptr;
+    return {list, &freeifaddrs};
+}
+
+std::uint32_t ValueOf(const sockaddr* address)
+{
+    return ntohl(reinterpret_cast<const sockaddr_in*>(address)->sin_addr.s_addr);
+}
+
+bool IsIPv4(const ifaddrs& entry)
+{
+    return entry.ifa_addr && entry.ifa_addr->sa_family == AF_INET;
+}
+
+NetworkInterface RecordOf(const ifaddrs& entry)
+{
+    NetworkInterface record;
+    record.ipValue = ValueOf(entry.ifa_addr);
+    record.ip = FormatIPv4(record.ipValue);
+    const int prefix = entry.ifa_netmask ? std::popcount(ValueOf(entry.ifa_netmask)) : 32;
+    record.broadcastValue = BroadcastOf(record.ipValue, prefix);
+    record.broadcast = FormatIPv4(record.broadcastValue);
+    // Running means that the cable is in; up alone only that the adapter is switched on.
+    record.up = (entry.ifa_flags & IFF_UP) != 0 && (entry.ifa_flags & IFF_RUNNING) != 0;
+    return record;
+}
+
+} // namespace
+
+std::vector<NetworkInterface> GetNetworkInterfaces()
+{
+    std::vector<NetworkInterface> interfaces;
+    const AddressList list = ReadAddresses();
+    for (const ifaddrs* entry = list.get(); entry; entry = entry->ifa_next) {
+        if (IsIPv4(*entry) && (entry->ifa_flags & IFF_LOOPBACK) == 0)
+            interfaces.push_back(RecordOf(*entry));
+    }
+    return interfaces;
+}
+
+std::string AdapterNameOf(std::uint32_t address)
+{
+    const AddressList list = ReadAddresses();
+    for (const ifaddrs* entry = list.get(); entry; entry = entry->ifa_next) {
+        if (!IsIPv4(*entry) || ValueOf(entry->ifa_addr) != address)
+            continue;
+        // A second address carries a label such as eth0:1; the adapter is what stands before it.
+        const std::string name = entry->ifa_name;
+        return name.substr(0, name.find(':'));
+    }
+    return {};
+}
+
+} // namespace Platform

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#include "Platform/Datagrams.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <sys/uio.h>
+
+namespace Platform {
+
+namespace {
+
+constexpr std::size_t BatchSize = 32;
+
+std::error_code LastError()
+{
+    return {errno, std::system_category()};
+}
+
+/// Sends up to BatchSize datagrams; how many the system took, or -1 with errno.
+int SendSome(int socket, std::span<const Datagram> batch)
+{
+    std::array<mmsghdr, BatchSize> messages{};
+    std::array<iovec, BatchSize> parts{};
+    std::array<sockaddr_in, BatchSize> targets{};
+    for (std::size_t i = 0; i < batch.size(); ++i) {
+        targets[i].sin_family = AF_INET;
+        targets[i].sin_addr.s_addr = htonl(batch[i].address);
+        targets[i].sin_port = htons(batch[i].port);
+        parts[i].iov_base = const_cast<std::byte*>(batch[i].bytes.data());
+        parts[i].iov_len = batch[i].bytes.size();
+        messages[i].msg_hdr.msg_name = &targets[i];
+        messages[i].msg_hdr.msg_namelen = sizeof targets[i];
+        messages[i].msg_hdr.msg_iov = &parts[i];
+        messages[i].msg_hdr.msg_iovlen = 1;
+    }
+    int sent = -1;
+    do {
+        sent = sendmmsg(socket, messages.data(), static_cast<unsigned>(batch.size()),
+                        MSG_DONTWAIT | MSG_NOSIGNAL);
+    } while (sent < 0 && errno == EINTR);
+    return sent;
+}
+
+bool IsFull(const std::error_code& error)
+{
+    return error.value() == EAGAIN || error.value() == EWOULDBLOCK || error.value() == ENOBUFS;
+}
+
+} // namespace
+
+SendOutcome SendDatagrams(int socket, std::span<const Datagram> batch) noexcept
+{
+    SendOutcome outcome;
+    while (!batch.empty()) {
+        const int sent = SendSome(socket, batch.first(std::min(batch.size(), BatchSize)));
+        if (sent > 0) {
+            outcome.sent += static_cast<std::size_t>(sent);
+            batch = batch.subspan(static_cast<std::size_t>(sent));
+            continue;
+        }
+        outcome.lastError = LastError();
+        if (IsFull(outcome.lastError))
+            break;
+        batch = batch.subspan(1); // the refused one; those behind it may have another way
+    }
+    return outcome;
+}
+
+std::error_code BindToAdapter(int socket, const std::string& adapterName) noexcept
+{
+    const auto size = static_cast<socklen_t>(adapterName.size() + 1);
+    if (setsockopt(socket, SOL_SOCKET, SO_BINDTODEVICE, adapterName.c_str(), size) != 0)
+        return LastError();
+    return {};
+}
+
+} // namespace Platform

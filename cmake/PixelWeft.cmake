@@ -1,0 +1,75 @@
+# SPDX-License-Identifier: MIT
+# What every target of PixelWeft has in common, and the three functions that make them.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+# ccache speeds up the second build of anything; it must be told what a precompiled header changes.
+find_program(PIXELWEFT_CCACHE ccache)
+if(PIXELWEFT_CCACHE AND NOT PIXELWEFT_FUZZERS)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+        CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+        ${PIXELWEFT_CCACHE})
+endif()
+
+add_library(PixelWeftOptions INTERFACE)
+target_compile_options(PixelWeftOptions INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
+    # The sampled bytes must be the same on every machine: no fused multiply-add behind our back.
+    -ffp-contract=off
+    # Log lines carry the base name of their source, not the path of the builder's machine.
+    -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(PixelWeftOptions INTERFACE -fpch-preprocess)
+endif()
+# Boost 1.74 with C++20: Asio's own coroutine header needs <utility>, and we use none of it.
+target_compile_definitions(PixelWeftOptions INTERFACE BOOST_ASIO_DISABLE_CO_AWAIT)
+
+if(PIXELWEFT_SANITIZE)
+    add_compile_options(-fsanitize=${PIXELWEFT_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${PIXELWEFT_SANITIZE})
+    if(PIXELWEFT_SANITIZE MATCHES "undefined")
+        add_compile_options(-fno-sanitize-recover=undefined)
+    endif()
+endif()
+
+# pixelweft_library(Name [QT] SOURCES ... [PUBLIC ...] [PRIVATE ...])
+#   One folder under Sources/ is one static library. PUBLIC are the rooms that its headers show,
+#   PRIVATE what only its sources use. QT turns on moc and the Qt precompiled header.
+function(pixelweft_library name)
+    cmake_parse_arguments(arg "QT" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+    add_library(${name} STATIC ${arg_SOURCES})
+    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/Sources)
+    target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE PixelWeftOptions ${arg_PRIVATE})
+    if(arg_QT)
+        set_target_properties(${name} PROPERTIES AUTOMOC ON)
+        target_compile_definitions(${name} PUBLIC QT_NO_CAST_FROM_ASCII QT_NO_FOREACH)
+        pixelweft_precompile_qt(${name})
+    endif()
+endfunction()
+
+# Qt's headers cost most of the compile time of a file that uses them: read them once per target.
+function(pixelweft_precompile_qt name)
+    target_precompile_headers(${name} PRIVATE
+        <QObject> <QString> <QMap> <QList> <QStandardItemModel> <string> <vector> <memory>)
+endfunction()
+
+# pixelweft_test(Name [QT] SOURCES ... LINK ... [LABELS ...])
+#   One test program. Each of its cases is a CTest test of its own.
+function(pixelweft_test name)
+    cmake_parse_arguments(arg "QT" "" "SOURCES;LINK;LABELS" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE PixelWeftOptions TestSupport GTest::gtest ${arg_LINK})
+    if(arg_QT)
+        set_target_properties(${name} PROPERTIES AUTOMOC ON)
+        target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_FOREACH)
+        pixelweft_precompile_qt(${name})
+    endif()
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8"
+        LABELS "${arg_LABELS}" TIMEOUT 300 SKIP_RETURN_CODE 77)
+endfunction()
