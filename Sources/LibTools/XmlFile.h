@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include <tinyxml2.h>
+
+/// Reads a file of our XML text form (see XmlText/XmlText.h for the form and its encodings) into
+/// `document`. A path that begins with a colon is a Qt resource; its lines are joined without
+/// anything between them. False for a file that can't be opened, is larger than MaxXmlFileSize or
+/// isn't well-formed; `document` is then empty. Bytes that a growing file gains during the read are
+/// left out.
+[[nodiscard]] bool ReadXmlFile(const std::wstring& path, tinyxml2::XMLDocument& document);
+
+/// Writes `document` as UTF-16 with a byte-order mark, whole or not at all: to a temporary file in
+/// the same folder, flushed to the disk and renamed over the old one. False leaves the old file as
+/// it was and logs the reason at error level.
+[[nodiscard]] bool WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document);
+
+/// A document of 20,000 elements takes some 25 MB; ten times that is no document of ours.
+inline constexpr long long MaxXmlFileSize = 256LL * 1024 * 1024;

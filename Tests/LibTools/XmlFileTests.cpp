@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#include "LibTools/XmlFile.h"
+
+#include "Support/LogCapture.h"
+#include "Support/TemporaryFolder.h"
+#include "XmlText/XmlText.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include <sys/stat.h>
+
+using namespace std::string_literals;
+namespace fs = std::filesystem;
+
+namespace {
+
+bool Reads(const fs::path& path)
+{
+    XmlText::Document document;
+    return ReadXmlFile(path.wstring(), document);
+}
+
+std::size_t EntriesIn(const fs::path& folder)
+{
+    return static_cast<std::size_t>(
+        std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+}
+
+} // namespace
+
+TEST(XmlFile, WritesTheExactBytesAndReadsThemBack)
+{
+    const Support::TemporaryFolder folder;
+    const fs::path path = folder.Write("old.wfm", "what was there before");
+    XmlText::Document document;
+    XmlText::SetAttribute(XmlText::AddElement(document, "A"), "v", L"\x1F4A1");
+    XmlText::AddElement(document, "B");
+    ASSERT_TRUE(WriteXmlFile(path.wstring(), document));
+    EXPECT_EQ(Support::ReadBytes(path),
+              "\xFF\xFE<\0A\0 \0v\0=\0\"\0\x3D\xD8\xA1\xDC\"\0 \0/\0>\0\n\0"
+              "<\0B\0 \0/\0>\0\n\0"s);
+    EXPECT_EQ(EntriesIn(folder.Path()), 1U) << "no temporary file stays";
+
+    XmlText::Document again;
+    ASSERT_TRUE(ReadXmlFile(path.wstring(), again));
+    EXPECT_EQ(XmlText::Print(again), XmlText::Print(document));
+}
+
+TEST(XmlFile, AFailedSaveKeepsTheOldFileAndSaysWhyOnce)
+{
+    const Support::TemporaryFolder folder;
+    const fs::path file = folder.Write("file", "old");
+    fs::create_directory(folder.Path() / "directory.wfm");
+    XmlText::Document document;
+    XmlText::AddElement(document, "A");
+    for (const fs::path& path : {folder.Path() / "missing" / "a.wfm", file / "a.wfm",
+                                 folder.Path() / "directory.wfm", fs::path()})
+    {
+        const Support::LogCapture log;
+        EXPECT_FALSE(WriteXmlFile(path.wstring(), document)) << path;
+        EXPECT_EQ(log.Messages().size(), 1U) << path;
+    }
+    EXPECT_EQ(Support::ReadBytes(file), "old");
+    EXPECT_EQ(EntriesIn(folder.Path()), 2U);
+}
+
+TEST(XmlFile, WhatIsNoReadableFileIsRefused)
+{
+    const Support::TemporaryFolder folder;
+    XmlText::Document document;
+    XmlText::AddElement(document, "Old");
+    EXPECT_FALSE(ReadXmlFile((folder.Path() / "missing").wstring(), document));
+    EXPECT_EQ(document.FirstChild(), nullptr);
+
+    EXPECT_FALSE(Reads(folder.Path()));
+    EXPECT_FALSE(Reads("/dev/zero"));
+    EXPECT_FALSE(Reads(":/no/such/resource"));
+    EXPECT_FALSE(Reads(folder.Write("empty", "")));
+    EXPECT_FALSE(Reads(folder.Write("garbage", "\x80\xFF\0\x01<<<>"s)));
+    const fs::path pipe = folder.Path() / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FALSE(Reads(pipe)) << "and doesn't wait for a writer";
+
+    const fs::path huge = folder.Write("huge", "<a/>");
+    fs::resize_file(huge, static_cast<std::uintmax_t>(MaxXmlFileSize) + 1);
+    EXPECT_FALSE(Reads(huge));
+    EXPECT_TRUE(Reads(folder.Write("eight-bit", "<a n='\xFC'/>")));
+}

@@ -1,0 +1,292 @@
+// SPDX-License-Identifier: MIT
+#include "XmlText/XmlText.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdint>
+#include <random>
+#include <string>
+#include <string_view>
+
+using namespace std::string_literals;
+using namespace std::string_view_literals;
+
+namespace {
+
+bool Parses(std::string_view text)
+{
+    XmlText::Document document;
+    return XmlText::Parse(text, document);
+}
+
+std::string Printed(std::string_view text)
+{
+    XmlText::Document document;
+    return XmlText::Parse(text, document) ? XmlText::Print(document) : "unreadable";
+}
+
+/// A value through a printed file and back.
+std::wstring RoundTrip(std::wstring_view value)
+{
+    XmlText::Document written;
+    XmlText::SetAttribute(XmlText::AddElement(written, "E"), "v", value);
+    const std::string bytes = XmlText::Encode(XmlText::Print(written));
+    XmlText::Document read;
+    if (!XmlText::Parse(XmlText::Decode(bytes), read))
+        return L"unreadable";
+    return XmlText::Attribute(*read.FirstChildElement(), "v").value_or(L"missing");
+}
+
+std::string PrintedValue(std::wstring_view value)
+{
+    XmlText::Document document;
+    XmlText::SetAttribute(XmlText::AddElement(document, "E"), "v", value);
+    return XmlText::Print(document);
+}
+
+/// Nests `depth` elements, the innermost empty.
+std::string Nested(int depth)
+{
+    std::string text;
+    for (int i = 0; i < depth; ++i)
+        text += "<n>";
+    for (int i = 0; i < depth; ++i)
+        text += "</n>";
+    return text;
+}
+
+} // namespace
+
+TEST(XmlPrint, LayoutIsFixed)
+{
+    XmlText::Document document;
+    auto& mapping = XmlText::AddElement(document, "Mapping");
+    XmlText::SetAttribute(mapping, "version", 1);
+    XmlText::SetAttribute(mapping, "name", L"Bühne");
+    auto& element = XmlText::AddElement(mapping, "LED");
+    XmlText::AddTextElement(element, "rotation", "0.000000");
+    XmlText::AddTextElement(element, "note", "a<b>&\"'\x01");
+    XmlText::AddElement(element, "empty");
+    XmlText::AddElement(document, "Second");
+
+    EXPECT_EQ(XmlText::Print(document), "<Mapping version=\"1\" name=\"B\xC3\xBChne\">\n"
+                                        "    <LED>\n"
+                                        "        <rotation>0.000000</rotation>\n"
+                                        "        <note>a&lt;b&gt;&amp;&quot;&apos;&#x01;</note>\n"
+                                        "        <empty />\n"
+                                        "    </LED>\n"
+                                        "</Mapping>\n"
+                                        "<Second />\n");
+    EXPECT_EQ(XmlText::Print(XmlText::Document()), "");
+}
+
+TEST(XmlPrint, FileIsLittleEndianUtf16WithMark)
+{
+    EXPECT_EQ(XmlText::Encode("<\xC3\xBC\n"), "\xFF\xFE<\0\xFC\0\n\0"s);
+    EXPECT_EQ(XmlText::Encode("\xF0\x9F\x92\xA1"), "\xFF\xFE\x3D\xD8\xA1\xDC"s);
+    EXPECT_EQ(XmlText::Encode(""), "\xFF\xFE"s);
+}
+
+TEST(XmlPrint, QuotesAndReferencesInValues)
+{
+    EXPECT_EQ(PrintedValue(L"it's"), "<E v=\"it&apos;s\" />\n");
+    EXPECT_EQ(PrintedValue(L"a \"b\" 'c'"), "<E v='a &quot;b&quot; &apos;c&apos;' />\n");
+    EXPECT_EQ(PrintedValue(L"\x1F\n"), "<E v=\"&#x1F;&#x0A;\" />\n");
+    EXPECT_EQ(PrintedValue(L"&#xA9; & &#65; &amp;"),
+              "<E v=\"&#xA9; &amp; &amp;#65; &amp;amp;\" />\n");
+    // No semicolon, or something before it that would break the file: no reference.
+    EXPECT_EQ(PrintedValue(L"&#x"), "<E v=\"&amp;#x\" />\n");
+    EXPECT_EQ(PrintedValue(L"&#x\"<;"), "<E v='&amp;#x&quot;&lt;;' />\n");
+    EXPECT_EQ(PrintedValue(L"&#x&#x41;"), "<E v=\"&amp;#x&#x41;\" />\n");
+}
+
+TEST(XmlPrint, MixedChildrenEachHaveTheirLine)
+{
+    EXPECT_EQ(Printed("<a>one<b/>two<!-- c --></a>"),
+              "<a>\n    one\n    <b />\n    two\n    <!-- c -->\n</a>\n");
+    EXPECT_EQ(Printed("<?xml version=\"1.0\"?><a/>"), "<a />\n");
+}
+
+TEST(XmlPrint, OddCharactersSurviveTheFile)
+{
+    for (const std::wstring_view value :
+         {L""sv, L"plain"sv, L"\"'<>&"sv, L"  blanks  inside "sv, L"tab\tline\nreturn\r"sv,
+          L"\x01\x02\x1F\x7F"sv, L"\x1F4A1 \x65E5\x672C"sv, L"&amp;"sv, L"&#x"sv, L"&#xAB"sv,
+          L"]]>"sv, L"<!--"sv, L"100%"sv, L"\xFEFF"sv})
+        EXPECT_EQ(RoundTrip(value), value);
+    // Half a pair is no character, nor is a number beyond the last one.
+    EXPECT_EQ(RoundTrip(L"a\xD800z"), L"a\xFFFDz");
+    EXPECT_EQ(RoundTrip(L"a\xDC00"), L"a\xFFFD");
+    EXPECT_EQ(RoundTrip(std::wstring(1, static_cast<wchar_t>(0x110000))), L"\xFFFD");
+}
+
+TEST(XmlRead, EncodingsAndLineEnds)
+{
+    EXPECT_EQ(XmlText::Decode("\xFF\xFE<\0a\0\xFC\0"s), "<a\xC3\xBC");
+    EXPECT_EQ(XmlText::Decode("\xFE\xFF\0<\0a\0\xFC"s), "<a\xC3\xBC");
+    EXPECT_EQ(XmlText::Decode("<\xFC"), "<\xC3\xBC") << "no mark: one character a byte";
+    EXPECT_EQ(XmlText::Decode("\xEF\xBB\xBF<\xC3\xBC"), "<\xC3\xBC");
+    EXPECT_EQ(XmlText::Decode("a\r\nb\rc\nd\r"), "a\nb\nc\nd\n");
+    EXPECT_EQ(XmlText::Decode("\xFF\xFE\r\0\n\0\r\0"s), "\n\n");
+    // Broken units.
+    EXPECT_EQ(XmlText::Decode("\xFF\xFE<\0a"s), "<") << "half a unit is dropped";
+    EXPECT_EQ(XmlText::Decode("\xFF\xFE\x3D\xD8!\0"s), "\xEF\xBF\xBD!");
+    for (const auto& start : {""s, "\xFF"s, "\xFF\xFE"s, "\xFE\xFF"s})
+        EXPECT_LE(XmlText::Decode(start).size(), 2U);
+}
+
+TEST(XmlRead, SeveralElementsAtTheTopAndCollapsedText)
+{
+    XmlText::Document document;
+    ASSERT_TRUE(XmlText::Parse("<?xml version='1.0'?>\n<!-- x --><A/>\n<B k='1' K=\"&lt;&#65;\">"
+                               " \n one  \t two\n</B><C><![CDATA[<x>]]></C>",
+                               document));
+    const auto* second = document.FirstChildElement("B");
+    ASSERT_TRUE(document.FirstChildElement("A") && second && document.FirstChildElement("C"));
+    EXPECT_EQ(document.FirstChildElement("b"), nullptr);
+    EXPECT_EQ(XmlText::Attribute(*second, "K"), L"<A");
+    EXPECT_EQ(XmlText::Attribute(*second, "none"), std::nullopt);
+    EXPECT_EQ(XmlText::FirstText(*second), "one two");
+    EXPECT_EQ(XmlText::FirstText(*document.FirstChildElement("C")), "<x>");
+    EXPECT_EQ(XmlText::FirstText(*document.FirstChildElement("A")), "");
+}
+
+TEST(XmlRead, SyntaxErrorsMakeTheWholeUnreadable)
+{
+    XmlText::Document document;
+    ASSERT_TRUE(XmlText::Parse("<a/>", document));
+    EXPECT_FALSE(XmlText::Parse("<a/><b>", document));
+    EXPECT_EQ(document.FirstChild(), nullptr) << "nothing of the old or the broken text stays";
+
+    for (const std::string_view text : {""sv,
+                                        " \n"sv,
+                                        "text"sv,
+                                        "text<a/>"sv,
+                                        "<a/>text"sv,
+                                        "<a/>text<b/>"sv,
+                                        "<"sv,
+                                        "<a"sv,
+                                        "<a>"sv,
+                                        "</a>"sv,
+                                        "<a></b>"sv,
+                                        "<a b/>"sv,
+                                        "<a b=/>"sv,
+                                        "<a b='/>"sv,
+                                        "<a b='1' b='2'/>"sv,
+                                        "<a><b></a></b>"sv,
+                                        "<a/></a><b/>"sv,
+                                        "<a></a></b><c/>"sv,
+                                        "<!--"sv,
+                                        "<![CDATA[x"sv,
+                                        "<?xml"sv,
+                                        "<a/>\0<b/>"sv,
+                                        "\0"sv,
+                                        "<a>\xFF</a"sv})
+        EXPECT_FALSE(Parses(text)) << text;
+}
+
+TEST(XmlRead, EveryCutOfADocumentIsRefusedOrWhole)
+{
+    const std::string bytes = XmlText::Encode("<A v=\"&#x1F4A1;\">\n    <b>text</b>\n</A>\n");
+    for (std::size_t size = 0; size + 3 < bytes.size(); ++size)
+        EXPECT_FALSE(Parses(XmlText::Decode(bytes.substr(0, size)))) << size;
+    EXPECT_TRUE(Parses(XmlText::Decode(bytes.substr(0, bytes.size() - 1))));
+}
+
+TEST(XmlRead, DepthIsLimited)
+{
+    EXPECT_TRUE(Parses(Nested(90)));
+    EXPECT_FALSE(Parses(Nested(10'000)));
+    EXPECT_FALSE(Parses(Nested(1'000'000)));
+    std::string opened;
+    for (int i = 0; i < 10'000; ++i)
+        opened += "<n>";
+    EXPECT_FALSE(Parses(opened));
+}
+
+TEST(XmlRead, AttributesOfOneElementAreLimited)
+{
+    const auto element = [](int count) {
+        std::string text = "<a";
+        for (int i = 0; i < count; ++i)
+            text += " a" + std::to_string(i) + "='>='";
+        return text + "/>";
+    };
+    EXPECT_TRUE(Parses(element(500)));
+    // Two million names would be compared pair by pair for hours.
+    EXPECT_FALSE(Parses(element(2'000'000)));
+    // Equal signs elsewhere don't count.
+    EXPECT_TRUE(Parses("<a>" + std::string(5000, '=') + "<!--<" + std::string(5000, '=') +
+                       "--><![CDATA[<" + std::string(5000, '=') + "]]></a>"));
+}
+
+TEST(XmlRead, RandomDamageNeverCrashesAndWhatIsReadPrintsStably)
+{
+    const std::string good = XmlText::Encode("<?xml version=\"1.0\"?>\n<Mapping a='1' "
+                                             "b=\"&quot;&#x41;\">\n  <LED n='x'>t &amp; u</LED>\n"
+                                             "<!-- c --><![CDATA[d]]></Mapping>\n<Second />\n");
+    std::mt19937 random(20261124);
+    int readable = 0;
+    for (int round = 0; round < 20'000; ++round) {
+        std::string bytes = good;
+        for (int change = static_cast<int>(random() % 4); change >= 0; --change) {
+            const std::size_t at = random() % bytes.size();
+            if (random() % 3 == 0)
+                bytes.erase(at, random() % 5);
+            else
+                bytes[at] = static_cast<char>(random() % 3 == 0 ? random()
+                                                                : "<>&;'\"/!-= \0"[random() % 12]);
+        }
+        XmlText::Document document;
+        if (!XmlText::Parse(XmlText::Decode(bytes), document))
+            continue;
+        ++readable;
+        const std::string once = XmlText::Print(document);
+        (void)Printed(once);
+    }
+    EXPECT_GT(readable, 1000);
+}
+
+TEST(XmlPrint, ADeepTreeNeedsNoDeepStack)
+{
+    XmlText::Document document;
+    tinyxml2::XMLNode* parent = &document;
+    constexpr int depth = 2000;
+    for (int i = 0; i < depth; ++i)
+        parent = &XmlText::AddElement(*parent, "n");
+    const std::string text = XmlText::Print(document);
+    EXPECT_TRUE(text.ends_with("\n</n>\n"));
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 2 * depth - 1);
+}
+
+TEST(XmlNumbers, WholeNumbersSayWhyTheyAreNone)
+{
+    using State = XmlText::IntAttribute::State;
+    XmlText::Document document;
+    ASSERT_TRUE(XmlText::Parse("<a i='-12' h='0x10' t='twelve' e='' big='2147483648' m='12abc'/>",
+                               document));
+    const auto& element = *document.FirstChildElement();
+    EXPECT_EQ(XmlText::ReadInt(element, "i").state, State::Good);
+    EXPECT_EQ(XmlText::ReadInt(element, "i").value, -12);
+    for (const char* name : {"h", "t", "e", "big", "m"})
+        EXPECT_EQ(XmlText::ReadInt(element, name).state, State::NoNumber) << name;
+    EXPECT_EQ(XmlText::ReadInt(element, "x").state, State::Missing);
+}
+
+TEST(XmlNumbers, PairsAreTwoNumbersAndNothingElse)
+{
+    const auto whole = XmlText::ParseIntPair("3,-4", ',');
+    ASSERT_TRUE(whole);
+    EXPECT_EQ(whole->first, 3);
+    EXPECT_EQ(whole->second, -4);
+    const auto real = XmlText::ParseFloatPair("0.5x-1e3", 'x');
+    ASSERT_TRUE(real);
+    EXPECT_EQ(real->first, 0.5F);
+    EXPECT_EQ(real->second, -1000.0F);
+    for (const std::string_view text : {""sv, ","sv, "1"sv, "1,"sv, ",1"sv, "1,2,3"sv, "a,1"sv,
+                                        "1;2"sv, "99999999999,1"sv, "1.5,2"sv})
+        EXPECT_FALSE(XmlText::ParseIntPair(text, ',')) << text;
+    for (const std::string_view text : {"nan,1"sv, "1,inf"sv, "1e99,1"sv, "1,2,3"sv, ","sv})
+        EXPECT_FALSE(XmlText::ParseFloatPair(text, ',')) << text;
+}
