@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// What the host's own preferences tell: where the shared document lies, and the host's Art-Net.
+class ExternalServerPreferences
+{
+public:
+    /// Keeps the mode that ApplicationMode has now.
+    ExternalServerPreferences();
+
+    /// Reads the host's preferences, or composes what needs no file. True when `mappingPath` holds
+    /// a usable path. May be called again: the host can change its preferences at any time. What a
+    /// failed reading didn't get to stays as it was.
+    [[nodiscard]] bool Load();
+
+    std::wstring mappingPath;     ///< the mapping document, with `/` between its parts
+    std::wstring dmxInterface;    ///< "ArtNet" when the host's DMX interface is Art-Net
+    std::wstring artNetIPAddress; ///< dotted, as the host has it
+    std::int32_t mode;
+
+private:
+    bool LoadReelCommand();
+    bool ComposeLoomTap();
+};

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#include "Settings/Observable.h"
+
+void Observable::Notify(const ObservableData* data)
+{
+    if (!changed)
+        return;
+    // Copies: an observer may leave or join while it is told.
+    const auto first = observers;
+    const auto second = lateObservers;
+    for (Observer* observer : first)
+        observer->Update(*this, data);
+    for (Observer* observer : second)
+        observer->Update(*this, data);
+    changed = false;
+}

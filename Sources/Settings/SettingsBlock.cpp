@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+#include "Settings/SettingsBlock.h"
+
+#include "Platform/IPv4.h"
+
+#include <QVariant>
+
+#include <cmath>
+#include <utility>
+
+namespace {
+
+constexpr QLatin1String lastFileKey("lastFile");
+constexpr QLatin1String visualFileKey("visualFile");
+constexpr QLatin1String zoomFactorKey("zoomFactor");
+constexpr QLatin1String zoomStyleKey("zoomStyle");
+constexpr QLatin1String showGridKey("showGrid");
+constexpr QLatin1String snapToGridKey("snapToGrid");
+constexpr QLatin1String lastDirectoryKey("lastDirectory");
+constexpr QLatin1String networkKey("network");
+
+} // namespace
+
+SettingsBlock::SettingsBlock()
+{
+    Load();
+}
+
+SettingsBlock::SettingsBlock(std::unique_ptr<QSettings> store)
+    : settings(std::move(store))
+{
+    Load();
+}
+
+SettingsBlock::~SettingsBlock()
+{
+    Save();
+}
+
+QSettings* SettingsBlock::Load()
+{
+    if (!settings)
+        settings =
+            std::make_unique<QSettings>(QStringLiteral("Zentri"), QStringLiteral("PixelWeft3"));
+    lastFile = settings->value(lastFileKey).toString();
+    visualFile = settings->value(visualFileKey).toString();
+    zoomFactor = settings->value(zoomFactorKey).toFloat();
+    if (!std::isfinite(zoomFactor)) // "nan" and "inf" in a store edited by hand are numbers to Qt.
+        zoomFactor = 0.0F;
+    zoomStyle = settings->value(zoomStyleKey).toInt();
+    showGrid = settings->value(showGridKey, true).toBool();
+    snapToGrid = settings->value(snapToGridKey, true).toBool();
+    lastDirectory = settings->value(lastDirectoryKey).toString();
+    LoadNetworkText();
+    return settings.get();
+}
+
+void SettingsBlock::LoadNetworkText()
+{
+    if (settings->contains(networkKey)) {
+        networkText = settings->value(networkKey).toString();
+        return;
+    }
+    // Older versions kept the broadcast address of the network as a number. The next save writes
+    // the text, and the number is history.
+    const qint64 range = settings->value(QStringLiteral("dmxRange"), 0).toLongLong();
+    const auto broadcast = static_cast<std::uint32_t>(range & 0xFFFFFFFFLL);
+    if (broadcast != 0)
+        networkText = QString::fromStdString(Platform::FormatIPv4(broadcast));
+}
+
+void SettingsBlock::Save()
+{
+    if (!settings)
+        return;
+    settings->setValue(lastFileKey, lastFile);
+    settings->setValue(visualFileKey, visualFile);
+    settings->setValue(zoomFactorKey, zoomFactor);
+    settings->setValue(zoomStyleKey, zoomStyle);
+    settings->setValue(showGridKey, showGrid);
+    settings->setValue(snapToGridKey, snapToGrid);
+    settings->setValue(lastDirectoryKey, lastDirectory);
+    settings->setValue(networkKey, networkText);
+    settings->sync();
+}
+
+QSettings* SettingsBlock::SaveInterfaceKeys()
+{
+    if (!settings)
+        return nullptr;
+    settings->setValue(zoomFactorKey, zoomFactor);
+    settings->setValue(zoomStyleKey, zoomStyle);
+    settings->setValue(showGridKey, showGrid);
+    settings->setValue(snapToGridKey, snapToGrid);
+    settings->setValue(visualFileKey, visualFile);
+    settings->setValue(networkKey, networkText);
+    return settings.get();
+}
