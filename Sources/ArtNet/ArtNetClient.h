@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
+#include <system_error>
+
+#include "ArtNet/ArtNetNodeInfo.h"
+
+/// The handle of one registration with the process's Art-Net service: made, it is registered; gone,
+/// it is not. It must not outlive the service. No call waits for the network; all results are
+/// fetched by asking. With no service every call does nothing and gives the empty answer.
+class ArtNetClient
+{
+public:
+    /// A sender: works on the interface with this dotted address (empty: on all of them) and has
+    /// ArtPoll sent to `pollTarget` (empty: nowhere).
+    ArtNetClient(std::string_view interfaceAddress, std::string_view pollTarget,
+                 std::string_view name);
+
+    /// A receiver: the same, and `universeCount` Port-Addresses from `firstUniverse` on are kept.
+    ArtNetClient(std::string_view interfaceAddress, std::string_view pollTarget,
+                 std::uint32_t firstUniverse, std::int32_t universeCount, std::string_view name);
+
+    ~ArtNetClient();
+    ArtNetClient(const ArtNetClient&) = delete;
+    ArtNetClient& operator=(const ArtNetClient&) = delete;
+
+    /// The nodes known now, in order of first arrival, and the generation of that list: it grows with
+    /// each change.
+    std::uint32_t GetNodes(ArtNetNodeList& nodes) const;
+
+    /// Makes nodes that are known from elsewhere visible at once.
+    void FeedNodes(std::span<const ArtNetNodeInfo> nodes);
+
+    struct SendError
+    {
+        std::error_code code;
+        std::int64_t time = 0; ///< nanoseconds of the monotonic clock, 0 while there was none
+    };
+    [[nodiscard]] SendError GetLastSendError() const;
+
+    /// Nanoseconds of the monotonic clock, 0 while nothing has come in.
+    [[nodiscard]] std::int64_t GetLastReceiveTime() const;
+
+    /// Fills `pages`, a whole number of 512-byte pages, with the universes from `firstPortAddress` on.
+    /// A universe that nobody registered or nobody sent reads as zeros.
+    void ReadDmx(std::int32_t firstPortAddress, std::span<std::uint8_t> pages) const;
+
+    /// Queues one ArtDmx packet to port 6454 of `address`. Raises std::invalid_argument when the text
+    /// is no IPv4 address, and gsl::narrowing_error when the Port-Address doesn't fit 16 bits. At most
+    /// 512 bytes go out.
+    void SendDmx(std::string_view address, std::int32_t portAddress,
+                 std::span<const std::uint8_t> channels);
+
+private:
+    std::uint32_t id_ = 0;
+};

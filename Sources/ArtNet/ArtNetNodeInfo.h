@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+#include <boost/container/small_vector.hpp>
+
+/// One Art-Net node as discovered. The texts are 8-bit, zero-filled, without a terminator when they
+/// fill their field; what encoding a node uses is its own affair.
+struct ArtNetNodeInfo
+{
+    std::array<char, 64> name{}; ///< LongName of its reply, or ShortName where that is empty
+    std::array<char, 16> ip{};   ///< dotted source address of its reply
+    boost::container::small_vector<std::uint16_t, 4> universes; ///< Port-Addresses, in port order
+
+    [[nodiscard]] std::string_view Name() const;
+    [[nodiscard]] std::string_view Ip() const;
+    /// Cut to the field's size.
+    void SetName(std::string_view text);
+    void SetIp(std::string_view text);
+
+    /// The texts up to their first zero byte, the universes one by one.
+    bool operator==(const ArtNetNodeInfo& other) const;
+};
+
+/// A list of nodes with room for a usual rig in the object itself.
+using ArtNetNodeList = boost::container::small_vector<ArtNetNodeInfo, 16>;

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <mutex>
+#include <span>
+#include <vector>
+
+#include "ArtNet/ArtNetPackets.h"
+#include "Platform/Datagrams.h"
+
+/// ArtDmx packets between the frame loop, which writes them, and the I/O thread, which sends them: one
+/// wake-up for a whole frame, where a send from the frame loop's own thread costs twice as much
+/// (measured). Both sides keep their blocks, so a frame like the one before allocates nothing.
+class ArtNetOutbox
+{
+public:
+    /// Beyond so many waiting packets the I/O thread has not run for many frames; what waits is
+    /// worthless then and makes room for the newest.
+    static constexpr std::size_t MaxWaiting = 8192;
+
+    /// Writes one packet. True when the I/O thread must be called.
+    [[nodiscard]] bool Add(std::uint32_t address, std::uint16_t portAddress,
+                           std::span<const std::uint8_t> channels);
+
+    /// Hands the waiting packets to `send` (a span of Platform::Datagram) until none is left. I/O
+    /// thread only.
+    template <typename Send>
+    void Flush(Send send)
+    {
+        while (TakeWaiting())
+            send(std::span<const Platform::Datagram>(datagrams_));
+    }
+
+private:
+    struct Block
+    {
+        std::array<std::byte, ArtNetPackets::MaxDmxSize> bytes;
+        std::size_t size = 0;
+        std::uint32_t address = 0;
+    };
+
+    /// Takes over what waits; false, and the next Add calls anew, when nothing does.
+    [[nodiscard]] bool TakeWaiting();
+
+    std::mutex mutex_; ///< guards waiting_, waitingCount_ and called_
+    std::vector<Block> waiting_;
+    std::size_t waitingCount_ = 0;
+    bool called_ = false;
+
+    std::vector<Block> sending_;
+    std::vector<Platform::Datagram> datagrams_;
+};

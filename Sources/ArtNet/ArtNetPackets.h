@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "ArtNet/ArtNetNodeInfo.h"
+
+/// The three packets of Art-Net (protocol version 14) that we build and read.
+namespace ArtNetPackets {
+
+inline constexpr std::uint16_t Port = 6454;
+inline constexpr std::size_t DmxHeaderSize = 18;
+inline constexpr std::size_t MaxDmxSize = DmxHeaderSize + 512;
+inline constexpr std::size_t PollReplySize = 239;
+inline constexpr std::size_t MaxDatagramSize = 1024;
+
+enum class Kind : std::uint8_t
+{
+    Other,
+    Poll,
+    PollReply,
+    Dmx
+};
+
+/// Anything that is too short, of another protocol or of another kind is Other.
+[[nodiscard]] Kind Classify(std::span<const std::byte> datagram);
+
+/// The one ArtPoll that we send.
+[[nodiscard]] std::span<const std::byte, 14> Poll();
+
+/// Writes an ArtDmx packet and gives its size: the channels, at most 512 of them, are padded to an
+/// even number. Sequence is 0: receivers take packets as they come.
+std::size_t WriteDmx(std::span<std::byte, MaxDmxSize> packet, std::uint16_t portAddress,
+                     std::span<const std::uint8_t> channels);
+
+struct Dmx
+{
+    std::uint16_t portAddress = 0; ///< 15 bits
+    std::span<const std::byte> channels; ///< at most 512, part of the datagram
+};
+[[nodiscard]] std::optional<Dmx> ReadDmx(std::span<const std::byte> datagram);
+
+/// What we tell about ourselves.
+struct Identity
+{
+    std::string_view shortName;  ///< cut to 17 characters
+    std::string_view nodeReport; ///< cut to 63 characters
+    std::uint8_t net = 0;
+    std::uint8_t subNet = 0;
+    std::span<const std::uint8_t> outputs; ///< at most 4 count
+    std::uint32_t address = 0;             ///< of the IP field, first octet in the top byte
+};
+void WritePollReply(std::span<std::byte, PollReplySize> packet, const Identity& identity);
+
+/// The node behind a reply. Nothing for a short packet, and for a program of our own family: it is no
+/// place to send light to. `source` is where the datagram came from.
+[[nodiscard]] std::optional<ArtNetNodeInfo> ReadPollReply(std::span<const std::byte> datagram,
+                                                          std::uint32_t source);
+
+} // namespace ArtNetPackets

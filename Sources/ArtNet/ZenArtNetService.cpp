@@ -1,0 +1,360 @@
+// SPDX-License-Identifier: MIT
+#include "ArtNet/ZenArtNetService.h"
+
+#include <algorithm>
+#include <exception>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gsl/narrow>
+
+#include "ArtNet/ZenArtNetServer.h"
+#include "Log/Log.h"
+#include "Platform/IPv4.h"
+
+namespace Zen {
+
+namespace {
+
+constexpr std::size_t AddressLength = 16;
+constexpr std::size_t NameLength = 48;
+constexpr std::size_t PageSize = 512;
+
+std::mutex globalMutex;
+std::shared_ptr<ArtNetService> globalService;
+
+struct ClientRecord
+{
+    std::string name; ///< for display only
+    std::string interfaceAddress;
+    std::string pollTarget;
+    std::uint32_t id = 0;
+    std::uint32_t firstUniverse = 0;
+    std::int32_t universeCount = 0;
+    int serverIndex = -1;
+};
+
+using ServerList = std::vector<std::shared_ptr<ArtNetServer>>;
+
+/// Takes the server of this interface out of the list, null when there is none.
+std::shared_ptr<ArtNetServer> TakeServer(ServerList& servers, const std::string& interfaceAddress)
+{
+    const auto found = std::ranges::find_if(servers, [&](const auto& server) {
+        return server->GetInterface() == interfaceAddress;
+    });
+    if (found == servers.end())
+        return nullptr;
+    auto server = *found;
+    servers.erase(found);
+    return server;
+}
+
+void EnterUniverses(ArtNetServer& server, const ClientRecord& client)
+{
+    constexpr std::uint32_t portAddresses = 32768;
+    for (std::int32_t i = 0; i < client.universeCount; ++i) {
+        const std::uint32_t portAddress = client.firstUniverse + static_cast<std::uint32_t>(i);
+        if (portAddress < portAddresses)
+            server.AddUniverse(static_cast<std::int32_t>(portAddress));
+    }
+}
+
+} // namespace
+
+struct ArtNetService::Impl
+{
+    boost::asio::io_service ioService;
+    std::optional<boost::asio::io_service::work> work{ioService};
+    std::thread thread;
+
+    std::mutex mutex; ///< guards everything below, and is shared with all servers
+    ServerList servers;
+    std::vector<ClientRecord> clients;
+    std::string shortName;
+    std::string nodeReport;
+    bool reuseAddress = false;
+    std::uint32_t nextClientId = 0;
+    ArtNetServerStatus status = ArtNetServerStatus::Ready;
+    std::vector<std::uint8_t> outputUniverses;
+    std::uint8_t net = 0;
+    std::uint8_t subNet = 0;
+
+    void Run()
+    {
+        try {
+            ioService.run();
+        } catch (const std::exception& failure) {
+            ZEN_LOG_ERROR("%s", failure.what());
+        }
+    }
+
+    ArtNetServer* ServerOf(std::uint32_t id)
+    {
+        const auto client = std::ranges::find(clients, id, &ClientRecord::id);
+        if (client == clients.end() || client->serverIndex < 0)
+            return nullptr;
+        return servers[static_cast<std::size_t>(client->serverIndex)].get();
+    }
+
+    /// The targets of all clients, or of those on one interface, in client order.
+    std::vector<std::string> PollTargets(const std::string* interfaceAddress) const
+    {
+        std::vector<std::string> targets;
+        for (const ClientRecord& client : clients) {
+            const bool counts =
+                !interfaceAddress || client.interfaceAddress == *interfaceAddress;
+            if (counts && !client.pollTarget.empty())
+                targets.push_back(client.pollTarget);
+        }
+        return targets;
+    }
+
+    std::shared_ptr<ArtNetServer> MakeServer(const std::string& interfaceAddress, bool share)
+    {
+        auto server = std::make_shared<ArtNetServer>(
+            ioService, mutex,
+            ArtNetServer::Settings{interfaceAddress, shortName, nodeReport, share});
+        server->SetNodeIdentity(net, subNet, outputUniverses);
+        return server;
+    }
+
+    void NoteStatus(ArtNetServerStatus outcome) { status = std::max(status, outcome); }
+
+    void RebuildServers()
+    {
+        ServerList old;
+        old.swap(servers);
+        for (ClientRecord& client : clients)
+            client.serverIndex = -1;
+        status = ArtNetServerStatus::Ready;
+        const bool everywhere = std::ranges::any_of(
+            clients, [](const auto& client) { return client.interfaceAddress.empty(); });
+        if (!clients.empty() && (everywhere || reuseAddress))
+            RebuildForAllInterfaces(old);
+        else
+            RebuildForEachInterface(old);
+        for (const auto& server : old)
+            server->Stop();
+    }
+
+    void RebuildForEachInterface(ServerList& old)
+    {
+        if (const auto all = TakeServer(old, {}))
+            all->Stop();
+        for (std::size_t i = 0; i < clients.size(); ++i) {
+            ClientRecord& client = clients[i];
+            const auto earlier =
+                std::find_if(clients.begin(), clients.begin() + static_cast<std::ptrdiff_t>(i),
+                             [&](const ClientRecord& other) {
+                                 return other.interfaceAddress == client.interfaceAddress;
+                             });
+            client.serverIndex = earlier->id != client.id
+                                     ? earlier->serverIndex
+                                     : ProvideServer(client.interfaceAddress, old);
+            ArtNetServer& server = *servers[static_cast<std::size_t>(client.serverIndex)];
+            EnterUniverses(server, client);
+            NoteStatus(server.GetStatus());
+        }
+    }
+
+    int ProvideServer(const std::string& interfaceAddress, ServerList& old)
+    {
+        auto server = TakeServer(old, interfaceAddress);
+        if (server) {
+            ZEN_LOG_INFO("Recycling %s server", interfaceAddress.c_str());
+            server->ClearUniverses();
+            server->SetPollTargets(PollTargets(&interfaceAddress));
+        } else {
+            ZEN_LOG_INFO("Creating new %s server", interfaceAddress.c_str());
+            server = MakeServer(interfaceAddress, false);
+            server->SetPollTargets(PollTargets(&interfaceAddress));
+            server->Start();
+        }
+        servers.push_back(std::move(server));
+        return static_cast<int>(servers.size()) - 1;
+    }
+
+    void RebuildForAllInterfaces(ServerList& old)
+    {
+        auto server = TakeServer(old, {});
+        if (server) {
+            ZEN_LOG_INFO("Recycling ALL server");
+            server->ClearUniverses();
+            server->SetPollTargets(PollTargets(nullptr));
+        } else {
+            // The port can't be bound for all interfaces while one of them has it.
+            for (const auto& closing : old)
+                closing->Stop();
+            ZEN_LOG_INFO("Creating new ALL server");
+            server = MakeServer({}, reuseAddress);
+            server->SetPollTargets(PollTargets(nullptr));
+            server->Start();
+            for (const auto& known : old) {
+                ZEN_LOG_INFO("ALL server taking data from %s server",
+                             known->GetInterface().c_str());
+                server->TakeNodesFrom(*known);
+            }
+        }
+        status = server->GetStatus();
+        for (ClientRecord& client : clients) {
+            EnterUniverses(*server, client);
+            client.serverIndex = 0;
+        }
+        servers.push_back(std::move(server));
+    }
+};
+
+ArtNetService::ArtNetService(std::string_view shortName, std::string_view nodeReport,
+                             bool reuseAddress)
+    : impl(std::make_unique<Impl>())
+{
+    impl->shortName = shortName.substr(0, 18);
+    impl->nodeReport = nodeReport.substr(0, 64);
+    impl->reuseAddress = reuseAddress;
+    impl->thread = std::thread([this] { impl->Run(); });
+}
+
+ArtNetService::~ArtNetService()
+{
+    {
+        const std::lock_guard lock(impl->mutex);
+        for (const auto& server : impl->servers)
+            server->Stop();
+        impl->servers.clear();
+    }
+    impl->work.reset();
+    impl->thread.join();
+}
+
+std::shared_ptr<ArtNetService> ArtNetService::Global()
+{
+    const std::lock_guard lock(globalMutex);
+    return globalService;
+}
+
+void ArtNetService::SetGlobal(std::shared_ptr<ArtNetService> service)
+{
+    {
+        const std::lock_guard lock(globalMutex);
+        globalService.swap(service);
+    }
+    // The old service, now in `service`, ends outside the lock: it joins its thread.
+}
+
+std::uint32_t ArtNetService::RegisterClient(std::string_view interfaceAddress,
+                                            std::string_view pollTarget,
+                                            std::uint32_t firstUniverse,
+                                            std::int32_t universeCount, std::string_view name)
+{
+    const std::lock_guard lock(impl->mutex);
+    ClientRecord client;
+    client.name = name.substr(0, NameLength);
+    client.interfaceAddress = interfaceAddress.substr(0, AddressLength);
+    client.pollTarget = pollTarget.substr(0, AddressLength);
+    client.id = ++impl->nextClientId;
+    client.firstUniverse = firstUniverse;
+    client.universeCount = universeCount;
+    impl->clients.push_back(std::move(client));
+    impl->RebuildServers();
+    return impl->nextClientId;
+}
+
+void ArtNetService::UnregisterClient(std::uint32_t id)
+{
+    const std::lock_guard lock(impl->mutex);
+    if (impl->clients.empty()) {
+        ZEN_LOG_ERROR("Unregistering with no clients present");
+        return;
+    }
+    if (std::erase_if(impl->clients, [id](const auto& client) { return client.id == id; }) > 0)
+        impl->RebuildServers();
+}
+
+std::uint32_t ArtNetService::GetNodes(std::uint32_t id, ArtNetNodeList& nodes)
+{
+    const std::lock_guard lock(impl->mutex);
+    const ArtNetServer* server = impl->ServerOf(id);
+    if (!server)
+        return 0;
+    nodes = server->GetNodes().Published();
+    return server->GetNodes().Generation();
+}
+
+void ArtNetService::GetLastSendError(std::uint32_t id, std::error_code& code, std::int64_t& time)
+{
+    const std::lock_guard lock(impl->mutex);
+    if (const ArtNetServer* server = impl->ServerOf(id)) {
+        code = server->GetLastSendError();
+        time = server->GetLastSendErrorTime();
+    }
+}
+
+std::int64_t ArtNetService::GetLastReceiveTime(std::uint32_t id)
+{
+    const std::lock_guard lock(impl->mutex);
+    const ArtNetServer* server = impl->ServerOf(id);
+    return server ? server->GetLastReceiveTime() : 0;
+}
+
+void ArtNetService::ReadDmx(std::uint32_t id, std::int32_t first, std::span<std::uint8_t> pages)
+{
+    const std::lock_guard lock(impl->mutex);
+    const ArtNetServer* server = impl->ServerOf(id);
+    for (; pages.size() >= PageSize; pages = pages.subspan(PageSize), ++first) {
+        const auto* universe = server ? server->FindUniverse(first) : nullptr;
+        if (universe)
+            std::ranges::copy(*universe, pages.begin());
+        else
+            std::ranges::fill(pages.first(PageSize), std::uint8_t{0});
+    }
+}
+
+void ArtNetService::SendDmx(std::uint32_t id, std::string_view address, std::int32_t portAddress,
+                            std::span<const std::uint8_t> channels)
+{
+    const auto target = Platform::ParseIPv4(address);
+    if (!target)
+        throw std::invalid_argument("no IPv4 address: " + std::string(address));
+    const auto universe = gsl::narrow<std::uint16_t>(portAddress);
+    const std::lock_guard lock(impl->mutex);
+    if (ArtNetServer* server = impl->ServerOf(id))
+        server->SendDmx(*target, universe, channels);
+}
+
+void ArtNetService::FeedNodes(std::uint32_t id, std::span<const ArtNetNodeInfo> nodes)
+{
+    const std::lock_guard lock(impl->mutex);
+    if (ArtNetServer* server = impl->ServerOf(id))
+        server->FeedNodes(nodes);
+}
+
+void ArtNetService::SetNodeIdentity(std::uint8_t net, std::uint8_t subNet,
+                                    std::span<const std::uint8_t> universes)
+{
+    const std::lock_guard lock(impl->mutex);
+    impl->net = net;
+    impl->subNet = subNet;
+    impl->outputUniverses.assign(universes.begin(), universes.end());
+    for (const auto& server : impl->servers)
+        server->SetNodeIdentity(net, subNet, universes);
+}
+
+void ArtNetService::RestartServers()
+{
+    const std::lock_guard lock(impl->mutex);
+    for (const auto& server : impl->servers)
+        server->Stop();
+    impl->servers.clear();
+    impl->RebuildServers();
+}
+
+ArtNetServerStatus ArtNetService::GetStatus()
+{
+    const std::lock_guard lock(impl->mutex);
+    return impl->status;
+}
+
+} // namespace Zen

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+#include <system_error>
+
+#include "ArtNet/ArtNetNodeInfo.h"
+
+namespace Zen {
+
+/// Outcome of opening a server's socket.
+enum class ArtNetServerStatus : std::int32_t
+{
+    Ready = 0,
+    BindFailed = 1,
+    OpenFailed = 2
+};
+
+/// The one owner of Art-Net sockets in the process. Clients register with an interface, a poll target
+/// and universes; the service keeps as many servers as that needs and carries them over changes. Calls
+/// may come from any thread and never wait for the network. Use it through ArtNetClient.
+class ArtNetService
+{
+public:
+    /// `reuseAddress` shares the port with other programs, on all interfaces.
+    ArtNetService(std::string_view shortName, std::string_view nodeReport, bool reuseAddress);
+    ~ArtNetService();
+    ArtNetService(const ArtNetService&) = delete;
+    ArtNetService& operator=(const ArtNetService&) = delete;
+
+    [[nodiscard]] static std::shared_ptr<ArtNetService> Global();
+    static void SetGlobal(std::shared_ptr<ArtNetService> service);
+
+    std::uint32_t RegisterClient(std::string_view interfaceAddress, std::string_view pollTarget,
+                                 std::uint32_t firstUniverse, std::int32_t universeCount,
+                                 std::string_view name);
+    void UnregisterClient(std::uint32_t id);
+
+    std::uint32_t GetNodes(std::uint32_t id, ArtNetNodeList& nodes);
+    void GetLastSendError(std::uint32_t id, std::error_code& code, std::int64_t& time);
+    std::int64_t GetLastReceiveTime(std::uint32_t id);
+    void ReadDmx(std::uint32_t id, std::int32_t first, std::span<std::uint8_t> pages);
+    void SendDmx(std::uint32_t id, std::string_view address, std::int32_t portAddress,
+                 std::span<const std::uint8_t> channels);
+    void FeedNodes(std::uint32_t id, std::span<const ArtNetNodeInfo> nodes);
+    void SetNodeIdentity(std::uint8_t net, std::uint8_t subNet,
+                         std::span<const std::uint8_t> universes);
+    void RestartServers();
+
+    /// The worst outcome of the last change of clients.
+    [[nodiscard]] ArtNetServerStatus GetStatus();
+
+private:
+    struct Impl;
+    std::unique_ptr<Impl> impl;
+};
+
+} // namespace Zen
