@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#include "Model/DeviceLedItem.h"
+
+#include <utility>
+
+DeviceLedItem::DeviceLedItem(std::wstring manufacturerName, std::wstring productName, PixelMap map,
+                             std::int64_t identifier, std::int32_t channels)
+    : LEDFixture(std::move(manufacturerName), std::move(productName), std::move(map), identifier,
+                 channels)
+{
+}
+
+DeviceLedItem::DeviceLedItem(LEDFixture fixture) : LEDFixture(std::move(fixture)) {}
+
+DeviceLedItem::DeviceLedItem(const DeviceLedItem& other)
+    : LedItem(other)
+    , LEDFixture(other)
+    , intensityChannel(other.intensityChannel)
+{
+}
+
+std::unique_ptr<DeviceLedItem> DeviceLedItem::FromXml(const tinyxml2::XMLElement& element,
+                                                      std::int64_t identifier)
+{
+    std::int32_t intensity = 0;
+    auto fixture = LEDFixture::FromXml(element, identifier, intensity);
+    if (!fixture)
+        return nullptr;
+    auto item = std::make_unique<DeviceLedItem>(std::move(*fixture));
+    item->intensityChannel = intensity;
+    return item;
+}

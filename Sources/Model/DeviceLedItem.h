@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "FixtureModel/LEDFixture.h"
+#include "Model/LedItem.h"
+
+namespace tinyxml2 {
+class XMLElement;
+}
+
+/// A fixture as an item of a Qt model. A placed element holds a copy of its own.
+class DeviceLedItem : public LedItem, public LEDFixture
+{
+public:
+    DeviceLedItem(std::wstring manufacturerName, std::wstring productName, PixelMap map,
+                  std::int64_t identifier, std::int32_t channels);
+    explicit DeviceLedItem(LEDFixture fixture);
+    /// A new item with the same data.
+    DeviceLedItem(const DeviceLedItem& other);
+    DeviceLedItem& operator=(const DeviceLedItem&) = delete;
+
+    [[nodiscard]] QStandardItem* clone() const override { return new DeviceLedItem(*this); }
+
+    /// The number of the file's "intensity_channel", 0 when it had none. Nothing uses it.
+    std::int32_t intensityChannel = 0;
+
+    /// Reads an <LEDFixture> element; nothing, after one line in the log, when it is rejected.
+    [[nodiscard]] static std::unique_ptr<DeviceLedItem>
+    FromXml(const tinyxml2::XMLElement& element, std::int64_t identifier);
+};

@@ -1,0 +1,8 @@
+// SPDX-License-Identifier: MIT
+#include "Model/DeviceListProxy.h"
+
+DeviceListProxy::DeviceListProxy(QObject* parent) : QSortFilterProxyModel(parent)
+{
+    setDynamicSortFilter(false);
+    setSortCaseSensitivity(Qt::CaseInsensitive);
+}

@@ -1,0 +1,243 @@
+// SPDX-License-Identifier: MIT
+#include "Model/DeviceModel.h"
+
+#include <algorithm>
+#include <memory>
+#include <set>
+
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "LibTools/XmlFile.h"
+#include "Log/Log.h"
+#include "Platform/Numbers.h"
+#include "XmlText/XmlText.h"
+
+namespace {
+
+constexpr int VisibleColumns = 5;
+constexpr int ObserverKindCleared = 2;
+
+int AskOperator(const QString& manufacturer, const QString& product)
+{
+    QMessageBox box(QMessageBox::Information, QObject::tr("Fixture conflict"),
+                    QObject::tr("The fixture \"%1 %2\" stored in the mapping file is different "
+                                "to the one in your library.\n\nDo you want to overwrite the "
+                                "library fixture ?")
+                        .arg(manufacturer, product));
+    auto* overwrite = box.addButton(QObject::tr("Yes, use the fixture from the mapping file"),
+                                    QMessageBox::AcceptRole);
+    box.addButton(QObject::tr("No, use the original fixture from the library"),
+                  QMessageBox::RejectRole);
+    box.setDefaultButton(overwrite);
+    box.exec();
+    return box.clickedButton() == overwrite ? OverwriteFixture : KeepFixture;
+}
+
+QList<QStandardItem*> EmptyRow()
+{
+    QList<QStandardItem*> row;
+    for (int column = 0; column < DeviceModel::ColumnCount; ++column)
+        row.append(new QStandardItem);
+    return row;
+}
+
+int VersionOf(const tinyxml2::XMLElement& library)
+{
+    const char* text = library.Attribute("version");
+    return text ? Platform::ParseIntAutoBase(text).value_or(0) : 0;
+}
+
+} // namespace
+
+FixtureConflictCallback DeviceModel::defaultConflictCallback = AskOperator;
+
+DeviceModel::DeviceModel(QObject* parent) : QStandardItemModel(parent)
+{
+    Clear();
+}
+
+DeviceModel::~DeviceModel() = default;
+
+void DeviceModel::Clear()
+{
+    QStandardItemModel::clear();
+    SetUpColumns();
+    nextUniqueID = 0;
+    fixtures.clear();
+    QList<DeviceLedItem*>::clear();
+    manufacturerRows.clear();
+    firstOfProduct_.clear();
+    SetChanged();
+    WEFTObservableData data;
+    data.kind = ObserverKindCleared;
+    Notify(&data);
+}
+
+void DeviceModel::SetUpColumns()
+{
+    setColumnCount(VisibleColumns);
+    setHorizontalHeaderLabels({tr("Manufacturer"), tr("Product Name"), tr("Size")});
+}
+
+int DeviceModel::Merge(const std::wstring& path, bool force,
+                       const FixtureConflictCallback& callback)
+{
+    ZEN_LOG_INFO("DeviceModel::Merge(%ls)", path.c_str());
+    SetChanged();
+    XmlText::Document document;
+    if (!ReadXmlFile(path, document)) {
+        ZEN_LOG_ERROR("Could not read library XML file");
+        return 0;
+    }
+    const auto* library = document.FirstChildElement("LEDFixtureLibrary");
+    if (!library) {
+        ZEN_LOG_ERROR("No LEDFixtureLibrary node found");
+        return 0;
+    }
+    const int fileVersion = VersionOf(*library);
+    if (!force && fileVersion <= version)
+        return 0;
+    version = fileVersion;
+    for (const auto* element = library->FirstChildElement("LEDFixture"); element;
+         element = element->NextSiblingElement("LEDFixture")) {
+        auto item = DeviceLedItem::FromXml(*element, GetNextUniqueID());
+        if (item && AddFixture(std::move(item), callback) == StopMerge)
+            break;
+    }
+    return 0;
+}
+
+int DeviceModel::Save(const std::wstring& path) const
+{
+    XmlText::Document document;
+    auto& library = XmlText::AddElement(document, "LEDFixtureLibrary");
+    XmlText::SetAttribute(library, "version", version);
+    WriteFixtures(library);
+    return WriteXmlFile(path, document) ? 0 : 1;
+}
+
+int DeviceModel::WriteFixtures(tinyxml2::XMLNode& parent) const
+{
+    tinyxml2::XMLElement* element = parent.ToElement();
+    for (const DeviceLedItem* item : fixtures) {
+        if (element)
+            item->ToXml(*element);
+    }
+    return 0;
+}
+
+int DeviceModel::AddFixture(std::unique_ptr<DeviceLedItem> item,
+                            const FixtureConflictCallback& callback)
+{
+    if (DeviceLedItem* old = GetLEDFixtureByProduct(item->product)) {
+        if (old->pixelMap == item->pixelMap)
+            return KeepFixture;
+        const auto& ask = callback ? callback : defaultConflictCallback;
+        const int answer = ask(QString::fromStdWString(item->manufacturer),
+                               QString::fromStdWString(item->product));
+        if (answer != OverwriteFixture)
+            return answer == KeepFixture ? KeepFixture : StopMerge;
+        // Identifiers that elements hold lead on to the new definition; the old row stays.
+        old->pixelMap = item->pixelMap;
+        fixtures[fixtures.key(old)] = item.get();
+    }
+    const std::int64_t key = item->uniqueID != 0 ? item->uniqueID : GetNextUniqueID();
+    append(item.get());
+    fixtures[key] = item.get();
+    firstOfProduct_.try_emplace(item->product, key);
+    AddRow(*item.release());
+    return 0;
+}
+
+void DeviceModel::AddRow(DeviceLedItem& item)
+{
+    auto row = EmptyRow();
+    row[ProductColumn]->setText(QString::fromStdWString(item.product));
+    row[SizeColumn]->setText(QStringLiteral("%1x%2")
+                                 .arg(item.pixelMap.GetWidth())
+                                 .arg(item.pixelMap.GetHeight()));
+    row[IdentifierColumn]->setText(QString::number(item.uniqueID));
+    delete row[ItemColumn];
+    row[ItemColumn] = &item;
+
+    const QString name = QString::fromStdWString(item.manufacturer);
+    auto known = manufacturerRows.find(name.toUpper());
+    if (known == manufacturerRows.end()) {
+        auto manufacturer = EmptyRow();
+        manufacturer[ManufacturerColumn]->setText(name);
+        appendRow(manufacturer);
+        known = manufacturerRows.insert(name.toUpper(), manufacturer);
+    }
+    known->first()->appendRow(row);
+}
+
+DeviceLedItem* DeviceModel::GetLEDFixture(std::int64_t uniqueID) const
+{
+    DeviceLedItem* item = fixtures.value(uniqueID, nullptr);
+    if (!item)
+        ZEN_LOG_ERROR("GetLEDFixture could not find #%lld", static_cast<long long>(uniqueID));
+    return item;
+}
+
+DeviceLedItem* DeviceModel::GetLEDFixtureByProduct(const std::wstring& product) const
+{
+    const auto found = firstOfProduct_.find(product);
+    return found == firstOfProduct_.end() ? nullptr : fixtures.value(found->second, nullptr);
+}
+
+QStringList DeviceModel::GetManufacturers() const
+{
+    std::set<std::wstring> names;
+    for (const DeviceLedItem* item : fixtures)
+        names.insert(item->manufacturer);
+    QStringList list;
+    for (const std::wstring& name : names)
+        list.append(QString::fromStdWString(name));
+    list.sort(Qt::CaseSensitive);
+    return list;
+}
+
+void DeviceModel::removeFixtureByUniqueID(std::int64_t uniqueID)
+{
+    const DeviceLedItem* item = fixtures.value(uniqueID, nullptr);
+    if (!item)
+        return;
+    ZEN_LOG_INFO("removeFixtureByUniqueID( %lld ) devItem=@%p", static_cast<long long>(uniqueID),
+                 static_cast<const void*>(item));
+    const std::wstring manufacturer = item->manufacturer;
+    const std::wstring product = item->product;
+    removeFixture(manufacturer, product);
+}
+
+void DeviceModel::removeFixture(const std::wstring& manufacturer, const std::wstring& product)
+{
+    const auto found = std::find_if(fixtures.begin(), fixtures.end(), [&](const auto* item) {
+        return item->manufacturer == manufacturer && item->product == product;
+    });
+    if (found == fixtures.end())
+        return;
+    DeviceLedItem* item = found.value();
+    ZEN_LOG_INFO("removeFixture( %lld ) current=@%p", static_cast<long long>(found.key()),
+                 static_cast<const void*>(item));
+    Forget(*item);
+    // The row's cell owns the item: it is taken out of the row, which the caller removes.
+    if (QStandardItem* parent = item->parent())
+        parent->takeChild(item->row(), item->column());
+    delete item;
+}
+
+void DeviceModel::Forget(DeviceLedItem& item)
+{
+    removeAll(&item);
+    // An overwritten fixture stands under two identifiers; both go.
+    for (const qint64 key : fixtures.keys(&item))
+        fixtures.remove(key);
+    firstOfProduct_.erase(item.product);
+    for (auto left = fixtures.begin(); left != fixtures.end(); ++left) {
+        if (left.value()->product == item.product) {
+            firstOfProduct_.emplace(item.product, left.key());
+            break;
+        }
+    }
+}

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <unordered_map>
+
+#include <QList>
+#include <QMap>
+#include <QStandardItemModel>
+
+#include "Model/DeviceLedItem.h"
+#include "Settings/Observable.h"
+
+namespace tinyxml2 {
+class XMLNode;
+}
+
+/// The answer to a fixture that differs from the library's fixture of the same product.
+enum FixtureConflictAnswer : int
+{
+    OverwriteFixture = 0,
+    KeepFixture = 1,
+    StopMerge = 2
+};
+
+/// Asked with the manufacturer and the product.
+using FixtureConflictCallback = std::function<int(const QString&, const QString&)>;
+
+/// The fixture library: a tree of manufacturers with their fixtures. The Qt items own the fixtures;
+/// everything else points. In a library the product is the key, whoever the manufacturer is. Main
+/// thread only.
+class DeviceModel : public QStandardItemModel, public QList<DeviceLedItem*>, public Observable
+{
+    Q_OBJECT
+
+public:
+    static constexpr int ColumnCount = 9;
+    enum Column
+    {
+        ManufacturerColumn = 0,
+        ProductColumn = 1,
+        SizeColumn = 2,
+        ItemColumn = 3,
+        IdentifierColumn = 7
+    };
+
+    explicit DeviceModel(QObject* parent = nullptr);
+    ~DeviceModel() override;
+
+    /// Asks the operator with a box; the default for the callbacks below. A test puts its own here.
+    static FixtureConflictCallback defaultConflictCallback;
+
+    void Clear();
+
+    /// Adds the fixtures of a library or document file. Without `force` a file whose version isn't
+    /// above the library's is no news. What can't be read is logged and skipped. Always 0.
+    int Merge(const std::wstring& path, bool force, const FixtureConflictCallback& callback = {});
+
+    /// 0, or 1 when the file could not be written; the old file is then whole.
+    int Save(const std::wstring& path) const;
+    int WriteFixtures(tinyxml2::XMLNode& parent) const;
+
+    /// 0: the item is in the library, which owns it. 1: it is a duplicate or was not wanted. 2: stop.
+    /// With 1 and 2 the item is gone.
+    int AddFixture(std::unique_ptr<DeviceLedItem> item,
+                   const FixtureConflictCallback& callback = {});
+
+    [[nodiscard]] std::int64_t GetNextUniqueID() { return ++nextUniqueID; }
+    /// Null, after a line in the log, when there is none.
+    [[nodiscard]] DeviceLedItem* GetLEDFixture(std::int64_t uniqueID) const;
+    /// The first in the order of identifiers, null when there is none.
+    [[nodiscard]] DeviceLedItem* GetLEDFixtureByProduct(const std::wstring& product) const;
+    /// The distinct manufacturers, sorted.
+    [[nodiscard]] QStringList GetManufacturers() const;
+
+    void removeFixtureByUniqueID(std::int64_t uniqueID);
+    void removeFixture(const std::wstring& manufacturer, const std::wstring& product);
+
+    [[nodiscard]] int GetVersion() const { return version; }
+    [[nodiscard]] const QMap<qint64, DeviceLedItem*>& GetFixtures() const { return fixtures; }
+
+private:
+    void SetUpColumns();
+    void AddRow(DeviceLedItem& item);
+    void Forget(DeviceLedItem& item);
+
+    std::int64_t nextUniqueID = 0;
+    QMap<qint64, DeviceLedItem*> fixtures;
+    int version = 0;
+    QMap<QString, QList<QStandardItem*>> manufacturerRows;
+    /// The lowest identifier of each product, so that a document of thousands of elements needs no
+    /// walk through the library for each.
+    std::unordered_map<std::wstring, std::int64_t> firstOfProduct_;
+};

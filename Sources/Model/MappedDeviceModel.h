@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include <QImage>
+#include <QMap>
+#include <QMutex>
+#include <QPixmap>
+#include <QStandardItemModel>
+
+#include "FixtureModel/UniverseMerging.h"
+#include "LibTools/ZenBitmap.h"
+#include "Model/MappedLedItem.h"
+
+class ArtNetNodeModel;
+class DeviceModel;
+class SettingsBlock;
+
+namespace tinyxml2 {
+class XMLDocument;
+}
+
+/// The mapping document in memory: a table with a row for each placed element, and the document's own
+/// values. The cells own the elements. A row number is the element's index in the engine.
+class MappedDeviceModel : public QStandardItemModel
+{
+    Q_OBJECT
+
+public:
+    static constexpr int ColumnCount = 11;
+    enum Column
+    {
+        ManufacturerColumn = 0,
+        ProductColumn = 1,
+        SizeColumn = 2,
+        ItemColumn = 3,
+        NameColumn = 5,
+        IdentifierColumn = 7,
+        AddressColumn = 9
+    };
+    /// The widest and highest canvas that a file may ask for, in pixels.
+    static constexpr int MaxCanvasSize = 100'000;
+
+    explicit MappedDeviceModel(QObject* parent = nullptr);
+    ~MappedDeviceModel() override;
+
+    /// Empties the table and resets the merger. Name, canvas, auto-unicast and version stay.
+    void Clear();
+
+    /// 0, or -1 when the file can't be read or a required value is missing; the table is then empty
+    /// and no signal came. An element that is wrong is left out, with a line in the log.
+    int Load(const std::wstring& path, const DeviceModel& library, ArtNetNodeModel& nodes);
+    /// 0; 1 when the file could not be written, which leaves the old one whole; -1 when its folder
+    /// could not be made.
+    int Save(const std::wstring& path, const DeviceModel& library, const ArtNetNodeModel& nodes);
+
+    /// Adds a row; the table owns the element. The index of its column 7.
+    QModelIndex AddMappingElement(std::unique_ptr<MappedLedItem> item);
+    bool RemoveMappingElement(std::int64_t uniqueID);
+
+    /// The element of a row, null for a row that is none.
+    [[nodiscard]] MappedLedItem* GetElement(int row) const
+    {
+        return row >= 0 && static_cast<std::size_t>(row) < byRow_.size()
+                   ? byRow_[static_cast<std::size_t>(row)]
+                   : nullptr;
+    }
+    [[nodiscard]] MappedLedItem* GetItemByUniqueID(std::int64_t uniqueID) const;
+    [[nodiscard]] MappedLedItem* GetItemByDescription(const std::wstring& description) const;
+    [[nodiscard]] QList<MappedLedItem*> GetAllItems() const;
+    [[nodiscard]] QModelIndex GetIndexOfUniqueID(std::int64_t uniqueID) const;
+    [[nodiscard]] bool IsFixtureUsed(std::int64_t fixtureID) const;
+    [[nodiscard]] std::int64_t GetNextElementID() { return ++nextElementID; }
+
+    /// Gives the elements of this fixture its present name, pixels and channels.
+    void UpdateFixtureInElements(std::int64_t fixtureID, const DeviceLedItem& fixture);
+    void ReplaceNodeAddress(const QString& oldIpconf, const QString& newIpconf,
+                            const QString& newIpName);
+    void UpdateAddressCell(int row);
+    /// A universe that is broadcast and also sent to a chosen node.
+    [[nodiscard]] bool IsUniverseInConflict(const QModelIndex& index) const;
+
+    [[nodiscard]] int GetCanvasWidth() const { return canvasWidth; }
+    [[nodiscard]] int GetCanvasHeight() const { return canvasHeight; }
+    void SetCanvasSize(int width, int height);
+
+    [[nodiscard]] const UniverseMerging& GetMerging() const { return merging; }
+    void SetMerging(const UniverseMerging& wanted) { merging = wanted; }
+    [[nodiscard]] bool IsAutoUnicast() const { return autoUnicast; }
+    void SetAutoUnicast(bool on) { autoUnicast = on; }
+    /// The network text of the file that was loaded last.
+    [[nodiscard]] const std::wstring& GetNetwork() const { return network; }
+    [[nodiscard]] const std::vector<std::wstring>& GetManualIPRanges() const
+    {
+        return manualIPRanges;
+    }
+    /// Where a save takes the network text from; outlives the model.
+    void SetSettings(const SettingsBlock* block) { settings = block; }
+
+    void SetTestImage(const QPixmap& picture) { SetTestImage(picture.toImage()); }
+    void SetTestImage(const QImage& picture);
+    [[nodiscard]] const QImage& GetTestImage() const { return testImage; }
+    /// The test picture for the engine, 4 bytes a pixel; null without a picture.
+    [[nodiscard]] const ZenBitmap* GetTestBitmap() const { return testBitmap.get(); }
+
+    /// Grows with every change that the engine's tables could depend on.
+    [[nodiscard]] std::uint64_t GetRevision() const { return revision_; }
+
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+
+signals:
+    void mappingsChanged();
+    void EnvokeDMXDialogForUniqueID(int64_t uniqueID);
+
+private:
+    struct Header;
+
+    void SetUpColumns();
+    [[nodiscard]] static bool ReadHeader(const tinyxml2::XMLElement& mapping, Header& header);
+    void StoreHeader(const tinyxml2::XMLElement& mapping, Header header);
+    void ReadElements(const tinyxml2::XMLElement& mapping, const DeviceModel& library);
+    void WriteElements(tinyxml2::XMLElement& mapping) const;
+    void AddRow(std::unique_ptr<MappedLedItem> item, bool withSize);
+    void RecalculateConflicts();
+
+    QMap<qint64, MappedLedItem*> elements;
+    std::vector<MappedLedItem*> byRow_;
+    const SettingsBlock* settings = nullptr;
+    std::wstring network;
+    std::vector<std::wstring> manualIPRanges;
+    std::int64_t nextElementID = 0;
+    int versionMajor = 1;
+    int versionMinor = 0;
+    int canvasWidth = 100;
+    int canvasHeight = 100;
+    UniverseMerging merging;
+    bool autoUnicast = false;
+    std::wstring name = L"Untitled";
+    mutable QMutex mutex;
+    QImage testImage;
+    std::unique_ptr<ZenBitmap> testBitmap;
+    std::unordered_set<std::uint16_t> conflictUniverses;
+    std::uint64_t revision_ = 1;
+};

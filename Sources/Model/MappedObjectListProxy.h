@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+#include <QItemSelectionModel>
+#include <QList>
+#include <QSortFilterProxyModel>
+
+/// The placed elements as the view shows them, always sorted.
+class MappedObjectListProxy : public QSortFilterProxyModel
+{
+    Q_OBJECT
+
+public:
+    explicit MappedObjectListProxy(QObject* parent = nullptr);
+
+    /// Tells for each row whether its element is among `uniqueIDs`.
+    void SelectByUniqueIDs(const QList<qint64>& uniqueIDs);
+
+signals:
+    void select(const QModelIndex& index, QItemSelectionModel::SelectionFlags command);
+};
