@@ -1,0 +1,261 @@
+// SPDX-License-Identifier: MIT
+#include "LEDEngine/ArtNetOutput.h"
+
+#include "DebugVariables/DebugVariables.h"
+#include "FixtureModel/DMXMapping.h"
+#include "Log/Log.h"
+#include "Platform/IPv4.h"
+#include "Platform/Text.h"
+
+namespace {
+
+constexpr char ClientName[] = "PixelWeft";
+
+/// The 12th tick of a wait is its end: about 300 ms at the engine's rate.
+constexpr std::uint32_t TicksBeforeTimeout = 11;
+
+/// From here on a universe costs the wire less as one broadcast than as so many unicasts.
+constexpr std::int32_t SubscribersForBroadcast = 41;
+
+} // namespace
+
+ArtNetOutput::ArtNetOutput() = default;
+
+ArtNetOutput::~ArtNetOutput()
+{
+    ChangeState(OutputState::Disabled);
+}
+
+bool ArtNetOutput::Initialize(const std::wstring& interface, const std::wstring& broadcast,
+                              const std::wstring& receive, const UniverseMerging& mergingSettings)
+{
+    interfaceAddress = Platform::WideToUtf8(interface);
+    broadcastAddress = Platform::WideToUtf8(broadcast);
+    broadcastValue = Platform::ParseIPv4(broadcastAddress).value_or(0);
+    receiveAddress = Platform::WideToUtf8(receive);
+    merging = mergingSettings;
+    ClearUniverses();
+    inputUniverses.resize(static_cast<std::size_t>(merging.GetConsecutiveUniverses()));
+    subscribersDirty = true;
+    HandleEvent(OutputEvent::Initialize);
+    return true;
+}
+
+void ArtNetOutput::HandleEvent(OutputEvent event)
+{
+    switch (event) {
+    case OutputEvent::Initialize:
+        HandleInitialize();
+        break;
+    case OutputEvent::Tick:
+        HandleTick();
+        break;
+    }
+}
+
+void ArtNetOutput::HandleInitialize()
+{
+    ZEN_LOG_INFO("Initialize in %s", OutputStateText(state));
+    const bool hasNetwork = broadcastValue != 0;
+    switch (state) {
+    case OutputState::Disabled:
+        if (hasNetwork)
+            ChangeState(OutputState::DetermineSocketType);
+        break;
+    case OutputState::UsingLocalSocket:
+        if (hasNetwork)
+            CreateLocalClients();
+        else
+            ChangeState(OutputState::Disabled);
+        break;
+    case OutputState::DetermineSocketType:
+        if (!hasNetwork)
+            ChangeState(OutputState::Disabled);
+        break;
+    }
+}
+
+void ArtNetOutput::HandleTick()
+{
+    if (state != OutputState::DetermineSocketType)
+        return;
+    if (retryCounter++ < TicksBeforeTimeout)
+        return;
+    ZEN_LOG_INFO("Server was not detected");
+    ChangeState(OutputState::UsingLocalSocket);
+}
+
+void ArtNetOutput::ChangeState(OutputState next)
+{
+    Exit();
+    state = next;
+    Enter();
+}
+
+void ArtNetOutput::Exit()
+{
+    ZEN_LOG_INFO("Exiting %s", OutputStateText(state));
+    if (state != OutputState::UsingLocalSocket)
+        return;
+    ZEN_LOG_INFO("Destroying local ArtNet client");
+    outputClient.reset();
+    inputClient.reset();
+}
+
+void ArtNetOutput::Enter()
+{
+    ZEN_LOG_INFO("Entering %s", OutputStateText(state));
+    if (state == OutputState::DetermineSocketType)
+        retryCounter = 0;
+    if (state != OutputState::UsingLocalSocket)
+        return;
+    ZEN_LOG_INFO("Registering local ArtNet client");
+    CreateLocalClients();
+}
+
+void ArtNetOutput::CreateLocalClients()
+{
+    // New clients come before the old ones go: the interface stays represented, so the service keeps
+    // its socket and its list of nodes.
+    outputClient = std::make_unique<ArtNetClient>(interfaceAddress, broadcastAddress, ClientName);
+    outputClient->FeedNodes({nodes.data(), nodes.size()});
+    const auto firstUniverse = static_cast<std::uint32_t>(merging.GetFromStartAddress());
+    inputClient = std::make_unique<ArtNetClient>(receiveAddress, std::string_view{}, firstUniverse,
+                                                 merging.GetConsecutiveUniverses(), ClientName);
+}
+
+void ArtNetOutput::RefreshNodes()
+{
+    if (state != OutputState::UsingLocalSocket)
+        return;
+    nodes.clear();
+    const std::uint32_t generation = outputClient->GetNodes(nodes);
+    if (generation == nodesVersion)
+        return;
+    nodesVersion = generation;
+    subscribersDirty = true;
+}
+
+void ArtNetOutput::CheckInput()
+{
+    if (!inputClient)
+        return;
+    const std::int64_t received = inputClient->GetLastReceiveTime();
+    if (received == lastReceiveTime)
+        return;
+    lastReceiveTime = received;
+    emit dataInOn();
+}
+
+void ArtNetOutput::ReadInputUniverses()
+{
+    if (state != OutputState::UsingLocalSocket || inputUniverses.empty())
+        return;
+    inputClient->ReadDmx(merging.GetFromStartAddress(),
+                         {inputUniverses.front().data(),
+                          inputUniverses.size() * DMXUniverse::ChannelCount});
+}
+
+void ArtNetOutput::MergeInputUniverses()
+{
+    if (!merging.IsEnabled())
+        return;
+    ReadInputUniverses();
+    static const std::wstring everybody = AutoNode;
+    std::int32_t portAddress = merging.GetToStartAddress();
+    for (const auto& page : inputUniverses)
+        CopyChannels(GetUniverse(static_cast<std::uint16_t>(portAddress++), everybody), 1, page);
+}
+
+void ArtNetOutput::AddToResult(SendResult& result, bool sent) const
+{
+    result.allSent = result.allSent && sent;
+    result.anySent = result.anySent || result.allSent;
+}
+
+bool ArtNetOutput::SendUniverse(std::string_view address, const DMXUniverse& universe)
+{
+    if (state != OutputState::UsingLocalSocket)
+        return false;
+    outputClient->SendDmx(address, static_cast<std::int32_t>(universe.portAddress),
+                          {universe.channels.data(), universe.channels.size()});
+    // The send is on its way; a failure shows at the next universe.
+    const std::int64_t errorTime = outputClient->GetLastSendError().time;
+    if (errorTime == lastSendErrorTime)
+        return true;
+    lastSendErrorTime = errorTime;
+    return false;
+}
+
+ArtNetOutput::SendResult ArtNetOutput::SendUnicastUniverses()
+{
+    SendResult result;
+    for (const auto& [key, universe] : universes.Unicast()) {
+        const std::string_view address = key.first.Text();
+        if (IsInNetwork(broadcastValue, address))
+            AddToResult(result, SendUniverse(address, universe));
+    }
+    return result;
+}
+
+ArtNetOutput::SendResult ArtNetOutput::SendBroadcastUniverses()
+{
+    SendResult result;
+    for (const auto& entry : universes.Broadcast())
+        AddToResult(result, SendUniverse(broadcastAddress, entry.second));
+    return result;
+}
+
+void ArtNetOutput::CountSubscriber(std::uint16_t portAddress, std::string_view ip)
+{
+    const auto log = Zen::DebugVariables::Global();
+    if (log && log->GetBool(Zen::DebugVariables::Key("artnetdebug")))
+        ZEN_LOG_INFO("Adding autounicast subscriber for Port-Address %d at IP: %s", portAddress,
+                     std::string(ip).c_str());
+    const std::int32_t count = ++subscribers[portAddress];
+    if (count >= SubscribersForBroadcast)
+        ZEN_LOG_INFO("Port-Address %d will use broadcast, number of subscribers is %d",
+                     portAddress, count);
+}
+
+bool ArtNetOutput::SendToSubscriber(const DMXUniverse& universe, std::string_view ip,
+                                    SendResult& result)
+{
+    const auto subscriber = subscribers.find(static_cast<std::uint16_t>(universe.portAddress));
+    if (subscriber == subscribers.end()) {
+        ZEN_LOG_ERROR("Tried to autounicast to Port-Address with no subscribers, forcing "
+                      "subscribers update");
+        subscribersDirty = true;
+        return false;
+    }
+    const bool unicast = subscriber->second < SubscribersForBroadcast;
+    AddToResult(result, SendUniverse(unicast ? ip : std::string_view(broadcastAddress), universe));
+    return true;
+}
+
+ArtNetOutput::SendResult ArtNetOutput::SendAutoUnicastUniverses()
+{
+    SendResult result;
+    const bool counting = subscribersDirty;
+    if (counting) {
+        ZEN_LOG_INFO("Detected devices version changed, clearing autounicast subscribers");
+        subscribers.clear();
+    }
+    for (const ArtNetNodeInfo& node : nodes) {
+        if (!IsInNetwork(broadcastValue, node.Ip()))
+            continue;
+        for (const std::uint16_t portAddress : node.universes) {
+            const auto universe = universes.Broadcast().find(portAddress);
+            const bool used = universe != universes.Broadcast().end();
+            if (counting) {
+                CountSubscriber(portAddress, node.Ip());
+                if (used)
+                    AddToResult(result, SendUniverse(node.Ip(), universe->second));
+            } else if (used && !SendToSubscriber(universe->second, node.Ip(), result)) {
+                return result;
+            }
+        }
+    }
+    subscribersDirty = false;
+    return result;
+}

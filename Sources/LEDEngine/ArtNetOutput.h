@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include <QObject>
+
+#include "ArtNet/ArtNetClient.h"
+#include "FixtureModel/UniverseMerging.h"
+#include "LEDEngine/ArtNetUniverses.h"
+#include "LEDEngine/OutputState.h"
+
+/// Decides how universes leave, and sends them. With a network chosen it waits 12 ticks for a host
+/// program to claim the port and then takes the port itself, through clients of the Art-Net service.
+/// Events are handled on the main thread, one after the other.
+class ArtNetOutput : public QObject
+{
+    Q_OBJECT
+
+public:
+    ArtNetOutput();
+    ~ArtNetOutput() override;
+
+    /// A new choice of network or of the merger's settings. Addresses are dotted text; a broadcast
+    /// address that is none means that no network is chosen. `receive` is the interface on which
+    /// merged DMX comes in, empty for all of them. Always true.
+    bool Initialize(const std::wstring& interface, const std::wstring& broadcast,
+                    const std::wstring& receive, const UniverseMerging& mergingSettings);
+
+    void HandleEvent(OutputEvent event);
+
+    [[nodiscard]] OutputState GetState() const { return state; }
+    /// The broadcast address as a number, 0 while no network is chosen.
+    [[nodiscard]] std::uint32_t GetBroadcastValue() const { return broadcastValue; }
+    [[nodiscard]] const ArtNetNodeList& GetNodes() const { return nodes; }
+
+    /// Fetches the known nodes from the service; a new list makes the next frame count anew who takes
+    /// which universe.
+    void RefreshNodes();
+
+    /// Announces received DMX by dataInOn() when some has come in since the last call.
+    void CheckInput();
+
+    // ---- One frame, in this order ---------------------------------------------------------------
+
+    void ClearUniverses() { universes.Clear(); }
+    [[nodiscard]] DMXUniverse& GetUniverse(std::uint16_t portAddress, const std::wstring& address)
+    {
+        return universes.Get(portAddress, address);
+    }
+    /// With merging on: the received universes, whole, as the ground of the output's run.
+    void MergeInputUniverses();
+
+    /// What became of a sending step.
+    struct SendResult
+    {
+        bool allSent = true;
+        bool anySent = false;
+    };
+    SendResult SendUnicastUniverses();
+    SendResult SendBroadcastUniverses();
+    /// Each universe to the nodes that announced it, and by broadcast from 41 of them on.
+    SendResult SendAutoUnicastUniverses();
+
+    [[nodiscard]] const ArtNetUniverses& GetUniverses() const { return universes; }
+
+    /// Set while a host sends the DMX by itself: frames are built and not sent.
+    bool outputSuspended = false;
+
+signals:
+    void dataInOn();
+    void dataOutOn();
+
+private:
+    using Subscribers = boost::container::flat_map<std::uint16_t, std::int32_t>;
+
+    void ChangeState(OutputState next);
+    void Enter();
+    void Exit();
+    void HandleInitialize();
+    void HandleTick();
+    void CreateLocalClients();
+
+    void ReadInputUniverses();
+    bool SendUniverse(std::string_view address, const DMXUniverse& universe);
+    void AddToResult(SendResult& result, bool sent) const;
+    void CountSubscriber(std::uint16_t portAddress, std::string_view ip);
+    /// False when the table of subscribers is out of date: the rest of the frame waits for a count.
+    bool SendToSubscriber(const DMXUniverse& universe, std::string_view ip, SendResult& result);
+
+    OutputState state = OutputState::Disabled;
+    std::uint32_t retryCounter = 0; ///< ticks since the present wait began
+
+    std::string interfaceAddress;
+    std::string broadcastAddress;
+    std::uint32_t broadcastValue = 0;
+    std::string receiveAddress;
+    UniverseMerging merging;
+
+    std::unique_ptr<ArtNetClient> outputClient;
+    std::unique_ptr<ArtNetClient> inputClient;
+    std::int64_t lastSendErrorTime = 0;
+    std::int64_t lastReceiveTime = 0;
+
+    ArtNetUniverses universes;
+    Subscribers subscribers; ///< how many known nodes take each Port-Address
+    bool subscribersDirty = true;
+    std::uint32_t nodesVersion = 0;
+    ArtNetNodeList nodes;
+    std::vector<std::array<std::uint8_t, DMXUniverse::ChannelCount>> inputUniverses;
+};

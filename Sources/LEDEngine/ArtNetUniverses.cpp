@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#include "LEDEngine/ArtNetUniverses.h"
+
+#include <algorithm>
+
+#include "FixtureModel/DMXMapping.h"
+#include "Log/Log.h"
+#include "Platform/IPv4.h"
+
+namespace {
+
+/// How many of `count` values fit from channel `first` on; the universe then reaches that far.
+std::size_t MakeRoom(DMXUniverse& universe, std::int32_t first, std::size_t count)
+{
+    constexpr auto last = static_cast<std::int32_t>(DMXUniverse::ChannelCount);
+    if (first < 1 || first > last)
+        return 0;
+    const auto fitting = std::min(count, static_cast<std::size_t>(last - first + 1));
+    const std::size_t end = static_cast<std::size_t>(first) - 1 + fitting;
+    if (fitting > 0 && universe.channels.size() < end)
+        universe.channels.resize(end, std::uint8_t{0});
+    return fitting;
+}
+
+/// 255 in every octet that the broadcast address leaves open.
+std::uint32_t HostMask(std::uint32_t broadcast)
+{
+    std::uint32_t mask = 0;
+    for (const int shift : {0, 8, 16, 24}) {
+        const std::uint32_t octet = 0xFFU << shift;
+        if ((broadcast & octet) == octet)
+            mask |= octet;
+    }
+    return mask;
+}
+
+} // namespace
+
+NodeAddress::NodeAddress(std::wstring_view address)
+{
+    constexpr char noAddress = '?';
+    const std::size_t room = text_.size() - 1;
+    const std::size_t count = std::min(address.size(), room);
+    std::transform(address.begin(), address.begin() + static_cast<std::ptrdiff_t>(count),
+                   text_.begin(),
+                   [](wchar_t c) { return c > 0 && c < 128 ? static_cast<char>(c) : noAddress; });
+    if (address.size() > room)
+        text_[room - 1] = noAddress;
+}
+
+void ArtNetUniverses::Clear()
+{
+    broadcast_.clear();
+    unicast_.clear();
+}
+
+DMXUniverse& ArtNetUniverses::Get(std::uint16_t portAddress, const std::wstring& address)
+{
+    DMXUniverse& universe = address == AutoNode
+                                ? broadcast_[portAddress]
+                                : unicast_[UnicastKey(NodeAddress(address), portAddress)];
+    universe.portAddress = portAddress;
+    return universe;
+}
+
+void CopyChannels(DMXUniverse& universe, std::int32_t first, std::span<const std::uint8_t> values)
+{
+    const std::size_t count = MakeRoom(universe, first, values.size());
+    std::copy_n(values.begin(), count, universe.channels.begin() + (count > 0 ? first - 1 : 0));
+}
+
+void BlendChannels(DMXUniverse& universe, std::int32_t first, const ElementDMX& element)
+{
+    const std::size_t count = MakeRoom(universe, first, element.values.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        std::uint8_t& channel = universe.channels[static_cast<std::size_t>(first) - 1 + i];
+        switch (element.types[i]) {
+        case ChannelType::Pixel:
+        case ChannelType::Constant:
+            channel = element.values[i];
+            break;
+        case ChannelType::Free:
+            break;
+        default:
+            ZEN_LOG_ERROR("Unhandled channel type");
+        }
+    }
+}
+
+bool IsInNetwork(std::uint32_t broadcast, std::string_view address)
+{
+    if (address == "127.0.0.1")
+        return true;
+    const auto value = Platform::ParseIPv4(address);
+    return value && (*value | HostMask(broadcast)) == broadcast;
+}

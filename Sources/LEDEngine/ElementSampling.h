@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "FixtureModel/VideoMapping.h"
+#include "LibTools/ZenBitmap.h"
+
+/// Nearest-neighbour sampling of a picture through an element's turned and mirrored rectangle. The
+/// picture is stretched over the canvas; its own size has nothing to do with the canvas' size.
+namespace ElementSampling {
+
+/// What of a source decides where its pixels lie. Offsets stay good as long as this stays the same.
+struct SourceShape
+{
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    std::int32_t bytesPerRow = 0;
+    std::int32_t bytesPerPixel = 0;
+
+    bool operator==(const SourceShape&) const = default;
+};
+
+[[nodiscard]] SourceShape ShapeOf(const ZenBitmap& source);
+
+/// The size of the canvas in scene pixels.
+struct CanvasSize
+{
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+
+    bool operator==(const CanvasSize&) const = default;
+};
+
+/// An offset for a sample that falls beside the canvas: its pixel is black.
+inline constexpr std::int32_t OutsideCanvas = -1;
+
+/// The byte offset in the source for each of columns x rows pixels of an element, row by row. The
+/// arithmetic is in 32-bit floats throughout, so that every machine picks the same pixel. A rectangle
+/// that is not finite, or a source without pixels, gives OutsideCanvas.
+void ComputeOffsets(const VideoMapping& mapping, CanvasSize canvas, const SourceShape& source,
+                    std::int32_t columns, std::int32_t rows, std::span<std::int32_t> offsets);
+
+/// Copies the pixels at `offsets` to `target`, 4 bytes each: blue, green, red and a byte without
+/// meaning.
+void CopyPixels(const ZenBitmap& source, std::span<const std::int32_t> offsets,
+                std::uint8_t* target);
+
+} // namespace ElementSampling

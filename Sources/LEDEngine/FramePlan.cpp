@@ -1,0 +1,369 @@
+// SPDX-License-Identifier: MIT
+#include "LEDEngine/FramePlan.h"
+
+#include <algorithm>
+
+#include "Log/Log.h"
+#include "Model/MappedDeviceModel.h"
+#include "Model/MappedLedItem.h"
+
+namespace {
+
+/// All pixels of a document. 32,768 universes of 170 pixels are 5.6 million; a document beyond this
+/// is broken or hostile.
+constexpr std::size_t MaxPixels = 16U << 20U;
+
+/// An element of so many pixels begins a run of its own, so that one scattered fixture does not make
+/// the packed ones behind it scattered too.
+constexpr std::size_t PixelsForOwnRun = 16;
+
+/// A packed run shorter than this is not worth its overhead when the next pixel does not continue it.
+constexpr std::uint32_t ShortRun = 8;
+
+std::uint32_t ChannelCountOf(const MappedLedItem& item)
+{
+    const std::int32_t count = item.GetFixture().GetChannelCount();
+    return static_cast<std::uint32_t>(std::clamp(count, 0, LEDFixture::MaxChannels));
+}
+
+/// Whether a pixel of n channels that starts on channel `cell` is written at all: it begins among the
+/// fixture's values and ends below channel 512.
+bool IsWritten(std::int32_t cell, std::int32_t n, std::uint32_t valueCount)
+{
+    return n > 0 && cell >= 1 && cell <= LEDFixture::MaxChannels - n
+           && static_cast<std::uint32_t>(cell - 1) < valueCount;
+}
+
+std::uint32_t RoomFor(const PixelMap& map, std::uint32_t valueCount)
+{
+    const std::int32_t n = map.GetChannelsPerPixel();
+    std::uint32_t room = valueCount;
+    for (const std::int32_t cell : map.GetChannels()) {
+        if (IsWritten(cell, n, valueCount))
+            room = std::max(room, static_cast<std::uint32_t>(cell - 1 + n));
+    }
+    return room;
+}
+
+} // namespace
+
+bool FramePlan::Build(const MappedDeviceModel& model)
+{
+    Clear();
+    const int rows = model.rowCount();
+    elements_.reserve(static_cast<std::size_t>(rows));
+    for (int row = 0; row < rows; ++row) {
+        const MappedLedItem* item = model.GetElement(row);
+        if (!item)
+            ZEN_LOG_ERROR("CreateElementBitmap, referenced element has no fixture!");
+        if (!item || !Place(*item)) {
+            ZEN_LOG_ERROR("CreateElementBitmap returned nullptr");
+            return false;
+        }
+    }
+    FollowEdits(model);
+    return true;
+}
+
+void FramePlan::Clear()
+{
+    elements_.clear();
+    pixels_.clear();
+    offsets_.clear();
+    values_.clear();
+    types_.clear();
+    layoutGood_ = false;
+    offsetsGood_ = false;
+}
+
+bool FramePlan::Place(const MappedLedItem& item)
+{
+    const PixelMap& map = item.GetFixture().pixelMap;
+    const std::size_t pixels =
+        static_cast<std::size_t>(map.GetWidth()) * static_cast<std::size_t>(map.GetHeight());
+    if (offsets_.size() + pixels > MaxPixels)
+        return false;
+    Element element;
+    element.columns = map.GetWidth();
+    element.rows = map.GetHeight();
+    element.firstPixel = static_cast<std::uint32_t>(offsets_.size());
+    element.firstValue = static_cast<std::uint32_t>(values_.size());
+    element.valueCount = ChannelCountOf(item);
+    element.valueRoom = RoomFor(map, element.valueCount);
+    offsets_.resize(offsets_.size() + pixels, ElementSampling::OutsideCanvas);
+    pixels_.resize(offsets_.size() * 4);
+    values_.resize(values_.size() + element.valueRoom);
+    types_.resize(values_.size());
+    elements_.push_back(element);
+    return true;
+}
+
+void FramePlan::FollowEdits(const MappedDeviceModel& model)
+{
+    if (model.GetRevision() != modelRevision_ || !layoutGood_) {
+        for (std::size_t row = 0; row < elements_.size(); ++row) {
+            Element& element = elements_[row];
+            const MappedLedItem* item = model.GetElement(static_cast<int>(row));
+            if (!item || item->GetRevision() == element.revision)
+                continue;
+            element.revision = item->GetRevision();
+            layoutGood_ = false;
+            const VideoMapping* mapping = item->GetVideoMapping();
+            if (mapping && !(element.offsetsGood && *mapping == element.mapping)) {
+                element.mapping = *mapping;
+                element.offsetsGood = false;
+                offsetsGood_ = false;
+            }
+        }
+        modelRevision_ = model.GetRevision();
+    }
+    if (layoutGood_ && copiesMerging_ == model.GetMerging())
+        return;
+    MakeRuns(model);
+    MakeCopies(model, model.GetMerging());
+    layoutGood_ = true;
+}
+
+// ---- Sampling ----------------------------------------------------------------------------------
+
+std::span<std::int32_t> FramePlan::OffsetsOf(const Element& element)
+{
+    const auto count = static_cast<std::size_t>(element.columns)
+                       * static_cast<std::size_t>(element.rows);
+    return std::span(offsets_).subspan(element.firstPixel, count);
+}
+
+void FramePlan::UpdateOffsets(const MappedDeviceModel& model)
+{
+    const ElementSampling::CanvasSize canvas{model.GetCanvasWidth(), model.GetCanvasHeight()};
+    const bool all = canvas != canvas_;
+    canvas_ = canvas;
+    if (offsetsGood_ && !all)
+        return;
+    for (std::size_t row = 0; row < elements_.size(); ++row) {
+        Element& element = elements_[row];
+        const MappedLedItem* item = model.GetElement(static_cast<int>(row));
+        if (!item || !item->GetVideoMapping() || (element.offsetsGood && !all))
+            continue;
+        ElementSampling::ComputeOffsets(element.mapping, canvas_, shape_, element.columns,
+                                        element.rows, OffsetsOf(element));
+        element.offsetsGood = true;
+    }
+    offsetsGood_ = true;
+}
+
+void FramePlan::SampleAll(const MappedDeviceModel& model, const ZenBitmap& source)
+{
+    FollowEdits(model);
+    const auto shape = ElementSampling::ShapeOf(source);
+    if (shape != shape_) {
+        shape_ = shape;
+        offsetsGood_ = false;
+        for (Element& element : elements_)
+            element.offsetsGood = false;
+    }
+    UpdateOffsets(model);
+    ElementSampling::CopyPixels(source, offsets_, pixels_.data());
+}
+
+void FramePlan::SampleOne(const MappedDeviceModel& model, std::size_t row, const ZenBitmap& source)
+{
+    const Element& element = elements_[row];
+    const MappedLedItem* item = model.GetElement(static_cast<int>(row));
+    if (!item || !item->GetVideoMapping())
+        return;
+    looseOffsets_.resize(OffsetsOf(element).size());
+    ElementSampling::ComputeOffsets(*item->GetVideoMapping(),
+                                    {model.GetCanvasWidth(), model.GetCanvasHeight()},
+                                    ElementSampling::ShapeOf(source), element.columns,
+                                    element.rows, looseOffsets_);
+    ElementSampling::CopyPixels(source, looseOffsets_, PixelsOf(row));
+}
+
+std::uint8_t* FramePlan::PixelsOf(std::size_t row)
+{
+    return pixels_.data() + std::size_t{elements_[row].firstPixel} * 4;
+}
+
+ElementDMX FramePlan::ChannelsOf(std::size_t row) const
+{
+    const Element& element = elements_[row];
+    return {std::span(values_).subspan(element.firstValue, element.valueCount),
+            std::span(types_).subspan(element.firstValue, element.valueCount)};
+}
+
+// ---- Conversion --------------------------------------------------------------------------------
+
+void FramePlan::MakeRuns(const MappedDeviceModel& model)
+{
+    runs_.clear();
+    slots_.clear();
+    coveredConstants_.clear();
+    ridiculous_.clear();
+    std::ranges::fill(values_, std::uint8_t{0});
+    std::ranges::fill(types_, ChannelType::Pixel);
+    for (std::size_t row = 0; row < elements_.size(); ++row) {
+        const Element& element = elements_[row];
+        const MappedLedItem* item = model.GetElement(static_cast<int>(row));
+        if (!item)
+            continue;
+        if (element.columns > MaxBitmapSize || element.rows > MaxBitmapSize) {
+            ridiculous_.push_back(row);
+            continue;
+        }
+        AddPixels(element, *item);
+        AddConstants(element, *item);
+    }
+}
+
+void FramePlan::AddPixels(const Element& element, const MappedLedItem& item)
+{
+    underPixel_.reset();
+    const PixelMap& map = item.GetFixture().pixelMap;
+    const std::int32_t n = map.GetChannelsPerPixel();
+    const auto& cells = map.GetChannels();
+    // The blocks are those of the last Build; a map that was edited since may be another size.
+    const std::size_t count = std::min(cells.size(), OffsetsOf(element).size());
+    if (count >= PixelsForOwnRun)
+        runs_.push_back({.type = map.GetType(),
+                         .intensity = item.GetFixture().GetIntensity(),
+                         .first = {},
+                         .firstSlot = 0});
+    for (std::size_t cell = 0; cell < count; ++cell) {
+        const std::int32_t channel = cells[cell];
+        if (!IsWritten(channel, n, element.valueCount)
+            || static_cast<std::uint32_t>(channel - 1 + n) > element.valueRoom)
+            continue;
+        AddSlot(map.GetType(), item.GetFixture().GetIntensity(),
+                {element.firstPixel + static_cast<std::uint32_t>(cell),
+                 element.firstValue + static_cast<std::uint32_t>(channel - 1)});
+        for (std::int32_t i = 0; i < n; ++i)
+            underPixel_.set(static_cast<std::size_t>(channel - 1 + i));
+    }
+}
+
+void FramePlan::AddSlot(PixelMapType type, std::uint8_t intensity, PixelSlot slot)
+{
+    const bool same =
+        !runs_.empty() && runs_.back().type == type && runs_.back().intensity == intensity;
+    if (same && runs_.back().packed) {
+        PixelRun& run = runs_.back();
+        const auto n = static_cast<std::uint32_t>(ChannelsPerPixel(type));
+        if (run.count == 0)
+            run.first = slot;
+        if (run.first.pixel + run.count == slot.pixel
+            && run.first.channel + run.count * n == slot.channel) {
+            ++run.count;
+            return;
+        }
+        if (run.count < ShortRun) {
+            run.packed = false;
+            run.firstSlot = static_cast<std::uint32_t>(slots_.size());
+            for (std::uint32_t i = 0; i < run.count; ++i)
+                slots_.push_back({run.first.pixel + i, run.first.channel + i * n});
+        }
+    }
+    if (same && !runs_.back().packed) {
+        slots_.push_back(slot);
+        ++runs_.back().count;
+        return;
+    }
+    runs_.push_back(
+        {.type = type, .intensity = intensity, .count = 1, .first = slot, .firstSlot = 0});
+}
+
+void FramePlan::AddConstants(const Element& element, const MappedLedItem& item)
+{
+    for (const StaticChannel& entry : item.GetFixture().staticChannels) {
+        if (entry.channel < 1 || static_cast<std::uint32_t>(entry.channel) > element.valueCount)
+            continue;
+        const auto channel = static_cast<std::uint32_t>(entry.channel - 1);
+        const std::uint32_t index = element.firstValue + channel;
+        const bool free = entry.value < 0;
+        const auto value = static_cast<std::uint8_t>(free ? 0 : entry.value);
+        values_[index] = value;
+        types_[index] = free ? ChannelType::Free : ChannelType::Constant;
+        if (underPixel_.test(channel))
+            coveredConstants_.emplace_back(index, value);
+    }
+}
+
+void FramePlan::Convert()
+{
+    for (std::size_t i = 0; i < ridiculous_.size(); ++i)
+        ZEN_LOG_ERROR("Ridiculous values for bitmap size");
+    for (const PixelRun& run : runs_)
+        ConvertRun(run, slots_, pixels_.data(), values_.data());
+    for (const auto& [index, value] : coveredConstants_)
+        values_[index] = value;
+}
+
+// ---- Universes ---------------------------------------------------------------------------------
+
+void FramePlan::MakeCopies(const MappedDeviceModel& model, const UniverseMerging& merging)
+{
+    std::vector<std::pair<Target, ChannelCopy>> wanted;
+    wanted.reserve(elements_.size());
+    for (std::size_t row = 0; row < elements_.size(); ++row) {
+        const MappedLedItem* item = model.GetElement(static_cast<int>(row));
+        const DMXMappingArtNet* mapping = item ? item->GetArtNetMapping() : nullptr;
+        if (!mapping)
+            continue;
+        const std::uint16_t own = mapping->GetPortAddress();
+        const bool merged = merging.IsEnabled() && merging.IsInFromRange(own);
+        const Target target =
+            merged ? Target{AutoNode, static_cast<std::uint16_t>(merging.TranslateToOutput(own))}
+                   : Target{mapping->GetIpconf(), own};
+        wanted.push_back({target,
+                          {.firstValue = elements_[row].firstValue,
+                           .count = elements_[row].valueCount,
+                           .target = 0,
+                           .firstChannel = mapping->GetChannel(),
+                           .blend = merged}});
+    }
+
+    targets_.clear();
+    for (const auto& entry : wanted)
+        targets_.push_back(entry.first);
+    std::ranges::sort(targets_);
+    targets_.erase(std::unique(targets_.begin(), targets_.end()), targets_.end());
+    targetUniverses_.resize(targets_.size());
+
+    copies_.clear();
+    for (auto& [target, copy] : wanted) {
+        copy.target = static_cast<std::uint32_t>(
+            std::ranges::lower_bound(targets_, target) - targets_.begin());
+        ChannelCopy* last = copies_.empty() ? nullptr : &copies_.back();
+        const bool continues =
+            last && !last->blend && !copy.blend && last->target == copy.target
+            && last->firstChannel >= 1 && copy.firstChannel <= LEDFixture::MaxChannels
+            && last->firstValue + last->count == copy.firstValue
+            && static_cast<std::int64_t>(last->firstChannel) + last->count == copy.firstChannel;
+        if (continues)
+            last->count += copy.count;
+        else
+            copies_.push_back(copy);
+    }
+    copiesMerging_ = merging;
+}
+
+void FramePlan::Assemble(ArtNetOutput& output)
+{
+    // All universes first, in sorted order, so that each one goes to the end of its table; their
+    // places are good once the last one stands.
+    for (const Target& target : targets_)
+        static_cast<void>(output.GetUniverse(target.portAddress, target.address));
+    for (std::size_t i = 0; i < targets_.size(); ++i)
+        targetUniverses_[i] = &output.GetUniverse(targets_[i].portAddress, targets_[i].address);
+    for (const ChannelCopy& copy : copies_) {
+        DMXUniverse& universe = *targetUniverses_[copy.target];
+        const auto values = std::span<const std::uint8_t>(values_).subspan(copy.firstValue,
+                                                                           copy.count);
+        if (copy.blend)
+            BlendChannels(universe, copy.firstChannel,
+                          {values, std::span<const ChannelType>(types_).subspan(copy.firstValue,
+                                                                                copy.count)});
+        else
+            CopyChannels(universe, copy.firstChannel, values);
+    }
+}

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <bitset>
+#include <compare>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "FixtureModel/LEDFixture.h"
+#include "FixtureModel/UniverseMerging.h"
+#include "LEDEngine/ArtNetOutput.h"
+#include "LEDEngine/ElementDMX.h"
+#include "LEDEngine/ElementSampling.h"
+#include "LEDEngine/PixelConversion.h"
+
+class MappedDeviceModel;
+class MappedLedItem;
+
+/// A document laid out for speed: the pixels of all elements in one block, their channel values in
+/// another, and between them flat lists of what to copy where. A frame walks the lists from front to
+/// back and allocates nothing. The lists are made anew when the document's revision says that an
+/// element changed; the blocks only by Build, when the set of elements changes.
+class FramePlan
+{
+public:
+    /// Lays out all elements of the document. False, with a line in the log, for a row without an
+    /// element.
+    bool Build(const MappedDeviceModel& model);
+    void Clear();
+
+    [[nodiscard]] std::size_t ElementCount() const { return elements_.size(); }
+
+    /// Follows edits of elements since the last call. The row count is the one of Build.
+    void FollowEdits(const MappedDeviceModel& model);
+
+    /// Samples every element from `source`.
+    void SampleAll(const MappedDeviceModel& model, const ZenBitmap& source);
+    /// Samples one element, from another source than the others.
+    void SampleOne(const MappedDeviceModel& model, std::size_t row, const ZenBitmap& source);
+
+    /// Turns all pixels into channel values.
+    void Convert();
+
+    /// Puts the channel values into universes. Later rows win over earlier ones.
+    void Assemble(ArtNetOutput& output);
+
+    /// The sampled pixels of an element, 4 bytes each, row by row; stays in place until the next
+    /// Build.
+    [[nodiscard]] std::uint8_t* PixelsOf(std::size_t row);
+    [[nodiscard]] std::int32_t ColumnsOf(std::size_t row) const { return elements_[row].columns; }
+    [[nodiscard]] std::int32_t RowsOf(std::size_t row) const { return elements_[row].rows; }
+    [[nodiscard]] ElementDMX ChannelsOf(std::size_t row) const;
+
+    /// The largest width and height of an element that is converted.
+    static constexpr std::int32_t MaxBitmapSize = 1000;
+
+private:
+    struct Element
+    {
+        std::int32_t columns = 0;
+        std::int32_t rows = 0;
+        std::uint32_t firstPixel = 0;
+        std::uint32_t firstValue = 0;
+        std::uint32_t valueCount = 0;
+        std::uint32_t valueRoom = 0; ///< the values, and the tail of a pixel that begins among them
+        std::uint64_t revision = 0;
+        VideoMapping mapping;    ///< that the offsets were made from
+        bool offsetsGood = false;
+    };
+
+    /// One element's way into a universe; neighbours on the wire that are neighbours here share one.
+    struct ChannelCopy
+    {
+        std::uint32_t firstValue = 0;
+        std::uint32_t count = 0;
+        std::uint32_t target = 0;
+        std::int32_t firstChannel = 0;
+        bool blend = false;
+    };
+
+    /// A universe that elements write to.
+    struct Target
+    {
+        std::wstring address;
+        std::uint16_t portAddress = 0;
+
+        auto operator<=>(const Target&) const = default;
+    };
+
+    [[nodiscard]] bool Place(const MappedLedItem& item);
+    void MakeRuns(const MappedDeviceModel& model);
+    void AddPixels(const Element& element, const MappedLedItem& item);
+    void AddSlot(PixelMapType type, std::uint8_t intensity, PixelSlot slot);
+    void AddConstants(const Element& element, const MappedLedItem& item);
+    void MakeCopies(const MappedDeviceModel& model, const UniverseMerging& merging);
+    void UpdateOffsets(const MappedDeviceModel& model);
+    [[nodiscard]] std::span<std::int32_t> OffsetsOf(const Element& element);
+
+    std::vector<Element> elements_;
+    std::vector<std::uint8_t> pixels_;
+    std::vector<std::int32_t> offsets_;
+    std::vector<std::int32_t> looseOffsets_; ///< of SampleOne
+    std::vector<std::uint8_t> values_;
+    std::vector<ChannelType> types_;
+
+    std::vector<PixelRun> runs_;
+    std::vector<PixelSlot> slots_;
+    /// Constants under a pixel: written again after each conversion.
+    std::vector<std::pair<std::uint32_t, std::uint8_t>> coveredConstants_;
+    std::bitset<LEDFixture::MaxChannels + 8> underPixel_; ///< scratch: values of the element in hand
+    std::vector<std::size_t> ridiculous_; ///< elements too large to convert
+
+    std::vector<Target> targets_;
+    std::vector<DMXUniverse*> targetUniverses_; ///< of the frame in hand
+    std::vector<ChannelCopy> copies_;
+    std::optional<UniverseMerging> copiesMerging_; ///< that the copies were made for
+
+    std::uint64_t modelRevision_ = 0;
+    bool layoutGood_ = false;
+    bool offsetsGood_ = false;
+    ElementSampling::SourceShape shape_;
+    ElementSampling::CanvasSize canvas_;
+};

@@ -1,0 +1,154 @@
+// SPDX-License-Identifier: MIT
+#include "LEDEngine/GetIPRange.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include <boost/algorithm/string/replace.hpp>
+#include <boost/algorithm/string/split.hpp>
+
+#include "Log/Log.h"
+#include "Platform/IPv4.h"
+#include "Platform/Text.h"
+
+namespace {
+
+bool IsListed(const std::string& ip)
+{
+    const auto point = ip.find('.');
+    if (point == std::string::npos)
+        return false;
+    // Loopback, and the addresses that a machine gives itself when nobody else does.
+    const auto firstOctet = std::string_view(ip).substr(0, point);
+    return firstOctet != "127" && firstOctet != "169";
+}
+
+std::vector<std::wstring> PartsOf(const std::wstring& text)
+{
+    std::vector<std::wstring> parts;
+    boost::split(parts, text, [](wchar_t c) { return c == L'.'; });
+    return parts;
+}
+
+bool Matches(const std::vector<std::wstring>& pattern, const std::wstring& ip)
+{
+    const auto parts = PartsOf(ip);
+    return parts.size() == 4
+           && std::ranges::equal(pattern, parts, [](const auto& wanted, const auto& part) {
+                  return wanted == L"X" || wanted == part;
+              });
+}
+
+} // namespace
+
+GetIPRange& GetIPRange::Instance()
+{
+    static GetIPRange instance(&Platform::GetNetworkInterfaces);
+    return instance;
+}
+
+GetIPRange::GetIPRange(Source source) : source_(std::move(source)) {}
+
+KnownNetwork* GetIPRange::Find(const std::wstring& ip)
+{
+    const auto found = std::ranges::find(networks_, ip, &decltype(networks_)::value_type::first);
+    return found == networks_.end() ? nullptr : &found->second;
+}
+
+std::vector<NetworkChange> GetIPRange::DetectChanges()
+{
+    auto interfaces = source_();
+    std::ranges::sort(interfaces, [](const NetworkInterface& a, const NetworkInterface& b) {
+        return a.ip != b.ip ? a.ip < b.ip : a.up && !b.up;
+    });
+    std::vector<NetworkChange> changes;
+    for (const NetworkInterface& adapter : interfaces) {
+        if (!IsListed(adapter.ip))
+            continue;
+        const std::wstring ip = Platform::Utf8ToWide(adapter.ip);
+        const KnownNetwork now{adapter.ipValue, Platform::Utf8ToWide(adapter.broadcast),
+                               adapter.broadcastValue, adapter.up};
+        KnownNetwork* known = Find(ip);
+        if (!known) {
+            ZEN_LOG_INFO("New network detected %s/%s", adapter.ip.c_str(),
+                         adapter.broadcast.c_str());
+            networks_.emplace_back(ip, now);
+            changes.push_back(now);
+        } else if (*known != now) {
+            ZEN_LOG_INFO("Network changed %s/%s, state %d", adapter.ip.c_str(),
+                         adapter.broadcast.c_str(), adapter.up ? 1 : 0);
+            *known = now;
+            changes.push_back(now);
+        }
+    }
+    return changes;
+}
+
+std::vector<NetworkListEntry> GetIPRange::GetNetworks()
+{
+    DetectChanges();
+    std::vector<NetworkListEntry> entries;
+    for (const auto& [ip, network] : networks_)
+        entries.push_back({ip, network.up});
+    for (const std::wstring& range : manualRanges_) {
+        const auto matches = MatchesOf(range);
+        const bool connected =
+            std::ranges::any_of(matches, [](const Match& match) { return match.network.up; });
+        entries.push_back({range, connected});
+    }
+    return entries;
+}
+
+std::vector<GetIPRange::Match> GetIPRange::FindMatching(const std::wstring& text)
+{
+    DetectChanges();
+    return MatchesOf(text);
+}
+
+std::vector<GetIPRange::Match> GetIPRange::MatchesOf(const std::wstring& text) const
+{
+    std::vector<Match> matches;
+    const auto pattern = PartsOf(text);
+    if (pattern.size() != 4)
+        return matches;
+    for (const auto& [ip, network] : networks_) {
+        if (Matches(pattern, ip))
+            matches.push_back({ip, network});
+    }
+    return matches;
+}
+
+void GetIPRange::AddManualRange(const std::wstring& text)
+{
+    if (!HasManualRange(text))
+        manualRanges_.push_back(text);
+}
+
+void GetIPRange::RemoveManualRange(const std::wstring& text)
+{
+    std::erase(manualRanges_, text);
+}
+
+bool GetIPRange::HasManualRange(const std::wstring& text) const
+{
+    return std::ranges::find(manualRanges_, text) != manualRanges_.end();
+}
+
+bool GetIPRange::IsKnownNetwork(const std::wstring& text)
+{
+    if (HasManualRange(text))
+        return true;
+    DetectChanges();
+    return text == L"127.0.0.1" || Find(text) != nullptr;
+}
+
+std::wstring GetIPRange::RangeToBroadcast(const std::wstring& text)
+{
+    return boost::replace_all_copy(text, L"X", L"255");
+}
+
+bool GetIPRange::IsValidRange(const std::wstring& text)
+{
+    return Platform::ParseIPv4(RangeToBroadcast(text)).value_or(0) != 0;
+}

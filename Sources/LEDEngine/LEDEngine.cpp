@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+#include "LEDEngine/LEDEngine.h"
+
+#include <exception>
+
+#include <QMutexLocker>
+
+#include "Log/Log.h"
+#include "Model/ArtNetNodeModel.h"
+#include "Model/DeviceManager.h"
+#include "Model/MappedDeviceModel.h"
+#include "Model/MappedLedItem.h"
+
+namespace {
+
+/// A pixel of an element: blue, green, red and a byte without meaning.
+constexpr std::uint32_t ElementFormat = 4;
+
+ArtNetNodeRecord RecordOf(const ArtNetNodeInfo& node)
+{
+    ArtNetNodeRecord record;
+    record.ip = std::string(node.Ip());
+    record.name = std::string(node.Name());
+    for (const std::uint16_t portAddress : node.universes)
+        record.universes.push_back({portAddress, 0});
+    return record;
+}
+
+} // namespace
+
+LEDEngine::LEDEngine(DeviceManager& manager) : deviceManager(manager) {}
+
+LEDEngine::~LEDEngine()
+{
+    ReleaseElements();
+}
+
+bool LEDEngine::CreateElements(int width, int height)
+{
+    canvasWidth = width;
+    canvasHeight = height;
+    const QMutexLocker lock(&deviceManager.GetMutex());
+    ReleaseElements();
+    if (!plan_.Build(*deviceManager.GetMappedDeviceModel()))
+        return false;
+    elementBitmaps_.reserve(plan_.ElementCount());
+    for (std::size_t row = 0; row < plan_.ElementCount(); ++row) {
+        auto bitmap = std::make_unique<ZenBitmap>();
+        bitmap->width = plan_.ColumnsOf(row);
+        bitmap->height = plan_.RowsOf(row);
+        bitmap->data = plan_.PixelsOf(row);
+        bitmap->bytesPerRow = bitmap->width * ZenBitmap::BytesPerPixel(ElementFormat);
+        bitmap->format = ElementFormat;
+        elementBitmaps_.push_back(std::move(bitmap));
+    }
+    elementsReady = true;
+    return true;
+}
+
+void LEDEngine::ReleaseElements()
+{
+    elementsReady = false;
+    elementBitmaps_.clear();
+    plan_.Clear();
+}
+
+void LEDEngine::UpdateElementBitmaps(const ZenBitmap& source)
+{
+    const MappedDeviceModel& model = *deviceManager.GetMappedDeviceModel();
+    if (elementsReady && static_cast<std::size_t>(model.rowCount()) == plan_.ElementCount())
+        plan_.SampleAll(model, source);
+}
+
+void LEDEngine::UpdateElementBitmap(int index, const ZenBitmap& source)
+{
+    if (!elementsReady)
+        return;
+    const MappedDeviceModel& model = *deviceManager.GetMappedDeviceModel();
+    if (index < 0 || !model.GetElement(index)) {
+        ZEN_LOG_ERROR("LEDEngine lost an element at #%d", index);
+        return;
+    }
+    if (static_cast<std::size_t>(index) >= plan_.ElementCount()) {
+        ZEN_LOG_ERROR("LEDEngine lost an element bitmap at #%d", index);
+        return;
+    }
+    plan_.SampleOne(model, static_cast<std::size_t>(index), source);
+}
+
+int LEDEngine::SendFrame()
+{
+    if (!elementsReady)
+        return -1;
+    const QMutexLocker lock(&deviceManager.GetMutex());
+    const auto rows = static_cast<std::size_t>(deviceManager.GetMappedDeviceModel()->rowCount());
+    if (plan_.ElementCount() != rows || elementBitmaps_.size() != rows) {
+        ZEN_LOG_ERROR("Size mismatch dmxValues_=%d, elementBitmaps_=%d, mappedItems=%d",
+                      static_cast<int>(plan_.ElementCount()),
+                      static_cast<int>(elementBitmaps_.size()), static_cast<int>(rows));
+        return -1;
+    }
+    try {
+        return BuildAndSendFrame();
+    } catch (const std::exception& failure) {
+        // No fault of one frame may end the show: the next tick makes the next frame.
+        ZEN_LOG_ERROR("Frame lost: %s", failure.what());
+        return -1;
+    }
+}
+
+int LEDEngine::BuildAndSendFrame()
+{
+    const MappedDeviceModel& model = *deviceManager.GetMappedDeviceModel();
+    plan_.FollowEdits(model);
+    plan_.Convert();
+    output.ClearUniverses();
+    if (model.GetMerging().IsEnabled())
+        output.MergeInputUniverses();
+    plan_.Assemble(output);
+    if (output.outputSuspended)
+        return -1;
+    const auto result = SendUniverses();
+    if (result.anySent)
+        emit output.dataOutOn();
+    return result.allSent ? 0 : -1;
+}
+
+ArtNetOutput::SendResult LEDEngine::SendUniverses()
+{
+    const auto unicast = output.SendUnicastUniverses();
+    const bool byNode = deviceManager.GetMappedDeviceModel()->IsAutoUnicast()
+                        && !output.GetNodes().empty();
+    const auto broadcast =
+        byNode ? output.SendAutoUnicastUniverses() : output.SendBroadcastUniverses();
+    return {unicast.allSent && broadcast.allSent, unicast.anySent || broadcast.anySent};
+}
+
+const ZenBitmap* LEDEngine::FindElementBitmap(const MappedLedItem& item)
+{
+    const QMutexLocker lock(&deviceManager.GetMutex());
+    const MappedDeviceModel& model = *deviceManager.GetMappedDeviceModel();
+    const int rows = model.rowCount();
+    if (elementBitmaps_.size() != static_cast<std::size_t>(rows))
+        return nullptr;
+    for (int row = 0; row < rows; ++row) {
+        const MappedLedItem* element = model.GetElement(row);
+        if (element && element->description == item.description)
+            return elementBitmaps_[static_cast<std::size_t>(row)].get();
+    }
+    return nullptr;
+}
+
+void LEDEngine::InitializeOutput(const std::wstring& interface, const std::wstring& broadcast,
+                                 const std::wstring& receive, const UniverseMerging& merging)
+{
+    output.Initialize(interface, broadcast, receive, merging);
+}
+
+bool LEDEngine::UpdateNodeList(ArtNetNodeModel& table)
+{
+    output.RefreshNodes();
+    std::vector<ArtNetNodeRecord> records;
+    records.reserve(output.GetNodes().size());
+    for (const ArtNetNodeInfo& node : output.GetNodes())
+        records.push_back(RecordOf(node));
+    return table.UpdateNodes(records);
+}

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#include "LEDEngine/OutputState.h"
+
+#include "Log/Log.h"
+
+const char* OutputStateText(OutputState state)
+{
+    switch (state) {
+    case OutputState::Disabled:
+        return "Disabled state";
+    case OutputState::UsingLocalSocket:
+        return "Using local socket state";
+    case OutputState::DetermineSocketType:
+        return "Determine socket type state";
+    }
+    ZEN_LOG_ERROR("Unknown ArtNetOutput state");
+    return "Unknown ArtNetOutput state";
+}
