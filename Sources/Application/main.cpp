@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include <memory>
+#include <string_view>
+
+#include "Application/PixelWeftApp.h"
+#include "ArtNet/ZenArtNetService.h"
+#include "DebugVariables/DebugVariables.h"
+#include "Log/Log.h"
+#include "Platform/Locale.h"
+#include "Platform/SingleInstance.h"
+
+namespace {
+
+void ReadSwitches(int argc, char** argv)
+{
+    const auto variables = Zen::DebugVariables::Global();
+    variables->Set("artnetdebug", false);
+    for (int i = 1; i < argc; ++i) {
+        if (std::string_view(argv[i]) == "-artnetdebug")
+            variables->Set("artnetdebug", true);
+    }
+}
+
+/// The process's globals come up in this order and go in the reverse one, whichever way main ends.
+struct Globals
+{
+    Globals()
+    {
+        Zen::Log::SetGlobal(std::make_shared<Zen::Log>());
+        Zen::ArtNetService::SetGlobal(std::make_shared<Zen::ArtNetService>(
+            "Zentri PixelWeft", "#0001 [0001] Ready", false));
+        Zen::DebugVariables::SetGlobal(std::make_shared<Zen::DebugVariables>());
+    }
+    ~Globals()
+    {
+        Zen::DebugVariables::SetGlobal(nullptr);
+        Zen::ArtNetService::SetGlobal(nullptr);
+        Zen::Log::SetGlobal(nullptr);
+    }
+    Globals(const Globals&) = delete;
+    Globals& operator=(const Globals&) = delete;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    // A second start ends here in silence: the first one has the port, the document and the show.
+    if (!Platform::ClaimSingleInstance("Global\\PixelWeft"))
+        return 0;
+    Platform::UseUtf8TextAndPlainNumbers();
+    const Globals globals;
+    ReadSwitches(argc, argv);
+
+    PixelWeftApp application(argc, argv);
+    WEFTMain& window = application.MainWindow();
+    window.showNormal();
+    window.LoadFirstDocument();
+    window.StartTimers();
+    return QApplication::exec();
+}

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <set>
+
+#include <QPersistentModelIndex>
+
+#include "LibTools/ZenBitmap.h"
+
+class DeviceManager;
+class LEDEngine;
+
+/// What happens in one tick of the engine's timer: the output's state machine first, then, when one is
+/// due, a frame. Frames are due on every tick while received DMX is merged, and every 100 ms otherwise.
+class FrameLoop
+{
+public:
+    using Selection = std::set<QPersistentModelIndex>;
+
+    /// All three outlive the loop. `selection` holds the elements that the selection mode marks.
+    FrameLoop(DeviceManager& manager, LEDEngine& engine, const Selection& selection);
+
+    /// One tick. The result is the time to the next one in milliseconds: ticks start 25 ms apart, and
+    /// a slow tick is followed by a wait as long as itself.
+    int Tick();
+
+    /// One frame, from the test picture to the wire. Without a picture nothing goes out.
+    void SendOutput();
+
+    static constexpr int TickMilliseconds = 25;
+
+private:
+    [[nodiscard]] std::unique_ptr<ZenBitmap> SelectionMark() const;
+    void MarkSelection(const ZenBitmap& mark);
+
+    DeviceManager& manager_;
+    LEDEngine& engine_;
+    const Selection& selection_;
+    std::int64_t lastOutputTime = 0;
+    std::int64_t flashTime = 0;
+    bool flashOn = false;
+};

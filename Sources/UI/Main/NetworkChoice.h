@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include <QObject>
+#include <QString>
+
+class ArtNetNodeModel;
+class DeviceManager;
+class ExternalServerPreferences;
+class GetIPRange;
+class LEDEngine;
+class SettingsBlock;
+
+/// The chosen network: what the operator or the document wants as text, and the address and broadcast
+/// address that it has now. Follows adapters as they come and go.
+class NetworkChoice : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Shows a text to the operator and waits until it was read.
+    using Notice = std::function<void(const QString&)>;
+
+    /// Everything but `notice` outlives this object.
+    NetworkChoice(GetIPRange& networks, SettingsBlock& settings, DeviceManager& manager,
+                  LEDEngine& engine, Notice notice);
+
+    /// Chooses the network that the text names; an empty text is none. The operator reads a notice
+    /// when no adapter or more than one matches.
+    void Choose(const QString& text);
+
+    /// Takes the network that a document names, with the notices that go with it.
+    void ChooseFromDocument(const std::wstring& documentText);
+
+    /// The first network there is, for a document that is made anew.
+    void ChooseFirst();
+
+    /// Where merged DMX comes in. Null preferences: at the chosen network.
+    void SetHostPreferences(const ExternalServerPreferences* preferences);
+
+    [[nodiscard]] const std::wstring& GetNetworkIP() const { return networkIP; }
+    [[nodiscard]] const std::wstring& GetNetworkBroadcast() const { return networkBroadcast; }
+
+public slots:
+    /// Hands the choice and the merger's settings to the output.
+    void updateArtNetOutput();
+    /// Every 3 seconds: takes up a chosen network that has come, or come back.
+    void CheckNetworkUpdates();
+
+signals:
+    void networkChanged();
+
+private:
+    [[nodiscard]] std::wstring determineArtNetReceiveInterfaceIPs() const;
+    void FollowChosenNetwork(bool connected);
+    void LookForChosenNetwork();
+
+    GetIPRange& networks_;
+    SettingsBlock& settings_;
+    DeviceManager& manager_;
+    LEDEngine& engine_;
+    Notice notice_;
+    const ExternalServerPreferences* preferences_ = nullptr;
+    std::wstring networkIP;
+    std::wstring networkBroadcast;
+};
