@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "Socket.h"
+#include "Wire.h"
+
+#include <array>
+#include <chrono>
+#include <map>
+
+namespace Rig {
+
+/// The received universes as rows of coloured cells on a terminal: three channels a cell.
+class Screen
+{
+public:
+    Screen();
+    /// Gives the terminal its cursor and colours back.
+    ~Screen();
+    Screen(const Screen&) = delete;
+    Screen& operator=(const Screen&) = delete;
+
+    void Take(const Dmx& dmx, const Address& source);
+    /// Draws anew; call it ten times a second: each call also closes a slot of the packet rates.
+    void Draw();
+
+    static constexpr std::chrono::milliseconds period{100};
+
+private:
+    struct Row
+    {
+        std::array<std::uint8_t, universeSize> channels{};
+        Address source{};
+        std::size_t length = 0;
+        std::array<int, 10> slots{}; ///< packets of the last ten periods
+        int silent = 0;              ///< periods since the last packet
+    };
+
+    std::map<std::uint16_t, Row> rows_;
+    std::size_t slot_ = 0;
+};
+
+} // namespace Rig
