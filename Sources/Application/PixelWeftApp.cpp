@@ -8,7 +8,9 @@ PixelWeftApp::PlainNumbers::PlainNumbers()
     Platform::UseUtf8TextAndPlainNumbers();
 }
 
-PixelWeftApp::PixelWeftApp(int& argc, char** argv) : QApplication(argc, argv) {}
+PixelWeftApp::PixelWeftApp(int& argc, char** argv)
+    : QApplication(argc, argv)
+{}
 
 bool PixelWeftApp::event(QEvent* event)
 {

@@ -27,8 +27,8 @@ struct Globals
     Globals()
     {
         Zen::Log::SetGlobal(std::make_shared<Zen::Log>());
-        Zen::ArtNetService::SetGlobal(std::make_shared<Zen::ArtNetService>(
-            "Zentri PixelWeft", "#0001 [0001] Ready", false));
+        Zen::ArtNetService::SetGlobal(
+            std::make_shared<Zen::ArtNetService>("Zentri PixelWeft", "#0001 [0001] Ready", false));
         Zen::DebugVariables::SetGlobal(std::make_shared<Zen::DebugVariables>());
     }
     ~Globals()

@@ -8,8 +8,7 @@
 ArtNetClient::ArtNetClient(std::string_view interfaceAddress, std::string_view pollTarget,
                            std::string_view name)
     : ArtNetClient(interfaceAddress, pollTarget, 0, 0, name)
-{
-}
+{}
 
 ArtNetClient::ArtNetClient(std::string_view interfaceAddress, std::string_view pollTarget,
                            std::uint32_t firstUniverse, std::int32_t universeCount,

@@ -28,8 +28,8 @@ public:
     ArtNetClient(const ArtNetClient&) = delete;
     ArtNetClient& operator=(const ArtNetClient&) = delete;
 
-    /// The nodes known now, in order of first arrival, and the generation of that list: it grows with
-    /// each change.
+    /// The nodes known now, in order of first arrival, and the generation of that list: it grows
+    /// with each change.
     std::uint32_t GetNodes(ArtNetNodeList& nodes) const;
 
     /// Makes nodes that are known from elsewhere visible at once.
@@ -45,13 +45,13 @@ public:
     /// Nanoseconds of the monotonic clock, 0 while nothing has come in.
     [[nodiscard]] std::int64_t GetLastReceiveTime() const;
 
-    /// Fills `pages`, a whole number of 512-byte pages, with the universes from `firstPortAddress` on.
-    /// A universe that nobody registered or nobody sent reads as zeros.
+    /// Fills `pages`, a whole number of 512-byte pages, with the universes from `firstPortAddress`
+    /// on. A universe that nobody registered or nobody sent reads as zeros.
     void ReadDmx(std::int32_t firstPortAddress, std::span<std::uint8_t> pages) const;
 
-    /// Queues one ArtDmx packet to port 6454 of `address`. Raises std::invalid_argument when the text
-    /// is no IPv4 address, and gsl::narrowing_error when the Port-Address doesn't fit 16 bits. At most
-    /// 512 bytes go out.
+    /// Queues one ArtDmx packet to port 6454 of `address`. Raises std::invalid_argument when the
+    /// text is no IPv4 address, and gsl::narrowing_error when the Port-Address doesn't fit 16 bits.
+    /// At most 512 bytes go out.
     void SendDmx(std::string_view address, std::int32_t portAddress,
                  std::span<const std::uint8_t> channels);
 

@@ -6,8 +6,8 @@
 
 #include "ArtNet/ArtNetNodeInfo.h"
 
-/// The nodes of one server: what was heard, and what of it is published. Life is counted in polls: a
-/// node that answers five of them in a row with silence is gone. No lock of its own.
+/// The nodes of one server: what was heard, and what of it is published. Life is counted in polls:
+/// a node that answers five of them in a row with silence is gone. No lock of its own.
 class ArtNetNodeTable
 {
 public:

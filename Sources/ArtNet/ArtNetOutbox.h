@@ -11,8 +11,8 @@
 #include "ArtNet/ArtNetPackets.h"
 #include "Platform/Datagrams.h"
 
-/// ArtDmx packets between the frame loop, which writes them, and the I/O thread, which sends them: one
-/// wake-up for a whole frame, where a send from the frame loop's own thread costs twice as much
+/// ArtDmx packets between the frame loop, which writes them, and the I/O thread, which sends them:
+/// one wake-up for a whole frame, where a send from the frame loop's own thread costs twice as much
 /// (measured). Both sides keep their blocks, so a frame like the one before allocates nothing.
 class ArtNetOutbox
 {

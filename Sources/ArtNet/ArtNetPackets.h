@@ -40,7 +40,7 @@ std::size_t WriteDmx(std::span<std::byte, MaxDmxSize> packet, std::uint16_t port
 
 struct Dmx
 {
-    std::uint16_t portAddress = 0; ///< 15 bits
+    std::uint16_t portAddress = 0;       ///< 15 bits
     std::span<const std::byte> channels; ///< at most 512, part of the datagram
 };
 [[nodiscard]] std::optional<Dmx> ReadDmx(std::span<const std::byte> datagram);
@@ -57,8 +57,8 @@ struct Identity
 };
 void WritePollReply(std::span<std::byte, PollReplySize> packet, const Identity& identity);
 
-/// The node behind a reply. Nothing for a short packet, and for a program of our own family: it is no
-/// place to send light to. `source` is where the datagram came from.
+/// The node behind a reply. Nothing for a short packet, and for a program of our own family: it is
+/// no place to send light to. `source` is where the datagram came from.
 [[nodiscard]] std::optional<ArtNetNodeInfo> ReadPollReply(std::span<const std::byte> datagram,
                                                           std::uint32_t source);
 

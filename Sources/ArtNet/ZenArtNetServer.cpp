@@ -33,11 +33,13 @@ struct FlushAllocator
     using value_type = T;
     FlushStorage* storage;
 
-    explicit FlushAllocator(FlushStorage* memory) : storage(memory) {}
+    explicit FlushAllocator(FlushStorage* memory)
+        : storage(memory)
+    {}
     template <typename U>
-    explicit FlushAllocator(const FlushAllocator<U>& other) : storage(other.storage)
-    {
-    }
+    explicit FlushAllocator(const FlushAllocator<U>& other)
+        : storage(other.storage)
+    {}
     T* allocate(std::size_t count) { return static_cast<T*>(storage->Take(count * sizeof(T))); }
     void deallocate(T* memory, std::size_t) { storage->GiveBack(memory); }
     template <typename U>
@@ -292,15 +294,15 @@ void ArtNetServer::SendPollReply(const Udp::endpoint& poller)
     std::array<std::byte, ArtNetPackets::PollReplySize> reply{};
     {
         const std::lock_guard lock(mutex);
-        // A server on all interfaces does not know its address towards this poller; the poller reads
-        // it from the datagram anyway.
-        ArtNetPackets::WritePollReply(reply, {.shortName = settings_.shortName,
-                                              .nodeReport = settings_.nodeReport,
-                                              .net = net,
-                                              .subNet = subNet,
-                                              .outputs = outputUniverses,
-                                              .address = interfaceValue_ ? interfaceValue_
-                                                                         : target});
+        // A server on all interfaces does not know its address towards this poller; the poller
+        // reads it from the datagram anyway.
+        ArtNetPackets::WritePollReply(reply,
+                                      {.shortName = settings_.shortName,
+                                       .nodeReport = settings_.nodeReport,
+                                       .net = net,
+                                       .subNet = subNet,
+                                       .outputs = outputUniverses,
+                                       .address = interfaceValue_ ? interfaceValue_ : target});
     }
     const Platform::Datagram datagram{target, poller.port(), reply};
     SendNow({&datagram, 1}, false);
@@ -350,10 +352,9 @@ void ArtNetServer::SendDmx(std::uint32_t address, std::uint16_t portAddress,
 {
     if (!outbox_.Add(address, portAddress, channels))
         return;
-    boost::asio::post(ioService_,
-                      FlushHandler{&flushStorage_, [self = shared_from_this()] {
-                                       self->FlushOutbox();
-                                   }});
+    boost::asio::post(ioService_, FlushHandler{&flushStorage_, [self = shared_from_this()] {
+                                                   self->FlushOutbox();
+                                               }});
 }
 
 void ArtNetServer::FlushOutbox()

@@ -34,8 +34,8 @@ private:
 };
 
 /// One socket on the Art-Net port, on one interface or on all of them, with its receive loop, its
-/// universes, its nodes and its sends. Pending operations hold the server; a stopped one lives until
-/// the last of them has run. The operations are called with the service's mutex held.
+/// universes, its nodes and its sends. Pending operations hold the server; a stopped one lives
+/// until the last of them has run. The operations are called with the service's mutex held.
 class ArtNetServer : public std::enable_shared_from_this<ArtNetServer>
 {
 public:
@@ -97,7 +97,8 @@ private:
 
     Settings settings_;
     std::uint32_t interfaceValue_ = 0;
-    std::mutex& mutex; ///< the service's: guards dmxIn, nodes and the three fields of times and error
+    std::mutex&
+        mutex; ///< the service's: guards dmxIn, nodes and the three fields of times and error
     boost::container::flat_map<std::int32_t, Universe> dmxIn;
     ArtNetNodeTable nodes;
     std::int64_t lastReceiveTime = 0;
@@ -121,7 +122,7 @@ private:
     ArtNetOutbox outbox_;
     FlushStorage flushStorage_;
     boost::asio::io_service& ioService_;
-    std::error_code loggedError_;    ///< I/O thread only
+    std::error_code loggedError_; ///< I/O thread only
     std::int64_t loggedErrorTime_ = 0;
 };
 

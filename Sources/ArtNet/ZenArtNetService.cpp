@@ -42,9 +42,8 @@ using ServerList = std::vector<std::shared_ptr<ArtNetServer>>;
 /// Takes the server of this interface out of the list, null when there is none.
 std::shared_ptr<ArtNetServer> TakeServer(ServerList& servers, const std::string& interfaceAddress)
 {
-    const auto found = std::ranges::find_if(servers, [&](const auto& server) {
-        return server->GetInterface() == interfaceAddress;
-    });
+    const auto found = std::ranges::find_if(
+        servers, [&](const auto& server) { return server->GetInterface() == interfaceAddress; });
     if (found == servers.end())
         return nullptr;
     auto server = *found;
@@ -104,8 +103,7 @@ struct ArtNetService::Impl
     {
         std::vector<std::string> targets;
         for (const ClientRecord& client : clients) {
-            const bool counts =
-                !interfaceAddress || client.interfaceAddress == *interfaceAddress;
+            const bool counts = !interfaceAddress || client.interfaceAddress == *interfaceAddress;
             if (counts && !client.pollTarget.empty())
                 targets.push_back(client.pollTarget);
         }
@@ -246,8 +244,8 @@ void ArtNetService::SetGlobal(std::shared_ptr<ArtNetService> service)
 
 std::uint32_t ArtNetService::RegisterClient(std::string_view interfaceAddress,
                                             std::string_view pollTarget,
-                                            std::uint32_t firstUniverse,
-                                            std::int32_t universeCount, std::string_view name)
+                                            std::uint32_t firstUniverse, std::int32_t universeCount,
+                                            std::string_view name)
 {
     const std::lock_guard lock(impl->mutex);
     ClientRecord client;

@@ -19,9 +19,10 @@ enum class ArtNetServerStatus : std::int32_t
     OpenFailed = 2
 };
 
-/// The one owner of Art-Net sockets in the process. Clients register with an interface, a poll target
-/// and universes; the service keeps as many servers as that needs and carries them over changes. Calls
-/// may come from any thread and never wait for the network. Use it through ArtNetClient.
+/// The one owner of Art-Net sockets in the process. Clients register with an interface, a poll
+/// target and universes; the service keeps as many servers as that needs and carries them over
+/// changes. Calls may come from any thread and never wait for the network. Use it through
+/// ArtNetClient.
 class ArtNetService
 {
 public:

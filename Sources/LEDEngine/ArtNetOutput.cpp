@@ -115,8 +115,8 @@ void ArtNetOutput::Enter()
 
 void ArtNetOutput::CreateLocalClients()
 {
-    // New clients come before the old ones go: the interface stays represented, so the service keeps
-    // its socket and its list of nodes.
+    // New clients come before the old ones go: the interface stays represented, so the service
+    // keeps its socket and its list of nodes.
     outputClient = std::make_unique<ArtNetClient>(interfaceAddress, broadcastAddress, ClientName);
     outputClient->FeedNodes({nodes.data(), nodes.size()});
     const auto firstUniverse = static_cast<std::uint32_t>(merging.GetFromStartAddress());
@@ -151,9 +151,9 @@ void ArtNetOutput::ReadInputUniverses()
 {
     if (state != OutputState::UsingLocalSocket || inputUniverses.empty())
         return;
-    inputClient->ReadDmx(merging.GetFromStartAddress(),
-                         {inputUniverses.front().data(),
-                          inputUniverses.size() * DMXUniverse::ChannelCount});
+    inputClient->ReadDmx(
+        merging.GetFromStartAddress(),
+        {inputUniverses.front().data(), inputUniverses.size() * DMXUniverse::ChannelCount});
 }
 
 void ArtNetOutput::MergeInputUniverses()
@@ -214,8 +214,8 @@ void ArtNetOutput::CountSubscriber(std::uint16_t portAddress, std::string_view i
                      std::string(ip).c_str());
     const std::int32_t count = ++subscribers[portAddress];
     if (count >= SubscribersForBroadcast)
-        ZEN_LOG_INFO("Port-Address %d will use broadcast, number of subscribers is %d",
-                     portAddress, count);
+        ZEN_LOG_INFO("Port-Address %d will use broadcast, number of subscribers is %d", portAddress,
+                     count);
 }
 
 bool ArtNetOutput::SendToSubscriber(const DMXUniverse& universe, std::string_view ip,

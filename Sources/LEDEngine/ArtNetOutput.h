@@ -16,8 +16,8 @@
 #include "LEDEngine/OutputState.h"
 
 /// Decides how universes leave, and sends them. With a network chosen it waits 12 ticks for a host
-/// program to claim the port and then takes the port itself, through clients of the Art-Net service.
-/// Events are handled on the main thread, one after the other.
+/// program to claim the port and then takes the port itself, through clients of the Art-Net
+/// service. Events are handled on the main thread, one after the other.
 class ArtNetOutput : public QObject
 {
     Q_OBJECT
@@ -39,8 +39,8 @@ public:
     [[nodiscard]] std::uint32_t GetBroadcastValue() const { return broadcastValue; }
     [[nodiscard]] const ArtNetNodeList& GetNodes() const { return nodes; }
 
-    /// Fetches the known nodes from the service; a new list makes the next frame count anew who takes
-    /// which universe.
+    /// Fetches the known nodes from the service; a new list makes the next frame count anew who
+    /// takes which universe.
     void RefreshNodes();
 
     /// Announces received DMX by dataInOn() when some has come in since the last call.

@@ -24,8 +24,8 @@ struct DMXUniverse
     std::uint32_t portAddress = 0;
 };
 
-/// A node's address as text, in the object itself so that a frame's tables need no heap. A text that
-/// can be no IPv4 address (too long, beyond ASCII) keeps a mark that makes it none.
+/// A node's address as text, in the object itself so that a frame's tables need no heap. A text
+/// that can be no IPv4 address (too long, beyond ASCII) keeps a mark that makes it none.
 class NodeAddress
 {
 public:
@@ -54,8 +54,8 @@ public:
     void Clear();
 
     /// The universe of this Port-Address, made when it isn't there: among those for everybody when
-    /// `address` is exactly "Auto", else among those of that address. The reference stays good until
-    /// the next universe is made. Universes made in sorted order cost no moves.
+    /// `address` is exactly "Auto", else among those of that address. The reference stays good
+    /// until the next universe is made. Universes made in sorted order cost no moves.
     DMXUniverse& Get(std::uint16_t portAddress, const std::wstring& address);
 
     [[nodiscard]] const BroadcastTable& Broadcast() const { return broadcast_; }

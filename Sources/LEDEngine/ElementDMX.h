@@ -12,8 +12,8 @@ enum class ChannelType : std::uint8_t
     Free = 2      ///< the fixture has the channel and nothing drives it: merged input shows through
 };
 
-/// The channel values of one element with a tag for each; index 0 is the fixture's channel 1. A view:
-/// the frame plan holds the values of all elements in one block.
+/// The channel values of one element with a tag for each; index 0 is the fixture's channel 1. A
+/// view: the frame plan holds the values of all elements in one block.
 struct ElementDMX
 {
     std::span<const std::uint8_t> values;

@@ -21,7 +21,8 @@ Corners CornersOf(const VideoMapping& mapping, CanvasSize canvas)
 {
     const auto canvasWidth = static_cast<float>(canvas.width);
     const auto canvasHeight = static_cast<float>(canvas.height);
-    // Half sizes in canvas pixels: a turned rectangle keeps its shape on a canvas that isn't square.
+    // Half sizes in canvas pixels: a turned rectangle keeps its shape on a canvas that isn't
+    // square.
     const float halfWidth = mapping.width * 0.5F * canvasWidth;
     const float halfHeight = mapping.height * 0.5F * canvasHeight;
     const auto corner = [&](float signX, float signY) {
@@ -87,8 +88,8 @@ void ComputeOffsets(const VideoMapping& mapping, CanvasSize canvas, const Source
             const float u = corners.topLeft.x + fx * across.x / width + fy * down.x / height;
             const float v = corners.topLeft.y + fx * across.y / width + fy * down.y / height;
             offsets[next++] = IsOnCanvas(u) && IsOnCanvas(v)
-                                  ? PixelAt(u, source.width) * source.bytesPerPixel
-                                        + PixelAt(v, source.height) * source.bytesPerRow
+                                  ? PixelAt(u, source.width) * source.bytesPerPixel +
+                                        PixelAt(v, source.height) * source.bytesPerRow
                                   : OutsideCanvas;
         }
     }

@@ -37,8 +37,8 @@ struct CanvasSize
 inline constexpr std::int32_t OutsideCanvas = -1;
 
 /// The byte offset in the source for each of columns x rows pixels of an element, row by row. The
-/// arithmetic is in 32-bit floats throughout, so that every machine picks the same pixel. A rectangle
-/// that is not finite, or a source without pixels, gives OutsideCanvas.
+/// arithmetic is in 32-bit floats throughout, so that every machine picks the same pixel. A
+/// rectangle that is not finite, or a source without pixels, gives OutsideCanvas.
 void ComputeOffsets(const VideoMapping& mapping, CanvasSize canvas, const SourceShape& source,
                     std::int32_t columns, std::int32_t rows, std::span<std::int32_t> offsets);
 

@@ -13,11 +13,12 @@ namespace {
 /// is broken or hostile.
 constexpr std::size_t MaxPixels = 16U << 20U;
 
-/// An element of so many pixels begins a run of its own, so that one scattered fixture does not make
-/// the packed ones behind it scattered too.
+/// An element of so many pixels begins a run of its own, so that one scattered fixture does not
+/// make the packed ones behind it scattered too.
 constexpr std::size_t PixelsForOwnRun = 16;
 
-/// A packed run shorter than this is not worth its overhead when the next pixel does not continue it.
+/// A packed run shorter than this is not worth its overhead when the next pixel does not continue
+/// it.
 constexpr std::uint32_t ShortRun = 8;
 
 std::uint32_t ChannelCountOf(const MappedLedItem& item)
@@ -26,12 +27,12 @@ std::uint32_t ChannelCountOf(const MappedLedItem& item)
     return static_cast<std::uint32_t>(std::clamp(count, 0, LEDFixture::MaxChannels));
 }
 
-/// Whether a pixel of n channels that starts on channel `cell` is written at all: it begins among the
-/// fixture's values and ends below channel 512.
+/// Whether a pixel of n channels that starts on channel `cell` is written at all: it begins among
+/// the fixture's values and ends below channel 512.
 bool IsWritten(std::int32_t cell, std::int32_t n, std::uint32_t valueCount)
 {
-    return n > 0 && cell >= 1 && cell <= LEDFixture::MaxChannels - n
-           && static_cast<std::uint32_t>(cell - 1) < valueCount;
+    return n > 0 && cell >= 1 && cell <= LEDFixture::MaxChannels - n &&
+           static_cast<std::uint32_t>(cell - 1) < valueCount;
 }
 
 std::uint32_t RoomFor(const PixelMap& map, std::uint32_t valueCount)
@@ -128,8 +129,8 @@ void FramePlan::FollowEdits(const MappedDeviceModel& model)
 
 std::span<std::int32_t> FramePlan::OffsetsOf(const Element& element)
 {
-    const auto count = static_cast<std::size_t>(element.columns)
-                       * static_cast<std::size_t>(element.rows);
+    const auto count =
+        static_cast<std::size_t>(element.columns) * static_cast<std::size_t>(element.rows);
     return std::span(offsets_).subspan(element.firstPixel, count);
 }
 
@@ -173,10 +174,9 @@ void FramePlan::SampleOne(const MappedDeviceModel& model, std::size_t row, const
     if (!item || !item->GetVideoMapping())
         return;
     looseOffsets_.resize(OffsetsOf(element).size());
-    ElementSampling::ComputeOffsets(*item->GetVideoMapping(),
-                                    {model.GetCanvasWidth(), model.GetCanvasHeight()},
-                                    ElementSampling::ShapeOf(source), element.columns,
-                                    element.rows, looseOffsets_);
+    ElementSampling::ComputeOffsets(
+        *item->GetVideoMapping(), {model.GetCanvasWidth(), model.GetCanvasHeight()},
+        ElementSampling::ShapeOf(source), element.columns, element.rows, looseOffsets_);
     ElementSampling::CopyPixels(source, looseOffsets_, PixelsOf(row));
 }
 
@@ -231,8 +231,8 @@ void FramePlan::AddPixels(const Element& element, const MappedLedItem& item)
                          .firstSlot = 0});
     for (std::size_t cell = 0; cell < count; ++cell) {
         const std::int32_t channel = cells[cell];
-        if (!IsWritten(channel, n, element.valueCount)
-            || static_cast<std::uint32_t>(channel - 1 + n) > element.valueRoom)
+        if (!IsWritten(channel, n, element.valueCount) ||
+            static_cast<std::uint32_t>(channel - 1 + n) > element.valueRoom)
             continue;
         AddSlot(map.GetType(), item.GetFixture().GetIntensity(),
                 {element.firstPixel + static_cast<std::uint32_t>(cell),
@@ -251,8 +251,8 @@ void FramePlan::AddSlot(PixelMapType type, std::uint8_t intensity, PixelSlot slo
         const auto n = static_cast<std::uint32_t>(ChannelsPerPixel(type));
         if (run.count == 0)
             run.first = slot;
-        if (run.first.pixel + run.count == slot.pixel
-            && run.first.channel + run.count * n == slot.channel) {
+        if (run.first.pixel + run.count == slot.pixel &&
+            run.first.channel + run.count * n == slot.channel) {
             ++run.count;
             return;
         }
@@ -331,14 +331,14 @@ void FramePlan::MakeCopies(const MappedDeviceModel& model, const UniverseMerging
 
     copies_.clear();
     for (auto& [target, copy] : wanted) {
-        copy.target = static_cast<std::uint32_t>(
-            std::ranges::lower_bound(targets_, target) - targets_.begin());
+        copy.target = static_cast<std::uint32_t>(std::ranges::lower_bound(targets_, target) -
+                                                 targets_.begin());
         ChannelCopy* last = copies_.empty() ? nullptr : &copies_.back();
         const bool continues =
-            last && !last->blend && !copy.blend && last->target == copy.target
-            && last->firstChannel >= 1 && copy.firstChannel <= LEDFixture::MaxChannels
-            && last->firstValue + last->count == copy.firstValue
-            && static_cast<std::int64_t>(last->firstChannel) + last->count == copy.firstChannel;
+            last && !last->blend && !copy.blend && last->target == copy.target &&
+            last->firstChannel >= 1 && copy.firstChannel <= LEDFixture::MaxChannels &&
+            last->firstValue + last->count == copy.firstValue &&
+            static_cast<std::int64_t>(last->firstChannel) + last->count == copy.firstChannel;
         if (continues)
             last->count += copy.count;
         else
@@ -357,8 +357,8 @@ void FramePlan::Assemble(ArtNetOutput& output)
         targetUniverses_[i] = &output.GetUniverse(targets_[i].portAddress, targets_[i].address);
     for (const ChannelCopy& copy : copies_) {
         DMXUniverse& universe = *targetUniverses_[copy.target];
-        const auto values = std::span<const std::uint8_t>(values_).subspan(copy.firstValue,
-                                                                           copy.count);
+        const auto values =
+            std::span<const std::uint8_t>(values_).subspan(copy.firstValue, copy.count);
         if (copy.blend)
             BlendChannels(universe, copy.firstChannel,
                           {values, std::span<const ChannelType>(types_).subspan(copy.firstValue,

@@ -21,8 +21,8 @@ class MappedDeviceModel;
 class MappedLedItem;
 
 /// A document laid out for speed: the pixels of all elements in one block, their channel values in
-/// another, and between them flat lists of what to copy where. A frame walks the lists from front to
-/// back and allocates nothing. The lists are made anew when the document's revision says that an
+/// another, and between them flat lists of what to copy where. A frame walks the lists from front
+/// to back and allocates nothing. The lists are made anew when the document's revision says that an
 /// element changed; the blocks only by Build, when the set of elements changes.
 class FramePlan
 {
@@ -68,11 +68,12 @@ private:
         std::uint32_t valueCount = 0;
         std::uint32_t valueRoom = 0; ///< the values, and the tail of a pixel that begins among them
         std::uint64_t revision = 0;
-        VideoMapping mapping;    ///< that the offsets were made from
+        VideoMapping mapping; ///< that the offsets were made from
         bool offsetsGood = false;
     };
 
-    /// One element's way into a universe; neighbours on the wire that are neighbours here share one.
+    /// One element's way into a universe; neighbours on the wire that are neighbours here share
+    /// one.
     struct ChannelCopy
     {
         std::uint32_t firstValue = 0;
@@ -111,7 +112,8 @@ private:
     std::vector<PixelSlot> slots_;
     /// Constants under a pixel: written again after each conversion.
     std::vector<std::pair<std::uint32_t, std::uint8_t>> coveredConstants_;
-    std::bitset<LEDFixture::MaxChannels + 8> underPixel_; ///< scratch: values of the element in hand
+    std::bitset<LEDFixture::MaxChannels + 8>
+        underPixel_;                      ///< scratch: values of the element in hand
     std::vector<std::size_t> ridiculous_; ///< elements too large to convert
 
     std::vector<Target> targets_;

@@ -34,10 +34,10 @@ std::vector<std::wstring> PartsOf(const std::wstring& text)
 bool Matches(const std::vector<std::wstring>& pattern, const std::wstring& ip)
 {
     const auto parts = PartsOf(ip);
-    return parts.size() == 4
-           && std::ranges::equal(pattern, parts, [](const auto& wanted, const auto& part) {
-                  return wanted == L"X" || wanted == part;
-              });
+    return parts.size() == 4 &&
+           std::ranges::equal(pattern, parts, [](const auto& wanted, const auto& part) {
+               return wanted == L"X" || wanted == part;
+           });
 }
 
 } // namespace
@@ -48,7 +48,9 @@ GetIPRange& GetIPRange::Instance()
     return instance;
 }
 
-GetIPRange::GetIPRange(Source source) : source_(std::move(source)) {}
+GetIPRange::GetIPRange(Source source)
+    : source_(std::move(source))
+{}
 
 KnownNetwork* GetIPRange::Find(const std::wstring& ip)
 {

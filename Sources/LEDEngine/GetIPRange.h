@@ -32,9 +32,9 @@ struct NetworkListEntry
     bool operator==(const NetworkListEntry&) const = default;
 };
 
-/// The IPv4 networks that the machine has and has had, and the ranges that the user typed. A network
-/// text is a dotted address or four parts with "X" for any part: 2.X.X.X. Networks are never
-/// forgotten: a document that names one which is away waits for it. Main thread only.
+/// The IPv4 networks that the machine has and has had, and the ranges that the user typed. A
+/// network text is a dotted address or four parts with "X" for any part: 2.X.X.X. Networks are
+/// never forgotten: a document that names one which is away waits for it. Main thread only.
 class GetIPRange
 {
 public:
@@ -65,7 +65,8 @@ public:
     /// Whether the text is a range of the user, a network, or 127.0.0.1.
     [[nodiscard]] bool IsKnownNetwork(const std::wstring& text);
 
-    /// Every X becomes 255. A text is a range when the result is an IPv4 address other than 0.0.0.0.
+    /// Every X becomes 255. A text is a range when the result is an IPv4 address other than
+    /// 0.0.0.0.
     [[nodiscard]] static std::wstring RangeToBroadcast(const std::wstring& text);
     [[nodiscard]] static bool IsValidRange(const std::wstring& text);
 

@@ -28,7 +28,9 @@ ArtNetNodeRecord RecordOf(const ArtNetNodeInfo& node)
 
 } // namespace
 
-LEDEngine::LEDEngine(DeviceManager& manager) : deviceManager(manager) {}
+LEDEngine::LEDEngine(DeviceManager& manager)
+    : deviceManager(manager)
+{}
 
 LEDEngine::~LEDEngine()
 {
@@ -128,8 +130,8 @@ int LEDEngine::BuildAndSendFrame()
 ArtNetOutput::SendResult LEDEngine::SendUniverses()
 {
     const auto unicast = output.SendUnicastUniverses();
-    const bool byNode = deviceManager.GetMappedDeviceModel()->IsAutoUnicast()
-                        && !output.GetNodes().empty();
+    const bool byNode =
+        deviceManager.GetMappedDeviceModel()->IsAutoUnicast() && !output.GetNodes().empty();
     const auto broadcast =
         byNode ? output.SendAutoUnicastUniverses() : output.SendBroadcastUniverses();
     return {unicast.allSent && broadcast.allSent, unicast.anySent || broadcast.anySent};

@@ -15,9 +15,9 @@ class ArtNetNodeModel;
 class DeviceManager;
 class MappedLedItem;
 
-/// From the picture to the wire: samples each placed element's rectangle of a source, turns the pixels
-/// into channel values and sends them as universes. It has no timer and no thread: the frame loop calls
-/// it on the main thread. An element's index is its row in the document.
+/// From the picture to the wire: samples each placed element's rectangle of a source, turns the
+/// pixels into channel values and sends them as universes. It has no timer and no thread: the frame
+/// loop calls it on the main thread. An element's index is its row in the document.
 class LEDEngine : public QObject
 {
     Q_OBJECT
@@ -40,8 +40,8 @@ public:
     /// Converts all elements and sends one frame. 0, or -1 when not everything went out.
     int SendFrame();
 
-    /// The pixels of the first element with the name of `item`; null when the buffers don't match the
-    /// document. Good until the buffers are released.
+    /// The pixels of the first element with the name of `item`; null when the buffers don't match
+    /// the document. Good until the buffers are released.
     [[nodiscard]] const ZenBitmap* FindElementBitmap(const MappedLedItem& item);
 
     void InitializeOutput(const std::wstring& interface, const std::wstring& broadcast,

@@ -120,8 +120,8 @@ constexpr auto Converters = MakeTable(std::make_integer_sequence<int, 21>{});
 
 } // namespace
 
-void ConvertRun(const PixelRun& run, std::span<const PixelSlot> slotList, const std::uint8_t* pixels,
-                std::uint8_t* values)
+void ConvertRun(const PixelRun& run, std::span<const PixelSlot> slotList,
+                const std::uint8_t* pixels, std::uint8_t* values)
 {
     const auto index = static_cast<std::size_t>(run.type);
     if (index < Converters.size())

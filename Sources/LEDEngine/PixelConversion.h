@@ -28,5 +28,5 @@ struct PixelRun
 
 /// Writes the channel values of a run. `pixels` holds 4 bytes a pixel: blue, green, red and a byte
 /// without meaning. A type outside the table writes nothing.
-void ConvertRun(const PixelRun& run, std::span<const PixelSlot> slotList, const std::uint8_t* pixels,
-                std::uint8_t* values);
+void ConvertRun(const PixelRun& run, std::span<const PixelSlot> slotList,
+                const std::uint8_t* pixels, std::uint8_t* values);

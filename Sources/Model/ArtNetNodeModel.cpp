@@ -14,13 +14,15 @@ QString KeyOf(const ArtNetNodeRecord& record)
 /// We, and the host beside us: on the network, and no place to send light to.
 bool IsOwnKind(const ArtNetNodeRecord& record)
 {
-    return record.name.find("PixelWeft") != std::string::npos
-           || record.name.find("ReelCommand") != std::string::npos;
+    return record.name.find("PixelWeft") != std::string::npos ||
+           record.name.find("ReelCommand") != std::string::npos;
 }
 
 } // namespace
 
-ArtNetNodeModel::ArtNetNodeModel(QObject* parent) : QStandardItemModel(parent) {}
+ArtNetNodeModel::ArtNetNodeModel(QObject* parent)
+    : QStandardItemModel(parent)
+{}
 
 ArtNetNodeModel::~ArtNetNodeModel() = default;
 

@@ -17,12 +17,12 @@
 /// A node or an address, held by value.
 struct ArtNetNodeRecord
 {
-    std::string ip;              ///< dotted address, the key everywhere here
-    std::int32_t useCount = 0;   ///< how many elements send to it
-    std::int32_t subnet = 0;     ///< of the element that this record stands for
-    std::int32_t universe = 0;   ///< of the element that this record stands for
+    std::string ip;            ///< dotted address, the key everywhere here
+    std::int32_t useCount = 0; ///< how many elements send to it
+    std::int32_t subnet = 0;   ///< of the element that this record stands for
+    std::int32_t universe = 0; ///< of the element that this record stands for
     std::string name;
-    bool manual = false;         ///< entered by the user or read from a document
+    bool manual = false; ///< entered by the user or read from a document
     bool mirrorsLiveNode = false;
     /// A Port-Address and its use count for each output, in port order.
     boost::container::small_vector<std::pair<std::uint16_t, std::uint32_t>, 4> universes;

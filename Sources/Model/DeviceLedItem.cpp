@@ -7,17 +7,17 @@ DeviceLedItem::DeviceLedItem(std::wstring manufacturerName, std::wstring product
                              std::int64_t identifier, std::int32_t channels)
     : LEDFixture(std::move(manufacturerName), std::move(productName), std::move(map), identifier,
                  channels)
-{
-}
+{}
 
-DeviceLedItem::DeviceLedItem(LEDFixture fixture) : LEDFixture(std::move(fixture)) {}
+DeviceLedItem::DeviceLedItem(LEDFixture fixture)
+    : LEDFixture(std::move(fixture))
+{}
 
 DeviceLedItem::DeviceLedItem(const DeviceLedItem& other)
     : LedItem(other)
     , LEDFixture(other)
     , intensityChannel(other.intensityChannel)
-{
-}
+{}
 
 std::unique_ptr<DeviceLedItem> DeviceLedItem::FromXml(const tinyxml2::XMLElement& element,
                                                       std::int64_t identifier)

@@ -29,6 +29,6 @@ public:
     std::int32_t intensityChannel = 0;
 
     /// Reads an <LEDFixture> element; nothing, after one line in the log, when it is rejected.
-    [[nodiscard]] static std::unique_ptr<DeviceLedItem>
-    FromXml(const tinyxml2::XMLElement& element, std::int64_t identifier);
+    [[nodiscard]] static std::unique_ptr<DeviceLedItem> FromXml(const tinyxml2::XMLElement& element,
+                                                                std::int64_t identifier);
 };

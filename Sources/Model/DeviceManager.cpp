@@ -11,7 +11,9 @@
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedObjectListProxy.h"
 
-DeviceManager::DeviceManager(QString path) : libraryPath(std::move(path)) {}
+DeviceManager::DeviceManager(QString path)
+    : libraryPath(std::move(path))
+{}
 
 DeviceManager::~DeviceManager() = default;
 

@@ -52,7 +52,8 @@ int VersionOf(const tinyxml2::XMLElement& library)
 
 FixtureConflictCallback DeviceModel::defaultConflictCallback = AskOperator;
 
-DeviceModel::DeviceModel(QObject* parent) : QStandardItemModel(parent)
+DeviceModel::DeviceModel(QObject* parent)
+    : QStandardItemModel(parent)
 {
     Clear();
 }
@@ -100,7 +101,8 @@ int DeviceModel::Merge(const std::wstring& path, bool force,
         return 0;
     version = fileVersion;
     for (const auto* element = library->FirstChildElement("LEDFixture"); element;
-         element = element->NextSiblingElement("LEDFixture")) {
+         element = element->NextSiblingElement("LEDFixture"))
+    {
         auto item = DeviceLedItem::FromXml(*element, GetNextUniqueID());
         if (item && AddFixture(std::move(item), callback) == StopMerge)
             break;
@@ -154,9 +156,8 @@ void DeviceModel::AddRow(DeviceLedItem& item)
 {
     auto row = EmptyRow();
     row[ProductColumn]->setText(QString::fromStdWString(item.product));
-    row[SizeColumn]->setText(QStringLiteral("%1x%2")
-                                 .arg(item.pixelMap.GetWidth())
-                                 .arg(item.pixelMap.GetHeight()));
+    row[SizeColumn]->setText(
+        QStringLiteral("%1x%2").arg(item.pixelMap.GetWidth()).arg(item.pixelMap.GetHeight()));
     row[IdentifierColumn]->setText(QString::number(item.uniqueID));
     delete row[ItemColumn];
     row[ItemColumn] = &item;

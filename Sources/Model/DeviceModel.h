@@ -62,8 +62,8 @@ public:
     int Save(const std::wstring& path) const;
     int WriteFixtures(tinyxml2::XMLNode& parent) const;
 
-    /// 0: the item is in the library, which owns it. 1: it is a duplicate or was not wanted. 2: stop.
-    /// With 1 and 2 the item is gone.
+    /// 0: the item is in the library, which owns it. 1: it is a duplicate or was not wanted. 2:
+    /// stop. With 1 and 2 the item is gone.
     int AddFixture(std::unique_ptr<DeviceLedItem> item,
                    const FixtureConflictCallback& callback = {});
 

@@ -28,7 +28,8 @@ void ReadManualNodes(const tinyxml2::XMLDocument& document, ArtNetNodeModel& nod
     if (!list)
         return;
     for (const auto* child = list->FirstChildElement("ManualNode"); child;
-         child = child->NextSiblingElement("ManualNode")) {
+         child = child->NextSiblingElement("ManualNode"))
+    {
         const auto nodeName = XmlText::Attribute(*child, "Name");
         if (!nodeName)
             return;
@@ -83,7 +84,8 @@ struct MappedDeviceModel::Header
     std::wstring name;
 };
 
-MappedDeviceModel::MappedDeviceModel(QObject* parent) : QStandardItemModel(parent)
+MappedDeviceModel::MappedDeviceModel(QObject* parent)
+    : QStandardItemModel(parent)
 {
     SetUpColumns();
     connect(this, &MappedDeviceModel::mappingsChanged, this,
@@ -187,7 +189,8 @@ void MappedDeviceModel::ReadElements(const tinyxml2::XMLElement& mapping,
 {
     const QMutexLocker lock(&mutex);
     for (const auto* element = mapping.FirstChildElement("Element"); element;
-         element = element->NextSiblingElement("Element")) {
+         element = element->NextSiblingElement("Element"))
+    {
         const std::int64_t identifier = ++nextElementID;
         auto item = MappedLedItem::FromXml(*element, library);
         if (!item)
@@ -205,7 +208,8 @@ int MappedDeviceModel::Save(const std::wstring& path, const DeviceModel& library
     const std::filesystem::path file(Platform::WideToUtf8(path));
     std::error_code failure;
     std::filesystem::create_directories(file.parent_path(), failure);
-    if (!file.parent_path().empty() && !std::filesystem::is_directory(file.parent_path(), failure)) {
+    if (!file.parent_path().empty() && !std::filesystem::is_directory(file.parent_path(), failure))
+    {
         ZEN_LOG_ERROR("The folder of the mapping could not be made: %ls", path.c_str());
         return -1;
     }

@@ -25,8 +25,8 @@ namespace tinyxml2 {
 class XMLDocument;
 }
 
-/// The mapping document in memory: a table with a row for each placed element, and the document's own
-/// values. The cells own the elements. A row number is the element's index in the engine.
+/// The mapping document in memory: a table with a row for each placed element, and the document's
+/// own values. The cells own the elements. A row number is the element's index in the engine.
 class MappedDeviceModel : public QStandardItemModel
 {
     Q_OBJECT

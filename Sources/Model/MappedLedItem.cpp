@@ -13,8 +13,7 @@ MappedLedItem::MappedLedItem(std::wstring name, const DeviceLedItem& fixture,
     , fixture_(fixture)
     , videoMapping_(std::move(video))
     , dmxMapping_(dmx ? dmx->Clone() : nullptr)
-{
-}
+{}
 
 MappedLedItem::~MappedLedItem() = default;
 
@@ -83,8 +82,7 @@ std::unique_ptr<MappedLedItem> MappedLedItem::FromXml(const tinyxml2::XMLElement
     const auto dmx = DMXMapping::FromXml(*dmxElement);
     if (!dmx)
         return nullptr;
-    return std::make_unique<MappedLedItem>(std::move(*name), *fixture, std::move(video),
-                                           dmx.get());
+    return std::make_unique<MappedLedItem>(std::move(*name), *fixture, std::move(video), dmx.get());
 }
 
 int MappedLedItem::WriteElement(tinyxml2::XMLElement& parent) const

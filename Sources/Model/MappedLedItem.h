@@ -18,8 +18,9 @@ class DeviceModel;
 /// canvas and where it goes on the wire.
 ///
 /// The engine reads every element 40 times a second and rebuilds its tables only for those that
-/// changed. So the three parts are read through Get... and changed through Edit..., which counts the
-/// change here and in the document: call Edit... anew for each change and don't keep its result.
+/// changed. So the three parts are read through Get... and changed through Edit..., which counts
+/// the change here and in the document: call Edit... anew for each change and don't keep its
+/// result.
 class MappedLedItem : public LedItem
 {
 public:
@@ -29,9 +30,9 @@ public:
                   std::unique_ptr<VideoMapping> video, const DMXMapping* dmx);
     ~MappedLedItem() override;
 
-    std::wstring description;      ///< unique by convention, such as ArcLine 36-1
-    std::int64_t uniqueID = 0;     ///< the element's identifier inside the document, from 1
-    std::int32_t row = -1;         ///< its row at the time of adding
+    std::wstring description;  ///< unique by convention, such as ArcLine 36-1
+    std::int64_t uniqueID = 0; ///< the element's identifier inside the document, from 1
+    std::int32_t row = -1;     ///< its row at the time of adding
     QPersistentModelIndex index;
 
     [[nodiscard]] const DeviceLedItem& GetFixture() const { return fixture_; }
@@ -46,12 +47,12 @@ public:
 
     /// Grows with every Edit... of this element.
     [[nodiscard]] std::uint64_t GetRevision() const { return revision_; }
-    /// Edits of this element from now on count in `counter` too, which must outlive the element or be
-    /// taken back with null. The document does this when the element is added.
+    /// Edits of this element from now on count in `counter` too, which must outlive the element or
+    /// be taken back with null. The document does this when the element is added.
     void CountChangesIn(std::uint64_t* counter) { documentRevision_ = counter; }
 
-    /// An element from an <Element> of a document, with its fixture from the library; nothing, after
-    /// one line in the log, when it is rejected.
+    /// An element from an <Element> of a document, with its fixture from the library; nothing,
+    /// after one line in the log, when it is rejected.
     [[nodiscard]] static std::unique_ptr<MappedLedItem> FromXml(const tinyxml2::XMLElement& element,
                                                                 const DeviceModel& library);
 

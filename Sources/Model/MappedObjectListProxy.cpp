@@ -5,7 +5,8 @@
 
 #include "Model/MappedDeviceModel.h"
 
-MappedObjectListProxy::MappedObjectListProxy(QObject* parent) : QSortFilterProxyModel(parent)
+MappedObjectListProxy::MappedObjectListProxy(QObject* parent)
+    : QSortFilterProxyModel(parent)
 {
     setDynamicSortFilter(true);
 }
@@ -16,7 +17,7 @@ void MappedObjectListProxy::SelectByUniqueIDs(const QList<qint64>& uniqueIDs)
     for (int row = 0; row < rowCount(); ++row) {
         const QModelIndex cell = index(row, MappedDeviceModel::IdentifierColumn);
         const bool selected = wanted.contains(cell.data(Qt::UserRole).toLongLong());
-        emit select(cell, (selected ? QItemSelectionModel::Select : QItemSelectionModel::Deselect)
-                              | QItemSelectionModel::Rows);
+        emit select(cell, (selected ? QItemSelectionModel::Select : QItemSelectionModel::Deselect) |
+                              QItemSelectionModel::Rows);
     }
 }

@@ -42,8 +42,8 @@ std::vector<std::string> LogCapture::AllMessages() const
 std::vector<std::string> LogCapture::Messages() const
 {
     auto messages = AllMessages();
-    messages.erase(messages.begin(),
-                   messages.begin() + static_cast<std::ptrdiff_t>(std::min(skip_, messages.size())));
+    messages.erase(messages.begin(), messages.begin() + static_cast<std::ptrdiff_t>(
+                                                            std::min(skip_, messages.size())));
     return messages;
 }
 

@@ -22,8 +22,7 @@ DocumentLife::DocumentLife(DeviceManager& manager, LEDEngine& engine, ArtNetNode
     , engine_(engine)
     , nodes_(nodes)
     , network_(network)
-{
-}
+{}
 
 void DocumentLife::LoadFirst()
 {

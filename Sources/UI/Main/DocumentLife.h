@@ -9,8 +9,8 @@ class DeviceManager;
 class LEDEngine;
 class NetworkChoice;
 
-/// The one mapping document and its fixed file: the first document of a run, loading, saving, starting
-/// empty.
+/// The one mapping document and its fixed file: the first document of a run, loading, saving,
+/// starting empty.
 class DocumentLife : public QObject
 {
     Q_OBJECT
@@ -32,8 +32,8 @@ public:
     /// Empties the document and loads the library anew.
     void Reset();
 
-    /// Writes the document. A save that fails leaves the old file whole and the document unsaved, and
-    /// says so through saveFailed().
+    /// Writes the document. A save that fails leaves the old file whole and the document unsaved,
+    /// and says so through saveFailed().
     bool Save();
 
 signals:

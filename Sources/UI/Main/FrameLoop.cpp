@@ -40,8 +40,7 @@ FrameLoop::FrameLoop(DeviceManager& manager, LEDEngine& engine, const Selection&
     : manager_(manager)
     , engine_(engine)
     , selection_(selection)
-{
-}
+{}
 
 int FrameLoop::Tick()
 {
@@ -52,7 +51,8 @@ int FrameLoop::Tick()
     if (manager_.GetMappedDeviceModel()->GetMerging().IsEnabled()) {
         SendOutput();
     } else if (const std::int64_t now = Platform::MonotonicNanoseconds();
-               now - lastOutputTime >= FrameInterval) {
+               now - lastOutputTime >= FrameInterval)
+    {
         SendOutput();
         lastOutputTime = now;
     }

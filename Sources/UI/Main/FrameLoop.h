@@ -12,8 +12,9 @@
 class DeviceManager;
 class LEDEngine;
 
-/// What happens in one tick of the engine's timer: the output's state machine first, then, when one is
-/// due, a frame. Frames are due on every tick while received DMX is merged, and every 100 ms otherwise.
+/// What happens in one tick of the engine's timer: the output's state machine first, then, when one
+/// is due, a frame. Frames are due on every tick while received DMX is merged, and every 100 ms
+/// otherwise.
 class FrameLoop
 {
 public:
@@ -22,8 +23,8 @@ public:
     /// All three outlive the loop. `selection` holds the elements that the selection mode marks.
     FrameLoop(DeviceManager& manager, LEDEngine& engine, const Selection& selection);
 
-    /// One tick. The result is the time to the next one in milliseconds: ticks start 25 ms apart, and
-    /// a slow tick is followed by a wait as long as itself.
+    /// One tick. The result is the time to the next one in milliseconds: ticks start 25 ms apart,
+    /// and a slow tick is followed by a wait as long as itself.
     int Tick();
 
     /// One frame, from the test picture to the wire. Without a picture nothing goes out.

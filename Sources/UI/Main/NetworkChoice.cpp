@@ -12,15 +12,14 @@
 #include "Settings/ExternalServerPreferences.h"
 #include "Settings/SettingsBlock.h"
 
-NetworkChoice::NetworkChoice(GetIPRange& networks, SettingsBlock& settings,
-                             DeviceManager& manager, LEDEngine& engine, Notice notice)
+NetworkChoice::NetworkChoice(GetIPRange& networks, SettingsBlock& settings, DeviceManager& manager,
+                             LEDEngine& engine, Notice notice)
     : networks_(networks)
     , settings_(settings)
     , manager_(manager)
     , engine_(engine)
     , notice_(std::move(notice))
-{
-}
+{}
 
 void NetworkChoice::SetHostPreferences(const ExternalServerPreferences* preferences)
 {
@@ -64,8 +63,8 @@ void NetworkChoice::ChooseFromDocument(const std::wstring& documentText)
         const auto shown = [](const QString& text) {
             return text.isEmpty() ? QStringLiteral("0.0.0.0") : text;
         };
-        notice_(tr("The broadcast IP has been changed from ") + shown(old)
-                + tr(" to the mapping file IP ") + shown(wanted));
+        notice_(tr("The broadcast IP has been changed from ") + shown(old) +
+                tr(" to the mapping file IP ") + shown(wanted));
     }
     Choose(wanted);
 }
@@ -82,8 +81,7 @@ std::wstring NetworkChoice::determineArtNetReceiveInterfaceIPs() const
     const bool fromHost = merging.GetMergerDMXSource() == MergerDMXSource::ReelCommand;
     if (!fromHost || !preferences_ || preferences_->dmxInterface != L"ArtNet")
         return networkIP;
-    return preferences_->artNetIPAddress == L"ALL" ? std::wstring()
-                                                   : preferences_->artNetIPAddress;
+    return preferences_->artNetIPAddress == L"ALL" ? std::wstring() : preferences_->artNetIPAddress;
 }
 
 void NetworkChoice::updateArtNetOutput()
@@ -99,8 +97,7 @@ void NetworkChoice::CheckNetworkUpdates()
         return;
     const std::uint32_t current = engine_.GetOutput().GetBroadcastValue();
     if (current != 0) {
-        const auto change =
-            std::ranges::find(changes, current, &NetworkChange::broadcastValue);
+        const auto change = std::ranges::find(changes, current, &NetworkChange::broadcastValue);
         if (change != changes.end())
             FollowChosenNetwork(change->up);
     } else {

@@ -14,8 +14,8 @@ class GetIPRange;
 class LEDEngine;
 class SettingsBlock;
 
-/// The chosen network: what the operator or the document wants as text, and the address and broadcast
-/// address that it has now. Follows adapters as they come and go.
+/// The chosen network: what the operator or the document wants as text, and the address and
+/// broadcast address that it has now. Follows adapters as they come and go.
 class NetworkChoice : public QObject
 {
     Q_OBJECT

@@ -53,8 +53,8 @@ void StagePreview::PaintElements(QPainter& painter, const QRectF& canvas) const
         painter.rotate(static_cast<double>(mapping->rotation));
         const QSizeF size(static_cast<double>(mapping->width) * canvas.width(),
                           static_cast<double>(mapping->height) * canvas.height());
-        painter.drawRect(QRectF(-size.width() / 2, -size.height() / 2, size.width(),
-                                size.height()));
+        painter.drawRect(
+            QRectF(-size.width() / 2, -size.height() / 2, size.width(), size.height()));
         painter.restore();
     }
 }

@@ -130,7 +130,8 @@ void WEFTMain::StartLogOfMode()
     try {
         Zen::Log::SetGlobal(std::make_shared<Zen::Log>(path));
     } catch (const std::exception& failure) {
-        // A log that can't be written (a full or read-only home) is no reason to leave the stage dark.
+        // A log that can't be written (a full or read-only home) is no reason to leave the stage
+        // dark.
         ZEN_LOG_ERROR("The log file can't be opened: %s", failure.what());
     }
 }
@@ -146,14 +147,13 @@ void WEFTMain::BuildParts()
     engine_->CreateElements(NewCanvasSize, NewCanvasSize);
     nodeModel_ = std::make_unique<ArtNetNodeModel>();
     frameLoop_ = std::make_unique<FrameLoop>(*deviceManager_, *engine_, selectionSet);
-    network_ = std::make_unique<NetworkChoice>(
-        GetIPRange::Instance(), settings_, *deviceManager_, *engine_, [](const QString& text) {
-            QMessageBox box;
-            box.setText(text);
-            box.exec();
-        });
-    document_ =
-        std::make_unique<DocumentLife>(*deviceManager_, *engine_, *nodeModel_, *network_);
+    network_ = std::make_unique<NetworkChoice>(GetIPRange::Instance(), settings_, *deviceManager_,
+                                               *engine_, [](const QString& text) {
+                                                   QMessageBox box;
+                                                   box.setText(text);
+                                                   box.exec();
+                                               });
+    document_ = std::make_unique<DocumentLife>(*deviceManager_, *engine_, *nodeModel_, *network_);
 }
 
 void WEFTMain::LoadTestPicture()
@@ -282,15 +282,14 @@ void WEFTMain::UpdateEngine()
 void WEFTMain::ProcessNodesList()
 {
     engine_->UpdateNodeList(*nodeModel_);
-    const QString chosen = settings_.networkText.isEmpty() ? tr("Disabled")
-                                                           : settings_.networkText;
+    const QString chosen = settings_.networkText.isEmpty() ? tr("Disabled") : settings_.networkText;
     const QString address = QString::fromStdWString(network_->GetNetworkIP());
     networkLabel_->setText(address.isEmpty() ? tr("Network %1, not connected").arg(chosen)
                                              : tr("Network %1 at %2").arg(chosen, address));
     outputLabel_->setText(
-        tr("%n fixture(s)", nullptr, deviceManager_->GetMappedDeviceModel()->rowCount())
-        + QStringLiteral(", ")
-        + tr("%n node(s)", nullptr, static_cast<int>(engine_->GetOutput().GetNodes().size())));
+        tr("%n fixture(s)", nullptr, deviceManager_->GetMappedDeviceModel()->rowCount()) +
+        QStringLiteral(", ") +
+        tr("%n node(s)", nullptr, static_cast<int>(engine_->GetOutput().GetNodes().size())));
 }
 
 void WEFTMain::updateLEDEngine()
@@ -311,8 +310,7 @@ void WEFTMain::updatePreviewWindow()
 
 void WEFTMain::DocumentSavedStateUpdated(bool saved)
 {
-    setWindowTitle(QStringLiteral("%1 (%2)").arg(BareTitle(), saved ? tr("saved")
-                                                                    : tr("unsaved")));
+    setWindowTitle(QStringLiteral("%1 (%2)").arg(BareTitle(), saved ? tr("saved") : tr("unsaved")));
 }
 
 void WEFTMain::closeEvent(QCloseEvent* event)

@@ -18,15 +18,15 @@ class QLabel;
 class QTimer;
 class StagePreview;
 
-/// The main window: builds the program's parts in their order, owns them and wires them. What they do
-/// is theirs.
+/// The main window: builds the program's parts in their order, owns them and wires them. What they
+/// do is theirs.
 class WEFTMain : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    /// Ends the process, after a line in the log, when the application mode is unknown or the operator
-    /// has no library and quits.
+    /// Ends the process, after a line in the log, when the application mode is unknown or the
+    /// operator has no library and quits.
     WEFTMain();
     ~WEFTMain() override;
 
