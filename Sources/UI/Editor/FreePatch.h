@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+/// A place on the wire: where an element starts.
+struct PatchAddress
+{
+    std::int32_t subnet = 0;
+    std::int32_t universe = 0;
+    std::int32_t channel = 1; ///< 1-based
+
+    bool operator==(const PatchAddress&) const = default;
+};
+
+/// Where an element starts and how many channels it takes.
+struct PatchedSpan
+{
+    PatchAddress start;
+    std::int32_t channelCount = 0;
+};
+
+/// The place for a new element of `channelCount` channels, behind everything in `patched`; in the
+/// next universe where 512 channels don't suffice. Universes in `taken`, as sub-net x 16 +
+/// universe, are passed over, and the channel stays as it is then.
+[[nodiscard]] PatchAddress NextFreePatch(std::span<const PatchedSpan> patched,
+                                         std::int32_t channelCount,
+                                         std::span<const std::int32_t> taken);

@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Editor/EditorGeometry.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+
+#include <QTransform>
+
+using namespace EditorGeometry;
+
+namespace {
+
+constexpr double Tolerance = 1e-6;
+
+void ExpectNear(QPointF actual, QPointF expected)
+{
+    EXPECT_NEAR(actual.x(), expected.x(), Tolerance);
+    EXPECT_NEAR(actual.y(), expected.y(), Tolerance);
+}
+
+/// Where a point of the element's own frame lies on the scene, by Qt's matrices and not by ours.
+QPointF OnScene(const Placement& element, double rotation, QPointF own)
+{
+    QTransform frame;
+    frame.translate(element.centre.x(), element.centre.y());
+    frame.rotate(rotation);
+    return frame.map(own);
+}
+
+} // namespace
+
+TEST(EditorGeometry, ADraggedCornerGrowsTheElementAwayFromTheOppositeOne)
+{
+    const Placement old{{100, 50}, {40, 20}};
+    const QPointF mouse(10, 5);
+    const QSizeF growth = CornerGrowth(BottomRight, old.size, 0, mouse, false);
+    EXPECT_EQ(growth, QSizeF(10, 5));
+    const Placement placed = Resized(old, 0, BottomRight, growth, false);
+    EXPECT_EQ(placed.size, QSizeF(50, 25));
+    ExpectNear(placed.Rect().topLeft(), old.Rect().topLeft());
+}
+
+TEST(EditorGeometry, EveryCornerOfATurnedElementKeepsItsOppositeInPlace)
+{
+    const Placement old{{200, 120}, {60, 30}};
+    for (const double rotation : {0.0, 30.0, 90.0, 137.0, 270.0, -45.0}) {
+        for (int corner = 0; corner < CornerCount; ++corner) {
+            const int opposite = (corner + 4) % CornerCount;
+            // Outward by 7 along and 4 across in the element's own axes.
+            const QPointF outward = CornerPosition(corner, {14, 8});
+            const QPointF mouse = TurnedAbout(outward, {}, rotation);
+            const QSizeF growth = CornerGrowth(corner, old.size, rotation, mouse, false);
+            EXPECT_EQ(growth, QSizeF(std::abs(outward.x()), std::abs(outward.y())))
+                << "corner " << corner << " at " << rotation;
+            const Placement placed = Resized(old, rotation, corner, growth, false);
+            ExpectNear(OnScene(placed, rotation, CornerPosition(opposite, placed.size)),
+                       OnScene(old, rotation, CornerPosition(opposite, old.size)));
+            ExpectNear(OnScene(placed, rotation, CornerPosition(corner, placed.size)),
+                       OnScene(old, rotation, CornerPosition(corner, old.size)) + mouse);
+        }
+    }
+}
+
+TEST(EditorGeometry, ASideFollowsOnlyItsOwnAxis)
+{
+    const QSizeF size(60, 30);
+    EXPECT_EQ(CornerGrowth(Right, size, 0, {9, -25}, false), QSizeF(9, 0));
+    EXPECT_EQ(CornerGrowth(Top, size, 0, {9, -25}, false), QSizeF(0, 25));
+    // On its side, the element's right points down.
+    EXPECT_EQ(CornerGrowth(Right, size, 90, {0, 12}, false), QSizeF(12, 0));
+    EXPECT_EQ(CornerGrowth(Right, size, 90, {50, 0}, false), QSizeF(0, 0));
+}
+
+TEST(EditorGeometry, NoSideGetsShorterThanAPixel)
+{
+    EXPECT_EQ(CornerGrowth(BottomRight, {12, 1}, 0, {-500, -500}, false), QSizeF(-11, 0));
+    EXPECT_EQ(CornerGrowth(TopLeft, {12, 8}, 0, {500, 500}, true), QSizeF(-11, -7));
+    const Placement tiny = Resized({{50, 50}, {3, 2}}, 0, BottomRight, {-90, -90}, false);
+    EXPECT_EQ(tiny.size, QSizeF(1, 1));
+    ExpectNear(tiny.Rect().topLeft(), QPointF(48.5, 49));
+}
+
+TEST(EditorGeometry, SnappingMakesSizesWholeAndPutsTheTopLeftOnTheGrid)
+{
+    EXPECT_EQ(CornerGrowth(BottomRight, {12.5, 4}, 0, {2.2, 0.6}, true), QSizeF(2.5, 1));
+    EXPECT_EQ(CornerGrowth(BottomRight, {12, 4}, 0, {2.9, 0.9}, false), QSizeF(2, 0));
+    const Placement placed = Resized({{50.3, 20.6}, {12, 4}}, 0, Right, {3, 0}, true);
+    EXPECT_EQ(placed.Rect().topLeft(), QPointF(44, 19));
+    // A typed size stays about its centre, on the grid or not.
+    EXPECT_EQ(Resized({{50.3, 20.6}, {12, 4}}, 0, NoCorner, {3, 0}, true).centre,
+              QPointF(50.3, 20.6));
+}
+
+TEST(EditorGeometry, SnappedHalvesGoUpOnBothSidesOfZero)
+{
+    EXPECT_EQ(SnappedCentre({10.5, -3.5}, {4, 2}), QPointF(11, -3));
+    EXPECT_EQ(SnappedCentre({0.25, -0.75}, {1, 1}), QPointF(0.5, -0.5));
+}
+
+TEST(EditorGeometry, ADragOffTheGridLandsOnItAndThenGoesInWholeSteps)
+{
+    DragSnap snap;
+    const QSizeF size(4, 4);
+    // The top left starts at 8.3, 8.8.
+    const QPointF start(10.3, 10.8);
+    std::vector<double> lefts;
+    for (int step = 1; step <= 8; ++step)
+        lefts.push_back(snap.Apply(start + QPointF(step * 0.25, 0), size, true).x() - 2);
+    EXPECT_EQ(lefts, (std::vector<double>{9, 9, 10, 10, 10, 10, 11, 11}));
+    // Back where the mouse took hold, the element stays on the grid.
+    EXPECT_EQ(snap.Apply(start, size, true), QPointF(11, 11));
+
+    DragSnap free;
+    EXPECT_EQ(free.Apply({10.3, 10.8}, size, false), QPointF(10.3, 10.8));
+}
+
+TEST(EditorGeometry, MouseAnglesRunFromTheLeftThroughTheTop)
+{
+    EXPECT_NEAR(MouseAngle({5, 5}, {0, 5}), 0, Tolerance);
+    EXPECT_NEAR(MouseAngle({5, 5}, {5, 0}), 90, Tolerance);
+    EXPECT_NEAR(MouseAngle({5, 5}, {9, 5}), 180, Tolerance);
+    EXPECT_NEAR(MouseAngle({5, 5}, {5, 9}), 270, Tolerance);
+}
+
+TEST(EditorGeometry, AnglesAreStoredInWholeDegreesUpTo360)
+{
+    EXPECT_EQ(WholeDegrees(725), 5);
+    EXPECT_EQ(WholeDegrees(360), 360);
+    EXPECT_EQ(WholeDegrees(361.9), 1);
+    EXPECT_EQ(WholeDegrees(89.9999999), 90);
+    EXPECT_EQ(WholeDegrees(-10.5), -11);
+    EXPECT_EQ(WholeDegrees(44.9), 44);
+    EXPECT_EQ(WholeDegrees(1e9), std::fmod(1e9, 360));
+}
+
+TEST(EditorGeometry, AlignedElementsShareAnEdgeOrALine)
+{
+    const std::vector<Placement> elements{{{10, 20}, {10, 4}}, {{50, 60}, {20, 8}}};
+    using Points = std::vector<QPointF>;
+    EXPECT_EQ(Aligned(elements, AlignLeft), (Points{{10, 20}, {15, 60}}));
+    EXPECT_EQ(Aligned(elements, AlignCenter), (Points{{32.5, 20}, {32.5, 60}}));
+    EXPECT_EQ(Aligned(elements, AlignRight), (Points{{55, 20}, {50, 60}}));
+    EXPECT_EQ(Aligned(elements, AlignTop), (Points{{10, 20}, {50, 22}}));
+    EXPECT_EQ(Aligned(elements, AlignMiddle), (Points{{10, 41}, {50, 41}}));
+    EXPECT_EQ(Aligned(elements, AlignBottom), (Points{{10, 62}, {50, 60}}));
+    EXPECT_TRUE(Aligned({}, AlignLeft).empty());
+
+    const std::vector<Placement> alone{{{10, 20}, {10, 4}}};
+    for (const AlignMode mode : {AlignLeft, AlignCenter, AlignRight, AlignBottom})
+        EXPECT_EQ(Aligned(alone, mode), (Points{{10, 20}}));
+    // An element without an extent counts too.
+    const std::vector<Placement> flat{{{10, 20}, {10, 4}}, {{-3, 7}, {0, 0}}};
+    EXPECT_EQ(Aligned(flat, AlignLeft), (Points{{2, 20}, {-3, 7}}));
+}
+
+TEST(EditorGeometry, DistributedElementsHaveEqualGaps)
+{
+    // Widths of 10, 20 and 30 from 0 to 100, in no order: gaps of 20.
+    const std::vector<Placement> elements{
+        {{85, 3}, {30, 2}}, {{5, 1}, {10, 2}}, {{33, 2}, {20, 2}}};
+    const auto centres = Distributed(elements, DistributeHorizontally);
+    EXPECT_EQ(centres, (std::vector<QPointF>{{85, 3}, {5, 1}, {40, 2}}));
+
+    const std::vector<Placement> crowded{
+        {{0, 10}, {1, 20}}, {{0, 12}, {1, 20}}, {{0, 18}, {1, 20}}};
+    const auto overlapping = Distributed(crowded, DistributeVertically);
+    EXPECT_EQ(overlapping, (std::vector<QPointF>{{0, 10}, {0, 14}, {0, 18}}));
+
+    const std::vector<Placement> same{{{4, 4}, {2, 2}}, {{4, 4}, {6, 2}}, {{4, 4}, {2, 2}}};
+    const auto kept = Distributed(same, DistributeHorizontally);
+    EXPECT_LT(kept[0].x(), kept[1].x());
+    EXPECT_LT(kept[1].x(), kept[2].x());
+
+    const std::vector<Placement> pair{{{10, 0}, {4, 4}}, {{90, 0}, {8, 4}}};
+    EXPECT_EQ(Distributed(pair, DistributeHorizontally), (std::vector<QPointF>{{10, 0}, {90, 0}}));
+    EXPECT_EQ(Distributed({pair.data(), 1}, DistributeVertically), (std::vector<QPointF>{{10, 0}}));
+}
