@@ -1,19 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "Model/DeviceManager.h"
 
-#include <utility>
-
-#include <QFileInfo>
-#include <QMutexLocker>
-
 #include "Log/Log.h"
 #include "Model/DeviceListProxy.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedObjectListProxy.h"
 
+#include <QFileInfo>
+#include <QMutexLocker>
+
+#include <cmath>
+#include <utility>
+
 DeviceManager::DeviceManager(QString path)
     : libraryPath(std::move(path))
-{}
+{
+    qRegisterMetaType<Zen::Vector4DF>("Zen::Vector4DF");
+    qRegisterMetaType<int64_t>("int64_t");
+}
 
 DeviceManager::~DeviceManager() = default;
 
@@ -28,20 +32,77 @@ bool DeviceManager::Initialize()
     return true;
 }
 
+// ---- The library -------------------------------------------------------------------------------
+
 void DeviceManager::LoadLibrary(const QString& path)
 {
     deviceModel->Clear();
     deviceModel->Merge(path.toStdWString(), true);
 }
 
-void DeviceManager::MergeLibrary(const QString& path, bool force,
+bool DeviceManager::MergeLibrary(const QString& path, bool force,
                                  const FixtureConflictCallback& callback)
 {
     deviceModel->Merge(path.toStdWString(), force, callback);
-    if (deviceModel->Save(libraryPath.toStdWString()) != 0)
-        ZEN_LOG_ERROR("The fixture library could not be saved to %ls",
-                      libraryPath.toStdWString().c_str());
+    return SaveLibrary();
 }
+
+bool DeviceManager::SaveLibrary()
+{
+    if (deviceModel->Save(libraryPath.toStdWString()) == 0)
+        return true;
+    ZEN_LOG_ERROR("The fixture library could not be saved to %ls",
+                  libraryPath.toStdWString().c_str());
+    emit librarySaveFailed(libraryPath);
+    return false;
+}
+
+bool DeviceManager::RemoveFixture(const QModelIndex& proxyIndex)
+{
+    if (!proxyIndex.isValid() || !proxyIndex.parent().isValid())
+        return false;
+    const QModelIndex source = deviceListProxy->mapToSource(proxyIndex);
+    const QModelIndex parent = deviceListProxy->mapToSource(proxyIndex.parent());
+    if (!source.isValid() || !parent.isValid())
+        return false;
+    const QModelIndex cell = deviceModel->index(source.row(), DeviceModel::ItemColumn, parent);
+    const auto* fixture = dynamic_cast<DeviceLedItem*>(deviceModel->itemFromIndex(cell));
+    if (!fixture)
+        return false;
+    deviceModel->removeFixtureByUniqueID(fixture->uniqueID);
+    return deviceModel->removeRow(source.row(), parent);
+}
+
+DeviceLedItem* DeviceManager::GetLEDFixtureByProduct(const std::wstring& product) const
+{
+    return deviceModel->GetLEDFixtureByProduct(product);
+}
+
+bool DeviceManager::GetDeviceSize(std::int64_t fixtureID, int& width, int& height) const
+{
+    const DeviceLedItem* fixture = deviceModel->GetFixtures().value(fixtureID, nullptr);
+    if (!fixture) {
+        ZEN_LOG_ERROR("GetDeviceSize did not find a Library item with ID %lld",
+                      static_cast<long long>(fixtureID));
+        return false;
+    }
+    width = fixture->pixelMap.GetWidth();
+    height = fixture->pixelMap.GetHeight();
+    return true;
+}
+
+int DeviceManager::GetDeviceChannelCount(std::int64_t fixtureID) const
+{
+    const DeviceLedItem* fixture = deviceModel->GetFixtures().value(fixtureID, nullptr);
+    if (!fixture) {
+        ZEN_LOG_ERROR("GetDeviceSize did not find a Library item with ID %lld",
+                      static_cast<long long>(fixtureID));
+        return 0;
+    }
+    return fixture->GetChannelCount();
+}
+
+// ---- The document ------------------------------------------------------------------------------
 
 bool DeviceManager::LoadMapping(const QString& path, ArtNetNodeModel& nodes)
 {
@@ -63,14 +124,29 @@ void DeviceManager::ClearAll()
     mappedDeviceModel->Clear();
 }
 
-MappedLedItem* DeviceManager::GetMappedItemByRow(int row) const
+void DeviceManager::CreateSceneItems()
 {
-    return mappedDeviceModel->GetElement(row);
-}
-
-DeviceLedItem* DeviceManager::GetLEDFixtureByProduct(const std::wstring& product) const
-{
-    return deviceModel->GetLEDFixtureByProduct(product);
+    for (int row = 0; row < mappedDeviceModel->rowCount(); ++row) {
+        const MappedLedItem* element = mappedDeviceModel->GetElement(row);
+        if (!element || element->GetItemType() != 0)
+            continue;
+        const VideoMapping* video = element->GetVideoMapping();
+        if (!video) {
+            ZEN_LOG_ERROR("Unexpected disappearance of VideoMapping!");
+            continue;
+        }
+        const auto pixelsX = [this](float value) {
+            return static_cast<float>(ToPixelsX(value));
+        };
+        const auto pixelsY = [this](float value) {
+            return static_cast<float>(ToPixelsY(value));
+        };
+        const PixelMap& map = element->GetFixture().pixelMap;
+        emit createRectangleDevice(
+            pixelsX(video->centerX), pixelsY(video->centerY), pixelsX(video->width),
+            pixelsY(video->height), map.GetWidth(), map.GetHeight(), std::trunc(video->rotation), 0,
+            0, mappedDeviceModel->index(row, MappedDeviceModel::ItemColumn), element->uniqueID);
+    }
 }
 
 void DeviceManager::SetCanvasSize(int width, int height)
@@ -87,24 +163,79 @@ void DeviceManager::GetCanvasSize(int& width, int& height) const
     height = canvasHeight;
 }
 
-QList<QModelIndex> DeviceManager::AddMappedItems(std::vector<std::unique_ptr<MappedLedItem>> items)
+double DeviceManager::ToPixelsX(double fraction) const
 {
-    QList<QModelIndex> indices;
-    for (auto& item : items) {
+    return fraction * mappedDeviceModel->GetCanvasWidth();
+}
+
+double DeviceManager::ToPixelsY(double fraction) const
+{
+    return fraction * mappedDeviceModel->GetCanvasHeight();
+}
+
+void DeviceManager::SetDocumentDirty(bool dirty)
+{
+    documentDirty = dirty;
+    emit signalDocumentSavedState(!dirty);
+}
+
+// ---- Adding and removing elements --------------------------------------------------------------
+
+QModelIndex DeviceManager::AddMappedObject(const MappedObjectParams& params)
+{
+    const auto added = AddMappedObjects({params});
+    return added.empty() ? QModelIndex() : added.front().index;
+}
+
+std::vector<AddedObject>
+DeviceManager::AddMappedObjects(const std::vector<MappedObjectParams>& records)
+{
+    std::vector<std::unique_ptr<MappedLedItem>> items;
+    std::vector<AddedObject> added;
+    {
         const QMutexLocker lock(&mutex);
-        if (item->uniqueID == 0)
-            item->uniqueID = mappedDeviceModel->GetNextElementID();
-        indices.append(mappedDeviceModel->AddMappingElement(std::move(item)));
+        for (const MappedObjectParams& record : records) {
+            const DeviceLedItem* fixture = deviceModel->GetLEDFixture(record.fixtureID);
+            if (!fixture)
+                continue;
+            const std::int64_t uniqueID = mappedDeviceModel->GetNextElementID();
+            const DMXMappingArtNet address(record.subnet, record.universe, record.channel,
+                                           record.ipconf.toStdWString(),
+                                           record.ipName.toStdWString());
+            items.push_back(std::make_unique<MappedLedItem>(
+                fixture->product + L'-' + std::to_wstring(uniqueID), *fixture,
+                std::make_unique<VideoMapping>(), &address));
+            items.back()->uniqueID = uniqueID;
+            added.push_back({QModelIndex(), record});
+        }
+        const auto indexes = mappedDeviceModel->AddMappingElements(std::move(items));
+        for (std::size_t i = 0; i < added.size(); ++i)
+            added[i].index = indexes[static_cast<int>(i)];
     }
     emit mappingsChanged();
-    return indices;
+    return added;
+}
+
+QList<QModelIndex> DeviceManager::AddMappedItems(std::vector<std::unique_ptr<MappedLedItem>> items)
+{
+    QList<QModelIndex> indexes;
+    {
+        const QMutexLocker lock(&mutex);
+        for (const auto& item : items) {
+            if (item->uniqueID == 0)
+                item->uniqueID = mappedDeviceModel->GetNextElementID();
+        }
+        indexes = mappedDeviceModel->AddMappingElements(std::move(items));
+    }
+    emit mappingsChanged();
+    return indexes;
 }
 
 void DeviceManager::RemoveMappedObjects(const QList<qint64>& uniqueIDs)
 {
-    for (const qint64 uniqueID : uniqueIDs) {
+    {
         const QMutexLocker lock(&mutex);
-        mappedDeviceModel->RemoveMappingElement(uniqueID);
+        mappedDeviceModel->RemoveMappingElements(uniqueIDs);
     }
     emit mappingsChanged();
 }

@@ -1,22 +1,35 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
+#include <QList>
+#include <QModelIndex>
 #include <QObject>
+#include <QPersistentModelIndex>
 #include <QRecursiveMutex>
 #include <QString>
 
 #include "Model/DeviceModel.h"
+#include "Model/ObjectChanges.h"
+#include "Model/Vector4DF.h"
 
 class ArtNetNodeModel;
 class DeviceListProxy;
+class DMXMappingArtNet;
 class MappedDeviceModel;
 class MappedLedItem;
 class MappedObjectListProxy;
+struct VideoMapping;
 
-/// The one door to the library and the document. Main thread; the mutex keeps an element from being
-/// seen half-written by the engine's walk.
+/// The one door to the library and the document. Outside of it lengths are scene pixels; the model
+/// keeps fractions of the canvas. Every change of an element goes through here and is told by a
+/// signal. Main thread; the mutex keeps an element from being seen half-written by the engine's
+/// walk. Indexes are those of the document model.
 class DeviceManager : public QObject
 {
     Q_OBJECT
@@ -29,10 +42,16 @@ public:
     /// Builds the models and their proxies. Always true.
     bool Initialize();
 
+    // ---- The library and the document as wholes ------------------------------------------------
+
     /// Replaces the library by this file.
     void LoadLibrary(const QString& path);
-    /// Merges a file into the library and saves the library.
-    void MergeLibrary(const QString& path, bool force, const FixtureConflictCallback& callback);
+    /// Merges a file into the library and saves the library. False when the save failed.
+    bool MergeLibrary(const QString& path, bool force, const FixtureConflictCallback& callback);
+    /// Writes the library to the user's file. False, after a line in the log and
+    /// librarySaveFailed(), when that failed; the old file is then whole.
+    bool SaveLibrary();
+    [[nodiscard]] const QString& GetLibraryPath() const { return libraryPath; }
 
     /// Merges the document's own fixtures into the library and loads the document. False when the
     /// file doesn't exist, which leaves everything as it is, or can't be read.
@@ -40,6 +59,8 @@ public:
     /// 0 when the document was written.
     int SaveMapping(const QString& path, const ArtNetNodeModel& nodes);
     void ClearAll();
+    /// Tells of every element of the document through createRectangleDevice, in row order.
+    void CreateSceneItems();
 
     [[nodiscard]] DeviceModel* GetDeviceModel() const { return deviceModel.get(); }
     [[nodiscard]] MappedDeviceModel* GetMappedDeviceModel() const
@@ -52,25 +73,121 @@ public:
         return mappedObjectListProxy.get();
     }
     [[nodiscard]] QRecursiveMutex& GetMutex() { return mutex; }
+
+    // ---- Reading -------------------------------------------------------------------------------
+
+    /// The element of a row, null when there is none.
+    [[nodiscard]] MappedLedItem* GetMappedItem(const QModelIndex& index) const;
     [[nodiscard]] MappedLedItem* GetMappedItemByRow(int row) const;
+    /// -1 when the index has no element.
+    [[nodiscard]] std::int64_t GetUniqueID(const QModelIndex& index) const;
+    /// The library's number of the element's fixture; 0, after a line in the log, without element.
+    [[nodiscard]] std::int64_t GetFixtureUniqueID(const QModelIndex& index) const;
+
+    // False, with the results untouched, when the index has no element.
+    bool GetObjectCentre(const QModelIndex& index, float& x, float& y) const;
+    bool GetObjectSize(const QModelIndex& index, float& width, float& height) const;
+    bool GetObjectFlipState(const QModelIndex& index, bool& horizontal, bool& vertical) const;
+    /// 0, after a line in the log, without element.
+    [[nodiscard]] float GetObjectRotation(const QModelIndex& index) const;
+    /// The address, to be read; see EditObjectArtNetMappings. Null, after a line in the log,
+    /// without element.
+    [[nodiscard]] const DMXMappingArtNet*
+    GetMappedObjectArtNetMapping(const QModelIndex& index) const;
+
     [[nodiscard]] DeviceLedItem* GetLEDFixtureByProduct(const std::wstring& product) const;
+    /// The pixels of a fixture of the library. False, after a line in the log, when it is absent.
+    bool GetDeviceSize(std::int64_t fixtureID, int& width, int& height) const;
+    [[nodiscard]] int GetDeviceChannelCount(std::int64_t fixtureID) const;
+
+    void GetCanvasSize(int& width, int& height) const;
+    [[nodiscard]] double ToPixelsX(double fraction) const;
+    [[nodiscard]] double ToPixelsY(double fraction) const;
+    /// The smallest upright rectangle round the turned one, in fractions of the canvas.
+    static void GetObjectBounds(const VideoMapping& mapping, float& left, float& top, float& right,
+                                float& bottom);
+
+    // ---- Changing elements ---------------------------------------------------------------------
+    // A batch ends with devicesChangedGeometry. An entry without element ends it at once, without
+    // that signal; only a batch of rotations goes on behind such an entry.
+
+    /// Puts left top corners. `final` tells the inspector's kind of change from a step of a drag.
+    void MoveObjects(const std::vector<ObjectPosition>& corners, bool final);
+    void SetObjectCentre(const std::vector<ObjectPosition>& centres);
+    void SetObjectSize(const std::vector<ObjectSize>& sizes);
+    /// Whole degrees: an angle above 360 comes down by full turns, and the fraction goes.
+    void SetObjectRotation(const std::vector<ObjectRotation>& rotations);
+    void SetObjectFlipState(const std::vector<ObjectFlip>& flips);
+    /// Puts centres and sizes, with the left top corner on a whole pixel.
+    void SetObjectRects(const std::vector<ObjectRect>& rects);
+
+    void MoveObject(const QModelIndex& index, double x, double y, bool final);
+    void SetObjectCentre(const QModelIndex& index, double x, double y);
+    void SetObjectSize(const QModelIndex& index, double width, double height);
+    void SetObjectRotation(const QModelIndex& index, float degrees);
+    void SetObjectFlipState(const QModelIndex& index, int direction, bool state);
+
+    void SetDescription(const QModelIndex& index, const std::wstring& description);
+    /// Lets `edit` change the address of each element that has one, then brings the table's cells
+    /// and colours up to date.
+    void EditObjectArtNetMappings(const QModelIndexList& indexes,
+                                  const std::function<void(DMXMappingArtNet&)>& edit);
+
+    // ---- Changing the document -----------------------------------------------------------------
 
     void SetCanvasSize(int width, int height);
-    void GetCanvasSize(int& width, int& height) const;
+    /// Cuts the canvas to the box round these elements; every element keeps its size in pixels.
+    void CropToSelection(const QModelIndexList& indexes);
 
-    /// Adds elements that were made elsewhere; the document owns them then.
+    /// An invalid index when the fixture isn't in the library.
+    QModelIndex AddMappedObject(const MappedObjectParams& params);
+    /// Adds elements that have no extent yet: ApplyObjectParams is the next step. A record whose
+    /// fixture isn't in the library is passed over.
+    std::vector<AddedObject> AddMappedObjects(const std::vector<MappedObjectParams>& records);
+    /// Size and centre of the record, no rotation, no flips.
+    void ApplyObjectParams(const QModelIndex& index, const MappedObjectParams& params);
+    void ApplyObjectParams(const std::vector<AddedObject>& objects);
+    /// Adds elements that were made elsewhere; the document owns them then. One without a number
+    /// gets the next one.
     QList<QModelIndex> AddMappedItems(std::vector<std::unique_ptr<MappedLedItem>> items);
     void RemoveMappedObjects(const QList<qint64>& uniqueIDs);
+
+    /// Takes a fixture out of the library, by its index in the library's proxy. False for what is
+    /// no fixture. Whether the document uses it is the caller's question.
+    bool RemoveFixture(const QModelIndex& proxyIndex);
+
+    /// Sets documentDirty and tells it.
+    void SetDocumentDirty(bool dirty);
 
     int selectionMode = 0; ///< 0 no mark of the selection on the output, 1 solid, 2 flashing
     bool documentDirty = false;
 
 signals:
     void mappingsChanged();
+    void deviceChangeGeometry(int64_t uniqueID, Zen::Vector4DF geometry);
+    void deviceUpdatedGeometry(int64_t uniqueID, Zen::Vector4DF geometry);
+    void deviceChangeCentreX(int64_t uniqueID, float centreX);
+    void deviceChangeCentreY(int64_t uniqueID, float centreY);
+    void deviceChangeCentreXY(int64_t uniqueID, float centreX, float centreY);
+    void deviceChangeMapSize(int64_t uniqueID, float width, float height);
+    void deviceChangeRotation(int64_t uniqueID, float anglePosition);
+    void deviceChangeFlip(int64_t uniqueID, int flipDirection, bool state);
+    void createRectangleDevice(float posX, float posY, float width, float height, int devWidth,
+                               int devHeight, float rotation, int flip_horizontal,
+                               int flip_vertical, QPersistentModelIndex modelIndex,
+                               int64_t uniqueID);
+    void changeCanvasSize(int width, int height);
+    void changeFilteringMode(int filtermode);
+    void deleteGraphicObject(int64_t uniqueID);
+    void devicesChangedGeometry();
     void signalDocumentSavedState(bool saved);
+    /// The library could not be written; what the user changed lives only until the end of the run.
+    void librarySaveFailed(const QString& path);
 
 private:
-    QRecursiveMutex mutex;
+    [[nodiscard]] VideoMapping* EditVideo(MappedLedItem* element) const;
+
+    mutable QRecursiveMutex mutex;
     QString libraryPath;
     int canvasWidth = 100;
     int canvasHeight = 100;

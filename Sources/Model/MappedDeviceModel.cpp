@@ -8,6 +8,7 @@
 #include <QColor>
 #include <QDebug>
 #include <QMutexLocker>
+#include <QSignalBlocker>
 
 #include "LibTools/XmlFile.h"
 #include "Log/Log.h"
@@ -188,6 +189,7 @@ void MappedDeviceModel::ReadElements(const tinyxml2::XMLElement& mapping,
                                      const DeviceModel& library)
 {
     const QMutexLocker lock(&mutex);
+    std::vector<std::unique_ptr<MappedLedItem>> items;
     for (const auto* element = mapping.FirstChildElement("Element"); element;
          element = element->NextSiblingElement("Element"))
     {
@@ -196,8 +198,9 @@ void MappedDeviceModel::ReadElements(const tinyxml2::XMLElement& mapping,
         if (!item)
             continue;
         item->uniqueID = identifier;
-        AddRow(std::move(item), false);
+        items.push_back(std::move(item));
     }
+    AddRows(std::move(items), false);
 }
 
 // ---- Saving ------------------------------------------------------------------------------------
@@ -240,6 +243,21 @@ void MappedDeviceModel::WriteElements(tinyxml2::XMLElement& mapping) const
 
 // ---- Elements ----------------------------------------------------------------------------------
 
+void MappedDeviceModel::AddRows(std::vector<std::unique_ptr<MappedLedItem>> items, bool withSize)
+{
+    if (items.empty())
+        return;
+    const int first = rowCount();
+    beginInsertRows(QModelIndex(), first, first + static_cast<int>(items.size()) - 1);
+    {
+        // Each row on its own would have every proxy sort and map the whole table anew.
+        const QSignalBlocker oneInsertionForAll(this);
+        for (auto& item : items)
+            AddRow(std::move(item), withSize);
+    }
+    endInsertRows();
+}
+
 void MappedDeviceModel::AddRow(std::unique_ptr<MappedLedItem> item, bool withSize)
 {
     MappedLedItem* element = item.release();
@@ -270,24 +288,58 @@ void MappedDeviceModel::AddRow(std::unique_ptr<MappedLedItem> item, bool withSiz
 
 QModelIndex MappedDeviceModel::AddMappingElement(std::unique_ptr<MappedLedItem> item)
 {
+    std::vector<std::unique_ptr<MappedLedItem>> items;
+    items.push_back(std::move(item));
+    return AddMappingElements(std::move(items)).front();
+}
+
+QModelIndexList
+MappedDeviceModel::AddMappingElements(std::vector<std::unique_ptr<MappedLedItem>> items)
+{
     const QMutexLocker lock(&mutex);
-    nextElementID = std::max(nextElementID, item->uniqueID);
-    AddRow(std::move(item), true);
-    return index(rowCount() - 1, IdentifierColumn);
+    const int first = rowCount();
+    for (const auto& item : items)
+        nextElementID = std::max(nextElementID, item->uniqueID);
+    AddRows(std::move(items), true);
+    RecalculateConflicts();
+    QModelIndexList indexes;
+    for (int row = first; row < rowCount(); ++row)
+        indexes.append(index(row, IdentifierColumn));
+    return indexes;
 }
 
 bool MappedDeviceModel::RemoveMappingElement(std::int64_t uniqueID)
 {
+    return RemoveMappingElements({uniqueID}) == 1;
+}
+
+int MappedDeviceModel::RemoveMappingElements(const QList<qint64>& uniqueIDs)
+{
     const QMutexLocker lock(&mutex);
-    MappedLedItem* element = uniqueID > 0 ? elements.value(uniqueID, nullptr) : nullptr;
-    if (!element)
-        return false;
-    const int at = element->QStandardItem::row();
-    qDebug() << "RemoveMappingElement(" << uniqueID << ") found at " << at;
-    elements.remove(uniqueID);
-    byRow_.erase(byRow_.begin() + at);
-    ++revision_;
-    return removeRow(at);
+    std::vector<int> rows;
+    for (const qint64 uniqueID : uniqueIDs) {
+        const MappedLedItem* element = uniqueID > 0 ? elements.take(uniqueID) : nullptr;
+        if (!element)
+            continue;
+        rows.push_back(element->QStandardItem::row());
+        qDebug() << "RemoveMappingElement(" << uniqueID << ") found at " << rows.back();
+    }
+    std::ranges::sort(rows);
+    // From the end, so that the rows before stay where they are; as ranges, since each removal
+    // moves the rest of the table and of every proxy.
+    for (auto end = rows.size(); end > 0;) {
+        auto begin = end - 1;
+        while (begin > 0 && rows[begin - 1] == rows[begin] - 1)
+            --begin;
+        const int count = static_cast<int>(end - begin);
+        byRow_.erase(byRow_.begin() + rows[begin], byRow_.begin() + rows[begin] + count);
+        ++revision_;
+        removeRows(rows[begin], count);
+        end = begin;
+    }
+    if (!rows.empty())
+        RecalculateConflicts();
+    return static_cast<int>(rows.size());
 }
 
 MappedLedItem* MappedDeviceModel::GetItemByUniqueID(std::int64_t uniqueID) const
@@ -357,14 +409,25 @@ void MappedDeviceModel::ReplaceNodeAddress(const QString& oldIpconf, const QStri
     }
 }
 
-void MappedDeviceModel::UpdateAddressCell(int row)
+void MappedDeviceModel::UpdateAddressCells(const std::vector<int>& rows)
 {
-    const MappedLedItem* element = GetElement(row);
-    if (!element || !element->GetDMXMapping())
-        return;
-    item(row, AddressColumn)
-        ->setText(QString::fromStdWString(element->GetDMXMapping()->GetSortDescription()));
+    for (const int row : rows) {
+        const MappedLedItem* element = GetElement(row);
+        if (element && element->GetDMXMapping())
+            item(row, AddressColumn)
+                ->setText(QString::fromStdWString(element->GetDMXMapping()->GetSortDescription()));
+    }
     RecalculateConflicts();
+}
+
+void MappedDeviceModel::SetDescription(int row, const std::wstring& description)
+{
+    const QMutexLocker lock(&mutex);
+    MappedLedItem* element = GetElement(row);
+    if (!element)
+        return;
+    element->description = description;
+    item(row, NameColumn)->setText(QString::fromStdWString(description));
 }
 
 void MappedDeviceModel::RecalculateConflicts()

@@ -9,8 +9,8 @@
 
 #include <QImage>
 #include <QMap>
-#include <QMutex>
 #include <QPixmap>
+#include <QRecursiveMutex>
 #include <QStandardItemModel>
 
 #include "FixtureModel/UniverseMerging.h"
@@ -61,7 +61,12 @@ public:
 
     /// Adds a row; the table owns the element. The index of its column 7.
     QModelIndex AddMappingElement(std::unique_ptr<MappedLedItem> item);
+    /// The same for many, which views and proxies see as one insertion.
+    QModelIndexList AddMappingElements(std::vector<std::unique_ptr<MappedLedItem>> items);
+    /// False when there is no such element.
     bool RemoveMappingElement(std::int64_t uniqueID);
+    /// The same for many, range by range. How many there were.
+    int RemoveMappingElements(const QList<qint64>& uniqueIDs);
 
     /// The element of a row, null for a row that is none.
     [[nodiscard]] MappedLedItem* GetElement(int row) const
@@ -81,7 +86,9 @@ public:
     void UpdateFixtureInElements(std::int64_t fixtureID, const DeviceLedItem& fixture);
     void ReplaceNodeAddress(const QString& oldIpconf, const QString& newIpconf,
                             const QString& newIpName);
-    void UpdateAddressCell(int row);
+    void UpdateAddressCell(int row) { UpdateAddressCells({row}); }
+    void UpdateAddressCells(const std::vector<int>& rows);
+    void SetDescription(int row, const std::wstring& description);
     /// A universe that is broadcast and also sent to a chosen node.
     [[nodiscard]] bool IsUniverseInConflict(const QModelIndex& index) const;
 
@@ -125,6 +132,7 @@ private:
     void StoreHeader(const tinyxml2::XMLElement& mapping, Header header);
     void ReadElements(const tinyxml2::XMLElement& mapping, const DeviceModel& library);
     void WriteElements(tinyxml2::XMLElement& mapping) const;
+    void AddRows(std::vector<std::unique_ptr<MappedLedItem>> items, bool withSize);
     void AddRow(std::unique_ptr<MappedLedItem> item, bool withSize);
     void RecalculateConflicts();
 
@@ -141,7 +149,8 @@ private:
     UniverseMerging merging;
     bool autoUnicast = false;
     std::wstring name = L"Untitled";
-    mutable QMutex mutex;
+    /// Recursive: a view that hears of a new row may ask for its element at once.
+    mutable QRecursiveMutex mutex;
     QImage testImage;
     std::unique_ptr<ZenBitmap> testBitmap;
     std::unordered_set<std::uint16_t> conflictUniverses;
