@@ -79,12 +79,12 @@ bool ReadFilterMode(const tinyxml2::XMLElement& element, VideoFilterMode& mode)
 
 PointF rotatePoint(PointF point, float degrees)
 {
+    // The angle is turned in double precision; from there on all is in floats, as the sampled
+    // pixels must be the same on every machine.
     const double radians = static_cast<double>(degrees) * (std::numbers::pi / 180.0);
-    const double cosine = std::cos(radians);
-    const double sine = std::sin(radians);
-    const auto x = static_cast<double>(point.x);
-    const auto y = static_cast<double>(point.y);
-    return {static_cast<float>(x * cosine - y * sine), static_cast<float>(x * sine + y * cosine)};
+    const auto cosine = static_cast<float>(std::cos(radians));
+    const auto sine = static_cast<float>(std::sin(radians));
+    return {point.x * cosine - point.y * sine, point.x * sine + point.y * cosine};
 }
 
 VideoMapping::VideoMapping(PointF center, PointF size, float degrees, bool mirrorLeftRight,

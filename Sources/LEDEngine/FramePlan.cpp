@@ -203,7 +203,7 @@ void FramePlan::MakeRuns(const MappedDeviceModel& model)
     std::ranges::fill(values_, std::uint8_t{0});
     std::ranges::fill(types_, ChannelType::Pixel);
     for (std::size_t row = 0; row < elements_.size(); ++row) {
-        const Element& element = elements_[row];
+        Element& element = elements_[row];
         const MappedLedItem* item = model.GetElement(static_cast<int>(row));
         if (!item)
             continue;
@@ -216,10 +216,22 @@ void FramePlan::MakeRuns(const MappedDeviceModel& model)
     }
 }
 
-void FramePlan::AddPixels(const Element& element, const MappedLedItem& item)
+void FramePlan::MakeRoom(Element& element, std::uint32_t room)
+{
+    if (room <= element.valueRoom)
+        return;
+    element.firstValue = static_cast<std::uint32_t>(values_.size());
+    element.valueRoom = room;
+    values_.resize(values_.size() + room);
+    types_.resize(values_.size());
+}
+
+void FramePlan::AddPixels(Element& element, const MappedLedItem& item)
 {
     underPixel_.reset();
     const PixelMap& map = item.GetFixture().pixelMap;
+    // A map that was edited since the last Build may reach further than the one of then.
+    MakeRoom(element, RoomFor(map, element.valueCount));
     const std::int32_t n = map.GetChannelsPerPixel();
     const auto& cells = map.GetChannels();
     // The blocks are those of the last Build; a map that was edited since may be another size.
@@ -231,8 +243,7 @@ void FramePlan::AddPixels(const Element& element, const MappedLedItem& item)
                          .firstSlot = 0});
     for (std::size_t cell = 0; cell < count; ++cell) {
         const std::int32_t channel = cells[cell];
-        if (!IsWritten(channel, n, element.valueCount) ||
-            static_cast<std::uint32_t>(channel - 1 + n) > element.valueRoom)
+        if (!IsWritten(channel, n, element.valueCount))
             continue;
         AddSlot(map.GetType(), item.GetFixture().GetIntensity(),
                 {element.firstPixel + static_cast<std::uint32_t>(cell),

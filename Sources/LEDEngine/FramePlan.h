@@ -94,7 +94,9 @@ private:
 
     [[nodiscard]] bool Place(const MappedLedItem& item);
     void MakeRuns(const MappedDeviceModel& model);
-    void AddPixels(const Element& element, const MappedLedItem& item);
+    /// Moves the values of an element that needs more of them to the end of the block.
+    void MakeRoom(Element& element, std::uint32_t room);
+    void AddPixels(Element& element, const MappedLedItem& item);
     void AddSlot(PixelMapType type, std::uint8_t intensity, PixelSlot slot);
     void AddConstants(const Element& element, const MappedLedItem& item);
     void MakeCopies(const MappedDeviceModel& model, const UniverseMerging& merging);

@@ -68,9 +68,17 @@ void LEDEngine::ReleaseElements()
 
 void LEDEngine::UpdateElementBitmaps(const ZenBitmap& source)
 {
+    if (!elementsReady)
+        return;
     const MappedDeviceModel& model = *deviceManager.GetMappedDeviceModel();
-    if (elementsReady && static_cast<std::size_t>(model.rowCount()) == plan_.ElementCount())
+    const int rows = model.rowCount();
+    if (static_cast<std::size_t>(rows) == plan_.ElementCount()) {
         plan_.SampleAll(model, source);
+        return;
+    }
+    // Rows came or went and the buffers were not laid out anew: those that have one go on.
+    for (int row = 0; row < rows; ++row)
+        UpdateElementBitmap(row, source);
 }
 
 void LEDEngine::UpdateElementBitmap(int index, const ZenBitmap& source)

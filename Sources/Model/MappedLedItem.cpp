@@ -7,12 +7,24 @@
 #include "Model/DeviceModel.h"
 #include "XmlText/XmlText.h"
 
+namespace {
+
+/// Elements live on the main thread.
+std::uint64_t NextRevision()
+{
+    static std::uint64_t last = 0;
+    return ++last;
+}
+
+} // namespace
+
 MappedLedItem::MappedLedItem(std::wstring name, const DeviceLedItem& fixture,
                              std::unique_ptr<VideoMapping> video, const DMXMapping* dmx)
     : description(std::move(name))
     , fixture_(fixture)
     , videoMapping_(std::move(video))
     , dmxMapping_(dmx ? dmx->Clone() : nullptr)
+    , revision_(NextRevision())
 {}
 
 MappedLedItem::~MappedLedItem() = default;
@@ -24,7 +36,7 @@ const DMXMappingArtNet* MappedLedItem::GetArtNetMapping() const
 
 void MappedLedItem::CountChange()
 {
-    ++revision_;
+    revision_ = NextRevision();
     if (documentRevision_)
         ++*documentRevision_;
 }

@@ -45,7 +45,8 @@ public:
     [[nodiscard]] VideoMapping* EditVideoMapping();
     [[nodiscard]] DMXMappingArtNet* EditArtNetMapping();
 
-    /// Grows with every Edit... of this element.
+    /// Grows with every Edit... of this element; no two elements ever have the same, so an element
+    /// in the place of another is seen as a change.
     [[nodiscard]] std::uint64_t GetRevision() const { return revision_; }
     /// Edits of this element from now on count in `counter` too, which must outlive the element or
     /// be taken back with null. The document does this when the element is added.
@@ -65,6 +66,6 @@ private:
     DeviceLedItem fixture_;
     std::unique_ptr<VideoMapping> videoMapping_;
     std::unique_ptr<DMXMapping> dmxMapping_;
-    std::uint64_t revision_ = 1;
+    std::uint64_t revision_;
     std::uint64_t* documentRevision_ = nullptr;
 };

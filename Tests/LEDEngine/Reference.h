@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Show.h"
+
+/// A frame worked out slowly and plainly, one element, one pixel and one channel at a time, with
+/// nothing of the engine's own: what the engine must give byte for byte.
+namespace Reference {
+
+/// The colours of an element's pixels, row by row.
+[[nodiscard]] std::vector<Rgb> Sample(const VideoMapping& mapping, int canvasWidth,
+                                      int canvasHeight, int columns, int rows,
+                                      const ZenBitmap& source);
+
+/// The universes of one frame by address and Port-Address.
+using Universes = std::map<std::pair<std::wstring, std::uint16_t>, Bytes>;
+
+/// The frame of a document while nothing was received: merged input is all zeros.
+[[nodiscard]] Universes FrameOf(const MappedDeviceModel& document, const ZenBitmap& source);
+
+} // namespace Reference
