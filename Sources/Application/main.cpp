@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
+#include <cstdlib>
 #include <memory>
 #include <string_view>
+
+#include <QSocketNotifier>
 
 #include "Application/PixelWeftApp.h"
 #include "ArtNet/ZenArtNetService.h"
 #include "DebugVariables/DebugVariables.h"
 #include "Log/Log.h"
+#include "Platform/EndSignals.h"
 #include "Platform/Locale.h"
 #include "Platform/SingleInstance.h"
 
@@ -53,9 +57,17 @@ int main(int argc, char** argv)
     ReadSwitches(argc, argv);
 
     PixelWeftApp application(argc, argv);
+    bool ended = false;
+    QSocketNotifier endSignals(Platform::CatchEndSignals(), QSocketNotifier::Read);
+    QObject::connect(&endSignals, &QSocketNotifier::activated, &application, [&] {
+        ended = true;
+        endSignals.setEnabled(false);
+        QCoreApplication::quit();
+    });
     WEFTMain& window = application.MainWindow();
     window.showNormal();
     window.LoadFirstDocument();
     window.StartTimers();
-    return QApplication::exec();
+    // The wish may have come while a box was open over the first document.
+    return ended ? EXIT_SUCCESS : QApplication::exec();
 }

@@ -1,0 +1,119 @@
+# SPDX-License-Identifier: MIT
+"""How the program starts and ends, and where it keeps its files."""
+
+import signal
+import time
+
+import stage
+from document import STRIP, strip_document, write_picture
+from stage import BROADCAST, dmx
+
+HISTORY = "loghistory"
+LOG = "PixelWeftLog.txt"
+
+
+class Life(stage.Case):
+
+    def setUp(self):
+        super().setUp()
+        picture = self.home.folder / "picture.png"
+        write_picture(picture)
+        self.home.put_settings(visualFile=picture, usrImgFile=picture, imgSelVal=2, network="2.X.X.X")
+
+    def history(self):
+        folder = self.home.log.parent / HISTORY
+        return {path.name: path.read_text() for path in folder.iterdir()}
+
+    def test_a_second_start_disturbs_nothing(self):
+        self.home.put_document(strip_document())
+        wire = self.watch()
+        first = self.start()
+        wire.wait_for(5, dmx(0, BROADCAST), 30, "frames of the first")
+        document = self.home.document.read_bytes()
+        names = {path.name for path in self.home.log.parent.rglob("*")}
+
+        again = time.time()
+        second = self.start(said="second.txt")
+        self.assertEqual(0, second.status(seconds=10))
+        self.assertEqual("", second.said.read_text(), "it refuses in silence")
+        self.assertEqual(names, {path.name for path in self.home.log.parent.rglob("*")})
+        self.assertEqual({}, self.history(), "the log of the first is not put away")
+        self.assertEqual(document, self.home.document.read_bytes())
+        frames = wire.wait_for(15, dmx(0), 10, "further frames", since=again)
+        self.assertLess(max(b.time - a.time for a, b in zip(frames, frames[1:])), 1, "no frame stays out")
+        self.assertTrue(first.running())
+
+        # Once the first is gone, in whatever way, the next may start.
+        first.end(signal.SIGKILL)
+        third = time.time()
+        self.start()
+        wire.wait_for(5, dmx(0), 30, "frames of the third", since=third)
+
+    def test_the_log_keeps_its_history(self):
+        self.home.put_document(strip_document())
+        logs = []
+        for _ in range(3):
+            program = self.start()
+            program.wait_for_log("Entering Using local socket state")
+            self.assertIn("*" * 50, program.log_text())
+            self.assertEqual({f"{LOG}.{n + 1}": text for n, text in enumerate(reversed(logs))}, self.history())
+            self.assertEqual(0, program.end(signal.SIGTERM))
+            logs.append(program.log_text())
+
+    def test_a_signal_ends_it_in_order(self):
+        self.home.put_document(strip_document())
+        for how in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+            program = self.start()
+            program.wait_for_log("Entering Using local socket state")
+            self.assertEqual(0, program.end(how))
+            self.assertIn("Destroying local ArtNet client", program.log_text())
+            self.home.log.unlink()
+
+    def test_without_a_mode_it_does_not_start(self):
+        program = self.start(executable=stage.copy_of_program(self.home.folder))
+        self.assertNotEqual(0, program.status())
+        self.assertIn("Cannot determine application mode(mode.xml might be missing).", program.said.read_text())
+        self.assertEqual([], list(self.home.data.rglob("*")), "nothing was written")
+
+    def test_beside_a_host_with_preferences(self):
+        library = self.home.folder / "Library of the show"
+        self.home.put_document(strip_document(), library / "PixelWeft" / "mapping.wfm")
+        host = self.home.data / "Zentri ReelCommand 5"
+        host.mkdir()
+        (host / "Zentri ReelCommand_preferences.xml").write_text(
+            f'<RMS_Preferences><DATA DMXINTERFACE="ArtNet" LIBRARYROOTFOLDER="{library}" /></RMS_Preferences>')
+        wire = self.watch()
+        program = self.start(executable=stage.copy_of_program(self.home.folder, "RC"), log=host / LOG)
+        frames = wire.wait_for(5, dmx(0), 30, "frames of the document in the host's library")
+        self.assertEqual({STRIP}, {p.channels for p in frames})
+        program.wait_for_log("Entering Using local socket state")
+        self.assertFalse(self.home.document.exists())
+
+    def test_the_first_run_writes_a_document(self):
+        self.home.settings.unlink()
+        wire = self.watch("rig", "art1")
+        program = self.start()
+        wire.wait_for(1, lambda p: p.is_poll and p.destination == "10.255.255.255", 30,
+                      "polls on the first of the networks")
+        raw = self.home.document.read_bytes()
+        self.assertEqual(b"\xff\xfe", raw[:2])
+        text = raw[2:].decode("utf-16-le")
+        self.assertEqual(170, text.count("<LEDFixture "), "the document carries the whole library")
+        self.assertEqual(170, len((self.home.data / "Zentri PixelWeft2" / "LEDFixtureLib.wfl").read_bytes().decode(
+            "utf-16").split("<LEDFixture ")) - 1)
+        self.assertEqual(
+            '<UniverseMerging Enabled="0" FromStartSubnet="0" FromStartUniverse="0" ConsecutiveUniverses="1" '
+            'ToStartSubnet="0" ToStartUniverse="0" MergerDMXSource="PixelWeft" />\n'
+            '<ManualNetworkNodes />\n'
+            '<Mapping name="Untitled" version="1.0" resolution="100,100" autoUnicast="0" network="10.0.0.1" />\n',
+            text[text.index("</LEDFixtureLibrary>\n") + len("</LEDFixtureLibrary>\n"):])
+
+        # And the next run finds it as it was.
+        self.assertEqual(0, program.end())
+        second = self.start()
+        second.wait_for_log("Entering Using local socket state")
+        self.assertEqual(raw, self.home.document.read_bytes())
+
+
+if __name__ == "__main__":
+    stage.run()
