@@ -2,40 +2,61 @@
 #pragma once
 
 #include <cstdint>
-#include <vector>
+#include <list>
+#include <memory>
+#include <string_view>
+#include <unordered_map>
 
 #include "ArtNet/ArtNetNodeInfo.h"
 
 /// The nodes of one server: what was heard, and what of it is published. Life is counted in polls:
-/// a node that answers five of them in a row with silence is gone. No lock of its own.
+/// a node that answers five of them in a row with silence is gone. A reply costs the same however
+/// many nodes there are, since it is taken under the service's mutex. No lock of its own.
 class ArtNetNodeTable
 {
 public:
     /// No network has more nodes; beyond it the least recently heard makes room.
     static constexpr std::size_t MaxNodes = 4096;
 
+    using Snapshot = std::shared_ptr<const ArtNetNodeList>;
+
+    ArtNetNodeTable();
+    ArtNetNodeTable(const ArtNetNodeTable&) = delete;
+    ArtNetNodeTable& operator=(const ArtNetNodeTable&) = delete;
+
     /// A reply came in. It shows in the published list at the next Age.
     void Hear(const ArtNetNodeInfo& node);
     /// One poll has passed: publishes the nodes that are alive, in order of first arrival.
     void Age();
-    /// Appends what another table knows.
+    /// Appends what another table knows. Of two entries of one node the first is kept up to date
+    /// and the other dies of age.
     void TakeFrom(const ArtNetNodeTable& other);
 
-    [[nodiscard]] const ArtNetNodeList& Published() const { return published_; }
+    /// The list as it is now; it stays as it is while the table goes on. Never null.
+    [[nodiscard]] const Snapshot& Published() const { return published_; }
     /// Grows with each change of the published list.
     [[nodiscard]] std::uint32_t Generation() const { return generation_; }
 
 private:
+    struct Entry;
+    using Entries = std::list<Entry>;
+
     struct Entry
     {
         ArtNetNodeInfo node;
-        std::int32_t timeToLive = 0; ///< in polls
-        bool changed = false;
+        std::int32_t timeToLive = 0;                 ///< in polls
+        bool changed = false;                        ///< since it was last published
+        std::list<Entries::iterator>::iterator turn; ///< its place in byTurn_
     };
 
-    void MakeRoom();
+    void Append(const Entry& entry);
+    void Remove(Entries::iterator entry);
+    void RemoveDead();
 
-    std::vector<Entry> entries_;
-    ArtNetNodeList published_;
+    Entries entries_;                     ///< in order of first arrival
+    std::list<Entries::iterator> byTurn_; ///< the least recently heard first
+    std::unordered_map<std::string_view, Entries::iterator>
+        byAddress_; ///< the first of each address
+    Snapshot published_;
     std::uint32_t generation_ = 0;
 };

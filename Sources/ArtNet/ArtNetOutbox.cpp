@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "ArtNet/ArtNetOutbox.h"
 
+#include "Platform/Clock.h"
+
 bool ArtNetOutbox::Add(std::uint32_t address, std::uint16_t portAddress,
                        std::span<const std::uint8_t> channels)
 {
@@ -9,9 +11,10 @@ bool ArtNetOutbox::Add(std::uint32_t address, std::uint16_t portAddress,
         waitingCount_ = 0;
     if (waitingCount_ == waiting_.size())
         waiting_.emplace_back();
-    Block& block = waiting_[waitingCount_++];
-    block.size = ArtNetPackets::WriteDmx(block.bytes, portAddress, channels);
-    block.address = address;
+    Packet& packet = waiting_[waitingCount_++];
+    packet.size = ArtNetPackets::WriteDmx(packet.bytes, portAddress, channels);
+    packet.address = address;
+    packet.written = Platform::MonotonicNanoseconds();
     const bool first = !called_;
     called_ = true;
     return first;
@@ -19,20 +22,13 @@ bool ArtNetOutbox::Add(std::uint32_t address, std::uint16_t portAddress,
 
 bool ArtNetOutbox::TakeWaiting()
 {
-    std::size_t count = 0;
-    {
-        const std::lock_guard lock(mutex_);
-        if (waitingCount_ == 0) {
-            called_ = false;
-            return false;
-        }
-        waiting_.swap(sending_);
-        count = waitingCount_;
-        waitingCount_ = 0;
+    const std::lock_guard lock(mutex_);
+    if (waitingCount_ == 0) {
+        called_ = false;
+        return false;
     }
-    datagrams_.clear();
-    for (const Block& block : std::span(sending_).first(count))
-        datagrams_.push_back(
-            {block.address, ArtNetPackets::Port, std::span(block.bytes).first(block.size)});
+    waiting_.swap(sending_);
+    sendingCount_ = waitingCount_;
+    waitingCount_ = 0;
     return true;
 }

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "ArtNet/ArtNetPackets.h"
-#include "Platform/Datagrams.h"
 
 /// ArtDmx packets between the frame loop, which writes them, and the I/O thread, which sends them:
 /// one wake-up for a whole frame, where a send from the frame loop's own thread costs twice as much
@@ -21,35 +20,36 @@ public:
     /// worthless then and makes room for the newest.
     static constexpr std::size_t MaxWaiting = 8192;
 
+    struct Packet
+    {
+        std::array<std::byte, ArtNetPackets::MaxDmxSize> bytes;
+        std::size_t size = 0;
+        std::uint32_t address = 0; ///< where it goes
+        std::int64_t written = 0;  ///< nanoseconds of the monotonic clock
+    };
+
     /// Writes one packet. True when the I/O thread must be called.
     [[nodiscard]] bool Add(std::uint32_t address, std::uint16_t portAddress,
                            std::span<const std::uint8_t> channels);
 
-    /// Hands the waiting packets to `send` (a span of Platform::Datagram) until none is left. I/O
-    /// thread only.
+    /// Hands the waiting packets to `send` (a span of Packet, good for the length of the call)
+    /// until none is left. I/O thread only.
     template <typename Send>
     void Flush(Send send)
     {
         while (TakeWaiting())
-            send(std::span<const Platform::Datagram>(datagrams_));
+            send(std::span<const Packet>(sending_).first(sendingCount_));
     }
 
 private:
-    struct Block
-    {
-        std::array<std::byte, ArtNetPackets::MaxDmxSize> bytes;
-        std::size_t size = 0;
-        std::uint32_t address = 0;
-    };
-
     /// Takes over what waits; false, and the next Add calls anew, when nothing does.
     [[nodiscard]] bool TakeWaiting();
 
     std::mutex mutex_; ///< guards waiting_, waitingCount_ and called_
-    std::vector<Block> waiting_;
+    std::vector<Packet> waiting_;
     std::size_t waitingCount_ = 0;
     bool called_ = false;
 
-    std::vector<Block> sending_;
-    std::vector<Platform::Datagram> datagrams_;
+    std::vector<Packet> sending_;
+    std::size_t sendingCount_ = 0;
 };

@@ -145,7 +145,7 @@ void WritePollReply(std::span<std::byte, PollReplySize> packet, const Identity& 
     PutHighFirst(packet, 20, Oem);
     PutHighFirst(packet, 24, EstaMan);
     PutText(packet, 26, 18, identity.shortName);
-    PutText(packet, 44, 64, identity.shortName.substr(0, 17));
+    PutText(packet, 44, 64, identity.shortName.substr(0, 18));
     PutText(packet, 108, 64, identity.nodeReport);
     const std::size_t ports = std::min<std::size_t>(identity.outputs.size(), 4);
     Put(packet, 173, static_cast<unsigned>(ports));

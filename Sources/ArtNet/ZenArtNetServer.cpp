@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <new>
 
 #include "Log/Log.h"
 #include "Platform/Adapters.h"
@@ -15,71 +14,15 @@ namespace Zen {
 namespace {
 
 constexpr auto PollPeriod = std::chrono::microseconds(2'500'000);
-/// A console may send 256 universes back to back; the default buffer holds 166.
-constexpr int ReceiveBufferSize = 4 * 1024 * 1024;
+constexpr auto WatchPeriod = std::chrono::milliseconds(500);
+constexpr auto RetryPeriod = std::chrono::milliseconds(2);
+/// A console may send 256 universes back to back; the default buffer holds 166. A slow cable takes
+/// a frame of as many as slowly. The system caps both where it must.
+constexpr int SocketBufferSize = 4 * 1024 * 1024;
 /// A flood must not keep the I/O thread from the sends for long.
 constexpr int DatagramsPerWakeUp = 256;
-constexpr std::int64_t ErrorLogInterval = 1'000'000'000;
-
-bool IsRefused(const std::error_code& error)
-{
-    return error == std::errc::connection_refused;
-}
-
-/// The handler that empties the outbox, with memory of its own.
-template <typename T>
-struct FlushAllocator
-{
-    using value_type = T;
-    FlushStorage* storage;
-
-    explicit FlushAllocator(FlushStorage* memory)
-        : storage(memory)
-    {}
-    template <typename U>
-    explicit FlushAllocator(const FlushAllocator<U>& other)
-        : storage(other.storage)
-    {}
-    T* allocate(std::size_t count) { return static_cast<T*>(storage->Take(count * sizeof(T))); }
-    void deallocate(T* memory, std::size_t) { storage->GiveBack(memory); }
-    template <typename U>
-    bool operator==(const FlushAllocator<U>& other) const
-    {
-        return storage == other.storage;
-    }
-};
-
-template <typename Function>
-struct FlushHandler
-{
-    using allocator_type = FlushAllocator<void*>;
-    FlushStorage* storage;
-    Function function;
-
-    [[nodiscard]] allocator_type get_allocator() const { return allocator_type(storage); }
-    void operator()() { function(); }
-};
-
-template <typename Function>
-FlushHandler(FlushStorage*, Function) -> FlushHandler<Function>;
 
 } // namespace
-
-void* FlushStorage::Take(std::size_t size)
-{
-    if (taken_ || size > memory_.size())
-        return ::operator new(size);
-    taken_ = true;
-    return memory_.data();
-}
-
-void FlushStorage::GiveBack(void* memory) noexcept
-{
-    if (memory == memory_.data())
-        taken_ = false;
-    else
-        ::operator delete(memory);
-}
 
 ArtNetServer::ArtNetServer(boost::asio::io_service& ioService, std::mutex& serviceMutex,
                            Settings settings)
@@ -87,18 +30,22 @@ ArtNetServer::ArtNetServer(boost::asio::io_service& ioService, std::mutex& servi
     , interfaceValue_(Platform::ParseIPv4(settings_.interfaceAddress).value_or(0))
     , mutex(serviceMutex)
     , socket(ioService)
+    , watchTimer_(ioService)
     , pollTimer(ioService)
     , ioService_(ioService)
+    , sender_([this](std::span<const Platform::Datagram> batch) {
+        const auto outcome = SendNow(batch);
+        KeepError(outcome.lastError);
+        return outcome;
+    })
+    , retryTimer_(ioService)
 {
-    if (!Open())
-        return;
-    const std::error_code failure = Bind();
-    status = failure ? ArtNetServerStatus::BindFailed : ArtNetServerStatus::Ready;
-    if (failure)
-        ZEN_LOG_INFO("failed to bind socket: %s", failure.message().c_str());
+    OpenAndBind();
 }
 
 ArtNetServer::~ArtNetServer() = default;
+
+// ---- The socket --------------------------------------------------------------------------------
 
 bool ArtNetServer::Open()
 {
@@ -106,20 +53,22 @@ bool ArtNetServer::Open()
     socket.close(failure);
     socket.open(Udp::v4(), failure);
     if (failure) {
-        ZEN_LOG_ERROR("%s", failure.message().c_str());
+        if (bindError_ != failure)
+            ZEN_LOG_ERROR("%s", failure.message().c_str());
+        bindError_ = failure;
         return false;
     }
     socket.set_option(boost::asio::socket_base::broadcast(true));
+    socket.set_option(boost::asio::socket_base::reuse_address(settings_.reuseAddress));
     socket.non_blocking(true);
-    // The system caps the buffer where it must; a smaller one only loses more of a burst.
-    socket.set_option(boost::asio::socket_base::receive_buffer_size(ReceiveBufferSize), failure);
+    socket.set_option(boost::asio::socket_base::receive_buffer_size(SocketBufferSize), failure);
+    socket.set_option(boost::asio::socket_base::send_buffer_size(SocketBufferSize), failure);
     return true;
 }
 
-std::error_code ArtNetServer::BindTo(const std::string& address, bool share)
+std::error_code ArtNetServer::BindTo(const std::string& address)
 {
     boost::system::error_code failure;
-    socket.set_option(boost::asio::socket_base::reuse_address(share));
     socket.bind({boost::asio::ip::make_address_v4(address), ArtNetPackets::Port}, failure);
     return failure;
 }
@@ -128,32 +77,87 @@ std::error_code ArtNetServer::Bind()
 {
     const std::string everywhere = "0.0.0.0";
     const std::string& wanted = settings_.interfaceAddress;
+    adapter_.clear();
     if (wanted.empty())
-        return BindTo(everywhere, settings_.reuseAddress);
+        return BindTo(everywhere);
     if (interfaceValue_ == 0)
         return std::make_error_code(std::errc::address_not_available);
     const std::string adapter = Platform::AdapterNameOf(interfaceValue_);
     if (wanted.starts_with("127.") || adapter.empty())
-        return BindTo(wanted, settings_.reuseAddress);
+        return BindTo(wanted);
 
     // A socket on the interface's own address would hear no broadcast, and nodes and consoles
     // broadcast. One that is tied to the adapter hears both.
     std::error_code failure = Platform::BindToAdapter(socket.native_handle(), adapter);
     if (!failure)
-        failure = BindTo(everywhere, settings_.reuseAddress);
-    if (!failure || !Open())
+        failure = BindTo(everywhere);
+    if (!failure) {
+        adapter_ = adapter;
+        adapterIndex_ = Platform::AdapterIndexOf(adapter);
+        return {};
+    }
+    if (!Open())
         return failure;
-    ZEN_LOG_INFO("No socket of our own on adapter %s: %s. Listening to unicast at %s only",
-                 adapter.c_str(), failure.message().c_str(), wanted.c_str());
-    return BindTo(wanted, settings_.reuseAddress);
+    const std::error_code plainFailure = BindTo(wanted);
+    if (!plainFailure)
+        ZEN_LOG_INFO("No socket of our own on adapter %s: %s. Listening to unicast at %s only",
+                     adapter.c_str(), failure.message().c_str(), wanted.c_str());
+    return plainFailure;
+}
+
+void ArtNetServer::OpenAndBind()
+{
+    ++socketSerial_;
+    adapter_.clear();
+    if (!Open()) {
+        status = ArtNetServerStatus::OpenFailed;
+        return;
+    }
+    const std::error_code failure = Bind();
+    status = failure ? ArtNetServerStatus::BindFailed : ArtNetServerStatus::Ready;
+    // The same failure again is no news.
+    if (failure && failure != bindError_)
+        ZEN_LOG_INFO("failed to bind socket: %s", failure.message().c_str());
+    bindError_ = failure;
+}
+
+bool ArtNetServer::Stands() const
+{
+    if (status != ArtNetServerStatus::Ready)
+        return false;
+    if (adapter_.empty())
+        return true;
+    // An adapter that was removed and came back has the name of the one that the socket is tied to,
+    // and is another one. An address alone may change: the socket goes on.
+    const std::string adapter = Platform::AdapterNameOf(interfaceValue_);
+    return (adapter.empty() || adapter == adapter_) &&
+           Platform::AdapterIndexOf(adapter_) == adapterIndex_;
+}
+
+void ArtNetServer::MendSocket()
+{
+    const std::lock_guard lock(socketMutex_);
+    if (stopped || Stands())
+        return;
+    OpenAndBind();
+    if (status != ArtNetServerStatus::Ready || !started_)
+        return;
+    ZEN_LOG_INFO("Port %d is open again%s%s", ArtNetPackets::Port,
+                 settings_.interfaceAddress.empty() ? "" : " on ",
+                 settings_.interfaceAddress.c_str());
+    WaitForDatagrams();
 }
 
 void ArtNetServer::Start()
 {
-    const std::lock_guard lock(socketMutex_);
-    SchedulePoll();
-    if (status == ArtNetServerStatus::Ready)
-        WaitForDatagrams();
+    {
+        const std::lock_guard lock(socketMutex_);
+        started_ = true;
+        SchedulePoll();
+        if (status == ArtNetServerStatus::Ready)
+            WaitForDatagrams();
+    }
+    boost::asio::post(ioService_, [self = shared_from_this()] { self->Watch(); });
 }
 
 void ArtNetServer::Stop()
@@ -162,9 +166,36 @@ void ArtNetServer::Stop()
     const std::lock_guard lock(socketMutex_);
     boost::system::error_code ignored;
     pollTimer.cancel(ignored);
+    watchTimer_.cancel(ignored);
     socket.shutdown(boost::asio::socket_base::shutdown_both, ignored);
     socket.close(ignored);
 }
+
+void ArtNetServer::Watch()
+{
+    if (stopped)
+        return;
+    ownAddresses_.assign(1, interfaceValue_);
+    for (const NetworkInterface& own : Platform::GetNetworkInterfaces())
+        ownAddresses_.push_back(own.ipValue);
+    MendSocket();
+    ScheduleWatch();
+}
+
+void ArtNetServer::ScheduleWatch()
+{
+    const std::lock_guard lock(socketMutex_);
+    if (stopped)
+        return;
+    watchTimer_.expires_after(WatchPeriod);
+    watchTimer_.async_wait([self = shared_from_this()](const boost::system::error_code& failure) {
+        if (failure != boost::asio::error::operation_aborted)
+            self->Watch();
+    });
+}
+
+// ---- What clients set
+// ----------------------------------------------------------------------------
 
 void ArtNetServer::SetPollTargets(const std::vector<std::string>& targets)
 {
@@ -207,17 +238,18 @@ const ArtNetServer::Universe* ArtNetServer::FindUniverse(std::int32_t portAddres
 
 void ArtNetServer::WaitForDatagrams()
 {
-    socket.async_wait(Udp::socket::wait_read,
-                      [self = shared_from_this()](const boost::system::error_code& failure) {
-                          if (self->stopped)
-                              return;
-                          if (failure)
-                              ZEN_LOG_ERROR("%s", failure.message().c_str());
-                          self->Drain();
-                          const std::lock_guard lock(self->socketMutex_);
-                          if (!self->stopped)
-                              self->WaitForDatagrams();
-                      });
+    const std::uint64_t serial = socketSerial_;
+    socket.async_wait(Udp::socket::wait_read, [self = shared_from_this(),
+                                               serial](const boost::system::error_code& failure) {
+        if (self->stopped || failure == boost::asio::error::operation_aborted)
+            return;
+        if (failure)
+            self->LogError(failure);
+        self->Drain();
+        const std::lock_guard lock(self->socketMutex_);
+        if (!self->stopped && serial == self->socketSerial_)
+            self->WaitForDatagrams();
+    });
 }
 
 void ArtNetServer::Drain()
@@ -235,38 +267,37 @@ void ArtNetServer::Drain()
         if (!failure)
             HandlePacket(std::span<const std::byte>(receiveBuffer).first(size), sender);
         else if (!stopped)
-            LogSendError(failure);
+            LogError(failure);
     }
+}
+
+bool ArtNetServer::IsOwn(const Udp::endpoint& sender) const
+{
+    // The port too: another program on this machine is no part of us.
+    return sender.port() == ArtNetPackets::Port &&
+           std::ranges::find(ownAddresses_, sender.address().to_v4().to_uint()) !=
+               ownAddresses_.end();
 }
 
 void ArtNetServer::HandlePacket(std::span<const std::byte> datagram, const Udp::endpoint& sender)
 {
     using ArtNetPackets::Kind;
-    const std::uint32_t source = sender.address().to_v4().to_uint();
-    switch (ArtNetPackets::Classify(datagram)) {
-    case Kind::Dmx:
+    const Kind kind = ArtNetPackets::Classify(datagram);
+    // Our own broadcasts come back to us. They are no sign of life of the network, and what we send
+    // must not be merged into what we send next.
+    if (kind == Kind::Other || IsOwn(sender))
+        return;
+    if (kind == Kind::Dmx)
         HandleDmx(datagram);
-        break;
-    case Kind::Poll: {
-        // Our own broadcast comes back to us; it is no sign of life of the network.
-        if (source == interfaceValue_ && sender.port() == ArtNetPackets::Port)
-            break;
-        {
-            const std::lock_guard lock(mutex);
-            lastReceiveTime = Platform::MonotonicNanoseconds();
-        }
-        SendPollReply(sender);
-        break;
-    }
-    case Kind::PollReply:
-        if (const auto node = ArtNetPackets::ReadPollReply(datagram, source)) {
-            const std::lock_guard lock(mutex);
-            lastReceiveTime = Platform::MonotonicNanoseconds();
-            nodes.Hear(*node);
-        }
-        break;
-    case Kind::Other:
-        break;
+    if (kind == Kind::Poll)
+        HandlePoll(sender);
+    if (kind != Kind::PollReply)
+        return;
+    const std::uint32_t source = sender.address().to_v4().to_uint();
+    if (const auto node = ArtNetPackets::ReadPollReply(datagram, source)) {
+        const std::lock_guard lock(mutex);
+        lastReceiveTime = Platform::MonotonicNanoseconds();
+        nodes.Hear(*node);
     }
 }
 
@@ -286,14 +317,16 @@ void ArtNetServer::HandleDmx(std::span<const std::byte> datagram)
     lastReceiveTime = Platform::MonotonicNanoseconds();
 }
 
-void ArtNetServer::SendPollReply(const Udp::endpoint& poller)
+void ArtNetServer::HandlePoll(const Udp::endpoint& poller)
 {
-    if (stopped)
-        return;
+    const std::int64_t now = Platform::MonotonicNanoseconds();
     const std::uint32_t target = poller.address().to_v4().to_uint();
     std::array<std::byte, ArtNetPackets::PollReplySize> reply{};
     {
         const std::lock_guard lock(mutex);
+        lastReceiveTime = now;
+        if (!replyLimit_.Allow(target, now))
+            return;
         // A server on all interfaces does not know its address towards this poller; the poller
         // reads it from the datagram anyway.
         ArtNetPackets::WritePollReply(reply,
@@ -305,7 +338,7 @@ void ArtNetServer::SendPollReply(const Udp::endpoint& poller)
                                        .address = interfaceValue_ ? interfaceValue_ : target});
     }
     const Platform::Datagram datagram{target, poller.port(), reply};
-    SendNow({&datagram, 1}, false);
+    SendNow({&datagram, 1});
 }
 
 // ---- Polling -----------------------------------------------------------------------------------
@@ -339,7 +372,7 @@ void ArtNetServer::PollTick(std::uint64_t serial)
         const std::lock_guard lock(mutex);
         nodes.Age();
     }
-    SendNow(polls, true);
+    KeepError(SendNow(polls).lastError);
     const std::lock_guard lock(socketMutex_);
     if (serial == pollSerial_)
         SchedulePoll();
@@ -359,38 +392,65 @@ void ArtNetServer::SendDmx(std::uint32_t address, std::uint16_t portAddress,
 
 void ArtNetServer::FlushOutbox()
 {
-    outbox_.Flush([this](std::span<const Platform::Datagram> batch) { SendNow(batch, true); });
+    {
+        const std::lock_guard lock(socketMutex_);
+        if (std::exchange(senderSerial_, socketSerial_) != socketSerial_)
+            sender_.UseAdapter(adapter_);
+    }
+    sender_.SendWaiting();
+    outbox_.Flush([this](std::span<const ArtNetOutbox::Packet> packets) { sender_.Send(packets); });
+    if (sender_.HasWaiting())
+        RetrySoon();
 }
 
-void ArtNetServer::SendNow(std::span<const Platform::Datagram> batch, bool keepError)
+void ArtNetServer::RetrySoon()
 {
+    if (stopped)
+        return;
+    retryTimer_.expires_after(RetryPeriod);
+    retryTimer_.async_wait([self = shared_from_this()](const boost::system::error_code& failure) {
+        if (failure == boost::asio::error::operation_aborted)
+            return;
+        self->sender_.SendWaiting();
+        if (self->sender_.HasWaiting())
+            self->RetrySoon();
+    });
+}
+
+Platform::SendOutcome ArtNetServer::SendNow(std::span<const Platform::Datagram> batch)
+{
+    if (batch.empty())
+        return {};
     Platform::SendOutcome outcome;
     {
         const std::lock_guard lock(socketMutex_);
         if (stopped)
-            return;
+            return {};
         outcome = Platform::SendDatagrams(socket.is_open() ? socket.native_handle() : -1, batch);
     }
-    if (!outcome.lastError)
-        return;
-    LogSendError(outcome.lastError);
-    if (!keepError)
+    if (outcome.untried > 0)
+        outcome.lastError.clear(); // no room at the moment is no fault
+    if (outcome.lastError)
+        LogError(outcome.lastError);
+    return outcome;
+}
+
+void ArtNetServer::KeepError(const std::error_code& error)
+{
+    if (!error)
         return;
     const std::lock_guard lock(mutex);
-    lastSendError = outcome.lastError;
+    lastSendError = error;
     lastSendErrorTime = Platform::MonotonicNanoseconds();
 }
 
-void ArtNetServer::LogSendError(const std::error_code& error)
+void ArtNetServer::LogError(const std::error_code& error)
 {
-    const std::int64_t now = Platform::MonotonicNanoseconds();
-    // A cable that is out fails every send; once a second says enough.
-    const bool repeated = error == loggedError_ && now - loggedErrorTime_ < ErrorLogInterval;
-    if (IsRefused(error) || repeated)
+    // Refused means that somebody's program is not running: no fault of the network.
+    if (error == std::errc::connection_refused)
         return;
-    loggedError_ = error;
-    loggedErrorTime_ = now;
-    ZEN_LOG_ERROR("%s", error.message().c_str());
+    if (errorLimit_.Allow(error, Platform::MonotonicNanoseconds()))
+        ZEN_LOG_ERROR("%s", error.message().c_str());
 }
 
 } // namespace Zen

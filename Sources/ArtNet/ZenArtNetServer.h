@@ -14,24 +14,15 @@
 #include <string>
 #include <vector>
 
+#include "ArtNet/ArtNetLimits.h"
 #include "ArtNet/ArtNetNodeTable.h"
 #include "ArtNet/ArtNetOutbox.h"
 #include "ArtNet/ArtNetPackets.h"
+#include "ArtNet/ArtNetSender.h"
+#include "ArtNet/FlushHandler.h"
 #include "ArtNet/ZenArtNetService.h"
 
 namespace Zen {
-
-/// Memory for the one call of the I/O thread that can be outstanding.
-class FlushStorage
-{
-public:
-    void* Take(std::size_t size);
-    void GiveBack(void* memory) noexcept;
-
-private:
-    alignas(std::max_align_t) std::array<std::byte, 256> memory_{};
-    bool taken_ = false;
-};
 
 /// One socket on the Art-Net port, on one interface or on all of them, with its receive loop, its
 /// universes, its nodes and its sends. Pending operations hold the server; a stopped one lives
@@ -56,6 +47,8 @@ public:
     void Start();
     /// For good. The port is free when it returns.
     void Stop();
+    /// Opens the socket anew where it does not stand as it should.
+    void MendSocket();
     /// Dotted addresses that are polled every 2.5 s from now on; a text that is none is logged and
     /// left out.
     void SetPollTargets(const std::vector<std::string>& targets);
@@ -83,17 +76,27 @@ private:
 
     bool Open();
     [[nodiscard]] std::error_code Bind();
-    [[nodiscard]] std::error_code BindTo(const std::string& address, bool share);
+    [[nodiscard]] std::error_code BindTo(const std::string& address);
+    void OpenAndBind();
+    [[nodiscard]] bool Stands() const;
+    void ScheduleWatch();
+    void Watch();
+
     void WaitForDatagrams();
     void Drain();
     void HandlePacket(std::span<const std::byte> datagram, const Udp::endpoint& sender);
     void HandleDmx(std::span<const std::byte> datagram);
-    void SendPollReply(const Udp::endpoint& poller);
+    void HandlePoll(const Udp::endpoint& poller);
+    [[nodiscard]] bool IsOwn(const Udp::endpoint& sender) const;
+
     void SchedulePoll();
     void PollTick(std::uint64_t serial);
+
     void FlushOutbox();
-    void SendNow(std::span<const Platform::Datagram> batch, bool keepError);
-    void LogSendError(const std::error_code& error);
+    void RetrySoon();
+    Platform::SendOutcome SendNow(std::span<const Platform::Datagram> batch);
+    void KeepError(const std::error_code& error);
+    void LogError(const std::error_code& error);
 
     Settings settings_;
     std::uint32_t interfaceValue_ = 0;
@@ -108,22 +111,36 @@ private:
     std::uint8_t net = 0;
     std::uint8_t subNet = 0;
 
-    /// Guards the socket and the timer between the I/O thread and Stop. May be taken while the
-    /// service's mutex is held, never the other way round.
+    /// Guards the socket, what is known of how it stands, and the timers between the I/O thread and
+    /// the callers. May be taken while the service's mutex is held, never the other way round.
     std::mutex socketMutex_;
     Udp::socket socket;
+    std::uint64_t socketSerial_ =
+        0;                ///< tells the receive loop of the present socket from older ones
+    std::string adapter_; ///< to which the socket is tied, empty for none
+    unsigned adapterIndex_ = 0;
+    std::error_code bindError_;
+    bool started_ = false;
+    boost::asio::steady_timer watchTimer_;
     boost::asio::steady_timer pollTimer;
     std::uint64_t pollSerial_ = 0; ///< tells a timer's completion of the present arming from older
     std::vector<std::uint32_t> pollTargets;
-    std::atomic<bool> stopped{false};
-    ArtNetServerStatus status = ArtNetServerStatus::OpenFailed;
 
-    std::array<std::byte, ArtNetPackets::MaxDatagramSize> receiveBuffer{};
+    std::atomic<bool> stopped{false};
+    std::atomic<ArtNetServerStatus> status{ArtNetServerStatus::OpenFailed};
+
     ArtNetOutbox outbox_;
     FlushStorage flushStorage_;
     boost::asio::io_service& ioService_;
-    std::error_code loggedError_; ///< I/O thread only
-    std::int64_t loggedErrorTime_ = 0;
+
+    // I/O thread only.
+    std::array<std::byte, ArtNetPackets::MaxDatagramSize> receiveBuffer{};
+    std::vector<std::uint32_t> ownAddresses_;
+    ArtNetReplyLimit replyLimit_;
+    ArtNetErrorLimit errorLimit_;
+    std::uint64_t senderSerial_ = 0; ///< of the socket that sender_ knows the adapter of
+    ArtNetSender sender_;
+    boost::asio::steady_timer retryTimer_;
 };
 
 } // namespace Zen

@@ -76,7 +76,6 @@ struct ArtNetService::Impl
     std::string nodeReport;
     bool reuseAddress = false;
     std::uint32_t nextClientId = 0;
-    ArtNetServerStatus status = ArtNetServerStatus::Ready;
     std::vector<std::uint8_t> outputUniverses;
     std::uint8_t net = 0;
     std::uint8_t subNet = 0;
@@ -119,15 +118,12 @@ struct ArtNetService::Impl
         return server;
     }
 
-    void NoteStatus(ArtNetServerStatus outcome) { status = std::max(status, outcome); }
-
     void RebuildServers()
     {
         ServerList old;
         old.swap(servers);
         for (ClientRecord& client : clients)
             client.serverIndex = -1;
-        status = ArtNetServerStatus::Ready;
         const bool everywhere = std::ranges::any_of(
             clients, [](const auto& client) { return client.interfaceAddress.empty(); });
         if (!clients.empty() && (everywhere || reuseAddress))
@@ -140,8 +136,15 @@ struct ArtNetService::Impl
 
     void RebuildForEachInterface(ServerList& old)
     {
-        if (const auto all = TakeServer(old, {}))
-            all->Stop();
+        // What nobody needs goes first: its socket may be in the way of one that is opened now.
+        std::erase_if(old, [this](const auto& server) {
+            const bool needed = std::ranges::any_of(clients, [&](const ClientRecord& client) {
+                return client.interfaceAddress == server->GetInterface();
+            });
+            if (!needed)
+                server->Stop();
+            return !needed;
+        });
         for (std::size_t i = 0; i < clients.size(); ++i) {
             ClientRecord& client = clients[i];
             const auto earlier =
@@ -154,7 +157,6 @@ struct ArtNetService::Impl
                                      : ProvideServer(client.interfaceAddress, old);
             ArtNetServer& server = *servers[static_cast<std::size_t>(client.serverIndex)];
             EnterUniverses(server, client);
-            NoteStatus(server.GetStatus());
         }
     }
 
@@ -164,6 +166,7 @@ struct ArtNetService::Impl
         if (server) {
             ZEN_LOG_INFO("Recycling %s server", interfaceAddress.c_str());
             server->ClearUniverses();
+            server->MendSocket();
             server->SetPollTargets(PollTargets(&interfaceAddress));
         } else {
             ZEN_LOG_INFO("Creating new %s server", interfaceAddress.c_str());
@@ -181,6 +184,7 @@ struct ArtNetService::Impl
         if (server) {
             ZEN_LOG_INFO("Recycling ALL server");
             server->ClearUniverses();
+            server->MendSocket();
             server->SetPollTargets(PollTargets(nullptr));
         } else {
             // The port can't be bound for all interfaces while one of them has it.
@@ -196,7 +200,6 @@ struct ArtNetService::Impl
                 server->TakeNodesFrom(*known);
             }
         }
-        status = server->GetStatus();
         for (ClientRecord& client : clients) {
             EnterUniverses(*server, client);
             client.serverIndex = 0;
@@ -273,12 +276,18 @@ void ArtNetService::UnregisterClient(std::uint32_t id)
 
 std::uint32_t ArtNetService::GetNodes(std::uint32_t id, ArtNetNodeList& nodes)
 {
-    const std::lock_guard lock(impl->mutex);
-    const ArtNetServer* server = impl->ServerOf(id);
-    if (!server)
-        return 0;
-    nodes = server->GetNodes().Published();
-    return server->GetNodes().Generation();
+    ArtNetNodeTable::Snapshot known;
+    std::uint32_t generation = 0;
+    {
+        const std::lock_guard lock(impl->mutex);
+        const ArtNetServer* server = impl->ServerOf(id);
+        if (!server)
+            return 0;
+        known = server->GetNodes().Published();
+        generation = server->GetNodes().Generation();
+    }
+    nodes = *known; // may be long: the I/O thread need not wait for it
+    return generation;
 }
 
 void ArtNetService::GetLastSendError(std::uint32_t id, std::error_code& code, std::int64_t& time)
@@ -352,7 +361,10 @@ void ArtNetService::RestartServers()
 ArtNetServerStatus ArtNetService::GetStatus()
 {
     const std::lock_guard lock(impl->mutex);
-    return impl->status;
+    ArtNetServerStatus worst = ArtNetServerStatus::Ready;
+    for (const auto& server : impl->servers)
+        worst = std::max(worst, server->GetStatus());
+    return worst;
 }
 
 } // namespace Zen

@@ -51,7 +51,7 @@ public:
                          std::span<const std::uint8_t> universes);
     void RestartServers();
 
-    /// The worst outcome of the last change of clients.
+    /// How the worst of the sockets stands now.
     [[nodiscard]] ArtNetServerStatus GetStatus();
 
 private:

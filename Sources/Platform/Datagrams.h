@@ -19,11 +19,11 @@ struct Datagram
 
 /// What became of a batch: how many datagrams the system took, and the error of the last one that
 /// it refused. A refused datagram does not hold back the ones behind it, with one exception: when
-/// the socket's buffer is full the rest of the batch is given up, since a frame that cannot leave
-/// now is worthless later.
+/// the socket's buffer is full the rest of the batch is given back untried.
 struct SendOutcome
 {
     std::size_t sent = 0;
+    std::size_t untried = 0; ///< so many from the end
     std::error_code lastError;
 };
 

@@ -74,4 +74,9 @@ std::string AdapterNameOf(std::uint32_t address)
     return {};
 }
 
+unsigned AdapterIndexOf(const std::string& name)
+{
+    return if_nametoindex(name.c_str());
+}
+
 } // namespace Platform

@@ -64,8 +64,10 @@ SendOutcome SendDatagrams(int socket, std::span<const Datagram> batch) noexcept
             continue;
         }
         outcome.lastError = LastError();
-        if (IsFull(outcome.lastError))
+        if (IsFull(outcome.lastError)) {
+            outcome.untried = batch.size();
             break;
+        }
         batch = batch.subspan(1); // the refused one; those behind it may have another way
     }
     return outcome;

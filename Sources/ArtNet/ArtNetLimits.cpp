@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#include "ArtNet/ArtNetLimits.h"
+
+#include <algorithm>
+#include <span>
+
+namespace {
+
+constexpr std::int64_t Second = 1'000'000'000;
+constexpr std::int64_t RegainEvery = Second / 2;
+
+} // namespace
+
+bool ArtNetReplyLimit::Allow(std::uint32_t poller, std::int64_t now)
+{
+    // The golden ratio's bits spread neighbouring addresses over the accounts.
+    Account& account = accounts_[poller * 0x9E3779B9U >> 29];
+    const std::int64_t regained =
+        std::min<std::int64_t>((now - account.regained) / RegainEvery, account.spent);
+    account.spent -= static_cast<std::int32_t>(regained);
+    account.regained = account.spent == 0 ? now : account.regained + regained * RegainEvery;
+    if (account.spent >= Most)
+        return false;
+    ++account.spent;
+    return true;
+}
+
+bool ArtNetErrorLimit::Allow(const std::error_code& error, std::int64_t now)
+{
+    if (count_ == 0 || now - since_ >= Second) {
+        since_ = now;
+        count_ = 0;
+    }
+    const auto said = std::span(said_).first(count_);
+    if (count_ == Most || std::ranges::find(said, error) != said.end())
+        return false;
+    said_[count_++] = error;
+    return true;
+}

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#include "ArtNet/ArtNetLimits.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr std::int64_t Millisecond = 1'000'000;
+constexpr std::int64_t Second = 1000 * Millisecond;
+constexpr std::int64_t Start = 77 * Second; // the clock does not begin with us
+
+TEST(ReplyLimit, APollerAtAnUsualRateIsAlwaysAnswered)
+{
+    ArtNetReplyLimit limit;
+    for (int i = 0; i < 1000; ++i)
+        EXPECT_TRUE(limit.Allow(0x02000001, Start + i * Second / 2)) << i;
+}
+
+TEST(ReplyLimit, AFloodFromOneAddressLeavesTheOthersTheirs)
+{
+    ArtNetReplyLimit limit;
+    int answered = 0;
+    for (int i = 0; i < 100000; ++i)
+        answered += limit.Allow(0x02000001, Start + i * 10'000) ? 1 : 0; // for a second
+    EXPECT_GE(answered, 8);
+    EXPECT_LE(answered, 11);
+    int others = 0;
+    for (std::uint32_t i = 2; i < 34; ++i)
+        others += limit.Allow(0x02000000 + i, Start + Second) ? 1 : 0;
+    EXPECT_GE(others, 24);
+}
+
+TEST(ReplyLimit, AFloodFromEverywhereIsBoundedAndPasses)
+{
+    ArtNetReplyLimit limit;
+    std::int64_t now = Start;
+    std::uint32_t poller = 0x02000000;
+    const auto answersIn = [&](std::int64_t duration) {
+        int answered = 0;
+        for (const std::int64_t end = now + duration; now < end; now += 10'000)
+            answered += limit.Allow(poller++, now) ? 1 : 0;
+        return answered;
+    };
+    EXPECT_LE(answersIn(Second), 64 + 16);
+    EXPECT_LE(answersIn(10 * Second), 160);
+    EXPECT_GE(answersIn(10 * Second), 150);
+    now += 5 * Second;
+    for (int i = 0; i < 8; ++i)
+        EXPECT_TRUE(limit.Allow(0x02000001, now));
+}
+
+TEST(ErrorLimit, EachErrorOnceASecondAndThreeInAll)
+{
+    ArtNetErrorLimit limit;
+    const auto unreachable = std::make_error_code(std::errc::network_unreachable);
+    EXPECT_TRUE(limit.Allow(unreachable, Start));
+    EXPECT_FALSE(limit.Allow(unreachable, Start + Second - 1));
+    EXPECT_TRUE(limit.Allow(std::make_error_code(std::errc::no_such_device), Start + 1));
+    EXPECT_TRUE(limit.Allow(std::make_error_code(std::errc::network_down), Start + 2));
+    EXPECT_FALSE(limit.Allow(std::make_error_code(std::errc::io_error), Start + 3));
+    EXPECT_TRUE(limit.Allow(unreachable, Start + Second));
+    int lines = 0;
+    for (int i = 0; i < 10000; ++i)
+        lines += limit.Allow({i, std::system_category()}, Start + 2 * Second + i * Millisecond);
+    EXPECT_LE(lines, 31);
+    EXPECT_GE(lines, 27);
+}
+
+} // namespace
