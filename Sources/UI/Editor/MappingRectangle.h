@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+#include "UI/Editor/EditorGeometry.h"
+#include "UI/Editor/LEDGraphicsItem.h"
+
+class WeftMapEditorScene;
+struct EditorDisplayState;
+
+/// A placed element on the canvas, or one of the rectangles laid over it. It shows what the model
+/// says and keeps no geometry of its own that survives: gestures go to the model, and the model's
+/// signals move the item. Its position is its centre.
+class MappingRectangle final : public LEDGraphicsItem
+{
+public:
+    enum
+    {
+        Type = UserType + static_cast<int>(MappingKind)
+    };
+
+    enum class Variant
+    {
+        Element,
+        DragPreview, ///< a fixture on its way from the library
+        GroupFrame,  ///< round a selection of several, with the handle that turns it
+        GroupBody    ///< inside the frame and unseen: the group can be taken anywhere
+    };
+
+    static constexpr std::int64_t OverlayId = -1;
+
+    /// An element. The display and the scene outlive the item; the scene is told of its selection.
+    MappingRectangle(WeftMapEditorScene& scene, const EditorDisplayState& display, std::int64_t id,
+                     QSizeF size);
+    /// An overlay.
+    MappingRectangle(const EditorDisplayState& display, Variant variant, QSizeF size);
+
+    [[nodiscard]] Variant GetVariant() const { return variant_; }
+    [[nodiscard]] bool IsElement() const { return variant_ == Variant::Element; }
+    /// The element's identifier; OverlayId for an overlay.
+    [[nodiscard]] std::int64_t GetId() const { return id_; }
+
+    [[nodiscard]] QSizeF GetSize() const { return size_; }
+    [[nodiscard]] EditorGeometry::Placement GetPlacement() const { return {pos(), size_}; }
+    /// The rectangle about the centre, before it is turned.
+    [[nodiscard]] QRectF Rect() const
+    {
+        return {-size_.width() / 2, -size_.height() / 2, size_.width(), size_.height()};
+    }
+    void SetSize(QSizeF size);
+    void SetPlacement(const EditorGeometry::Placement& placement);
+
+    /// The fixture's own size: an element that has it looks different.
+    void SetNaturalSize(QSizeF size);
+    /// `direction` 0 is horizontal, any other vertical.
+    void SetFlip(int direction, bool state);
+    [[nodiscard]] bool IsFlipped(int direction) const
+    {
+        return direction == 0 ? flipHorizontal_ : flipVertical_;
+    }
+    /// The mark of an element that no node is chosen for. True when that changes it.
+    bool SetAutoMark(bool on);
+    [[nodiscard]] bool HasAutoMark() const { return autoMark_; }
+    /// The only selected element shows its handles at any size.
+    void SetOnlySelected(bool on);
+
+    /// Whether grabbers and rotation handle are on the screen. Too small elements of a larger
+    /// selection have none: they would hide what they stand on.
+    [[nodiscard]] bool ShowsGrabbers() const;
+    [[nodiscard]] bool ShowsRotationHandle() const;
+    /// The grabber at a point of the scene, or NoCorner.
+    [[nodiscard]] int GrabberAt(QPointF scenePoint) const;
+    [[nodiscard]] bool IsRotationHandleAt(QPointF scenePoint) const;
+
+    [[nodiscard]] int type() const override { return Type; }
+    [[nodiscard]] QRectF boundingRect() const override;
+    [[nodiscard]] QPainterPath shape() const override;
+    [[nodiscard]] bool collidesWithPath(const QPainterPath& path,
+                                        Qt::ItemSelectionMode mode) const override;
+    void paint(QPainter* painter, const QStyleOptionGraphicsItem* option, QWidget* widget) override;
+
+protected:
+    QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
+
+private:
+    void PaintElement(QPainter& painter) const;
+    void PaintEdges(QPainter& painter) const;
+    void PaintFlipMark(QPainter& painter) const;
+    void PaintHandles(QPainter& painter) const;
+
+    WeftMapEditorScene* scene_ = nullptr;
+    const EditorDisplayState& display_;
+    Variant variant_;
+    std::int64_t id_ = OverlayId;
+    QSizeF size_;
+    QSizeF naturalSize_;
+    bool flipHorizontal_ = false;
+    bool flipVertical_ = false;
+    bool autoMark_ = false;
+    bool onlySelected_ = false;
+};

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Editor/RotationHandle.h"
+
+#include <algorithm>
+
+#include <QPainter>
+
+namespace {
+
+struct Look
+{
+    double screenSize;
+    double gap; ///< in scene pixels, so that it grows with the zoom
+};
+
+constexpr Look ElementLook{8, 1.5};
+constexpr Look GroupLook{12, 2};
+/// Zoomed out, the handle still keeps off the edge by this many screen pixels.
+constexpr double LeastDistance = 4;
+constexpr double PenWidth = 2;
+
+} // namespace
+
+namespace RotationHandle {
+
+QRectF Rect(Kind kind, QSizeF size, double pixel)
+{
+    const Look& look = kind == OfElement ? ElementLook : GroupLook;
+    const double side = look.screenSize * pixel;
+    const double gap = std::max(look.gap, side / 2 + LeastDistance * pixel);
+    return {-side / 2, -size.height() / 2 - gap - side / 2, side, side};
+}
+
+void Paint(QPainter& painter, Kind kind, QSizeF size, double pixel, const QColor& color)
+{
+    const QRectF rect = Rect(kind, size, pixel);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(color, PenWidth * pixel, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawLine(QPointF(0, -size.height() / 2), QPointF(0, rect.bottom()));
+    painter.drawEllipse(rect);
+}
+
+} // namespace RotationHandle

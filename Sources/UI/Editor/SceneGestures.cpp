@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Editor/SceneGestures.h"
+
+#include "UI/Editor/EditorDisplayState.h"
+#include "UI/Editor/GeometryCommands.h"
+#include "UI/Editor/MappingRectangle.h"
+#include "UI/Editor/WeftMapEditorScene.h"
+
+SceneGestures::SceneGestures(WeftMapEditorScene& scene)
+    : scene_(scene)
+{}
+
+SceneGestures::~SceneGestures() = default;
+
+template <class Command>
+void SceneGestures::Finish(std::unique_ptr<Command>& pending)
+{
+    std::unique_ptr<Command> finished = std::move(pending);
+    if (finished && !finished->ChangesNothing())
+        scene_.Push(std::move(finished));
+}
+
+void SceneGestures::MoveGesture(GesturePhase phase, QPointF delta)
+{
+    if (phase == GesturePhase::Start)
+        move_ = std::make_unique<MoveCommand>(scene_, scene_.SelectedIds(), false);
+    if (phase == GesturePhase::Update && move_) {
+        move_->SetDelta(delta);
+        move_->redo();
+    }
+    if (phase == GesturePhase::End)
+        Finish(move_);
+}
+
+void SceneGestures::SizeGesture(GesturePhase phase, int corner, QSizeF growth)
+{
+    if (phase == GesturePhase::Start) {
+        size_ = std::make_unique<SizeRectangleCommand>(scene_, scene_.SelectedIds(), corner,
+                                                       scene_.GetDisplay().snapToGrid);
+    }
+    if (phase == GesturePhase::Update && size_) {
+        size_->SetGrowth(growth);
+        size_->redo();
+    }
+    if (phase == GesturePhase::End)
+        Finish(size_);
+}
+
+void SceneGestures::RotateItemsGesture(GesturePhase phase, double degrees)
+{
+    if (phase == GesturePhase::Start)
+        rotate_ = std::make_unique<RotateRectangleCommand>(scene_, scene_.SelectedIds());
+    if (phase == GesturePhase::Update && rotate_) {
+        rotate_->SetAngle(degrees);
+        rotate_->redo();
+    }
+    if (phase == GesturePhase::End)
+        Finish(rotate_);
+}
+
+void SceneGestures::RotateGroupGesture(GesturePhase phase, double degrees)
+{
+    GroupOverlay& overlay = scene_.GetGroupOverlay();
+    if (phase == GesturePhase::Start) {
+        overlay.Show();
+        rotateGroup_ = std::make_unique<RotateSelectionCommand>(scene_, scene_.SelectedIds(),
+                                                                overlay.GetCentre(), degrees);
+    }
+    if (phase == GesturePhase::Update && rotateGroup_) {
+        rotateGroup_->SetAngle(degrees);
+        overlay.TurnFrame(rotateGroup_->GetTurn());
+        rotateGroup_->redo();
+    }
+    if (phase == GesturePhase::End) {
+        Finish(rotateGroup_);
+        overlay.Show();
+    }
+}
+
+void SceneGestures::Abandon()
+{
+    move_.reset();
+    size_.reset();
+    rotate_.reset();
+    rotateGroup_.reset();
+    if (IsDragging())
+        scene_.HoldUndo(false);
+    drag_ = Drag::None;
+}
+
+// ---- The mouse ---------------------------------------------------------------------------------
+
+void SceneGestures::Begin(Drag drag, const MappingRectangle& item, QPointF at)
+{
+    drag_ = drag;
+    pressed_ = at;
+    start_ = item.GetPlacement();
+    startRotation_ = item.rotation();
+    startAngle_ = EditorGeometry::MouseAngle(start_.centre, at);
+    scene_.HoldUndo(true);
+}
+
+void SceneGestures::TakeItem(const MappingRectangle& item, QPointF at)
+{
+    Begin(Drag::Move, item, at);
+    snap_.Clear();
+    MoveGesture(GesturePhase::Start);
+}
+
+void SceneGestures::TakeGrabber(const MappingRectangle& item, int corner, QPointF at)
+{
+    Begin(Drag::Corner, item, at);
+    corner_ = corner;
+    growth_ = QSizeF(0, 0);
+    SizeGesture(GesturePhase::Start, corner);
+}
+
+void SceneGestures::TakeRotationHandle(const MappingRectangle& item, QPointF at)
+{
+    Begin(item.IsElement() ? Drag::Turn : Drag::TurnGroup, item, at);
+    turn_ = 0;
+    if (drag_ == Drag::Turn)
+        RotateItemsGesture(GesturePhase::Start);
+    else
+        RotateGroupGesture(GesturePhase::Start, startAngle_);
+}
+
+void SceneGestures::DragTo(QPointF to)
+{
+    const bool snap = scene_.GetDisplay().snapToGrid;
+    switch (drag_) {
+    case Drag::None:
+        break;
+    case Drag::Move: {
+        const QPointF wanted = start_.centre + to - pressed_;
+        MoveGesture(GesturePhase::Update, snap_.Apply(wanted, start_.size, snap) - start_.centre);
+        break;
+    }
+    case Drag::Corner: {
+        const QSizeF growth =
+            EditorGeometry::CornerGrowth(corner_, start_.size, startRotation_, to - pressed_, snap);
+        if (growth == growth_)
+            break;
+        growth_ = growth;
+        SizeGesture(GesturePhase::Update, corner_, growth);
+        break;
+    }
+    case Drag::Turn:
+        turn_ = EditorGeometry::MouseAngle(start_.centre, to) - startAngle_;
+        RotateItemsGesture(GesturePhase::Update, turn_);
+        break;
+    case Drag::TurnGroup:
+        turn_ = EditorGeometry::MouseAngle(start_.centre, to) - startAngle_;
+        RotateGroupGesture(GesturePhase::Update, startAngle_ + turn_);
+        break;
+    }
+}
+
+void SceneGestures::Release()
+{
+    const Drag ended = drag_;
+    drag_ = Drag::None;
+    switch (ended) {
+    case Drag::None:
+        return;
+    case Drag::Move:
+        MoveGesture(GesturePhase::End);
+        break;
+    case Drag::Corner:
+        SizeGesture(GesturePhase::End, corner_);
+        break;
+    case Drag::Turn:
+        RotateItemsGesture(GesturePhase::End, turn_);
+        break;
+    case Drag::TurnGroup:
+        RotateGroupGesture(GesturePhase::End, startAngle_ + turn_);
+        break;
+    }
+    scene_.HoldUndo(false);
+}

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+#include <QPointF>
+#include <QSizeF>
+
+#include "UI/Editor/EditorGeometry.h"
+
+class MappingRectangle;
+class MoveCommand;
+class RotateRectangleCommand;
+class RotateSelectionCommand;
+class SizeRectangleCommand;
+class WeftMapEditorScene;
+
+enum class GesturePhase
+{
+    Start = 0,
+    Update = 1,
+    End = 2
+};
+
+/// Every edit by hand of the selected elements. A gesture begins with a command that is pending,
+/// changes the model with each update, and at its end becomes one step of the undo history; none
+/// when everything is where it was. The lower half turns mouse drags into such gestures.
+class SceneGestures
+{
+public:
+    /// `scene` outlives this object.
+    explicit SceneGestures(WeftMapEditorScene& scene);
+    ~SceneGestures();
+    SceneGestures(const SceneGestures&) = delete;
+    SceneGestures& operator=(const SceneGestures&) = delete;
+
+    /// `delta` is the way since the start.
+    void MoveGesture(GesturePhase phase, QPointF delta = {});
+    /// `growth` is that since the start, in the elements' own axes.
+    void SizeGesture(GesturePhase phase, int corner, QSizeF growth = {0, 0});
+    /// Turns each element about itself, by `degrees` since the start.
+    void RotateItemsGesture(GesturePhase phase, double degrees = 0);
+    /// Turns the group about its middle. `degrees` is an angle whose difference to that of the
+    /// start counts.
+    void RotateGroupGesture(GesturePhase phase, double degrees);
+    /// Forgets what is pending, as when the elements go away. The model stays as it is.
+    void Abandon();
+
+    /// The mouse took hold of an element or of the group at this point of the scene.
+    void TakeItem(const MappingRectangle& item, QPointF at);
+    void TakeGrabber(const MappingRectangle& item, int corner, QPointF at);
+    void TakeRotationHandle(const MappingRectangle& item, QPointF at);
+    [[nodiscard]] bool IsDragging() const { return drag_ != Drag::None; }
+    void DragTo(QPointF to);
+    /// The mouse let go.
+    void Release();
+
+private:
+    enum class Drag
+    {
+        None,
+        Move,
+        Corner,
+        Turn,
+        TurnGroup
+    };
+
+    void Begin(Drag drag, const MappingRectangle& item, QPointF at);
+    template <class Command>
+    void Finish(std::unique_ptr<Command>& pending);
+
+    WeftMapEditorScene& scene_;
+    std::unique_ptr<MoveCommand> move_;
+    std::unique_ptr<SizeRectangleCommand> size_;
+    std::unique_ptr<RotateRectangleCommand> rotate_;
+    std::unique_ptr<RotateSelectionCommand> rotateGroup_;
+
+    Drag drag_ = Drag::None;
+    QPointF pressed_;
+    EditorGeometry::Placement start_;
+    double startRotation_ = 0;
+    double startAngle_ = 0;
+    double turn_ = 0;
+    int corner_ = EditorGeometry::NoCorner;
+    QSizeF growth_{0, 0};
+    EditorGeometry::DragSnap snap_;
+};

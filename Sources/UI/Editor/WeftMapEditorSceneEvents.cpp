@@ -1,0 +1,328 @@
+// SPDX-License-Identifier: MIT
+// What reaches the scene from mouse, keys and drags. What is done with it stands elsewhere:
+// gestures in SceneGestures, changes in the commands.
+#include "UI/Editor/WeftMapEditorScene.h"
+
+#include <cmath>
+
+#include <QAction>
+#include <QGraphicsSceneContextMenuEvent>
+#include <QGraphicsSceneDragDropEvent>
+#include <QGraphicsSceneMouseEvent>
+#include <QGraphicsView>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QUrl>
+
+#include "Model/DeviceManager.h"
+#include "Model/DeviceModel.h"
+#include "UI/Editor/GraphCornerGrabber.h"
+#include "UI/Editor/MappingRectangle.h"
+#include "UI/Editor/PlacementCommands.h"
+
+namespace {
+
+/// A fixture from the library, by its number in decimal.
+constexpr QLatin1String FixtureFormat("application/zentriledfixture");
+constexpr QLatin1String FileListFormat("text/uri-list");
+
+bool IsItemList(const QString& format)
+{
+    return format == QLatin1String("application/x-qabstractitemmodeldatalist") ||
+           format == QLatin1String("application/x-qstandarditemmodeldatalist");
+}
+
+std::int64_t FixtureId(const QMimeData& data)
+{
+    return data.data(FixtureFormat).toLongLong();
+}
+
+/// The mapping document that is dropped; empty when it is anything else.
+QString DroppedDocument(const QMimeData& data)
+{
+    if (data.urls().isEmpty())
+        return {};
+    const QUrl url = data.urls().first();
+    const QString text = url.toString();
+    const bool isDocument = text.startsWith(QLatin1String("file:///")) &&
+                            text.endsWith(QLatin1String(".wfm"), Qt::CaseInsensitive);
+    return isDocument ? url.toLocalFile() : QString();
+}
+
+void Accept(QGraphicsSceneDragDropEvent& event)
+{
+    event.acceptProposedAction(); // Sets the action alone.
+    event.accept();
+}
+
+double RoundHalfUp(double value)
+{
+    return std::floor(value + 0.5);
+}
+
+} // namespace
+
+// ---- Mouse -------------------------------------------------------------------------------------
+
+MappingRectangle* WeftMapEditorScene::ItemWithHandleAt(QPointF scenePoint) const
+{
+    if (MappingRectangle* frame = overlay_.GetFrame();
+        frame && frame->IsRotationHandleAt(scenePoint))
+        return frame;
+    // The newest element stands on top.
+    for (auto id = selected_.rbegin(); id != selected_.rend(); ++id) {
+        MappingRectangle* item = Find(*id);
+        if (item && (item->IsRotationHandleAt(scenePoint) ||
+                     item->GrabberAt(scenePoint) != EditorGeometry::NoCorner))
+            return item;
+    }
+    return nullptr;
+}
+
+Qt::CursorShape WeftMapEditorScene::CursorAt(QPointF scenePoint) const
+{
+    const MappingRectangle* item = ItemWithHandleAt(scenePoint);
+    if (!item)
+        return Qt::ArrowCursor;
+    if (item->IsRotationHandleAt(scenePoint))
+        return Qt::PointingHandCursor;
+    return GraphCornerGrabber::Cursor(item->GrabberAt(scenePoint), item->rotation());
+}
+
+void WeftMapEditorScene::mousePressEvent(QGraphicsSceneMouseEvent* event)
+{
+    const SelectionBatch batch(*this);
+    mouseDown_ = true;
+    const QPointF at = event->scenePos();
+    const bool isLeft = event->button() == Qt::LeftButton;
+    if (isLeft && !gestures_.IsDragging()) {
+        // Handles come before all items: small elements have theirs outside.
+        if (MappingRectangle* item = ItemWithHandleAt(at)) {
+            rubberBand_ = false;
+            if (item->IsRotationHandleAt(at))
+                gestures_.TakeRotationHandle(*item, at);
+            else
+                gestures_.TakeGrabber(*item, item->GrabberAt(at), at);
+            event->accept();
+            return;
+        }
+    }
+    QGraphicsScene::mousePressEvent(event);
+    rubberBand_ = isLeft && mouseGrabberItem() == nullptr;
+    if (isLeft)
+        TakeItemUnderMouse(*event);
+}
+
+void WeftMapEditorScene::TakeItemUnderMouse(const QGraphicsSceneMouseEvent& event)
+{
+    const auto* item = qgraphicsitem_cast<MappingRectangle*>(mouseGrabberItem());
+    if (item && !gestures_.IsDragging() && SelectedCount() > 0)
+        gestures_.TakeItem(*item, event.scenePos());
+}
+
+void WeftMapEditorScene::mouseMoveEvent(QGraphicsSceneMouseEvent* event)
+{
+    const SelectionBatch batch(*this);
+    if (gestures_.IsDragging()) {
+        // Qt's own way of moving items would move them past the model.
+        gestures_.DragTo(event->scenePos());
+        event->accept();
+        return;
+    }
+    QGraphicsScene::mouseMoveEvent(event);
+    if (event->buttons() == Qt::NoButton && event->widget()) {
+        const Qt::CursorShape shape = CursorAt(event->scenePos());
+        if (event->widget()->cursor().shape() != shape)
+            event->widget()->setCursor(shape);
+    }
+}
+
+void WeftMapEditorScene::mouseReleaseEvent(QGraphicsSceneMouseEvent* event)
+{
+    {
+        const SelectionBatch batch(*this);
+        QGraphicsScene::mouseReleaseEvent(event);
+    }
+    if (event->button() == Qt::LeftButton)
+        gestures_.Release();
+    if (SelectedCount() < 2)
+        overlay_.Remove();
+    if (rubberBand_)
+        emit selectionEnded(SelectedCount());
+    mouseDown_ = false;
+    rubberBand_ = false;
+    emit sceneClick();
+}
+
+void WeftMapEditorScene::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event)
+{
+    std::int64_t clicked = MappingRectangle::OverlayId;
+    {
+        const SelectionBatch batch(*this);
+        mouseDown_ = true;
+        QGraphicsScene::mouseDoubleClickEvent(event);
+        if (event->button() != Qt::LeftButton)
+            return;
+        TakeItemUnderMouse(*event);
+        if (const auto* item = qgraphicsitem_cast<MappingRectangle*>(mouseGrabberItem()))
+            clicked = item->GetId();
+    }
+    if (clicked != MappingRectangle::OverlayId)
+        emit RectangleDoubleClicked(clicked);
+}
+
+void WeftMapEditorScene::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Backspace:
+    case Qt::Key_Delete:
+        RemoveSelectedRectangle();
+        break;
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        // Arrow keys neither move elements nor scroll away from them.
+        if (!gestures_.IsDragging()) {
+            gestures_.MoveGesture(GesturePhase::Start);
+            ShowGroupOverlay();
+        }
+        break;
+    default:
+        QGraphicsScene::keyPressEvent(event);
+    }
+}
+
+// ---- Context menu ------------------------------------------------------------------------------
+
+void WeftMapEditorScene::contextMenuEvent(QGraphicsSceneContextMenuEvent* event)
+{
+    QMenu menu(event->widget());
+    menu.setObjectName(QStringLiteral("canvasMenu"));
+    const auto add = [&menu](QAction* action) {
+        if (action)
+            menu.addAction(action);
+    };
+    if (SelectedCount() == 0) {
+        add(actions_.canvasSize);
+    } else {
+        const auto first = ReadElement(manager_, IndexOf(*selected_.begin()));
+        flipHorizontal_->setChecked(first && first->flipHorizontal);
+        flipVertical_->setChecked(first && first->flipVertical);
+        const bool single = SelectedCount() == 1;
+        flipHorizontal_->setEnabled(single);
+        flipVertical_->setEnabled(single);
+        add(flipHorizontal_);
+        add(flipVertical_);
+        menu.addSeparator();
+        add(actions_.copy);
+        add(actions_.paste);
+        menu.addSeparator();
+        add(actions_.duplicate);
+        menu.addSeparator();
+        if (actions_.align)
+            menu.addMenu(actions_.align);
+        if (actions_.rotate)
+            menu.addMenu(actions_.rotate);
+        menu.addSeparator();
+        add(actions_.remove);
+    }
+    event->accept();
+    if (!menu.isEmpty())
+        menu.exec(event->screenPos());
+    flipHorizontal_->setEnabled(true);
+    flipVertical_->setEnabled(true);
+}
+
+// ---- Drag and drop -----------------------------------------------------------------------------
+
+void WeftMapEditorScene::ShowDragPreview(std::int64_t fixtureID)
+{
+    int width = 0;
+    int height = 0;
+    if (fixtureID <= 0 || !manager_.GetDeviceSize(fixtureID, width, height))
+        return;
+    if (!dragPreview_) {
+        dragPreview_ = std::make_unique<MappingRectangle>(
+            display_, MappingRectangle::Variant::DragPreview, QSizeF(width, height));
+        dragPreview_->setZValue(1);
+        addItem(dragPreview_.get());
+    }
+    dragPreview_->SetPlacement({QPointF(width / 2.0, height / 2.0), QSizeF(width, height)});
+}
+
+void WeftMapEditorScene::dragEnterEvent(QGraphicsSceneDragDropEvent* event)
+{
+    event->ignore();
+    for (const QString& format : event->mimeData()->formats()) {
+        if (format == FixtureFormat) {
+            ShowDragPreview(FixtureId(*event->mimeData()));
+            Accept(*event);
+            return;
+        }
+        if (IsItemList(format) || format == FileListFormat)
+            Accept(*event);
+    }
+}
+
+void WeftMapEditorScene::dragMoveEvent(QGraphicsSceneDragDropEvent* event)
+{
+    event->accept();
+    if (!dragPreview_)
+        return;
+    const QSizeF size = dragPreview_->GetSize();
+    const QPointF topLeft = event->scenePos() - QPointF(size.width() / 2, size.height() / 2);
+    dragPreview_->setPos(QPointF(RoundHalfUp(topLeft.x()), RoundHalfUp(topLeft.y())) +
+                         QPointF(size.width() / 2, size.height() / 2));
+}
+
+void WeftMapEditorScene::dragLeaveEvent(QGraphicsSceneDragDropEvent*)
+{
+    dragPreview_.reset();
+}
+
+void WeftMapEditorScene::dropEvent(QGraphicsSceneDragDropEvent* event)
+{
+    const QPointF place = event->scenePos();
+    const QMimeData& data = *event->mimeData();
+    std::int64_t fixtureID = 0;
+    QString document;
+    event->ignore();
+    for (const QString& format : data.formats()) {
+        if (format == FileListFormat)
+            document = DroppedDocument(data);
+        if (format == FileListFormat || format == FixtureFormat || IsItemList(format))
+            Accept(*event);
+        if (format == FixtureFormat)
+            fixtureID = FixtureId(data);
+        if (format == FixtureFormat || IsItemList(format))
+            break;
+    }
+    dragPreview_.reset();
+    if (!document.isEmpty())
+        emit importRequested(document);
+    if (fixtureID > 0)
+        DropFixture(fixtureID, place);
+}
+
+void WeftMapEditorScene::DropFixture(std::int64_t fixtureID, QPointF place)
+{
+    int width = 0;
+    int height = 0;
+    if (!manager_.GetDeviceSize(fixtureID, width, height))
+        return; // It left the library on the way; the log has a line.
+    const PatchAddress patch = NextFreePatch(fixtureID);
+    RemoveOverlays();
+    MappedObjectParams params;
+    params.ipconf = QStringLiteral("Auto");
+    params.posX = static_cast<float>(RoundHalfUp(place.x() - width / 2.0));
+    params.posY = static_cast<float>(RoundHalfUp(place.y() - height / 2.0));
+    params.width = static_cast<float>(width);
+    params.height = static_cast<float>(height);
+    params.fixtureID = fixtureID;
+    params.subnet = patch.subnet;
+    params.universe = patch.universe;
+    params.channel = patch.channel;
+    Push(std::make_unique<CreateNewMappingCommand>(*this, params));
+}

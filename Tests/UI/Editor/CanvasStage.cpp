@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: MIT
+#include "CanvasStage.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QHBoxLayout>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPixmap>
+#include <QTest>
+#include <QUrl>
+#include <QWheelEvent>
+
+#include "Model/DeviceModel.h"
+#include "Model/MappedDeviceModel.h"
+#include "Model/MappedLedItem.h"
+#include "Model/MappedObjectListProxy.h"
+
+CanvasStage::CanvasStage(QSize canvas, QSize viewSize)
+    : manager(QString())
+{
+    manager.Initialize();
+    manager.SetCanvasSize(canvas.width(), canvas.height());
+    undo.setUndoLimit(10);
+    scene = std::make_unique<WeftMapEditorScene>(manager, display, undo);
+    view = new WeftMapEditorView;
+    list = new WeftMappedObjectTreeView;
+    list->setModel(manager.GetMappedObjectListProxy());
+    list->setSelectionBehavior(QAbstractItemView::SelectRows);
+    list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    list->setSortingEnabled(true);
+    list->sortByColumn(0, Qt::AscendingOrder);
+    list->setFixedWidth(200);
+    auto* layout = new QHBoxLayout(&window);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(list);
+    layout->addWidget(view);
+    view->setFixedSize(viewSize);
+    view->setScene(scene.get());
+    view->SetUp(display, manager);
+    controller = std::make_unique<EditorController>(
+        EditorController::Parts{manager, display, *scene, *view, *list});
+    scene->SetCanvasSize(canvas.width(), canvas.height());
+    QPixmap picture(64, 64);
+    picture.fill(QColor(40, 80, 120));
+    scene->SetTestPatternImage(picture);
+    window.show();
+    view->CanvasChanged();
+    QApplication::processEvents();
+}
+
+CanvasStage::~CanvasStage()
+{
+    undo.clear();
+    controller.reset();
+    list->setModel(nullptr);
+    view->setScene(nullptr);
+    scene.reset();
+}
+
+std::int64_t CanvasStage::AddFixture(const wchar_t* product, int width, int height, int channels)
+{
+    const std::int64_t id = manager.GetDeviceModel()->GetNextUniqueID();
+    manager.GetDeviceModel()->AddFixture(std::make_unique<DeviceLedItem>(
+        L"Maker", product, PixelMap(width, height, PixelMapType::RGB), id, channels));
+    return id;
+}
+
+std::int64_t CanvasStage::Place(std::int64_t fixture, QPointF centre, QSizeF size, float rotation)
+{
+    MappedObjectParams params;
+    params.ipconf = QStringLiteral("Auto");
+    params.fixtureID = fixture;
+    params.posX = static_cast<float>(centre.x());
+    params.posY = static_cast<float>(centre.y());
+    params.width = static_cast<float>(size.width());
+    params.height = static_cast<float>(size.height());
+    const QModelIndex index = manager.AddMappedObject(params);
+    manager.ApplyObjectParams(index, params);
+    manager.SetObjectRotation(index, rotation);
+    scene->AddRectangle({centre, size}, size, index, static_cast<double>(rotation));
+    return manager.GetUniqueID(index);
+}
+
+QPoint CanvasStage::OnScreen(QPointF scenePoint) const
+{
+    return view->mapFromScene(scenePoint);
+}
+
+void CanvasStage::SendMouse(QEvent::Type type, QPointF at, Qt::MouseButton button,
+                            Qt::MouseButtons buttons, Qt::KeyboardModifiers keys)
+{
+    const QPoint place = OnScreen(at);
+    QMouseEvent event(type, place, view->viewport()->mapToGlobal(place), button, buttons, keys);
+    QApplication::sendEvent(view->viewport(), &event);
+}
+
+void CanvasStage::Press(QPointF at, Qt::KeyboardModifiers keys)
+{
+    SendMouse(QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton, keys);
+}
+
+void CanvasStage::MoveTo(QPointF to, Qt::KeyboardModifiers keys)
+{
+    SendMouse(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, keys);
+}
+
+void CanvasStage::Release(QPointF at, Qt::KeyboardModifiers keys)
+{
+    SendMouse(QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton, keys);
+}
+
+void CanvasStage::Click(QPointF at)
+{
+    Press(at);
+    Release(at);
+}
+
+void CanvasStage::DoubleClick(QPointF at)
+{
+    Click(at);
+    SendMouse(QEvent::MouseButtonDblClick, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    Release(at);
+}
+
+void CanvasStage::Drag(QPointF from, QPointF to)
+{
+    constexpr int steps = 5;
+    Press(from);
+    for (int step = 1; step <= steps; ++step)
+        MoveTo(from + (to - from) * step / steps);
+    Release(to);
+}
+
+void CanvasStage::Wheel(QPointF at, int delta, Qt::KeyboardModifiers keys)
+{
+    const QPoint place = OnScreen(at);
+    QWheelEvent event(place, view->viewport()->mapToGlobal(place), QPoint(), QPoint(0, delta),
+                      Qt::NoButton, keys, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(view->viewport(), &event);
+}
+
+void CanvasStage::Key(Qt::Key key)
+{
+    QTest::keyClick(view, key);
+}
+
+void CanvasStage::DropData(const QString& format, const QByteArray& data, QPointF at)
+{
+    QMimeData mime;
+    mime.setData(format, data);
+    const QPoint place = OnScreen(at);
+    QDragEnterEvent enter(place, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton,
+                          Qt::NoModifier);
+    QApplication::sendEvent(view->viewport(), &enter);
+    QDragMoveEvent move(place, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton,
+                        Qt::NoModifier);
+    QApplication::sendEvent(view->viewport(), &move);
+    QDropEvent drop(place, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view->viewport(), &drop);
+}
+
+void CanvasStage::DropFixture(std::int64_t fixture, QPointF at)
+{
+    DropData(QStringLiteral("application/zentriledfixture"), QByteArray::number(qint64{fixture}),
+             at);
+}
+
+void CanvasStage::DropFile(const QString& path, QPointF at)
+{
+    DropData(QStringLiteral("text/uri-list"), QUrl::fromLocalFile(path).toEncoded(), at);
+}
+
+ElementState CanvasStage::Model(std::int64_t id) const
+{
+    return ReadElement(manager, scene->IndexOf(id)).value_or(ElementState{});
+}
+
+std::vector<std::int64_t> CanvasStage::Ids() const
+{
+    std::vector<std::int64_t> ids;
+    for (const MappedLedItem* element : manager.GetMappedDeviceModel()->GetAllItems())
+        ids.push_back(element->uniqueID);
+    std::ranges::sort(ids);
+    return ids;
+}
+
+std::vector<std::int64_t> CanvasStage::SelectedInList() const
+{
+    std::vector<std::int64_t> ids;
+    for (const QModelIndex& row :
+         list->selectionModel()->selectedRows(MappedDeviceModel::IdentifierColumn))
+        ids.push_back(row.data(Qt::UserRole).toLongLong());
+    std::ranges::sort(ids);
+    return ids;
+}
+
+std::string CanvasStage::Disagreement() const
+{
+    if (Ids() != scene->AllIds())
+        return "the scene holds other elements than the document";
+    if (SelectedInList() != scene->SelectedIds())
+        return "canvas and list have other selections";
+    for (const std::int64_t id : Ids()) {
+        const ElementState model = Model(id);
+        const MappingRectangle& item = *scene->Find(id);
+        constexpr double tolerance = 1e-2;
+        const QPointF apart = item.pos() - model.placement.centre;
+        const QSizeF grown = item.GetSize() - model.placement.size;
+        const bool same = std::abs(apart.x()) < tolerance && std::abs(apart.y()) < tolerance &&
+                          std::abs(grown.width()) < tolerance &&
+                          std::abs(grown.height()) < tolerance &&
+                          item.rotation() == static_cast<double>(model.rotation) &&
+                          item.IsFlipped(FlipHorizontal) == model.flipHorizontal &&
+                          item.IsFlipped(FlipVertical) == model.flipVertical;
+        if (!same)
+            return "element " + std::to_string(id) + " is elsewhere than the document says";
+        if (item.isSelected() != (item.zValue() == 1))
+            return "element " + std::to_string(id) + " is stacked wrongly";
+    }
+    return {};
+}

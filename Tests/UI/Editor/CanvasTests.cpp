@@ -1,0 +1,409 @@
+// SPDX-License-Identifier: MIT
+#include "CanvasStage.h"
+#include "Model/DeviceModel.h"
+#include "Model/MappedDeviceModel.h"
+#include "Model/MappedLedItem.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <random>
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QScrollBar>
+#include <QTimer>
+
+namespace {
+
+class Canvas : public testing::Test
+{
+protected:
+    void TearDown() override { EXPECT_EQ(stage.Disagreement(), ""); }
+
+    [[nodiscard]] const MappedLedItem& Element(std::int64_t id) const
+    {
+        return *stage.manager.GetMappedItem(stage.scene->IndexOf(id));
+    }
+    [[nodiscard]] QColor Pixel(QPointF at)
+    {
+        return stage.view->viewport()->grab().toImage().pixelColor(stage.OnScreen(at));
+    }
+    /// The texts of the context menu, and whether flips can be chosen.
+    QString ContextMenu(QPointF at)
+    {
+        QString texts;
+        QTimer::singleShot(0, [&texts] {
+            if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+                for (const QAction* action : menu->actions())
+                    texts += action->isSeparator() ? QStringLiteral("|")
+                             : action->isEnabled() ? action->text() + QLatin1Char(' ')
+                                                   : QStringLiteral("(%1) ").arg(action->text());
+                menu->close();
+            }
+        });
+        const QPoint place = stage.OnScreen(at);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place,
+                                stage.view->viewport()->mapToGlobal(place));
+        QApplication::sendEvent(stage.view->viewport(), &event);
+        return texts;
+    }
+
+    CanvasStage stage;
+    std::int64_t bar = stage.AddFixture(L"Bar", 12, 4, 144);
+};
+
+} // namespace
+
+// ---- The view ----------------------------------------------------------------------------------
+
+TEST(CanvasView, FitsTheCanvasIntoTheShorterSide)
+{
+    EXPECT_NEAR(CanvasStage({100, 100}, {800, 600}).display.fitScaleX, 600 / 110.0, 1e-5);
+    const CanvasStage wide({200, 100}, {800, 600});
+    EXPECT_NEAR(wide.display.fitScaleX, 300 / 110.0, 1e-5);
+    // It stands in the middle.
+    const QPoint middle = wide.OnScreen({100, 50});
+    EXPECT_LT((middle - wide.view->viewport()->rect().center()).manhattanLength(), 30);
+}
+
+TEST_F(Canvas, ControlAndWheelZoomControlAndDragPan)
+{
+    stage.Wheel({50, 50}, 20);
+    EXPECT_EQ(stage.display.zoom, 1.0);
+    stage.Wheel({50, 50}, 20);
+    EXPECT_EQ(stage.display.zoom, EditorDisplayState::ZoomStep);
+    stage.Wheel({50, 50}, -31);
+    EXPECT_DOUBLE_EQ(stage.display.zoom, 1.0);
+    stage.Wheel({50, 50}, 120, Qt::NoModifier);
+    EXPECT_DOUBLE_EQ(stage.display.zoom, 1.0);
+
+    for (int i = 0; i < 6; ++i)
+        stage.Wheel({50, 50}, 120);
+    const int across = stage.view->horizontalScrollBar()->value();
+    const QPointF from = stage.view->mapToScene(400, 300);
+    stage.Press(from, Qt::ControlModifier);
+    stage.MoveTo(stage.view->mapToScene(380, 300), Qt::ControlModifier);
+    stage.Release(stage.view->mapToScene(400, 300), Qt::ControlModifier);
+    EXPECT_EQ(stage.view->horizontalScrollBar()->value(), across + 20);
+    EXPECT_EQ(stage.scene->SelectedCount(), 0);
+}
+
+TEST_F(Canvas, HandlesKeepTheirSizeOnTheScreen)
+{
+    const auto id = stage.Place(bar, {50, 50}, {40, 30});
+    stage.Click({50, 50});
+    const auto redAlong = [this, id] {
+        const QRectF rect = stage.Model(id).placement.Rect();
+        const QImage picture = stage.view->viewport()->grab().toImage();
+        const QPoint corner = stage.OnScreen(rect.topLeft()) + QPoint(2, 3);
+        int run = 0;
+        while (picture.pixelColor(corner + QPoint(run, 0)) == QColor(255, 0, 0))
+            ++run;
+        return run + 2;
+    };
+    EXPECT_NEAR(redAlong(), 7, 1);
+    stage.Wheel({50, 50}, -120);
+    stage.Wheel({50, 50}, -120);
+    EXPECT_NEAR(redAlong(), 7, 1);
+    stage.Click({5, 5});
+    EXPECT_NE(Pixel(stage.Model(id).placement.Rect().topLeft() + QPointF(0.6, 0.6)),
+              QColor(255, 0, 0));
+}
+
+// ---- Selection ---------------------------------------------------------------------------------
+
+TEST_F(Canvas, OneSelectionShowsInCanvasAndList)
+{
+    const auto one = stage.Place(bar, {20, 20}, {12, 4});
+    const auto two = stage.Place(bar, {60, 20}, {12, 4});
+    std::vector<int> told;
+    QObject::connect(stage.controller.get(), &EditorController::selectionHasChanged,
+                     [&](int count) { told.push_back(count); });
+    stage.Click({60, 20});
+    EXPECT_EQ(stage.SelectedInList(), std::vector{two});
+    stage.list->selectAll();
+    EXPECT_EQ(stage.scene->SelectedIds(), (std::vector{one, two}));
+    EXPECT_TRUE(stage.scene->GetGroupOverlay().GetFrame());
+    stage.list->clearSelection();
+    EXPECT_EQ(stage.scene->SelectedCount(), 0);
+    EXPECT_FALSE(stage.scene->GetGroupOverlay().GetFrame());
+    stage.controller->ActionSelectAll();
+    stage.controller->ActionUnSelectAll();
+    EXPECT_TRUE(stage.SelectedInList().empty());
+    // Each was told once, however many elements it took.
+    EXPECT_EQ(told, (std::vector{1, 2, 0, 2, 0}));
+    EXPECT_EQ(stage.undo.count(), 0);
+}
+
+TEST_F(Canvas, DeleteInTheListRemovesWhatIsSelected)
+{
+    stage.Place(bar, {20, 20}, {12, 4});
+    const auto kept = stage.Place(bar, {60, 20}, {12, 4});
+    stage.Click({20, 20});
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
+    QApplication::sendEvent(stage.list, &press);
+    EXPECT_EQ(stage.Ids(), std::vector{kept});
+    EXPECT_EQ(stage.undo.count(), 1);
+}
+
+TEST_F(Canvas, ADoubleClickSelectsAndTellsTheElement)
+{
+    const auto id = stage.Place(bar, {20, 20}, {12, 4});
+    std::int64_t told = 0;
+    QObject::connect(stage.scene.get(), &WeftMapEditorScene::RectangleDoubleClicked,
+                     [&](std::int64_t clicked) { told = clicked; });
+    stage.DoubleClick({20, 20});
+    EXPECT_EQ(told, id);
+    EXPECT_EQ(stage.scene->SelectedIds(), std::vector{id});
+    EXPECT_FALSE(stage.scene->GetGestures().IsDragging());
+}
+
+TEST_F(Canvas, TheContextMenuFitsTheSelection)
+{
+    QAction canvasSize(QStringLiteral("Canvas Size..."));
+    QAction copy(QStringLiteral("Copy"));
+    QAction paste(QStringLiteral("Paste"));
+    QAction duplicate(QStringLiteral("Duplicate"));
+    QAction remove(QStringLiteral("Delete"));
+    QMenu rotate(QStringLiteral("Rotate"));
+    QMenu align(QStringLiteral("Align"));
+    EditorActions actions;
+    actions.canvasSize = &canvasSize;
+    actions.copy = &copy;
+    actions.paste = &paste;
+    actions.duplicate = &duplicate;
+    actions.rotate = &rotate;
+    actions.remove = &remove;
+    actions.align = &align;
+    stage.scene->SetActions(actions);
+    EXPECT_EQ(ContextMenu({50, 50}), QStringLiteral("Canvas Size... "));
+    stage.Place(bar, {20, 20}, {12, 4});
+    stage.Place(bar, {60, 20}, {12, 4});
+    stage.Click({20, 20});
+    EXPECT_EQ(ContextMenu({20, 20}),
+              QStringLiteral(
+                  "&Flip Horizontal &Flip Vertical |Copy Paste |Duplicate |Align Rotate |Delete "));
+    stage.controller->ActionSelectAll();
+    EXPECT_EQ(
+        ContextMenu({20, 20}),
+        QStringLiteral(
+            "(&Flip Horizontal) (&Flip Vertical) |Copy Paste |Duplicate |Align Rotate |Delete "));
+}
+
+// ---- Drops -------------------------------------------------------------------------------------
+
+TEST_F(Canvas, ADroppedFixtureTakesTheNextFreePatch)
+{
+    stage.DropFixture(bar, {50, 40});
+    ASSERT_EQ(stage.Ids().size(), 1U);
+    const auto first = stage.Ids().front();
+    EXPECT_NEAR(stage.Model(first).placement.centre.x(), 44, 0.2);
+    EXPECT_NEAR(stage.Model(first).placement.centre.y(), 38, 0.2);
+    EXPECT_NEAR(stage.Model(first).placement.size.width(), 12, 1e-3);
+    EXPECT_EQ(Element(first).GetArtNetMapping()->GetIpconf(), L"Auto");
+    EXPECT_EQ(stage.scene->SelectedIds(), std::vector{first});
+    EXPECT_TRUE(stage.scene->Find(first)->HasAutoMark());
+    stage.DropFixture(bar, {50, 60});
+    EXPECT_EQ(Element(stage.Ids().back()).GetArtNetMapping()->GetChannel(), 145);
+    EXPECT_EQ(stage.undo.undoText(), QStringLiteral("Map Device(s)"));
+
+    stage.undo.undo();
+    stage.undo.undo();
+    EXPECT_TRUE(stage.Ids().empty());
+    stage.undo.redo();
+    EXPECT_GT(stage.Ids().front(), first);
+    EXPECT_EQ(stage.Ids(), stage.scene->AllIds());
+}
+
+TEST_F(Canvas, WhatIsNoFixtureIsNotPlaced)
+{
+    QString imported;
+    QObject::connect(stage.scene.get(), &WeftMapEditorScene::importRequested,
+                     [&](const QString& path) { imported = path; });
+    stage.DropFixture(bar + 1000, {50, 40});
+    stage.DropFixture(-1, {50, 40});
+    stage.DropData(QStringLiteral("application/zentriledfixture"), "wide", {50, 40});
+    stage.DropData(QStringLiteral("text/plain"), "1", {50, 40});
+    stage.DropFile(QStringLiteral("/shows/picture.png"), {50, 40});
+    EXPECT_EQ(imported, QString());
+    stage.DropFile(QStringLiteral("/shows/Bühne 2.WFM"), {50, 40});
+    EXPECT_EQ(imported, QStringLiteral("/shows/Bühne 2.WFM"));
+    EXPECT_TRUE(stage.Ids().empty());
+    EXPECT_EQ(stage.undo.count(), 0);
+}
+
+// ---- Commands ----------------------------------------------------------------------------------
+
+TEST_F(Canvas, AnUndoneRemovalBringsEverythingBack)
+{
+    const auto id = stage.Place(bar, {30, 40}, {20, 8}, 45);
+    stage.manager.EditObjectArtNetMappings({stage.scene->IndexOf(id)}, [](DMXMappingArtNet& patch) {
+        patch.SetSubnet(2);
+        patch.SetUniverse(7);
+        patch.SetChannel(100);
+        patch.SetNode(L"2.0.0.9", L"Node");
+    });
+    stage.Click({30, 40});
+    stage.Drag({30, 40}, {40, 50});
+    stage.controller->ActionFlip(FlipVertical, true);
+    const ElementState before = stage.Model(id);
+    stage.scene->RemoveSelectedRectangle();
+    EXPECT_TRUE(stage.Ids().empty());
+
+    stage.undo.undo();
+    ASSERT_EQ(stage.Ids().size(), 1U);
+    const auto now = stage.Ids().front();
+    EXPECT_GT(now, id);
+    const ElementState after = stage.Model(now);
+    EXPECT_NEAR(after.placement.centre.x(), before.placement.centre.x(), 1e-3);
+    EXPECT_NEAR(after.placement.size.width(), 20, 1e-3);
+    EXPECT_EQ(after.rotation, 45);
+    EXPECT_TRUE(after.flipVertical);
+    EXPECT_FALSE(after.flipHorizontal);
+    const DMXMappingArtNet& patch = *Element(now).GetArtNetMapping();
+    EXPECT_EQ(patch.GetDescription(),
+              DMXMappingArtNet(2, 7, 100, L"2.0.0.9", L"Node").GetDescription());
+    EXPECT_FALSE(stage.scene->Find(now)->HasAutoMark());
+
+    // The steps before the removal know the element under its new number.
+    stage.undo.undo();
+    EXPECT_FALSE(stage.Model(now).flipVertical);
+    stage.undo.undo();
+    EXPECT_NEAR(stage.Model(now).placement.centre.x(), 30, 1e-3);
+    stage.undo.redo();
+    stage.undo.redo();
+    stage.undo.redo();
+    EXPECT_TRUE(stage.Ids().empty());
+}
+
+TEST_F(Canvas, AlignDistributeRotateAndCropCanBeUndone)
+{
+    const auto one = stage.Place(bar, {15, 20}, {10, 4});
+    const auto two = stage.Place(bar, {33, 30}, {20, 4});
+    const auto three = stage.Place(bar, {85, 60}, {30, 4}, 300);
+    const auto centre = [this](std::int64_t id) {
+        return stage.Model(id).placement.centre;
+    };
+    stage.controller->ActionAlign(EditorGeometry::AlignLeft);
+    EXPECT_EQ(stage.undo.count(), 0);
+    stage.controller->ActionSelectAll();
+    stage.controller->ActionAlignDistribute(EditorGeometry::DistributeHorizontally);
+    EXPECT_NEAR(centre(two).x(), 45, 1e-3);
+    stage.controller->ActionAlign(EditorGeometry::AlignTop);
+    EXPECT_NEAR(centre(three).y(), 20, 1e-3);
+    stage.controller->ActionRotateRight90();
+    EXPECT_EQ(stage.Model(three).rotation, 30);
+    EXPECT_EQ(stage.undo.count(), 3);
+    for (int i = 0; i < 3; ++i)
+        stage.undo.undo();
+    EXPECT_NEAR(centre(two).x(), 33, 1e-3);
+    EXPECT_NEAR(centre(three).y(), 60, 1e-3);
+    EXPECT_EQ(stage.Model(three).rotation, 300);
+
+    stage.scene->UnSelectAll();
+    stage.scene->SetSelected(one, true);
+    stage.controller->ActionCropCanvasToSelectedDevices();
+    int width = 0;
+    int height = 0;
+    stage.manager.GetCanvasSize(width, height);
+    EXPECT_EQ(QSize(width, height), QSize(10, 4));
+    EXPECT_NEAR(centre(one).x(), 5, 1e-3);
+    EXPECT_EQ(stage.scene->sceneRect(), QRectF(-5, -2, 20, 8));
+    stage.undo.undo();
+    stage.manager.GetCanvasSize(width, height);
+    EXPECT_EQ(QSize(width, height), QSize(100, 100));
+    EXPECT_NEAR(centre(two).x(), 33, 1e-3);
+}
+
+TEST_F(Canvas, TheHistoryHoldsTenSteps)
+{
+    const auto id = stage.Place(bar, {20, 20}, {12, 4});
+    for (int i = 0; i < 12; ++i)
+        stage.Drag(stage.Model(id).placement.centre,
+                   stage.Model(id).placement.centre + QPointF(4, 4));
+    EXPECT_EQ(stage.undo.count(), 10);
+    while (stage.undo.canUndo())
+        stage.undo.undo();
+    EXPECT_NEAR(stage.Model(id).placement.centre.x(), 28, 0.5);
+    while (stage.undo.canRedo())
+        stage.undo.redo();
+    EXPECT_NEAR(stage.Model(id).placement.centre.x(), 68, 1.5);
+}
+
+// ---- Random walks ------------------------------------------------------------------------------
+
+TEST_F(Canvas, AnyWalkThroughTheEditsKeepsModelCanvasAndListOne)
+{
+    constexpr int seed = 20;
+    const char* wanted = std::getenv("CANVAS_WALK_STEPS");
+    const int steps = wanted ? std::atoi(wanted) : 1500;
+    std::mt19937 random(seed);
+    const auto pick = [&random](int below) {
+        return static_cast<int>(random() % static_cast<unsigned>(below));
+    };
+    const auto point = [&pick] {
+        return QPointF(pick(100), pick(100));
+    };
+    for (int step = 0; step < steps; ++step) {
+        const auto ids = stage.Ids();
+        switch (pick(16)) {
+        case 0:
+        case 1:
+            if (ids.size() < 30)
+                stage.DropFixture(bar, point());
+            break;
+        case 2:
+        case 3:
+            stage.Drag(point(), point());
+            break;
+        case 4:
+        case 5:
+            if (!ids.empty()) {
+                const auto id = ids[static_cast<std::size_t>(pick(static_cast<int>(ids.size())))];
+                stage.Drag(stage.Model(id).placement.centre, point());
+            }
+            break;
+        case 6:
+            stage.controller->ActionSelectAll();
+            break;
+        case 7:
+            stage.controller->ActionAlign(static_cast<EditorGeometry::AlignMode>(pick(6)));
+            break;
+        case 8:
+            stage.controller->ActionAlignDistribute(
+                static_cast<EditorGeometry::DistributeMode>(pick(2)));
+            break;
+        case 9:
+            stage.controller->ActionRotateLeftRight(static_cast<float>(pick(720) - 360));
+            break;
+        case 10:
+            stage.controller->ActionFlip(pick(2), pick(2) == 0);
+            break;
+        case 11:
+            if (pick(4) == 0)
+                stage.Key(Qt::Key_Delete);
+            break;
+        case 12:
+        case 13:
+            stage.undo.undo();
+            break;
+        case 14:
+            stage.undo.redo();
+            break;
+        case 15:
+            if (!ids.empty() && pick(3) == 0) {
+                stage.scene->GetGestures().RotateGroupGesture(GesturePhase::Start, 0);
+                stage.scene->GetGestures().RotateGroupGesture(GesturePhase::Update, pick(360));
+                stage.scene->GetGestures().RotateGroupGesture(GesturePhase::End, 0);
+            }
+            stage.controller->ActionToggleSnapToGrid(pick(2) == 0);
+            break;
+        default:
+            break;
+        }
+        ASSERT_EQ(stage.Disagreement(), "") << "after step " << step;
+    }
+}

@@ -1,0 +1,254 @@
+// SPDX-License-Identifier: MIT
+#include "CanvasStage.h"
+#include "UI/Editor/GraphCornerGrabber.h"
+#include "UI/Editor/RotationHandle.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include <QTransform>
+
+namespace {
+
+/// A point of an element's own frame, on the scene.
+QPointF OnScene(const ElementState& element, QPointF own)
+{
+    QTransform frame;
+    frame.translate(element.placement.centre.x(), element.placement.centre.y());
+    frame.rotate(static_cast<double>(element.rotation));
+    return frame.map(own);
+}
+
+void ExpectNear(QPointF actual, QPointF expected, double tolerance = 1e-2)
+{
+    EXPECT_NEAR(actual.x(), expected.x(), tolerance);
+    EXPECT_NEAR(actual.y(), expected.y(), tolerance);
+}
+
+class Gestures : public testing::Test
+{
+protected:
+    void TearDown() override { EXPECT_EQ(stage.Disagreement(), ""); }
+
+    CanvasStage stage;
+    std::int64_t bar = stage.AddFixture(L"Bar", 12, 4, 144);
+};
+
+} // namespace
+
+TEST_F(Gestures, ADraggedElementIsOneUndoStep)
+{
+    const auto id = stage.Place(bar, {20, 20}, {12, 4});
+    stage.display.snapToGrid = true;
+    stage.Drag({20, 20}, {33, 28});
+    ExpectNear(stage.Model(id).placement.centre, {33, 28});
+    EXPECT_EQ(stage.undo.count(), 1);
+    EXPECT_EQ(stage.undo.undoText(), QStringLiteral("Move Fixture"));
+    EXPECT_TRUE(stage.manager.documentDirty);
+    stage.undo.undo();
+    ExpectNear(stage.Model(id).placement.centre, {20, 20});
+    stage.undo.redo();
+    ExpectNear(stage.Model(id).placement.centre, {33, 28});
+}
+
+TEST_F(Gestures, ADragThatEndsWhereItBeganIsNoStep)
+{
+    const auto id = stage.Place(bar, {20, 20}, {12, 4});
+    const QPointF taken(20, 20);
+    stage.Press(taken);
+    stage.MoveTo({40, 40});
+    EXPECT_NE(stage.Model(id).placement.centre, QPointF(20, 20));
+    stage.MoveTo(taken);
+    stage.Release(taken);
+    ExpectNear(stage.Model(id).placement.centre, {20, 20});
+    stage.Click(taken);
+    EXPECT_EQ(stage.undo.count(), 0);
+}
+
+TEST_F(Gestures, ADragOffTheGridLandsOnItAndTheGroupGoesAlong)
+{
+    const auto one = stage.Place(bar, {20.3, 20.4}, {12, 4});
+    const auto two = stage.Place(bar, {60.3, 20.4}, {12, 4});
+    stage.display.snapToGrid = true;
+    stage.controller->ActionSelectAll();
+    stage.Drag({20, 20}, {25, 20});
+    const QPointF first = stage.Model(one).placement.Rect().topLeft();
+    EXPECT_NEAR(first.x(), std::round(first.x()), 1e-3);
+    EXPECT_NEAR(first.y(), std::round(first.y()), 1e-3);
+    // The others keep their distance to the one that the mouse has.
+    ExpectNear(stage.Model(two).placement.Rect().topLeft() - first, {40, 0});
+    EXPECT_EQ(stage.undo.count(), 1);
+}
+
+TEST_F(Gestures, ARubberBandFramesAGroupThatMovesByItsBody)
+{
+    const auto one = stage.Place(bar, {20, 20}, {12, 4});
+    const auto two = stage.Place(bar, {60, 50}, {12, 4});
+    const auto other = stage.Place(bar, {90, 90}, {12, 4});
+    stage.Drag({5, 5}, {70, 60});
+    EXPECT_EQ(stage.scene->SelectedIds(), (std::vector{one, two}));
+    ASSERT_TRUE(stage.scene->GetGroupOverlay().GetFrame());
+    ExpectNear(stage.scene->GetGroupOverlay().GetCentre(), {40, 35});
+    // In the middle of the frame there is no element.
+    stage.Drag({40, 35}, {45, 45});
+    ExpectNear(stage.Model(one).placement.centre, {25, 30}, 0.2);
+    ExpectNear(stage.Model(two).placement.centre, {65, 60}, 0.2);
+    ExpectNear(stage.Model(other).placement.centre, {90, 90});
+    ExpectNear(stage.scene->GetGroupOverlay().GetFrame()->pos(), {45, 45}, 0.2);
+    EXPECT_EQ(stage.undo.count(), 1);
+    stage.undo.undo();
+    ExpectNear(stage.scene->GetGroupOverlay().GetFrame()->pos(), {40, 35});
+
+    stage.scene->SetSelected(two, false);
+    EXPECT_FALSE(stage.scene->GetGroupOverlay().GetFrame());
+    // A band over nothing selects nothing.
+    stage.Drag({70, 2}, {95, 10});
+    EXPECT_EQ(stage.scene->SelectedCount(), 0);
+}
+
+TEST_F(Gestures, EachGrabberOfATurnedElementLeavesItsOppositeInPlace)
+{
+    for (const float rotation : {0.0F, 30.0F, 90.0F, 200.0F}) {
+        const auto id = stage.Place(bar, {50, 50}, {24, 16}, rotation);
+        stage.scene->UnSelectAll();
+        stage.scene->SetSelected(id, true);
+        for (int corner = 0; corner < EditorGeometry::CornerCount; ++corner) {
+            const ElementState before = stage.Model(id);
+            const QPointF grabber =
+                GraphCornerGrabber::Rect(corner, before.placement.size, stage.display.ScreenPixel())
+                    .center();
+            const QPointF outward = EditorGeometry::CornerPosition(corner, {16, 12});
+            stage.Drag(OnScene(before, grabber), OnScene(before, grabber + outward));
+            const ElementState after = stage.Model(id);
+            // To the pixel of the screen that the mouse can reach.
+            EXPECT_NEAR(after.placement.size.width(),
+                        before.placement.size.width() + std::abs(outward.x()), 1.01)
+                << "corner " << corner << " at " << rotation;
+            EXPECT_NEAR(after.placement.size.height(),
+                        before.placement.size.height() + std::abs(outward.y()), 1.01);
+            const int opposite = (corner + 4) % EditorGeometry::CornerCount;
+            ExpectNear(
+                OnScene(after, EditorGeometry::CornerPosition(opposite, after.placement.size)),
+                OnScene(before, EditorGeometry::CornerPosition(opposite, before.placement.size)));
+            stage.undo.undo();
+            EXPECT_EQ(stage.Model(id).placement, before.placement);
+        }
+        stage.scene->RemoveSelectedRectangle();
+    }
+}
+
+TEST_F(Gestures, ASmallSelectedElementCanStillBeMoved)
+{
+    const auto id = stage.Place(bar, {20, 20}, {3, 1});
+    stage.Click({20, 20});
+    stage.Drag({20, 20}, {30, 20});
+    EXPECT_NEAR(stage.Model(id).placement.size.width(), 3, 1e-3);
+    ExpectNear(stage.Model(id).placement.centre, {30, 20}, 0.2);
+}
+
+TEST_F(Gestures, TheRotationHandleTurnsAnElementInWholeDegrees)
+{
+    const auto id = stage.Place(bar, {50, 50}, {24, 16});
+    stage.Click({50, 50});
+    const QPointF handle =
+        QPointF(50, 50) +
+        RotationHandle::Rect(RotationHandle::OfElement, {24, 16}, stage.display.ScreenPixel())
+            .center();
+    stage.Drag(handle, {80, 50.2});
+    EXPECT_NEAR(stage.Model(id).rotation, 90, 1);
+    EXPECT_EQ(stage.Model(id).placement.centre, QPointF(50, 50));
+    EXPECT_EQ(stage.undo.undoText(), QStringLiteral("Rotate Fixture"));
+    stage.undo.undo();
+    EXPECT_EQ(stage.Model(id).rotation, 0);
+    // There and back again is no step.
+    stage.Press(handle);
+    stage.MoveTo({80, 50});
+    stage.MoveTo(handle);
+    stage.Release(handle);
+    EXPECT_EQ(stage.undo.index(), 0);
+    EXPECT_EQ(stage.Model(id).rotation, 0);
+}
+
+TEST_F(Gestures, AGroupTurnsAboutItsMiddle)
+{
+    const auto left = stage.Place(bar, {30, 50}, {12, 4});
+    const auto right = stage.Place(bar, {70, 50}, {12, 4}, 0);
+    stage.Drag({10, 30}, {90, 70});
+    stage.manager.SetDocumentDirty(false);
+    const MappingRectangle& frame = *stage.scene->GetGroupOverlay().GetFrame();
+    const QPointF handle =
+        frame.pos() +
+        RotationHandle::Rect(RotationHandle::OfGroup, frame.GetSize(), stage.display.ScreenPixel())
+            .center();
+    stage.Drag(handle, {95, 50});
+    EXPECT_NEAR(stage.Model(left).rotation, 90, 1);
+    ExpectNear(stage.Model(left).placement.centre, {50, 30}, 0.5);
+    ExpectNear(stage.Model(right).placement.centre, {50, 70}, 0.5);
+    EXPECT_TRUE(stage.manager.documentDirty);
+    EXPECT_EQ(stage.undo.count(), 1);
+    EXPECT_NEAR(stage.scene->GetGroupOverlay().GetRotation(), 90, 1);
+    stage.undo.undo();
+    ExpectNear(stage.Model(left).placement.centre, {30, 50});
+    EXPECT_EQ(stage.Model(right).rotation, 0);
+    stage.undo.redo();
+    ExpectNear(stage.Model(left).placement.centre, {50, 30}, 0.5);
+}
+
+TEST_F(Gestures, UndoWaitsForTheMouse)
+{
+    QAction undoAction;
+    EditorActions actions;
+    actions.undo = &undoAction;
+    stage.scene->SetActions(actions);
+    stage.Place(bar, {20, 20}, {12, 4});
+    stage.Drag({20, 20}, {30, 30});
+    EXPECT_TRUE(undoAction.isEnabled());
+    stage.Press({30, 30});
+    stage.MoveTo({40, 40});
+    EXPECT_FALSE(undoAction.isEnabled());
+    stage.Release({40, 40});
+    EXPECT_TRUE(undoAction.isEnabled());
+}
+
+TEST_F(Gestures, ElementsMayGoAwayUnderTheMouse)
+{
+    const auto one = stage.Place(bar, {20, 20}, {12, 4});
+    const auto two = stage.Place(bar, {60, 50}, {12, 4});
+    stage.controller->ActionSelectAll();
+    stage.Press({20, 20});
+    stage.MoveTo({25, 25});
+    stage.scene->DeleteObjectItem(one);
+    stage.manager.RemoveMappedObjects({one});
+    stage.MoveTo({30, 30});
+    ExpectNear(stage.Model(two).placement.centre, {70, 60}, 0.2);
+    stage.Release({30, 30});
+    EXPECT_EQ(stage.Disagreement(), "");
+
+    stage.Press(stage.Model(two).placement.centre);
+    stage.MoveTo({50, 50});
+    stage.scene->ClearAll();
+    stage.manager.RemoveMappedObjects({two});
+    stage.MoveTo({55, 55});
+    stage.Release({55, 55});
+}
+
+TEST_F(Gestures, KeysRemoveAndDontScroll)
+{
+    const auto id = stage.Place(bar, {20, 20}, {12, 4});
+    stage.Click({20, 20});
+    stage.Wheel({50, 50}, 120);
+    stage.Wheel({50, 50}, 120);
+    const QPoint before = stage.OnScreen({0, 0});
+    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Up, Qt::Key_Right, Qt::Key_Down})
+        stage.Key(key);
+    EXPECT_EQ(stage.OnScreen({0, 0}), before);
+    ExpectNear(stage.Model(id).placement.centre, {20, 20});
+    EXPECT_EQ(stage.undo.count(), 0);
+    stage.Key(Qt::Key_Delete);
+    EXPECT_TRUE(stage.Ids().empty());
+    EXPECT_EQ(stage.undo.undoText(), QStringLiteral("Remove Rectangle Fixture"));
+    // With nothing selected there is nothing to undo.
+    stage.Key(Qt::Key_Backspace);
+    EXPECT_EQ(stage.undo.count(), 1);
+}
