@@ -2,6 +2,7 @@
 #include "LEDEngine/ArtNetUniverses.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "FixtureModel/DMXMapping.h"
 #include "Log/Log.h"
@@ -9,17 +10,13 @@
 
 namespace {
 
-/// How many of `count` values fit from channel `first` on; the universe then reaches that far.
-std::size_t MakeRoom(DMXUniverse& universe, std::int32_t first, std::size_t count)
+/// How many of `count` values fit from channel `first` on.
+std::size_t Fitting(std::int32_t first, std::size_t count)
 {
     constexpr auto last = static_cast<std::int32_t>(DMXUniverse::ChannelCount);
     if (first < 1 || first > last)
         return 0;
-    const auto fitting = std::min(count, static_cast<std::size_t>(last - first + 1));
-    const std::size_t end = static_cast<std::size_t>(first) - 1 + fitting;
-    if (fitting > 0 && universe.channels.size() < end)
-        universe.channels.resize(end, std::uint8_t{0});
-    return fitting;
+    return std::min(count, static_cast<std::size_t>(last - first + 1));
 }
 
 /// 255 in every octet that the broadcast address leaves open.
@@ -65,15 +62,28 @@ DMXUniverse& ArtNetUniverses::Get(std::uint16_t portAddress, const std::wstring&
 
 void CopyChannels(DMXUniverse& universe, std::int32_t first, std::span<const std::uint8_t> values)
 {
-    const std::size_t count = MakeRoom(universe, first, values.size());
-    std::copy_n(values.begin(), count, universe.channels.begin() + (count > 0 ? first - 1 : 0));
+    const std::size_t count = Fitting(first, values.size());
+    if (count == 0)
+        return;
+    const std::size_t start = static_cast<std::size_t>(first) - 1;
+    if (universe.channels.size() < start)
+        universe.channels.resize(start, std::uint8_t{0});
+    // What is about to be written needs no zeros first: a frame fills every universe this way.
+    if (universe.channels.size() < start + count)
+        universe.channels.resize(start + count, boost::container::default_init);
+    std::memcpy(universe.channels.data() + start, values.data(), count);
 }
 
 void BlendChannels(DMXUniverse& universe, std::int32_t first, const ElementDMX& element)
 {
-    const std::size_t count = MakeRoom(universe, first, element.values.size());
+    const std::size_t count = Fitting(first, element.values.size());
+    if (count == 0)
+        return;
+    const std::size_t start = static_cast<std::size_t>(first) - 1;
+    if (universe.channels.size() < start + count)
+        universe.channels.resize(start + count, std::uint8_t{0});
     for (std::size_t i = 0; i < count; ++i) {
-        std::uint8_t& channel = universe.channels[static_cast<std::size_t>(first) - 1 + i];
+        std::uint8_t& channel = universe.channels[start + i];
         switch (element.types[i]) {
         case ChannelType::Pixel:
         case ChannelType::Constant:

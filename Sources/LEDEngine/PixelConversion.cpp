@@ -92,18 +92,20 @@ template <PixelMapType Type>
 void Convert(const PixelRun& run, std::span<const PixelSlot> slotList, const std::uint8_t* pixels,
              std::uint8_t* values)
 {
-    const auto convertOne = [&run](const std::uint8_t* pixel, std::uint8_t* out) {
-        WritePixel<Type>({pixel[2], pixel[1], pixel[0], run.intensity}, out);
-    };
+    // Copies, since a written byte could be the run's own for all that the compiler knows.
+    const std::uint32_t count = run.count;
+    const std::uint8_t intensity = run.intensity;
     if (run.packed) {
         const std::uint8_t* pixel = pixels + std::size_t{run.first.pixel} * 4;
         std::uint8_t* out = values + run.first.channel;
-        for (std::uint32_t i = 0; i < run.count; ++i, pixel += 4, out += ChannelsOf(Type))
-            convertOne(pixel, out);
+        for (std::uint32_t i = 0; i < count; ++i, pixel += 4, out += ChannelsOf(Type))
+            WritePixel<Type>({pixel[2], pixel[1], pixel[0], intensity}, out);
         return;
     }
-    for (const PixelSlot& slot : slotList.subspan(run.firstSlot, run.count))
-        convertOne(pixels + std::size_t{slot.pixel} * 4, values + slot.channel);
+    for (const PixelSlot& slot : slotList.subspan(run.firstSlot, count)) {
+        const std::uint8_t* pixel = pixels + std::size_t{slot.pixel} * 4;
+        WritePixel<Type>({pixel[2], pixel[1], pixel[0], intensity}, values + slot.channel);
+    }
 }
 
 using ConvertFunction = void (*)(const PixelRun&, std::span<const PixelSlot>, const std::uint8_t*,

@@ -10,14 +10,14 @@
 
 namespace {
 
-constexpr QLatin1String lastFileKey("lastFile");
-constexpr QLatin1String visualFileKey("visualFile");
-constexpr QLatin1String zoomFactorKey("zoomFactor");
-constexpr QLatin1String zoomStyleKey("zoomStyle");
-constexpr QLatin1String showGridKey("showGrid");
-constexpr QLatin1String snapToGridKey("snapToGrid");
-constexpr QLatin1String lastDirectoryKey("lastDirectory");
-constexpr QLatin1String networkKey("network");
+const QLatin1String lastFileKey("lastFile");
+const QLatin1String visualFileKey("visualFile");
+const QLatin1String zoomFactorKey("zoomFactor");
+const QLatin1String zoomStyleKey("zoomStyle");
+const QLatin1String showGridKey("showGrid");
+const QLatin1String snapToGridKey("snapToGrid");
+const QLatin1String lastDirectoryKey("lastDirectory");
+const QLatin1String networkKey("network");
 
 } // namespace
 

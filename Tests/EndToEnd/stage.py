@@ -81,7 +81,8 @@ def standing_on(host):
 
 def on(host, *command, **options):
     """Runs a command on a host of the stage to its end; a status other than 0 is an error."""
-    return subprocess.run([STAGE_NET, host, *map(str, command)], check=True, stdin=subprocess.DEVNULL, **options)
+    options = {"input": b""} | options
+    return subprocess.run([STAGE_NET, host, *map(str, command)], check=True, **options)
 
 
 class Process:
@@ -106,6 +107,12 @@ class Process:
             self.popen.kill()
             self.popen.wait()
             raise AssertionError(f"still running after {seconds} s: {self.popen.args}") from None
+
+
+def add_addresses(host, addresses):
+    """Gives the host's art0 further addresses, each for a node more."""
+    lines = "".join(f"addr add {address}/8 dev art0\n" for address in addresses)
+    on(host, "ip", "-batch", "-", input=lines.encode())
 
 
 class Rig(Process):
@@ -325,14 +332,16 @@ class Case(unittest.TestCase):
         self.addCleanup(wire.end)
         return wire
 
-    def socket_on(self, host):
+    def socket_on(self, host, address=""):
         with standing_on(host):
             sender = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
+            sender.bind((address, 0))
         sender.setsockopt(socket.SOL_SOCKET, socket.SO_BROADCAST, 1)
         self.addCleanup(sender.close)
         return sender
 
-    def assertRate(self, packets, wanted, within=0.15):
+    def assertRate(self, packets, wanted):
+        """About so many a second: a busy machine may be late, but half of it or twice of it is another rate."""
         found = rate(packets)
-        self.assertTrue(wanted * (1 - within) <= found <= wanted * (1 + within),
+        self.assertTrue(0.65 * wanted <= found <= 1.15 * wanted,
                         f"{found:.1f} packets a second instead of about {wanted}")

@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr QLatin1String showGridKey("showGrid");
-constexpr QLatin1String zoomFactorKey("zoomFactor");
+const QLatin1String showGridKey("showGrid");
+const QLatin1String zoomFactorKey("zoomFactor");
 
 /// A hundredth, rounded up a little, so that a typed whole percentage shows as itself again after
 /// single precision and cutting off.

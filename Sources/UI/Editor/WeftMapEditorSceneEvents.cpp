@@ -24,8 +24,8 @@
 namespace {
 
 /// A fixture from the library, by its number in decimal.
-constexpr QLatin1String FixtureFormat("application/zentriledfixture");
-constexpr QLatin1String FileListFormat("text/uri-list");
+const QLatin1String FixtureFormat("application/zentriledfixture");
+const QLatin1String FileListFormat("text/uri-list");
 
 bool IsItemList(const QString& format)
 {

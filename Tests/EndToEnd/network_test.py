@@ -1,0 +1,130 @@
+# SPDX-License-Identifier: MIT
+"""Adapters, cables and addresses that change under a running program: light comes back without a touch."""
+
+import socket
+import time
+
+import stage
+from document import strip_document
+from stage import BROADCAST, DESK, dmx
+
+CHECK = 3.2  # seconds: networks are looked at every three, and the coarse timer may be late by a twentieth
+GRACE = 0.6  # for the frames, and a busy machine
+
+
+class Networks(stage.Case):
+
+    def setUp(self):
+        super().setUp()
+        self.home.put_settings(network="2.X.X.X")
+        self.home.put_document(strip_document())
+        self.wire = self.watch()
+
+    def lit(self):
+        self.program = self.start()
+        self.wire.wait_for(5, dmx(0, BROADCAST), 30, "light")
+
+    def assertLightWithin(self, seconds, since, source=DESK):
+        """From the port of Art-Net: what leaves from another one meanwhile is better than nothing, and not enough."""
+        frames = self.wire.wait_for(
+            10, lambda p: p.is_dmx and p.destination == BROADCAST and (p.source, p.source_port) == (source, 6454), 15,
+            f"light from {source}", since)
+        late = frames[0].time - since
+        self.assertLess(late, seconds, "seconds without light after the network was back")
+        stray = self.wire.packets(lambda p: p.is_dmx and p.source_port != 6454, since=frames[0].time)
+        self.assertEqual([], stray)
+        print(f"light after {late:.2f} s ", end="", flush=True)
+
+    def assertPollsGoOn(self, since, source=DESK):
+        self.wire.wait_for(1, lambda p: p.is_poll and p.source == source, 10, "polls", since)
+
+    def assertAnswers(self, address):
+        asker = self.socket_on("rig")
+        asker.settimeout(5)
+        asker.sendto(b"Art-Net\0\x00\x20", (BROADCAST, 6454))
+        self.assertEqual((address, 6454), asker.recvfrom(2000)[1])
+
+    def test_an_adapter_goes_down_and_comes_up(self):
+        self.lit()
+        stage.on("desk", "ip", "link", "set", "art0", "down")
+        self.program.wait_for_log("Current network disconnected")
+        stage.on("desk", "ip", "link", "set", "art0", "up")
+        up = time.time()
+        self.assertLightWithin(2, up)
+        self.program.wait_for_log("Current network connected")
+        since = time.time()
+        self.assertPollsGoOn(since)
+        self.assertLightWithin(1, since)
+        self.assertAnswers(DESK)
+
+    def test_a_cable_is_pulled_and_put_back(self):
+        self.lit()
+        stage.on("hub", "ip", "link", "set", "desk.0", "down")
+        self.program.wait_for_log("Current network disconnected")
+        stage.on("hub", "ip", "link", "set", "desk.0", "up")
+        up = time.time()
+        self.assertLightWithin(2, up)
+        self.assertPollsGoOn(up)
+        self.assertAnswers(DESK)
+
+    def change_address(self, old, new):
+        stage.on("desk", "ip", "addr", "del", f"{old}/8", "dev", "art0")
+        stage.on("desk", "ip", "addr", "add", f"{new}/8", "brd", "+", "dev", "art0")
+
+    def test_an_address_changes(self):
+        self.lit()
+        self.addCleanup(self.change_address, "2.0.0.5", DESK)
+        self.change_address(DESK, "2.0.0.5")
+        changed = time.time()
+        self.assertLightWithin(CHECK + GRACE, changed, "2.0.0.5")
+        self.assertPollsGoOn(changed, "2.0.0.5")
+        self.assertAnswers("2.0.0.5")
+
+    def test_an_interface_is_deleted_and_returns(self):
+        self.lit()
+        stage.on("hub", "ip", "link", "del", "desk.0")
+        time.sleep(CHECK)  # nothing can be waited for: a network that is gone is not reported
+        stage.on(
+            "hub", "bash", "-ec", "ip link add desk.0 type veth peer name art0 netns $STAGE_PID_desk; "
+            "ip link set desk.0 master sw0 up")
+        stage.on("desk", "ip", "addr", "add", "2.0.0.1/8", "brd", "+", "dev", "art0")
+        stage.on("desk", "ip", "link", "set", "art0", "up")
+        back = time.time()
+        self.assertLightWithin(CHECK + GRACE, back)
+        self.assertPollsGoOn(back)
+        self.assertAnswers(DESK)
+
+    def test_the_network_of_the_document_is_the_one(self):
+        self.lit()
+        other = self.watch("rig", "art1")
+        self.assertEqual(0, self.program.end())
+        self.home.put_document(strip_document(network="10.X.X.X"))
+        self.home.put_settings(network="10.X.X.X")
+        changed = time.time()
+        self.program = self.start()
+        frames = other.wait_for(10, dmx(0, "10.255.255.255"), 30, "light on the other network")
+        self.assertEqual({"10.0.0.1"}, {p.source for p in frames})
+        other.wait_for(1, lambda p: p.is_poll and p.destination == "10.255.255.255", 10, "polls there")
+        self.assertEqual([], self.wire.packets(stage.from_program, since=changed))
+
+    def test_the_port_is_taken(self):
+        with stage.standing_on("desk"):
+            squatter = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
+        squatter.bind(("", 6454))
+        self.program = self.start()
+        self.program.wait_for_log("failed to bind socket: ")
+        squatter.close()
+        free = time.time()
+        # The network is chosen again, and with it the port.
+        stage.on("desk", "ip", "link", "set", "art0", "down")
+        self.program.wait_for_log("Current network disconnected")
+        stage.on("desk", "ip", "link", "set", "art0", "up")
+        self.program.wait_for_log("Current network connected")
+        chosen = time.time()
+        self.assertLightWithin(2, chosen)
+        self.assertAnswers(DESK)
+        self.assertLess(chosen - free, 15)
+
+
+if __name__ == "__main__":
+    stage.run()

@@ -1,0 +1,74 @@
+# SPDX-License-Identifier: MIT
+"""Nodes as they come and go, and which of them gets which universe."""
+
+import stage
+from document import strip_document
+from stage import BROADCAST, RIG, dmx
+
+NODE_RESULTS_WITHIN = 2.5 + 1 + 0.5  # the next poll publishes a node, a second's timer takes it over
+
+
+def addresses(count):
+    return [f"2.0.1.{n}" for n in range(1, count + 1)]
+
+
+class Nodes(stage.Case):
+
+    def setUp(self):
+        super().setUp()
+        self.home.put_settings(network="2.X.X.X")
+
+    def put_strips(self, universes):
+        document = strip_document(auto_unicast=True)
+        for universe in universes:
+            document.element("Strip", 2, 1, 4, 1, universe=universe, channel=1)
+        self.home.put_document(document)
+
+    def test_a_node_is_found_and_forgotten(self):
+        self.put_strips([1])
+        wire = self.watch()
+        self.start()
+        wire.wait_for(5, dmx(0, BROADCAST), 30, "broadcast while no node is known")
+
+        node = self.rig("-a", RIG, "-u", "0,7")
+        reply = wire.wait_for(1, lambda p: p.is_reply, 10, "a reply to a poll")[0]
+        first = wire.wait_for(20, dmx(0, RIG), 10, "frames for the node")[0]
+        self.assertLess(first.time - reply.time, NODE_RESULTS_WITHIN)
+        # It gets what it announced and the program has; nobody gets the rest.
+        later = first.time + 0.2
+        self.assertEqual({(RIG, 0)}, {(p.destination, p.universe) for p in wire.packets(dmx(), since=later)})
+        self.assertRate(wire.packets(dmx(0, RIG)), 10)
+
+        node.end()
+        last = wire.packets(lambda p: p.is_reply)[-1]
+        back = wire.wait_for(20, dmx(0, BROADCAST), 20, "broadcast again", since=later)[0]
+        self.assertTrue(10 <= back.time - last.time <= 12.5 + 1.5,
+                        f"forgotten after {back.time - last.time:.1f} s instead of 10 to 12.5 and a second's timer")
+        self.assertEqual({(BROADCAST, 0), (BROADCAST, 1)},
+                         {(p.destination, p.universe) for p in wire.packets(dmx(), since=back.time + 0.2)})
+
+    def test_forty_subscribers_and_one_more(self):
+        self.put_strips([])
+        stage.add_addresses("rig", addresses(41))
+        wire = self.watch()
+        program = self.start()
+        rig = self.rig("-a", addresses(1)[0], "--nodes", 40, "-u", 0)
+        stage.wait(lambda: {p.destination for p in wire.packets(dmx(0))} >= set(addresses(40)), 30,
+                   "forty nodes have light")
+        then = max(wire.packets(dmx(0, address))[0].time for address in addresses(40)) + 0.3
+        for address in addresses(40):
+            frames = wire.wait_for(20, dmx(0, address), 10, f"frames for {address}", since=then)
+            self.assertRate(frames, 10)
+        self.assertEqual([], wire.packets(dmx(0, BROADCAST), since=then))
+
+        rig.end()
+        self.rig("-a", addresses(1)[0], "--nodes", 41, "-u", 0)
+        program.wait_for_log("Port-Address 0 will use broadcast, number of subscribers is 41")
+        then = wire.wait_for(41, dmx(0, BROADCAST), 10, "broadcast to 41", since=then)[0].time + 0.3
+        frames = wire.wait_for(800, dmx(0, BROADCAST), 10, "two seconds of broadcast", since=then)
+        self.assertRate(frames, 410)
+        self.assertEqual([], wire.packets(lambda p: dmx(0)(p) and p.destination != BROADCAST, since=then))
+
+
+if __name__ == "__main__":
+    stage.run()

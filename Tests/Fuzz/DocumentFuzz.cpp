@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+// Mapping documents, all the way: the library inside, the elements, and a frame made of them.
+#include "Fuzz/InputFile.h"
+#include "LEDEngine/LEDEngine.h"
+#include "LibTools/ZenBitmap.h"
+#include "Model/ArtNetNodeModel.h"
+#include "Model/DeviceManager.h"
+#include "Model/MappedDeviceModel.h"
+
+#include <cstdlib>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static const InputFile file;
+    static const auto picture = ZenBitmap::Create(64, 48, 4);
+    file.Write(data, size);
+    DeviceModel::defaultConflictCallback = [](const QString&, const QString&) {
+        return OverwriteFixture;
+    };
+    DeviceManager manager{QString()};
+    manager.Initialize();
+    ArtNetNodeModel nodes;
+    if (!manager.LoadMapping(QString::fromStdString(file.Path()), nodes))
+        return 0;
+    const MappedDeviceModel& document = *manager.GetMappedDeviceModel();
+    if (document.GetCanvasWidth() < 1 || document.GetCanvasHeight() < 1)
+        std::abort();
+    LEDEngine engine(manager);
+    if (!engine.CreateElements(document.GetCanvasWidth(), document.GetCanvasHeight()))
+        return 0;
+    engine.UpdateElementBitmaps(*picture);
+    engine.SendFrame();
+    return 0;
+}
