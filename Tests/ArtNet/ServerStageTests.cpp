@@ -8,7 +8,7 @@
 
 #include <gsl/narrow>
 
-#include "Stage.h"
+#include "ArtNetStage.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "ArtNet/ArtNetClient.h"
-#include "Stage.h"
+#include "ArtNetStage.h"
 
 namespace {
 

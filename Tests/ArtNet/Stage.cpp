@@ -3,9 +3,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <stdexcept>
+#include <system_error>
 #include <thread>
 
 #include <arpa/inet.h>
@@ -15,8 +19,6 @@
 #include <sched.h>
 #include <sys/socket.h>
 #include <unistd.h>
-
-#include "ArtNet/ZenArtNetService.h"
 
 namespace Stage {
 
@@ -116,14 +118,49 @@ std::vector<Heard> Socket::All(std::chrono::milliseconds duration) const
     }
 }
 
+Flooder::Flooder()
+{
+    OnRig([this] { handle_ = socket(AF_INET, SOCK_RAW | SOCK_CLOEXEC, IPPROTO_RAW); });
+}
+
+Flooder::~Flooder()
+{
+    close(handle_);
+}
+
+void Flooder::Send(std::uint32_t source, const Bytes& payload) const
+{
+    Bytes packet(28, 0);
+    const auto putAddress = [&packet](std::size_t at, std::uint32_t address) {
+        for (std::size_t i = 0; i < 4; ++i)
+            packet[at + i] = static_cast<std::uint8_t>(address >> (24 - 8 * i));
+    };
+    packet[0] = 0x45;
+    packet[8] = 64;
+    packet[9] = IPPROTO_UDP;
+    putAddress(12, source);
+    putAddress(16, Desk0);
+    packet[20] = packet[22] = 0x19; // port 6454 on both sides
+    packet[21] = packet[23] = 0x36;
+    const std::size_t udpSize = payload.size() + 8;
+    packet[24] = static_cast<std::uint8_t>(udpSize >> 8);
+    packet[25] = static_cast<std::uint8_t>(udpSize);
+    packet.insert(packet.end(), payload.begin(), payload.end());
+    const sockaddr_in target = Endpoint(Desk0, 0);
+    sendto(handle_, packet.data(), packet.size(), MSG_DONTWAIT,
+           reinterpret_cast<const sockaddr*>(&target), sizeof target);
+}
+
 void OnRig(const std::function<void()>& work)
 {
     const int desk = open("/proc/thread-self/ns/net", O_RDONLY | O_CLOEXEC);
     const std::string path = std::string("/proc/") + std::getenv("STAGE_PID_rig") + "/ns/net";
     const int rig = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    ASSERT_EQ(setns(rig, CLONE_NEWNET), 0);
+    if (setns(rig, CLONE_NEWNET) != 0)
+        throw std::system_error(errno, std::system_category(), "to the rig");
     work();
-    ASSERT_EQ(setns(desk, CLONE_NEWNET), 0);
+    if (setns(desk, CLONE_NEWNET) != 0)
+        throw std::system_error(errno, std::system_category(), "back to the desk");
     close(rig);
     close(desk);
 }
@@ -132,13 +169,26 @@ std::unique_ptr<Socket> RigSocket(std::uint32_t address, std::uint16_t port)
 {
     std::unique_ptr<Socket> socket;
     OnRig([&] { socket = std::make_unique<Socket>(address, port); });
-    EXPECT_TRUE(socket->IsBound());
+    if (!socket->IsBound())
+        throw std::runtime_error("the rig's port is taken");
     return socket;
 }
 
 bool Command(const std::string& host, const std::string& command)
 {
     return std::system(("\"$STAGE_NET\" " + host + ' ' + command).c_str()) == 0;
+}
+
+void Enter(int argc, char** argv)
+{
+    if (std::getenv("STAGE_NET"))
+        return;
+    std::vector<const char*> words{PIXELWEFT_STAGE_NET, "-2", "desk"};
+    words.insert(words.end(), argv, argv + argc);
+    words.push_back(nullptr);
+    execv(words.front(), const_cast<char**>(words.data()));
+    std::perror(words.front());
+    std::exit(EXIT_FAILURE);
 }
 
 bool ComesTrue(const std::function<bool()>& condition, std::chrono::milliseconds longest)
@@ -184,29 +234,3 @@ Bytes Reply(const std::string& name, std::uint8_t outputs)
 }
 
 } // namespace Stage
-
-ArtNetStage::ArtNetStage()
-{
-    Zen::ArtNetService::SetGlobal(
-        std::make_shared<Zen::ArtNetService>("Zentri PixelWeft", "#0001 [0001] Ready", false));
-}
-
-ArtNetStage::~ArtNetStage()
-{
-    Zen::ArtNetService::SetGlobal(nullptr);
-}
-
-// Started outside a stage, the program starts itself anew on one.
-int main(int argc, char** argv)
-{
-    if (!std::getenv("STAGE_NET")) {
-        std::vector<const char*> words{PIXELWEFT_STAGE_NET, "-2", "desk"};
-        words.insert(words.end(), argv, argv + argc);
-        words.push_back(nullptr);
-        execv(words.front(), const_cast<char**>(words.data()));
-        std::perror(words.front());
-        return 1;
-    }
-    testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}

@@ -4,13 +4,10 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
-
-#include "Support/LogCapture.h"
 
 /// The private network that these tests run on: this program is on "desk" with art0 = 2.0.0.1/8 and
 /// art1 = 10.0.0.1/8, its peers are on "rig" with 2.0.0.10 to .13 and 10.0.0.10 to .13.
@@ -55,6 +52,21 @@ private:
     bool bound_ = false;
 };
 
+/// Sends packets to port 6454 of the desk from any source address.
+class Flooder
+{
+public:
+    Flooder();
+    ~Flooder();
+    Flooder(const Flooder&) = delete;
+    Flooder& operator=(const Flooder&) = delete;
+
+    void Send(std::uint32_t source, const Bytes& payload) const;
+
+private:
+    int handle_ = -1;
+};
+
 /// Runs `work` with this thread on the rig; sockets that are made there stay there.
 void OnRig(const std::function<void()>& work);
 /// A socket on the rig.
@@ -62,6 +74,10 @@ void OnRig(const std::function<void()>& work);
                                                 std::uint16_t port = 6454);
 /// Runs a command on a host of the stage. False when it fails.
 [[nodiscard]] bool Command(const std::string& host, const std::string& command);
+
+/// Started outside a stage, a program starts itself anew on one with this call; there it does
+/// nothing.
+void Enter(int argc, char** argv);
 
 [[nodiscard]] bool ComesTrue(const std::function<bool()>& condition,
                              std::chrono::milliseconds longest = std::chrono::seconds(5));
@@ -75,13 +91,3 @@ void OnRig(const std::function<void()>& work);
 extern const Bytes PollPacket;
 
 } // namespace Stage
-
-/// A service of its own for each case, and a log to read.
-class ArtNetStage : public testing::Test
-{
-protected:
-    ArtNetStage();
-    ~ArtNetStage() override;
-
-    Support::LogCapture log_;
-};

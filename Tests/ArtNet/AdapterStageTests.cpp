@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+// Adapters that go and come back while clients stay registered.
+#include "ArtNet/ArtNetClient.h"
+
+#include <array>
+#include <thread>
+
+#include "ArtNet/ZenArtNetService.h"
+#include "ArtNetStage.h"
+
+namespace {
+
+using namespace Stage;
+using namespace std::chrono_literals;
+
+class Adapter : public ArtNetStage
+{
+protected:
+    /// Whether light goes out on the second adapter, by broadcast and unicast, and comes in.
+    bool Works(ArtNetClient& client)
+    {
+        client.SendDmx("10.255.255.255", 1, Bytes{1, 2});
+        client.SendDmx("10.0.0.10", 2, Bytes{3, 4});
+        rig_->Send(Broadcast1, Dmx(3, {counter_, 0}));
+        bool broadcast = false;
+        bool unicast = false;
+        for (const Heard& heard : rig_->All(20ms)) {
+            broadcast = broadcast || (heard.bytes == Dmx(1, {1, 2}) && heard.port == 6454);
+            unicast = unicast || (heard.bytes == Dmx(2, {3, 4}) && heard.port == 6454);
+        }
+        std::array<std::uint8_t, 512> page{};
+        client.ReadDmx(3, page);
+        return broadcast && unicast && page[0] == counter_++;
+    }
+
+    /// The time until it works, in milliseconds; the test fails after five seconds.
+    std::int64_t TimeToLight(ArtNetClient& client)
+    {
+        const std::int64_t begin = WallClock();
+        EXPECT_TRUE(ComesTrue([&] { return Works(client); }));
+        return (WallClock() - begin) / 1'000'000;
+    }
+
+    std::unique_ptr<Socket> rig_ = RigSocket();
+    std::uint8_t counter_ = 1;
+};
+
+TEST_F(Adapter, DownAndUpNeedsNothing)
+{
+    ArtNetClient client("10.0.0.1", "10.255.255.255", 3, 1, "test");
+    ASSERT_TRUE(ComesTrue([&] { return Works(client); }));
+    ASSERT_TRUE(Command("desk", "ip link set art1 down"));
+    EXPECT_FALSE(Works(client));
+    EXPECT_TRUE(ComesTrue([&] { return bool(client.GetLastSendError().code); }));
+    ASSERT_TRUE(Command("desk", "ip link set art1 up"));
+    const std::int64_t taken = TimeToLight(client);
+    RecordProperty("milliseconds", std::to_string(taken));
+    EXPECT_LE(taken, 2000);
+}
+
+TEST_F(Adapter, ACableThatComesBackBringsNoOldLight)
+{
+    ArtNetClient client("10.0.0.1", "", 3, 1, "test");
+    ASSERT_TRUE(ComesTrue([&] { return Works(client); }));
+    ASSERT_TRUE(Command("hub", "ip link set desk.1 down"));
+    for (int i = 0; i < 40; ++i) {
+        client.SendDmx("10.0.0.10", 99, Bytes(512, 9));
+        std::this_thread::sleep_for(10ms);
+    }
+    (void)rig_->All(0ms);
+    ASSERT_TRUE(Command("hub", "ip link set desk.1 up"));
+    const std::int64_t begin = WallClock();
+    bool old = false;
+    EXPECT_TRUE(ComesTrue([&] {
+        client.SendDmx("10.0.0.10", 98, Bytes(512, 8));
+        for (const Heard& heard : rig_->All(20ms)) {
+            old = old || heard.bytes == Dmx(99, Bytes(512, 9));
+            if (heard.bytes == Dmx(98, Bytes(512, 8)))
+                return true;
+        }
+        return false;
+    }));
+    EXPECT_FALSE(old);
+    EXPECT_LE(WallClock() - begin, 2'000'000'000);
+    EXPECT_TRUE(ComesTrue([&] { return Works(client); }));
+}
+
+TEST_F(Adapter, OneThatIsMadeAnewGetsASocketOfItsOwn)
+{
+    ArtNetClient client("10.0.0.1", "", 3, 1, "test");
+    ASSERT_TRUE(ComesTrue([&] { return Works(client); }));
+    ASSERT_TRUE(Command("hub", "ip link del desk.1"));
+    EXPECT_FALSE(Works(client));
+    std::this_thread::sleep_for(700ms); // the server has looked and found nothing
+    ASSERT_TRUE(Command("hub", "sh -c 'ip link add desk.1 type veth peer name art1 netns "
+                               "$STAGE_PID_desk && ip link set desk.1 master sw1 up'"));
+    ASSERT_TRUE(Command("desk", "ip addr add 10.0.0.1/8 brd + dev art1"));
+    ASSERT_TRUE(Command("desk", "ip link set art1 up"));
+    const std::int64_t taken = TimeToLight(client);
+    RecordProperty("milliseconds", std::to_string(taken));
+    EXPECT_LE(taken, 2000);
+    EXPECT_TRUE(log_.Has("Port 6454 is open again on 10.0.0.1"));
+}
+
+TEST_F(Adapter, AnAddressThatChangesKeepsTheOldClientAndServesTheNewOne)
+{
+    auto client = std::make_unique<ArtNetClient>("10.0.0.1", "", 3, 1, "test");
+    ASSERT_TRUE(ComesTrue([&] { return Works(*client); }));
+    ASSERT_TRUE(Command("desk", "ip addr add 10.0.0.2/8 brd + dev art1"));
+    ASSERT_TRUE(Command("desk", "ip addr del 10.0.0.1/8 dev art1"));
+    // Taking the first address away takes the others of its network along.
+    ASSERT_TRUE(Command("desk", "ip addr replace 10.0.0.2/8 brd + dev art1"));
+    EXPECT_TRUE(ComesTrue([&] { return Works(*client); }));
+    // New clients come before the old ones go.
+    auto anew = std::make_unique<ArtNetClient>("10.0.0.2", "", 3, 1, "test");
+    client.reset();
+    EXPECT_LE(TimeToLight(*anew), 2000);
+    (void)rig_->All(50ms);
+    anew->SendDmx("10.0.0.10", 5, Bytes{1, 2});
+    const auto heard = rig_->Next(2s);
+    ASSERT_TRUE(heard);
+    EXPECT_EQ(heard->source, 0x0A000002U);
+    EXPECT_EQ(heard->port, 6454);
+    ASSERT_TRUE(Command("desk", "ip addr add 10.0.0.1/8 brd + dev art1"));
+    ASSERT_TRUE(Command("desk", "ip addr del 10.0.0.2/8 dev art1"));
+    ASSERT_TRUE(Command("desk", "ip addr replace 10.0.0.1/8 brd + dev art1"));
+}
+
+} // namespace
