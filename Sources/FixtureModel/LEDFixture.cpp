@@ -2,7 +2,6 @@
 #include "FixtureModel/LEDFixture.h"
 
 #include <algorithm>
-#include <bitset>
 #include <utility>
 
 #include "Log/Log.h"
@@ -11,24 +10,6 @@
 namespace {
 
 using IntState = XmlText::IntAttribute::State;
-
-/// The channels 1 to 512 that a pixel or an entry of the list stands on.
-std::bitset<LEDFixture::MaxChannels + 1> UsedChannels(const PixelMap& map,
-                                                      const StaticChannelList& list)
-{
-    std::bitset<LEDFixture::MaxChannels + 1> used;
-    const auto mark = [&used](std::int64_t channel) {
-        if (channel >= 1 && channel <= LEDFixture::MaxChannels)
-            used.set(static_cast<std::size_t>(channel));
-    };
-    for (const std::int32_t cell : map.GetChannels()) {
-        for (std::int32_t i = 0; cell != 0 && i < map.GetChannelsPerPixel(); ++i)
-            mark(std::int64_t{cell} + i);
-    }
-    for (const StaticChannel& entry : list)
-        mark(entry.channel);
-    return used;
-}
 
 /// The stored count of an element, nothing after a line in the log.
 std::optional<std::int32_t> ReadChannelCount(const tinyxml2::XMLElement& element)
@@ -138,7 +119,9 @@ std::optional<LEDFixture> LEDFixture::FromXml(const tinyxml2::XMLElement& elemen
         return std::nullopt;
     // Every channel that nothing stands on is listed as free: the editor shows them, and merged
     // input passes through them.
-    const auto used = UsedChannels(fixture.pixelMap, *list);
+    auto used = fixture.pixelMap.GetCoveredChannels();
+    for (const StaticChannel& entry : *list)
+        used.set(static_cast<std::size_t>(entry.channel));
     const std::int32_t last = std::min(fixture.GetChannelCount(), MaxChannels);
     for (std::int32_t channel = 1; channel <= last; ++channel) {
         if (!used.test(static_cast<std::size_t>(channel)))

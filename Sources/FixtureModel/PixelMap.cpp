@@ -159,6 +159,21 @@ std::int32_t PixelMap::GetHighestChannel() const
     return start < 1 ? 0 : Narrowed(LastChannel(start, GetChannelsPerPixel()));
 }
 
+std::bitset<513> PixelMap::GetCoveredChannels() const
+{
+    std::bitset<513> covered;
+    const std::int32_t n = GetChannelsPerPixel();
+    for (const std::int32_t cell : channels) {
+        if (cell == 0)
+            continue;
+        for (std::int64_t channel = cell; channel <= LastChannel(cell, n); ++channel) {
+            if (channel >= 1 && channel < static_cast<std::int64_t>(covered.size()))
+                covered.set(static_cast<std::size_t>(channel));
+        }
+    }
+    return covered;
+}
+
 std::int32_t PixelMap::GetPixelForChannel(std::int32_t channel) const
 {
     const std::int32_t n = GetChannelsPerPixel();

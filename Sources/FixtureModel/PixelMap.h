@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <bitset>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -75,6 +76,9 @@ public:
     [[nodiscard]] std::int32_t GetHighestStartChannel() const;
     /// The last channel that a pixel covers, 0 for a map without pixels.
     [[nodiscard]] std::int32_t GetHighestChannel() const;
+    /// Which of the channels 1 to 512 a pixel covers. The whole map in one walk: a file can ask for
+    /// every channel of a map of a million cells.
+    [[nodiscard]] std::bitset<513> GetCoveredChannels() const;
     /// Index of the first cell whose pixel covers the channel, -1 when none does.
     [[nodiscard]] std::int32_t GetPixelForChannel(std::int32_t channel) const;
     /// Cells whose pixel overlaps one that would start on `startChannel`, in array order.

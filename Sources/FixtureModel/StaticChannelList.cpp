@@ -98,6 +98,7 @@ std::int32_t StaticChannelList::GetHighestChannel() const
 std::optional<StaticChannelList> StaticChannelList::FromXml(const tinyxml2::XMLElement& fixture,
                                                             const PixelMap& pixelMap)
 {
+    const auto covered = pixelMap.GetCoveredChannels();
     StaticChannelList list;
     for (const auto* child = fixture.FirstChildElement("StaticChannel"); child;
          child = child->NextSiblingElement("StaticChannel"))
@@ -109,7 +110,7 @@ std::optional<StaticChannelList> StaticChannelList::FromXml(const tinyxml2::XMLE
             ZEN_LOG_ERROR("Channel %d has multiple static value assignments", entry->channel);
             return std::nullopt;
         }
-        if (pixelMap.GetPixelForChannel(entry->channel) >= 0) {
+        if (covered.test(static_cast<std::size_t>(entry->channel))) {
             ZEN_LOG_ERROR("Channel %d assignment overlaps with fixture pixel mapping",
                           entry->channel);
             return std::nullopt;

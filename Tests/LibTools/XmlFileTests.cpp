@@ -7,7 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <filesystem>
+#include <fstream>
+#include <thread>
 
 #include <sys/stat.h>
 
@@ -87,4 +90,28 @@ TEST(XmlFile, WhatIsNoReadableFileIsRefused)
     fs::resize_file(huge, static_cast<std::uintmax_t>(MaxXmlFileSize) + 1);
     EXPECT_FALSE(Reads(huge));
     EXPECT_TRUE(Reads(folder.Write("eight-bit", "<a n='\xFC'/>")));
+}
+
+TEST(XmlFile, AFileThatGrowsDuringTheReadEndsWhereItEndedAtFirst)
+{
+    const Support::TemporaryFolder folder;
+    const fs::path path = folder.Write("growing", "<first/>");
+    std::atomic<bool> enough = false;
+    std::thread writer([&] {
+        std::ofstream file(path, std::ios::app);
+        while (!enough && file.tellp() < std::streamoff{32} * 1024 * 1024)
+            file << "<more a='1'/>\n" << std::flush;
+    });
+    int whole = 0;
+    for (int i = 0; i < 50; ++i) {
+        XmlText::Document document;
+        if (!ReadXmlFile(path.wstring(), document))
+            continue; // It was cut in the middle of an element.
+        ++whole;
+        EXPECT_STREQ(document.FirstChildElement()->Name(), "first");
+    }
+    enough = true;
+    writer.join();
+    EXPECT_GT(whole, 0);
+    EXPECT_TRUE(Reads(path));
 }
