@@ -17,7 +17,6 @@ inline constexpr std::uint16_t Port = 6454;
 inline constexpr std::size_t DmxHeaderSize = 18;
 inline constexpr std::size_t MaxDmxSize = DmxHeaderSize + 512;
 inline constexpr std::size_t PollReplySize = 239;
-inline constexpr std::size_t MaxDatagramSize = 1024;
 
 enum class Kind : std::uint8_t
 {

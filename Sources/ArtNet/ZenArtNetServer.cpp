@@ -20,7 +20,7 @@ constexpr auto RetryPeriod = std::chrono::milliseconds(2);
 /// a frame of as many as slowly. The system caps both where it must.
 constexpr int SocketBufferSize = 4 * 1024 * 1024;
 /// A flood must not keep the I/O thread from the sends for long.
-constexpr int DatagramsPerWakeUp = 256;
+constexpr std::size_t DatagramsPerWakeUp = 256;
 
 } // namespace
 
@@ -254,47 +254,47 @@ void ArtNetServer::WaitForDatagrams()
 
 void ArtNetServer::Drain()
 {
-    for (int i = 0; i < DatagramsPerWakeUp && !stopped; ++i) {
-        Udp::endpoint sender;
-        boost::system::error_code failure;
-        std::size_t size = 0;
+    for (std::size_t taken = 0; taken < DatagramsPerWakeUp && !stopped;) {
+        std::error_code failure;
+        std::span<const Platform::ReceivedDatagram> batch;
         {
             const std::lock_guard lock(socketMutex_);
-            size = socket.receive_from(boost::asio::buffer(receiveBuffer), sender, 0, failure);
+            if (!socket.is_open())
+                return;
+            batch = reader_.Read(socket.native_handle(), failure);
         }
-        if (failure == boost::asio::error::would_block)
-            return;
-        if (!failure)
-            HandlePacket(std::span<const std::byte>(receiveBuffer).first(size), sender);
-        else if (!stopped)
+        if (failure && !stopped)
             LogError(failure);
+        if (batch.empty())
+            return;
+        for (const Platform::ReceivedDatagram& datagram : batch)
+            HandlePacket(datagram);
+        taken += batch.size();
     }
 }
 
-bool ArtNetServer::IsOwn(const Udp::endpoint& sender) const
+bool ArtNetServer::IsOwn(const Platform::ReceivedDatagram& datagram) const
 {
     // The port too: another program on this machine is no part of us.
-    return sender.port() == ArtNetPackets::Port &&
-           std::ranges::find(ownAddresses_, sender.address().to_v4().to_uint()) !=
-               ownAddresses_.end();
+    return datagram.port == ArtNetPackets::Port &&
+           std::ranges::find(ownAddresses_, datagram.address) != ownAddresses_.end();
 }
 
-void ArtNetServer::HandlePacket(std::span<const std::byte> datagram, const Udp::endpoint& sender)
+void ArtNetServer::HandlePacket(const Platform::ReceivedDatagram& datagram)
 {
     using ArtNetPackets::Kind;
-    const Kind kind = ArtNetPackets::Classify(datagram);
+    const Kind kind = ArtNetPackets::Classify(datagram.bytes);
     // Our own broadcasts come back to us. They are no sign of life of the network, and what we send
     // must not be merged into what we send next.
-    if (kind == Kind::Other || IsOwn(sender))
+    if (kind == Kind::Other || IsOwn(datagram))
         return;
     if (kind == Kind::Dmx)
-        HandleDmx(datagram);
+        HandleDmx(datagram.bytes);
     if (kind == Kind::Poll)
-        HandlePoll(sender);
+        HandlePoll(datagram.address, datagram.port);
     if (kind != Kind::PollReply)
         return;
-    const std::uint32_t source = sender.address().to_v4().to_uint();
-    if (const auto node = ArtNetPackets::ReadPollReply(datagram, source)) {
+    if (const auto node = ArtNetPackets::ReadPollReply(datagram.bytes, datagram.address)) {
         const std::lock_guard lock(mutex);
         lastReceiveTime = Platform::MonotonicNanoseconds();
         nodes.Hear(*node);
@@ -317,15 +317,14 @@ void ArtNetServer::HandleDmx(std::span<const std::byte> datagram)
     lastReceiveTime = Platform::MonotonicNanoseconds();
 }
 
-void ArtNetServer::HandlePoll(const Udp::endpoint& poller)
+void ArtNetServer::HandlePoll(std::uint32_t poller, std::uint16_t port)
 {
     const std::int64_t now = Platform::MonotonicNanoseconds();
-    const std::uint32_t target = poller.address().to_v4().to_uint();
     std::array<std::byte, ArtNetPackets::PollReplySize> reply{};
     {
         const std::lock_guard lock(mutex);
         lastReceiveTime = now;
-        if (!replyLimit_.Allow(target, now))
+        if (!replyLimit_.Allow(poller, now))
             return;
         // A server on all interfaces does not know its address towards this poller; the poller
         // reads it from the datagram anyway.
@@ -335,9 +334,9 @@ void ArtNetServer::HandlePoll(const Udp::endpoint& poller)
                                        .net = net,
                                        .subNet = subNet,
                                        .outputs = outputUniverses,
-                                       .address = interfaceValue_ ? interfaceValue_ : target});
+                                       .address = interfaceValue_ ? interfaceValue_ : poller});
     }
-    const Platform::Datagram datagram{target, poller.port(), reply};
+    const Platform::Datagram datagram{poller, port, reply};
     SendNow({&datagram, 1});
 }
 

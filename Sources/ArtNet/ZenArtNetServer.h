@@ -84,10 +84,10 @@ private:
 
     void WaitForDatagrams();
     void Drain();
-    void HandlePacket(std::span<const std::byte> datagram, const Udp::endpoint& sender);
+    void HandlePacket(const Platform::ReceivedDatagram& datagram);
     void HandleDmx(std::span<const std::byte> datagram);
-    void HandlePoll(const Udp::endpoint& poller);
-    [[nodiscard]] bool IsOwn(const Udp::endpoint& sender) const;
+    void HandlePoll(std::uint32_t poller, std::uint16_t port);
+    [[nodiscard]] bool IsOwn(const Platform::ReceivedDatagram& datagram) const;
 
     void SchedulePoll();
     void PollTick(std::uint64_t serial);
@@ -134,7 +134,7 @@ private:
     boost::asio::io_service& ioService_;
 
     // I/O thread only.
-    std::array<std::byte, ArtNetPackets::MaxDatagramSize> receiveBuffer{};
+    Platform::DatagramReader reader_;
     std::vector<std::uint32_t> ownAddresses_;
     ArtNetReplyLimit replyLimit_;
     ArtNetErrorLimit errorLimit_;

@@ -22,6 +22,7 @@
 
 #include "Platform/Adapters.h"
 #include "Platform/Datagrams.h"
+#include "Platform/Neighbours.h"
 
 namespace {
 
@@ -231,6 +232,70 @@ TEST_F(OnStage, AFullBufferGivesTheRestUpAtOnce)
     EXPECT_EQ(outcome.lastError, std::errc::resource_unavailable_try_again);
     EXPECT_GT(outcome.sent, 0U);
     EXPECT_LT(outcome.sent, 200U);
+}
+
+TEST_F(OnStage, AReaderTakesWhatHasComeAndNoMore)
+{
+    const Socket receiver;
+    ASSERT_TRUE(receiver.Bind(Desk0, 6454));
+    Platform::DatagramReader reader;
+    std::error_code failure;
+    EXPECT_TRUE(reader.Read(receiver.fd, failure).empty());
+    EXPECT_FALSE(failure);
+    OnRig([] {
+        const Socket peer;
+        ASSERT_TRUE(peer.Bind(Rig0, 7000));
+        for (int i = 0; i < 40; ++i)
+            peer.Send(Desk0, 6454, std::to_string(i));
+        peer.Send(Desk0, 6454, "");
+        peer.Send(Desk0, 6454, std::string(1100, 'x'));
+    });
+    std::vector<std::string> texts;
+    for (auto batch = reader.Read(receiver.fd, failure); !batch.empty();
+         batch = reader.Read(receiver.fd, failure))
+    {
+        for (const auto& datagram : batch) {
+            EXPECT_EQ(datagram.address, Rig0);
+            EXPECT_EQ(datagram.port, 7000);
+            const auto* text = reinterpret_cast<const char*>(datagram.bytes.data());
+            texts.emplace_back(text, datagram.bytes.size());
+        }
+    }
+    ASSERT_EQ(texts.size(), 42U);
+    for (int i = 0; i < 40; ++i)
+        EXPECT_EQ(texts[static_cast<std::size_t>(i)], std::to_string(i));
+    EXPECT_EQ(texts[40], "");
+    EXPECT_EQ(texts[41], std::string(1024, 'x'));
+    EXPECT_TRUE(reader.Read(-1, failure).empty());
+    EXPECT_EQ(failure, std::errc::bad_file_descriptor);
+}
+
+TEST_F(OnStage, TheTableOfNeighboursTellsWhoAnswers)
+{
+    using Platform::NeighbourState;
+    Platform::NeighbourTable table("art0");
+    Platform::NeighbourTable elsewhere("art1");
+    ASSERT_TRUE(table.IsOpen());
+    constexpr std::uint32_t absent = 0x0200004E;
+    constexpr std::uint32_t living = 0x0200000C;
+    EXPECT_FALSE(table.Ask(absent));
+    EXPECT_FALSE(table.Ask(living));
+    EXPECT_EQ(table.Ask(0x02FFFFFF), std::errc::permission_denied); // nobody is bothered
+    const auto comesTo = [](Platform::NeighbourTable& of, std::uint32_t address,
+                            NeighbourState state, bool whole) {
+        for (int i = 0; i < 500; ++i, usleep(10000)) {
+            for (const auto& neighbour : whole ? of.ReadAll() : of.ReadChanges()) {
+                if (neighbour.address == address && neighbour.state == state)
+                    return true;
+            }
+        }
+        return false;
+    };
+    EXPECT_TRUE(comesTo(table, living, NeighbourState::Answers, false));
+    EXPECT_TRUE(comesTo(table, absent, NeighbourState::Asked, true));
+    EXPECT_TRUE(comesTo(table, absent, NeighbourState::Silent, false)); // after three seconds
+    for (const auto& neighbour : elsewhere.ReadAll())
+        EXPECT_NE(neighbour.address, living);
 }
 
 } // namespace

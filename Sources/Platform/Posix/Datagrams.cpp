@@ -73,6 +73,38 @@ SendOutcome SendDatagrams(int socket, std::span<const Datagram> batch) noexcept
     return outcome;
 }
 
+DatagramReader::DatagramReader()
+    : buffer_(MaxSize * MaxCount)
+{
+    received_.reserve(MaxCount);
+}
+
+std::span<const ReceivedDatagram> DatagramReader::Read(int socket, std::error_code& failure)
+{
+    std::array<mmsghdr, MaxCount> messages{};
+    std::array<iovec, MaxCount> parts{};
+    std::array<sockaddr_in, MaxCount> sources{};
+    for (std::size_t i = 0; i < MaxCount; ++i) {
+        parts[i].iov_base = buffer_.data() + i * MaxSize;
+        parts[i].iov_len = MaxSize;
+        messages[i].msg_hdr.msg_name = &sources[i];
+        messages[i].msg_hdr.msg_namelen = sizeof sources[i];
+        messages[i].msg_hdr.msg_iov = &parts[i];
+        messages[i].msg_hdr.msg_iovlen = 1;
+    }
+    received_.clear();
+    failure.clear();
+    const int count = recvmmsg(socket, messages.data(), MaxCount, MSG_DONTWAIT, nullptr);
+    if (count < 0 && errno != EINTR && !IsFull(LastError()))
+        failure = LastError();
+    for (std::size_t i = 0; static_cast<int>(i) < count; ++i) {
+        const auto* bytes = buffer_.data() + i * MaxSize;
+        received_.push_back({ntohl(sources[i].sin_addr.s_addr), ntohs(sources[i].sin_port),
+                             std::span(bytes, messages[i].msg_len)});
+    }
+    return received_;
+}
+
 std::error_code BindToAdapter(int socket, const std::string& adapterName) noexcept
 {
     const auto size = static_cast<socklen_t>(adapterName.size() + 1);
