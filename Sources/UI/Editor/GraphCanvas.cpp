@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include <QPainter>
 #include <QStyleOptionGraphicsItem>
@@ -26,6 +27,32 @@ QColor FadedGridColor(double spacing)
     const double strength = (spacing - LeastSpacing) / (SolidSpacing - LeastSpacing);
     color.setAlphaF(color.alphaF() * std::clamp(strength, 0.0, 1.0));
     return color;
+}
+
+/// Upright lines at these places, as a strip that is laid down again and again: a line that steps
+/// from row to row costs several times as much.
+void PaintColumns(QPainter& painter, const QRectF& part, const std::vector<double>& columns,
+                  const QPen& pen)
+{
+    constexpr int stripHeight = 16;
+    const QTransform world = painter.worldTransform();
+    const QRect target = world.mapRect(part).toAlignedRect();
+    const double ratio = painter.device()->devicePixelRatioF();
+    QPixmap strip((QSizeF(target.width(), stripHeight) * ratio).toSize());
+    if (strip.isNull())
+        return;
+    strip.setDevicePixelRatio(ratio);
+    strip.fill(Qt::transparent);
+    QPainter onto(&strip);
+    onto.setPen(pen);
+    for (const double x : columns) {
+        const double at = world.map(QPointF(x, 0)).x() - target.left();
+        onto.drawLine(QPointF(at, 0), QPointF(at, stripHeight));
+    }
+    onto.end();
+    painter.setWorldTransform(QTransform());
+    painter.drawTiledPixmap(target, strip);
+    painter.setWorldTransform(world);
 }
 
 } // namespace
@@ -66,16 +93,19 @@ void GraphCanvas::paint(QPainter* painter, const QStyleOptionGraphicsItem* optio
         PaintPicture(*painter, part);
         return;
     }
-    const QTransform scale = painter->worldTransform();
+    const QTransform world = painter->worldTransform();
+    const QSizeF scale(world.m11(), world.m22());
     const double ratio = painter->device()->devicePixelRatioF();
     const double pixels =
-        rect_.width() * scale.m11() * ratio * rect_.height() * scale.m22() * ratio;
-    if (pixels <= MostCachedPixels && scale.type() <= QTransform::TxScale) {
+        rect_.width() * scale.width() * ratio * rect_.height() * scale.height() * ratio;
+    const bool isSteady = scale == shownScale_;
+    shownScale_ = scale;
+    // A step of the zoom paints what the view shows; the whole is drawn when the zoom has settled.
+    if (isSteady && pixels <= MostCachedPixels && world.type() <= QTransform::TxScale) {
         PaintCached(*painter);
         return;
     }
     cache_ = QPixmap();
-    cachedScale_ = QSizeF();
     PaintPicture(*painter, part);
     PaintGrid(*painter, part);
 }
@@ -85,7 +115,7 @@ void GraphCanvas::PaintCached(QPainter& painter)
     const QTransform world = painter.worldTransform();
     const QSizeF scale(world.m11(), world.m22());
     const double ratio = painter.device()->devicePixelRatioF();
-    if (cachedScale_ != scale || cache_.devicePixelRatioF() != ratio) {
+    if (cache_.isNull() || cachedScale_ != scale || cache_.devicePixelRatioF() != ratio) {
         const QSizeF size(rect_.width() * scale.width(), rect_.height() * scale.height());
         const QSize pixels = (size * ratio).toSize().expandedTo(QSize(1, 1));
         if (cache_.size() != pixels)
@@ -131,10 +161,13 @@ void GraphCanvas::PaintGrid(QPainter& painter, const QRectF& part) const
     for (int y = first(reach.top(), stepY); y <= std::min(reach.bottom(), rect_.bottom());
          y += stepY)
         lines.append(QLineF(part.left(), y, part.right(), y));
+    std::vector<double> columns;
     for (int x = first(reach.left(), stepX); x <= std::min(reach.right(), rect_.right());
          x += stepX)
-        lines.append(QLineF(x, part.top(), x, part.bottom()));
+        columns.push_back(x);
+    const QPen pen(FadedGridColor(spacing), 0);
     painter.setRenderHint(QPainter::Antialiasing, false);
-    painter.setPen(QPen(FadedGridColor(spacing), 0));
+    painter.setPen(pen);
     painter.drawLines(lines);
+    PaintColumns(painter, part, columns, pen);
 }

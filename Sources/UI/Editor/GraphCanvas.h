@@ -37,4 +37,5 @@ private:
     /// Picture and grid at the scale of the screen, as long as they fit in a few screens' worth.
     QPixmap cache_;
     QSizeF cachedScale_;
+    QSizeF shownScale_; ///< of the paint before
 };

@@ -138,7 +138,8 @@ void WeftMapEditorView::UpdateMatrix()
 
 void WeftMapEditorView::UpdateBackground()
 {
-    QLinearGradient gradient(mapToScene(0, 0), mapToScene(0, height()));
+    // Exactly upright: a gradient that leans by the last bit of a number is painted pixel by pixel.
+    QLinearGradient gradient(0, mapToScene(0, 0).y(), 0, mapToScene(0, height()).y());
     gradient.setColorAt(0, QColor(205, 209, 214));
     gradient.setColorAt(1, QColor(186, 190, 194));
     setBackgroundBrush(gradient);

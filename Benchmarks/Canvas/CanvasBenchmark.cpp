@@ -1,0 +1,304 @@
+// SPDX-License-Identifier: MIT
+// What an operator waits for on the canvas: steps of a drag, panning, zooming, selecting, removing
+// and taking it back, repaint included, with the list beside it. Each figure comes with its ratio
+// to a bare QGraphicsScene of as many plain rectangles that does the same in turn in the same run.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <memory>
+#include <vector>
+
+#include <QApplication>
+#include <QGraphicsRectItem>
+#include <QGraphicsScene>
+#include <QGraphicsView>
+#include <QScrollBar>
+
+#include "CanvasStage.h"
+
+namespace {
+
+constexpr QSize ViewSize(1600, 900);
+constexpr int Columns = 64;
+constexpr QSize Cell(16, 12);
+constexpr QSize Canvas(1024, 768);
+constexpr QSizeF ElementSize(12, 4);
+constexpr int All = 4096;
+
+QPointF CentreOf(int element)
+{
+    return {(element % Columns + 0.5) * Cell.width(), (element / Columns + 0.5) * Cell.height()};
+}
+
+/// Does the work and paints what it changed. The window is told to paint at once: left to itself it
+/// waits some milliseconds for more, and the wait, or another window's painting, would count here.
+template <class Work>
+double MillisecondsOf(QWidget& window, const Work& work)
+{
+    const auto begin = std::chrono::steady_clock::now();
+    work();
+    QCoreApplication::sendPostedEvents();
+    QEvent update(QEvent::UpdateRequest);
+    QCoreApplication::sendEvent(&window, &update);
+    const auto end = std::chrono::steady_clock::now();
+    return std::chrono::duration<double, std::milli>(end - begin).count();
+}
+
+double Median(std::vector<double> values)
+{
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::ranges::nth_element(values, middle);
+    return *middle;
+}
+
+/// The real canvas, filled.
+class Stage
+{
+public:
+    explicit Stage(int elements)
+        : stage(Canvas, ViewSize)
+    {
+        const auto fixture = stage.AddFixture(L"Bar", 12, 4, 1);
+        for (int i = 0; i < elements; ++i)
+            ids.push_back(stage.Place(fixture, CentreOf(i), ElementSize));
+        QApplication::processEvents();
+    }
+
+    CanvasStage stage;
+    std::vector<std::int64_t> ids;
+};
+
+/// As many rectangles in a scene of Qt's, painted the cheapest way that a view offers.
+class Bare
+{
+public:
+    explicit Bare(int elements)
+    {
+        scene.setItemIndexMethod(QGraphicsScene::NoIndex);
+        scene.setSceneRect(-Canvas.width() / 2.0, -Canvas.height() / 2.0, 2 * Canvas.width(),
+                           2 * Canvas.height());
+        for (int i = 0; i < elements; ++i)
+            Add(i);
+        view.setViewportUpdateMode(QGraphicsView::BoundingRectViewportUpdate);
+        view.setScene(&scene);
+        view.setFixedSize(ViewSize);
+        view.scale(1.15, 1.15);
+        view.show();
+        QApplication::processEvents();
+    }
+
+    void Add(int i)
+    {
+        auto* item = scene.addRect(QRectF(QPointF(-6, -2), ElementSize), QPen(Qt::red, 0),
+                                   QBrush(QColor(0, 255, 0, 60)));
+        item->setFlags(QGraphicsItem::ItemIsSelectable | QGraphicsItem::ItemIsMovable);
+        item->setPos(CentreOf(i));
+        items.push_back(item);
+    }
+    void Move(int count, double by)
+    {
+        for (int i = 0; i < count; ++i)
+            items[static_cast<std::size_t>(i)]->moveBy(by, 0);
+    }
+    void Clear()
+    {
+        for (auto item = items.rbegin(); item != items.rend(); ++item)
+            delete *item;
+        items.clear();
+    }
+
+    QGraphicsScene scene;
+    QGraphicsView view;
+    std::vector<QGraphicsRectItem*> items;
+};
+
+/// Times both in turn, and reports the medians of ours, theirs and the ratios.
+template <class Ours, class Theirs>
+void Compare(benchmark::State& state, Stage& stage, Bare& other, const Ours& ours,
+             const Theirs& theirs)
+{
+    std::vector<double> real;
+    std::vector<double> bare;
+    std::vector<double> ratios;
+    for (auto _ : state) {
+        real.push_back(MillisecondsOf(stage.stage.window, ours));
+        bare.push_back(MillisecondsOf(other.view, theirs));
+        ratios.push_back(real.back() / bare.back());
+        state.SetIterationTime(real.back() / 1e3);
+    }
+    state.counters["canvas_ms"] = Median(real);
+    state.counters["bare_ms"] = Median(bare);
+    state.counters["ratio"] = Median(ratios);
+    state.counters["worst_ms"] = *std::ranges::max_element(real);
+}
+
+void DragStep(benchmark::State& state)
+{
+    Stage real(static_cast<int>(state.range(0)));
+    Bare bare(static_cast<int>(state.range(0)));
+    const int moving = static_cast<int>(state.range(1));
+    {
+        const WeftMapEditorScene::SelectionBatch batch(*real.stage.scene);
+        for (int i = 0; i < moving; ++i)
+            real.stage.scene->SetSelected(real.ids[static_cast<std::size_t>(i)], true);
+    }
+    real.stage.scene->ShowGroupOverlay();
+    const QPointF start = CentreOf(0);
+    real.stage.Press(start);
+    int step = 0;
+    Compare(
+        state, real, bare,
+        [&] {
+            ++step;
+            real.stage.MoveTo(start + QPointF(step % 40, step % 30));
+        },
+        [&] { bare.Move(moving, step % 40 == 0 ? -39 : 1); });
+    real.stage.Release(start);
+}
+BENCHMARK(DragStep)
+    ->ArgNames({"elements", "moving"})
+    ->Args({All, 1})
+    ->Args({All, 256})
+    ->Args({All, All})
+    ->Args({1024, 1024})
+    ->Iterations(101)
+    ->UseManualTime();
+
+void PanStep(benchmark::State& state)
+{
+    Stage real(All);
+    Bare bare(All);
+    int step = 0;
+    const auto pan = [&step](QGraphicsView& view) {
+        QScrollBar* bar = view.horizontalScrollBar();
+        bar->setValue(bar->value() + (step % 2 == 0 ? 8 : -8));
+    };
+    Compare(
+        state, real, bare, [&] { pan(*real.stage.view); },
+        [&] {
+            pan(bare.view);
+            ++step;
+        });
+}
+BENCHMARK(PanStep)->Iterations(101)->UseManualTime();
+
+void ZoomStep(benchmark::State& state)
+{
+    Stage real(All);
+    Bare bare(All);
+    int step = 0;
+    Compare(
+        state, real, bare,
+        [&] {
+            real.stage.Wheel({512, 384}, step / 8 % 2 == 0 ? 120 : -120);
+        },
+        [&] {
+            const double factor = step / 8 % 2 == 0 ? 1.15 : 1 / 1.15;
+            bare.view.scale(factor, factor);
+            ++step;
+        });
+}
+BENCHMARK(ZoomStep)->Iterations(96)->UseManualTime();
+
+void SelectAllAndNone(benchmark::State& state)
+{
+    Stage real(All);
+    Bare bare(All);
+    const bool selecting = state.range(0) != 0;
+    const auto all = [&bare] {
+        QPainterPath path;
+        path.addRect(bare.scene.sceneRect());
+        bare.scene.setSelectionArea(path, QTransform());
+    };
+    std::vector<double> times;
+    std::vector<double> ratios;
+    for (auto _ : state) {
+        const double on =
+            MillisecondsOf(real.stage.window, [&] { real.stage.controller->ActionSelectAll(); });
+        const double bareOn = MillisecondsOf(bare.view, all);
+        const double off =
+            MillisecondsOf(real.stage.window, [&] { real.stage.controller->ActionUnSelectAll(); });
+        const double bareOff = MillisecondsOf(bare.view, [&] { bare.scene.clearSelection(); });
+        times.push_back(selecting ? on : off);
+        ratios.push_back(selecting ? on / bareOn : off / bareOff);
+        state.SetIterationTime(times.back() / 1e3);
+    }
+    state.counters["canvas_ms"] = Median(times);
+    state.counters["ratio"] = Median(ratios);
+}
+BENCHMARK(SelectAllAndNone)
+    ->ArgNames({"selecting"})
+    ->Arg(1)
+    ->Arg(0)
+    ->Iterations(15)
+    ->UseManualTime();
+
+void RubberBandOverAll(benchmark::State& state)
+{
+    Stage real(All);
+    std::vector<double> times;
+    for (auto _ : state) {
+        real.stage.Press({-20, -20});
+        // One move takes everything in, the worst that a band can meet.
+        times.push_back(MillisecondsOf(real.stage.window, [&] {
+            real.stage.MoveTo({1040, 780});
+            real.stage.Release({1040, 780});
+        }));
+        if (real.stage.scene->SelectedCount() != All)
+            state.SkipWithError("the band missed some");
+        state.SetIterationTime(times.back() / 1e3);
+        real.stage.scene->UnSelectAll();
+    }
+    state.counters["canvas_ms"] = Median(times);
+}
+BENCHMARK(RubberBandOverAll)->Iterations(15)->UseManualTime();
+
+void RemoveAndBack(benchmark::State& state)
+{
+    const int elements = static_cast<int>(state.range(0));
+    Stage real(elements);
+    Bare bare(elements);
+    std::vector<double> removed;
+    std::vector<double> undone;
+    std::vector<double> redone;
+    std::vector<double> ratios;
+    for (auto _ : state) {
+        real.stage.controller->ActionSelectAll();
+        QApplication::processEvents();
+        removed.push_back(MillisecondsOf(real.stage.window,
+                                         [&] { real.stage.scene->RemoveSelectedRectangle(); }));
+        undone.push_back(MillisecondsOf(real.stage.window, [&] { real.stage.undo.undo(); }));
+        redone.push_back(MillisecondsOf(real.stage.window, [&] { real.stage.undo.redo(); }));
+        real.stage.undo.undo();
+        const double bareTime =
+            MillisecondsOf(bare.view, [&] { bare.Clear(); }) + MillisecondsOf(bare.view, [&] {
+                for (int i = 0; i < elements; ++i)
+                    bare.Add(i);
+            });
+        ratios.push_back((removed.back() + undone.back()) / bareTime);
+        state.SetIterationTime(removed.back() / 1e3);
+    }
+    state.counters["remove_ms"] = Median(removed);
+    state.counters["undo_ms"] = Median(undone);
+    state.counters["redo_ms"] = Median(redone);
+    state.counters["ratio"] = Median(ratios);
+}
+BENCHMARK(RemoveAndBack)
+    ->ArgNames({"elements"})
+    ->Arg(1024)
+    ->Arg(All)
+    ->Iterations(7)
+    ->UseManualTime();
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    const QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
