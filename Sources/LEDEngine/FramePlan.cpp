@@ -333,24 +333,16 @@ void FramePlan::MakeCopies(const MappedDeviceModel& model, const UniverseMerging
                            .blend = merged}});
     }
 
+    // Universe by universe, and within one the rows in their order.
+    std::ranges::stable_sort(wanted, {}, &std::pair<Target, ChannelCopy>::first);
     targets_.clear();
-    for (const auto& entry : wanted)
-        targets_.push_back(entry.first);
-    std::ranges::sort(targets_);
-    targets_.erase(std::unique(targets_.begin(), targets_.end()), targets_.end());
-    targetUniverses_.resize(targets_.size());
-
     copies_.clear();
     for (auto& [target, copy] : wanted) {
-        copy.target = static_cast<std::uint32_t>(std::ranges::lower_bound(targets_, target) -
-                                                 targets_.begin());
+        if (targets_.empty() || targets_.back() != target)
+            targets_.push_back(target);
+        copy.target = static_cast<std::uint32_t>(targets_.size() - 1);
         ChannelCopy* last = copies_.empty() ? nullptr : &copies_.back();
-        const bool continues =
-            last && !last->blend && !copy.blend && last->target == copy.target &&
-            last->firstChannel >= 1 && copy.firstChannel <= LEDFixture::MaxChannels &&
-            last->firstValue + last->count == copy.firstValue &&
-            static_cast<std::int64_t>(last->firstChannel) + last->count == copy.firstChannel;
-        if (continues)
+        if (last && Continues(*last, copy))
             last->count += copy.count;
         else
             copies_.push_back(copy);
@@ -358,23 +350,28 @@ void FramePlan::MakeCopies(const MappedDeviceModel& model, const UniverseMerging
     copiesMerging_ = merging;
 }
 
+bool FramePlan::Continues(const ChannelCopy& last, const ChannelCopy& next)
+{
+    return !last.blend && !next.blend && last.target == next.target && last.firstChannel >= 1 &&
+           next.firstChannel <= LEDFixture::MaxChannels &&
+           last.firstValue + last.count == next.firstValue &&
+           std::int64_t{last.firstChannel} + last.count == next.firstChannel;
+}
+
 void FramePlan::Assemble(ArtNetOutput& output)
 {
-    // All universes first, in sorted order, so that each one goes to the end of its table; their
-    // places are good once the last one stands.
-    for (const Target& target : targets_)
-        static_cast<void>(output.GetUniverse(target.portAddress, target.address));
-    for (std::size_t i = 0; i < targets_.size(); ++i)
-        targetUniverses_[i] = &output.GetUniverse(targets_[i].portAddress, targets_[i].address);
-    for (const ChannelCopy& copy : copies_) {
-        DMXUniverse& universe = *targetUniverses_[copy.target];
-        const auto values =
-            std::span<const std::uint8_t>(values_).subspan(copy.firstValue, copy.count);
-        if (copy.blend)
-            BlendChannels(universe, copy.firstChannel,
-                          {values, std::span<const ChannelType>(types_).subspan(copy.firstValue,
-                                                                                copy.count)});
-        else
-            CopyChannels(universe, copy.firstChannel, values);
+    // In sorted order, so that each universe goes to the end of its table.
+    auto copy = copies_.begin();
+    for (std::uint32_t i = 0; i < targets_.size(); ++i) {
+        DMXUniverse& universe = output.GetUniverse(targets_[i].portAddress, targets_[i].address);
+        for (; copy != copies_.end() && copy->target == i; ++copy) {
+            const auto part = [&copy](const auto& all) {
+                return std::span(all).subspan(copy->firstValue, copy->count);
+            };
+            if (copy->blend)
+                BlendChannels(universe, copy->firstChannel, {part(values_), part(types_)});
+            else
+                CopyChannels(universe, copy->firstChannel, part(values_));
+        }
     }
 }

@@ -100,6 +100,7 @@ private:
     void AddSlot(PixelMapType type, std::uint8_t intensity, PixelSlot slot);
     void AddConstants(const Element& element, const MappedLedItem& item);
     void MakeCopies(const MappedDeviceModel& model, const UniverseMerging& merging);
+    [[nodiscard]] static bool Continues(const ChannelCopy& last, const ChannelCopy& next);
     void UpdateOffsets(const MappedDeviceModel& model);
     [[nodiscard]] std::span<std::int32_t> OffsetsOf(const Element& element);
 
@@ -119,8 +120,7 @@ private:
     std::vector<std::size_t> ridiculous_; ///< elements too large to convert
 
     std::vector<Target> targets_;
-    std::vector<DMXUniverse*> targetUniverses_; ///< of the frame in hand
-    std::vector<ChannelCopy> copies_;
+    std::vector<ChannelCopy> copies_;              ///< target by target
     std::optional<UniverseMerging> copiesMerging_; ///< that the copies were made for
 
     std::uint64_t modelRevision_ = 0;
