@@ -28,7 +28,7 @@ constexpr QColor ScaledFill(0, 0, 254, 30);
 constexpr QColor SelectedFill(240, 127, 14, 150);
 
 /// The longer side of an element with handles, among several selected ones, in screen pixels.
-constexpr double LeastSideWithHandles = 3 * GraphCornerGrabber::ScreenSize;
+constexpr double LeastSideWithHandles = 6 * GraphCornerGrabber::ScreenSize;
 constexpr double FlipMarkPointSize = 14;
 constexpr double FlipMarkLeft = 8; ///< screen pixels from the edge
 
@@ -274,8 +274,13 @@ void MappingRectangle::PaintFlipMark(QPainter& painter) const
     const QTransform before = painter.worldTransform();
     painter.scale(pixel, pixel);
     painter.setFont(font);
+    // A light edge keeps the black letters legible on a dark picture.
+    const QRectF place = rect.adjusted(FlipMarkLeft, 0, 0, 0);
+    constexpr int corner = Qt::AlignLeft | Qt::AlignBottom;
+    painter.setPen(QColor(255, 255, 255, 200));
+    painter.drawText(place.translated(1, -1), corner, text);
     painter.setPen(Qt::black);
-    painter.drawText(rect.adjusted(FlipMarkLeft, 0, 0, 0), Qt::AlignLeft | Qt::AlignBottom, text);
+    painter.drawText(place, corner, text);
     painter.setWorldTransform(before);
 }
 
