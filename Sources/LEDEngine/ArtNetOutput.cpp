@@ -3,16 +3,15 @@
 
 #include "DebugVariables/DebugVariables.h"
 #include "FixtureModel/DMXMapping.h"
+#include "LEDEngine/ArtNetTrigger.h"
 #include "Log/Log.h"
 #include "Platform/IPv4.h"
 #include "Platform/Text.h"
 
 namespace {
 
-constexpr char ClientName[] = "PixelWeft";
-
-/// The 12th tick of a wait is its end: about 300 ms at the engine's rate.
-constexpr std::uint32_t TicksBeforeTimeout = 11;
+/// No network has more; a host that goes on and on is cut short.
+constexpr std::size_t MaxRemoteNodes = 4096;
 
 /// From here on a universe costs the wire less as one broadcast than as so many unicasts.
 constexpr std::int32_t SubscribersForBroadcast = 41;
@@ -41,98 +40,33 @@ bool ArtNetOutput::Initialize(const std::wstring& interface, const std::wstring&
     return true;
 }
 
-void ArtNetOutput::HandleEvent(OutputEvent event)
-{
-    switch (event) {
-    case OutputEvent::Initialize:
-        HandleInitialize();
-        break;
-    case OutputEvent::Tick:
-        HandleTick();
-        break;
-    }
-}
-
-void ArtNetOutput::HandleInitialize()
-{
-    ZEN_LOG_INFO("Initialize in %s", OutputStateText(state));
-    const bool hasNetwork = broadcastValue != 0;
-    switch (state) {
-    case OutputState::Disabled:
-        if (hasNetwork)
-            ChangeState(OutputState::DetermineSocketType);
-        break;
-    case OutputState::UsingLocalSocket:
-        if (hasNetwork)
-            CreateLocalClients();
-        else
-            ChangeState(OutputState::Disabled);
-        break;
-    case OutputState::DetermineSocketType:
-        if (!hasNetwork)
-            ChangeState(OutputState::Disabled);
-        break;
-    }
-}
-
-void ArtNetOutput::HandleTick()
-{
-    if (state != OutputState::DetermineSocketType)
-        return;
-    if (retryCounter++ < TicksBeforeTimeout)
-        return;
-    ZEN_LOG_INFO("Server was not detected");
-    ChangeState(OutputState::UsingLocalSocket);
-}
-
-void ArtNetOutput::ChangeState(OutputState next)
-{
-    Exit();
-    state = next;
-    Enter();
-}
-
-void ArtNetOutput::Exit()
-{
-    ZEN_LOG_INFO("Exiting %s", OutputStateText(state));
-    if (state != OutputState::UsingLocalSocket)
-        return;
-    ZEN_LOG_INFO("Destroying local ArtNet client");
-    outputClient.reset();
-    inputClient.reset();
-}
-
-void ArtNetOutput::Enter()
-{
-    ZEN_LOG_INFO("Entering %s", OutputStateText(state));
-    if (state == OutputState::DetermineSocketType)
-        retryCounter = 0;
-    if (state != OutputState::UsingLocalSocket)
-        return;
-    ZEN_LOG_INFO("Registering local ArtNet client");
-    CreateLocalClients();
-}
-
-void ArtNetOutput::CreateLocalClients()
-{
-    // New clients come before the old ones go: the interface stays represented, so the service
-    // keeps its socket and its list of nodes.
-    outputClient = std::make_unique<ArtNetClient>(interfaceAddress, broadcastAddress, ClientName);
-    outputClient->FeedNodes({nodes.data(), nodes.size()});
-    const auto firstUniverse = static_cast<std::uint32_t>(merging.GetFromStartAddress());
-    inputClient = std::make_unique<ArtNetClient>(receiveAddress, std::string_view{}, firstUniverse,
-                                                 merging.GetConsecutiveUniverses(), ClientName);
-}
-
 void ArtNetOutput::RefreshNodes()
 {
+    if (state == OutputState::UsingRemoteSocket && trigger)
+        trigger->RequestDevices();
     if (state != OutputState::UsingLocalSocket)
         return;
     nodes.clear();
-    const std::uint32_t generation = outputClient->GetNodes(nodes);
-    if (generation == nodesVersion)
+    NoteNodesVersion(outputClient->GetNodes(nodes));
+}
+
+void ArtNetOutput::AddRemoteNode(const ArtNetNodeInfo& node, std::uint32_t total,
+                                 std::uint32_t version)
+{
+    const bool counts = !node.Name().empty() && !node.Ip().empty();
+    if (counts && remoteNodes.size() < MaxRemoteNodes)
+        remoteNodes.push_back(node);
+    if (remoteNodes.size() != total)
         return;
-    nodesVersion = generation;
+    nodes = remoteNodes;
+    NoteNodesVersion(version);
+}
+
+void ArtNetOutput::NoteNodesVersion(std::uint32_t version)
+{
+    if (version == nodesVersion)
+        return;
+    nodesVersion = version;
     subscribersDirty = true;
 }
 
@@ -149,8 +83,12 @@ void ArtNetOutput::CheckInput()
 
 void ArtNetOutput::ReadInputUniverses()
 {
-    if (state != OutputState::UsingLocalSocket || inputUniverses.empty())
+    if (state == OutputState::UsingRemoteSocket && trigger)
+        trigger->RequestDMXInput(static_cast<std::uint16_t>(merging.GetFromStartAddress()));
+    if (state != OutputState::UsingLocalSocket)
         return;
+    // A host may have left another number of pages.
+    inputUniverses.resize(static_cast<std::size_t>(merging.GetConsecutiveUniverses()));
     inputClient->ReadDmx(
         merging.GetFromStartAddress(),
         {inputUniverses.front().data(), inputUniverses.size() * DMXUniverse::ChannelCount});
@@ -162,9 +100,13 @@ void ArtNetOutput::MergeInputUniverses()
         return;
     ReadInputUniverses();
     static const std::wstring everybody = AutoNode;
+    static constexpr InputPages::value_type silence{};
+    const auto count = static_cast<std::size_t>(merging.GetConsecutiveUniverses());
     std::int32_t portAddress = merging.GetToStartAddress();
-    for (const auto& page : inputUniverses)
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto& page = i < inputUniverses.size() ? inputUniverses[i] : silence;
         CopyChannels(GetUniverse(static_cast<std::uint16_t>(portAddress++), everybody), 1, page);
+    }
 }
 
 void ArtNetOutput::AddToResult(SendResult& result, bool sent) const
@@ -175,6 +117,11 @@ void ArtNetOutput::AddToResult(SendResult& result, bool sent) const
 
 bool ArtNetOutput::SendUniverse(std::string_view address, const DMXUniverse& universe)
 {
+    if (state == OutputState::UsingRemoteSocket && trigger) {
+        trigger->SendDmx(static_cast<std::uint16_t>(universe.portAddress), address,
+                         {universe.channels.data(), universe.channels.size()});
+        return true;
+    }
     if (state != OutputState::UsingLocalSocket)
         return false;
     outputClient->SendDmx(address, static_cast<std::int32_t>(universe.portAddress),

@@ -15,9 +15,12 @@
 #include "LEDEngine/ArtNetUniverses.h"
 #include "LEDEngine/OutputState.h"
 
-/// Decides how universes leave, and sends them. With a network chosen it waits 12 ticks for a host
-/// program to claim the port and then takes the port itself, through clients of the Art-Net
-/// service. Events are handled on the main thread, one after the other.
+class ArtNetTrigger;
+
+/// Decides how universes leave, and sends them: through clients of the Art-Net service while the
+/// port is ours, or as messages to a host program that owns it. With a network chosen it gives a
+/// host 12 ticks to answer before it takes the port; it gives the port up when a host turns up, and
+/// takes it back when the host dies. Events are handled on the main thread, one after the other.
 class ArtNetOutput : public QObject
 {
     Q_OBJECT
@@ -37,11 +40,25 @@ public:
     [[nodiscard]] OutputState GetState() const { return state; }
     /// The broadcast address as a number, 0 while no network is chosen.
     [[nodiscard]] std::uint32_t GetBroadcastValue() const { return broadcastValue; }
+    [[nodiscard]] const std::string& GetInterfaceAddress() const { return interfaceAddress; }
     [[nodiscard]] const ArtNetNodeList& GetNodes() const { return nodes; }
+    /// The generation of the node list.
+    [[nodiscard]] std::uint32_t GetNodesVersion() const { return nodesVersion; }
 
-    /// Fetches the known nodes from the service; a new list makes the next frame count anew who
-    /// takes which universe.
+    /// Fetches the known nodes from the service, or asks the host for them; a new list makes the
+    /// next frame count anew who takes which universe.
     void RefreshNodes();
+
+    // ---- What comes from a host -----------------------------------------------------------------
+
+    /// A new answer begins.
+    void ClearRemoteNodes() { remoteNodes.clear(); }
+    /// One node of the host's list of `total`; one without name or address doesn't count. The whole
+    /// list takes the place of the known nodes.
+    void AddRemoteNode(const ArtNetNodeInfo& node, std::uint32_t total, std::uint32_t version);
+    using InputPages = std::vector<std::array<std::uint8_t, DMXUniverse::ChannelCount>>;
+    /// All received universes of the merge range, from its first one on.
+    void TakeInputUniverses(const InputPages& pages) { inputUniverses = pages; }
 
     /// Announces received DMX by dataInOn() when some has come in since the last call.
     void CheckInput();
@@ -71,6 +88,8 @@ public:
 
     /// Set while a host sends the DMX by itself: frames are built and not sent.
     bool outputSuspended = false;
+    /// The channel to the host, set by who owns both; may be null.
+    ArtNetTrigger* trigger = nullptr;
 
 signals:
     void dataInOn();
@@ -79,13 +98,36 @@ signals:
 private:
     using Subscribers = boost::container::flat_map<std::uint16_t, std::int32_t>;
 
+    using Handler = void (ArtNetOutput::*)();
+    using HandlerTable = std::array<std::array<Handler, OutputEventCount>, OutputStateCount>;
+    static const HandlerTable handlers;
+
     void ChangeState(OutputState next);
     void Enter();
     void Exit();
-    void HandleInitialize();
-    void HandleTick();
     void CreateLocalClients();
+    void RegisterWithHost();
 
+    // The cells of the table of states and events.
+    template <OutputState Next>
+    void GoTo()
+    {
+        ChangeState(Next);
+    }
+    template <OutputState Next>
+    void GoToOrDisable();
+    void BeginWhenChosen();
+    void RebuildClientsOrDisable();
+    void StayOrDisable();
+    void WaitForServer();
+    void WaitForRebind();
+    void WaitForRegistration();
+    void Rebound();
+    void Registered();
+    void DevicesSent();
+    [[nodiscard]] bool CountTick();
+
+    void NoteNodesVersion(std::uint32_t version);
     void ReadInputUniverses();
     bool SendUniverse(std::string_view address, const DMXUniverse& universe);
     void AddToResult(SendResult& result, bool sent) const;
@@ -112,5 +154,6 @@ private:
     bool subscribersDirty = true;
     std::uint32_t nodesVersion = 0;
     ArtNetNodeList nodes;
-    std::vector<std::array<std::uint8_t, DMXUniverse::ChannelCount>> inputUniverses;
+    ArtNetNodeList remoteNodes; ///< the host's list as far as it has come
+    InputPages inputUniverses;
 };

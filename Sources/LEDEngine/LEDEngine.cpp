@@ -30,7 +30,10 @@ ArtNetNodeRecord RecordOf(const ArtNetNodeInfo& node)
 
 LEDEngine::LEDEngine(DeviceManager& manager)
     : deviceManager(manager)
-{}
+    , trigger(std::make_unique<ArtNetTrigger>(output))
+{
+    output.trigger = trigger.get();
+}
 
 LEDEngine::~LEDEngine()
 {

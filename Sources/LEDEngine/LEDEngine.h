@@ -8,6 +8,7 @@
 #include <QObject>
 
 #include "LEDEngine/ArtNetOutput.h"
+#include "LEDEngine/ArtNetTrigger.h"
 #include "LEDEngine/FramePlan.h"
 #include "LibTools/ZenBitmap.h"
 
@@ -51,6 +52,8 @@ public:
     bool UpdateNodeList(ArtNetNodeModel& table);
 
     [[nodiscard]] ArtNetOutput& GetOutput() { return output; }
+    /// The channel to a host program.
+    [[nodiscard]] ArtNetTrigger& GetTrigger() { return *trigger; }
     [[nodiscard]] const FramePlan& GetPlan() const { return plan_; }
 
 private:
@@ -59,6 +62,7 @@ private:
 
     DeviceManager& deviceManager;
     ArtNetOutput output;
+    std::unique_ptr<ArtNetTrigger> trigger; ///< the output uses it
     FramePlan plan_;
     /// One for each row of the document; the pixels lie in the plan.
     std::vector<std::unique_ptr<ZenBitmap>> elementBitmaps_;

@@ -45,7 +45,7 @@ FrameLoop::FrameLoop(DeviceManager& manager, LEDEngine& engine, const Selection&
 int FrameLoop::Tick()
 {
     const std::int64_t start = Platform::MonotonicNanoseconds();
-    engine_.GetOutput().HandleEvent(OutputEvent::Tick);
+    engine_.GetTrigger().Poll();
     engine_.GetOutput().CheckInput();
 
     if (manager_.GetMappedDeviceModel()->GetMerging().IsEnabled()) {

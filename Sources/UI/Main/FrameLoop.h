@@ -12,9 +12,9 @@
 class DeviceManager;
 class LEDEngine;
 
-/// What happens in one tick of the engine's timer: the output's state machine first, then, when one
-/// is due, a frame. Frames are due on every tick while received DMX is merged, and every 100 ms
-/// otherwise.
+/// What happens in one tick of the engine's timer: the channel to the host and the output's state
+/// machine first, then, when one is due, a frame. Frames are due on every tick while received DMX
+/// is merged, and every 100 ms otherwise.
 class FrameLoop
 {
 public:

@@ -33,6 +33,7 @@
 #include "Settings/FixtureLibraryPath.h"
 #include "Settings/ModeLogPath.h"
 #include "UI/Main/DocumentLife.h"
+#include "UI/Main/HostSettings.h"
 #include "UI/Main/NetworkChoice.h"
 #include "UI/Main/StagePreview.h"
 
@@ -103,6 +104,7 @@ WEFTMain::WEFTMain()
 
 WEFTMain::~WEFTMain()
 {
+    hostSettings_.reset();
     document_.reset();
     frameLoop_.reset();
     engine_.reset();
@@ -199,6 +201,8 @@ void WEFTMain::Wire()
     connect(deviceManager_.get(), &DeviceManager::signalDocumentSavedState, this,
             &WEFTMain::DocumentSavedStateUpdated);
     connect(network_.get(), &NetworkChoice::networkChanged, this, &WEFTMain::ProcessNodesList);
+    connect(document_.get(), &DocumentLife::FileSaved, &engine_->GetTrigger(),
+            &ArtNetTrigger::reloadMappingFile);
     connect(document_.get(), &DocumentLife::saveFailed, this, [this](const QString& path) {
         QMessageBox::warning(this, tr("Mapping Not Saved"),
                              tr("The mapping could not be saved to %1.\n\nThe file there is as "
@@ -234,6 +238,9 @@ void WEFTMain::FindDocument()
 {
     preferences_ = std::make_unique<ExternalServerPreferences>();
     network_->SetHostPreferences(preferences_.get());
+    hostSettings_ = std::make_unique<HostSettings>(*preferences_, *network_);
+    connect(&engine_->GetTrigger(), &ArtNetTrigger::artNetDMXInputSettingsReceived,
+            hostSettings_.get(), &HostSettings::artNetDMXInputSettingsReceived);
     document_->SetMappingFilePath(preferences_->Load()
                                       ? QString::fromStdWString(preferences_->mappingPath)
                                       : AskForDocumentFolder());

@@ -12,6 +12,7 @@ class ArtNetNodeModel;
 class DeviceManager;
 class DocumentLife;
 class ExternalServerPreferences;
+class HostSettings;
 class LEDEngine;
 class NetworkChoice;
 class QLabel;
@@ -69,6 +70,7 @@ private:
     std::unique_ptr<FrameLoop> frameLoop_;
     std::unique_ptr<NetworkChoice> network_;
     std::unique_ptr<DocumentLife> document_;
+    std::unique_ptr<HostSettings> hostSettings_;
 
     StagePreview* preview_ = nullptr;
     QLabel* networkLabel_ = nullptr;

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Main/HostSettings.h"
+
+#include "Log/Log.h"
+#include "Platform/Clock.h"
+#include "Settings/ApplicationMode.h"
+#include "Settings/ExternalServerPreferences.h"
+#include "UI/Main/NetworkChoice.h"
+
+namespace {
+
+constexpr std::int64_t RepeatInterval = 1'000'000'000;
+
+} // namespace
+
+HostSettings::HostSettings(ExternalServerPreferences& preferences, NetworkChoice& network)
+    : preferences_(preferences)
+    , network_(network)
+{}
+
+HostSettings::Told HostSettings::InPreferences() const
+{
+    return {preferences_.dmxInterface == L"ArtNet", preferences_.artNetIPAddress};
+}
+
+bool HostSettings::IsDue(const Told& told)
+{
+    const std::int64_t now = Platform::MonotonicNanoseconds();
+    if (told == handled_ && now - handledTime_ < RepeatInterval)
+        return false;
+    handledTime_ = now;
+    return true;
+}
+
+void HostSettings::artNetDMXInputSettingsReceived(bool enabled, const std::wstring& IP,
+                                                  std::vector<int>& usedUniverses)
+{
+    if (preferences_.mode != ApplicationMode::BesideReelCommand)
+        return;
+    emit usedUniversesReceived(usedUniverses);
+    const Told told{enabled, IP};
+    const Told before = InPreferences();
+    if (told == before) {
+        handled_.reset();
+        return;
+    }
+    if (!IsDue(told))
+        return;
+    if (!preferences_.Load())
+        ZEN_LOG_INFO("The preferences of the host can't be read");
+    // Each registration anew costs frames: one for each thing that the host tells, and one when its
+    // preferences have followed.
+    if (told == handled_ && InPreferences() == before)
+        return;
+    handled_ = told;
+    network_.updateArtNetOutput();
+    emit artNetDMXInputSettingsChanged(enabled, IP);
+}
