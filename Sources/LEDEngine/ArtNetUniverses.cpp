@@ -6,7 +6,6 @@
 
 #include "FixtureModel/DMXMapping.h"
 #include "Log/Log.h"
-#include "Platform/IPv4.h"
 
 namespace {
 
@@ -17,18 +16,6 @@ std::size_t Fitting(std::int32_t first, std::size_t count)
     if (first < 1 || first > last)
         return 0;
     return std::min(count, static_cast<std::size_t>(last - first + 1));
-}
-
-/// 255 in every octet that the broadcast address leaves open.
-std::uint32_t HostMask(std::uint32_t broadcast)
-{
-    std::uint32_t mask = 0;
-    for (const int shift : {0, 8, 16, 24}) {
-        const std::uint32_t octet = 0xFFU << shift;
-        if ((broadcast & octet) == octet)
-            mask |= octet;
-    }
-    return mask;
 }
 
 } // namespace
@@ -95,12 +82,4 @@ void BlendChannels(DMXUniverse& universe, std::int32_t first, const ElementDMX& 
             ZEN_LOG_ERROR("Unhandled channel type");
         }
     }
-}
-
-bool IsInNetwork(std::uint32_t broadcast, std::string_view address)
-{
-    if (address == "127.0.0.1")
-        return true;
-    const auto value = Platform::ParseIPv4(address);
-    return value && (*value | HostMask(broadcast)) == broadcast;
 }

@@ -14,6 +14,7 @@
 #include <boost/container/static_vector.hpp>
 
 #include "LEDEngine/ElementDMX.h"
+#include "Platform/IPv4.h"
 
 /// The content of one universe. The size is the highest channel written so far, and what goes out.
 struct DMXUniverse
@@ -75,7 +76,4 @@ void CopyChannels(DMXUniverse& universe, std::int32_t first, std::span<const std
 /// Pixels and constants overwrite, free channels leave the universe as it is.
 void BlendChannels(DMXUniverse& universe, std::int32_t first, const ElementDMX& element);
 
-/// Whether a dotted address lies in the network of this broadcast address (first octet in the top
-/// byte). Works on whole octets: 255 in the broadcast address leaves an octet open. 127.0.0.1 is in
-/// every network.
-[[nodiscard]] bool IsInNetwork(std::uint32_t broadcast, std::string_view address);
+using Platform::IsInNetwork;

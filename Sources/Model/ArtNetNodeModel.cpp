@@ -2,9 +2,21 @@
 #include "Model/ArtNetNodeModel.h"
 
 #include <algorithm>
+#include <array>
+#include <deque>
 #include <set>
+#include <tuple>
+
+#include <QColor>
+#include <QTreeView>
+
+#include "Model/MappedDeviceModel.h"
+#include "Platform/IPv4.h"
+#include "Platform/Text.h"
 
 namespace {
+
+constexpr std::array<int, ArtNetNodeModel::ColumnCount> FirstWidths = {200, 150, 35, 35, 35};
 
 QString KeyOf(const ArtNetNodeRecord& record)
 {
@@ -18,6 +30,27 @@ bool IsOwnKind(const ArtNetNodeRecord& record)
            record.name.find("ReelCommand") != std::string::npos;
 }
 
+/// Nodes name themselves in whatever encoding their maker had: UTF-8 where it is some, else
+/// Latin-1.
+QString TextOf(const std::string& name)
+{
+    const QString text = QString::fromStdString(name);
+    return text.toStdString() == name ? text : QString::fromLatin1(name.c_str());
+}
+
+bool SamePorts(const ArtNetNodeRecord& a, const ArtNetNodeRecord& b)
+{
+    return std::ranges::equal(a.universes, b.universes, {}, &ArtNetNodeRecord::Port::first,
+                              &ArtNetNodeRecord::Port::first);
+}
+
+QList<QStandardItem*> Row(const QString& name, const QString& ip, const QString& count,
+                          const QString& subnet, const QString& universe)
+{
+    return {new QStandardItem(name), new QStandardItem(ip), new QStandardItem(count),
+            new QStandardItem(subnet), new QStandardItem(universe)};
+}
+
 } // namespace
 
 ArtNetNodeModel::ArtNetNodeModel(QObject* parent)
@@ -26,20 +59,61 @@ ArtNetNodeModel::ArtNetNodeModel(QObject* parent)
 
 ArtNetNodeModel::~ArtNetNodeModel() = default;
 
+// ---- Discovery
+// -------------------------------------------------------------------------------------
+
 bool ArtNetNodeModel::NoteSeen(const std::vector<ArtNetNodeRecord>& incoming)
 {
     bool news = false;
+    ++updates_;
     for (const ArtNetNodeRecord& record : incoming) {
-        const auto known = std::ranges::find(nodes, record.ip, &ArtNetNodeRecord::ip);
-        if (known == nodes.end()) {
-            nodes.push_back(record);
+        const auto [place, isNew] = seen_.try_emplace(record.ip, nodes.size());
+        if (isNew) {
+            nodes.push_back({record, updates_});
             news = true;
             continue;
         }
-        known->useCount = 0;
-        known->universes = record.universes;
+        Seen& known = nodes[place->second];
+        news = news || !SamePorts(known.node, record);
+        known.lastHeard = updates_;
+        known.node.useCount = 0;
+        known.node.universes = record.universes;
     }
+    ForgetOldest();
     return news;
+}
+
+void ArtNetNodeModel::ForgetOldest()
+{
+    if (nodes.size() <= MaxNodes)
+        return;
+    std::vector<std::uint64_t> ages;
+    for (const Seen& seen : nodes)
+        ages.push_back(seen.lastHeard);
+    std::ranges::sort(ages);
+    const std::size_t excess = nodes.size() - MaxNodes;
+    const std::uint64_t limit = ages[excess - 1];
+    // Of those heard at the limit itself only as many go as must.
+    auto atLimit =
+        excess - static_cast<std::size_t>(std::ranges::lower_bound(ages, limit) - ages.begin());
+    std::erase_if(nodes, [&](const Seen& seen) {
+        const bool goes = seen.lastHeard < limit || (seen.lastHeard == limit && atLimit > 0);
+        if (seen.lastHeard == limit && goes)
+            --atLimit;
+        const auto offline = goes ? offlineNodes.find(KeyOf(seen.node)) : offlineNodes.end();
+        if (offline != offlineNodes.end() && !offline->manual)
+            offlineNodes.erase(offline);
+        return goes;
+    });
+    seen_.clear();
+    for (std::size_t i = 0; i < nodes.size(); ++i)
+        seen_.emplace(nodes[i].node.ip, i);
+}
+
+ArtNetNodeRecord* ArtNetNodeModel::FindSeen(const std::string& ip)
+{
+    const auto found = seen_.find(ip);
+    return found == seen_.end() ? nullptr : &nodes[found->second].node;
 }
 
 bool ArtNetNodeModel::UpdateNodes(const std::vector<ArtNetNodeRecord>& incoming)
@@ -66,6 +140,9 @@ bool ArtNetNodeModel::UpdateNodes(const std::vector<ArtNetNodeRecord>& incoming)
     return true;
 }
 
+// ---- Tables
+// ----------------------------------------------------------------------------------------
+
 void ArtNetNodeModel::RebuildAllNodes()
 {
     allNodes = liveNodes;
@@ -76,7 +153,7 @@ void ArtNetNodeModel::RebuildAllNodes()
         else
             allNodes.insert(key, offlineNodes.value(key));
     }
-    sort(0, Qt::AscendingOrder);
+    sort(NameColumn, Qt::AscendingOrder);
 }
 
 bool ArtNetNodeModel::AddManualNode(const ArtNetNodeRecord& record)
@@ -85,6 +162,7 @@ bool ArtNetNodeModel::AddManualNode(const ArtNetNodeRecord& record)
     if (offlineNodes.contains(key) || allNodes.contains(key))
         return false;
     allNodes.insert(key, record);
+    AddRow(record);
     offlineNodes.insert(key, record);
     return true;
 }
@@ -102,7 +180,7 @@ ArtNetNodeRecord* ArtNetNodeModel::GetNode(const QString& address)
 QString ArtNetNodeModel::GetNodeName(const QString& address)
 {
     const ArtNetNodeRecord* record = GetNode(address);
-    return record ? QString::fromStdString(record->name) : QString();
+    return record ? TextOf(record->name) : QString();
 }
 
 bool ArtNetNodeModel::IsManualNode(const QString& address) const
@@ -131,4 +209,136 @@ void ArtNetNodeModel::Clear()
     offlineNodes.clear();
     liveNodes.clear();
     allNodes.clear();
+}
+
+// ---- Rows
+// ------------------------------------------------------------------------------------------
+
+/// What one walk over the elements of a document found.
+struct ArtNetNodeModel::Walk
+{
+    std::deque<ArtNetNodeRecord> rows; ///< one for each address, sub-net and universe
+    std::set<QString> usedAddresses;
+    std::set<std::tuple<QString, std::int32_t, std::int32_t>> targets;
+};
+
+void ArtNetNodeModel::Rebuild(const MappedDeviceModel& document, QTreeView* view,
+                              std::uint32_t broadcast)
+{
+    std::array<int, ColumnCount> widths = FirstWidths;
+    for (int column = 0; view && columnsSized && column < ColumnCount; ++column)
+        widths[static_cast<std::size_t>(column)] = view->columnWidth(column);
+    removeRows(0, rowCount());
+    setColumnCount(ColumnCount);
+    setHorizontalHeaderLabels({tr("Name"), tr("IP"), tr("Nb"), tr("Sub"), tr("Univ")});
+
+    const auto isShown = [broadcast](const ArtNetNodeRecord& record) {
+        return record.manual || Platform::IsInNetwork(broadcast, record.ip);
+    };
+    const Walk walk = CountUses(document);
+    for (ArtNetNodeRecord row : walk.rows) {
+        row.useCount = (row.mirrorsLiveNode ? liveNodes : offlineNodes).value(KeyOf(row)).useCount;
+        if (isShown(row))
+            AddRow(row);
+    }
+    RebuildAllNodes();
+    for (auto node = allNodes.cbegin(); node != allNodes.cend(); ++node) {
+        if (!walk.usedAddresses.contains(node.key()) && isShown(*node))
+            AddRow(*node);
+    }
+    for (const Seen& seen : nodes) {
+        if (Platform::IsInNetwork(broadcast, seen.node.ip))
+            AddNodeRow(seen.node);
+    }
+
+    for (int column = 0; view && column < ColumnCount; ++column)
+        view->setColumnWidth(column, widths[static_cast<std::size_t>(column)]);
+    columnsSized = columnsSized || view;
+}
+
+ArtNetNodeModel::Walk ArtNetNodeModel::CountUses(const MappedDeviceModel& document)
+{
+    for (Table* table : {&liveNodes, &offlineNodes}) {
+        for (ArtNetNodeRecord& record : *table)
+            record.useCount = 0;
+    }
+    for (Seen& seen : nodes) {
+        seen.node.useCount = 0;
+        for (ArtNetNodeRecord::Port& port : seen.node.universes)
+            port.second = 0;
+    }
+    Walk walk;
+    for (int row = 0; row < document.rowCount(); ++row) {
+        const MappedLedItem* element = document.GetElement(row);
+        const DMXMappingArtNet* mapping = element ? element->GetArtNetMapping() : nullptr;
+        if (mapping && !mapping->IsAuto())
+            CountUse(walk, *mapping, element->description);
+    }
+    return walk;
+}
+
+void ArtNetNodeModel::CountUse(Walk& walk, const DMXMappingArtNet& mapping,
+                               const std::wstring& description)
+{
+    ArtNetNodeRecord fresh;
+    fresh.name =
+        Platform::WideToUtf8(mapping.GetIpName().empty() ? description : mapping.GetIpName());
+    fresh.ip = Platform::WideToUtf8(mapping.GetIpconf());
+    const QString address = KeyOf(fresh);
+    const auto live = liveNodes.find(address);
+    ArtNetNodeRecord& entry = live != liveNodes.end() ? live.value()
+                              : offlineNodes.contains(address)
+                                  ? offlineNodes[address]
+                                  : offlineNodes.insert(address, fresh).value();
+    ++entry.useCount;
+    if (!walk.targets.emplace(address, mapping.GetSubnet(), mapping.GetUniverse()).second)
+        return;
+    walk.usedAddresses.insert(address);
+    fresh.mirrorsLiveNode = live != liveNodes.end();
+    if (!fresh.mirrorsLiveNode) {
+        entry.subnet = mapping.GetSubnet();
+        entry.universe = mapping.GetUniverse();
+        fresh = entry;
+    }
+    // Each target has a row with its own universe, also where they share one address.
+    fresh.subnet = mapping.GetSubnet();
+    fresh.universe = mapping.GetUniverse();
+    walk.rows.push_back(std::move(fresh));
+}
+
+void ArtNetNodeModel::AddRow(const ArtNetNodeRecord& record)
+{
+    if (ArtNetNodeRecord* node = FindSeen(record.ip)) {
+        if (record.useCount == 0)
+            return; // the node's own row shows it
+        const auto port = std::ranges::find(node->universes, record.subnet * 16 + record.universe,
+                                            &ArtNetNodeRecord::Port::first);
+        if (port != node->universes.end()) {
+            node->useCount = record.useCount;
+            ++port->second;
+            return;
+        }
+    }
+    appendRow(Row(TextOf(record.name), KeyOf(record), QString::number(record.useCount),
+                  QString::number(record.subnet), QString::number(record.universe)));
+}
+
+void ArtNetNodeModel::AddNodeRow(const ArtNetNodeRecord& node)
+{
+    const auto row = Row(TextOf(node.name), KeyOf(node), QString::number(node.useCount), {}, {});
+    int index = 0;
+    for (const auto& [portAddress, useCount] : node.universes)
+        row.front()->appendRow(Row(tr("Port %1").arg(index++), {}, {},
+                                   QString::number(portAddress >> 4 & 0xF),
+                                   QString::number(portAddress & 0xF)));
+    appendRow(row);
+}
+
+QVariant ArtNetNodeModel::data(const QModelIndex& index, int role) const
+{
+    if (role != Qt::ForegroundRole || !index.isValid())
+        return QStandardItemModel::data(index, role);
+    const QModelIndex top = index.parent().isValid() ? index.parent() : index;
+    const QString address = top.sibling(top.row(), IpColumn).data().toString();
+    return liveNodes.contains(address) ? QStandardItemModel::data(index, role) : QColor(Qt::red);
 }

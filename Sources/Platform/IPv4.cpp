@@ -25,6 +25,18 @@ std::optional<std::uint32_t> Parse(std::basic_string_view<Character> text)
     return at == text.size() ? std::optional(address) : std::nullopt;
 }
 
+/// 255 in every octet that the broadcast address leaves open.
+std::uint32_t HostMask(std::uint32_t broadcast)
+{
+    std::uint32_t mask = 0;
+    for (const int shift : {0, 8, 16, 24}) {
+        const std::uint32_t octet = 0xFFU << shift;
+        if ((broadcast & octet) == octet)
+            mask |= octet;
+    }
+    return mask;
+}
+
 } // namespace
 
 std::optional<std::uint32_t> ParseIPv4(std::string_view text)
@@ -46,6 +58,14 @@ std::string FormatIPv4(std::uint32_t address)
             text += '.';
     }
     return text;
+}
+
+bool IsInNetwork(std::uint32_t broadcast, std::string_view address)
+{
+    if (address == "127.0.0.1")
+        return true;
+    const auto value = ParseIPv4(address);
+    return value && (*value | HostMask(broadcast)) == broadcast;
 }
 
 } // namespace Platform

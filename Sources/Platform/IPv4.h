@@ -24,4 +24,9 @@ namespace Platform {
                                : address | (0xFFFFFFFFU >> prefixLength);
 }
 
+/// Whether a dotted address lies in the network of this broadcast address (first octet in the top
+/// byte). Works on whole octets: 255 in the broadcast address leaves an octet open. 127.0.0.1 is in
+/// every network.
+[[nodiscard]] bool IsInNetwork(std::uint32_t broadcast, std::string_view address);
+
 } // namespace Platform

@@ -28,6 +28,7 @@
 #include "Model/DeviceManager.h"
 #include "Model/DeviceModel.h"
 #include "Model/MappedDeviceModel.h"
+#include "Platform/IPv4.h"
 #include "Settings/ApplicationMode.h"
 #include "Settings/ExternalServerPreferences.h"
 #include "Settings/FixtureLibraryPath.h"
@@ -288,7 +289,9 @@ void WEFTMain::UpdateEngine()
 
 void WEFTMain::ProcessNodesList()
 {
-    engine_->UpdateNodeList(*nodeModel_);
+    if (engine_->UpdateNodeList(*nodeModel_))
+        nodeModel_->Rebuild(*deviceManager_->GetMappedDeviceModel(), nullptr,
+                            Platform::ParseIPv4(network_->GetNetworkBroadcast()).value_or(0));
     const QString chosen = settings_.networkText.isEmpty() ? tr("Disabled") : settings_.networkText;
     const QString address = QString::fromStdWString(network_->GetNetworkIP());
     networkLabel_->setText(address.isEmpty() ? tr("Network %1, not connected").arg(chosen)
