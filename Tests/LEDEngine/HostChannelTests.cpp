@@ -1,0 +1,560 @@
+// SPDX-License-Identifier: MIT
+// The control channel as a host sees it: the bytes of each message, and every fault of a host.
+#include "HostChannel.h"
+
+#include <algorithm>
+#include <chrono>
+
+#include "Platform/Clock.h"
+
+std::int64_t HostChannel::now = 1'000'000'000;
+
+Bytes Ascii(const std::string& text)
+{
+    return {text.begin(), text.end()};
+}
+
+Bytes Message(std::uint8_t subKey, const std::vector<Field>& fields)
+{
+    Bytes bytes = {0x41, 0x72, 0x74, 0x2D, 0x4E, 0x65, 0x74, 0x00,
+                   0x00, 0x99, 0x00, 0x0E, 0x50, 0x57, 0x01, subKey};
+    bytes.resize(528);
+    for (const Field& field : fields)
+        std::ranges::copy(field.bytes,
+                          bytes.begin() + 16 + static_cast<std::ptrdiff_t>(field.offset));
+    return bytes;
+}
+
+namespace {
+
+Bytes Ramp(std::size_t count)
+{
+    Bytes values(count);
+    for (std::size_t i = 0; i < count; ++i)
+        values[i] = static_cast<std::uint8_t>(i % 251 + 1);
+    return values;
+}
+
+// ---- What we send
+// ----------------------------------------------------------------------------------
+
+TEST_F(HostChannel, TextsAreWholePackets)
+{
+    ASSERT_TRUE(host.Start());
+    trigger.Poll();
+    trigger.SendRebind();
+    trigger.SendMessage(std::string(600, 'x'), ControlMessage::Reload);
+    host.Pump();
+    EXPECT_EQ(host.TakeDatagrams(),
+              (std::vector<Bytes>{Message(0x11, {{0, Ascii("poll")}}),
+                                  Message(0x91, {{0, Ascii("rebindDMXSocket")}}),
+                                  Message(0x41, {{0, Bytes(512, 'x')}})}));
+    EXPECT_EQ(host.lastSenderPort, 6455);
+    trigger.Poll(); // takes the host's answer to the poll
+    host.Pump();
+    const auto answer = host.TakeDatagrams();
+    ASSERT_FALSE(answer.empty());
+    EXPECT_EQ(answer[0], Message(0x51, {{0, Ascii("universes")}}));
+}
+
+TEST_F(HostChannel, ARegistrationSaysWhatWeReceive)
+{
+    ASSERT_TRUE(host.Start());
+    trigger.RegisterClient("2.0.0.1", "2.255.255.255", "192.168.100.200.9", 0x0123, 64,
+                           "PixelWeft");
+    host.Pump();
+    EXPECT_EQ(host.TakeDatagrams(),
+              (std::vector<Bytes>{Message(0xA1, {{0, {0x23, 0x01}},
+                                                 {2, {64, 0}},
+                                                 {4, Ascii("2.0.0.1")},
+                                                 {20, Ascii("2.255.255.255")},
+                                                 {36, Ascii("192.168.100.200.")},
+                                                 {52, Ascii("PixelWeft")}})}));
+}
+
+TEST_F(HostChannel, RequestsAreNumberedFromOne)
+{
+    ASSERT_TRUE(host.Start());
+    ChooseNetwork();
+    host.manners.answersPolls = false;
+    trigger.RequestDevices();
+    trigger.RequestDevices();
+    trigger.RequestDMXInput(0x7FFE);
+    host.Pump();
+    EXPECT_EQ(host.TakeDatagrams(),
+              (std::vector<Bytes>{Message(0x61, {{0, {1, 0, 0, 0}}, {4, Ascii("2.0.0.1")}}),
+                                  Message(0x61, {{0, {2, 0, 0, 0}}, {4, Ascii("2.0.0.1")}}),
+                                  Message(0x71, {{0, {0xFE, 0x7F}}, {2, {1, 0, 0, 0}}})}));
+}
+
+TEST_F(HostChannel, AUniverseOfMoreThan480ChannelsTakesTwoMessages)
+{
+    ASSERT_TRUE(host.Start());
+    const Bytes values = Ramp(512);
+    const std::span<const std::uint8_t> all(values);
+    trigger.SendDmx(0x1234, "2.0.0.10", all.first(3));
+    trigger.SendDmx(1, "2.0.0.10", all.first(480));
+    trigger.SendDmx(2, "2.255.255.255", all.first(481));
+    trigger.SendDmx(3, "2.0.0.10", all);
+    host.Pump();
+    const Bytes begin(values.begin(), values.begin() + 480);
+    Bytes one = begin;
+    one[0] = values[480];
+    Bytes whole = begin;
+    std::copy(values.begin() + 480, values.end(), whole.begin());
+    const Bytes all255 = Ascii("2.255.255.255");
+    EXPECT_EQ(
+        host.TakeDatagrams(),
+        (std::vector<Bytes>{
+            Message(0x81, {{0, {1, 2, 3}}, {480, {0x34, 0x12}}, {484, Ascii("2.0.0.10")}}),
+            Message(0x81, {{0, begin}, {480, {1, 0}}, {484, Ascii("2.0.0.10")}}),
+            Message(0x82, {{0, begin}, {480, {2, 0}}, {482, {0, 0}}, {484, all255}}),
+            Message(0x83, {{0, one}, {480, {2, 0}}, {482, {0, 0}}, {484, all255}}),
+            Message(0x82, {{0, begin}, {480, {3, 0}}, {482, {1, 0}}, {484, Ascii("2.0.0.10")}}),
+            Message(0x83, {{0, whole}, {480, {3, 0}}, {482, {1, 0}}, {484, Ascii("2.0.0.10")}}),
+        }));
+}
+
+TEST_F(HostChannel, OurNodesAreOneMessageEach)
+{
+    host.nodes = {{"Left", "2.0.0.10", {0, 5, 32767}}, {"R", "2.0.0.11", {}}};
+    ASSERT_TRUE(Connect());
+    output.RefreshNodes();
+    host.Pump();
+    Tick();
+    ASSERT_EQ(output.GetNodes().size(), 2U);
+    (void)host.TakeDatagrams();
+    host.Send(0x61, {0x78, 0x56, 0x34, 0x12});
+    trigger.Poll();
+    host.Pump();
+    auto datagrams = host.TakeDatagrams();
+    std::erase_if(datagrams, [](const Bytes& datagram) { return datagram[15] != 0x62; });
+    EXPECT_EQ(datagrams, (std::vector<Bytes>{Message(0x62, {{0, {2, 0, 0, 0}},
+                                                            {4, {0x78, 0x56, 0x34, 0x12}},
+                                                            {8, {1, 0, 0, 0}},
+                                                            {12, Ascii("Left")},
+                                                            {76, Ascii("2.0.0.10")},
+                                                            {92, {1, 0, 6, 0, 0, 0x80}}}),
+                                             Message(0x62, {{0, {2, 0, 0, 0}},
+                                                            {4, {0x78, 0x56, 0x34, 0x12}},
+                                                            {8, {1, 0, 0, 0}},
+                                                            {12, Ascii("R")},
+                                                            {76, Ascii("2.0.0.11")}})}));
+}
+
+// ---- The exchange
+// ----------------------------------------------------------------------------------
+
+TEST_F(HostChannel, FromTheFirstPollToUniversesAtTheHost)
+{
+    ASSERT_TRUE(Connect());
+    EXPECT_EQ(Said(), (Lines{"0x51 universes",
+                             "register first=0 count=1 interface=2.0.0.1 broadcast=2.255.255.255 "
+                             "receive=2.0.0.1 name=PixelWeft",
+                             "node count=0 request=101 generation=0 name= address= universes=",
+                             "0x51 universes"}));
+    CopyChannels(output.GetUniverse(3, L"Auto"), 1, Bytes{255, 0, 128});
+    CopyChannels(output.GetUniverse(4, L"2.0.0.10"), 2, Bytes{7});
+    CopyChannels(output.GetUniverse(4, L"10.0.0.10"), 1, Bytes{7});
+    EXPECT_TRUE(output.SendUnicastUniverses().anySent);
+    EXPECT_TRUE(output.SendBroadcastUniverses().allSent);
+    EXPECT_EQ(Said(), (Lines{"universe address=4 pair=0 to=2.0.0.10 channels=0007",
+                             "universe address=3 pair=0 to=2.255.255.255 channels=ff0080"}));
+}
+
+TEST_F(HostChannel, AHostThatTurnsUpLateIsToldToTakeThePort)
+{
+    ChooseNetwork();
+    Tick(12);
+    ASSERT_EQ(output.GetState(), OutputState::UsingLocalSocket);
+    ASSERT_TRUE(host.Start());
+    Tick(8);
+    EXPECT_EQ(output.GetState(), OutputState::UsingRemoteSocket);
+    const Lines said = Said();
+    ASSERT_GE(said.size(), 2U);
+    EXPECT_EQ(said[0], "0x51 universes");
+    EXPECT_EQ(said[1], "0x91 rebindDMXSocket");
+}
+
+TEST_F(HostChannel, AnAnswerThatWaitsAtTheTwelfthTickCounts)
+{
+    ASSERT_TRUE(host.Start());
+    host.manners.answersPolls = false;
+    ChooseNetwork();
+    Tick(11);
+    host.Send(0x12);
+    Tick();
+    EXPECT_FALSE(log.Has("Server was not detected"));
+    EXPECT_EQ(output.GetState(), OutputState::RegisteringToRemoteSocket);
+}
+
+TEST_F(HostChannel, AHostIsThereFor5000MillisecondsAndGoneAt5001)
+{
+    ASSERT_TRUE(Connect());
+    host.Pump();
+    Tick();
+    host.manners.answersPolls = false;
+    Tick(2);
+    const std::int64_t heard = now;
+    Pass(5000);
+    Tick();
+    EXPECT_TRUE(trigger.IsServerKnown());
+    now = heard + 5'000'999'999; // still no 5001 whole milliseconds
+    Tick();
+    EXPECT_TRUE(trigger.IsServerKnown());
+    now = heard + 5'001'000'000;
+    Tick();
+    EXPECT_FALSE(trigger.IsServerKnown());
+    EXPECT_EQ(output.GetState(), OutputState::UsingLocalSocket);
+    EXPECT_TRUE(log.Has("Server stopped in Using remote socket state"));
+
+    host.manners.answersPolls = true;
+    Tick(10);
+    EXPECT_EQ(output.GetState(), OutputState::UsingRemoteSocket) << "a new socket, the same host";
+}
+
+TEST_F(HostChannel, TheHostThatSendsSuspendsUsUntilItStopsOrDies)
+{
+    ASSERT_TRUE(Connect());
+    trigger.disableReelCommandOrLoomTapDMX(1);
+    Tick(2);
+    EXPECT_TRUE(output.outputSuspended);
+    trigger.disableReelCommandOrLoomTapDMX(0);
+    host.manners.acknowledges = false;
+    Tick(3);
+    EXPECT_TRUE(output.outputSuspended) << "until the host confirms";
+    host.manners.acknowledges = true;
+    Tick(2);
+    EXPECT_FALSE(output.outputSuspended);
+
+    trigger.disableReelCommandOrLoomTapDMX(1);
+    Tick(2);
+    ASSERT_TRUE(output.outputSuspended);
+    KillHost();
+    EXPECT_FALSE(output.outputSuspended);
+}
+
+TEST_F(HostChannel, ASaveIsToldAsSoonAsAHostIsThereAndUntilItWasRead)
+{
+    trigger.reloadMappingFile();
+    Tick(3);
+    EXPECT_TRUE(trigger.IsReloadPending());
+    host.manners.acknowledges = false;
+    ASSERT_TRUE(host.Start());
+    Tick(4);
+    const Lines said = host.TakeLines();
+    EXPECT_GE(std::ranges::count(said, "0x41 reload"), 2);
+    host.manners.acknowledges = true;
+    Tick(2);
+    EXPECT_FALSE(trigger.IsReloadPending());
+    (void)host.TakeLines();
+    Tick(2);
+    EXPECT_EQ(std::ranges::count(host.TakeLines(), "0x41 reload"), 0);
+}
+
+TEST_F(HostChannel, StopAndStartGoOutWithEveryTickOfAKnownHost)
+{
+    ASSERT_TRUE(Connect());
+    host.Pump();
+    (void)host.TakeLines();
+    host.manners.acknowledges = false;
+    host.withPolls = true;
+    host.manners.answersPolls = false;
+    Tick(); // takes the last answers
+    (void)host.TakeLines();
+    Tick(2);
+    trigger.disableReelCommandOrLoomTapDMX(5);
+    Tick();
+    EXPECT_EQ(host.TakeLines(),
+              (Lines{"poll", "0x21 stop", "poll", "0x21 stop", "poll", "0x31 start"}));
+}
+
+TEST_F(HostChannel, APollOfTheHostIsAnswered)
+{
+    ASSERT_TRUE(host.Start());
+    host.manners.answersPolls = false;
+    Tick();
+    host.Send(0x11, Ascii("poll"));
+    host.SendRaw({'A', 'r', 't', '-', 'N', 'e', 't', 0, 0, 0x99}); // no SubKey
+    host.SendRaw({'A', 'r', 't', '-', 'N', 'e', 't'});
+    Bytes foreign = Message(0x11, {});
+    foreign[9] = 0x50;
+    host.SendRaw(foreign);
+    foreign = Message(0x11, {});
+    foreign[7] = 1;
+    host.SendRaw(foreign);
+    Bytes careless = Message(0x11, {});
+    careless[11] = 99; // version, maker code and key don't count
+    careless[12] = 0;
+    careless[14] = 200;
+    host.SendRaw(Bytes(careless.begin(), careless.begin() + 16));
+    careless.resize(1584);
+    host.SendRaw(careless);
+    Tick();
+    EXPECT_EQ(host.TakeLines(), (Lines{"0x12 Pixel Weft", "0x12 Pixel Weft", "0x12 Pixel Weft"}));
+}
+
+// ---- Nodes of the host
+// -----------------------------------------------------------------------------
+
+class HostNodes : public HostChannel
+{
+protected:
+    void Refresh()
+    {
+        output.RefreshNodes();
+        host.Pump();
+        Tick();
+    }
+    Lines Names()
+    {
+        Lines names;
+        for (const auto& node : output.GetNodes())
+            names.emplace_back(node.Name());
+        return names;
+    }
+    void SetUp() override
+    {
+        host.nodes = {{"A", "2.0.0.10", {1}}, {"B", "2.0.0.11", {2, 3}}, {"C", "2.0.0.12", {}}};
+        ASSERT_TRUE(Connect());
+    }
+};
+
+TEST_F(HostNodes, TheWholeListTakesTheOldOnesPlace)
+{
+    Refresh();
+    EXPECT_EQ(Names(), (Lines{"A", "B", "C"}));
+    EXPECT_EQ(output.GetNodes()[1].Ip(), "2.0.0.11");
+    EXPECT_EQ(output.GetNodes()[1].universes.size(), 2U);
+    EXPECT_EQ(output.GetNodes()[1].universes[1], 3);
+    EXPECT_EQ(output.GetNodesVersion(), 1U);
+    host.nodes.clear();
+    host.nodesGeneration = 2;
+    Refresh();
+    EXPECT_TRUE(output.GetNodes().empty());
+}
+
+TEST_F(HostNodes, OrderDoesNotMatterAndAnOldAnswerDoesNotCount)
+{
+    host.manners.reorders = true;
+    Refresh();
+    EXPECT_EQ(Names(), (Lines{"C", "B", "A"}));
+    host.manners.reorders = false;
+    host.nodes.pop_back();
+    host.manners.oldBy = 1;
+    Refresh();
+    EXPECT_EQ(Names(), (Lines{"C", "B", "A"}));
+    host.manners.oldBy = 0;
+    Refresh();
+    EXPECT_EQ(Names(), (Lines{"A", "B"}));
+}
+
+TEST_F(HostNodes, ALostMessageOrANamelessNodeLeavesTheListAsItWas)
+{
+    Refresh();
+    host.nodes[1].name.clear();
+    Refresh();
+    EXPECT_EQ(Names(), (Lines{"A", "B", "C"}));
+    host.nodes[1].name = "D";
+    output.RefreshNodes();
+    host.manners.loss = 1;
+    host.Pump();
+    host.manners.loss = 0;
+    Tick();
+    EXPECT_EQ(Names(), (Lines{"A", "B", "C"}));
+    Refresh();
+    EXPECT_EQ(Names(), (Lines{"A", "D", "C"}));
+}
+
+TEST_F(HostNodes, SurviveTheHostsDeathAndOurOwnPort)
+{
+    Refresh();
+    KillHost();
+    ASSERT_EQ(output.GetState(), OutputState::UsingLocalSocket);
+    EXPECT_EQ(Names(), (Lines{"A", "B", "C"}));
+}
+
+TEST_F(HostNodes, AShortNodeMessageHasZerosForWhatIsMissing)
+{
+    Refresh();
+    Bytes cut = Message(0x62, {{0, {1, 0, 0, 0}},
+                               {4, {1, 0, 0, 0}},
+                               {8, {9, 0, 0, 0}},
+                               {12, Ascii("Short")},
+                               {76, Ascii("2.0.0.99")}});
+    cut.resize(16 + 84);
+    host.Send(0x61, {});   // nothing of ours is answered by it
+    output.RefreshNodes(); // request 2
+    (void)host.TakeLines();
+    cut[20] = 2;
+    host.SendRaw(cut);
+    trigger.Poll();
+    EXPECT_EQ(Names(), (Lines{"Short"}));
+    EXPECT_TRUE(output.GetNodes()[0].universes.empty());
+}
+
+TEST_F(HostNodes, AHostThatNeverEndsItsListFillsNoMemory)
+{
+    output.RefreshNodes();
+    for (int i = 0; i < 20000; ++i) {
+        ArtNetNodeInfo node;
+        node.SetName("N");
+        node.SetIp("2.0.0.9");
+        output.AddRemoteNode(node, 1'000'000, 1);
+    }
+    EXPECT_TRUE(output.GetNodes().empty());
+    Refresh();
+    EXPECT_EQ(Names(), (Lines{"A", "B", "C"}));
+}
+
+// ---- A hostile or hurried host
+// ---------------------------------------------------------------------
+
+TEST_F(HostChannel, AskingTwiceForTheNodesIsAnsweredTwice)
+{
+    host.manners.nodeRequests = 2;
+    ASSERT_TRUE(Connect());
+    const Lines said = Said();
+    EXPECT_EQ(std::ranges::count_if(
+                  said, [](const std::string& line) { return line.starts_with("node count=0"); }),
+              2);
+    EXPECT_EQ(output.GetState(), OutputState::UsingRemoteSocket);
+    EXPECT_EQ(log.Count("Sent device list to server"), 1);
+}
+
+TEST_F(HostChannel, ASlowOrLossyHostIsRegisteredInTheEnd)
+{
+    host.manners.loss = 0.5;
+    ASSERT_TRUE(host.Start());
+    ChooseNetwork();
+    for (int i = 0; i < 2000 && output.GetState() != OutputState::UsingRemoteSocket; ++i)
+        Tick();
+    EXPECT_EQ(output.GetState(), OutputState::UsingRemoteSocket);
+    KillHost();
+    ASSERT_EQ(output.GetState(), OutputState::UsingLocalSocket);
+
+    host.manners.loss = 0;
+    host.manners.delay = std::chrono::milliseconds(20);
+    ASSERT_TRUE(host.Start());
+    for (int i = 0; i < 2000 && output.GetState() != OutputState::UsingRemoteSocket; ++i) {
+        Tick();
+        host.Wait(std::chrono::milliseconds(1));
+    }
+    EXPECT_EQ(output.GetState(), OutputState::UsingRemoteSocket);
+}
+
+TEST_F(HostChannel, SettingsOfTheHostAreTold)
+{
+    struct Told
+    {
+        bool enabled;
+        std::wstring address;
+        std::vector<int> universes;
+    };
+    std::vector<Told> told;
+    QObject::connect(&trigger, &ArtNetTrigger::artNetDMXInputSettingsReceived,
+                     [&](bool enabled, const std::wstring& address, std::vector<int>& universes) {
+                         told.push_back({enabled, address, universes});
+                     });
+    ASSERT_TRUE(host.Start());
+    Bytes data(512, 0xFF);
+    data[0] = 2;
+    std::ranges::copy(Ascii("2.0.0.5\0"), data.begin() + 1);
+    data[8] = 0;
+    data[17] = 0x34; // 0x1234, then 0x8000, which is empty, then 0x7FFF
+    data[18] = 0x12;
+    data[19] = 0x00;
+    data[20] = 0x80;
+    data[21] = 0xFF;
+    data[22] = 0x7F;
+    data[511] = 0; // beyond the 247 places
+    host.inputSettings = data;
+    Tick(3);
+    ASSERT_FALSE(told.empty());
+    EXPECT_TRUE(told[0].enabled);
+    EXPECT_EQ(told[0].address, L"2.0.0.5");
+    EXPECT_EQ(told[0].universes, (std::vector<int>{0x1234, 0x7FFF}));
+    host.inputSettings.assign(512, 0xFF);
+    host.inputSettings[0] = 0;
+    Tick(3);
+    EXPECT_FALSE(told.back().enabled);
+    EXPECT_TRUE(told.back().universes.empty());
+    EXPECT_EQ(told.back().address.size(), 16U);
+}
+
+TEST_F(HostChannel, AFloodLeavesTheTickShortAndTheHostHeard)
+{
+    ASSERT_TRUE(Connect());
+    host.manners.answersPolls = false;
+    host.Pump();
+    for (int round = 0; round < 20; ++round) {
+        for (int i = 0; i < 2500; ++i)
+            host.Send(static_cast<std::uint8_t>(i % 2 == 0 ? 0x11 : 0x99));
+        const std::int64_t begin = Platform::MonotonicNanoseconds();
+        trigger.Poll();
+        // 3 ms for the flood; the rest is for a machine that is busy with other tests.
+        EXPECT_LT(Platform::MonotonicNanoseconds() - begin, 20'000'000);
+        host.Pump();
+    }
+    EXPECT_EQ(output.GetState(), OutputState::UsingRemoteSocket);
+}
+
+TEST_F(HostChannel, TwoOfUsSharePort6455)
+{
+    UDPSocket first;
+    UDPSocket second;
+    EXPECT_FALSE(first.Send({}));
+    std::array<std::byte, 16> buffer{};
+    std::size_t length = 99;
+    Platform::Endpoint sender;
+    EXPECT_FALSE(first.Receive(buffer, length, sender));
+    EXPECT_FALSE(first.IsOpen());
+    ASSERT_TRUE(first.Initialize(0x7F000001) && first.Bind());
+    EXPECT_TRUE(second.Initialize(0x7F000001) && second.Bind());
+    EXPECT_TRUE(first.IsOpen());
+}
+
+TEST_F(HostChannel, ASocketMadeAnewSendsAndIsDeaf)
+{
+    ASSERT_TRUE(host.Start());
+    UDPSocket socket;
+    ASSERT_TRUE(socket.Initialize(0x7F000001) && socket.Bind());
+    ASSERT_TRUE(socket.Reinitialize());
+    EXPECT_TRUE(socket.Send(std::as_bytes(std::span("hello", 5))));
+    host.Pump();
+    EXPECT_EQ(host.TakeLines(), (Lines{"nonsense of 5 bytes"}));
+    EXPECT_NE(host.lastSenderPort, 6455);
+    host.Send(0x11);
+    std::array<std::byte, 600> buffer{};
+    std::size_t length = 0;
+    Platform::Endpoint sender;
+    EXPECT_FALSE(socket.Receive(buffer, length, sender));
+}
+
+TEST_F(HostChannel, AChannelThatFailedIsHeardAgain)
+{
+    ASSERT_TRUE(Connect());
+    // The system refuses what goes to the loopback address, as a firewall would.
+    ASSERT_EQ(std::system("ip rule add pref 9 lookup local && ip rule del pref 0 && "
+                          "ip rule add pref 5 to 127.0.0.1 prohibit"),
+              0);
+    EXPECT_FALSE(trigger.SendRebind());
+    EXPECT_EQ(std::ranges::count_if(log.Messages(),
+                                    [](const std::string& line) {
+                                        return line.starts_with(
+                                            "Error ocurred while sending UDP packet: ");
+                                    }),
+              3)
+        << "the fourth failure ends it";
+    ASSERT_EQ(std::system("ip rule del pref 5 && ip rule add pref 0 lookup local && "
+                          "ip rule del pref 9"),
+              0);
+    for (int i = 0; i < 5; ++i) {
+        Tick();
+        Pass(2000);
+    }
+    EXPECT_TRUE(trigger.IsServerKnown()) << "10 seconds later the host is still heard";
+    EXPECT_EQ(host.lastSenderPort, 6455);
+}
+
+} // namespace

@@ -1,0 +1,289 @@
+// SPDX-License-Identifier: MIT
+// The state machine row by row, judged by what stands in the log, on the channel and on the port.
+#include "HostChannel.h"
+
+#include <array>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include "ArtNet/ZenArtNetService.h"
+#include "DebugVariables/DebugVariables.h"
+
+namespace {
+
+using S = OutputState;
+using E = OutputEvent;
+
+constexpr int Ignored = -1;
+
+/// Where an event leads, state by state. `Initialize` stands for two columns: with a network,
+/// without.
+struct Row
+{
+    S state;
+    const char* text;
+    int network;
+    int noNetwork;
+    int serverDetected;
+    int serverStopped;
+    int socketRebound;
+    int clientRegistered;
+    int devicesSent;
+};
+
+constexpr std::array<Row, 7> table = {{
+    {S::Disabled, "Disabled state", 2, 0, Ignored, Ignored, Ignored, Ignored, Ignored},
+    {S::UsingLocalSocket, "Using local socket state", 1, 0, 3, Ignored, Ignored, Ignored, Ignored},
+    {S::DetermineSocketType, "Determine socket type state", 2, 0, 4, 1, Ignored, Ignored, Ignored},
+    {S::RebindRemoteSocket, "Rebind remote socket state", 3, 0, Ignored, 1, 4, Ignored, Ignored},
+    {S::RegisteringToRemoteSocket, "Registering to remote socket state", 4, 0, Ignored, 1, Ignored,
+     5, Ignored},
+    {S::SynchronizingRemoteDeviceList, "Synchronizing remote device list state", 4, 0, Ignored, 1,
+     Ignored, Ignored, 6},
+    {S::UsingRemoteSocket, "Using remote socket state", 4, 0, Ignored, 1, Ignored, Ignored,
+     Ignored},
+}};
+
+bool PortIsFree()
+{
+    const int probe = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    sockaddr_in everywhere{};
+    everywhere.sin_family = AF_INET;
+    everywhere.sin_port = htons(6454);
+    const bool free =
+        bind(probe, reinterpret_cast<const sockaddr*>(&everywhere), sizeof everywhere) == 0;
+    close(probe);
+    return free;
+}
+
+class OutputStates : public HostChannel
+{
+protected:
+    OutputStates()
+    {
+        Zen::ArtNetService::SetGlobal(
+            std::make_shared<Zen::ArtNetService>("Test", "#0001 [0001] Ready", false));
+    }
+    ~OutputStates() override
+    {
+        ChooseNoNetwork(); // gives up the clients before the service goes
+        Zen::ArtNetService::SetGlobal(nullptr);
+    }
+
+    void Events(E event, int times = 1)
+    {
+        for (int i = 0; i < times; ++i)
+            output.HandleEvent(event);
+    }
+
+    /// From anywhere, by events alone.
+    void GoTo(S state)
+    {
+        ChooseNoNetwork();
+        output.Initialize(L"", L"", L"", {});
+        if (state == S::Disabled)
+            return;
+        ChooseNetwork();
+        if (state == S::UsingLocalSocket || state == S::RebindRemoteSocket)
+            Events(E::Tick, 12);
+        if (state == S::RebindRemoteSocket || state >= S::RegisteringToRemoteSocket)
+            Events(E::ServerDetected);
+        if (state >= S::SynchronizingRemoteDeviceList)
+            Events(E::ClientRegistered);
+        if (state == S::UsingRemoteSocket)
+            Events(E::DevicesSent);
+    }
+
+    /// Checks one cell: where it leads, what it says and whether the port follows.
+    void Check(const Row& row, const std::string& says, int leadsTo,
+               const std::function<void()>& event)
+    {
+        GoTo(row.state);
+        ASSERT_EQ(output.GetState(), row.state);
+        ASSERT_EQ(PortIsFree(), row.state != S::UsingLocalSocket) << row.text;
+        log.Clear();
+        (void)Said();
+        event();
+        const auto messages = log.Messages();
+        const std::string where = std::string(row.text) + ", " + says;
+        if (leadsTo == Ignored) {
+            EXPECT_EQ(output.GetState(), row.state) << where;
+            EXPECT_TRUE(messages.empty()) << where << ": " << messages.front();
+            EXPECT_TRUE(Said().empty()) << where;
+            return;
+        }
+        EXPECT_EQ(static_cast<int>(output.GetState()), leadsTo) << where;
+        const auto next = output.GetState();
+        EXPECT_EQ(PortIsFree(), next != S::UsingLocalSocket) << where;
+        if (!says.empty()) {
+            ASSERT_FALSE(messages.empty()) << where;
+            EXPECT_EQ(messages.front(), says + " in " + row.text);
+        }
+        const bool moved = next != row.state;
+        EXPECT_EQ(log.Count(std::string("Exiting ") + row.text) > 0, moved || reEnters) << where;
+        EXPECT_EQ(log.Has(std::string("Entering ") + table[static_cast<std::size_t>(next)].text),
+                  moved || reEnters)
+            << where;
+    }
+
+    bool reEnters = false;
+};
+
+TEST_F(OutputStates, EachEventInEachState)
+{
+    ASSERT_TRUE(host.Start());
+    for (const Row& row : table) {
+        reEnters = row.state == S::RegisteringToRemoteSocket;
+        Check(row, "Initialize", row.network, [&] { ChooseNetwork(); });
+        reEnters = false;
+        Check(row, "Initialize", row.noNetwork, [&] { ChooseNoNetwork(); });
+        Check(row, "Server detected", row.serverDetected, [&] { Events(E::ServerDetected); });
+        Check(row, "Server stopped", row.serverStopped, [&] { Events(E::ServerStopped); });
+        Check(row, "", row.socketRebound, [&] { Events(E::SocketRebound); });
+        Check(row, "", row.clientRegistered, [&] { Events(E::ClientRegistered); });
+        Check(row, "", row.devicesSent, [&] { Events(E::DevicesSent); });
+    }
+}
+
+TEST_F(OutputStates, StatesWithoutAWaitTakeNoNoticeOfTicks)
+{
+    for (const S state : {S::Disabled, S::UsingLocalSocket, S::UsingRemoteSocket}) {
+        GoTo(state);
+        log.Clear();
+        Events(E::Tick, 50);
+        EXPECT_EQ(output.GetState(), state);
+        EXPECT_TRUE(log.Messages().empty());
+    }
+}
+
+TEST_F(OutputStates, TheTwelfthTickEndsAWait)
+{
+    struct Wait
+    {
+        S state;
+        S next;
+        const char* says;
+    };
+    for (const Wait& wait :
+         {Wait{S::DetermineSocketType, S::UsingLocalSocket, "Server was not detected"},
+          Wait{S::RebindRemoteSocket, S::RebindRemoteSocket,
+               "Rebind socked did not succed, retrying"},
+          Wait{S::RegisteringToRemoteSocket, S::RegisteringToRemoteSocket,
+               "Registering remote client did not succed, retrying"},
+          Wait{S::SynchronizingRemoteDeviceList, S::RegisteringToRemoteSocket,
+               "Registering remote client did not succed, retrying"}})
+    {
+        GoTo(wait.state);
+        Events(E::Tick, 11);
+        EXPECT_EQ(output.GetState(), wait.state);
+        EXPECT_FALSE(log.Has(wait.says));
+        Events(E::Tick);
+        EXPECT_EQ(output.GetState(), wait.next);
+        EXPECT_EQ(log.Count(wait.says), 1);
+        log.Clear();
+    }
+}
+
+TEST_F(OutputStates, RegistrationAndSynchronisationShareOneWait)
+{
+    GoTo(S::RegisteringToRemoteSocket);
+    Events(E::Tick, 8);
+    Events(E::ClientRegistered);
+    Events(E::Tick, 3);
+    EXPECT_EQ(output.GetState(), S::SynchronizingRemoteDeviceList);
+    Events(E::Tick);
+    EXPECT_EQ(output.GetState(), S::RegisteringToRemoteSocket);
+    Events(E::Tick, 11);
+    EXPECT_EQ(output.GetState(), S::RegisteringToRemoteSocket) << "the wait began anew";
+}
+
+TEST_F(OutputStates, ANetworkThatIsChosenAgainDoesNotLengthenTheWaits)
+{
+    for (const S state : {S::DetermineSocketType, S::RebindRemoteSocket}) {
+        GoTo(state);
+        Events(E::Tick, 11);
+        ChooseNetwork();
+        log.Clear();
+        Events(E::Tick);
+        EXPECT_FALSE(log.Messages().empty());
+    }
+}
+
+TEST_F(OutputStates, TheWholeWayIsWrittenDown)
+{
+    GoTo(S::Disabled);
+    log.Clear();
+    ChooseNetwork();
+    Events(E::Tick, 12);
+    Events(E::ServerDetected);
+    Events(E::SocketRebound);
+    Events(E::ClientRegistered);
+    Events(E::DevicesSent);
+    Events(E::ServerStopped);
+    Lines lines = log.Messages();
+    // The service's own words are not ours to judge.
+    std::erase_if(lines, [](const std::string& line) {
+        return line.starts_with("Creating new") || line.starts_with("Recycling");
+    });
+    EXPECT_EQ(lines, (Lines{"Initialize in Disabled state",
+                            "Exiting Disabled state",
+                            "Entering Determine socket type state",
+                            "Server was not detected",
+                            "Exiting Determine socket type state",
+                            "Entering Using local socket state",
+                            "Registering local ArtNet client",
+                            "Server detected in Using local socket state",
+                            "Exiting Using local socket state",
+                            "Destroying local ArtNet client",
+                            "Entering Rebind remote socket state",
+                            "Sending rebind DMX socket",
+                            "Dmx socket rebound",
+                            "Exiting Rebind remote socket state",
+                            "Entering Registering to remote socket state",
+                            "Registering remote ArtNet client",
+                            "Remote client registered",
+                            "Exiting Registering to remote socket state",
+                            "Entering Synchronizing remote device list state",
+                            "Sent device list to server",
+                            "Exiting Synchronizing remote device list state",
+                            "Entering Using remote socket state",
+                            "Server stopped in Using remote socket state",
+                            "Exiting Using remote socket state",
+                            "Entering Using local socket state",
+                            "Registering local ArtNet client"}));
+}
+
+TEST_F(OutputStates, ARegistrationAgainHasTheNewAddresses)
+{
+    ASSERT_TRUE(host.Start());
+    GoTo(S::UsingRemoteSocket);
+    (void)Said();
+    output.Initialize(L"10.0.0.1", L"10.255.255.255", L"", {});
+    EXPECT_EQ(Said(), (Lines{"register first=0 count=1 interface=10.0.0.1 "
+                             "broadcast=10.255.255.255 receive= name=PixelWeft"}));
+}
+
+TEST_F(OutputStates, WithoutATransportNothingIsSent)
+{
+    for (const Row& row : table) {
+        if (row.state == S::UsingLocalSocket || row.state == S::UsingRemoteSocket)
+            continue;
+        GoTo(row.state);
+        CopyChannels(output.GetUniverse(1, L"Auto"), 1, Bytes{1});
+        const auto result = output.SendBroadcastUniverses();
+        EXPECT_FALSE(result.allSent || result.anySent) << row.text;
+    }
+}
+
+TEST_F(OutputStates, AnUnknownStateHasATextOfItsOwn)
+{
+    EXPECT_STREQ(OutputStateText(static_cast<S>(7)), "Unknown ArtNetOutput state");
+    EXPECT_TRUE(log.Has("Unknown ArtNetOutput state"));
+    for (const Row& row : table)
+        EXPECT_STREQ(OutputStateText(row.state), row.text);
+}
+
+} // namespace
