@@ -29,8 +29,8 @@ void NetworkChoice::SetHostPreferences(const ExternalServerPreferences* preferen
 void NetworkChoice::Choose(const QString& text)
 {
     settings_.networkText = text;
-    networkIP.clear();
-    networkBroadcast.clear();
+    std::wstring ip;
+    std::wstring broadcast;
     if (!text.isEmpty()) {
         const auto matches = networks_.FindMatching(text.toStdWString());
         if (matches.empty())
@@ -38,10 +38,14 @@ void NetworkChoice::Choose(const QString& text)
         else if (matches.size() > 1)
             notice_(tr("More than one network adapter matches network ") + text);
         if (!matches.empty()) {
-            networkIP = matches.front().ip;
-            networkBroadcast = matches.front().network.broadcast;
+            ip = matches.front().ip;
+            broadcast = matches.front().network.broadcast;
         }
     }
+    // Only now: frames go on behind a notice, and should find a whole network, the old one or the
+    // new.
+    networkIP = ip;
+    networkBroadcast = broadcast;
     emit networkChanged();
 }
 
