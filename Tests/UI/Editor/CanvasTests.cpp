@@ -339,7 +339,7 @@ TEST_F(Canvas, AnyWalkThroughTheEditsKeepsModelCanvasAndListOne)
 {
     constexpr int seed = 20;
     const char* wanted = std::getenv("CANVAS_WALK_STEPS");
-    const int steps = wanted ? std::atoi(wanted) : 1500;
+    const int steps = wanted ? std::atoi(wanted) : 10000;
     std::mt19937 random(seed);
     const auto pick = [&random](int below) {
         return static_cast<int>(random() % static_cast<unsigned>(below));
