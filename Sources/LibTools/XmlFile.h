@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <string>
+#include "XmlText/XmlText.h"
 
 #include <tinyxml2.h>
+
+#include <string>
+#include <utility>
 
 /// Reads a file of our XML text form (see XmlText/XmlText.h for the form and its encodings) into
 /// `document`. A path that begins with a colon is a Qt resource; its lines are joined without
@@ -11,6 +14,26 @@
 /// isn't well-formed; `document` is then empty. Bytes that a growing file gains during the read are
 /// left out.
 [[nodiscard]] bool ReadXmlFile(const std::wstring& path, tinyxml2::XMLDocument& document);
+
+/// A file as it was at one moment, for several readers that take turns with it.
+class XmlFile
+{
+public:
+    explicit XmlFile(std::wstring path)
+        : path_(std::move(path))
+        , readable_(ReadXmlFile(path_, document_))
+    {}
+
+    [[nodiscard]] const std::wstring& Path() const { return path_; }
+    /// False when ReadXmlFile failed; the document is then empty.
+    [[nodiscard]] bool IsReadable() const { return readable_; }
+    [[nodiscard]] const XmlText::Document& Document() const { return document_; }
+
+private:
+    std::wstring path_;
+    XmlText::Document document_;
+    bool readable_;
+};
 
 /// Writes `document` as UTF-16 with a byte-order mark, whole or not at all: to a temporary file in
 /// the same folder, flushed to the disk and renamed over the old one. False leaves the old file as

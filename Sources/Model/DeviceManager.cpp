@@ -1,16 +1,36 @@
 // SPDX-License-Identifier: MIT
 #include "Model/DeviceManager.h"
 
+#include "LibTools/XmlFile.h"
 #include "Log/Log.h"
 #include "Model/DeviceListProxy.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedObjectListProxy.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QMutexLocker>
+#include <QThread>
 
 #include <cmath>
 #include <utility>
+
+namespace {
+
+/// Another process may be writing the file; it gets half a second to finish.
+std::unique_ptr<XmlFile> ReadPatiently(const QString& path)
+{
+    constexpr int tries = 10;
+    constexpr unsigned long pauseMs = 50;
+    auto file = std::make_unique<XmlFile>(path.toStdWString());
+    for (int i = 1; i < tries && !file->IsReadable() && QFileInfo::exists(path); ++i) {
+        QThread::msleep(pauseMs);
+        file = std::make_unique<XmlFile>(path.toStdWString());
+    }
+    return file;
+}
+
+} // namespace
 
 DeviceManager::DeviceManager(QString path)
     : libraryPath(std::move(path))
@@ -34,27 +54,55 @@ bool DeviceManager::Initialize()
 
 // ---- The library -------------------------------------------------------------------------------
 
-void DeviceManager::LoadLibrary(const QString& path)
+bool DeviceManager::LoadLibrary(const QString& path)
 {
+    const auto file = ReadPatiently(path);
     deviceModel->Clear();
-    deviceModel->Merge(path.toStdWString(), true);
+    deviceModel->Merge(*file, true);
+    mappedDeviceModel->RebindFixtures(*deviceModel);
+    if (path == libraryPath)
+        libraryUnread_ = !file->IsReadable() && QFileInfo::exists(path);
+    return file->IsReadable();
 }
 
 bool DeviceManager::MergeLibrary(const QString& path, bool force,
                                  const FixtureConflictCallback& callback)
 {
     deviceModel->Merge(path.toStdWString(), force, callback);
+    mappedDeviceModel->RebindFixtures(*deviceModel);
     return SaveLibrary();
 }
 
 bool DeviceManager::SaveLibrary()
 {
-    if (deviceModel->Save(libraryPath.toStdWString()) == 0)
+    if (KeepUnreadLibrary() && deviceModel->Save(libraryPath.toStdWString()) == 0)
         return true;
     ZEN_LOG_ERROR("The fixture library could not be saved to %ls",
                   libraryPath.toStdWString().c_str());
     emit librarySaveFailed(libraryPath);
     return false;
+}
+
+/// False when the user's fixtures would be lost by a save.
+bool DeviceManager::KeepUnreadLibrary()
+{
+    if (!libraryUnread_)
+        return true;
+    const XmlFile file(libraryPath.toStdWString());
+    if (file.IsReadable()) {
+        deviceModel->Merge(file, true);
+        mappedDeviceModel->RebindFixtures(*deviceModel);
+    } else if (QFileInfo::exists(libraryPath)) {
+        QString aside = libraryPath + QStringLiteral(".unreadable");
+        for (int number = 2; QFileInfo::exists(aside); ++number)
+            aside = libraryPath + QStringLiteral(".unreadable-%1").arg(number);
+        if (!QFile::rename(libraryPath, aside))
+            return false;
+        ZEN_LOG_ERROR("The fixture library could not be read. It is kept as %ls",
+                      aside.toStdWString().c_str());
+    }
+    libraryUnread_ = false;
+    return true;
 }
 
 bool DeviceManager::RemoveFixture(const QModelIndex& proxyIndex)
@@ -108,7 +156,8 @@ bool DeviceManager::LoadMapping(const QString& path, ArtNetNodeModel& nodes)
 {
     if (!QFileInfo::exists(path))
         return false;
-    const std::wstring file = path.toStdWString();
+    // Read once: fixtures and elements are those of one state of the file.
+    const XmlFile file(path.toStdWString());
     deviceModel->Merge(file, true);
     return mappedDeviceModel->Load(file, *deviceModel, nodes) >= 0;
 }

@@ -44,8 +44,10 @@ public:
 
     // ---- The library and the document as wholes ------------------------------------------------
 
-    /// Replaces the library by this file.
-    void LoadLibrary(const QString& path);
+    /// Replaces the library by this file; placed elements take its numbers. False when the file
+    /// can't be read: the library is then empty, and what stands in the file is kept when the
+    /// library is next saved over it.
+    bool LoadLibrary(const QString& path);
     /// Merges a file into the library and saves the library. False when the save failed.
     bool MergeLibrary(const QString& path, bool force, const FixtureConflictCallback& callback);
     /// Writes the library to the user's file. False, after a line in the log and
@@ -185,10 +187,12 @@ signals:
     void librarySaveFailed(const QString& path);
 
 private:
+    bool KeepUnreadLibrary();
     [[nodiscard]] VideoMapping* EditVideo(MappedLedItem* element) const;
 
     mutable QRecursiveMutex mutex;
     QString libraryPath;
+    bool libraryUnread_ = false; ///< the file at libraryPath holds fixtures that we could not read
     int canvasWidth = 100;
     int canvasHeight = 100;
     // The proxies go before the models that they show.

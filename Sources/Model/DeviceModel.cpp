@@ -5,9 +5,6 @@
 #include <memory>
 #include <set>
 
-#include <QMessageBox>
-#include <QPushButton>
-
 #include "LibTools/XmlFile.h"
 #include "Log/Log.h"
 #include "Platform/Numbers.h"
@@ -17,22 +14,6 @@ namespace {
 
 constexpr int VisibleColumns = 5;
 constexpr int ObserverKindCleared = 2;
-
-int AskOperator(const QString& manufacturer, const QString& product)
-{
-    QMessageBox box(QMessageBox::Information, QObject::tr("Fixture conflict"),
-                    QObject::tr("The fixture \"%1 %2\" stored in the mapping file is different "
-                                "to the one in your library.\n\nDo you want to overwrite the "
-                                "library fixture ?")
-                        .arg(manufacturer, product));
-    auto* overwrite = box.addButton(QObject::tr("Yes, use the fixture from the mapping file"),
-                                    QMessageBox::AcceptRole);
-    box.addButton(QObject::tr("No, use the original fixture from the library"),
-                  QMessageBox::RejectRole);
-    box.setDefaultButton(overwrite);
-    box.exec();
-    return box.clickedButton() == overwrite ? OverwriteFixture : KeepFixture;
-}
 
 QList<QStandardItem*> EmptyRow()
 {
@@ -50,7 +31,9 @@ int VersionOf(const tinyxml2::XMLElement& library)
 
 } // namespace
 
-FixtureConflictCallback DeviceModel::defaultConflictCallback = AskOperator;
+FixtureConflictCallback DeviceModel::defaultConflictCallback = [](const QString&, const QString&) {
+    return KeepFixture;
+};
 
 DeviceModel::DeviceModel(QObject* parent)
     : QStandardItemModel(parent)
@@ -84,14 +67,18 @@ void DeviceModel::SetUpColumns()
 int DeviceModel::Merge(const std::wstring& path, bool force,
                        const FixtureConflictCallback& callback)
 {
-    ZEN_LOG_INFO("DeviceModel::Merge(%ls)", path.c_str());
+    return Merge(XmlFile(path), force, callback);
+}
+
+int DeviceModel::Merge(const XmlFile& file, bool force, const FixtureConflictCallback& callback)
+{
+    ZEN_LOG_INFO("DeviceModel::Merge(%ls)", file.Path().c_str());
     SetChanged();
-    XmlText::Document document;
-    if (!ReadXmlFile(path, document)) {
+    if (!file.IsReadable()) {
         ZEN_LOG_ERROR("Could not read library XML file");
         return 0;
     }
-    const auto* library = document.FirstChildElement("LEDFixtureLibrary");
+    const auto* library = file.Document().FirstChildElement("LEDFixtureLibrary");
     if (!library) {
         ZEN_LOG_ERROR("No LEDFixtureLibrary node found");
         return 0;
@@ -132,7 +119,8 @@ int DeviceModel::WriteFixtures(tinyxml2::XMLNode& parent) const
 int DeviceModel::AddFixture(std::unique_ptr<DeviceLedItem> item,
                             const FixtureConflictCallback& callback)
 {
-    if (DeviceLedItem* old = GetLEDFixtureByProduct(item->product)) {
+    DeviceLedItem* old = GetLEDFixtureByProduct(item->product);
+    if (old) {
         if (old->pixelMap == item->pixelMap)
             return KeepFixture;
         const auto& ask = callback ? callback : defaultConflictCallback;
@@ -140,16 +128,27 @@ int DeviceModel::AddFixture(std::unique_ptr<DeviceLedItem> item,
                                QString::fromStdWString(item->product));
         if (answer != OverwriteFixture)
             return answer == KeepFixture ? KeepFixture : StopMerge;
-        // Identifiers that elements hold lead on to the new definition; the old row stays.
-        old->pixelMap = item->pixelMap;
-        fixtures[fixtures.key(old)] = item.get();
     }
-    const std::int64_t key = item->uniqueID != 0 ? item->uniqueID : GetNextUniqueID();
+    if (item->uniqueID == 0)
+        item->uniqueID = GetNextUniqueID();
+    if (old)
+        Replace(*old, *item);
     append(item.get());
-    fixtures[key] = item.get();
-    firstOfProduct_.try_emplace(item->product, key);
+    fixtures[item->uniqueID] = item.get();
+    firstOfProduct_.try_emplace(item->product, item->uniqueID);
     AddRow(*item.release());
     return 0;
+}
+
+void DeviceModel::Replace(DeviceLedItem& old, DeviceLedItem& item)
+{
+    // Identifiers that elements hold lead on to the new definition. The old row stays, and stands
+    // for the same fixture: whoever asks about its item, or removes it, means the new one.
+    for (const qint64 key : fixtures.keys(&old))
+        fixtures[key] = &item;
+    removeAll(&old);
+    old.pixelMap = item.pixelMap;
+    old.uniqueID = item.uniqueID;
 }
 
 void DeviceModel::AddRow(DeviceLedItem& item)
@@ -183,8 +182,15 @@ DeviceLedItem* DeviceModel::GetLEDFixture(std::int64_t uniqueID) const
 
 DeviceLedItem* DeviceModel::GetLEDFixtureByProduct(const std::wstring& product) const
 {
-    const auto found = firstOfProduct_.find(product);
-    return found == firstOfProduct_.end() ? nullptr : fixtures.value(found->second, nullptr);
+    const auto known = firstOfProduct_.find(product);
+    if (known != firstOfProduct_.end()) {
+        DeviceLedItem* item = fixtures.value(known->second, nullptr);
+        if (item && item->product == product)
+            return item;
+    }
+    // The fixture editor changes names in place; the table above learns of it with the next reload.
+    const auto found = std::ranges::find(fixtures, product, &DeviceLedItem::product);
+    return found == fixtures.end() ? nullptr : *found;
 }
 
 QStringList DeviceModel::GetManufacturers() const

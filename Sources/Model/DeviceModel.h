@@ -16,6 +16,7 @@
 namespace tinyxml2 {
 class XMLNode;
 }
+class XmlFile;
 
 /// The answer to a fixture that differs from the library's fixture of the same product.
 enum FixtureConflictAnswer : int
@@ -49,13 +50,16 @@ public:
     explicit DeviceModel(QObject* parent = nullptr);
     ~DeviceModel() override;
 
-    /// Asks the operator with a box; the default for the callbacks below. A test puts its own here.
+    /// Answers where a caller of the operations below has no callback of its own: the window puts
+    /// its question to the operator here, a test its answer. Without one the library stays as it
+    /// is.
     static FixtureConflictCallback defaultConflictCallback;
 
     void Clear();
 
     /// Adds the fixtures of a library or document file. Without `force` a file whose version isn't
     /// above the library's is no news. What can't be read is logged and skipped. Always 0.
+    int Merge(const XmlFile& file, bool force, const FixtureConflictCallback& callback = {});
     int Merge(const std::wstring& path, bool force, const FixtureConflictCallback& callback = {});
 
     /// 0, or 1 when the file could not be written; the old file is then whole.
@@ -84,6 +88,7 @@ public:
 private:
     void SetUpColumns();
     void AddRow(DeviceLedItem& item);
+    void Replace(DeviceLedItem& old, DeviceLedItem& item);
     void Forget(DeviceLedItem& item);
 
     std::int64_t nextUniqueID = 0;

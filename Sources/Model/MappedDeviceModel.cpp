@@ -2,68 +2,16 @@
 #include "Model/MappedDeviceModel.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <set>
+#include <utility>
 
 #include <QColor>
 #include <QDebug>
 #include <QMutexLocker>
 #include <QSignalBlocker>
 
-#include "LibTools/XmlFile.h"
-#include "Log/Log.h"
-#include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceModel.h"
-#include "Model/DocumentNetwork.h"
-#include "Platform/Text.h"
-#include "Settings/SettingsBlock.h"
-#include "XmlText/XmlText.h"
 
 namespace {
-
-constexpr std::size_t LongestNodeAddress = 64;
-
-void ReadManualNodes(const tinyxml2::XMLDocument& document, ArtNetNodeModel& nodes)
-{
-    const auto* list = document.FirstChildElement("ManualNetworkNodes");
-    if (!list)
-        return;
-    for (const auto* child = list->FirstChildElement("ManualNode"); child;
-         child = child->NextSiblingElement("ManualNode"))
-    {
-        const auto nodeName = XmlText::Attribute(*child, "Name");
-        if (!nodeName)
-            return;
-        const auto address = XmlText::Attribute(*child, "IP");
-        if (!address)
-            continue;
-        ArtNetNodeRecord record;
-        record.name = Platform::WideToUtf8(*nodeName);
-        record.ip = Platform::WideToUtf8(*address).substr(0, LongestNodeAddress);
-        record.manual = true;
-        nodes.AddManualNode(record);
-    }
-}
-
-void WriteManualNodes(tinyxml2::XMLDocument& document, const ArtNetNodeModel& nodes)
-{
-    auto& list = XmlText::AddElement(document, "ManualNetworkNodes");
-    for (const ArtNetNodeRecord& record : nodes.GetAllNodes()) {
-        if (!record.manual)
-            continue;
-        auto& child = XmlText::AddElement(list, "ManualNode");
-        XmlText::SetAttribute(child, "Name", Platform::Utf8ToWide(record.name));
-        XmlText::SetAttribute(child, "IP", Platform::Utf8ToWide(record.ip));
-    }
-}
-
-bool IsCanvasSize(const XmlText::Pair<std::int32_t>& size)
-{
-    const auto fits = [](std::int32_t side) {
-        return side >= 1 && side <= MappedDeviceModel::MaxCanvasSize;
-    };
-    return fits(size.first) && fits(size.second);
-}
 
 QStandardItem* TextCell(const std::wstring& text)
 {
@@ -76,14 +24,6 @@ QString SizeText(const PixelMap& map)
 }
 
 } // namespace
-
-/// The values that a <Mapping> element must have.
-struct MappedDeviceModel::Header
-{
-    XmlText::Pair<std::int32_t> version;
-    XmlText::Pair<std::int32_t> resolution;
-    std::wstring name;
-};
 
 MappedDeviceModel::MappedDeviceModel(QObject* parent)
     : QStandardItemModel(parent)
@@ -117,128 +57,6 @@ void MappedDeviceModel::Clear()
     }
     SetUpColumns();
     merging = UniverseMerging();
-}
-
-// ---- Loading -----------------------------------------------------------------------------------
-
-int MappedDeviceModel::Load(const std::wstring& path, const DeviceModel& library,
-                            ArtNetNodeModel& nodes)
-{
-    Clear();
-    XmlText::Document document;
-    if (!ReadXmlFile(path, document)) {
-        ZEN_LOG_ERROR("Could not read mapping XML file");
-        return -1;
-    }
-    ReadManualNodes(document, nodes);
-    const auto* mapping = document.FirstChildElement("Mapping");
-    if (!mapping) {
-        ZEN_LOG_ERROR("No Mapping node found");
-        emit mappingsChanged();
-        return 0;
-    }
-    Header header;
-    if (!ReadHeader(*mapping, header))
-        return -1;
-    StoreHeader(*mapping, std::move(header));
-    if (const auto settingsOfFile = UniverseMerging::FromXml(document))
-        merging = *settingsOfFile;
-    ReadElements(*mapping, library);
-    ++revision_;
-    emit mappingsChanged();
-    return 0;
-}
-
-bool MappedDeviceModel::ReadHeader(const tinyxml2::XMLElement& mapping, Header& header)
-{
-    const auto fail = [](const char* message) {
-        ZEN_LOG_ERROR("%s", message);
-        return false;
-    };
-    const char* version = mapping.Attribute("version");
-    if (!version)
-        return fail("Mapping version not defined");
-    const auto versionNumbers = XmlText::ParseIntPair(version, '.');
-    if (!versionNumbers)
-        return fail("Mapping version syntax error");
-    const char* resolution = mapping.Attribute("resolution");
-    if (!resolution)
-        return fail("Mapping resolution not defined");
-    const auto size = XmlText::ParseIntPair(resolution, ',');
-    if (!size || !IsCanvasSize(*size))
-        return fail("Mapping resolution syntax error");
-    auto documentName = XmlText::Attribute(mapping, "name");
-    if (!documentName)
-        return fail("Mapping name not defined");
-    header = {*versionNumbers, *size, std::move(*documentName)};
-    return true;
-}
-
-void MappedDeviceModel::StoreHeader(const tinyxml2::XMLElement& mapping, Header header)
-{
-    autoUnicast = XmlText::ReadInt(mapping, "autoUnicast").value != 0;
-    network = DocumentNetwork(mapping);
-    versionMajor = header.version.first;
-    versionMinor = header.version.second;
-    canvasWidth = header.resolution.first;
-    canvasHeight = header.resolution.second;
-    name = std::move(header.name);
-}
-
-void MappedDeviceModel::ReadElements(const tinyxml2::XMLElement& mapping,
-                                     const DeviceModel& library)
-{
-    const QMutexLocker lock(&mutex);
-    std::vector<std::unique_ptr<MappedLedItem>> items;
-    for (const auto* element = mapping.FirstChildElement("Element"); element;
-         element = element->NextSiblingElement("Element"))
-    {
-        const std::int64_t identifier = ++nextElementID;
-        auto item = MappedLedItem::FromXml(*element, library);
-        if (!item)
-            continue;
-        item->uniqueID = identifier;
-        items.push_back(std::move(item));
-    }
-    AddRows(std::move(items), false);
-}
-
-// ---- Saving ------------------------------------------------------------------------------------
-
-int MappedDeviceModel::Save(const std::wstring& path, const DeviceModel& library,
-                            const ArtNetNodeModel& nodes)
-{
-    const std::filesystem::path file(Platform::WideToUtf8(path));
-    std::error_code failure;
-    std::filesystem::create_directories(file.parent_path(), failure);
-    if (!file.parent_path().empty() && !std::filesystem::is_directory(file.parent_path(), failure))
-    {
-        ZEN_LOG_ERROR("The folder of the mapping could not be made: %ls", path.c_str());
-        return -1;
-    }
-    XmlText::Document document;
-    library.WriteFixtures(XmlText::AddElement(document, "LEDFixtureLibrary"));
-    merging.ToXml(document);
-    WriteManualNodes(document, nodes);
-    auto& mapping = XmlText::AddElement(document, "Mapping");
-    const auto pair = [](int first, wchar_t separator, int second) {
-        return std::to_wstring(first) + separator + std::to_wstring(second);
-    };
-    XmlText::SetAttribute(mapping, "name", name);
-    XmlText::SetAttribute(mapping, "version", pair(versionMajor, L'.', versionMinor));
-    XmlText::SetAttribute(mapping, "resolution", pair(canvasWidth, L',', canvasHeight));
-    XmlText::SetAttribute(mapping, "autoUnicast", autoUnicast ? 1 : 0);
-    XmlText::SetAttribute(mapping, "network",
-                          settings ? settings->networkText.toStdWString() : network);
-    WriteElements(mapping);
-    return WriteXmlFile(path, document) ? 0 : 1;
-}
-
-void MappedDeviceModel::WriteElements(tinyxml2::XMLElement& mapping) const
-{
-    const QMutexLocker lock(&mutex);
-    for (const MappedLedItem* item : byRow_)
-        item->WriteElement(mapping);
 }
 
 // ---- Elements ----------------------------------------------------------------------------------
@@ -378,46 +196,82 @@ void MappedDeviceModel::UpdateFixtureInElements(std::int64_t fixtureID,
                                                 const DeviceLedItem& fixture)
 {
     const QMutexLocker lock(&mutex);
-    for (std::size_t i = 0; i < byRow_.size(); ++i) {
-        MappedLedItem& element = *byRow_[i];
-        if (element.GetFixture().uniqueID != fixtureID)
-            continue;
-        DeviceLedItem& own = element.EditFixture();
-        own.product = fixture.product;
-        own.pixelMap = fixture.pixelMap;
-        own.staticChannels = fixture.staticChannels;
-        own.SetChannelCount(fixture.GetChannelCount());
-        const int at = static_cast<int>(i);
-        item(at, ProductColumn)->setText(QString::fromStdWString(own.product));
-        item(at, SizeColumn)->setText(SizeText(own.pixelMap));
-        if (element.GetDMXMapping())
-            item(at, AddressColumn)
-                ->setText(QString::fromStdWString(element.GetDMXMapping()->GetSortDescription()));
+    std::vector<int> rows;
+    {
+        const QSignalBlocker oneChangeForAll(this);
+        for (int row = 0; row < rowCount(); ++row) {
+            MappedLedItem& element = *GetElement(row);
+            if (element.GetFixture().uniqueID != fixtureID)
+                continue;
+            DeviceLedItem& own = element.EditFixture();
+            own.product = fixture.product;
+            own.pixelMap = fixture.pixelMap;
+            own.staticChannels = fixture.staticChannels;
+            own.SetChannelCount(fixture.GetChannelCount());
+            item(row, ProductColumn)->setText(QString::fromStdWString(own.product));
+            item(row, SizeColumn)->setText(SizeText(own.pixelMap));
+            SetAddressText(row);
+            rows.push_back(row);
+        }
     }
+    TellTextsChanged(rows);
     RecalculateConflicts();
+}
+
+void MappedDeviceModel::RebindFixtures(const DeviceModel& library)
+{
+    const QMutexLocker lock(&mutex);
+    for (MappedLedItem* element : byRow_) {
+        const DeviceLedItem* fixture =
+            library.GetLEDFixtureByProduct(element->GetFixture().product);
+        const std::int64_t number = fixture ? fixture->uniqueID : 0;
+        if (element->GetFixture().uniqueID != number)
+            element->EditFixture().uniqueID = number;
+    }
 }
 
 void MappedDeviceModel::ReplaceNodeAddress(const QString& oldIpconf, const QString& newIpconf,
                                            const QString& newIpName)
 {
     const std::wstring old = oldIpconf.toStdWString();
-    for (MappedLedItem* element : byRow_) {
-        const DMXMappingArtNet* mapping = element->GetArtNetMapping();
-        if (mapping && mapping->GetIpconf() == old)
-            element->EditArtNetMapping()->SetNode(newIpconf.toStdWString(),
-                                                  newIpName.toStdWString());
+    std::vector<int> rows;
+    for (int row = 0; row < rowCount(); ++row) {
+        MappedLedItem& element = *GetElement(row);
+        const DMXMappingArtNet* mapping = element.GetArtNetMapping();
+        if (!mapping || mapping->GetIpconf() != old)
+            continue;
+        element.EditArtNetMapping()->SetNode(newIpconf.toStdWString(), newIpName.toStdWString());
+        rows.push_back(row);
     }
+    UpdateAddressCells(rows);
+}
+
+void MappedDeviceModel::SetAddressText(int row)
+{
+    const MappedLedItem* element = GetElement(row);
+    if (element && element->GetDMXMapping())
+        item(row, AddressColumn)
+            ->setText(QString::fromStdWString(element->GetDMXMapping()->GetSortDescription()));
 }
 
 void MappedDeviceModel::UpdateAddressCells(const std::vector<int>& rows)
 {
-    for (const int row : rows) {
-        const MappedLedItem* element = GetElement(row);
-        if (element && element->GetDMXMapping())
-            item(row, AddressColumn)
-                ->setText(QString::fromStdWString(element->GetDMXMapping()->GetSortDescription()));
+    {
+        const QSignalBlocker oneChangeForAll(this);
+        for (const int row : rows)
+            SetAddressText(row);
     }
+    TellTextsChanged(rows);
     RecalculateConflicts();
+}
+
+void MappedDeviceModel::TellTextsChanged(const std::vector<int>& rows)
+{
+    // Told for each cell, a sorting proxy would put the table in order anew for each.
+    if (rows.empty())
+        return;
+    const auto [first, last] = std::ranges::minmax(rows);
+    emit dataChanged(index(first, 0), index(last, columnCount() - 1));
 }
 
 void MappedDeviceModel::SetDescription(int row, const std::wstring& description)
@@ -432,17 +286,19 @@ void MappedDeviceModel::SetDescription(int row, const std::wstring& description)
 
 void MappedDeviceModel::RecalculateConflicts()
 {
-    std::set<std::uint16_t> broadcast;
-    std::set<std::uint16_t> chosen;
+    std::unordered_set<std::uint16_t> broadcast;
+    std::unordered_set<std::uint16_t> chosen;
     for (const MappedLedItem* element : byRow_) {
         if (const DMXMappingArtNet* mapping = element->GetArtNetMapping())
             (mapping->IsAuto() ? broadcast : chosen).insert(mapping->GetPortAddress());
     }
-    conflictUniverses.clear();
-    for (const std::uint16_t portAddress : broadcast) {
-        if (chosen.contains(portAddress))
-            conflictUniverses.insert(portAddress);
-    }
+    std::erase_if(broadcast, [&](std::uint16_t address) { return !chosen.contains(address); });
+    if (conflictUniverses == broadcast)
+        return;
+    conflictUniverses = std::move(broadcast);
+    if (rowCount() > 0)
+        emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1),
+                         {Qt::ForegroundRole});
 }
 
 bool MappedDeviceModel::IsUniverseInConflict(const QModelIndex& index) const

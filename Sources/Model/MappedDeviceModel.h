@@ -20,6 +20,7 @@
 class ArtNetNodeModel;
 class DeviceModel;
 class SettingsBlock;
+class XmlFile;
 
 namespace tinyxml2 {
 class XMLDocument;
@@ -54,6 +55,7 @@ public:
 
     /// 0, or -1 when the file can't be read or a required value is missing; the table is then empty
     /// and no signal came. An element that is wrong is left out, with a line in the log.
+    int Load(const XmlFile& file, const DeviceModel& library, ArtNetNodeModel& nodes);
     int Load(const std::wstring& path, const DeviceModel& library, ArtNetNodeModel& nodes);
     /// 0; 1 when the file could not be written, which leaves the old one whole; -1 when its folder
     /// could not be made.
@@ -84,6 +86,8 @@ public:
 
     /// Gives the elements of this fixture its present name, pixels and channels.
     void UpdateFixtureInElements(std::int64_t fixtureID, const DeviceLedItem& fixture);
+    /// After the library changed: elements take the number that their product has now, 0 for none.
+    void RebindFixtures(const DeviceModel& library);
     void ReplaceNodeAddress(const QString& oldIpconf, const QString& newIpconf,
                             const QString& newIpName);
     void UpdateAddressCell(int row) { UpdateAddressCells({row}); }
@@ -135,6 +139,8 @@ private:
     void AddRows(std::vector<std::unique_ptr<MappedLedItem>> items, bool withSize);
     void AddRow(std::unique_ptr<MappedLedItem> item, bool withSize);
     void RecalculateConflicts();
+    void SetAddressText(int row);
+    void TellTextsChanged(const std::vector<int>& rows);
 
     QMap<qint64, MappedLedItem*> elements;
     std::vector<MappedLedItem*> byRow_;

@@ -33,6 +33,7 @@
 #include "Settings/ExternalServerPreferences.h"
 #include "Settings/FixtureLibraryPath.h"
 #include "Settings/ModeLogPath.h"
+#include "UI/Library/FixtureConflictBox.h"
 #include "UI/Main/DocumentLife.h"
 #include "UI/Main/HostSettings.h"
 #include "UI/Main/NetworkChoice.h"
@@ -67,18 +68,6 @@ QString DefaultLibrary()
     std::_Exit(EXIT_FAILURE);
 }
 
-int AskAboutLibraryUpdate(const QString&, const QString&)
-{
-    QMessageBox box(QMessageBox::Information, QObject::tr("Fixture conflict"),
-                    QObject::tr("Conflict occured while updating your library.\n\n"
-                                "Do you want to overwrite the local library fixture ?"));
-    const auto* overwrite = box.addButton(QObject::tr("Overwrite"), QMessageBox::AcceptRole);
-    const auto* skip = box.addButton(QObject::tr("Skip"), QMessageBox::RejectRole);
-    box.addButton(QObject::tr("Cancel"), QMessageBox::DestructiveRole);
-    box.exec();
-    return box.clickedButton() == overwrite ? 0 : box.clickedButton() == skip ? 1 : 2;
-}
-
 } // namespace
 
 WEFTMain::WEFTMain()
@@ -93,6 +82,7 @@ WEFTMain::WEFTMain()
     QCoreApplication::setOrganizationName(QStringLiteral("Zentri"));
     QCoreApplication::setOrganizationDomain(QStringLiteral("pixelweft.invalid"));
     QCoreApplication::setApplicationName(QStringLiteral("PixelWeft2"));
+    DeviceModel::defaultConflictCallback = AskAboutDocumentFixture;
     BuildParts();
     LoadTestPicture();
     BuildWindow();

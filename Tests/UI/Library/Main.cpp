@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#include "Support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+
+#include <cstdlib>
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    // Nothing of the user who runs the tests is read or written.
+    const Support::TemporaryFolder home;
+    setenv("HOME", home.Path().c_str(), 1);
+    setenv("XDG_DATA_HOME", (home.Path() / "data").c_str(), 1);
+    setenv("XDG_CONFIG_HOME", (home.Path() / "config").c_str(), 1);
+    const QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
