@@ -57,12 +57,13 @@ bool ReadXmlFile(const std::wstring& path, tinyxml2::XMLDocument& document)
 bool WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document)
 {
     const std::string bytes = XmlText::Encode(XmlText::Print(document));
-    // commit() flushes the temporary file to the disk before it renames it.
+    // commit() syncs the temporary file to the disk before it renames it. But it does not see when
+    // the last buffer finds the disk full, and would put an empty file in the place of the old one.
     QSaveFile file(QString::fromStdWString(path));
     if (!file.open(QIODevice::WriteOnly) ||
         file.write(bytes.data(), static_cast<qint64>(bytes.size())) !=
             static_cast<qint64>(bytes.size()) ||
-        !file.commit())
+        !file.flush() || !file.commit())
     {
         ZEN_LOG_ERROR("Could not save %s: %s", qUtf8Printable(file.fileName()),
                       qUtf8Printable(file.errorString()));
