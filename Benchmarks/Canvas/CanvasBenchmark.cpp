@@ -17,6 +17,7 @@
 #include <QScrollBar>
 
 #include "CanvasStage.h"
+#include "Timing.h"
 
 namespace {
 
@@ -44,13 +45,6 @@ double MillisecondsOf(QWidget& window, const Work& work)
     QCoreApplication::sendEvent(&window, &update);
     const auto end = std::chrono::steady_clock::now();
     return std::chrono::duration<double, std::milli>(end - begin).count();
-}
-
-double Median(std::vector<double> values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::ranges::nth_element(values, middle);
-    return *middle;
 }
 
 /// The real canvas, filled.

@@ -7,7 +7,6 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -20,27 +19,11 @@
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedObjectListProxy.h"
+#include "Timing.h"
 
 namespace {
 
 constexpr int CanvasSide = 1000;
-
-template <typename Work>
-double SecondsOf(int times, Work work)
-{
-    const auto begin = std::chrono::steady_clock::now();
-    for (int i = 0; i < times; ++i)
-        work();
-    const auto end = std::chrono::steady_clock::now();
-    return std::chrono::duration<double>(end - begin).count() / times;
-}
-
-double Median(std::vector<double>& values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::ranges::nth_element(values, middle);
-    return *middle;
-}
 
 /// Removals write a debug line for each element; a terminal's speed is none of ours.
 void Discard(QtMsgType, const QMessageLogContext&, const QString&) {}

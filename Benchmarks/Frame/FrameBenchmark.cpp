@@ -5,35 +5,18 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdint>
 #include <vector>
 
 #include "LEDEngine/LEDEngine.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
+#include "Timing.h"
 
 namespace {
 
 constexpr int PixelsPerUniverse = 170;
 constexpr int Pairs = 301;
-
-template <typename Work>
-double SecondsOf(int times, Work work)
-{
-    const auto begin = std::chrono::steady_clock::now();
-    for (int i = 0; i < times; ++i)
-        work();
-    const auto end = std::chrono::steady_clock::now();
-    return std::chrono::duration<double>(end - begin).count() / times;
-}
-
-double Median(std::vector<double>& values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::ranges::nth_element(values, middle);
-    return *middle;
-}
 
 /// As large as the pictures that come with the program.
 std::unique_ptr<ZenBitmap> Picture()

@@ -23,6 +23,7 @@
 #include "ArtNet/Stage.h"
 #include "ArtNet/ZenArtNetService.h"
 #include "Platform/IPv4.h"
+#include "Timing.h"
 
 namespace {
 
@@ -60,12 +61,6 @@ void Paced(int frames, const std::function<void()>& frame)
         next += 25ms;
         std::this_thread::sleep_until(next);
     }
-}
-
-double Median(std::vector<double> values)
-{
-    std::ranges::sort(values);
-    return values[values.size() / 2];
 }
 
 Sender Through(ArtNetClient& client)

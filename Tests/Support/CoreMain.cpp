@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+// The main of every test program that needs Qt's core: the cases run as a user without files or
+// settings, so that nothing of whoever runs them is read or written.
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -10,8 +12,8 @@
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    // Nothing of the user who runs the tests is read or written.
     const Support::TemporaryFolder home;
+    setenv("HOME", home.Path().c_str(), 1);
     setenv("XDG_DATA_HOME", (home.Path() / "data").c_str(), 1);
     setenv("XDG_CONFIG_HOME", (home.Path() / "config").c_str(), 1);
     const QCoreApplication application(argc, argv);
