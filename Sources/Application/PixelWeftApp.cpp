@@ -1,15 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "Application/PixelWeftApp.h"
 
-#include "Platform/Locale.h"
+#include <QStyleFactory>
 
-PixelWeftApp::PlainNumbers::PlainNumbers()
+#include "Platform/Locale.h"
+#include "UI/Widgets/DeskLook.h"
+
+PixelWeftApp::Ground::Ground()
 {
     Platform::UseUtf8TextAndPlainNumbers();
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(DeskPalette());
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 }
 
 PixelWeftApp::PixelWeftApp(int& argc, char** argv)
     : QApplication(argc, argv)
+    , window_(boxes_)
 {}
 
 bool PixelWeftApp::event(QEvent* event)

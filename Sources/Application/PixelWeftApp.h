@@ -3,6 +3,7 @@
 
 #include <QApplication>
 
+#include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Main/WEFTMain.h"
 
 /// The application with its one window, which is built after QApplication and goes before it.
@@ -18,11 +19,13 @@ public:
     bool event(QEvent* event) override;
 
 private:
-    /// Makes the numbers of our files plain again before the window reads the first one.
-    struct PlainNumbers
+    /// What must stand before the window: plain numbers for the first file it reads, the look of
+    /// the desk for the first box.
+    struct Ground
     {
-        PlainNumbers();
+        Ground();
     };
-    PlainNumbers plainNumbers_;
+    Ground ground_;
+    WidgetBoxes boxes_;
     WEFTMain window_;
 };

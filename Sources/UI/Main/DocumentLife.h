@@ -8,17 +8,33 @@ class ArtNetNodeModel;
 class DeviceManager;
 class LEDEngine;
 class NetworkChoice;
+class OperatorBoxes;
+class QUndoStack;
+class QWidget;
+class SettingsBlock;
+struct EditorDisplayState;
 
-/// The one mapping document and its fixed file: the first document of a run, loading, saving,
-/// starting empty.
+/// The one mapping document and its fixed file: the first document of a run, new, import, save,
+/// export, and the questions that keep unsaved work from being lost.
 class DocumentLife : public QObject
 {
     Q_OBJECT
 
 public:
-    /// All of them outlive this object.
-    DocumentLife(DeviceManager& manager, LEDEngine& engine, ArtNetNodeModel& nodes,
-                 NetworkChoice& network);
+    struct Parts
+    {
+        DeviceManager& manager;
+        LEDEngine& engine;
+        ArtNetNodeModel& nodes;
+        NetworkChoice& network;
+        SettingsBlock& settings;
+        EditorDisplayState& display;
+        QUndoStack& undoStack;
+        OperatorBoxes& boxes;
+        QWidget* window; ///< the parent of the boxes
+    };
+    /// All parts outlive this object.
+    explicit DocumentLife(const Parts& parts);
 
     void SetMappingFilePath(const QString& path) { mappingFilePath = path; }
     [[nodiscard]] const QString& GetMappingFilePath() const { return mappingFilePath; }
@@ -26,25 +42,45 @@ public:
     /// Loads the document, or begins a new one on the first network and saves it at once.
     void LoadFirst();
 
-    /// Loads another file into the document. False leaves an empty document.
+    /// Loads another file into the document, after a question when there is unsaved work. False
+    /// leaves an empty document, or all as it was when the operator wants that.
     bool Import(const QString& path);
 
     /// Empties the document and loads the library anew.
     void Reset();
 
     /// Writes the document. A save that fails leaves the old file whole and the document unsaved,
-    /// and says so through saveFailed().
+    /// and the operator reads it.
     bool Save();
 
+    /// Whether the program may end: asks when there is unsaved work.
+    [[nodiscard]] bool MayClose();
+
+    /// Gives the canvas another size. Fixtures keep their pixels or their share of the canvas.
+    void ResizeCanvas(int width, int height, bool keepPositions);
+
+public slots:
+    void ActionNew();
+    void ActionImport();
+    void ActionExport();
+    void UpdateCanvasSize(int width, int height);
+
 signals:
+    /// The views let go of the elements; the models are emptied next.
+    void clearing();
+    /// The models are built anew: their views set up their columns.
+    void cleared();
+    /// A document stands in the model.
+    void loaded();
+    void canvasSizeChanged(int width, int height);
     /// The file was written: a host beside us reads it again.
     void FileSaved();
-    void saveFailed(const QString& path);
 
 private:
-    DeviceManager& manager_;
-    LEDEngine& engine_;
-    ArtNetNodeModel& nodes_;
-    NetworkChoice& network_;
+    bool LoadInto(const QString& path);
+    [[nodiscard]] QString StartDirectory() const;
+    void KeepPixels(double factorX, double factorY);
+
+    Parts parts_;
     QString mappingFilePath;
 };

@@ -6,10 +6,13 @@
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
+#include "UI/Editor/EditorDisplayState.h"
 
-StagePreview::StagePreview(DeviceManager& manager, QWidget* parent)
+StagePreview::StagePreview(DeviceManager& manager, const EditorDisplayState& display,
+                           QWidget* parent)
     : QWidget(parent)
     , manager_(manager)
+    , display_(display)
 {
     setObjectName(QStringLiteral("stagePreview"));
     setAccessibleName(tr("Test picture with the placed fixtures"));
@@ -21,7 +24,7 @@ QRectF StagePreview::CanvasOnScreen() const
 {
     const MappedDeviceModel& document = *manager_.GetMappedDeviceModel();
     const QSizeF canvas(document.GetCanvasWidth(), document.GetCanvasHeight());
-    QRectF target(QPointF(), canvas.scaled(size(), Qt::KeepAspectRatio));
+    QRectF target(QPointF(), canvas.scaled(size(), Qt::KeepAspectRatio) * display_.zoom);
     target.moveCenter(QRectF(rect()).center());
     return target;
 }
@@ -33,6 +36,8 @@ void StagePreview::paintEvent(QPaintEvent*)
     const QRectF canvas = CanvasOnScreen();
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(canvas, manager_.GetMappedDeviceModel()->GetTestImage());
+    if (display_.showGrid)
+        PaintGrid(painter, canvas);
     painter.setRenderHint(QPainter::Antialiasing);
     PaintElements(painter, canvas);
 }
@@ -57,4 +62,18 @@ void StagePreview::PaintElements(QPainter& painter, const QRectF& canvas) const
             QRectF(-size.width() / 2, -size.height() / 2, size.width(), size.height()));
         painter.restore();
     }
+}
+
+void StagePreview::PaintGrid(QPainter& painter, const QRectF& canvas) const
+{
+    constexpr double closestLines = 4.0;
+    const MappedDeviceModel& document = *manager_.GetMappedDeviceModel();
+    const double step = canvas.width() / document.GetCanvasWidth();
+    if (step < closestLines)
+        return;
+    painter.setPen(QColor(255, 255, 255, 40));
+    for (double x = canvas.left(); x <= canvas.right(); x += step)
+        painter.drawLine(QPointF(x, canvas.top()), QPointF(x, canvas.bottom()));
+    for (double y = canvas.top(); y <= canvas.bottom(); y += step)
+        painter.drawLine(QPointF(canvas.left(), y), QPointF(canvas.right(), y));
 }

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 class DeviceManager;
+struct EditorDisplayState;
 
 /// The test picture as large as the window allows, with the outline of each placed element on it.
 class StagePreview : public QWidget
@@ -11,8 +12,9 @@ class StagePreview : public QWidget
     Q_OBJECT
 
 public:
-    /// `manager` outlives the widget.
-    explicit StagePreview(DeviceManager& manager, QWidget* parent = nullptr);
+    /// `manager` and `display` outlive the widget.
+    StagePreview(DeviceManager& manager, const EditorDisplayState& display,
+                 QWidget* parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override { return {640, 400}; }
 
@@ -21,7 +23,9 @@ protected:
 
 private:
     [[nodiscard]] QRectF CanvasOnScreen() const;
+    void PaintGrid(QPainter& painter, const QRectF& canvas) const;
     void PaintElements(QPainter& painter, const QRectF& canvas) const;
 
     DeviceManager& manager_;
+    const EditorDisplayState& display_;
 };

@@ -1,58 +1,63 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Main/WEFTMain.h"
 
-#include <cstdlib>
-#include <exception>
-#include <string>
-
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFileDialog>
+#include <QComboBox>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QHeaderView>
 #include <QLabel>
-#include <QMessageBox>
-#include <QPixmap>
-#include <QPushButton>
+#include <QLocale>
+#include <QMenu>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTimer>
+#include <QToolBar>
+#include <QTreeView>
+#include <QUndoStack>
+#include <QUndoView>
 
 #include "LEDEngine/GetIPRange.h"
 #include "LEDEngine/LEDEngine.h"
-#include "LibTools/QSysFileSystem.h"
-#include "LibTools/W32BlitterService.h"
-#include "LibTools/W32RegistryService.h"
-#include "LibTools/W32StringService.h"
-#include "LibTools/W32System.h"
 #include "Log/Log.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
 #include "Model/DeviceModel.h"
 #include "Model/MappedDeviceModel.h"
+#include "Model/MappedObjectListProxy.h"
 #include "Platform/IPv4.h"
 #include "Settings/ApplicationMode.h"
 #include "Settings/ExternalServerPreferences.h"
 #include "Settings/FixtureLibraryPath.h"
-#include "Settings/ModeLogPath.h"
+#include "UI/Dialogs/LEDDialogCanvasSize.h"
+#include "UI/Dialogs/OperatorBoxes.h"
+#include "UI/Dialogs/WEFTAboutDialog.h"
 #include "UI/Library/FixtureConflictBox.h"
+#include "UI/Library/LEDDeviceListView.h"
+#include "UI/Library/LibraryPanel.h"
 #include "UI/Main/DocumentLife.h"
 #include "UI/Main/HostSettings.h"
 #include "UI/Main/NetworkChoice.h"
+#include "UI/Main/SelectionModeButton.h"
 #include "UI/Main/StagePreview.h"
+#include "UI/Main/Startup.h"
+#include "UI/Main/UnsavedWork.h"
+#include "UI/Main/ZoomControls.h"
+#include "UI/TestPattern/LEDTestPatternControl.h"
 
 namespace {
 
 constexpr int NodesMilliseconds = 1000;
 constexpr int NetworkMilliseconds = 3000;
 constexpr int NewCanvasSize = 100;
+constexpr int UndoLimit = 10;
 
 QString BareTitle()
 {
     return QStringLiteral("Zentri PixelWeft 3.2.5");
-}
-
-QString DemoPicture()
-{
-    return QStringLiteral(":/Resources/DemoPicture.bmp");
 }
 
 QString DefaultLibrary()
@@ -60,115 +65,179 @@ QString DefaultLibrary()
     return QStringLiteral(":/wfl/Resources/LEDFixtureLib.wfl");
 }
 
-/// The start can't go on: the log has the reason, no document was touched.
-[[noreturn]] void EndProcess()
-{
-    if (const auto log = Zen::Log::Global())
-        log->Flush();
-    std::_Exit(EXIT_FAILURE);
-}
-
 } // namespace
 
-WEFTMain::WEFTMain()
+WEFTMain::WEFTMain(OperatorBoxes& boxes)
+    : boxes_(boxes)
+    , preferencesDialog_(this)
 {
-    if (!ApplicationMode::Instance().Load()) {
-        ZEN_LOG_ERROR("Cannot determine application mode(mode.xml might be missing).");
-        EndProcess();
-    }
-    InstallServices();
-    StartLogOfMode();
+    Startup::ReadApplicationMode();
+    Startup::InstallServices();
+    Startup::StartLogOfMode();
     ZEN_LOG_INFO("**************************************************");
+    DeviceModel::defaultConflictCallback = AskAboutDocumentFixture;
+    BuildParts();
     QCoreApplication::setOrganizationName(QStringLiteral("Zentri"));
     QCoreApplication::setOrganizationDomain(QStringLiteral("pixelweft.invalid"));
     QCoreApplication::setApplicationName(QStringLiteral("PixelWeft2"));
-    DeviceModel::defaultConflictCallback = AskAboutDocumentFixture;
-    BuildParts();
+    form_.SetUp(*this);
     LoadTestPicture();
-    BuildWindow();
+    BuildTestPattern();
+    BuildUndo();
+    BuildCanvas();
+    BuildLists();
+    BuildDocument();
     Wire();
+    BuildToolBar();
     LoadWindowSettings();
     FindDocument();
     deviceManager_->MergeLibrary(DefaultLibrary(), false, AskAboutLibraryUpdate);
+    BuildTimers();
     setWindowTitle(BareTitle());
 }
 
 WEFTMain::~WEFTMain()
 {
+    // The header counts its columns once more on its way out.
+    form_.mappedTreeView->header()->disconnect(this);
+    form_.treeView->setModel(nullptr);
+    testPattern_.reset();
+    undoView_.reset();
+    Startup::FreeServices();
     hostSettings_.reset();
+    unsavedWork_.reset();
     document_.reset();
     frameLoop_.reset();
+    engine_->ReleaseElements();
+    network_.reset();
     engine_.reset();
     // The preview reads the document until it goes.
     delete takeCentralWidget();
+    libraryPanel_.reset();
+    form_.mappedTreeView->setModel(nullptr);
+    form_.artNetNodes->setModel(nullptr);
     deviceManager_.reset();
     nodeModel_.reset();
 }
 
-void WEFTMain::InstallServices()
-{
-    StringService::global = std::make_unique<W32StringService>();
-    System::global = std::make_unique<W32System>();
-    SysFileSystem::Install(std::make_unique<QSysFileSystem>());
-    BlitterService::Install(std::make_unique<W32BlitterService>());
-    RegistryService::Install(
-        std::make_unique<W32RegistryService>(ApplicationMode::Instance().RegistryRoot()));
-}
-
-void WEFTMain::StartLogOfMode()
-{
-    const auto path = ModeLogPath(ApplicationMode::Instance().mode);
-    if (path.empty())
-        return;
-    try {
-        Zen::Log::SetGlobal(std::make_shared<Zen::Log>(path));
-    } catch (const std::exception& failure) {
-        // A log that can't be written (a full or read-only home) is no reason to leave the stage
-        // dark.
-        ZEN_LOG_ERROR("The log file can't be opened: %s", failure.what());
-    }
-}
+// ---- Building ----------------------------------------------------------------------------------
 
 void WEFTMain::BuildParts()
 {
     deviceManager_ = std::make_unique<DeviceManager>(GetFixtureLibraryPath());
     deviceManager_->Initialize();
     deviceManager_->LoadLibrary(GetFixtureLibraryPath());
-    deviceManager_->GetMappedDeviceModel()->SetSettings(&settings_);
-    deviceManager_->SetCanvasSize(NewCanvasSize, NewCanvasSize);
     engine_ = std::make_unique<LEDEngine>(*deviceManager_);
-    engine_->CreateElements(NewCanvasSize, NewCanvasSize);
     nodeModel_ = std::make_unique<ArtNetNodeModel>();
     frameLoop_ = std::make_unique<FrameLoop>(*deviceManager_, *engine_, selectionSet);
-    network_ = std::make_unique<NetworkChoice>(GetIPRange::Instance(), settings_, *deviceManager_,
-                                               *engine_, [](const QString& text) {
-                                                   QMessageBox box;
-                                                   box.setText(text);
-                                                   box.exec();
-                                               });
-    document_ = std::make_unique<DocumentLife>(*deviceManager_, *engine_, *nodeModel_, *network_);
+    network_ = std::make_unique<NetworkChoice>(
+        GetIPRange::Instance(), settings_, *deviceManager_, *engine_,
+        [this](const QString& text) { boxes_.Notify(nullptr, QString(), text); });
 }
 
 void WEFTMain::LoadTestPicture()
 {
-    QImage picture(settings_.visualFile);
-    if (picture.isNull())
-        picture.load(DemoPicture());
-    deviceManager_->GetMappedDeviceModel()->SetTestImage(picture);
+    MappedDeviceModel& document = *deviceManager_->GetMappedDeviceModel();
+    document.SetSettings(&settings_);
+    const QImage picture(settings_.visualFile);
+    if (!picture.isNull())
+        document.SetTestImage(picture);
+    deviceManager_->SetCanvasSize(NewCanvasSize, NewCanvasSize);
+    engine_->CreateElements(NewCanvasSize, NewCanvasSize);
 }
 
-void WEFTMain::BuildWindow()
+void WEFTMain::BuildTestPattern()
 {
-    setObjectName(QStringLiteral("WEFTMain"));
-    preview_ = new StagePreview(*deviceManager_, this);
-    setCentralWidget(preview_);
+    testPattern_ = std::make_unique<LEDTestPatternControl>();
+    connect(testPattern_.get(), &LEDTestPatternControl::testPatternChange, this,
+            &WEFTMain::SetTestPatternImage);
+    testPattern_->Update();
+}
+
+void WEFTMain::BuildUndo()
+{
+    undoStack_ = new QUndoStack(this);
+    undoStack_->setUndoLimit(UndoLimit);
+    undoView_ = std::make_unique<QUndoView>(undoStack_);
+    undoView_->setWindowTitle(tr("Command List"));
+    undoView_->setAttribute(Qt::WA_QuitOnClose, false);
+
+    const auto iconOf = [](const char* file) {
+        return QIcon(QStringLiteral(":/bitmaps/Bin/bitmaps/") + QLatin1String(file));
+    };
+    QAction* undo = undoStack_->createUndoAction(this, tr("&Undo"));
+    undo->setObjectName(QStringLiteral("actionUndo"));
+    undo->setShortcut(QKeySequence::Undo);
+    undo->setIcon(iconOf("icon_undo.png"));
+    QAction* redo = undoStack_->createRedoAction(this, tr("&Redo"));
+    redo->setObjectName(QStringLiteral("actionRedo"));
+    redo->setShortcut(QKeySequence::Redo);
+    redo->setIcon(iconOf("icon_redo.png"));
+    QAction* selectAll = form_.Action(ActionId::SelectAll);
+    form_.menuEdit->insertAction(selectAll, redo);
+    form_.menuEdit->insertAction(selectAll, undo);
+    form_.menuEdit->insertSeparator(selectAll);
+}
+
+void WEFTMain::BuildCanvas()
+{
+    preview_ = new StagePreview(*deviceManager_, display_, form_.centralwidget);
+    form_.SetCanvas(preview_);
+}
+
+void WEFTMain::BuildLists()
+{
+    libraryPanel_ = std::make_unique<LibraryPanel>(LibraryPanel::Parts{
+        *deviceManager_, *form_.treeView, *form_.buttonDeleteFixture, *undoStack_, boxes_, this});
+    form_.mappedTreeView->setModel(deviceManager_->GetMappedObjectListProxy());
+    form_.mappedTreeView->sortByColumn(MappedDeviceModel::ManufacturerColumn, Qt::AscendingOrder);
+    connect(form_.mappedTreeView->header(), &QHeaderView::sectionCountChanged, this,
+            &WEFTMain::SetUpListColumns);
+    form_.artNetNodes->setModel(nodeModel_.get());
+    form_.artNetNodes->sortByColumn(1, Qt::AscendingOrder);
+    SetUpListColumns();
     networkLabel_ = new QLabel(this);
     networkLabel_->setObjectName(QStringLiteral("networkLabel"));
     outputLabel_ = new QLabel(this);
     outputLabel_->setObjectName(QStringLiteral("outputLabel"));
-    statusBar()->addWidget(networkLabel_, 1);
-    statusBar()->addPermanentWidget(outputLabel_);
+    form_.statusbar->addWidget(networkLabel_, 1);
+    form_.statusbar->addPermanentWidget(outputLabel_);
+}
 
+void WEFTMain::SetUpListColumns()
+{
+    form_.treeView->SetUpColumns();
+    QTreeView& mapped = *form_.mappedTreeView;
+    for (int column = 0; column < MappedDeviceModel::ColumnCount; ++column) {
+        const bool shown = column <= MappedDeviceModel::ProductColumn ||
+                           column == MappedDeviceModel::AddressColumn;
+        const bool hidden =
+            column >= MappedDeviceModel::SizeColumn && column < MappedDeviceModel::AddressColumn;
+        if (shown || hidden)
+            mapped.setColumnHidden(column, hidden);
+    }
+    mapped.setColumnWidth(MappedDeviceModel::SizeColumn, 50);
+}
+
+void WEFTMain::BuildDocument()
+{
+    document_ = std::make_unique<DocumentLife>(
+        DocumentLife::Parts{*deviceManager_, *engine_, *nodeModel_, *network_, settings_, display_,
+                            *undoStack_, boxes_, this});
+    unsavedWork_ = std::make_unique<UnsavedWork>(*deviceManager_, *nodeModel_);
+}
+
+void WEFTMain::BuildToolBar()
+{
+    selectionModeButton_ =
+        new SelectionModeButton(*deviceManager_, {form_.Action(ActionId::SelectionModeNone),
+                                                  form_.Action(ActionId::SelectionModeSolid),
+                                                  form_.Action(ActionId::SelectionModeFlash)});
+    form_.toolBar->insertWidget(form_.Action(ActionId::DisplayPixelGrid), selectionModeButton_);
+}
+
+void WEFTMain::BuildTimers()
+{
     engineTimer = new QTimer(this);
     engineTimer->setTimerType(Qt::PreciseTimer);
     engineTimer->setInterval(FrameLoop::TickMilliseconds);
@@ -178,13 +247,18 @@ void WEFTMain::BuildWindow()
     networkTimer = new QTimer(this);
     networkTimer->setTimerType(Qt::CoarseTimer);
     networkTimer->setInterval(NetworkMilliseconds);
+    connect(engineTimer, &QTimer::timeout, this, &WEFTMain::UpdateEngine);
+    connect(nodesTimer, &QTimer::timeout, this, &WEFTMain::ProcessNodesList);
+    connect(networkTimer, &QTimer::timeout, network_.get(), &NetworkChoice::CheckNetworkUpdates);
 }
 
 void WEFTMain::Wire()
 {
-    connect(engineTimer, &QTimer::timeout, this, &WEFTMain::UpdateEngine);
-    connect(nodesTimer, &QTimer::timeout, this, &WEFTMain::ProcessNodesList);
-    connect(networkTimer, &QTimer::timeout, network_.get(), &NetworkChoice::CheckNetworkUpdates);
+    for (const ActionRow& row : ActionTable()) {
+        if (row.slot)
+            connect(form_.Action(row.id), &QAction::triggered, this,
+                    [this, slot = row.slot] { (this->*slot)(); });
+    }
     connect(deviceManager_.get(), &DeviceManager::mappingsChanged, this,
             &WEFTMain::updateLEDEngine);
     connect(deviceManager_->GetMappedDeviceModel(), &MappedDeviceModel::mappingsChanged, this,
@@ -192,21 +266,45 @@ void WEFTMain::Wire()
     connect(deviceManager_.get(), &DeviceManager::signalDocumentSavedState, this,
             &WEFTMain::DocumentSavedStateUpdated);
     connect(network_.get(), &NetworkChoice::networkChanged, this, &WEFTMain::ProcessNodesList);
+    connect(&preferencesDialog_, &WEFTDialogPreferences::resetFixturesConfirmed, this,
+            &WEFTMain::RemoveLocalFixturesAndReset);
+    zoom_ = new ZoomControls(display_, settings_, this);
+    form_.toolBar->insertWidget(form_.Action(ActionId::ZoomIn), zoom_->Combo());
+    connect(zoom_, &ZoomControls::zoomChanged, preview_, qOverload<>(&QWidget::update));
+    WireDocument();
+}
+
+void WEFTMain::WireDocument()
+{
     connect(document_.get(), &DocumentLife::FileSaved, &engine_->GetTrigger(),
             &ArtNetTrigger::reloadMappingFile);
-    connect(document_.get(), &DocumentLife::saveFailed, this, [this](const QString& path) {
-        QMessageBox::warning(this, tr("Mapping Not Saved"),
-                             tr("The mapping could not be saved to %1.\n\nThe file there is as "
-                                "it was before.")
-                                 .arg(path));
+    connect(document_.get(), &DocumentLife::clearing, this, [this] { selectionSet.clear(); });
+    connect(document_.get(), &DocumentLife::cleared, this, &WEFTMain::SetUpListColumns);
+    connect(document_.get(), &DocumentLife::loaded, this, [this] {
+        libraryPanel_->SortByProduct();
+        SetUpListColumns();
     });
+    connect(document_.get(), &DocumentLife::canvasSizeChanged, this,
+            &WEFTMain::updatePreviewWindow);
+    connect(deviceManager_.get(), &DeviceManager::changeCanvasSize, document_.get(),
+            &DocumentLife::UpdateCanvasSize);
 }
+
+// ---- Start and end -----------------------------------------------------------------------------
 
 void WEFTMain::LoadWindowSettings()
 {
     const QSettings* store = settings_.Load();
     resize(store->value(QStringLiteral("lastSize"), QSize(1024, 600)).toSize());
     move(store->value(QStringLiteral("lastPosition"), QPoint(200, 200)).toPoint());
+    testPattern_->ReadSettings(*store);
+    display_.Read(*store);
+    zoom_->UpdateZoomWidgets();
+    display_.showGrid = settings_.showGrid;
+    form_.Action(ActionId::DisplayPixelGrid)->setChecked(settings_.showGrid);
+    display_.snapToGrid = settings_.snapToGrid;
+    form_.Action(ActionId::SnapToGrid)->setChecked(settings_.snapToGrid);
+    testPattern_->Update();
 }
 
 void WEFTMain::SaveWindowSettings()
@@ -216,7 +314,9 @@ void WEFTMain::SaveWindowSettings()
         return;
     store->setValue(QStringLiteral("lastPosition"), pos());
     store->setValue(QStringLiteral("lastSize"), size());
-    store->setValue(QStringLiteral("lastInnerSize"), preview_->width());
+    store->setValue(QStringLiteral("lastInnerSize"), form_.centralwidget->width());
+    testPattern_->WriteSettings(*store);
+    display_.Write(*store);
     store->sync();
 }
 
@@ -234,35 +334,44 @@ void WEFTMain::FindDocument()
             hostSettings_.get(), &HostSettings::artNetDMXInputSettingsReceived);
     document_->SetMappingFilePath(preferences_->Load()
                                       ? QString::fromStdWString(preferences_->mappingPath)
-                                      : AskForDocumentFolder());
-}
-
-QString WEFTMain::AskForDocumentFolder()
-{
-    const QString host = GetHostName();
-    ZEN_LOG_ERROR("%s Library not found", host.toUtf8().constData());
-    QString folder;
-    while (folder.isEmpty()) {
-        QMessageBox box(
-            QMessageBox::NoIcon, tr("%1 Library Not Found").arg(host),
-            tr("PixelWeft requires that %1 has an active Library before starting, please choose "
-               "a working directory")
-                .arg(host));
-        const auto* choose = box.addButton(tr("Choose"), QMessageBox::AcceptRole);
-        box.addButton(tr("Quit"), QMessageBox::RejectRole);
-        box.exec();
-        if (box.clickedButton() != choose) {
-            ZEN_LOG_ERROR("Shutting down because libary is missing");
-            EndProcess();
-        }
-        folder = QFileDialog::getExistingDirectory(nullptr, tr("working directory"));
-    }
-    return folder + QStringLiteral("/mapping.wfm");
+                                      : Startup::AskForDocumentPath(boxes_));
 }
 
 void WEFTMain::LoadFirstDocument()
 {
     document_->LoadFirst();
+    libraryPanel_->SortByProduct();
+    OfferUnsavedWork();
+    unsavedWork_->Watch(document_->GetMappingFilePath());
+}
+
+void WEFTMain::OfferUnsavedWork()
+{
+    const QString& path = document_->GetMappingFilePath();
+    const QString kept = UnsavedWork::FileFor(path);
+    if (!UnsavedWork::IsLeftOver(path)) {
+        QFile::remove(kept);
+        return;
+    }
+    const QString when = QLocale().toString(QFileInfo(kept).lastModified(), QLocale::ShortFormat);
+    OperatorBoxes::Choice choice;
+    choice.icon = QMessageBox::Question;
+    choice.title = tr("Unsaved Work Found");
+    choice.text = tr("PixelWeft ended before your last changes were saved. They were kept on %1."
+                     "\n\nDo you want to go on with them?")
+                      .arg(when);
+    choice.buttons = QStringList{tr("Restore"), tr("Discard")};
+    // Escape loses nothing: what is restored is unsaved until the operator saves it.
+    choice.onEscape = 0;
+    if (boxes_.Choose(choice) == 0) {
+        if (document_->Import(kept)) {
+            deviceManager_->SetDocumentDirty(true);
+            return;
+        }
+        ZEN_LOG_ERROR("The unsaved work can't be read");
+        document_->LoadFirst();
+    }
+    QFile::remove(kept);
 }
 
 void WEFTMain::StartTimers()
@@ -271,6 +380,27 @@ void WEFTMain::StartTimers()
     nodesTimer->start();
     networkTimer->start();
 }
+
+void WEFTMain::closeEvent(QCloseEvent* event)
+{
+    if (!document_->MayClose()) {
+        if (event)
+            event->ignore();
+        return;
+    }
+    unsavedWork_->Discard();
+    SaveWindowSettings();
+    if (event)
+        event->accept();
+    QCoreApplication::quit();
+}
+
+void WEFTMain::ActionQuit()
+{
+    closeEvent(nullptr);
+}
+
+// ---- The run loop ------------------------------------------------------------------------------
 
 void WEFTMain::UpdateEngine()
 {
@@ -297,26 +427,185 @@ void WEFTMain::updateLEDEngine()
     engine_->ReleaseElements();
     const MappedDeviceModel& document = *deviceManager_->GetMappedDeviceModel();
     if (!engine_->CreateElements(document.GetCanvasWidth(), document.GetCanvasHeight()))
-        QMessageBox::warning(this, QString(),
-                             tr("The DMX output engine could not be initialised. Is there "
-                                "another instance running?"));
+        boxes_.Notify(this, QString(),
+                      tr("The DMX output engine could not be initialised. Is there another "
+                         "instance running?"));
     updatePreviewWindow();
 }
 
 void WEFTMain::updatePreviewWindow()
 {
-    preview_->update();
+    if (preview_)
+        preview_->update();
 }
+
+// ---- The document ------------------------------------------------------------------------------
 
 void WEFTMain::DocumentSavedStateUpdated(bool saved)
 {
     setWindowTitle(QStringLiteral("%1 (%2)").arg(BareTitle(), saved ? tr("saved") : tr("unsaved")));
+    form_.Action(ActionId::Save)->setEnabled(!saved);
 }
 
-void WEFTMain::closeEvent(QCloseEvent* event)
+void WEFTMain::ActionNew()
 {
-    SaveWindowSettings();
-    if (event)
-        event->accept();
-    QCoreApplication::quit();
+    document_->ActionNew();
+}
+
+void WEFTMain::ActionImport()
+{
+    document_->ActionImport();
+}
+
+void WEFTMain::ActionExport()
+{
+    document_->ActionExport();
+}
+
+void WEFTMain::ActionSaveFile()
+{
+    document_->Save();
+}
+
+void WEFTMain::ActionCanvasSize()
+{
+    LEDDialogCanvasSize dialog(this);
+    int width = 0;
+    int height = 0;
+    deviceManager_->GetCanvasSize(width, height);
+    dialog.SetSize(width, height);
+    if (dialog.exec() == QDialog::Accepted)
+        document_->ResizeCanvas(dialog.GetWidth(), dialog.GetHeight(), dialog.KeepsPositions());
+}
+
+void WEFTMain::ActionAbout()
+{
+    WEFTAboutDialog(this).exec();
+}
+
+// ---- What the user sets ------------------------------------------------------------------------
+
+void WEFTMain::ActionPreferences()
+{
+    preferencesDialog_.SetControls(settings_,
+                                   deviceManager_->GetMappedDeviceModel()->IsAutoUnicast());
+    if (preferencesDialog_.exec() == QDialog::Accepted)
+        ApplyPreferences();
+}
+
+void WEFTMain::ApplyPreferences()
+{
+    SnapToGrid(preferencesDialog_.GetSnapToGrid());
+    form_.Action(ActionId::SnapToGrid)->setChecked(settings_.snapToGrid);
+    if (preferencesDialog_.GetShowGrid() != settings_.showGrid) {
+        ShowGrid(preferencesDialog_.GetShowGrid());
+        form_.Action(ActionId::DisplayPixelGrid)->setChecked(settings_.showGrid);
+    }
+    settings_.zoomStyle = preferencesDialog_.GetZoomStyle();
+    settings_.Save();
+    MappedDeviceModel& document = *deviceManager_->GetMappedDeviceModel();
+    if (preferencesDialog_.GetAutoUnicast() != document.IsAutoUnicast()) {
+        document.SetAutoUnicast(preferencesDialog_.GetAutoUnicast());
+        deviceManager_->SetDocumentDirty(true);
+    }
+}
+
+void WEFTMain::ShowGrid(bool on)
+{
+    settings_.showGrid = on;
+    settings_.Save();
+    display_.showGrid = on;
+    updatePreviewWindow();
+}
+
+void WEFTMain::SnapToGrid(bool on)
+{
+    settings_.snapToGrid = on;
+    settings_.Save();
+    display_.snapToGrid = on;
+}
+
+void WEFTMain::ActionDisplayPixelGrid()
+{
+    ShowGrid(form_.Action(ActionId::DisplayPixelGrid)->isChecked());
+}
+
+void WEFTMain::ActionToggleSnapToGrid()
+{
+    SnapToGrid(form_.Action(ActionId::SnapToGrid)->isChecked());
+}
+
+void WEFTMain::ActionZoomIn()
+{
+    zoom_->ActionZoomIn();
+}
+
+void WEFTMain::ActionZoomOut()
+{
+    zoom_->ActionZoomOut();
+}
+
+void WEFTMain::ActionSelectionMode_None()
+{
+    selectionModeButton_->SetMode(0);
+}
+
+void WEFTMain::ActionSelectionMode_Solid()
+{
+    selectionModeButton_->SetMode(1);
+}
+
+void WEFTMain::ActionSelectionMode_Flash()
+{
+    selectionModeButton_->SetMode(2);
+}
+
+// ---- The test picture --------------------------------------------------------------------------
+
+void WEFTMain::ActionChooseTestImage()
+{
+    const QString file = boxes_.OpenFile(this, tr("Open Test Image"), QString(),
+                                         tr("Image Files (*.bmp *.png *.gif)"));
+    if (!file.isEmpty())
+        testPattern_->SetFile(file);
+}
+
+void WEFTMain::ActionChooseTestImageDirectory()
+{
+    const QString directory = boxes_.ChooseDirectory(this, tr("Choose Test Image Directory"));
+    if (!directory.isEmpty())
+        testPattern_->SetDirectory(directory);
+}
+
+void WEFTMain::ActionNextTestImage()
+{
+    testPattern_->Next();
+}
+
+void WEFTMain::ActionPreviousTestImage()
+{
+    testPattern_->Previous();
+}
+
+void WEFTMain::SetTestPatternImage(QPixmap* picture)
+{
+    if (picture)
+        deviceManager_->GetMappedDeviceModel()->SetTestImage(*picture);
+    updateLEDEngine();
+    updatePreviewWindow();
+}
+
+// ---- The library -------------------------------------------------------------------------------
+
+void WEFTMain::ActionImportFixtures()
+{
+    libraryPanel_->ActionImportFixtures();
+}
+
+void WEFTMain::RemoveLocalFixturesAndReset()
+{
+    // The fixtures that the document uses go: its changes are not asked about.
+    deviceManager_->SetDocumentDirty(false);
+    libraryPanel_->RemoveLocalFixtures();
+    ActionNew();
 }

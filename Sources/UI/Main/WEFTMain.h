@@ -6,7 +6,10 @@
 #include <QMainWindow>
 
 #include "Settings/SettingsBlock.h"
+#include "UI/Dialogs/WEFTDialogPreferences.h"
+#include "UI/Editor/EditorDisplayState.h"
 #include "UI/Main/FrameLoop.h"
+#include "UI/Main/MainWindowForm.h"
 
 class ArtNetNodeModel;
 class DeviceManager;
@@ -14,10 +17,18 @@ class DocumentLife;
 class ExternalServerPreferences;
 class HostSettings;
 class LEDEngine;
+class LEDTestPatternControl;
+class LibraryPanel;
 class NetworkChoice;
+class OperatorBoxes;
 class QLabel;
 class QTimer;
+class QUndoStack;
+class QUndoView;
+class SelectionModeButton;
 class StagePreview;
+class UnsavedWork;
+class ZoomControls;
 
 /// The main window: builds the program's parts in their order, owns them and wires them. What they
 /// do is theirs.
@@ -26,9 +37,9 @@ class WEFTMain : public QMainWindow
     Q_OBJECT
 
 public:
-    /// Ends the process, after a line in the log, when the application mode is unknown or the
-    /// operator has no library and quits.
-    WEFTMain();
+    /// `boxes` outlives the window. Ends the process, after a line in the log, when the application
+    /// mode is unknown or the operator has no library and quits.
+    explicit WEFTMain(OperatorBoxes& boxes);
     ~WEFTMain() override;
 
     /// Loads the document of the mode, or begins one. Comes after the window is shown.
@@ -40,6 +51,33 @@ public:
     [[nodiscard]] QString GetHostName() const;
 
 public slots:
+    void ActionNew();
+    void ActionImport();
+    void ActionExport();
+    void ActionSaveFile();
+    void ActionQuit();
+    void ActionCanvasSize();
+    void ActionAbout();
+    void ActionPreferences();
+
+    void ActionZoomIn();
+    void ActionZoomOut();
+    void ActionDisplayPixelGrid();
+    void ActionToggleSnapToGrid();
+
+    void ActionChooseTestImage();
+    void ActionChooseTestImageDirectory();
+    void ActionNextTestImage();
+    void ActionPreviousTestImage();
+    void SetTestPatternImage(QPixmap* picture);
+
+    void ActionSelectionMode_None();
+    void ActionSelectionMode_Solid();
+    void ActionSelectionMode_Flash();
+
+    void ActionImportFixtures();
+    void RemoveLocalFixturesAndReset();
+
     void UpdateEngine();
     void ProcessNodesList();
     void updateLEDEngine();
@@ -47,31 +85,52 @@ public slots:
     void DocumentSavedStateUpdated(bool saved);
 
 protected:
+    /// Also called without an event, by ActionQuit.
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void StartLogOfMode();
-    void InstallServices();
     void BuildParts();
-    void BuildWindow();
-    void Wire();
     void LoadTestPicture();
+    void BuildTestPattern();
+    void BuildUndo();
+    void BuildCanvas();
+    void BuildLists();
+    void BuildDocument();
+    void BuildToolBar();
+    void BuildTimers();
+    void Wire();
+    void WireDocument();
+    void SetUpListColumns();
     void LoadWindowSettings();
     void SaveWindowSettings();
     void FindDocument();
-    QString AskForDocumentFolder();
+    void OfferUnsavedWork();
+    void ApplyPreferences();
+    void ShowGrid(bool on);
+    void SnapToGrid(bool on);
 
+    OperatorBoxes& boxes_;
+    WEFTDialogPreferences preferencesDialog_;
     SettingsBlock settings_;
+    EditorDisplayState display_;
     FrameLoop::Selection selectionSet;
+    MainWindowForm form_;
     std::unique_ptr<ExternalServerPreferences> preferences_;
     std::unique_ptr<ArtNetNodeModel> nodeModel_;
     std::unique_ptr<DeviceManager> deviceManager_;
     std::unique_ptr<LEDEngine> engine_;
     std::unique_ptr<FrameLoop> frameLoop_;
     std::unique_ptr<NetworkChoice> network_;
+    std::unique_ptr<LEDTestPatternControl> testPattern_;
+    std::unique_ptr<QUndoView> undoView_;
+    std::unique_ptr<LibraryPanel> libraryPanel_;
     std::unique_ptr<DocumentLife> document_;
+    std::unique_ptr<UnsavedWork> unsavedWork_;
     std::unique_ptr<HostSettings> hostSettings_;
 
+    QUndoStack* undoStack_ = nullptr;
+    ZoomControls* zoom_ = nullptr;
+    SelectionModeButton* selectionModeButton_ = nullptr;
     StagePreview* preview_ = nullptr;
     QLabel* networkLabel_ = nullptr;
     QLabel* outputLabel_ = nullptr;

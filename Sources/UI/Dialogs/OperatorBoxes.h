@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QMessageBox>
+#include <QString>
+#include <QStringList>
+
+/// The boxes through which the program speaks with the operator. The program shows real ones; a
+/// test can give the answers itself. All of them wait for the answer; frames go on meanwhile.
+class OperatorBoxes
+{
+public:
+    virtual ~OperatorBoxes() = default;
+
+    /// A question with Yes and Cancel; true for Yes. Escape is Cancel.
+    [[nodiscard]] virtual bool Ask(QWidget* parent, const QString& title, const QString& text,
+                                   QMessageBox::StandardButton byDefault) = 0;
+    /// A notice with OK.
+    virtual void Notify(QWidget* parent, const QString& title, const QString& text) = 0;
+
+    struct Choice
+    {
+        QMessageBox::Icon icon = QMessageBox::NoIcon;
+        QString title;
+        QString text;
+        QStringList buttons; ///< the first is the default
+        int onEscape = -1;   ///< the button that Escape presses, -1: Escape does nothing
+    };
+    /// A box without a parent and with buttons of its own; the index of the pressed one.
+    [[nodiscard]] virtual int Choose(const Choice& choice) = 0;
+
+    // The file dialogs give an empty text when they are cancelled.
+    [[nodiscard]] virtual QString OpenFile(QWidget* parent, const QString& caption,
+                                           const QString& directory, const QString& filter) = 0;
+    [[nodiscard]] virtual QString SaveFile(QWidget* parent, const QString& caption,
+                                           const QString& directory, const QString& filter) = 0;
+    [[nodiscard]] virtual QString ChooseDirectory(QWidget* parent, const QString& caption) = 0;
+};
+
+/// The real boxes.
+class WidgetBoxes final : public OperatorBoxes
+{
+public:
+    bool Ask(QWidget* parent, const QString& title, const QString& text,
+             QMessageBox::StandardButton byDefault) override;
+    void Notify(QWidget* parent, const QString& title, const QString& text) override;
+    int Choose(const Choice& choice) override;
+    QString OpenFile(QWidget* parent, const QString& caption, const QString& directory,
+                     const QString& filter) override;
+    QString SaveFile(QWidget* parent, const QString& caption, const QString& directory,
+                     const QString& filter) override;
+    QString ChooseDirectory(QWidget* parent, const QString& caption) override;
+};

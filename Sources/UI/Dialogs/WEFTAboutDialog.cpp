@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Dialogs/WEFTAboutDialog.h"
+
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QLabel>
+#include <QPixmap>
+#include <QTextStream>
+#include <QVBoxLayout>
+
+#include "Log/Log.h"
+
+namespace {
+
+constexpr int LongestLine = 512;
+
+/// The credits are kept as literals: u8"Text".
+QString Plain(QString line)
+{
+    return line.remove(QStringLiteral("u8\"")).remove(QLatin1Char('"'));
+}
+
+QLabel* Line(const QString& name, const QString& text)
+{
+    auto* label = new QLabel(text);
+    label->setObjectName(name);
+    label->setAlignment(Qt::AlignHCenter);
+    return label;
+}
+
+} // namespace
+
+WEFTAboutDialog::WEFTAboutDialog(QWidget* parent, const QString& creditsFile)
+    : QDialog(parent)
+{
+    setObjectName(QStringLiteral("WEFTAboutDialog"));
+    setWindowFlags((windowFlags() & ~Qt::WindowMaximizeButtonHint) | Qt::CustomizeWindowHint);
+    setWindowTitle(tr("About Zentri PixelWeft"));
+    setFixedSize(360, 257);
+
+    auto* sign = Line(QStringLiteral("labelIcon"), QString());
+    sign->setPixmap(QIcon(QStringLiteral(":/bitmaps/PixelWeft.png")).pixmap(64, 64));
+    auto* name = Line(QStringLiteral("labelName"), tr("Zentri PixelWeft"));
+    QFont large = name->font();
+    large.setPointSizeF(large.pointSizeF() * 1.5);
+    large.setBold(true);
+    name->setFont(large);
+    auto* version = Line(QStringLiteral("labelVersion"), tr("Version 3.2.5 alpha"));
+    auto* copyright = Line(QStringLiteral("labelCopyRight"), tr("Copyright"));
+    auto* team = Line(QStringLiteral("labelTeam"), tr("Team"));
+    team->setWordWrap(true);
+
+    QFile credits(creditsFile);
+    if (credits.open(QIODevice::ReadOnly)) {
+        QTextStream text(&credits);
+        text.setCodec("UTF-8");
+        copyright->setText(Plain(text.readLine(LongestLine)));
+        team->setText(Plain(text.readLine()));
+    } else {
+        ZEN_LOG_ERROR("The credits can't be opened: %s", creditsFile.toUtf8().constData());
+    }
+
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
+    buttons->setObjectName(QStringLiteral("buttonBox"));
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+
+    auto* layout = new QVBoxLayout(this);
+    for (QLabel* label : {sign, name, version, copyright, team})
+        layout->addWidget(label);
+    layout->addStretch();
+    layout->addWidget(buttons);
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDialog>
+
+class QCheckBox;
+class QRadioButton;
+class SettingsBlock;
+
+/// Edits what the user set for the interface and the document's way of sending. It keeps nothing:
+/// the window fills it before and reads it after an accept.
+class WEFTDialogPreferences : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit WEFTDialogPreferences(QWidget* parent = nullptr);
+
+    void SetControls(const SettingsBlock& settings, bool autoUnicast);
+
+    [[nodiscard]] bool GetShowGrid() const;
+    [[nodiscard]] bool GetSnapToGrid() const;
+    /// The zoom follows 0 the cursor, 1 the selection.
+    [[nodiscard]] int GetZoomStyle() const;
+    [[nodiscard]] bool GetAutoUnicast() const;
+
+signals:
+    /// At once when the operator confirmed, whatever becomes of the dialog.
+    void resetFixturesConfirmed();
+
+public slots:
+    void restoreFixtureClicked();
+
+private:
+    [[nodiscard]] QWidget* BuildInterfaceGroup();
+    [[nodiscard]] QWidget* BuildFixturesGroup();
+    [[nodiscard]] QWidget* BuildArtNetGroup();
+
+    QCheckBox* checkShowGrid = nullptr;
+    QCheckBox* checkSnapGrid = nullptr;
+    QRadioButton* radioZoomCursor = nullptr;
+    QRadioButton* radioZoomSelection = nullptr;
+    QRadioButton* artNetBroadcast = nullptr;
+    QRadioButton* artNetAutoUnicast = nullptr;
+};

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Library/LEDDeviceListView.h"
+
+#include <QApplication>
+#include <QDrag>
+#include <QMouseEvent>
+
+#include "Model/DeviceListProxy.h"
+#include "Model/DeviceManager.h"
+#include "Model/DeviceModel.h"
+
+LEDDeviceListView::LEDDeviceListView(QWidget* parent)
+    : QTreeView(parent)
+{
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setSortingEnabled(true);
+    setAllColumnsShowFocus(true);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+}
+
+void LEDDeviceListView::SetDeviceManager(DeviceManager* manager)
+{
+    deviceManager_ = manager;
+    SetUpColumns();
+}
+
+void LEDDeviceListView::SetUpColumns()
+{
+    setColumnWidth(DeviceModel::ManufacturerColumn, 120);
+    setColumnWidth(DeviceModel::ProductColumn, 200);
+    setColumnWidth(DeviceModel::SizeColumn, 50);
+    for (int column = DeviceModel::ItemColumn; column < DeviceModel::ColumnCount; ++column)
+        hideColumn(column);
+}
+
+std::optional<std::int64_t> LEDDeviceListView::CurrentFixtureID() const
+{
+    const QModelIndex current = currentIndex();
+    if (!deviceManager_ || !current.isValid() || !current.parent().isValid())
+        return std::nullopt;
+    const QModelIndex row = deviceManager_->GetDeviceListProxy()->mapToSource(current);
+    const QStandardItem* item = deviceManager_->GetDeviceModel()->itemFromIndex(
+        row.sibling(row.row(), DeviceModel::ItemColumn));
+    const auto* fixture = dynamic_cast<const DeviceLedItem*>(item);
+    return fixture ? std::optional(fixture->uniqueID) : std::nullopt;
+}
+
+std::unique_ptr<QMimeData> LEDDeviceListView::DragData() const
+{
+    const auto fixtureID = CurrentFixtureID();
+    if (!fixtureID)
+        return nullptr;
+    auto load = std::make_unique<QMimeData>();
+    load->setData(QLatin1String(FixtureMimeType),
+                  QByteArray::number(static_cast<qlonglong>(*fixtureID)));
+    return load;
+}
+
+void LEDDeviceListView::mousePressEvent(QMouseEvent* event)
+{
+    QTreeView::mousePressEvent(event);
+    pressPosition_ = event->pos();
+}
+
+void LEDDeviceListView::mouseMoveEvent(QMouseEvent* event)
+{
+    const int distance = (event->pos() - pressPosition_).manhattanLength();
+    if (!event->buttons().testFlag(Qt::LeftButton) || distance < QApplication::startDragDistance())
+        return QTreeView::mouseMoveEvent(event);
+    auto load = DragData();
+    if (!load)
+        return QTreeView::mouseMoveEvent(event);
+    // The drag belongs to Qt, which deletes it after the drop.
+    auto* drag = new QDrag(this);
+    drag->setMimeData(load.release());
+    drag->exec(Qt::MoveAction);
+}

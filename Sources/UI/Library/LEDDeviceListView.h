@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+#include <QMimeData>
+#include <QPoint>
+#include <QTreeView>
+
+class DeviceManager;
+
+/// The list of the fixture library, from which fixtures are dragged to the canvas.
+class LEDDeviceListView : public QTreeView
+{
+    Q_OBJECT
+
+public:
+    explicit LEDDeviceListView(QWidget* parent = nullptr);
+
+    /// `manager` outlives the view; its library's proxy is the view's model by then. Hides what
+    /// only the program reads.
+    void SetDeviceManager(DeviceManager* manager);
+    /// The model forgets its columns with every reload.
+    void SetUpColumns();
+
+    /// The fixture of the current row; none on a manufacturer.
+    [[nodiscard]] std::optional<std::int64_t> CurrentFixtureID() const;
+    /// What a drag of the current row carries, null when it can't be dragged.
+    [[nodiscard]] std::unique_ptr<QMimeData> DragData() const;
+
+    static constexpr auto FixtureMimeType = "application/zentriledfixture";
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+
+private:
+    DeviceManager* deviceManager_ = nullptr;
+    QPoint pressPosition_;
+};

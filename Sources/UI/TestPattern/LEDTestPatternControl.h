@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include <QObject>
+#include <QPixmap>
+#include <QString>
+#include <QStringList>
+
+class QSettings;
+
+/// Which picture the canvas shows and the engine samples: one of two built-in pictures, one file of
+/// the user or the pictures of one directory. The selection counts through them in this order, and
+/// a picture that can't be read is passed over without a word. Main thread only.
+class LEDTestPatternControl : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit LEDTestPatternControl(QObject* parent = nullptr);
+    ~LEDTestPatternControl() override;
+
+    /// The picture now in force; null before the first Update.
+    [[nodiscard]] QPixmap* GetPixmap() const { return pixmap_.get(); }
+    [[nodiscard]] std::int32_t GetSelection() const { return selection_; }
+
+    /// Loads the selected picture, corrects the selection where nothing is behind it, and tells.
+    void Update();
+
+    /// The pictures of this directory from now on.
+    void SetDirectory(const QString& directory);
+    /// This file of the user from now on.
+    void SetFile(const QString& file);
+    void Next();
+    void Previous();
+
+    /// A missing key reads as empty and 0. No picture is loaded yet.
+    void ReadSettings(const QSettings& store);
+    void WriteSettings(QSettings& store) const;
+
+signals:
+    /// The old picture lives until everybody has taken the new one.
+    void testPatternChange(QPixmap* newtestpattern);
+
+private:
+    [[nodiscard]] std::unique_ptr<QPixmap> Make();
+    [[nodiscard]] std::unique_ptr<QPixmap> MakeWithoutDirectory();
+    [[nodiscard]] std::unique_ptr<QPixmap> MakeFromDirectory(const QStringList& files);
+    [[nodiscard]] std::unique_ptr<QPixmap> BuiltIn(std::int32_t which);
+    [[nodiscard]] QStringList ListDirectory() const;
+
+    QString directory_;
+    QString userFile_;
+    std::unique_ptr<QPixmap> pixmap_;
+    std::int32_t selection_ = 0;
+};

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Widgets/LedIndicator.h"
+
+#include <QConicalGradient>
+#include <QPainter>
+#include <QRadialGradient>
+
+LedIndicator::LedIndicator(QWidget* parent)
+    : QWidget(parent)
+{
+    setFixedSize(SideLength, SideLength);
+    timer_.setInterval(HoldMilliseconds);
+    connect(&timer_, &QTimer::timeout, this, &LedIndicator::toggleOff);
+    timer_.start();
+}
+
+void LedIndicator::SetColor(const QColor& color)
+{
+    color_ = color;
+    pixmaps_ = {};
+    update();
+}
+
+void LedIndicator::toggleOn()
+{
+    holdOn = true;
+    if (!on_)
+        Show(true);
+}
+
+void LedIndicator::toggleOff()
+{
+    if (on_ && !holdOn)
+        Show(false);
+    holdOn = false;
+}
+
+void LedIndicator::Show(bool on)
+{
+    on_ = on;
+    repaint();
+}
+
+void LedIndicator::paintEvent(QPaintEvent*)
+{
+    QPixmap& pixmap = pixmaps_[on_ ? 1 : 0];
+    if (pixmap.isNull() || pixmap.devicePixelRatio() != devicePixelRatioF())
+        pixmap = Draw(on_);
+    QPainter(this).drawPixmap(0, 0, pixmap);
+}
+
+QPixmap LedIndicator::Draw(bool on) const
+{
+    constexpr double ringWidth = 3.0;
+    constexpr int darkness = 300;
+    QPixmap pixmap(size() * devicePixelRatioF());
+    pixmap.setDevicePixelRatio(devicePixelRatioF());
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+
+    const QRectF outside = QRectF(rect()).adjusted(2, 2, -2, -2);
+    QConicalGradient ring(outside.center(), 90);
+    ring.setColorAt(0.2, QColor(70, 72, 76));
+    ring.setColorAt(0.5, QColor(176, 178, 182));
+    ring.setColorAt(0.8, QColor(70, 72, 76));
+    painter.setBrush(ring);
+    painter.drawEllipse(outside);
+
+    const QRectF disc = outside.adjusted(ringWidth, ringWidth, -ringWidth, -ringWidth);
+    const QColor base = on ? color_ : color_.darker(darkness);
+    QRadialGradient glow(QPointF(disc.center().x(), disc.top() + disc.height() / 3),
+                         disc.width() * 2 / 3);
+    glow.setColorAt(0.0, base.lighter(250));
+    glow.setColorAt(0.5, base.lighter(130));
+    glow.setColorAt(1.0, base);
+    painter.setBrush(glow);
+    painter.drawEllipse(disc);
+    return pixmap;
+}

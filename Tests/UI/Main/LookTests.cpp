@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+#include <QAction>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
+#include <QToolBar>
+#include <QTreeView>
+
+#include "UI/Main/Desk.h"
+#include "UI/Main/WEFTMain.h"
+
+namespace {
+
+using Look = Desk;
+
+double Linear(int level)
+{
+    const double share = level / 255.0;
+    return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+}
+
+double Luminance(const QColor& colour)
+{
+    return 0.2126 * Linear(colour.red()) + 0.7152 * Linear(colour.green()) +
+           0.0722 * Linear(colour.blue());
+}
+
+double Contrast(const QColor& one, const QColor& other)
+{
+    const auto [low, high] = std::minmax({Luminance(one), Luminance(other)});
+    return (high + 0.05) / (low + 0.05);
+}
+
+QMap<QRgb, int> ColoursOf(const QImage& picture)
+{
+    QMap<QRgb, int> colours;
+    for (int y = 2; y < picture.height() - 2; ++y) {
+        for (int x = 2; x < picture.width() - 2; ++x)
+            ++colours[picture.pixel(x, y)];
+    }
+    return colours;
+}
+
+/// What covers most of a picture.
+QColor GroundOf(const QImage& picture)
+{
+    const auto colours = ColoursOf(picture);
+    return QColor(std::max_element(colours.cbegin(), colours.cend()).key());
+}
+
+/// The contrast between what covers most of a widget and what differs most from it: its text.
+double ContrastOf(QWidget& widget)
+{
+    const QImage picture = widget.grab().toImage();
+    const auto colours = ColoursOf(picture);
+    const QColor ground = GroundOf(picture);
+    double best = 1;
+    for (auto it = colours.cbegin(); it != colours.cend(); ++it)
+        best = std::max(best, Contrast(ground, QColor(it.key())));
+    return best;
+}
+
+} // namespace
+
+TEST_F(Look, TheGreysAreTheToldOnes)
+{
+    Start();
+    const QString sheet = window->styleSheet();
+    EXPECT_TRUE(sheet.contains(QStringLiteral("background: rgb(134, 134, 134)")));
+    QImage bar = Find<QToolBar>("toolBar")->grab().toImage();
+    const int right = bar.width() - 2;
+    EXPECT_NEAR(qRed(bar.pixel(right, 1)), 100, 8);
+    EXPECT_NEAR(qRed(bar.pixel(right, bar.height() - 2)), 200, 8);
+}
+
+TEST_F(Look, TextIsLegible)
+{
+    WriteDocument(DocumentPath(), 100, 100, QString());
+    Start();
+    for (const char* name : {"treeView", "mappedTreeView", "menubar", "statusbar", "zoomCombo",
+                             "buttonCustomFixture", "dockWidgetArtNetNodes"})
+        EXPECT_GE(ContrastOf(*Find<QWidget>(name)), 4.5) << name;
+    person.Will([](QDialog& dialog) {
+        for (auto* child : dialog.findChildren<QLabel*>()) {
+            if (!child->text().isEmpty()) {
+                EXPECT_GE(ContrastOf(*child), 4.5) << child->text().toStdString();
+            }
+        }
+        dialog.reject();
+    });
+    Trigger("actionAbout");
+    // The colours of an address that has none, or shares its universe, stand on the list's ground.
+    const QColor ground = GroundOf(Find<QTreeView>("mappedTreeView")->viewport()->grab().toImage());
+    EXPECT_GE(Contrast(QColor(255, 0, 0), ground), 4.5);
+    EXPECT_GE(Contrast(QColor(255, 102, 0), ground), 4.5);
+}
+
+TEST_F(Look, EveryIconIsThereOnceAndTwiceTheSize)
+{
+    Start();
+    const QStringList names =
+        QStringLiteral(
+            "canvassize fileopen filesaveas filesave zoomin zoomout grid cropcanvas alignleft "
+            "aligncenter alignright aligntop aligncmiddle alignbottom aligndistrhorz "
+            "aligndistrvert "
+            "rotateright90 rotateleft90 delete filenew snap_grid selectionmode selectionmode_none "
+            "selectionmode_flash undo redo imageprev imagenext merge gear")
+            .split(QLatin1Char(' '));
+    std::set<QByteArray> pictures;
+    for (const QString& name : names) {
+        const QString file = QStringLiteral(":/bitmaps/Bin/bitmaps/icon_%1%2.png");
+        const QImage once(file.arg(name, QString()));
+        const QImage twice(file.arg(name, QStringLiteral("@2x")));
+        EXPECT_EQ(once.size() * 2, twice.size()) << name.toStdString();
+        EXPECT_FALSE(once.isNull()) << name.toStdString();
+        pictures.insert(QByteArray(reinterpret_cast<const char*>(once.constBits()),
+                                   static_cast<int>(once.sizeInBytes())));
+    }
+    EXPECT_EQ(pictures.size(), static_cast<std::size_t>(names.size())) << "no two are the same";
+    EXPECT_FALSE(window->windowIcon().isNull());
+}
+
+TEST_F(Look, NothingIsClippedInASmallWindow)
+{
+    Start();
+    window->resize(1024, 600);
+    EXPECT_LE(window->minimumSizeHint().width(), 1024);
+    EXPECT_LE(window->minimumSizeHint().height(), 600);
+    const QRect inside = window->rect();
+    for (const char* name : {"treeView", "mappedTreeView", "artNetNodes", "buttonCustomFixture",
+                             "buttonEditFixture", "buttonDeleteFixture", "zoomCombo"})
+    {
+        const auto* widget = Find<QWidget>(name);
+        const QRect place(widget->mapTo(window.get(), QPoint()), widget->size());
+        EXPECT_TRUE(inside.contains(place)) << name;
+        EXPECT_GE(widget->height(), widget->fontMetrics().height() + 4) << name;
+        if (const auto* button = qobject_cast<const QPushButton*>(widget)) {
+            EXPECT_GE(button->width(), button->fontMetrics().horizontalAdvance(button->text()) + 8)
+                << name;
+        }
+    }
+}
+
+TEST_F(Look, WhatAPersonUsesHasANameAndAPlaceInTheTabOrder)
+{
+    Start();
+    for (const auto* widget : window->findChildren<QWidget*>()) {
+        if (widget->focusPolicy() & Qt::TabFocus && widget->isVisible() &&
+            !widget->objectName().isEmpty() &&
+            !widget->objectName().startsWith(QLatin1String("qt_")))
+        {
+            const bool named = !widget->accessibleName().isEmpty() ||
+                               widget->property("text").toString().size() > 0;
+            EXPECT_TRUE(named) << widget->objectName().toStdString();
+        }
+    }
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#include <cstdlib>
+#include <iostream>
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QStyleFactory>
+
+#include "ArtNet/ZenArtNetService.h"
+#include "DebugVariables/DebugVariables.h"
+#include "Platform/Locale.h"
+#include "Support/TemporaryFolder.h"
+#include "UI/Widgets/DeskLook.h"
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    if (!std::getenv("STAGE_NET")) {
+        std::cerr << "Run it on a stage network: Tools/stage-net desk " << argv[0] << '\n';
+        return 77;
+    }
+    // Nothing of the user who runs the tests is read or written.
+    const Support::TemporaryFolder home;
+    setenv("HOME", home.Path().c_str(), 1);
+    setenv("XDG_DATA_HOME", (home.Path() / "data").c_str(), 1);
+    setenv("XDG_CONFIG_HOME", (home.Path() / "config").c_str(), 1);
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    const QApplication application(argc, argv);
+    QApplication::setPalette(DeskPalette());
+    Platform::UseUtf8TextAndPlainNumbers();
+    Zen::ArtNetService::SetGlobal(
+        std::make_shared<Zen::ArtNetService>("Zentri PixelWeft", "#0001 [0001] Ready", false));
+    Zen::DebugVariables::SetGlobal(std::make_shared<Zen::DebugVariables>());
+    const int result = RUN_ALL_TESTS();
+    Zen::DebugVariables::SetGlobal(nullptr);
+    Zen::ArtNetService::SetGlobal(nullptr);
+    return result;
+}

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: MIT
+#include <QMimeData>
+#include <QTest>
+
+#include "Model/DeviceListProxy.h"
+#include "Model/DeviceManager.h"
+#include "Model/DeviceModel.h"
+#include "UI/Library/LEDDeviceListView.h"
+#include "UI/Main/Desk.h"
+#include "UI/Widgets/LedIndicator.h"
+
+namespace {
+
+int GreenOf(LedIndicator& lamp)
+{
+    return lamp.grab().toImage().pixelColor(14, 12).green();
+}
+
+} // namespace
+
+TEST(LedIndicatorTest, ALampIsLitFromOneCallToTheSecondRunAfterIt)
+{
+    LedIndicator lamp;
+    EXPECT_EQ(lamp.size(), QSize(28, 28));
+    const int dark = GreenOf(lamp);
+    lamp.toggleOn();
+    EXPECT_GT(GreenOf(lamp), dark + 60);
+    lamp.toggleOff();
+    EXPECT_TRUE(lamp.IsOn());
+    lamp.toggleOff();
+    EXPECT_FALSE(lamp.IsOn());
+    EXPECT_EQ(GreenOf(lamp), dark);
+    // A steady stream keeps it lit.
+    for (int i = 0; i < 5; ++i) {
+        lamp.toggleOn();
+        lamp.toggleOff();
+        EXPECT_TRUE(lamp.IsOn());
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !lamp.IsOn(); })) << "it goes out by itself";
+}
+
+TEST(LedIndicatorTest, AnotherColourIsDrawnAnew)
+{
+    LedIndicator lamp;
+    lamp.toggleOn();
+    const int green = GreenOf(lamp);
+    lamp.SetColor(Qt::red);
+    EXPECT_LT(GreenOf(lamp), green);
+}
+
+TEST(LEDDeviceListViewTest, ADragCarriesTheFixtureAndAManufacturerNone)
+{
+    DeviceManager manager(QStringLiteral("none.wfl"));
+    manager.Initialize();
+    manager.LoadLibrary(QStringLiteral(":/wfl/Resources/LEDFixtureLib.wfl"));
+    LEDDeviceListView view;
+    view.setModel(manager.GetDeviceListProxy());
+    view.SetDeviceManager(&manager);
+    for (int column = 3; column < manager.GetDeviceListProxy()->columnCount(); ++column)
+        EXPECT_TRUE(view.isColumnHidden(column));
+    EXPECT_EQ(view.DragData(), nullptr);
+
+    view.sortByColumn(0, Qt::DescendingOrder);
+    const QModelIndex manufacturer = view.model()->index(0, 0);
+    view.setCurrentIndex(manufacturer);
+    EXPECT_EQ(view.DragData(), nullptr);
+
+    const QModelIndex fixture = view.model()->index(0, 1, manufacturer);
+    view.setCurrentIndex(fixture);
+    const auto load = view.DragData();
+    ASSERT_TRUE(load);
+    const QByteArray id = load->data(QStringLiteral("application/zentriledfixture"));
+    const DeviceLedItem* item = manager.GetDeviceModel()->GetLEDFixture(id.toLongLong());
+    ASSERT_TRUE(item) << id.constData();
+    EXPECT_EQ(QString::fromStdWString(item->product), fixture.data().toString());
+}
