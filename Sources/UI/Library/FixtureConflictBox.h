@@ -3,12 +3,15 @@
 
 #include <QString>
 
-// The questions about a fixture that differs from the library's fixture of the same product, as
-// callbacks of DeviceModel. The answers are those of FixtureConflictAnswer. A box closes by its
-// buttons alone: neither Escape nor the frame's cross is an answer.
+class OperatorBoxes;
+
+// The questions about a fixture that differs from the library's fixture of the same product. The
+// answers are those of FixtureConflictAnswer. A box closes by its buttons alone: neither Escape nor
+// the frame's cross is an answer.
 
 /// For a fixture that comes with a document or is added: from the document, or the library's own.
-[[nodiscard]] int AskAboutDocumentFixture(const QString& manufacturer, const QString& product);
+[[nodiscard]] int AskAboutDocumentFixture(OperatorBoxes& boxes, const QString& manufacturer,
+                                          const QString& product);
 
 /// For the update from the library that the program carries: overwrite, skip, or stop.
-[[nodiscard]] int AskAboutLibraryUpdate(const QString& manufacturer, const QString& product);
+[[nodiscard]] int AskAboutLibraryUpdate(OperatorBoxes& boxes);

@@ -75,7 +75,10 @@ WEFTMain::WEFTMain(OperatorBoxes& boxes)
     Startup::InstallServices();
     Startup::StartLogOfMode();
     ZEN_LOG_INFO("**************************************************");
-    DeviceModel::defaultConflictCallback = AskAboutDocumentFixture;
+    DeviceModel::defaultConflictCallback = [&boxes](const QString& manufacturer,
+                                                    const QString& product) {
+        return AskAboutDocumentFixture(boxes, manufacturer, product);
+    };
     BuildParts();
     QCoreApplication::setOrganizationName(QStringLiteral("Zentri"));
     QCoreApplication::setOrganizationDomain(QStringLiteral("pixelweft.invalid"));
@@ -91,7 +94,9 @@ WEFTMain::WEFTMain(OperatorBoxes& boxes)
     BuildToolBar();
     LoadWindowSettings();
     FindDocument();
-    deviceManager_->MergeLibrary(DefaultLibrary(), false, AskAboutLibraryUpdate);
+    deviceManager_->MergeLibrary(DefaultLibrary(), false, [&boxes](const QString&, const QString&) {
+        return AskAboutLibraryUpdate(boxes);
+    });
     BuildTimers();
     setWindowTitle(BareTitle());
 }
@@ -118,6 +123,7 @@ WEFTMain::~WEFTMain()
     form_.artNetNodes->setModel(nullptr);
     deviceManager_.reset();
     nodeModel_.reset();
+    DeviceModel::defaultConflictCallback = {};
 }
 
 // ---- Building ----------------------------------------------------------------------------------

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Library/FixtureConflictBox.h"
 
+#include "UI/Dialogs/OperatorBoxes.h"
+
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
@@ -13,6 +15,8 @@
 #include <functional>
 
 namespace {
+
+WidgetBoxes boxes;
 
 /// Runs `ask`, and `act` on the box as soon as it stands. The answer.
 int Answer(const std::function<int()>& ask, const std::function<void(QMessageBox&)>& act)
@@ -51,7 +55,8 @@ void Press(QMessageBox& box, const QString& text)
 TEST(FixtureConflictBox, AsksAboutAFixtureOfADocument)
 {
     const auto ask = [] {
-        return AskAboutDocumentFixture(QStringLiteral("Kinetix"), QStringLiteral("%2 & Söhne"));
+        return AskAboutDocumentFixture(boxes, QStringLiteral("Kinetix"),
+                                       QStringLiteral("%2 & Söhne"));
     };
     const QString yes = QStringLiteral("Yes, use the fixture from the mapping file");
     const QString no = QStringLiteral("No, use the original fixture from the library");
@@ -79,7 +84,7 @@ TEST(FixtureConflictBox, AsksAboutAFixtureOfADocument)
 TEST(FixtureConflictBox, AsksAboutAnUpdateOfTheLibrary)
 {
     const auto ask = [] {
-        return AskAboutLibraryUpdate(QStringLiteral("a"), QStringLiteral("b"));
+        return AskAboutLibraryUpdate(boxes);
     };
     const QStringList answers = {QStringLiteral("Overwrite"), QStringLiteral("Skip"),
                                  QStringLiteral("Cancel")};
