@@ -15,7 +15,6 @@
 #include "Model/MappedLedItem.h"
 #include "Model/MappedObjectListProxy.h"
 #include "UI/Editor/ArrangeCommands.h"
-#include "UI/Editor/EditorDisplayState.h"
 #include "UI/Editor/GeometryCommands.h"
 #include "UI/Editor/MappingRectangle.h"
 #include "UI/Editor/WeftMapEditorScene.h"
@@ -46,7 +45,6 @@ QItemSelection RowsOf(const QAbstractItemModel& model, std::vector<int> rows)
 EditorController::EditorController(const Parts& parts, QObject* parent)
     : QObject(parent)
     , manager_(parts.manager)
-    , display_(parts.display)
     , scene_(parts.scene)
     , view_(parts.view)
     , list_(parts.list)
@@ -74,8 +72,6 @@ EditorController::EditorController(const Parts& parts, QObject* parent)
                 &QItemSelectionModel::select));
     connect(&list_, &WeftMappedObjectTreeView::EnvokeRemoveSelection, &scene_,
             &WeftMapEditorScene::RemoveSelectedRectangle);
-    connect(&view_, &WeftMapEditorView::updateZoomWidgets, this,
-            &EditorController::updateZoomWidgets);
 }
 
 // ---- One selection -----------------------------------------------------------------------------
@@ -240,40 +236,4 @@ void EditorController::ActionCropCanvasToSelectedDevices()
         return;
     scene_.UnSelectAll();
     scene_.Push(std::make_unique<CropCanvasToSelectionCommand>(scene_, selected));
-}
-
-void EditorController::ActionZoomIn()
-{
-    display_.ZoomIn();
-    view_.UpdateMatrix();
-    emit updateZoomWidgets();
-}
-
-void EditorController::ActionZoomOut()
-{
-    display_.ZoomOut();
-    view_.UpdateMatrix();
-    emit updateZoomWidgets();
-}
-
-void EditorController::ActionOnZoomCombo(const QString& text)
-{
-    const auto zoom = ZoomFromText(text);
-    if (!zoom)
-        return;
-    display_.SetZoom(*zoom);
-    view_.UpdateMatrix();
-    emit updateZoomWidgets();
-}
-
-void EditorController::ActionDisplayPixelGrid(bool on)
-{
-    display_.showGrid = on;
-    scene_.RedrawCanvas();
-    view_.UpdateMatrix();
-}
-
-void EditorController::ActionToggleSnapToGrid(bool on)
-{
-    display_.snapToGrid = on;
 }

@@ -15,7 +15,6 @@ class QUndoStack;
 class WeftMapEditorScene;
 class WeftMapEditorView;
 class WeftMappedObjectTreeView;
-struct EditorDisplayState;
 
 /// What the window's actions do to the canvas, and what keeps canvas and list one: the same
 /// elements are selected in both, whoever began. The window forwards to these slots.
@@ -27,7 +26,6 @@ public:
     struct Parts
     {
         DeviceManager& manager;
-        EditorDisplayState& display;
         WeftMapEditorScene& scene;
         WeftMapEditorView& view;
         /// Shows the proxy of the placed elements already.
@@ -50,12 +48,6 @@ public slots:
     void ActionRotateLeftRight(float degrees);
     void ActionCropCanvasToSelectedDevices();
     void ActionFlip(int direction, bool state);
-    void ActionZoomIn();
-    void ActionZoomOut();
-    /// A text that is no whole percentage changes nothing.
-    void ActionOnZoomCombo(const QString& text);
-    void ActionDisplayPixelGrid(bool on);
-    void ActionToggleSnapToGrid(bool on);
 
     void UpdateSceneNewRectangle(float posX, float posY, float width, float height, int devWidth,
                                  int devHeight, float rotation, int flipHorizontal,
@@ -70,7 +62,6 @@ public slots:
 signals:
     /// The selection is another one, in canvas and list alike.
     void selectionHasChanged(int count);
-    void updateZoomWidgets();
 
 private:
     void UpdateModelSelectionFromMappingScene();
@@ -79,7 +70,6 @@ private:
     void FollowSelection();
 
     DeviceManager& manager_;
-    EditorDisplayState& display_;
     WeftMapEditorScene& scene_;
     WeftMapEditorView& view_;
     WeftMappedObjectTreeView& list_;

@@ -225,16 +225,6 @@ void WeftMapEditorScene::RefreshAutoMarks()
     }
 }
 
-void WeftMapEditorScene::RefreshFlipMarks()
-{
-    for (const auto& [id, item] : itemsById_) {
-        if (const auto state = ReadElement(manager_, IndexOf(id))) {
-            item->SetFlip(FlipHorizontal, state->flipHorizontal);
-            item->SetFlip(FlipVertical, state->flipVertical);
-        }
-    }
-}
-
 PatchAddress WeftMapEditorScene::NextFreePatch(std::int64_t fixtureID) const
 {
     std::vector<PatchedSpan> patched;

@@ -75,15 +75,9 @@ public:
     [[nodiscard]] ElementNumbers& GetNumbers() { return numbers_; }
     /// Marks the elements that no node is chosen for.
     void RefreshAutoMarks();
-    /// Shows the flips of all elements as the document has them.
-    void RefreshFlipMarks();
 
     /// The next free place on the wire for a fixture of the library.
     [[nodiscard]] PatchAddress NextFreePatch(std::int64_t fixtureID) const;
-    [[nodiscard]] const std::vector<std::int32_t>& GetUsedUniverses() const
-    {
-        return usedUniverses_;
-    }
 
     // ---- Selection
     // ---------------------------------------------------------------------------------

@@ -3,7 +3,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QMutexLocker>
 #include <QUndoStack>
 
 #include "LEDEngine/GetIPRange.h"
@@ -16,6 +15,7 @@
 #include "Settings/SettingsBlock.h"
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Editor/EditorDisplayState.h"
+#include "UI/Editor/WeftMapEditorScene.h"
 #include "UI/Main/NetworkChoice.h"
 
 namespace {
@@ -91,7 +91,7 @@ bool DocumentLife::LoadInto(const QString& path)
 void DocumentLife::Reset()
 {
     parts_.undoStack.clear();
-    emit clearing();
+    parts_.scene.ClearAll();
     parts_.manager.ClearAll();
     parts_.nodes.Clear();
     emit cleared();
@@ -121,6 +121,14 @@ bool DocumentLife::Save()
     return true;
 }
 
+bool DocumentLife::ImportFile(const QString& path)
+{
+    if (!Import(path))
+        return false;
+    parts_.manager.SetDocumentDirty(true);
+    return true;
+}
+
 void DocumentLife::ActionNew()
 {
     if (parts_.manager.documentDirty &&
@@ -143,8 +151,8 @@ void DocumentLife::ActionImport()
 {
     const QString file = parts_.boxes.OpenFile(parts_.window, tr("Import Mapping"),
                                                StartDirectory(), tr("Mapping files (*.wfm)"));
-    if (!file.isEmpty() && Import(file))
-        parts_.manager.SetDocumentDirty(true);
+    if (!file.isEmpty())
+        ImportFile(file);
 }
 
 void DocumentLife::ActionExport()
@@ -185,7 +193,7 @@ bool DocumentLife::MayClose()
 void DocumentLife::UpdateCanvasSize(int width, int height)
 {
     parts_.manager.SetCanvasSize(width, height);
-    emit canvasSizeChanged(width, height);
+    parts_.scene.SetCanvasSize(width, height);
 }
 
 void DocumentLife::ResizeCanvas(int width, int height, bool keepPositions)
@@ -195,25 +203,9 @@ void DocumentLife::ResizeCanvas(int width, int height, bool keepPositions)
     parts_.manager.GetCanvasSize(oldWidth, oldHeight);
     UpdateCanvasSize(width, height);
     if (keepPositions)
-        KeepPixels(static_cast<double>(width) / oldWidth, static_cast<double>(height) / oldHeight);
+        parts_.scene.RescaleItems(static_cast<float>(width) / static_cast<float>(oldWidth),
+                                  static_cast<float>(height) / static_cast<float>(oldHeight));
+    else
+        parts_.scene.RescaleItems(0, 0);
     parts_.manager.SetDocumentDirty(true);
-}
-
-void DocumentLife::KeepPixels(double factorX, double factorY)
-{
-    MappedDeviceModel& document = *parts_.manager.GetMappedDeviceModel();
-    for (MappedLedItem* element : document.GetAllItems()) {
-        const QMutexLocker lock(&parts_.manager.GetMutex());
-        VideoMapping* mapping = element->EditVideoMapping();
-        if (!mapping)
-            continue;
-        const auto divide = [](float& value, double factor) {
-            value = static_cast<float>(static_cast<double>(value) / factor);
-        };
-        divide(mapping->centerX, factorX);
-        divide(mapping->width, factorX);
-        divide(mapping->centerY, factorY);
-        divide(mapping->height, factorY);
-    }
-    emit document.mappingsChanged();
 }

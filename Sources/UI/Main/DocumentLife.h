@@ -12,6 +12,7 @@ class OperatorBoxes;
 class QUndoStack;
 class QWidget;
 class SettingsBlock;
+class WeftMapEditorScene;
 struct EditorDisplayState;
 
 /// The one mapping document and its fixed file: the first document of a run, new, import, save,
@@ -29,6 +30,7 @@ public:
         NetworkChoice& network;
         SettingsBlock& settings;
         EditorDisplayState& display;
+        WeftMapEditorScene& scene;
         QUndoStack& undoStack;
         OperatorBoxes& boxes;
         QWidget* window; ///< the parent of the boxes
@@ -60,26 +62,24 @@ public:
     void ResizeCanvas(int width, int height, bool keepPositions);
 
 public slots:
+    /// Imports a file and marks the document unsaved, for its own file doesn't hold it yet.
+    bool ImportFile(const QString& path);
     void ActionNew();
     void ActionImport();
     void ActionExport();
     void UpdateCanvasSize(int width, int height);
 
 signals:
-    /// The views let go of the elements; the models are emptied next.
-    void clearing();
     /// The models are built anew: their views set up their columns.
     void cleared();
     /// A document stands in the model.
     void loaded();
-    void canvasSizeChanged(int width, int height);
     /// The file was written: a host beside us reads it again.
     void FileSaved();
 
 private:
     bool LoadInto(const QString& path);
     [[nodiscard]] QString StartDirectory() const;
-    void KeepPixels(double factorX, double factorY);
 
     Parts parts_;
     QString mappingFilePath;

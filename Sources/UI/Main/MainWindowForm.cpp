@@ -14,6 +14,8 @@
 #include <QToolBar>
 #include <QTreeView>
 
+#include "UI/Editor/WeftMapEditorView.h"
+#include "UI/Editor/WeftMappedObjectTreeView.h"
 #include "UI/Library/LEDDeviceListView.h"
 #include "UI/Widgets/DeskLook.h"
 
@@ -117,10 +119,10 @@ void MainWindowForm::SetUpMenus(QMainWindow& window)
     bar.setObjectName(QStringLiteral("menubar"));
     AddMenu(FileMenu(), bar);
     menuEdit = AddMenu(EditMenu(), bar);
-    QMenu* align = AddMenu(AlignMenu(), *menuEdit);
-    align->setIcon(Action(ActionId::AlignLeft)->icon());
-    QMenu* rotate = AddMenu(RotateMenu(), *menuEdit);
-    rotate->setIcon(Action(ActionId::RotateRight90)->icon());
+    menuAlign = AddMenu(AlignMenu(), *menuEdit);
+    menuAlign->setIcon(Action(ActionId::AlignLeft)->icon());
+    menuRotate_2 = AddMenu(RotateMenu(), *menuEdit);
+    menuRotate_2->setIcon(Action(ActionId::RotateRight90)->icon());
     menuEdit->addSeparator();
     AddMenu(CanvasMenu(), bar);
     AddMenu(HelpMenu(), bar);
@@ -146,6 +148,9 @@ void MainWindowForm::SetUpCentre(QMainWindow& window)
     centralwidget->setObjectName(QStringLiteral("centralwidget"));
     auto* row = new QHBoxLayout(centralwidget);
     row->setContentsMargins(0, 0, 0, 0);
+    mappingEditorView = new WeftMapEditorView(centralwidget);
+    mappingEditorView->setObjectName(QStringLiteral("mappingEditorView"));
+    row->addWidget(mappingEditorView, 1);
     objectInspectorPannel = new QFrame(centralwidget);
     objectInspectorPannel->setObjectName(QStringLiteral("objectInspectorPannel"));
     auto* column = new QVBoxLayout(objectInspectorPannel);
@@ -157,11 +162,6 @@ void MainWindowForm::SetUpCentre(QMainWindow& window)
     row->addWidget(objectInspectorPannel);
     objectInspectorPannel->hide();
     window.setCentralWidget(centralwidget);
-}
-
-void MainWindowForm::SetCanvas(QWidget* canvas)
-{
-    static_cast<QHBoxLayout*>(centralwidget->layout())->insertWidget(0, canvas, 1);
 }
 
 void MainWindowForm::SetUpDocks(QMainWindow& window)
@@ -180,7 +180,7 @@ void MainWindowForm::SetUpDocks(QMainWindow& window)
         button->setEnabled(false);
 
     dockWidgetMappedFixtures = AddDock(window, QStringLiteral("dockWidgetMappedFixtures"), column);
-    mappedTreeView = new QTreeView;
+    mappedTreeView = new WeftMappedObjectTreeView;
     SetUpList(*mappedTreeView, QStringLiteral("mappedTreeView"));
     mappedTreeView->setRootIsDecorated(false);
     mappedTreeView->setAllColumnsShowFocus(true);

@@ -17,6 +17,8 @@ class QToolBar;
 class QTreeView;
 class QVBoxLayout;
 class QWidget;
+class WeftMapEditorView;
+class WeftMappedObjectTreeView;
 
 /// The widgets and actions of the main window and where they stand, without any behaviour. Qt
 /// parents own all of them.
@@ -32,10 +34,8 @@ public:
         return actions_[static_cast<std::size_t>(id)];
     }
 
-    /// Puts the canvas at its place in the central widget, left of the inspector.
-    void SetCanvas(QWidget* canvas);
-
     QWidget* centralwidget = nullptr;
+    WeftMapEditorView* mappingEditorView = nullptr;
     QWidget* objectInspectorPannel = nullptr; ///< empty and hidden until the inspector fills it
     QDockWidget* dockWidgetFixtureLibrary = nullptr;
     LEDDeviceListView* treeView = nullptr;
@@ -43,10 +43,12 @@ public:
     QPushButton* buttonEditFixture = nullptr;
     QPushButton* buttonDeleteFixture = nullptr;
     QDockWidget* dockWidgetMappedFixtures = nullptr;
-    QTreeView* mappedTreeView = nullptr;
+    WeftMappedObjectTreeView* mappedTreeView = nullptr;
     QDockWidget* dockWidgetArtNetNodes = nullptr;
     QTreeView* artNetNodes = nullptr;
     QMenu* menuEdit = nullptr;
+    QMenu* menuAlign = nullptr;
+    QMenu* menuRotate_2 = nullptr;
     QToolBar* toolBar = nullptr;
     QStatusBar* statusbar = nullptr;
 

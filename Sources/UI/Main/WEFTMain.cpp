@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
+#include <QPushButton>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTimer>
@@ -32,9 +33,12 @@
 #include "Settings/ApplicationMode.h"
 #include "Settings/ExternalServerPreferences.h"
 #include "Settings/FixtureLibraryPath.h"
-#include "UI/Dialogs/LEDDialogCanvasSize.h"
 #include "UI/Dialogs/OperatorBoxes.h"
-#include "UI/Dialogs/WEFTAboutDialog.h"
+#include "UI/Editor/EditorActions.h"
+#include "UI/Editor/EditorController.h"
+#include "UI/Editor/WeftMapEditorScene.h"
+#include "UI/Editor/WeftMapEditorView.h"
+#include "UI/Editor/WeftMappedObjectTreeView.h"
 #include "UI/Library/FixtureConflictBox.h"
 #include "UI/Library/LEDDeviceListView.h"
 #include "UI/Library/LibraryPanel.h"
@@ -42,7 +46,6 @@
 #include "UI/Main/HostSettings.h"
 #include "UI/Main/NetworkChoice.h"
 #include "UI/Main/SelectionModeButton.h"
-#include "UI/Main/StagePreview.h"
 #include "UI/Main/Startup.h"
 #include "UI/Main/UnsavedWork.h"
 #include "UI/Main/ZoomControls.h"
@@ -89,6 +92,7 @@ WEFTMain::WEFTMain(OperatorBoxes& boxes)
     BuildUndo();
     BuildCanvas();
     BuildLists();
+    BuildEditor();
     BuildDocument();
     Wire();
     BuildToolBar();
@@ -116,7 +120,10 @@ WEFTMain::~WEFTMain()
     engine_->ReleaseElements();
     network_.reset();
     engine_.reset();
-    // The preview reads the document until it goes.
+    undoStack_->clear();
+    editor_.reset();
+    scene_.reset();
+    // The view reads the size of the canvas until it goes.
     delete takeCentralWidget();
     libraryPanel_.reset();
     form_.mappedTreeView->setModel(nullptr);
@@ -187,8 +194,11 @@ void WEFTMain::BuildUndo()
 
 void WEFTMain::BuildCanvas()
 {
-    preview_ = new StagePreview(*deviceManager_, display_, form_.centralwidget);
-    form_.SetCanvas(preview_);
+    scene_ = std::make_unique<WeftMapEditorScene>(*deviceManager_, display_, *undoStack_);
+    scene_->SetTestPatternImage(*testPattern_->GetPixmap());
+    scene_->SetCanvasSize(NewCanvasSize, NewCanvasSize);
+    form_.mappingEditorView->setScene(scene_.get());
+    form_.mappingEditorView->SetUp(display_, *deviceManager_);
 }
 
 void WEFTMain::BuildLists()
@@ -210,6 +220,24 @@ void WEFTMain::BuildLists()
     form_.statusbar->addPermanentWidget(outputLabel_);
 }
 
+void WEFTMain::BuildEditor()
+{
+    editor_ = std::make_unique<EditorController>(EditorController::Parts{
+        *deviceManager_, *scene_, *form_.mappingEditorView, *form_.mappedTreeView});
+    EditorActions actions;
+    actions.canvasSize = form_.Action(ActionId::CanvasSize);
+    actions.copy = form_.Action(ActionId::Copy);
+    actions.paste = form_.Action(ActionId::Paste);
+    actions.duplicate = form_.Action(ActionId::DuplicateElement);
+    actions.remove = form_.Action(ActionId::Delete);
+    actions.align = form_.menuAlign;
+    actions.rotate = form_.menuRotate_2;
+    actions.undo = findChild<QAction*>(QStringLiteral("actionUndo"));
+    actions.redo = findChild<QAction*>(QStringLiteral("actionRedo"));
+    scene_->SetActions(actions);
+    actions.remove->setEnabled(false);
+}
+
 void WEFTMain::SetUpListColumns()
 {
     form_.treeView->SetUpColumns();
@@ -229,7 +257,7 @@ void WEFTMain::BuildDocument()
 {
     document_ = std::make_unique<DocumentLife>(
         DocumentLife::Parts{*deviceManager_, *engine_, *nodeModel_, *network_, settings_, display_,
-                            *undoStack_, boxes_, this});
+                            *scene_, *undoStack_, boxes_, this});
     unsavedWork_ = std::make_unique<UnsavedWork>(*deviceManager_, *nodeModel_);
 }
 
@@ -276,22 +304,41 @@ void WEFTMain::Wire()
             &WEFTMain::RemoveLocalFixturesAndReset);
     zoom_ = new ZoomControls(display_, settings_, this);
     form_.toolBar->insertWidget(form_.Action(ActionId::ZoomIn), zoom_->Combo());
-    connect(zoom_, &ZoomControls::zoomChanged, preview_, qOverload<>(&QWidget::update));
+    WireCanvas();
     WireDocument();
+}
+
+void WEFTMain::WireCanvas()
+{
+    WeftMapEditorView& view = *form_.mappingEditorView;
+    connect(zoom_, &ZoomControls::zoomChanged, &view, &WeftMapEditorView::UpdateMatrix);
+    connect(&view, &WeftMapEditorView::updateZoomWidgets, zoom_, &ZoomControls::UpdateZoomWidgets);
+    connect(view.GetNextImageButton(), &QPushButton::clicked, this, &WEFTMain::ActionNextTestImage);
+    connect(view.GetPreviousImageButton(), &QPushButton::clicked, this,
+            &WEFTMain::ActionPreviousTestImage);
+    connect(testPattern_.get(), &LEDTestPatternControl::testPatternChange, scene_.get(),
+            [this](const QPixmap* picture) {
+                if (picture)
+                    scene_->SetTestPatternImage(*picture);
+            });
+    connect(editor_.get(), &EditorController::selectionHasChanged, this, &WEFTMain::ReadSelection);
+    connect(network_.get(), &NetworkChoice::networkChanged, scene_.get(),
+            &WeftMapEditorScene::RefreshAutoMarks);
+    // Queued: the program that the file is dragged from waits for the end of the drop, not for our
+    // questions.
+    connect(scene_.get(), &WeftMapEditorScene::importRequested, document_.get(),
+            &DocumentLife::ImportFile, Qt::QueuedConnection);
 }
 
 void WEFTMain::WireDocument()
 {
     connect(document_.get(), &DocumentLife::FileSaved, &engine_->GetTrigger(),
             &ArtNetTrigger::reloadMappingFile);
-    connect(document_.get(), &DocumentLife::clearing, this, [this] { selectionSet.clear(); });
     connect(document_.get(), &DocumentLife::cleared, this, &WEFTMain::SetUpListColumns);
     connect(document_.get(), &DocumentLife::loaded, this, [this] {
         libraryPanel_->SortByProduct();
         SetUpListColumns();
     });
-    connect(document_.get(), &DocumentLife::canvasSizeChanged, this,
-            &WEFTMain::updatePreviewWindow);
     connect(deviceManager_.get(), &DeviceManager::changeCanvasSize, document_.get(),
             &DocumentLife::UpdateCanvasSize);
 }
@@ -310,6 +357,8 @@ void WEFTMain::LoadWindowSettings()
     form_.Action(ActionId::DisplayPixelGrid)->setChecked(settings_.showGrid);
     display_.snapToGrid = settings_.snapToGrid;
     form_.Action(ActionId::SnapToGrid)->setChecked(settings_.snapToGrid);
+    editor_->SetZoomStyle(settings_.zoomStyle);
+    form_.mappingEditorView->UpdateMatrix();
     testPattern_->Update();
 }
 
@@ -370,10 +419,8 @@ void WEFTMain::OfferUnsavedWork()
     // Escape loses nothing: what is restored is unsaved until the operator saves it.
     choice.onEscape = 0;
     if (boxes_.Choose(choice) == 0) {
-        if (document_->Import(kept)) {
-            deviceManager_->SetDocumentDirty(true);
+        if (document_->ImportFile(kept))
             return;
-        }
         ZEN_LOG_ERROR("The unsaved work can't be read");
         document_->LoadFirst();
     }
@@ -436,182 +483,17 @@ void WEFTMain::updateLEDEngine()
         boxes_.Notify(this, QString(),
                       tr("The DMX output engine could not be initialised. Is there another "
                          "instance running?"));
-    updatePreviewWindow();
 }
 
-void WEFTMain::updatePreviewWindow()
+void WEFTMain::ReadSelection()
 {
-    if (preview_)
-        preview_->update();
+    selectionSet.clear();
+    for (const QPersistentModelIndex& index : scene_->SelectedIndexes())
+        selectionSet.insert(index);
 }
-
-// ---- The document ------------------------------------------------------------------------------
 
 void WEFTMain::DocumentSavedStateUpdated(bool saved)
 {
     setWindowTitle(QStringLiteral("%1 (%2)").arg(BareTitle(), saved ? tr("saved") : tr("unsaved")));
     form_.Action(ActionId::Save)->setEnabled(!saved);
-}
-
-void WEFTMain::ActionNew()
-{
-    document_->ActionNew();
-}
-
-void WEFTMain::ActionImport()
-{
-    document_->ActionImport();
-}
-
-void WEFTMain::ActionExport()
-{
-    document_->ActionExport();
-}
-
-void WEFTMain::ActionSaveFile()
-{
-    document_->Save();
-}
-
-void WEFTMain::ActionCanvasSize()
-{
-    LEDDialogCanvasSize dialog(this);
-    int width = 0;
-    int height = 0;
-    deviceManager_->GetCanvasSize(width, height);
-    dialog.SetSize(width, height);
-    if (dialog.exec() == QDialog::Accepted)
-        document_->ResizeCanvas(dialog.GetWidth(), dialog.GetHeight(), dialog.KeepsPositions());
-}
-
-void WEFTMain::ActionAbout()
-{
-    WEFTAboutDialog(this).exec();
-}
-
-// ---- What the user sets ------------------------------------------------------------------------
-
-void WEFTMain::ActionPreferences()
-{
-    preferencesDialog_.SetControls(settings_,
-                                   deviceManager_->GetMappedDeviceModel()->IsAutoUnicast());
-    if (preferencesDialog_.exec() == QDialog::Accepted)
-        ApplyPreferences();
-}
-
-void WEFTMain::ApplyPreferences()
-{
-    SnapToGrid(preferencesDialog_.GetSnapToGrid());
-    form_.Action(ActionId::SnapToGrid)->setChecked(settings_.snapToGrid);
-    if (preferencesDialog_.GetShowGrid() != settings_.showGrid) {
-        ShowGrid(preferencesDialog_.GetShowGrid());
-        form_.Action(ActionId::DisplayPixelGrid)->setChecked(settings_.showGrid);
-    }
-    settings_.zoomStyle = preferencesDialog_.GetZoomStyle();
-    settings_.Save();
-    MappedDeviceModel& document = *deviceManager_->GetMappedDeviceModel();
-    if (preferencesDialog_.GetAutoUnicast() != document.IsAutoUnicast()) {
-        document.SetAutoUnicast(preferencesDialog_.GetAutoUnicast());
-        deviceManager_->SetDocumentDirty(true);
-    }
-}
-
-void WEFTMain::ShowGrid(bool on)
-{
-    settings_.showGrid = on;
-    settings_.Save();
-    display_.showGrid = on;
-    updatePreviewWindow();
-}
-
-void WEFTMain::SnapToGrid(bool on)
-{
-    settings_.snapToGrid = on;
-    settings_.Save();
-    display_.snapToGrid = on;
-}
-
-void WEFTMain::ActionDisplayPixelGrid()
-{
-    ShowGrid(form_.Action(ActionId::DisplayPixelGrid)->isChecked());
-}
-
-void WEFTMain::ActionToggleSnapToGrid()
-{
-    SnapToGrid(form_.Action(ActionId::SnapToGrid)->isChecked());
-}
-
-void WEFTMain::ActionZoomIn()
-{
-    zoom_->ActionZoomIn();
-}
-
-void WEFTMain::ActionZoomOut()
-{
-    zoom_->ActionZoomOut();
-}
-
-void WEFTMain::ActionSelectionMode_None()
-{
-    selectionModeButton_->SetMode(0);
-}
-
-void WEFTMain::ActionSelectionMode_Solid()
-{
-    selectionModeButton_->SetMode(1);
-}
-
-void WEFTMain::ActionSelectionMode_Flash()
-{
-    selectionModeButton_->SetMode(2);
-}
-
-// ---- The test picture --------------------------------------------------------------------------
-
-void WEFTMain::ActionChooseTestImage()
-{
-    const QString file = boxes_.OpenFile(this, tr("Open Test Image"), QString(),
-                                         tr("Image Files (*.bmp *.png *.gif)"));
-    if (!file.isEmpty())
-        testPattern_->SetFile(file);
-}
-
-void WEFTMain::ActionChooseTestImageDirectory()
-{
-    const QString directory = boxes_.ChooseDirectory(this, tr("Choose Test Image Directory"));
-    if (!directory.isEmpty())
-        testPattern_->SetDirectory(directory);
-}
-
-void WEFTMain::ActionNextTestImage()
-{
-    testPattern_->Next();
-}
-
-void WEFTMain::ActionPreviousTestImage()
-{
-    testPattern_->Previous();
-}
-
-void WEFTMain::SetTestPatternImage(QPixmap* picture)
-{
-    if (picture)
-        deviceManager_->GetMappedDeviceModel()->SetTestImage(*picture);
-    updateLEDEngine();
-    updatePreviewWindow();
-}
-
-// ---- The library -------------------------------------------------------------------------------
-
-void WEFTMain::ActionImportFixtures()
-{
-    libraryPanel_->ActionImportFixtures();
-}
-
-void WEFTMain::RemoveLocalFixturesAndReset()
-{
-    // The fixtures that the document uses go: its changes are not asked about.
-    deviceManager_->SetDocumentDirty(false);
-    libraryPanel_->RemoveLocalFixtures();
-    ActionNew();
 }

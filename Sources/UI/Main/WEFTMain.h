@@ -8,12 +8,14 @@
 #include "Settings/SettingsBlock.h"
 #include "UI/Dialogs/WEFTDialogPreferences.h"
 #include "UI/Editor/EditorDisplayState.h"
+#include "UI/Editor/EditorGeometry.h"
 #include "UI/Main/FrameLoop.h"
 #include "UI/Main/MainWindowForm.h"
 
 class ArtNetNodeModel;
 class DeviceManager;
 class DocumentLife;
+class EditorController;
 class ExternalServerPreferences;
 class HostSettings;
 class LEDEngine;
@@ -26,8 +28,8 @@ class QTimer;
 class QUndoStack;
 class QUndoView;
 class SelectionModeButton;
-class StagePreview;
 class UnsavedWork;
+class WeftMapEditorScene;
 class ZoomControls;
 
 /// The main window: builds the program's parts in their order, owns them and wires them. What they
@@ -60,6 +62,28 @@ public slots:
     void ActionAbout();
     void ActionPreferences();
 
+    void ActionSelectAll();
+    void RemoveSelectedRectangle();
+    void ActionCropCanvasToSelectedDevices();
+    void ActionAlign(EditorGeometry::AlignMode mode);
+    void ActionAlignLeft() { ActionAlign(EditorGeometry::AlignLeft); }
+    void ActionAlignCenter() { ActionAlign(EditorGeometry::AlignCenter); }
+    void ActionAlignRight() { ActionAlign(EditorGeometry::AlignRight); }
+    void ActionAlignTop() { ActionAlign(EditorGeometry::AlignTop); }
+    void ActionAlignMiddle() { ActionAlign(EditorGeometry::AlignMiddle); }
+    void ActionAlignBottom() { ActionAlign(EditorGeometry::AlignBottom); }
+    void ActionAlignDistribute(EditorGeometry::DistributeMode mode);
+    void ActionAlignDistributeHorizontally()
+    {
+        ActionAlignDistribute(EditorGeometry::DistributeHorizontally);
+    }
+    void ActionAlignDistributeVertically()
+    {
+        ActionAlignDistribute(EditorGeometry::DistributeVertically);
+    }
+    void ActionRotateRight90();
+    void ActionRotateLeft90();
+
     void ActionZoomIn();
     void ActionZoomOut();
     void ActionDisplayPixelGrid();
@@ -81,7 +105,6 @@ public slots:
     void UpdateEngine();
     void ProcessNodesList();
     void updateLEDEngine();
-    void updatePreviewWindow();
     void DocumentSavedStateUpdated(bool saved);
 
 protected:
@@ -95,17 +118,20 @@ private:
     void BuildUndo();
     void BuildCanvas();
     void BuildLists();
+    void BuildEditor();
     void BuildDocument();
     void BuildToolBar();
     void BuildTimers();
     void Wire();
     void WireDocument();
+    void WireCanvas();
     void SetUpListColumns();
     void LoadWindowSettings();
     void SaveWindowSettings();
     void FindDocument();
     void OfferUnsavedWork();
     void ApplyPreferences();
+    void ReadSelection();
     void ShowGrid(bool on);
     void SnapToGrid(bool on);
 
@@ -123,6 +149,8 @@ private:
     std::unique_ptr<NetworkChoice> network_;
     std::unique_ptr<LEDTestPatternControl> testPattern_;
     std::unique_ptr<QUndoView> undoView_;
+    std::unique_ptr<WeftMapEditorScene> scene_;
+    std::unique_ptr<EditorController> editor_;
     std::unique_ptr<LibraryPanel> libraryPanel_;
     std::unique_ptr<DocumentLife> document_;
     std::unique_ptr<UnsavedWork> unsavedWork_;
@@ -131,7 +159,6 @@ private:
     QUndoStack* undoStack_ = nullptr;
     ZoomControls* zoom_ = nullptr;
     SelectionModeButton* selectionModeButton_ = nullptr;
-    StagePreview* preview_ = nullptr;
     QLabel* networkLabel_ = nullptr;
     QLabel* outputLabel_ = nullptr;
     QTimer* engineTimer = nullptr;

@@ -41,8 +41,8 @@ CanvasStage::CanvasStage(QSize canvas, QSize viewSize)
     view->setFixedSize(viewSize);
     view->setScene(scene.get());
     view->SetUp(display, manager);
-    controller = std::make_unique<EditorController>(
-        EditorController::Parts{manager, display, *scene, *view, *list});
+    controller =
+        std::make_unique<EditorController>(EditorController::Parts{manager, *scene, *view, *list});
     scene->SetCanvasSize(canvas.width(), canvas.height());
     QPixmap picture(64, 64);
     picture.fill(QColor(40, 80, 120));

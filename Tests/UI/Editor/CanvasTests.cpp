@@ -399,7 +399,7 @@ TEST_F(Canvas, AnyWalkThroughTheEditsKeepsModelCanvasAndListOne)
                 stage.scene->GetGestures().RotateGroupGesture(GesturePhase::Update, pick(360));
                 stage.scene->GetGestures().RotateGroupGesture(GesturePhase::End, 0);
             }
-            stage.controller->ActionToggleSnapToGrid(pick(2) == 0);
+            stage.display.snapToGrid = pick(2) == 0;
             break;
         default:
             break;
