@@ -127,12 +127,12 @@ void WeftMapEditorView::UpdateMatrix()
     const double scale = FitScale(CanvasSize());
     display_->fitScaleX = static_cast<double>(static_cast<float>(scale));
     display_->fitScaleY = display_->fitScaleX;
-    UpdateBackground();
     const double factor = scale * display_->zoom;
     setTransform(QTransform::fromScale(factor, factor));
     if (zoomCentre_ && shownZoom_ != display_->zoom)
         centerOn(*zoomCentre_);
     shownZoom_ = display_->zoom;
+    UpdateBackground(); // Its ends are those of the view as it lies now.
     viewport()->update();
 }
 
@@ -153,6 +153,7 @@ void WeftMapEditorView::CanvasChanged()
     ShowScene(canvas);
     UpdateMatrix();
     centerOn(canvas.width() / 2, canvas.height() / 2);
+    UpdateBackground();
 }
 
 void WeftMapEditorView::SetZoomCentre(double x, double y)

@@ -5,14 +5,8 @@
 #include <cmath>
 
 #include <QApplication>
-#include <QDragEnterEvent>
 #include <QHBoxLayout>
-#include <QMimeData>
-#include <QMouseEvent>
 #include <QPixmap>
-#include <QTest>
-#include <QUrl>
-#include <QWheelEvent>
 
 #include "Model/DeviceModel.h"
 #include "Model/MappedDeviceModel.h"
@@ -83,95 +77,6 @@ std::int64_t CanvasStage::Place(std::int64_t fixture, QPointF centre, QSizeF siz
     manager.SetObjectRotation(index, rotation);
     scene->AddRectangle({centre, size}, size, index, static_cast<double>(rotation));
     return manager.GetUniqueID(index);
-}
-
-QPoint CanvasStage::OnScreen(QPointF scenePoint) const
-{
-    return view->mapFromScene(scenePoint);
-}
-
-void CanvasStage::SendMouse(QEvent::Type type, QPointF at, Qt::MouseButton button,
-                            Qt::MouseButtons buttons, Qt::KeyboardModifiers keys)
-{
-    const QPoint place = OnScreen(at);
-    QMouseEvent event(type, place, view->viewport()->mapToGlobal(place), button, buttons, keys);
-    QApplication::sendEvent(view->viewport(), &event);
-}
-
-void CanvasStage::Press(QPointF at, Qt::KeyboardModifiers keys)
-{
-    SendMouse(QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton, keys);
-}
-
-void CanvasStage::MoveTo(QPointF to, Qt::KeyboardModifiers keys)
-{
-    SendMouse(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, keys);
-}
-
-void CanvasStage::Release(QPointF at, Qt::KeyboardModifiers keys)
-{
-    SendMouse(QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton, keys);
-}
-
-void CanvasStage::Click(QPointF at)
-{
-    Press(at);
-    Release(at);
-}
-
-void CanvasStage::DoubleClick(QPointF at)
-{
-    Click(at);
-    SendMouse(QEvent::MouseButtonDblClick, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    Release(at);
-}
-
-void CanvasStage::Drag(QPointF from, QPointF to)
-{
-    constexpr int steps = 5;
-    Press(from);
-    for (int step = 1; step <= steps; ++step)
-        MoveTo(from + (to - from) * step / steps);
-    Release(to);
-}
-
-void CanvasStage::Wheel(QPointF at, int delta, Qt::KeyboardModifiers keys)
-{
-    const QPoint place = OnScreen(at);
-    QWheelEvent event(place, view->viewport()->mapToGlobal(place), QPoint(), QPoint(0, delta),
-                      Qt::NoButton, keys, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(view->viewport(), &event);
-}
-
-void CanvasStage::Key(Qt::Key key)
-{
-    QTest::keyClick(view, key);
-}
-
-void CanvasStage::DropData(const QString& format, const QByteArray& data, QPointF at)
-{
-    QMimeData mime;
-    mime.setData(format, data);
-    const QPoint place = OnScreen(at);
-    QDragEnterEvent enter(place, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton,
-                          Qt::NoModifier);
-    QApplication::sendEvent(view->viewport(), &enter);
-    QDragMoveEvent move(place, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton,
-                        Qt::NoModifier);
-    QApplication::sendEvent(view->viewport(), &move);
-    QDropEvent drop(place, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(view->viewport(), &drop);
-}
-
-void CanvasStage::DropFixture(std::int64_t fixture, QPointF at)
-{
-    DropData(QStringLiteral("application/zentriledfixture"), QByteArray::number(qint64{fixture}),
-             at);
-}
-
-void CanvasStage::DropFile(const QString& path, QPointF at)
-{
-    DropData(QStringLiteral("text/uri-list"), QUrl::fromLocalFile(path).toEncoded(), at);
 }
 
 ElementState CanvasStage::Model(std::int64_t id) const

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include <QAction>
-#include <QEvent>
 #include <QUndoStack>
 #include <QWidget>
 
+#include "CanvasHands.h"
 #include "Model/DeviceManager.h"
 #include "UI/Editor/EditorController.h"
 #include "UI/Editor/EditorDisplayState.h"
@@ -19,35 +19,17 @@
 #include "UI/Editor/WeftMapEditorView.h"
 #include "UI/Editor/WeftMappedObjectTreeView.h"
 
-/// A canvas with its view, its list and its undo history, as the window puts them together, and
-/// hands that act on it as a person does: by events of mouse, keys and drags.
-class CanvasStage
+/// A canvas with its view, its list and its undo history, as the window puts them together.
+class CanvasStage : public CanvasHands
 {
 public:
     explicit CanvasStage(QSize canvas = {100, 100}, QSize view = {800, 600});
-    ~CanvasStage();
+    ~CanvasStage() override;
 
     /// A fixture in the library; its number.
     std::int64_t AddFixture(const wchar_t* product, int width, int height, int channels);
     /// An element on the canvas, placed as a file would place it; its number.
     std::int64_t Place(std::int64_t fixture, QPointF centre, QSizeF size, float rotation = 0);
-
-    // ---- Hands
-    // -------------------------------------------------------------------------------------
-
-    [[nodiscard]] QPoint OnScreen(QPointF scenePoint) const;
-    void Press(QPointF at, Qt::KeyboardModifiers keys = Qt::NoModifier);
-    void MoveTo(QPointF to, Qt::KeyboardModifiers keys = Qt::NoModifier);
-    void Release(QPointF at, Qt::KeyboardModifiers keys = Qt::NoModifier);
-    void Click(QPointF at);
-    void DoubleClick(QPointF at);
-    /// Press, some moves in between, release.
-    void Drag(QPointF from, QPointF to);
-    void Wheel(QPointF at, int delta, Qt::KeyboardModifiers keys = Qt::ControlModifier);
-    void Key(Qt::Key key);
-    void DropData(const QString& format, const QByteArray& data, QPointF at);
-    void DropFixture(std::int64_t fixture, QPointF at);
-    void DropFile(const QString& path, QPointF at);
 
     // ---- What the model, the list and the canvas say
     // -----------------------------------------------
@@ -67,7 +49,6 @@ public:
     WeftMappedObjectTreeView* list = nullptr;
     std::unique_ptr<EditorController> controller;
 
-private:
-    void SendMouse(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons buttons,
-                   Qt::KeyboardModifiers keys);
+protected:
+    [[nodiscard]] QGraphicsView& View() const override { return *view; }
 };

@@ -31,15 +31,6 @@ protected:
     {
         return QString::fromUtf8(text).split(QStringLiteral(" | "));
     }
-    /// A key as it comes from the keyboard while this widget has the focus.
-    static void Type(QWidget* target, int key, Qt::KeyboardModifiers modifiers = {})
-    {
-        // A box that closed took the keyboard with it.
-        target->window()->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(target->window()));
-        target->setFocus();
-        QTest::keyClick(target, static_cast<Qt::Key>(key), modifiers);
-    }
     [[nodiscard]] QString Zoom() const { return Find<QComboBox>("zoomCombo")->currentText(); }
 };
 

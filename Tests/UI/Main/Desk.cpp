@@ -170,6 +170,15 @@ void Desk::Trigger(const char* name)
     Action(name)->trigger();
 }
 
+void Desk::Type(QWidget* target, int key, Qt::KeyboardModifiers modifiers)
+{
+    // A box that closed took the keyboard with it.
+    target->window()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(target->window()));
+    target->setFocus();
+    QTest::keyClick(target, static_cast<Qt::Key>(key), modifiers);
+}
+
 QString Desk::Title() const
 {
     return window->windowTitle();
@@ -208,12 +217,17 @@ QString Desk::WriteDocument(const QString& path, int width, int height,
                  QStringLiteral("resolution=\"%1,%2\"").arg(width).arg(height));
     text.replace(QRegularExpression(QStringLiteral(" network=\"[^\"]*\"")),
                  QStringLiteral(" network=\"%1\"").arg(network));
+    WriteText(path, text);
+    return path;
+}
+
+void Desk::WriteText(const QString& path, QString text)
+{
     QDir().mkpath(QFileInfo(path).path());
     QFile file(path);
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     text.prepend(QChar(QChar::ByteOrderMark));
     file.write(reinterpret_cast<const char*>(text.utf16()), 2LL * text.size());
-    return path;
 }
 
 int Desk::PlacedFixtures() const

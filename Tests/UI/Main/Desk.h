@@ -76,6 +76,8 @@ protected:
     }
     [[nodiscard]] QAction* Action(const char* name) const;
     void Trigger(const char* name);
+    /// A key as it comes from the keyboard while this widget has the focus.
+    static void Type(QWidget* target, int key, Qt::KeyboardModifiers modifiers = {});
 
     [[nodiscard]] QString Title() const;
     [[nodiscard]] bool SaveIsPossible() const;
@@ -85,6 +87,8 @@ protected:
     /// A document with this canvas and network in the home; its path.
     QString WriteDocument(const QString& path, int width, int height,
                           const QString& network = QStringLiteral("2.X.X.X")) const;
+    /// A file in the encoding of documents.
+    static void WriteText(const QString& path, QString text);
     [[nodiscard]] int PlacedFixtures() const;
     [[nodiscard]] int CanvasWidth();
     /// Makes the document unsaved, as any edit does.

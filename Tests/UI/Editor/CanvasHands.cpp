@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "CanvasHands.h"
+
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QGraphicsView>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QTest>
+#include <QUrl>
+#include <QWheelEvent>
+
+QPoint CanvasHands::OnScreen(QPointF scenePoint) const
+{
+    return View().mapFromScene(scenePoint);
+}
+
+void CanvasHands::SendMouse(QEvent::Type type, QPointF at, Qt::MouseButton button,
+                            Qt::MouseButtons buttons, Qt::KeyboardModifiers keys)
+{
+    const QPoint place = OnScreen(at);
+    QMouseEvent event(type, place, View().viewport()->mapToGlobal(place), button, buttons, keys);
+    QApplication::sendEvent(View().viewport(), &event);
+}
+
+void CanvasHands::Press(QPointF at, Qt::KeyboardModifiers keys)
+{
+    SendMouse(QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton, keys);
+}
+
+void CanvasHands::MoveTo(QPointF to, Qt::KeyboardModifiers keys)
+{
+    SendMouse(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, keys);
+}
+
+void CanvasHands::Release(QPointF at, Qt::KeyboardModifiers keys)
+{
+    SendMouse(QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton, keys);
+}
+
+void CanvasHands::Click(QPointF at)
+{
+    Press(at);
+    Release(at);
+}
+
+void CanvasHands::DoubleClick(QPointF at)
+{
+    Click(at);
+    SendMouse(QEvent::MouseButtonDblClick, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    Release(at);
+}
+
+void CanvasHands::Drag(QPointF from, QPointF to)
+{
+    constexpr int steps = 5;
+    Press(from);
+    for (int step = 1; step <= steps; ++step)
+        MoveTo(from + (to - from) * step / steps);
+    Release(to);
+}
+
+void CanvasHands::Wheel(QPointF at, int delta, Qt::KeyboardModifiers keys)
+{
+    const QPoint place = OnScreen(at);
+    QWheelEvent event(place, View().viewport()->mapToGlobal(place), QPoint(), QPoint(0, delta),
+                      Qt::NoButton, keys, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(View().viewport(), &event);
+}
+
+void CanvasHands::Key(Qt::Key key)
+{
+    QTest::keyClick(&View(), key);
+}
+
+void CanvasHands::DropData(const QString& format, const QByteArray& data, QPointF at)
+{
+    QMimeData mime;
+    mime.setData(format, data);
+    const QPoint place = OnScreen(at);
+    QDragEnterEvent enter(place, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton,
+                          Qt::NoModifier);
+    QApplication::sendEvent(View().viewport(), &enter);
+    QDragMoveEvent move(place, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton,
+                        Qt::NoModifier);
+    QApplication::sendEvent(View().viewport(), &move);
+    QDropEvent drop(place, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(View().viewport(), &drop);
+}
+
+void CanvasHands::DropFixture(std::int64_t fixture, QPointF at)
+{
+    DropData(QStringLiteral("application/zentriledfixture"), QByteArray::number(qint64{fixture}),
+             at);
+}
+
+void CanvasHands::DropFile(const QString& path, QPointF at)
+{
+    DropData(QStringLiteral("text/uri-list"), QUrl::fromLocalFile(path).toEncoded(), at);
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+
+#include <QEvent>
+#include <QPoint>
+#include <QPointF>
+
+class QByteArray;
+class QGraphicsView;
+class QString;
+
+/// Hands that act on a canvas as a person does: by events of mouse, keys and drags. Points are
+/// those of the scene.
+class CanvasHands
+{
+public:
+    virtual ~CanvasHands() = default;
+
+    [[nodiscard]] QPoint OnScreen(QPointF scenePoint) const;
+    void Press(QPointF at, Qt::KeyboardModifiers keys = Qt::NoModifier);
+    void MoveTo(QPointF to, Qt::KeyboardModifiers keys = Qt::NoModifier);
+    void Release(QPointF at, Qt::KeyboardModifiers keys = Qt::NoModifier);
+    void Click(QPointF at);
+    void DoubleClick(QPointF at);
+    /// Press, some moves in between, release.
+    void Drag(QPointF from, QPointF to);
+    void Wheel(QPointF at, int delta, Qt::KeyboardModifiers keys = Qt::ControlModifier);
+    void Key(Qt::Key key);
+    void DropData(const QString& format, const QByteArray& data, QPointF at);
+    void DropFixture(std::int64_t fixture, QPointF at);
+    void DropFile(const QString& path, QPointF at);
+
+protected:
+    [[nodiscard]] virtual QGraphicsView& View() const = 0;
+
+private:
+    void SendMouse(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons buttons,
+                   Qt::KeyboardModifiers keys);
+};

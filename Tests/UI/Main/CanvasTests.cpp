@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: MIT
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include <QAction>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTest>
+#include <QTransform>
+#include <QTreeView>
+
+#include "Model/DeviceManager.h"
+#include "Model/MappedLedItem.h"
+#include "UI/Editor/GraphCornerGrabber.h"
+#include "UI/Editor/MappingRectangle.h"
+#include "UI/Editor/RotationHandle.h"
+#include "UI/Main/LiveCanvas.h"
+#include "UI/Main/WEFTMain.h"
+
+namespace {
+
+/// What a step of work leaves behind: the elements, apart from their numbers and order, and the
+/// picture that a person sees.
+struct Result
+{
+    std::vector<std::array<double, 8>> elements;
+    QImage picture;
+};
+
+/// The share of a picture that another shows in other colours.
+double Difference(const QImage& one, const QImage& other)
+{
+    if (one.size() != other.size())
+        return 1;
+    int differing = 0;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            const QRgb a = one.pixel(x, y);
+            const QRgb b = other.pixel(x, y);
+            if (std::abs(qRed(a) - qRed(b)) + std::abs(qGreen(a) - qGreen(b)) +
+                    std::abs(qBlue(a) - qBlue(b)) >
+                30)
+                ++differing;
+        }
+    }
+    return static_cast<double>(differing) / (one.width() * one.height());
+}
+
+/// A point of an element's own frame, on the scene.
+QPointF OnScene(const ElementState& element, QPointF own)
+{
+    QTransform frame;
+    frame.translate(element.placement.centre.x(), element.placement.centre.y());
+    frame.rotate(static_cast<double>(element.rotation));
+    return frame.map(own);
+}
+
+class LiveWork : public LiveCanvas
+{
+protected:
+    /// Nothing selected, as a person sees the canvas from afar.
+    Result Look()
+    {
+        Click({-8, -8});
+        Result result;
+        int width = 0;
+        int height = 0;
+        Scene().GetManager().GetCanvasSize(width, height);
+        for (const ElementState& element : Document()) {
+            const auto& [centre, size] = element.placement;
+            const auto rounded = [](double value) {
+                return std::round(value * 100) / 100;
+            };
+            result.elements.push_back({rounded(centre.x()), rounded(centre.y()),
+                                       rounded(size.width()), rounded(size.height()),
+                                       static_cast<double>(element.rotation),
+                                       element.flipHorizontal ? 1.0 : 0.0,
+                                       static_cast<double>(width), static_cast<double>(height)});
+        }
+        std::ranges::sort(result.elements);
+        result.picture = Picture();
+        return result;
+    }
+};
+
+} // namespace
+
+TEST_F(LiveCanvas, AFixtureIsDraggedFromTheLibraryOntoThePicture)
+{
+    StartWith(Element({0.2, 0.8}, {0.12, 0.01}, 0, 2, 100));
+    const QImage before = Picture();
+    EXPECT_FALSE(Action("actionActionDelete")->isEnabled());
+    DragFromLibrary(Bar, {56, 30.5});
+    ASSERT_EQ(PlacedFixtures(), 2);
+    // Behind what is patched, its middle half a fixture up and left of the mouse.
+    EXPECT_EQ(Last().GetArtNetMapping()->GetUniverse(), 2);
+    EXPECT_EQ(Last().GetArtNetMapping()->GetChannel(), 136);
+    const ElementState placed = Document().back();
+    EXPECT_NEAR(placed.placement.centre.x(), 50, 0.5);
+    EXPECT_NEAR(placed.placement.centre.y(), 30, 0.5);
+    EXPECT_NEAR(placed.placement.size.width(), 12, 1e-3);
+    EXPECT_EQ(Title(), QStringLiteral("Zentri PixelWeft 3.2.5 (unsaved)"));
+    EXPECT_TRUE(Action("actionActionDelete")->isEnabled());
+    const auto* list = Find<QTreeView>("mappedTreeView");
+    ASSERT_EQ(list->selectionModel()->selectedRows().size(), 1);
+    EXPECT_TRUE(list->selectionModel()->selectedRows(9).front().data().toString().contains(
+        QStringLiteral("136")));
+    EXPECT_EQ(Pixel(placed.placement.Rect().topLeft()), QColor(255, 0, 0)) << "its frame";
+
+    Undo();
+    EXPECT_EQ(PlacedFixtures(), 1);
+    EXPECT_EQ(Picture(), before);
+    Redo();
+    EXPECT_EQ(PlacedFixtures(), 2);
+}
+
+TEST_F(LiveWork, TenStepsGoBackAndForth)
+{
+    StartWith(Element({0.2, 0.2}, {0.18, 0.10}) + Element({0.6, 0.25}, {0.18, 0.10}) +
+              Element({0.3, 0.6}, {0.18, 0.10}) + Element({0.8, 0.8}, {0.24, 0.16}, 30));
+    Action("actionSnapToGrid")->setChecked(false);
+    std::vector<Result> results{Look()};
+    const std::vector<std::function<void()>> steps = {
+        [&] {
+            Drag({20, 20}, {24, 22});
+        },
+        [&] {
+            // A rubber band round two, which then move by the room between them.
+            Drag({5, 5}, {75, 40});
+            Drag({42, 23}, {40, 30});
+        },
+        [&] {
+            Drag({5, 5}, {75, 45});
+            const MappingRectangle& frame = *Scene().GetGroupOverlay().GetFrame();
+            const double pixel = Scene().GetDisplay().ScreenPixel();
+            const QRectF handle =
+                RotationHandle::Rect(RotationHandle::OfGroup, frame.GetSize(), pixel);
+            Drag(frame.pos() + handle.center(), frame.pos() + QPointF(12, -12));
+        },
+        [&] {
+            Click({80, 80});
+            const ElementState element = Document()[3];
+            const double pixel = Scene().GetDisplay().ScreenPixel();
+            const QPointF grabber =
+                GraphCornerGrabber::Rect(EditorGeometry::BottomRight, element.placement.size, pixel)
+                    .center();
+            Drag(OnScene(element, grabber), OnScene(element, grabber + QPointF(-8, -5)));
+        },
+        [&] {
+            Click({80, 80});
+            ChooseFromMenu(QStringLiteral("&Flip Horizontal"), {80, 80});
+        },
+        [&] {
+            Type(&View(), Qt::Key_A, Qt::ControlModifier);
+            Trigger("actionDistribute_Vertically");
+        },
+        [&] {
+            Click({30, Document()[2].placement.centre.y()});
+            Type(&View(), Qt::Key_R, Qt::ControlModifier);
+        },
+        [&] {
+            DragFromLibrary(Bar, {60, 10});
+        },
+        [&] {
+            Click({30, Document()[2].placement.centre.y()});
+            Trigger("actionCrop_Canvas");
+        },
+        [&] {
+            Type(&View(), Qt::Key_A, Qt::ControlModifier);
+            Type(&View(), Qt::Key_Delete);
+        },
+    };
+    for (const auto& step : steps) {
+        step();
+        results.push_back(Look());
+        EXPECT_NE(results.back().elements, results[results.size() - 2].elements)
+            << "step " << results.size() - 1 << " did nothing";
+    }
+    EXPECT_EQ(PlacedFixtures(), 0);
+    const auto expectSame = [&](std::size_t step) {
+        const Result now = Look();
+        EXPECT_EQ(now.elements, results[step].elements) << "after step " << step;
+        EXPECT_LT(Difference(now.picture, results[step].picture), 1e-3) << "after step " << step;
+    };
+    for (std::size_t step = steps.size(); step-- > 0;) {
+        Undo();
+        expectSame(step);
+    }
+    EXPECT_FALSE(Action("actionUndo")->isEnabled());
+    for (std::size_t step = 1; step <= steps.size(); ++step) {
+        Redo();
+        expectSame(step);
+    }
+    EXPECT_FALSE(Action("actionRedo")->isEnabled());
+}
