@@ -185,6 +185,7 @@ void EditorController::ActionMappingSetupForUniqueID(int64_t uniqueID)
 }
 
 // ---- Actions -----------------------------------------------------------------------------------
+// A gesture that still runs ends first: its elements must not be measured on the way.
 
 void EditorController::ActionSelectAll()
 {
@@ -198,6 +199,7 @@ void EditorController::ActionUnSelectAll()
 
 void EditorController::ActionAlign(EditorGeometry::AlignMode mode)
 {
+    scene_.GetGestures().Release();
     if (scene_.SelectedCount() > 0) {
         scene_.Push(std::make_unique<AlignRectangleCommand>(scene_, scene_.SelectedIds(), mode));
     }
@@ -205,6 +207,7 @@ void EditorController::ActionAlign(EditorGeometry::AlignMode mode)
 
 void EditorController::ActionAlignDistribute(EditorGeometry::DistributeMode mode)
 {
+    scene_.GetGestures().Release();
     if (scene_.SelectedCount() > 1) {
         scene_.Push(
             std::make_unique<AlignDistributeRectangleCommand>(scene_, scene_.SelectedIds(), mode));
@@ -213,6 +216,7 @@ void EditorController::ActionAlignDistribute(EditorGeometry::DistributeMode mode
 
 void EditorController::ActionRotateLeftRight(float degrees)
 {
+    scene_.GetGestures().Release();
     auto command = std::make_unique<RotateRectangleCommand>(scene_, scene_.SelectedIds());
     command->SetAngle(static_cast<double>(degrees));
     if (!command->ChangesNothing())
@@ -221,6 +225,7 @@ void EditorController::ActionRotateLeftRight(float degrees)
 
 void EditorController::ActionFlip(int direction, bool state)
 {
+    scene_.GetGestures().Release();
     if (scene_.SelectedCount() > 0) {
         scene_.Push(std::make_unique<FlipRectangleCommand>(
             scene_, scene_.SelectedIds(), direction == 0 ? FlipHorizontal : FlipVertical, state));
@@ -229,6 +234,7 @@ void EditorController::ActionFlip(int direction, bool state)
 
 void EditorController::ActionCropCanvasToSelectedDevices()
 {
+    scene_.GetGestures().Release();
     if (scene_.SelectedCount() == 0)
         scene_.SelectAll();
     const std::vector<std::int64_t> selected = scene_.SelectedIds();

@@ -27,18 +27,23 @@ Signs SidesOf(int corner)
     return CornerSides[static_cast<std::size_t>(corner)];
 }
 
-/// Cuts to a whole number. What is a hair below one, as a turned drag often is, counts as that.
-double Cut(double length)
+/// The model keeps fractions of the canvas in single precision: a length in pixels comes back from
+/// it with a rounding far below this.
+constexpr double Hair = 1e-3;
+
+double WithoutHair(double length)
 {
-    constexpr double hair = 1e-3;
-    return std::trunc(length + std::copysign(hair, length));
+    return std::abs(length) < Hair ? 0 : length;
 }
 
-double Growth(double start, double wanted, bool snap)
+/// `side` is 0 on the axis that a grabber in the middle of an edge leaves alone.
+double Growth(int side, double start, double drag, bool snap)
 {
-    const double size = snap ? std::round(start + wanted) : start + wanted;
-    const double growth = std::max(size, 1.0) - start;
-    return snap ? growth : Cut(growth);
+    if (side == 0)
+        return 0;
+    const double wanted = start + side * drag;
+    const double growth = std::max(snap ? std::round(wanted) : wanted, 1.0) - start;
+    return snap ? WithoutHair(growth) : EditorGeometry::Cut(growth);
 }
 
 double SnappedAlong(double centre, double size)
@@ -50,6 +55,16 @@ double SnappedAlong(double centre, double size)
 
 namespace EditorGeometry {
 
+double Cut(double length)
+{
+    return std::trunc(length + std::copysign(Hair, length));
+}
+
+QPointF WithoutHair(QPointF way)
+{
+    return {::WithoutHair(way.x()), ::WithoutHair(way.y())};
+}
+
 QPointF CornerPosition(int corner, QSizeF size)
 {
     const Signs side = SidesOf(corner);
@@ -60,11 +75,10 @@ QSizeF CornerGrowth(int corner, QSizeF startSize, double rotation, QPointF drag,
 {
     const QPointF own = TurnedAbout(drag, QPointF(), -rotation);
     const Signs side = SidesOf(corner);
-    const double x = own.x() * side.x;
-    const double y = own.y() * side.y;
-    if (qFuzzyIsNull(x) && qFuzzyIsNull(y))
+    if (qFuzzyIsNull(own.x() * side.x) && qFuzzyIsNull(own.y() * side.y))
         return {0, 0};
-    return {Growth(startSize.width(), x, snap), Growth(startSize.height(), y, snap)};
+    return {Growth(side.x, startSize.width(), own.x(), snap),
+            Growth(side.y, startSize.height(), own.y(), snap)};
 }
 
 Placement Resized(const Placement& old, double rotation, int corner, QSizeF growth, bool snap)

@@ -43,6 +43,13 @@ enum Corner : int
 /// The place of a corner in an element of this size, about its centre.
 [[nodiscard]] QPointF CornerPosition(int corner, QSizeF size);
 
+/// A length without its fraction. Rounding leaves numbers a hair beside a whole one: they count as
+/// that.
+[[nodiscard]] double Cut(double length);
+
+/// A way without what is only such a hair: no way at all is exactly none.
+[[nodiscard]] QPointF WithoutHair(QPointF way);
+
 /// How much an element grows when the mouse drags one of its corners by `drag` on the scene, in the
 /// element's own axes. Whole pixels, cut towards none; with `snap` the new size is whole instead.
 /// No side gets shorter than a pixel.

@@ -76,9 +76,11 @@ EditorGeometry::Placement SizeRectangleCommand::After(const ElementState& elemen
     }
     EditorGeometry::Placement placement = element.placement;
     if (width_ || height_) {
-        placement.size.setWidth(std::max(1.0, std::trunc(width_.value_or(placement.size.width()))));
-        placement.size.setHeight(
-            std::max(1.0, std::trunc(height_.value_or(placement.size.height()))));
+        const auto whole = [](std::optional<double> wanted, double old) {
+            return std::max(1.0, EditorGeometry::Cut(wanted.value_or(old)));
+        };
+        placement.size =
+            QSizeF(whole(width_, placement.size.width()), whole(height_, placement.size.height()));
     }
     return placement;
 }
@@ -192,9 +194,7 @@ RotateSelectionCommand::RotateSelectionCommand(WeftMapEditorScene& scene,
     , centre_(centre)
     , startAngle_(startAngle)
     , angle_(startAngle)
-{
-    setText(QObject::tr("Rotate Fixtures"));
-}
+{}
 
 void RotateSelectionCommand::redo()
 {

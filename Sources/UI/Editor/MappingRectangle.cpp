@@ -67,6 +67,7 @@ MappingRectangle::MappingRectangle(const EditorDisplayState& display, Variant va
     , display_(display)
     , variant_(variant)
     , size_(size)
+    , naturalSize_(size)
 {
     if (variant == Variant::GroupBody) {
         setFlag(ItemIsMovable); // So that a press on it is taken.
@@ -209,8 +210,10 @@ void MappingRectangle::paint(QPainter* painter, const QStyleOptionGraphicsItem*,
         QPen pen(variant_ == Variant::GroupFrame ? Qt::darkRed : Qt::red,
                  HairlineWidth * display_.ScreenPixel(), Qt::DotLine);
         pen.setDashPattern({2, 2});
+        if (variant_ == Variant::GroupFrame)
+            PaintEdges(*painter);
         painter->setPen(pen);
-        painter->setBrush(ScaledFill);
+        painter->setBrush(NaturalFill);
         painter->drawRect(Rect());
         break;
     }

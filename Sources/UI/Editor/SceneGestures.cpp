@@ -132,8 +132,10 @@ void SceneGestures::DragTo(QPointF to)
     case Drag::None:
         break;
     case Drag::Move: {
-        const QPointF wanted = start_.centre + to - pressed_;
-        MoveGesture(GesturePhase::Update, snap_.Apply(wanted, start_.size, snap) - start_.centre);
+        const QPointF wanted = start_.centre + (to - pressed_);
+        MoveGesture(
+            GesturePhase::Update,
+            EditorGeometry::WithoutHair(snap_.Apply(wanted, start_.size, snap) - start_.centre));
         break;
     }
     case Drag::Corner: {

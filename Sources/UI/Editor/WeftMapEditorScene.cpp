@@ -69,14 +69,12 @@ void WeftMapEditorScene::ConnectModel()
             &WeftMapEditorScene::SetGeometryItem);
     connect(&manager_, &DeviceManager::deviceUpdatedGeometry, this,
             &WeftMapEditorScene::SetGeometryItem);
-    connect(&manager_, &DeviceManager::deviceChangeCentreX, this, [this](std::int64_t id, float x) {
-        if (MappingRectangle* item = Find(id))
-            item->setX(static_cast<double>(x));
-    });
-    connect(&manager_, &DeviceManager::deviceChangeCentreY, this, [this](std::int64_t id, float y) {
-        if (MappingRectangle* item = Find(id))
-            item->setY(static_cast<double>(y));
-    });
+    connect(&manager_, &DeviceManager::deviceChangeCentreX, this,
+            &WeftMapEditorScene::SetCentreXItem);
+    connect(&manager_, &DeviceManager::deviceChangeCentreY, this,
+            &WeftMapEditorScene::SetCentreYItem);
+    connect(&manager_, &DeviceManager::deviceChangeCentreXY, this,
+            &WeftMapEditorScene::SetCentreXYItem);
     connect(&manager_, &DeviceManager::deviceChangeMapSize, this, &WeftMapEditorScene::SetSizeItem);
     connect(&manager_, &DeviceManager::deviceChangeRotation, this,
             &WeftMapEditorScene::SetRotationItem);
@@ -247,6 +245,22 @@ void WeftMapEditorScene::SetGeometryItem(int64_t uniqueID, Zen::Vector4DF geomet
     const QSizeF size(static_cast<double>(geometry.width), static_cast<double>(geometry.height));
     const QPointF topLeft(static_cast<double>(geometry.left), static_cast<double>(geometry.top));
     item->SetPlacement({topLeft + QPointF(size.width() / 2, size.height() / 2), size});
+}
+
+void WeftMapEditorScene::SetCentreXItem(int64_t uniqueID, float centreX)
+{
+    if (MappingRectangle* item = Find(uniqueID))
+        item->setX(static_cast<double>(centreX));
+    else
+        ZEN_LOG_ERROR("SetCentreXItem found nothing");
+}
+
+void WeftMapEditorScene::SetCentreYItem(int64_t uniqueID, float centreY)
+{
+    if (MappingRectangle* item = Find(uniqueID))
+        item->setY(static_cast<double>(centreY));
+    else
+        ZEN_LOG_ERROR("SetCentreYItem found nothing");
 }
 
 void WeftMapEditorScene::SetCentreXYItem(int64_t uniqueID, float centreX, float centreY)

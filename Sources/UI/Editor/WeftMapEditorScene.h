@@ -124,6 +124,8 @@ public:
 
 public slots:
     void SetGeometryItem(int64_t uniqueID, Zen::Vector4DF geometry);
+    void SetCentreXItem(int64_t uniqueID, float centreX);
+    void SetCentreYItem(int64_t uniqueID, float centreY);
     void SetCentreXYItem(int64_t uniqueID, float centreX, float centreY);
     void SetSizeItem(int64_t uniqueID, float width, float height);
     void SetRotationItem(int64_t uniqueID, float rotation);
@@ -167,7 +169,11 @@ private:
     /// The item whose handles are under the mouse; null when none is.
     [[nodiscard]] MappingRectangle* ItemWithHandleAt(QPointF scenePoint) const;
     [[nodiscard]] Qt::CursorShape CursorAt(QPointF scenePoint) const;
-    void TakeItemUnderMouse(const QGraphicsSceneMouseEvent& event);
+    /// Begins a gesture when a handle is under the press.
+    bool TakeHandle(QGraphicsSceneMouseEvent& event);
+    void TakeItem(MappingRectangle& item, QPointF pressed);
+    /// The element or group body that holds the mouse; null when none does.
+    [[nodiscard]] MappingRectangle* PressedRectangle() const;
     void ShowDragPreview(std::int64_t fixtureID);
     void DropFixture(std::int64_t fixtureID, QPointF place);
 
@@ -189,8 +195,8 @@ private:
     std::int64_t onlySelected_ = 0;
     int selectionBatches_ = 0;
     bool selectionChanged_ = false;
-    bool mouseDown_ = false;
     bool rubberBand_ = false;
+    bool waitsForDrag_ = false; ///< an element was pressed that only a drag selects
 
     GroupOverlay overlay_;
     SceneGestures gestures_;

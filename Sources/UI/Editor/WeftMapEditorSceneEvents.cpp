@@ -4,6 +4,7 @@
 #include "UI/Editor/WeftMapEditorScene.h"
 
 #include <cmath>
+#include <optional>
 
 #include <QAction>
 #include <QGraphicsSceneContextMenuEvent>
@@ -15,6 +16,7 @@
 #include <QMimeData>
 #include <QUrl>
 
+#include "Log/Log.h"
 #include "Model/DeviceManager.h"
 #include "Model/DeviceModel.h"
 #include "UI/Editor/GraphCornerGrabber.h"
@@ -90,42 +92,67 @@ Qt::CursorShape WeftMapEditorScene::CursorAt(QPointF scenePoint) const
     return GraphCornerGrabber::Cursor(item->GrabberAt(scenePoint), item->rotation());
 }
 
+bool WeftMapEditorScene::TakeHandle(QGraphicsSceneMouseEvent& event)
+{
+    // Handles come before all items: small elements have theirs outside.
+    const QPointF at = event.scenePos();
+    MappingRectangle* item = event.button() == Qt::LeftButton ? ItemWithHandleAt(at) : nullptr;
+    if (!item)
+        return false;
+    rubberBand_ = false;
+    if (item->IsRotationHandleAt(at))
+        gestures_.TakeRotationHandle(*item, at);
+    else
+        gestures_.TakeGrabber(*item, item->GrabberAt(at), at);
+    event.accept();
+    return true;
+}
+
+MappingRectangle* WeftMapEditorScene::PressedRectangle() const
+{
+    return qgraphicsitem_cast<MappingRectangle*>(mouseGrabberItem());
+}
+
+void WeftMapEditorScene::TakeItem(MappingRectangle& item, QPointF pressed)
+{
+    if (SelectedCount() == 0)
+        return;
+    ZEN_LOG_DEBUG("mousePressEvent: oldPos_=(%f, %f)", item.pos().x(), item.pos().y());
+    gestures_.TakeItem(item, pressed);
+}
+
 void WeftMapEditorScene::mousePressEvent(QGraphicsSceneMouseEvent* event)
 {
     const SelectionBatch batch(*this);
-    mouseDown_ = true;
-    const QPointF at = event->scenePos();
-    const bool isLeft = event->button() == Qt::LeftButton;
-    if (isLeft && !gestures_.IsDragging()) {
-        // Handles come before all items: small elements have theirs outside.
-        if (MappingRectangle* item = ItemWithHandleAt(at)) {
-            rubberBand_ = false;
-            if (item->IsRotationHandleAt(at))
-                gestures_.TakeRotationHandle(*item, at);
-            else
-                gestures_.TakeGrabber(*item, item->GrabberAt(at), at);
-            event->accept();
-            return;
-        }
-    }
+    if (event->button() == Qt::LeftButton)
+        gestures_.Release(); // Of a drag whose end went to another window.
+    waitsForDrag_ = false;
+    if (TakeHandle(*event))
+        return;
     QGraphicsScene::mousePressEvent(event);
-    rubberBand_ = isLeft && mouseGrabberItem() == nullptr;
-    if (isLeft)
-        TakeItemUnderMouse(*event);
-}
-
-void WeftMapEditorScene::TakeItemUnderMouse(const QGraphicsSceneMouseEvent& event)
-{
-    const auto* item = qgraphicsitem_cast<MappingRectangle*>(mouseGrabberItem());
-    if (item && !gestures_.IsDragging() && SelectedCount() > 0)
-        gestures_.TakeItem(*item, event.scenePos());
+    MappingRectangle* item = PressedRectangle();
+    rubberBand_ = mouseGrabberItem() == nullptr;
+    if (!item || event->button() != Qt::LeftButton)
+        return;
+    // A click with Control is to select or not: only a drag takes an element that isn't selected.
+    waitsForDrag_ = item->IsElement() && !item->isSelected();
+    if (!waitsForDrag_)
+        TakeItem(*item, event->scenePos());
 }
 
 void WeftMapEditorScene::mouseMoveEvent(QGraphicsSceneMouseEvent* event)
 {
     const SelectionBatch batch(*this);
-    if (gestures_.IsDragging()) {
-        // Qt's own way of moving items would move them past the model.
+    const bool leftIsDown = event->buttons().testFlag(Qt::LeftButton);
+    if (!leftIsDown)
+        gestures_.Release();
+    // Qt's own way of moving items would move them past the model.
+    if (MappingRectangle* item = PressedRectangle(); leftIsDown && item && waitsForDrag_) {
+        waitsForDrag_ = false;
+        item->setSelected(true);
+        TakeItem(*item, event->buttonDownScenePos(Qt::LeftButton));
+    }
+    if (leftIsDown && (gestures_.IsDragging() || PressedRectangle())) {
         gestures_.DragTo(event->scenePos());
         event->accept();
         return;
@@ -150,26 +177,28 @@ void WeftMapEditorScene::mouseReleaseEvent(QGraphicsSceneMouseEvent* event)
         overlay_.Remove();
     if (rubberBand_)
         emit selectionEnded(SelectedCount());
-    mouseDown_ = false;
     rubberBand_ = false;
     emit sceneClick();
 }
 
 void WeftMapEditorScene::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event)
 {
-    std::int64_t clicked = MappingRectangle::OverlayId;
+    std::optional<std::int64_t> clicked;
     {
         const SelectionBatch batch(*this);
-        mouseDown_ = true;
-        QGraphicsScene::mouseDoubleClickEvent(event);
-        if (event->button() != Qt::LeftButton)
+        // The second of two quick presses comes as this alone, also on a handle.
+        if (TakeHandle(*event))
             return;
-        TakeItemUnderMouse(*event);
-        if (const auto* item = qgraphicsitem_cast<MappingRectangle*>(mouseGrabberItem()))
-            clicked = item->GetId();
+        QGraphicsScene::mouseDoubleClickEvent(event);
+        MappingRectangle* item = PressedRectangle();
+        if (!item || event->button() != Qt::LeftButton)
+            return;
+        ZEN_LOG_DEBUG("mouseDoubleClickEvent: oldPos_=(%f, %f)", item->pos().x(), item->pos().y());
+        if (!item->IsElement() || item->isSelected())
+            TakeItem(*item, event->scenePos());
+        clicked = item->GetId();
     }
-    if (clicked != MappingRectangle::OverlayId)
-        emit RectangleDoubleClicked(clicked);
+    emit RectangleDoubleClicked(*clicked);
 }
 
 void WeftMapEditorScene::keyPressEvent(QKeyEvent* event)
@@ -198,6 +227,7 @@ void WeftMapEditorScene::keyPressEvent(QKeyEvent* event)
 
 void WeftMapEditorScene::contextMenuEvent(QGraphicsSceneContextMenuEvent* event)
 {
+    gestures_.Release(); // The menu keeps the mouse to itself.
     QMenu menu(event->widget());
     menu.setObjectName(QStringLiteral("canvasMenu"));
     const auto add = [&menu](QAction* action) {
@@ -312,6 +342,7 @@ void WeftMapEditorScene::DropFixture(std::int64_t fixtureID, QPointF place)
     int height = 0;
     if (!manager_.GetDeviceSize(fixtureID, width, height))
         return; // It left the library on the way; the log has a line.
+    gestures_.Release();
     const PatchAddress patch = NextFreePatch(fixtureID);
     RemoveOverlays();
     MappedObjectParams params;

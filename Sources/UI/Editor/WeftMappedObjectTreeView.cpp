@@ -5,7 +5,7 @@
 
 void WeftMappedObjectTreeView::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace) {
+    if (event->key() == Qt::Key_Delete) {
         emit EnvokeRemoveSelection();
         return;
     }

@@ -16,7 +16,7 @@ signals:
     void EnvokeDuplicateElement();
     void EnvokeCopySelection();
     void EnvokePasteSelection();
-    /// Delete or Backspace: the selected elements are to go.
+    /// The Delete key: the selected elements are to go.
     void EnvokeRemoveSelection();
 
 protected:

@@ -48,12 +48,11 @@ std::optional<std::int64_t> LEDDeviceListView::CurrentFixtureID() const
 
 std::unique_ptr<QMimeData> LEDDeviceListView::DragData() const
 {
-    const auto fixtureID = CurrentFixtureID();
-    if (!fixtureID)
+    if (!pressedFixture_)
         return nullptr;
     auto load = std::make_unique<QMimeData>();
     load->setData(QLatin1String(FixtureMimeType),
-                  QByteArray::number(static_cast<qlonglong>(*fixtureID)));
+                  QByteArray::number(static_cast<qlonglong>(*pressedFixture_)));
     return load;
 }
 
@@ -61,16 +60,18 @@ void LEDDeviceListView::mousePressEvent(QMouseEvent* event)
 {
     QTreeView::mousePressEvent(event);
     pressPosition_ = event->pos();
+    pressedFixture_ = indexAt(event->pos()).isValid() ? CurrentFixtureID() : std::nullopt;
 }
 
 void LEDDeviceListView::mouseMoveEvent(QMouseEvent* event)
 {
-    const int distance = (event->pos() - pressPosition_).manhattanLength();
-    if (!event->buttons().testFlag(Qt::LeftButton) || distance < QApplication::startDragDistance())
+    if (!event->buttons().testFlag(Qt::LeftButton) || !pressedFixture_)
         return QTreeView::mouseMoveEvent(event);
+    // On the way there Qt would select the rows that the mouse passes over, and drag another one.
+    if ((event->pos() - pressPosition_).manhattanLength() < QApplication::startDragDistance())
+        return;
     auto load = DragData();
-    if (!load)
-        return QTreeView::mouseMoveEvent(event);
+    pressedFixture_.reset(); // The drag takes the release of the mouse with it.
     // The drag belongs to Qt, which deletes it after the drop.
     auto* drag = new QDrag(this);
     drag->setMimeData(load.release());

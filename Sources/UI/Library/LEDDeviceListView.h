@@ -27,7 +27,7 @@ public:
 
     /// The fixture of the current row; none on a manufacturer.
     [[nodiscard]] std::optional<std::int64_t> CurrentFixtureID() const;
-    /// What a drag of the current row carries, null when it can't be dragged.
+    /// What a drag from the row that was pressed last carries, null when it can't be dragged.
     [[nodiscard]] std::unique_ptr<QMimeData> DragData() const;
 
     static constexpr auto FixtureMimeType = "application/zentriledfixture";
@@ -39,4 +39,5 @@ protected:
 private:
     DeviceManager* deviceManager_ = nullptr;
     QPoint pressPosition_;
+    std::optional<std::int64_t> pressedFixture_;
 };

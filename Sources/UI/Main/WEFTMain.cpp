@@ -178,17 +178,17 @@ void WEFTMain::BuildUndo()
     const auto iconOf = [](const char* file) {
         return QIcon(QStringLiteral(":/bitmaps/Bin/bitmaps/") + QLatin1String(file));
     };
-    QAction* undo = undoStack_->createUndoAction(this, tr("&Undo"));
-    undo->setObjectName(QStringLiteral("actionUndo"));
-    undo->setShortcut(QKeySequence::Undo);
-    undo->setIcon(iconOf("icon_undo.png"));
-    QAction* redo = undoStack_->createRedoAction(this, tr("&Redo"));
-    redo->setObjectName(QStringLiteral("actionRedo"));
-    redo->setShortcut(QKeySequence::Redo);
-    redo->setIcon(iconOf("icon_redo.png"));
+    undoAction_ = undoStack_->createUndoAction(this, tr("&Undo"));
+    undoAction_->setObjectName(QStringLiteral("actionUndo"));
+    undoAction_->setShortcut(QKeySequence::Undo);
+    undoAction_->setIcon(iconOf("icon_undo.png"));
+    redoAction_ = undoStack_->createRedoAction(this, tr("&Redo"));
+    redoAction_->setObjectName(QStringLiteral("actionRedo"));
+    redoAction_->setShortcut(QKeySequence::Redo);
+    redoAction_->setIcon(iconOf("icon_redo.png"));
     QAction* selectAll = form_.Action(ActionId::SelectAll);
-    form_.menuEdit->insertAction(selectAll, redo);
-    form_.menuEdit->insertAction(selectAll, undo);
+    form_.menuEdit->insertAction(selectAll, redoAction_);
+    form_.menuEdit->insertAction(selectAll, undoAction_);
     form_.menuEdit->insertSeparator(selectAll);
 }
 
@@ -232,8 +232,8 @@ void WEFTMain::BuildEditor()
     actions.remove = form_.Action(ActionId::Delete);
     actions.align = form_.menuAlign;
     actions.rotate = form_.menuRotate_2;
-    actions.undo = findChild<QAction*>(QStringLiteral("actionUndo"));
-    actions.redo = findChild<QAction*>(QStringLiteral("actionRedo"));
+    actions.undo = undoAction_;
+    actions.redo = redoAction_;
     scene_->SetActions(actions);
     actions.remove->setEnabled(false);
 }

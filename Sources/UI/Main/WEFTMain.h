@@ -157,6 +157,8 @@ private:
     std::unique_ptr<HostSettings> hostSettings_;
 
     QUndoStack* undoStack_ = nullptr;
+    QAction* undoAction_ = nullptr;
+    QAction* redoAction_ = nullptr;
     ZoomControls* zoom_ = nullptr;
     SelectionModeButton* selectionModeButton_ = nullptr;
     QLabel* networkLabel_ = nullptr;

@@ -33,6 +33,11 @@ void CanvasHands::MoveTo(QPointF to, Qt::KeyboardModifiers keys)
     SendMouse(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, keys);
 }
 
+void CanvasHands::Hover(QPointF to)
+{
+    SendMouse(QEvent::MouseMove, to, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+}
+
 void CanvasHands::Release(QPointF at, Qt::KeyboardModifiers keys)
 {
     SendMouse(QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton, keys);
@@ -57,6 +62,14 @@ void CanvasHands::Drag(QPointF from, QPointF to)
     Press(from);
     for (int step = 1; step <= steps; ++step)
         MoveTo(from + (to - from) * step / steps);
+    Release(to);
+}
+
+void CanvasHands::QuickDrag(QPointF from, QPointF to)
+{
+    SendMouse(QEvent::MouseButtonDblClick, from, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    MoveTo((from + to) / 2);
+    MoveTo(to);
     Release(to);
 }
 

@@ -21,11 +21,15 @@ public:
     [[nodiscard]] QPoint OnScreen(QPointF scenePoint) const;
     void Press(QPointF at, Qt::KeyboardModifiers keys = Qt::NoModifier);
     void MoveTo(QPointF to, Qt::KeyboardModifiers keys = Qt::NoModifier);
+    /// Moves without a button.
+    void Hover(QPointF to);
     void Release(QPointF at, Qt::KeyboardModifiers keys = Qt::NoModifier);
     void Click(QPointF at);
     void DoubleClick(QPointF at);
     /// Press, some moves in between, release.
     void Drag(QPointF from, QPointF to);
+    /// The same, so soon after the last press that the system takes it for a double click.
+    void QuickDrag(QPointF from, QPointF to);
     void Wheel(QPointF at, int delta, Qt::KeyboardModifiers keys = Qt::ControlModifier);
     void Key(Qt::Key key);
     void DropData(const QString& format, const QByteArray& data, QPointF at);

@@ -3,6 +3,7 @@
 #include "Model/DeviceModel.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
+#include "UI/Editor/GeometryCommands.h"
 
 #include <gtest/gtest.h>
 
@@ -316,6 +317,19 @@ TEST_F(Canvas, AlignDistributeRotateAndCropCanBeUndone)
     stage.manager.GetCanvasSize(width, height);
     EXPECT_EQ(QSize(width, height), QSize(100, 100));
     EXPECT_NEAR(centre(two).x(), 33, 1e-3);
+}
+
+TEST_F(Canvas, ATypedWidthLeavesTheHeightAlone)
+{
+    for (int height = 1; height < 100; ++height) {
+        const auto id = stage.Place(bar, {50, 50}, {12, static_cast<double>(height)});
+        auto command = std::make_unique<SizeRectangleCommand>(*stage.scene, std::vector{id},
+                                                              EditorGeometry::NoCorner, false);
+        command->SetWidth(40);
+        stage.scene->Push(std::move(command));
+        EXPECT_NEAR(stage.Model(id).placement.size.width(), 40, 1e-3);
+        EXPECT_NEAR(stage.Model(id).placement.size.height(), height, 1e-3);
+    }
 }
 
 TEST_F(Canvas, TheHistoryHoldsTenSteps)

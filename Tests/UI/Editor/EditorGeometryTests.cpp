@@ -86,6 +86,8 @@ TEST(EditorGeometry, SnappingMakesSizesWholeAndPutsTheTopLeftOnTheGrid)
 {
     EXPECT_EQ(CornerGrowth(BottomRight, {12.5, 4}, 0, {2.2, 0.6}, true), QSizeF(2.5, 1));
     EXPECT_EQ(CornerGrowth(BottomRight, {12, 4}, 0, {2.9, 0.9}, false), QSizeF(2, 0));
+    // The side that a grabber leaves alone isn't brought to the grid either.
+    EXPECT_EQ(CornerGrowth(Right, {12, 4.4}, 0, {3, 2}, true), QSizeF(3, 0));
     const Placement placed = Resized({{50.3, 20.6}, {12, 4}}, 0, Right, {3, 0}, true);
     EXPECT_EQ(placed.Rect().topLeft(), QPointF(44, 19));
     // A typed size stays about its centre, on the grid or not.

@@ -64,6 +64,23 @@ TEST_F(Gestures, ADragThatEndsWhereItBeganIsNoStep)
     ExpectNear(stage.Model(id).placement.centre, {20, 20});
     stage.Click(taken);
     EXPECT_EQ(stage.undo.count(), 0);
+    // Nor do places that single precision keeps a hair beside the told ones; on the grid, or off
+    // it.
+    for (const bool snap : {false, true}) {
+        stage.display.snapToGrid = snap;
+        for (int i = 0; i < 50; ++i) {
+            const QPointF place =
+                snap ? QPointF(30 + i, 20 + i) : QPointF(30 + i * 0.731, 40 + i * 0.417);
+            const auto other = stage.Place(bar, place, {12, 4});
+            stage.Press(place);
+            stage.MoveTo(place + QPointF(9, 7));
+            stage.MoveTo(place);
+            stage.Release(place);
+            EXPECT_EQ(stage.undo.count(), 0) << i;
+            stage.scene->DeleteObjectItem(other);
+            stage.manager.RemoveMappedObjects({other});
+        }
+    }
 }
 
 TEST_F(Gestures, ADragOffTheGridLandsOnItAndTheGroupGoesAlong)
@@ -193,6 +210,87 @@ TEST_F(Gestures, AGroupTurnsAboutItsMiddle)
     EXPECT_EQ(stage.Model(right).rotation, 0);
     stage.undo.redo();
     ExpectNear(stage.Model(left).placement.centre, {50, 30}, 0.5);
+}
+
+TEST_F(Gestures, AHandleIsTakenBySecondQuickPressesToo)
+{
+    const auto one = stage.Place(bar, {30, 30}, {24, 16});
+    const auto two = stage.Place(bar, {70, 30}, {24, 16});
+    const double pixel = stage.display.ScreenPixel();
+    stage.Click({30, 30});
+    const QPointF grabber(41, 37);
+    stage.Click(grabber);
+    stage.QuickDrag(grabber, grabber + QPointF(4, 4));
+    EXPECT_NEAR(stage.Model(one).placement.size.width(), 28, 1.01);
+    EXPECT_NEAR(stage.Model(one).placement.Rect().left(), 18, 1e-2);
+
+    stage.controller->ActionSelectAll();
+    const MappingRectangle& frame = *stage.scene->GetGroupOverlay().GetFrame();
+    const QPointF handle =
+        frame.pos() +
+        RotationHandle::Rect(RotationHandle::OfGroup, frame.GetSize(), pixel).center();
+    stage.Click(handle);
+    stage.QuickDrag(handle, frame.pos() + QPointF(40, 0));
+    EXPECT_NEAR(stage.Model(two).rotation, 90, 1);
+    EXPECT_EQ(stage.scene->SelectedCount(), 2);
+}
+
+TEST_F(Gestures, ALostReleaseEndsTheDragAtTheNextSignOfTheMouse)
+{
+    const auto id = stage.Place(bar, {20, 20}, {12, 4});
+    stage.Press({20, 20});
+    stage.MoveTo({30, 30});
+    stage.Hover({50, 50});
+    EXPECT_FALSE(stage.scene->GetGestures().IsDragging());
+    ExpectNear(stage.Model(id).placement.centre, {30, 30}, 0.2);
+    EXPECT_EQ(stage.undo.count(), 1);
+    // A drag whose release went to another window doesn't lend its start to the next one.
+    const QPointF at = stage.Model(id).placement.centre;
+    stage.Press(at);
+    stage.MoveTo(at + QPointF(10, 0));
+    stage.Press(at + QPointF(10, 0));
+    stage.MoveTo(at + QPointF(15, 0));
+    stage.Release(at + QPointF(15, 0));
+    ExpectNear(stage.Model(id).placement.centre, at + QPointF(15, 0), 0.2);
+}
+
+TEST_F(Gestures, ADragWithMoreKeysThanControlGoesThroughTheModel)
+{
+    const Qt::KeyboardModifiers keys = Qt::ControlModifier | Qt::ShiftModifier;
+    const auto one = stage.Place(bar, {20, 20}, {12, 4});
+    const auto two = stage.Place(bar, {60, 20}, {12, 4});
+    stage.Click({60, 20});
+    // A click selects and deselects, a drag takes along.
+    for (const int count : {2, 1}) {
+        stage.Press({20, 20}, keys);
+        stage.Release({20, 20}, keys);
+        EXPECT_EQ(stage.scene->SelectedCount(), count);
+    }
+    stage.Press({20, 20}, keys);
+    stage.MoveTo({25, 30}, keys);
+    stage.MoveTo({30, 40}, keys);
+    stage.Release({30, 40}, keys);
+    ExpectNear(stage.Model(one).placement.centre, {30, 40}, 0.2);
+    ExpectNear(stage.Model(two).placement.centre, {70, 40}, 0.2);
+    EXPECT_EQ(stage.undo.count(), 1);
+}
+
+TEST_F(Gestures, AnActionInTheMiddleOfADragComesAfterIt)
+{
+    const auto one = stage.Place(bar, {20, 20}, {12, 4});
+    const auto two = stage.Place(bar, {60, 50}, {12, 4});
+    stage.controller->ActionSelectAll();
+    stage.Press({20, 20});
+    stage.MoveTo({30, 30});
+    stage.controller->ActionAlign(EditorGeometry::AlignTop);
+    stage.MoveTo({40, 40});
+    stage.Release({40, 40});
+    ExpectNear(stage.Model(two).placement.centre, {70, 30}, 0.2);
+    EXPECT_EQ(stage.undo.count(), 2);
+    stage.undo.undo();
+    ExpectNear(stage.Model(two).placement.centre, {70, 60}, 0.2);
+    stage.undo.undo();
+    ExpectNear(stage.Model(one).placement.centre, {20, 20});
 }
 
 TEST_F(Gestures, UndoWaitsForTheMouse)

@@ -61,12 +61,24 @@ TEST(LEDDeviceListViewTest, ADragCarriesTheFixtureAndAManufacturerNone)
     EXPECT_EQ(view.DragData(), nullptr);
 
     view.sortByColumn(0, Qt::DescendingOrder);
+    view.expandAll();
+    view.show();
     const QModelIndex manufacturer = view.model()->index(0, 0);
-    view.setCurrentIndex(manufacturer);
+    const auto press = [&view](QPoint at) {
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    };
+    press(view.visualRect(manufacturer).center());
     EXPECT_EQ(view.DragData(), nullptr);
 
     const QModelIndex fixture = view.model()->index(0, 1, manufacturer);
-    view.setCurrentIndex(fixture);
+    const QPoint lowerEdge = view.visualRect(fixture).bottomLeft() + QPoint(20, 0);
+    press(lowerEdge);
+    // On its way the mouse passes over the next row.
+    const QPoint next = lowerEdge + QPoint(2, 5);
+    QMouseEvent move(QEvent::MouseMove, next, view.viewport()->mapToGlobal(next), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view.viewport(), &move);
+    EXPECT_EQ(view.selectionModel()->selectedRows(1), QModelIndexList{fixture});
     const auto load = view.DragData();
     ASSERT_TRUE(load);
     const QByteArray id = load->data(QStringLiteral("application/zentriledfixture"));
