@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Main/LiveCanvas.h"
 
+#include <chrono>
+
 #include <QAction>
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -17,6 +19,17 @@
 #include "Model/MappedLedItem.h"
 #include "UI/Library/LEDDeviceListView.h"
 #include "UI/Main/WEFTMain.h"
+
+namespace {
+
+std::int64_t WallClock()
+{
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(
+               std::chrono::system_clock::now().time_since_epoch())
+        .count();
+}
+
+} // namespace
 
 void LiveCanvas::StartWith(const QString& elements, int width, int height)
 {
@@ -102,15 +115,17 @@ void LiveCanvas::DragFromLibrary(const QString& product, QPointF to)
         const auto load = Find<LEDDeviceListView>("treeView")->DragData();
         ASSERT_TRUE(load);
         const QString format = QLatin1String(LEDDeviceListView::FixtureMimeType);
+        dropped = WallClock();
         DropData(format, load->data(format), to);
         return;
     }
     // The drag has an event loop of its own: the hand moves on from within.
     QWindow* screen = window->windowHandle();
     const QPoint target = View().viewport()->mapTo(window.get(), OnScreen(to));
-    QTimer::singleShot(0, window.get(), [screen, target] {
+    QTimer::singleShot(0, window.get(), [this, screen, target] {
         QTest::mouseMove(screen, target - QPoint(30, 30));
         QTest::mouseMove(screen, target);
+        dropped = WallClock();
         QTest::mouseRelease(screen, Qt::LeftButton, Qt::NoModifier, target);
     });
     QTest::mousePress(list.viewport(), Qt::LeftButton, Qt::NoModifier, row);

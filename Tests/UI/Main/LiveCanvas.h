@@ -35,6 +35,8 @@ protected:
 
     /// Drags a fixture from the library with the mouse; its row is looked up by product.
     void DragFromLibrary(const QString& product, QPointF to);
+    std::int64_t dropped = 0; ///< when the fixture fell, in nanoseconds of the wall clock
+
     /// Opens the canvas' menu and clicks this entry.
     void ChooseFromMenu(const QString& text, QPointF at);
     void Undo();
