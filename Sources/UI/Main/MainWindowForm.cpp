@@ -94,6 +94,8 @@ void MainWindowForm::SetUpActions(QMainWindow& window)
         action->setEnabled(row.slot != nullptr);
         if (row.shortcut)
             action->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
+        // Shortcuts reach it when the tool bar that shows it is hidden.
+        window.addAction(action);
         actions_[static_cast<std::size_t>(row.id)] = action;
     }
 }

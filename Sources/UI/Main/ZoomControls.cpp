@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Main/ZoomControls.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include <QComboBox>
 #include <QLineEdit>
+#include <QSignalBlocker>
 
 #include "Settings/SettingsBlock.h"
 #include "UI/Editor/EditorDisplayState.h"
@@ -56,5 +60,11 @@ void ZoomControls::UpdateZoomWidgets()
 {
     settings_.zoomFactor = static_cast<float>(display_.zoom);
     settings_.Save();
+    // The list begins at the entry that is nearest, and only a choice or Return sets the zoom.
+    const QSignalBlocker silent(combo_);
+    const auto nearest = std::ranges::min_element(display_.zoomPresets, {}, [this](double preset) {
+        return std::abs(preset - display_.zoom);
+    });
+    combo_->setCurrentIndex(static_cast<int>(nearest - display_.zoomPresets.begin()));
     combo_->setEditText(ZoomText(display_.zoom));
 }

@@ -204,6 +204,17 @@ TEST_F(Actions, KeysReachTheirTargetWhoeverHasTheFocus)
     }
 }
 
+TEST_F(Actions, KeysReachTheirTargetWithoutTheToolBar)
+{
+    Start();
+    Find<QToolBar>("toolBar")->hide();
+    Find<QWidget>("treeView")->setFocus();
+    const auto* combo = Find<QComboBox>("zoomCombo");
+    const QString before = combo->currentText();
+    QTest::keyClick(window.get(), Qt::Key_Plus);
+    EXPECT_NE(combo->currentText(), before);
+}
+
 TEST_F(Actions, DocksFloatCloseAndComeBack)
 {
     Start();
