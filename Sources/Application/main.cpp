@@ -56,6 +56,10 @@ int main(int argc, char** argv)
     const Globals globals;
     ReadSwitches(argc, argv);
 
+    // Where a desktop asks for 200 percent by its dots per inch, what is told in pixels grows too.
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     PixelWeftApp application(argc, argv);
     bool ended = false;
     QSocketNotifier endSignals(Platform::CatchEndSignals(), QSocketNotifier::Read);
@@ -67,7 +71,11 @@ int main(int argc, char** argv)
     WEFTMain& window = application.MainWindow();
     window.showNormal();
     window.LoadFirstDocument();
+    // The wish to end may come while a box is open over the first document, and no box opens after
+    // it.
+    if (ended)
+        return EXIT_SUCCESS;
     window.StartTimers();
-    // The wish may have come while a box was open over the first document.
+    window.GuardUnsavedWork();
     return ended ? EXIT_SUCCESS : QApplication::exec();
 }

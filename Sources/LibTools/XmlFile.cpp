@@ -54,6 +54,18 @@ bool ReadXmlFile(const std::wstring& path, tinyxml2::XMLDocument& document)
     return text && XmlText::Parse(*text, document);
 }
 
+QString KeepUnreadableFile(const QString& path)
+{
+    QString aside = path + QStringLiteral(".unreadable");
+    for (int number = 2; QFileInfo::exists(aside); ++number)
+        aside = path + QStringLiteral(".unreadable-%1").arg(number);
+    if (!QFile::rename(path, aside))
+        return {};
+    ZEN_LOG_ERROR("%s could not be read. It is kept as %s", qUtf8Printable(path),
+                  qUtf8Printable(aside));
+    return aside;
+}
+
 bool WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document)
 {
     const std::string bytes = XmlText::Encode(XmlText::Print(document));

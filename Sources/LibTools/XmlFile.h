@@ -5,6 +5,8 @@
 
 #include <tinyxml2.h>
 
+#include <QString>
+
 #include <string>
 #include <utility>
 
@@ -39,6 +41,10 @@ private:
 /// the same folder, flushed to the disk and renamed over the old one. False leaves the old file as
 /// it was and logs the reason at error level.
 [[nodiscard]] bool WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document);
+
+/// Gives a file that can't be read a free name beside its own, so that a new one does not take its
+/// place, and says so in the log. The new name, empty when it can't be renamed.
+[[nodiscard]] QString KeepUnreadableFile(const QString& path);
 
 /// A document of 20,000 elements takes some 25 MB; ten times that is no document of ours.
 inline constexpr long long MaxXmlFileSize = 256LL * 1024 * 1024;

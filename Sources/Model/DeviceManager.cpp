@@ -93,13 +93,8 @@ bool DeviceManager::KeepUnreadLibrary()
         deviceModel->Merge(file, true);
         mappedDeviceModel->RebindFixtures(*deviceModel);
     } else if (QFileInfo::exists(libraryPath)) {
-        QString aside = libraryPath + QStringLiteral(".unreadable");
-        for (int number = 2; QFileInfo::exists(aside); ++number)
-            aside = libraryPath + QStringLiteral(".unreadable-%1").arg(number);
-        if (!QFile::rename(libraryPath, aside))
+        if (KeepUnreadableFile(libraryPath).isEmpty())
             return false;
-        ZEN_LOG_ERROR("The fixture library could not be read. It is kept as %ls",
-                      aside.toStdWString().c_str());
     }
     libraryUnread_ = false;
     return true;
@@ -165,6 +160,12 @@ bool DeviceManager::LoadMapping(const QString& path, ArtNetNodeModel& nodes)
 int DeviceManager::SaveMapping(const QString& path, const ArtNetNodeModel& nodes)
 {
     return mappedDeviceModel->Save(path.toStdWString(), *deviceModel, nodes);
+}
+
+void DeviceManager::MappingToXml(tinyxml2::XMLDocument& document,
+                                 const ArtNetNodeModel& nodes) const
+{
+    mappedDeviceModel->ToXml(document, *deviceModel, nodes);
 }
 
 void DeviceManager::ClearAll()

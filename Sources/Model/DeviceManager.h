@@ -24,6 +24,10 @@ class DMXMappingArtNet;
 class MappedDeviceModel;
 class MappedLedItem;
 class MappedObjectListProxy;
+
+namespace tinyxml2 {
+class XMLDocument;
+}
 struct VideoMapping;
 
 /// The one door to the library and the document. Outside of it lengths are scene pixels; the model
@@ -60,6 +64,8 @@ public:
     bool LoadMapping(const QString& path, ArtNetNodeModel& nodes);
     /// 0 when the document was written.
     int SaveMapping(const QString& path, const ArtNetNodeModel& nodes);
+    /// Adds what SaveMapping writes to an empty document.
+    void MappingToXml(tinyxml2::XMLDocument& document, const ArtNetNodeModel& nodes) const;
     void ClearAll();
     /// Tells of every element of the document through createRectangleDevice, in row order.
     void CreateSceneItems();

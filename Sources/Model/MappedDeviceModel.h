@@ -60,6 +60,9 @@ public:
     /// 0; 1 when the file could not be written, which leaves the old one whole; -1 when its folder
     /// could not be made.
     int Save(const std::wstring& path, const DeviceModel& library, const ArtNetNodeModel& nodes);
+    /// Adds what Save writes to an empty document, for who writes it elsewhere.
+    void ToXml(tinyxml2::XMLDocument& document, const DeviceModel& library,
+               const ArtNetNodeModel& nodes) const;
 
     /// Adds a row; the table owns the element. The index of its column 7.
     QModelIndex AddMappingElement(std::unique_ptr<MappedLedItem> item);

@@ -174,6 +174,13 @@ int MappedDeviceModel::Save(const std::wstring& path, const DeviceModel& library
         return -1;
     }
     XmlText::Document document;
+    ToXml(document, library, nodes);
+    return WriteXmlFile(path, document) ? 0 : 1;
+}
+
+void MappedDeviceModel::ToXml(tinyxml2::XMLDocument& document, const DeviceModel& library,
+                              const ArtNetNodeModel& nodes) const
+{
     library.WriteFixtures(XmlText::AddElement(document, "LEDFixtureLibrary"));
     merging.ToXml(document);
     WriteManualNodes(document, nodes);
@@ -188,7 +195,6 @@ int MappedDeviceModel::Save(const std::wstring& path, const DeviceModel& library
     XmlText::SetAttribute(mapping, "network",
                           settings ? settings->networkText.toStdWString() : network);
     WriteElements(mapping);
-    return WriteXmlFile(path, document) ? 0 : 1;
 }
 
 void MappedDeviceModel::WriteElements(tinyxml2::XMLElement& mapping) const

@@ -24,10 +24,11 @@ int WidgetBoxes::Choose(const Choice& choice)
     QMessageBox box(choice.icon, choice.title, choice.text);
     QList<QAbstractButton*> buttons;
     for (const QString& text : choice.buttons) {
-        // More than one button of the reject role would leave Escape to Qt's guess.
+        // Qt gives Escape to a lone reject button, and sorts the buttons by their roles as the
+        // desktop wants it; those of the action role stay in their order and out of Escape's way.
         const bool rejects = buttons.size() == choice.onEscape;
-        buttons.append(
-            box.addButton(text, rejects ? QMessageBox::RejectRole : QMessageBox::AcceptRole));
+        const auto role = choice.onEscape < 0 ? QMessageBox::ActionRole : QMessageBox::AcceptRole;
+        buttons.append(box.addButton(text, rejects ? QMessageBox::RejectRole : role));
         if (rejects)
             box.setEscapeButton(buttons.last());
     }
@@ -44,9 +45,15 @@ QString WidgetBoxes::OpenFile(QWidget* parent, const QString& caption, const QSt
 }
 
 QString WidgetBoxes::SaveFile(QWidget* parent, const QString& caption, const QString& directory,
-                              const QString& filter)
+                              const QString& filter, const QString& suffix)
 {
-    return QFileDialog::getSaveFileName(parent, caption, directory, filter);
+    // With the suffix that is added to a bare name, so that the dialog asks before a file with the
+    // whole name is written over.
+    QFileDialog dialog(parent, caption, directory, filter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setDefaultSuffix(suffix);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
 QString WidgetBoxes::ChooseDirectory(QWidget* parent, const QString& caption)

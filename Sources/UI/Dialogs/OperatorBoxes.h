@@ -26,14 +26,17 @@ public:
         QStringList buttons; ///< the first is the default
         int onEscape = -1;   ///< the button that Escape presses, -1: Escape does nothing
     };
-    /// A box without a parent and with buttons of its own; the index of the pressed one.
+    /// A box without a parent and with buttons of its own; the index of the pressed one, -1 when
+    /// the program ends under it.
     [[nodiscard]] virtual int Choose(const Choice& choice) = 0;
 
     // The file dialogs give an empty text when they are cancelled.
     [[nodiscard]] virtual QString OpenFile(QWidget* parent, const QString& caption,
                                            const QString& directory, const QString& filter) = 0;
+    /// A name without a suffix gets this one (without a dot).
     [[nodiscard]] virtual QString SaveFile(QWidget* parent, const QString& caption,
-                                           const QString& directory, const QString& filter) = 0;
+                                           const QString& directory, const QString& filter,
+                                           const QString& suffix) = 0;
     [[nodiscard]] virtual QString ChooseDirectory(QWidget* parent, const QString& caption) = 0;
 };
 
@@ -48,6 +51,6 @@ public:
     QString OpenFile(QWidget* parent, const QString& caption, const QString& directory,
                      const QString& filter) override;
     QString SaveFile(QWidget* parent, const QString& caption, const QString& directory,
-                     const QString& filter) override;
+                     const QString& filter, const QString& suffix) override;
     QString ChooseDirectory(QWidget* parent, const QString& caption) override;
 };

@@ -3,10 +3,12 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QTimer>
 #include <QUndoStack>
 
 #include "LEDEngine/GetIPRange.h"
 #include "LEDEngine/LEDEngine.h"
+#include "LibTools/XmlFile.h"
 #include "Log/Log.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
@@ -42,6 +44,16 @@ private:
     bool snap_;
 };
 
+/// Also for a name in other letters, which a share may take for the same, and through a link.
+bool IsSameFile(const QString& one, const QString& other)
+{
+    const QFileInfo first(one);
+    const QFileInfo second(other);
+    return first == second ||
+           (first.dir() == second.dir() &&
+            first.fileName().compare(second.fileName(), Qt::CaseInsensitive) == 0);
+}
+
 } // namespace
 
 DocumentLife::DocumentLife(const Parts& parts)
@@ -52,9 +64,27 @@ void DocumentLife::LoadFirst()
 {
     if (Import(mappingFilePath))
         return;
+    const bool exists = QFileInfo::exists(mappingFilePath);
+    const QString kept = exists ? KeepUnreadableFile(mappingFilePath) : QString();
     parts_.network.ChooseFirst();
     parts_.network.updateArtNetOutput();
-    Save();
+    if (exists)
+        TellLater(tr("Mapping Not Read"),
+                  tr("The mapping %1 could not be read.\n\n%2")
+                      .arg(mappingFilePath, kept.isEmpty() ? tr("It stays as it is until you save.")
+                                                           : tr("It is kept as %1.").arg(kept)));
+    // A file that could not even be renamed is not written over without the operator's wish.
+    if (exists && kept.isEmpty())
+        parts_.manager.SetDocumentDirty(true);
+    else if (!Write())
+        TellLater(tr("Mapping Not Saved"),
+                  tr("The mapping could not be saved to %1.").arg(mappingFilePath));
+}
+
+/// When the program ticks: the stage does not wait until somebody has read it.
+void DocumentLife::TellLater(const QString& title, const QString& text)
+{
+    QTimer::singleShot(0, this, [=, this] { parts_.boxes.Notify(parts_.window, title, text); });
 }
 
 bool DocumentLife::Import(const QString& path)
@@ -79,11 +109,12 @@ bool DocumentLife::LoadInto(const QString& path)
     MappedDeviceModel& document = *manager.GetMappedDeviceModel();
     UpdateCanvasSize(document.GetCanvasWidth(), document.GetCanvasHeight());
     manager.CreateSceneItems();
-    parts_.engine.ReleaseElements();
     for (const std::wstring& range : document.GetManualIPRanges())
         GetIPRange::Instance().AddManualRange(range);
     parts_.network.ChooseFromDocument(document.GetNetwork());
     parts_.network.updateArtNetOutput();
+    // Not before the boxes about the network: the lights go on behind them.
+    parts_.engine.ReleaseElements();
     emit document.mappingsChanged();
     return true;
 }
@@ -106,13 +137,20 @@ void DocumentLife::Reset()
 
 bool DocumentLife::Save()
 {
+    if (Write())
+        return true;
+    parts_.boxes.Notify(parts_.window, tr("Mapping Not Saved"),
+                        tr("The mapping could not be saved to %1.\n\nThe file there is as it was "
+                           "before.")
+                            .arg(mappingFilePath));
+    return false;
+}
+
+bool DocumentLife::Write()
+{
     if (parts_.manager.SaveMapping(mappingFilePath, parts_.nodes) != 0) {
         ZEN_LOG_ERROR("The mapping could not be saved to %ls",
                       mappingFilePath.toStdWString().c_str());
-        parts_.boxes.Notify(parts_.window, tr("Mapping Not Saved"),
-                            tr("The mapping could not be saved to %1.\n\nThe file there is as it "
-                               "was before.")
-                                .arg(mappingFilePath));
         return false;
     }
     parts_.undoStack.clear();
@@ -157,14 +195,14 @@ void DocumentLife::ActionImport()
 
 void DocumentLife::ActionExport()
 {
+    const QString suffix = QStringLiteral("wfm");
     QString file = parts_.boxes.SaveFile(parts_.window, tr("Export Mapping"), StartDirectory(),
-                                         tr("Mapping files (*.wfm)"));
+                                         tr("Mapping files (*.wfm)"), suffix);
     if (file.isEmpty())
         return;
-    const QString suffix = QStringLiteral(".wfm");
-    if (!file.toLower().endsWith(suffix))
-        file += suffix;
-    if (QFileInfo(file).absoluteFilePath() == QFileInfo(mappingFilePath).absoluteFilePath()) {
+    if (QFileInfo(file).suffix().compare(suffix, Qt::CaseInsensitive) != 0)
+        file += QLatin1Char('.') + suffix;
+    if (IsSameFile(file, mappingFilePath)) {
         parts_.boxes.Notify(parts_.window, tr("Export Mapping Forbidden"),
                             tr("Exporting to the mapping.wfm file is forbidden. Use Save feature "
                                "instead to update this file."));

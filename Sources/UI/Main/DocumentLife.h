@@ -78,6 +78,8 @@ signals:
     void FileSaved();
 
 private:
+    bool Write();
+    void TellLater(const QString& title, const QString& text);
     bool LoadInto(const QString& path);
     [[nodiscard]] QString StartDirectory() const;
 

@@ -1,18 +1,27 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Main/UnsavedWork.h"
 
+#include <exception>
+#include <memory>
+#include <optional>
+
+#include <tinyxml2.h>
+
 #include <QFile>
 
+#include "LibTools/XmlFile.h"
 #include "Log/Log.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 
 namespace {
 
-QByteArray ContentsOf(const QString& path)
+std::optional<QByteArray> ContentsOf(const QString& path)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return file.readAll();
 }
 
 } // namespace
@@ -26,6 +35,14 @@ UnsavedWork::UnsavedWork(DeviceManager& manager, const ArtNetNodeModel& nodes)
     connect(&timer_, &QTimer::timeout, this, &UnsavedWork::Write);
 }
 
+UnsavedWork::~UnsavedWork()
+{
+    if (!timer_.isActive())
+        return;
+    WaitForWriter();
+    Write();
+}
+
 void UnsavedWork::Watch(const QString& mappingFilePath)
 {
     file_ = FileFor(mappingFilePath);
@@ -36,10 +53,11 @@ void UnsavedWork::Watch(const QString& mappingFilePath)
             NoteChange();
     });
     // An undone step changes the document and says nothing of its saved state.
+    const MappedDeviceModel* document = manager_.GetMappedDeviceModel();
     connect(&manager_, &DeviceManager::devicesChangedGeometry, this, &UnsavedWork::NoteChange);
     connect(&manager_, &DeviceManager::mappingsChanged, this, &UnsavedWork::NoteChange);
-    connect(manager_.GetMappedDeviceModel(), &QStandardItemModel::itemChanged, this,
-            &UnsavedWork::NoteChange);
+    connect(document, &QStandardItemModel::itemChanged, this, &UnsavedWork::NoteChange);
+    connect(document, &QStandardItemModel::dataChanged, this, &UnsavedWork::NoteChange);
     if (manager_.documentDirty)
         NoteChange();
 }
@@ -51,14 +69,18 @@ QString UnsavedWork::FileFor(const QString& mappingFilePath)
 
 bool UnsavedWork::IsLeftOver(const QString& mappingFilePath)
 {
-    const QByteArray kept = ContentsOf(FileFor(mappingFilePath));
+    const QString file = FileFor(mappingFilePath);
+    if (!QFile::exists(file))
+        return false;
+    const auto kept = ContentsOf(file);
     // A run that ended between its save and the removal of the copy has lost nothing.
-    return !kept.isEmpty() && kept != ContentsOf(mappingFilePath);
+    return !kept || (!kept->isEmpty() && kept != ContentsOf(mappingFilePath));
 }
 
 void UnsavedWork::Discard()
 {
     timer_.stop();
+    WaitForWriter();
     failed_ = false;
     if (!file_.isEmpty())
         QFile::remove(file_);
@@ -75,8 +97,36 @@ void UnsavedWork::Write()
 {
     if (!manager_.documentDirty)
         return;
-    const bool written = manager_.SaveMapping(file_, nodes_) == 0;
+    if (writing_) { // on a disk that is slower than the operator
+        timer_.start();
+        return;
+    }
+    try {
+        auto document = std::make_unique<tinyxml2::XMLDocument>();
+        manager_.MappingToXml(*document, nodes_);
+        writing_ = true;
+        writer_ = std::jthread([this, file = file_.toStdWString(), document = std::move(document)] {
+            const bool written = WriteXmlFile(file, *document);
+            QMetaObject::invokeMethod(this, [this, written] { Wrote(written); });
+        });
+    } catch (const std::exception&) {
+        Wrote(false);
+    }
+}
+
+void UnsavedWork::Wrote(bool written)
+{
+    writing_ = false;
     if (!written && !failed_)
         ZEN_LOG_ERROR("Unsaved work can't be kept in %ls", file_.toStdWString().c_str());
     failed_ = !written;
+    if (failed_ && manager_.documentDirty)
+        NoteChange();
+}
+
+void UnsavedWork::WaitForWriter()
+{
+    if (writer_.joinable())
+        writer_.join();
+    writing_ = false;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Main/WEFTMain.h"
 
+#include <utility>
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
@@ -13,6 +15,7 @@
 #include <QLocale>
 #include <QMenu>
 #include <QPushButton>
+#include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTimer>
@@ -23,6 +26,7 @@
 
 #include "LEDEngine/GetIPRange.h"
 #include "LEDEngine/LEDEngine.h"
+#include "LibTools/XmlFile.h"
 #include "Log/Log.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
@@ -57,6 +61,7 @@ constexpr int NodesMilliseconds = 1000;
 constexpr int NetworkMilliseconds = 3000;
 constexpr int NewCanvasSize = 100;
 constexpr int UndoLimit = 10;
+constexpr QPoint DefaultPosition(200, 200);
 
 QString BareTitle()
 {
@@ -107,14 +112,12 @@ WEFTMain::WEFTMain(OperatorBoxes& boxes)
 
 WEFTMain::~WEFTMain()
 {
-    // The header counts its columns once more on its way out.
-    form_.mappedTreeView->header()->disconnect(this);
     form_.treeView->setModel(nullptr);
     testPattern_.reset();
     undoView_.reset();
+    unsavedWork_.reset();
     Startup::FreeServices();
     hostSettings_.reset();
-    unsavedWork_.reset();
     document_.reset();
     frameLoop_.reset();
     engine_->ReleaseElements();
@@ -207,10 +210,14 @@ void WEFTMain::BuildLists()
         *deviceManager_, *form_.treeView, *form_.buttonDeleteFixture, *undoStack_, boxes_, this});
     form_.mappedTreeView->setModel(deviceManager_->GetMappedObjectListProxy());
     form_.mappedTreeView->sortByColumn(MappedDeviceModel::ManufacturerColumn, Qt::AscendingOrder);
-    connect(form_.mappedTreeView->header(), &QHeaderView::sectionCountChanged, this,
-            &WEFTMain::SetUpListColumns);
     form_.artNetNodes->setModel(nodeModel_.get());
     form_.artNetNodes->sortByColumn(1, Qt::AscendingOrder);
+    // A list that was empty has all its columns with its first row, and no use for them before the
+    // header is done.
+    for (const QTreeView* list :
+         std::initializer_list<const QTreeView*>{form_.treeView, form_.mappedTreeView})
+        connect(list->header(), &QHeaderView::sectionCountChanged, this,
+                &WEFTMain::SetUpListColumns, Qt::QueuedConnection);
     SetUpListColumns();
     networkLabel_ = new QLabel(this);
     networkLabel_->setObjectName(QStringLiteral("networkLabel"));
@@ -349,7 +356,10 @@ void WEFTMain::LoadWindowSettings()
 {
     const QSettings* store = settings_.Load();
     resize(store->value(QStringLiteral("lastSize"), QSize(1024, 600)).toSize());
-    move(store->value(QStringLiteral("lastPosition"), QPoint(200, 200)).toPoint());
+    move(store->value(QStringLiteral("lastPosition"), DefaultPosition).toPoint());
+    // The screen that it stood on may be gone.
+    if (!QGuiApplication::screenAt(geometry().center()))
+        move(DefaultPosition);
     testPattern_->ReadSettings(*store);
     display_.Read(*store);
     zoom_->UpdateZoomWidgets();
@@ -396,13 +406,17 @@ void WEFTMain::LoadFirstDocument()
 {
     document_->LoadFirst();
     libraryPanel_->SortByProduct();
+}
+
+void WEFTMain::GuardUnsavedWork()
+{
     OfferUnsavedWork();
     unsavedWork_->Watch(document_->GetMappingFilePath());
 }
 
 void WEFTMain::OfferUnsavedWork()
 {
-    const QString& path = document_->GetMappingFilePath();
+    const QString path = document_->GetMappingFilePath();
     const QString kept = UnsavedWork::FileFor(path);
     if (!UnsavedWork::IsLeftOver(path)) {
         QFile::remove(kept);
@@ -418,13 +432,16 @@ void WEFTMain::OfferUnsavedWork()
     choice.buttons = QStringList{tr("Restore"), tr("Discard")};
     // Escape loses nothing: what is restored is unsaved until the operator saves it.
     choice.onEscape = 0;
-    if (boxes_.Choose(choice) == 0) {
-        if (document_->ImportFile(kept))
-            return;
+    const int answer = boxes_.Choose(choice);
+    if (answer == 1)
+        QFile::remove(kept);
+    if (answer != 0)
+        return;
+    if (document_->ImportFile(kept))
+        return;
+    if (KeepUnreadableFile(kept).isEmpty())
         ZEN_LOG_ERROR("The unsaved work can't be read");
-        document_->LoadFirst();
-    }
-    QFile::remove(kept);
+    document_->LoadFirst();
 }
 
 void WEFTMain::StartTimers()
@@ -479,10 +496,14 @@ void WEFTMain::updateLEDEngine()
 {
     engine_->ReleaseElements();
     const MappedDeviceModel& document = *deviceManager_->GetMappedDeviceModel();
-    if (!engine_->CreateElements(document.GetCanvasWidth(), document.GetCanvasHeight()))
+    const bool created =
+        engine_->CreateElements(document.GetCanvasWidth(), document.GetCanvasHeight());
+    // Once, however often the document tells its changes.
+    if (!created && !std::exchange(engineFailed_, true))
         boxes_.Notify(this, QString(),
                       tr("The DMX output engine could not be initialised. Is there another "
                          "instance running?"));
+    engineFailed_ = !created;
 }
 
 void WEFTMain::ReadSelection()

@@ -46,6 +46,9 @@ public:
 
     /// Loads the document of the mode, or begins one. Comes after the window is shown.
     void LoadFirstDocument();
+    /// Offers the work that a crash left unsaved, and keeps the work of this run from now on. Comes
+    /// when the program ticks: the lights don't wait for the answer.
+    void GuardUnsavedWork();
     /// From here on the program ticks, until the process ends.
     void StartTimers();
 
@@ -163,6 +166,7 @@ private:
     SelectionModeButton* selectionModeButton_ = nullptr;
     QLabel* networkLabel_ = nullptr;
     QLabel* outputLabel_ = nullptr;
+    bool engineFailed_ = false;
     QTimer* engineTimer = nullptr;
     QTimer* nodesTimer = nullptr;
     QTimer* networkTimer = nullptr;

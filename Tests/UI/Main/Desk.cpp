@@ -144,6 +144,7 @@ void Desk::Start()
     window = std::make_unique<WEFTMain>(boxes);
     window->show();
     window->LoadFirstDocument();
+    window->GuardUnsavedWork();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
     window->activateWindow();
 }

@@ -198,13 +198,14 @@ TEST_F(Document, ExportToTheWorkingFileIsForbidden)
     Start();
     const QByteArray before = DocumentBytes();
     Edit();
-    QString without = DocumentPath();
-    without.chop(4);
+    const QString folder = QFileInfo(DocumentPath()).path();
+    ASSERT_TRUE(QFile::link(DocumentPath(), Path(QStringLiteral("link.wfm"))));
     for (const QString& name :
-         {without, QFileInfo(DocumentPath()).path() + QStringLiteral("/../PixelWeft/mapping.wfm")})
+         {folder + QStringLiteral("/mapping"), folder + QStringLiteral("/../PixelWeft/mapping.wfm"),
+          folder + QStringLiteral("/mapping.WFM"), Path(QStringLiteral("link"))})
     {
         person.WillChoose(name);
-        if (name != without)
+        if (!name.endsWith(QStringLiteral("WFM")))
             person.WillPress(QStringLiteral("Yes")); // the file dialog's own question
         person.WillPress(QStringLiteral("OK"));
         Trigger("actionExport");
@@ -216,6 +217,36 @@ TEST_F(Document, ExportToTheWorkingFileIsForbidden)
         EXPECT_EQ(box.buttons, QStringList(QStringLiteral("OK")));
     }
     EXPECT_EQ(DocumentBytes(), before);
+    EXPECT_FALSE(QFile::exists(folder + QStringLiteral("/mapping.WFM")));
+}
+
+TEST_F(Document, ExportUnderABareNameAsksForTheFileThatIsThere)
+{
+    Start();
+    const QString show = WriteDocument(Path(QStringLiteral("show.wfm")), 320, 200);
+    const QByteArray before = Bytes(show);
+    person.WillChoose(Path(QStringLiteral("show")));
+    person.WillPress(QStringLiteral("No"));
+    person.WillPress(QStringLiteral("Escape")); // the file dialog
+    Trigger("actionExport");
+    EXPECT_EQ(Bytes(show), before);
+}
+
+TEST_F(Document, AFileThatCantBeReadIsKeptAsideAndNotWrittenOver)
+{
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(DocumentPath()).path()));
+    QFile file(DocumentPath());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("half a show");
+    file.close();
+    person.WillPress(QStringLiteral("OK"));
+    Start();
+    const QString kept = DocumentPath() + QStringLiteral(".unreadable");
+    EXPECT_EQ(Bytes(kept), QByteArray("half a show"));
+    EXPECT_EQ(Title(), Saved);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return person.IsDone(); }));
+    EXPECT_EQ(person.seen[0].title, QStringLiteral("Mapping Not Read"));
+    EXPECT_TRUE(person.seen[0].text.contains(kept));
 }
 
 TEST_F(Document, ASaveThatFailsIsSaidAndTheWorkStaysUnsaved)
@@ -325,4 +356,25 @@ TEST_F(Document, UnsavedWorkThatCantBeReadGivesTheDocumentBack)
     EXPECT_EQ(CanvasWidth(), 640);
     EXPECT_GT(PlacedFixtures(), 10);
     EXPECT_FALSE(kept.exists());
+    EXPECT_EQ(Bytes(kept.fileName() + QStringLiteral(".unreadable")), QByteArray("half a fi"));
+}
+
+TEST_F(Document, AnEndThatTheOperatorDidNotWishKeepsTheLastChange)
+{
+    Start();
+    const QString kept = UnsavedWork::FileFor(DocumentPath());
+    Edit();
+    EXPECT_FALSE(QFile::exists(kept));
+    window.reset(); // a log-out does this, within the seconds that a change waits
+    const QByteArray work = Bytes(kept);
+    EXPECT_FALSE(work.isEmpty());
+
+    // And one that ends the program under the offer leaves it for the next start.
+    QFile document(DocumentPath());
+    ASSERT_TRUE(document.open(QIODevice::Append));
+    document.write("\n\0", 2);
+    document.close();
+    person.Will([](QDialog& dialog) { dialog.done(QDialog::Rejected); });
+    Start();
+    EXPECT_EQ(Bytes(kept), work);
 }
