@@ -107,6 +107,15 @@ std::string CanvasStage::Disagreement() const
 {
     if (Ids() != scene->AllIds())
         return "the scene holds other elements than the document";
+    std::vector<std::int64_t> listed;
+    for (int row = 0; row < list->model()->rowCount(); ++row)
+        listed.push_back(list->model()
+                             ->index(row, MappedDeviceModel::IdentifierColumn)
+                             .data(Qt::UserRole)
+                             .toLongLong());
+    std::ranges::sort(listed);
+    if (listed != Ids())
+        return "the list shows other elements than the document";
     if (SelectedInList() != scene->SelectedIds())
         return "canvas and list have other selections";
     for (const std::int64_t id : Ids()) {

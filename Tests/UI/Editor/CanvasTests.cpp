@@ -7,9 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <random>
-
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
@@ -345,79 +342,4 @@ TEST_F(Canvas, TheHistoryHoldsTenSteps)
     while (stage.undo.canRedo())
         stage.undo.redo();
     EXPECT_NEAR(stage.Model(id).placement.centre.x(), 68, 1.5);
-}
-
-// ---- Random walks ------------------------------------------------------------------------------
-
-TEST_F(Canvas, AnyWalkThroughTheEditsKeepsModelCanvasAndListOne)
-{
-    constexpr int seed = 20;
-    const char* wanted = std::getenv("CANVAS_WALK_STEPS");
-    const int steps = wanted ? std::atoi(wanted) : 10000;
-    std::mt19937 random(seed);
-    const auto pick = [&random](int below) {
-        return static_cast<int>(random() % static_cast<unsigned>(below));
-    };
-    const auto point = [&pick] {
-        return QPointF(pick(100), pick(100));
-    };
-    for (int step = 0; step < steps; ++step) {
-        const auto ids = stage.Ids();
-        switch (pick(16)) {
-        case 0:
-        case 1:
-            if (ids.size() < 30)
-                stage.DropFixture(bar, point());
-            break;
-        case 2:
-        case 3:
-            stage.Drag(point(), point());
-            break;
-        case 4:
-        case 5:
-            if (!ids.empty()) {
-                const auto id = ids[static_cast<std::size_t>(pick(static_cast<int>(ids.size())))];
-                stage.Drag(stage.Model(id).placement.centre, point());
-            }
-            break;
-        case 6:
-            stage.controller->ActionSelectAll();
-            break;
-        case 7:
-            stage.controller->ActionAlign(static_cast<EditorGeometry::AlignMode>(pick(6)));
-            break;
-        case 8:
-            stage.controller->ActionAlignDistribute(
-                static_cast<EditorGeometry::DistributeMode>(pick(2)));
-            break;
-        case 9:
-            stage.controller->ActionRotateLeftRight(static_cast<float>(pick(720) - 360));
-            break;
-        case 10:
-            stage.controller->ActionFlip(pick(2), pick(2) == 0);
-            break;
-        case 11:
-            if (pick(4) == 0)
-                stage.Key(Qt::Key_Delete);
-            break;
-        case 12:
-        case 13:
-            stage.undo.undo();
-            break;
-        case 14:
-            stage.undo.redo();
-            break;
-        case 15:
-            if (!ids.empty() && pick(3) == 0) {
-                stage.scene->GetGestures().RotateGroupGesture(GesturePhase::Start, 0);
-                stage.scene->GetGestures().RotateGroupGesture(GesturePhase::Update, pick(360));
-                stage.scene->GetGestures().RotateGroupGesture(GesturePhase::End, 0);
-            }
-            stage.display.snapToGrid = pick(2) == 0;
-            break;
-        default:
-            break;
-        }
-        ASSERT_EQ(stage.Disagreement(), "") << "after step " << step;
-    }
 }
