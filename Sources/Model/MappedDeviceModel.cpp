@@ -5,13 +5,17 @@
 #include <utility>
 
 #include <QColor>
-#include <QDebug>
+#include <QLoggingCategory>
 #include <QMutexLocker>
 #include <QSignalBlocker>
 
 #include "Model/DeviceModel.h"
 
 namespace {
+
+/// A line for each of thousands of elements costs more than the work: only who asks by
+/// QT_LOGGING_RULES gets them.
+Q_LOGGING_CATEGORY(ModelTrace, "pixelweft.model", QtInfoMsg)
 
 QStandardItem* TextCell(const std::wstring& text)
 {
@@ -140,7 +144,7 @@ int MappedDeviceModel::RemoveMappingElements(const QList<qint64>& uniqueIDs)
         if (!element)
             continue;
         rows.push_back(element->QStandardItem::row());
-        qDebug() << "RemoveMappingElement(" << uniqueID << ") found at " << rows.back();
+        qCDebug(ModelTrace) << "RemoveMappingElement(" << uniqueID << ") found at " << rows.back();
     }
     std::ranges::sort(rows);
     // From the end, so that the rows before stay where they are; as ranges, since each removal

@@ -64,6 +64,9 @@ EditorController::EditorController(const Parts& parts, QObject* parent)
             [this](bool on) { ActionFlip(FlipVertical, on); });
     connect(&manager_, &DeviceManager::createRectangleDevice, this,
             &EditorController::UpdateSceneNewRectangle);
+    // Behind the scene's own connection: the frame is in its place by then.
+    connect(&manager_, &DeviceManager::devicesChangedGeometry, this,
+            &EditorController::UpdateZoomCentre);
     connect(list_.selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &EditorController::UpdateModelSelectionFromMappedObjectList);
     connect(manager_.GetMappedObjectListProxy(), &MappedObjectListProxy::select,
@@ -122,14 +125,18 @@ void EditorController::FollowSelection()
 {
     if (QAction* remove = scene_.GetActions().remove)
         remove->setEnabled(scene_.SelectedCount() > 0);
-    if (scene_.SelectedCount() == 0)
-        view_.SetZoomCentre(-1, -1);
+    UpdateZoomCentre();
     emit selectionHasChanged(scene_.SelectedCount());
 }
 
 void EditorController::MappingSceneSelectionEnded()
 {
     scene_.ShowGroupOverlay();
+    UpdateZoomCentre();
+}
+
+void EditorController::UpdateZoomCentre()
+{
     if (zoomStyle_ != 1 || scene_.SelectedCount() == 0) {
         view_.SetZoomCentre(-1, -1);
         return;
@@ -145,7 +152,7 @@ void EditorController::MappingSceneSelectionEnded()
 void EditorController::SetZoomStyle(int style)
 {
     zoomStyle_ = style;
-    MappingSceneSelectionEnded();
+    UpdateZoomCentre();
 }
 
 void EditorController::UpdateSceneNewRectangle(float posX, float posY, float width, float height,
@@ -190,6 +197,7 @@ void EditorController::ActionMappingSetupForUniqueID(int64_t uniqueID)
 void EditorController::ActionSelectAll()
 {
     scene_.SelectAll();
+    MappingSceneSelectionEnded();
 }
 
 void EditorController::ActionUnSelectAll()

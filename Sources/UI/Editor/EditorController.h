@@ -68,6 +68,7 @@ private:
     void UpdateModelSelectionFromMappedObjectList(const QItemSelection& selected,
                                                   const QItemSelection& deselected);
     void FollowSelection();
+    void UpdateZoomCentre();
 
     DeviceManager& manager_;
     WeftMapEditorScene& scene_;

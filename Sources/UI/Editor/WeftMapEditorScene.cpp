@@ -146,7 +146,7 @@ void WeftMapEditorScene::ClearAll()
     gestures_.Abandon();
     RemoveOverlays();
     for (const std::int64_t id : SelectedIds())
-        SetSelected(id, false);
+        Find(id)->setSelected(false);
     const auto items = std::exchange(itemsById_, {});
     for (auto item = items.rbegin(); item != items.rend(); ++item)
         delete item->second;
@@ -397,8 +397,10 @@ void WeftMapEditorScene::SetSelected(std::int64_t id, bool selected)
 void WeftMapEditorScene::SelectById(const std::vector<std::int64_t>& ids)
 {
     const SelectionBatch batch(*this);
-    for (const std::int64_t id : ids)
-        SetSelected(id, true);
+    for (const std::int64_t id : ids) {
+        if (MappingRectangle* item = Find(id))
+            item->setSelected(true);
+    }
 }
 
 void WeftMapEditorScene::SelectAll()
@@ -408,7 +410,6 @@ void WeftMapEditorScene::SelectAll()
         for (const auto& [id, item] : itemsById_)
             item->setSelected(true);
     }
-    ShowGroupOverlay();
     emit sceneClick();
 }
 
@@ -417,7 +418,7 @@ void WeftMapEditorScene::UnSelectAll()
     const SelectionBatch batch(*this);
     overlay_.Remove();
     for (const std::int64_t id : SelectedIds())
-        SetSelected(id, false);
+        Find(id)->setSelected(false);
 }
 
 // ---- Overlays ----------------------------------------------------------------------------------

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "CanvasStage.h"
+#include "Model/DeviceListProxy.h"
 #include "Model/DeviceModel.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
@@ -87,6 +88,34 @@ TEST_F(Canvas, ControlAndWheelZoomControlAndDragPan)
     stage.Release(stage.view->mapToScene(400, 300), Qt::ControlModifier);
     EXPECT_EQ(stage.view->horizontalScrollBar()->value(), across + 20);
     EXPECT_EQ(stage.scene->SelectedCount(), 0);
+}
+
+TEST_F(Canvas, TheZoomMayFollowTheSelection)
+{
+    stage.Place(bar, {80, 30}, {12, 4});
+    stage.Place(bar, {60, 50}, {12, 4});
+    stage.controller->SetZoomStyle(1);
+    for (int i = 0; i < 8; ++i)
+        stage.Wheel({50, 50}, 120);
+    const auto expectInTheMiddle = [this](QPointF at, int delta) {
+        stage.Wheel({50, 50}, delta);
+        const QPoint apart = stage.OnScreen(at) - stage.view->viewport()->rect().center();
+        EXPECT_LT(apart.manhattanLength(), 20) << at.x() << ", " << at.y();
+    };
+    stage.Click({80, 30});
+    expectInTheMiddle({80, 30}, 120);
+    stage.Drag({80, 30}, {75, 40});
+    expectInTheMiddle({75, 40}, -120);
+    // The middle of a group, also after the group has moved.
+    stage.controller->ActionSelectAll();
+    expectInTheMiddle({67.5, 45}, 120);
+    stage.Drag({67.5, 45}, {61.5, 45});
+    expectInTheMiddle({61.5, 45}, -120);
+    stage.controller->ActionUnSelectAll();
+    EXPECT_EQ(stage.view->GetZoomCentre(), QPoint(-1, -1));
+    stage.controller->ActionSelectAll();
+    stage.controller->SetZoomStyle(0);
+    EXPECT_EQ(stage.view->GetZoomCentre(), QPoint(-1, -1));
 }
 
 TEST_F(Canvas, HandlesKeepTheirSizeOnTheScreen)
@@ -211,6 +240,10 @@ TEST_F(Canvas, ADroppedFixtureTakesTheNextFreePatch)
     stage.undo.undo();
     stage.undo.undo();
     EXPECT_TRUE(stage.Ids().empty());
+    stage.scene->usedUniversesChanged({0, 1});
+    stage.DropFixture(bar, {50, 40});
+    EXPECT_EQ(Element(stage.Ids().back()).GetArtNetMapping()->GetUniverse(), 2);
+    stage.undo.undo();
     stage.undo.redo();
     EXPECT_GT(stage.Ids().front(), first);
     EXPECT_EQ(stage.Ids(), stage.scene->AllIds());
@@ -231,6 +264,32 @@ TEST_F(Canvas, WhatIsNoFixtureIsNotPlaced)
     EXPECT_EQ(imported, QStringLiteral("/shows/Bühne 2.WFM"));
     EXPECT_TRUE(stage.Ids().empty());
     EXPECT_EQ(stage.undo.count(), 0);
+}
+
+TEST_F(Canvas, AFixtureMayLeaveTheLibraryWhileItsElementIsOnTheCanvas)
+{
+    const auto id = stage.Place(bar, {20, 20}, {12, 4});
+    const auto leave = [this] {
+        const DeviceListProxy& list = *stage.manager.GetDeviceListProxy();
+        return stage.manager.RemoveFixture(list.index(0, 0, list.index(0, 0)));
+    };
+    stage.Press({20, 20});
+    stage.MoveTo({25, 25});
+    ASSERT_TRUE(leave());
+    stage.MoveTo({30, 30});
+    stage.Release({30, 30});
+    EXPECT_NEAR(stage.Model(id).placement.centre.x(), 30, 0.2);
+    EXPECT_EQ(stage.undo.count(), 1);
+    stage.DropFixture(bar, {50, 50});
+    EXPECT_EQ(stage.Ids(), std::vector{id});
+    // What has no fixture any more can't come back, and takes nothing else with it.
+    stage.Key(Qt::Key_Delete);
+    stage.undo.undo();
+    EXPECT_TRUE(stage.Ids().empty());
+    stage.undo.redo();
+    stage.undo.undo();
+    stage.undo.undo();
+    EXPECT_TRUE(stage.Ids().empty());
 }
 
 // ---- Commands ----------------------------------------------------------------------------------

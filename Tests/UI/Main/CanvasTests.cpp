@@ -4,9 +4,11 @@
 #include <cmath>
 
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
+#include <QDialog>
 #include <QLineEdit>
-#include <QScrollBar>
+#include <QSpinBox>
 #include <QTest>
 #include <QTransform>
 #include <QTreeView>
@@ -113,6 +115,113 @@ TEST_F(LiveCanvas, AFixtureIsDraggedFromTheLibraryOntoThePicture)
     EXPECT_EQ(PlacedFixtures(), 1);
     EXPECT_EQ(Picture(), before);
     Redo();
+    EXPECT_EQ(PlacedFixtures(), 2);
+}
+
+TEST_F(LiveCanvas, ACanvasOfAnotherSizeKeepsTheFixturesOrTakesThemAlong)
+{
+    StartWith(Element({0.2, 0.2}, {0.18, 0.1}) + Element({0.6, 0.8}, {0.18, 0.1}));
+    Type(&View(), Qt::Key_A, Qt::ControlModifier);
+    const auto resize = [this](int width, int height, bool keep) {
+        person.Will([=](QDialog& dialog) {
+            dialog.findChild<QSpinBox*>(QStringLiteral("spinBoxWidth"))->setValue(width);
+            dialog.findChild<QSpinBox*>(QStringLiteral("spinBoxHeight"))->setValue(height);
+            dialog.findChild<QCheckBox*>(QStringLiteral("cbKeepPositions"))->setChecked(keep);
+            dialog.accept();
+        });
+        Trigger("actionCanvas_Size");
+    };
+    const auto expect = [this](QPointF centre, QSizeF size, QPointF frame) {
+        const ElementState state = Document().back();
+        const EditorGeometry::Placement item = Scene().Find(state.id)->GetPlacement();
+        for (const EditorGeometry::Placement& placement : {state.placement, item}) {
+            EXPECT_NEAR(placement.centre.x(), centre.x(), 1e-2);
+            EXPECT_NEAR(placement.centre.y(), centre.y(), 1e-2);
+            EXPECT_NEAR(placement.size.width(), size.width(), 1e-2);
+            EXPECT_NEAR(placement.size.height(), size.height(), 1e-2);
+        }
+        const QPointF shown = Scene().GetGroupOverlay().GetFrame()->pos();
+        EXPECT_NEAR(shown.x(), frame.x(), 1);
+        EXPECT_NEAR(shown.y(), frame.y(), 1);
+    };
+    const QPointF frame = Scene().GetGroupOverlay().GetFrame()->pos();
+    resize(320, 50, true);
+    EXPECT_EQ(CanvasWidth(), 320);
+    expect({60, 80}, {18, 10}, frame);
+    resize(160, 100, false);
+    expect({30, 160}, {9, 20}, {frame.x() / 2, frame.y() * 2});
+    EXPECT_EQ(Title(), QStringLiteral("Zentri PixelWeft 3.2.5 (unsaved)"));
+}
+
+TEST_F(LiveCanvas, ADroppedDocumentIsImportedAndAnotherDocumentLeavesNothingOfTheOldOne)
+{
+    StartWith(Element({0.2, 0.2}, {0.18, 0.1}) + Element({0.6, 0.8}, {0.18, 0.1}));
+    const QString other = WriteDocument(Path(QStringLiteral("OTHER.WFM")), 320, 200);
+    Type(&View(), Qt::Key_A, Qt::ControlModifier);
+    Drag({20, 20}, {30, 30});
+    person.WillPress(QStringLiteral("Cancel"));
+    DropFile(other, {50, 50});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(PlacedFixtures(), 2);
+    EXPECT_TRUE(Action("actionUndo")->isEnabled());
+
+    person.WillPress(QStringLiteral("Yes"));
+    DropFile(other, {50, 50});
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(person.IsDone());
+    EXPECT_EQ(Title(), QStringLiteral("Zentri PixelWeft 3.2.5 (unsaved)"));
+    EXPECT_EQ(CanvasWidth(), 320);
+    EXPECT_GT(PlacedFixtures(), 10);
+    EXPECT_EQ(Scene().AllIds().size(), static_cast<std::size_t>(PlacedFixtures()));
+    EXPECT_EQ(Scene().SelectedCount(), 0);
+    EXPECT_FALSE(Action("actionUndo")->isEnabled());
+    EXPECT_FALSE(Action("actionActionDelete")->isEnabled());
+
+    // A document that goes away under the mouse.
+    const QPointF held = Document().front().placement.centre;
+    Press(held);
+    MoveTo(held + QPointF(5, 5));
+    person.WillPress(QStringLiteral("Yes"));
+    Trigger("actionNew");
+    MoveTo(held + QPointF(9, 9));
+    Release(held + QPointF(9, 9));
+    EXPECT_EQ(PlacedFixtures(), 0);
+    EXPECT_TRUE(Scene().AllIds().empty());
+    EXPECT_FALSE(Action("actionUndo")->isEnabled());
+}
+
+TEST_F(LiveCanvas, KeysAndSwitchesReachTheCanvas)
+{
+    StartWith(Element({0.2, 0.2}, {0.18, 0.1}) + Element({0.6, 0.8}, {0.18, 0.1}));
+    auto* list = Find<QTreeView>("mappedTreeView");
+    auto* zoom = Find<QComboBox>("zoomCombo");
+    Wheel({50, 50}, 120);
+    EXPECT_EQ(zoom->currentText(), QStringLiteral("114%"));
+    Type(&View(), Qt::Key_Minus);
+    EXPECT_NEAR(View().transform().m11(), Scene().GetDisplay().fitScaleX, 1e-4);
+
+    // Snapping: the corner goes to a whole pixel.
+    ASSERT_TRUE(Action("actionSnapToGrid")->isChecked());
+    Drag({20, 20}, {24.4, 23.3});
+    EXPECT_NEAR(std::remainder(Document().front().placement.Rect().left(), 1), 0, 1e-3);
+    Trigger("actionSnapToGrid");
+    EXPECT_FALSE(Scene().GetDisplay().snapToGrid);
+    const QImage withGrid = Picture();
+    Trigger("actionDisplay_Pixel_Grid");
+    EXPECT_GT(Difference(Picture(), withGrid), 0.05);
+
+    // In a field the keys edit its text.
+    Type(zoom->lineEdit(), Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(Scene().SelectedCount(), 1);
+    Type(zoom->lineEdit(), Qt::Key_Backspace);
+    EXPECT_EQ(PlacedFixtures(), 2);
+    Type(list, Qt::Key_Backspace);
+    EXPECT_EQ(PlacedFixtures(), 1);
+    Type(list, Qt::Key_A, Qt::ControlModifier);
+    Type(list, Qt::Key_Delete);
+    EXPECT_EQ(PlacedFixtures(), 0);
+    Undo();
+    Undo();
     EXPECT_EQ(PlacedFixtures(), 2);
 }
 
