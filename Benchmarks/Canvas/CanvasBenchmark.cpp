@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What an operator waits for on the canvas: steps of a drag, panning, zooming, selecting, removing
-// and taking it back, repaint included, with the list beside it. Each figure comes with its ratio
+// and taking it back, repaint included, with the list and the inspector's place beside it, and the
+// selection read into the set that the output marks. Each figure comes with its ratio
 // to a bare QGraphicsScene of as many plain rectangles that does the same in turn in the same run.
 #include <benchmark/benchmark.h>
 
@@ -8,12 +9,15 @@
 #include <chrono>
 #include <cstdlib>
 #include <memory>
+#include <set>
 #include <vector>
 
 #include <QApplication>
+#include <QFrame>
 #include <QGraphicsRectItem>
 #include <QGraphicsScene>
 #include <QGraphicsView>
+#include <QLayout>
 #include <QScrollBar>
 
 #include "CanvasStage.h"
@@ -54,12 +58,20 @@ public:
     explicit Stage(int elements)
         : stage(Canvas, ViewSize)
     {
+        auto* inspector = new QFrame;
+        inspector->setFixedWidth(250);
+        stage.window.layout()->addWidget(inspector);
+        QObject::connect(stage.controller.get(), &EditorController::selectionHasChanged, [this] {
+            const auto indexes = stage.scene->SelectedIndexes();
+            selectionSet = {indexes.begin(), indexes.end()};
+        });
         const auto fixture = stage.AddFixture(L"Bar", 12, 4, 1);
         for (int i = 0; i < elements; ++i)
             ids.push_back(stage.Place(fixture, CentreOf(i), ElementSize));
         QApplication::processEvents();
     }
 
+    std::set<QPersistentModelIndex> selectionSet;
     CanvasStage stage;
     std::vector<std::int64_t> ids;
 };

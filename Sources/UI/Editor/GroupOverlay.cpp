@@ -107,7 +107,7 @@ void GroupOverlay::Show()
                                                     box.size());
         body_ =
             std::make_unique<MappingRectangle>(scene_.GetDisplay(), Variant::GroupBody, box.size());
-        frame_->setZValue(1);
+        frame_->setZValue(0); // Over the unselected elements, under what it frames.
         body_->setZValue(-1);
         scene_.addItem(frame_.get());
         scene_.addItem(body_.get());
