@@ -1,24 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "CanvasStage.h"
-#include "UI/Editor/GraphCornerGrabber.h"
 #include "UI/Editor/RotationHandle.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
-#include <QTransform>
-
 namespace {
-
-/// A point of an element's own frame, on the scene.
-QPointF OnScene(const ElementState& element, QPointF own)
-{
-    QTransform frame;
-    frame.translate(element.placement.centre.x(), element.placement.centre.y());
-    frame.rotate(static_cast<double>(element.rotation));
-    return frame.map(own);
-}
 
 void ExpectNear(QPointF actual, QPointF expected, double tolerance = 1e-2)
 {
@@ -122,37 +110,6 @@ TEST_F(Gestures, ARubberBandFramesAGroupThatMovesByItsBody)
     // A band over nothing selects nothing.
     stage.Drag({70, 2}, {95, 10});
     EXPECT_EQ(stage.scene->SelectedCount(), 0);
-}
-
-TEST_F(Gestures, EachGrabberOfATurnedElementLeavesItsOppositeInPlace)
-{
-    for (const float rotation : {0.0F, 30.0F, 90.0F, 200.0F}) {
-        const auto id = stage.Place(bar, {50, 50}, {24, 16}, rotation);
-        stage.scene->UnSelectAll();
-        stage.scene->SetSelected(id, true);
-        for (int corner = 0; corner < EditorGeometry::CornerCount; ++corner) {
-            const ElementState before = stage.Model(id);
-            const QPointF grabber =
-                GraphCornerGrabber::Rect(corner, before.placement.size, stage.display.ScreenPixel())
-                    .center();
-            const QPointF outward = EditorGeometry::CornerPosition(corner, {16, 12});
-            stage.Drag(OnScene(before, grabber), OnScene(before, grabber + outward));
-            const ElementState after = stage.Model(id);
-            // To the pixel of the screen that the mouse can reach.
-            EXPECT_NEAR(after.placement.size.width(),
-                        before.placement.size.width() + std::abs(outward.x()), 1.01)
-                << "corner " << corner << " at " << rotation;
-            EXPECT_NEAR(after.placement.size.height(),
-                        before.placement.size.height() + std::abs(outward.y()), 1.01);
-            const int opposite = (corner + 4) % EditorGeometry::CornerCount;
-            ExpectNear(
-                OnScene(after, EditorGeometry::CornerPosition(opposite, after.placement.size)),
-                OnScene(before, EditorGeometry::CornerPosition(opposite, before.placement.size)));
-            stage.undo.undo();
-            EXPECT_EQ(stage.Model(id).placement, before.placement);
-        }
-        stage.scene->RemoveSelectedRectangle();
-    }
 }
 
 TEST_F(Gestures, ASmallSelectedElementCanStillBeMoved)

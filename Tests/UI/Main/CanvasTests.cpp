@@ -225,6 +225,37 @@ TEST_F(LiveCanvas, KeysAndSwitchesReachTheCanvas)
     EXPECT_EQ(PlacedFixtures(), 2);
 }
 
+TEST_F(LiveWork, EachGrabberOfATurnedElementLeavesItsOppositeInPlace)
+{
+    StartWith(Element({0.3, 0.3}, {0.24, 0.16}, 30) + Element({0.7, 0.7}, {0.24, 0.16}, 200));
+    Action("actionSnapToGrid")->trigger();
+    for (std::size_t row = 0; row < 2; ++row) {
+        Click(Document()[row].placement.centre);
+        const ElementState before = Document()[row];
+        for (int corner = 0; corner < EditorGeometry::CornerCount; ++corner) {
+            const QPointF grabber = GraphCornerGrabber::Rect(corner, before.placement.size,
+                                                             Scene().GetDisplay().ScreenPixel())
+                                        .center();
+            const QPointF outward = EditorGeometry::CornerPosition(corner, {16, 12});
+            Drag(OnScene(before, grabber), OnScene(before, grabber + outward));
+            const ElementState after = Document()[row];
+            // To the pixel of the screen that the mouse can reach.
+            EXPECT_NEAR(after.placement.size.width(),
+                        before.placement.size.width() + std::abs(outward.x()), 1.01)
+                << "corner " << corner << " of element " << row;
+            EXPECT_NEAR(after.placement.size.height(),
+                        before.placement.size.height() + std::abs(outward.y()), 1.01);
+            const int opposite = (corner + 4) % EditorGeometry::CornerCount;
+            const QPointF stayed =
+                OnScene(after, EditorGeometry::CornerPosition(opposite, after.placement.size)) -
+                OnScene(before, EditorGeometry::CornerPosition(opposite, before.placement.size));
+            EXPECT_LT(stayed.manhattanLength(), 2e-2);
+            Undo();
+            EXPECT_EQ(Document()[row].placement, before.placement);
+        }
+    }
+}
+
 TEST_F(LiveWork, TenStepsGoBackAndForth)
 {
     StartWith(Element({0.2, 0.2}, {0.18, 0.10}) + Element({0.6, 0.25}, {0.18, 0.10}) +
