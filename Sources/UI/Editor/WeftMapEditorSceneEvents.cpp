@@ -356,4 +356,7 @@ void WeftMapEditorScene::DropFixture(std::int64_t fixtureID, QPointF place)
     params.universe = patch.universe;
     params.channel = patch.channel;
     Push(std::make_unique<CreateNewMappingCommand>(*this, params));
+    // The next key is meant for what was dropped, not for the list that it came from.
+    for (QGraphicsView* view : views())
+        view->setFocus();
 }

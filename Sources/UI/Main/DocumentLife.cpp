@@ -232,6 +232,7 @@ void DocumentLife::UpdateCanvasSize(int width, int height)
 {
     parts_.manager.SetCanvasSize(width, height);
     parts_.scene.SetCanvasSize(width, height);
+    emit canvasSizeChanged();
 }
 
 void DocumentLife::ResizeCanvas(int width, int height, bool keepPositions)

@@ -74,6 +74,8 @@ signals:
     void cleared();
     /// A document stands in the model.
     void loaded();
+    /// The canvas has this size now, be it another one or not.
+    void canvasSizeChanged();
     /// The file was written: a host beside us reads it again.
     void FileSaved();
 

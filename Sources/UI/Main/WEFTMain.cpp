@@ -346,6 +346,8 @@ void WEFTMain::WireDocument()
         libraryPanel_->SortByProduct();
         SetUpListColumns();
     });
+    connect(document_.get(), &DocumentLife::canvasSizeChanged, form_.mappingEditorView,
+            &WeftMapEditorView::CanvasChanged);
     connect(deviceManager_.get(), &DeviceManager::changeCanvasSize, document_.get(),
             &DocumentLife::UpdateCanvasSize);
 }

@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTest>
 #include <QTransform>
@@ -110,6 +111,7 @@ TEST_F(LiveCanvas, AFixtureIsDraggedFromTheLibraryOntoThePicture)
     EXPECT_TRUE(list->selectionModel()->selectedRows(9).front().data().toString().contains(
         QStringLiteral("136")));
     EXPECT_EQ(Pixel(placed.placement.Rect().topLeft()), QColor(255, 0, 0)) << "its frame";
+    EXPECT_EQ(window->focusWidget(), &View());
 
     Undo();
     EXPECT_EQ(PlacedFixtures(), 1);
@@ -188,6 +190,13 @@ TEST_F(LiveCanvas, ADroppedDocumentIsImportedAndAnotherDocumentLeavesNothingOfTh
     EXPECT_EQ(PlacedFixtures(), 0);
     EXPECT_TRUE(Scene().AllIds().empty());
     EXPECT_FALSE(Action("actionUndo")->isEnabled());
+
+    // A new document is seen from its middle, wherever the old one was left.
+    View().horizontalScrollBar()->setValue(View().horizontalScrollBar()->maximum());
+    person.WillPress(QStringLiteral("Yes"));
+    Trigger("actionNew");
+    const QPoint apart = OnScreen({50, 50}) - View().viewport()->rect().center();
+    EXPECT_LT(apart.manhattanLength(), 20);
 }
 
 TEST_F(LiveCanvas, KeysAndSwitchesReachTheCanvas)
