@@ -234,6 +234,31 @@ TEST_F(LiveCanvas, KeysAndSwitchesReachTheCanvas)
     EXPECT_EQ(PlacedFixtures(), 2);
 }
 
+TEST_F(LiveCanvas, TheArrangingActionsDoWhatTheySay)
+{
+    StartWith(Element({0.2, 0.2}, {0.18, 0.1}) + Element({0.6, 0.8}, {0.1, 0.18}));
+    Type(&View(), Qt::Key_A, Qt::ControlModifier);
+    for (const auto& [name, text] :
+         {std::pair("actionAlign_Left", "Align Left"),
+          std::pair("actionAlign_Center", "Align Center"),
+          std::pair("actionAlign_Right", "Align Right"), std::pair("actionAlign_Top", "Align Top"),
+          std::pair("actionAlign_Middle", "Align Middle"),
+          std::pair("actionAlign_Bottom", "Align Bottom"),
+          std::pair("actionDistribute_Horizontally", "Distribute Horizontally"),
+          std::pair("actionDistribute_Vertically", "Distribute Vertically")})
+    {
+        Trigger(name);
+        EXPECT_EQ(Action("actionUndo")->text(), QStringLiteral("&Undo ") + QLatin1String(text));
+    }
+    Trigger("actionRotate_Left_90");
+    EXPECT_EQ(Document().front().rotation, -90);
+    EXPECT_EQ(Action("actionUndo")->text(), QStringLiteral("&Undo Rotate Fixture"));
+    Trigger("actionRotate_Right_90");
+    EXPECT_EQ(Document().back().rotation, 0);
+    Trigger("actionCrop_Canvas");
+    EXPECT_EQ(Action("actionUndo")->text(), QStringLiteral("&Undo Crop Canvas"));
+}
+
 TEST_F(LiveWork, EachGrabberOfATurnedElementLeavesItsOppositeInPlace)
 {
     StartWith(Element({0.3, 0.3}, {0.24, 0.16}, 30) + Element({0.7, 0.7}, {0.24, 0.16}, 200));
