@@ -28,11 +28,10 @@ QSpinBox* SideBox(const QString& name, const QString& label, QFormLayout& form, 
 } // namespace
 
 LEDDialogCanvasSize::LEDDialogCanvasSize(QWidget* parent)
-    : QDialog(parent)
+    : FixedDialog({290, 200}, parent)
 {
     setObjectName(QStringLiteral("LEDDialogCanvasSize"));
     setWindowTitle(tr("Canvas Size"));
-    setFixedSize(290, 200);
 
     QFont labelFont(QStringLiteral("Lucida Grande"));
     auto* heading = new QLabel(tr("Change Canvas Size"));

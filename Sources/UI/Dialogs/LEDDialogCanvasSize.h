@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QDialog>
+#include "UI/Dialogs/FixedDialog.h"
 
 class QCheckBox;
 class QSpinBox;
 
 /// Asks for the size of the canvas in pixels, and what becomes of the fixtures on it.
-class LEDDialogCanvasSize : public QDialog
+class LEDDialogCanvasSize : public FixedDialog
 {
     Q_OBJECT
 

@@ -31,12 +31,11 @@ QLabel* Line(const QString& name, const QString& text)
 } // namespace
 
 WEFTAboutDialog::WEFTAboutDialog(QWidget* parent, const QString& creditsFile)
-    : QDialog(parent)
+    : FixedDialog({360, 257}, parent)
 {
     setObjectName(QStringLiteral("WEFTAboutDialog"));
     setWindowFlags((windowFlags() & ~Qt::WindowMaximizeButtonHint) | Qt::CustomizeWindowHint);
     setWindowTitle(tr("About Zentri PixelWeft"));
-    setFixedSize(360, 257);
 
     auto* sign = Line(QStringLiteral("labelIcon"), QString());
     sign->setPixmap(QIcon(QStringLiteral(":/bitmaps/PixelWeft.png")).pixmap(64, 64));

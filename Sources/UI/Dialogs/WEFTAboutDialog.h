@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QDialog>
+#include "UI/Dialogs/FixedDialog.h"
 
 /// What this program is and who made it. The two lines of credits come from the program's
 /// resources.
-class WEFTAboutDialog : public QDialog
+class WEFTAboutDialog : public FixedDialog
 {
     Q_OBJECT
 

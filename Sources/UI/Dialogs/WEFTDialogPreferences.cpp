@@ -17,6 +17,7 @@
 namespace {
 
 constexpr int ZoomFollowsSelection = 1;
+constexpr int Spacing = 4;
 
 template <typename Button>
 Button* AddButton(const QString& name, const QString& text, QLayout& layout)
@@ -30,11 +31,10 @@ Button* AddButton(const QString& name, const QString& text, QLayout& layout)
 } // namespace
 
 WEFTDialogPreferences::WEFTDialogPreferences(QWidget* parent)
-    : QDialog(parent)
+    : FixedDialog({390, 405}, parent)
 {
     setObjectName(QStringLiteral("WEFTDialogPreferences"));
     setWindowTitle(tr("Preferences"));
-    setFixedSize(390, 405);
 
     auto* heading = new QLabel(tr("Pixel Weft Preferences"));
     heading->setObjectName(QStringLiteral("label_4"));
@@ -48,11 +48,11 @@ WEFTDialogPreferences::WEFTDialogPreferences(QWidget* parent)
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto* layout = new QVBoxLayout(this);
+    layout->setSpacing(Spacing);
     layout->addWidget(heading);
     layout->addWidget(BuildInterfaceGroup());
     layout->addWidget(BuildFixturesGroup());
     layout->addWidget(BuildArtNetGroup());
-    layout->addStretch();
     layout->addWidget(buttons);
 }
 
@@ -61,6 +61,8 @@ QWidget* WEFTDialogPreferences::BuildInterfaceGroup()
     auto* group = new QGroupBox(tr("User interface"));
     group->setObjectName(QStringLiteral("groupUserInterfaceSettings"));
     auto* layout = new QVBoxLayout(group);
+    layout->setSpacing(Spacing);
+    layout->setContentsMargins(8, 2, 8, 6);
     checkShowGrid = AddButton<QCheckBox>(QStringLiteral("checkShowGrid"),
                                          tr("Draw grid on the canvas"), *layout);
     radioZoomCursor = AddButton<QRadioButton>(QStringLiteral("radioZoomCursor"),
@@ -77,6 +79,8 @@ QWidget* WEFTDialogPreferences::BuildFixturesGroup()
     auto* group = new QGroupBox(tr("Fixtures"));
     group->setObjectName(QStringLiteral("groupBox"));
     auto* layout = new QVBoxLayout(group);
+    layout->setSpacing(Spacing);
+    layout->setContentsMargins(8, 2, 8, 6);
     auto* label = new QLabel(tr("Replace your local fixture library with the fixtures provided "
                                 "with this version of the software."));
     label->setObjectName(QStringLiteral("restoreFixturesLabel"));
@@ -94,6 +98,8 @@ QWidget* WEFTDialogPreferences::BuildArtNetGroup()
     auto* group = new QGroupBox(tr("Art-Net"));
     group->setObjectName(QStringLiteral("groupBox_2"));
     auto* layout = new QVBoxLayout(group);
+    layout->setSpacing(Spacing);
+    layout->setContentsMargins(8, 2, 8, 6);
     artNetBroadcast =
         AddButton<QRadioButton>(QStringLiteral("artNetBroadcast"), tr("Broadcast"), *layout);
     artNetAutoUnicast = AddButton<QRadioButton>(QStringLiteral("artNetAutoUnicast"),

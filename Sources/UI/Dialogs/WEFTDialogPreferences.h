@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QDialog>
+#include "UI/Dialogs/FixedDialog.h"
 
 class QCheckBox;
 class QRadioButton;
@@ -9,7 +9,7 @@ class SettingsBlock;
 
 /// Edits what the user set for the interface and the document's way of sending. It keeps nothing:
 /// the window fills it before and reads it after an accept.
-class WEFTDialogPreferences : public QDialog
+class WEFTDialogPreferences : public FixedDialog
 {
     Q_OBJECT
 

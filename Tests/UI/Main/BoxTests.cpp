@@ -25,6 +25,8 @@ namespace {
 class Boxes : public Desk
 {
 protected:
+    const InFont usual{9};
+
     template <typename Type>
     static Type* In(QDialog& dialog, const char* name)
     {

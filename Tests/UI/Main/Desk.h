@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QFont>
 #include <QSettings>
 #include <QStringList>
 #include <QTimer>
@@ -52,6 +54,24 @@ private:
 
     std::vector<std::function<void(QDialog&)>> acts_;
     QTimer timer_;
+};
+
+/// The program in a font of this size while it lives. Nine points is what desktops have.
+class InFont
+{
+public:
+    explicit InFont(int points)
+    {
+        QFont font(QStringLiteral("DejaVu Sans"));
+        font.setPointSize(points);
+        QApplication::setFont(font);
+    }
+    ~InFont() { QApplication::setFont(before_); }
+    InFont(const InFont&) = delete;
+    InFont& operator=(const InFont&) = delete;
+
+private:
+    QFont before_ = QApplication::font();
 };
 
 /// A window of the program with a home of its own, driven from outside by the names of its things.

@@ -146,6 +146,30 @@ TEST_F(Look, NothingIsClippedInASmallWindow)
     }
 }
 
+TEST_F(Look, NoTextIsClippedInALargeFont)
+{
+    const InFont large(14);
+    Start();
+    for (const char* action : {"actionCanvas_Size", "actionPreferences", "actionAbout"}) {
+        person.Will([action](QDialog& dialog) {
+            for (const auto* widget : dialog.findChildren<QWidget*>()) {
+                if (!widget->isVisible() || !(qobject_cast<const QLabel*>(widget) ||
+                                              qobject_cast<const QAbstractButton*>(widget)))
+                    continue;
+                const QSize needed = widget->minimumSizeHint();
+                EXPECT_GE(widget->width(), needed.width())
+                    << action << widget->objectName().toStdString();
+                EXPECT_GE(widget->height(), widget->hasHeightForWidth()
+                                                ? widget->heightForWidth(widget->width())
+                                                : needed.height())
+                    << action << widget->objectName().toStdString();
+            }
+            dialog.reject();
+        });
+        Trigger(action);
+    }
+}
+
 TEST_F(Look, WhatAPersonUsesHasANameAndAPlaceInTheTabOrder)
 {
     Start();

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Dialogs/FixedDialog.h"
+
+#include <algorithm>
+
+#include <QLayout>
+
+FixedDialog::FixedDialog(QSize told, QWidget* parent)
+    : QDialog(parent)
+    , told_(told)
+{
+    setFixedSize(told);
+}
+
+void FixedDialog::showEvent(QShowEvent* event)
+{
+    // Only now the fonts of the style are known. A wrapped text needs its height at this width.
+    const int width = std::max(told_.width(), layout()->totalMinimumSize().width());
+    const int height = layout()->hasHeightForWidth() ? layout()->minimumHeightForWidth(width)
+                                                     : layout()->totalMinimumSize().height();
+    setFixedSize(width, std::max(told_.height(), height));
+    QDialog::showEvent(event);
+}

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QDialog>
+
+/// A dialog of a fixed size, which is the told one (in device-independent pixels) or what its texts
+/// need in the desktop's font.
+class FixedDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    FixedDialog(QSize told, QWidget* parent);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+private:
+    QSize told_;
+};
