@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: MIT
+// guide-pictures FOLDER: takes the user guide's pictures of the real window into FOLDER, as a
+// person would who follows the guide. Tools/guide-pictures.sh runs it on a network of its own.
+#include <cstdlib>
+#include <functional>
+#include <iostream>
+#include <memory>
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QFile>
+#include <QFont>
+#include <QGraphicsView>
+#include <QMouseEvent>
+#include <QPixmap>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QTreeView>
+
+#include "ArtNet/ZenArtNetService.h"
+#include "DebugVariables/DebugVariables.h"
+#include "Log/Log.h"
+#include "Platform/Locale.h"
+#include "UI/Dialogs/OperatorBoxes.h"
+#include "UI/Main/WEFTMain.h"
+#include "UI/Widgets/DeskLook.h"
+
+namespace {
+
+/// A person who has read every notice before it comes up.
+class QuietBoxes final : public OperatorBoxes
+{
+public:
+    bool Ask(QWidget*, const QString&, const QString&, QMessageBox::StandardButton) override
+    {
+        return true;
+    }
+    void Notify(QWidget*, const QString&, const QString&) override {}
+    int Choose(const Choice&) override { return 0; }
+    QString OpenFile(QWidget*, const QString&, const QString&, const QString&) override
+    {
+        return {};
+    }
+    QString SaveFile(QWidget*, const QString&, const QString&, const QString&,
+                     const QString&) override
+    {
+        return {};
+    }
+    QString ChooseDirectory(QWidget*, const QString&) override { return {}; }
+};
+
+class Photographer
+{
+public:
+    explicit Photographer(QString folder)
+        : folder_(std::move(folder))
+    {}
+
+    void OpenWindow(QSize size)
+    {
+        window_.reset();
+        window_ = std::make_unique<WEFTMain>(boxes_);
+        window_->resize(size);
+        window_->show();
+        window_->LoadFirstDocument();
+        window_->StartTimers();
+        window_->activateWindow();
+        QTest::qWait(1500);
+    }
+    void WaitForNodes() const
+    {
+        const auto* nodes = window_->findChild<QTreeView*>(QStringLiteral("artNetNodes"));
+        if (!QTest::qWaitFor([nodes] { return nodes->model()->rowCount() >= 2; }, 30'000))
+            Fail(QStringLiteral("no nodes"));
+    }
+    void Take(const QString& name) const { Save(name, *window_); }
+
+    /// What opens behind this action.
+    void TakeDialog(const QString& action, const QString& name)
+    {
+        QTimer::singleShot(300, window_.get(), [this, name] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (!dialog)
+                return Fail(name);
+            Save(name, *dialog);
+            dialog->reject();
+        });
+        Do(action);
+    }
+    void Do(const QString& action) const
+    {
+        auto* found = window_->findChild<QAction*>(action);
+        if (!found)
+            return Fail(action);
+        found->trigger();
+        QTest::qWait(100);
+    }
+
+    /// Points on the canvas in fractions of its width and height.
+    void Click(QPointF at) const
+    {
+        QTest::mouseClick(View().viewport(), Qt::LeftButton, {}, OnScreen(at));
+        QTest::qWait(100);
+    }
+    void BandOver(QPointF from, QPointF to) const
+    {
+        QTest::mousePress(View().viewport(), Qt::LeftButton, {}, OnScreen(from));
+        for (const double share : {0.5, 1.0}) {
+            const QPoint place = OnScreen(from + share * (to - from));
+            QMouseEvent move(QEvent::MouseMove, place, View().viewport()->mapToGlobal(place),
+                             Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(View().viewport(), &move);
+        }
+        QTest::mouseRelease(View().viewport(), Qt::LeftButton, {}, OnScreen(to));
+        QTest::qWait(100);
+    }
+    [[nodiscard]] static bool Failed() { return failed_; }
+
+private:
+    [[nodiscard]] QGraphicsView& View() const
+    {
+        return *window_->findChild<QGraphicsView*>(QStringLiteral("mappingEditorView"));
+    }
+    [[nodiscard]] QPoint OnScreen(QPointF at) const
+    {
+        // The demonstration's canvas.
+        return View().mapFromScene(QPointF(at.x() * 640, at.y() * 360));
+    }
+    void Save(const QString& name, QWidget& widget) const
+    {
+        if (!widget.grab().save(folder_ + QLatin1Char('/') + name + QStringLiteral(".png")))
+            Fail(name);
+    }
+    static void Fail(const QString& what)
+    {
+        std::cerr << "This went wrong: " << qPrintable(what) << '\n';
+        failed_ = true;
+    }
+
+    QString folder_;
+    QuietBoxes boxes_;
+    std::unique_ptr<WEFTMain> window_;
+    static inline bool failed_ = false;
+};
+
+void FollowTheGuide(const QString& folder, const QString& data)
+{
+    Photographer photographer(folder);
+    photographer.OpenWindow({1024, 600});
+    photographer.Take(QStringLiteral("first-start"));
+
+    const QString document = data + QStringLiteral("/LoomTap2/PixelWeft/mapping.wfm");
+    QFile::remove(document);
+    QFile::copy(QStringLiteral(":/wfm/Resources/DemoMapping.wfm"), document);
+    QFile::setPermissions(document, QFile::ReadOwner | QFile::WriteOwner);
+    photographer.OpenWindow({1280, 760});
+    photographer.WaitForNodes();
+    photographer.Take(QStringLiteral("demo"));
+    photographer.Click({0.5, 0.5});
+    photographer.Take(QStringLiteral("one-selected"));
+    photographer.BandOver({0.02, 0.02}, {0.36, 0.6});
+    photographer.Take(QStringLiteral("group-selected"));
+    photographer.TakeDialog(QStringLiteral("actionCanvas_Size"), QStringLiteral("canvas-size"));
+    photographer.TakeDialog(QStringLiteral("actionPreferences"), QStringLiteral("preferences"));
+    for (int step = 0; step < 5; ++step)
+        photographer.Do(QStringLiteral("actionZoom_In"));
+    photographer.Take(QStringLiteral("zoomed"));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 2 || !std::getenv("STAGE_NET")) {
+        std::cerr << "Run Tools/guide-pictures.sh: it gives me a network of its own.\n";
+        return 64;
+    }
+    // Nothing of the user's files and settings is read or written.
+    const QTemporaryDir home;
+    const QString data = home.filePath(QStringLiteral("data"));
+    qputenv("HOME", home.path().toUtf8());
+    qputenv("XDG_DATA_HOME", data.toUtf8());
+    qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toUtf8());
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    const QApplication application(argc, argv);
+    QApplication::setPalette(DeskPalette());
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
+    Platform::UseUtf8TextAndPlainNumbers();
+    Zen::ArtNetService::SetGlobal(
+        std::make_shared<Zen::ArtNetService>("Zentri PixelWeft", "#0001 [0001] Ready", false));
+    Zen::DebugVariables::SetGlobal(std::make_shared<Zen::DebugVariables>());
+    FollowTheGuide(QString::fromLocal8Bit(argv[1]), data);
+    Zen::DebugVariables::SetGlobal(nullptr);
+    Zen::ArtNetService::SetGlobal(nullptr);
+    Zen::Log::SetGlobal(nullptr);
+    return Photographer::Failed() ? EXIT_FAILURE : EXIT_SUCCESS;
+}

@@ -1,0 +1,31 @@
+#!/bin/bash
+# SPDX-License-Identifier: MIT
+# guide-pictures.sh [FOLDER]: takes the pictures of the README and of the user guide anew (into Docs/pictures, or
+# FOLDER), from the real window on a private network with two nodes at its other end.
+set -eu
+cd "$(dirname "$0")/.."
+folder=$(realpath -m "${1:-Docs/pictures}")
+here=$PWD
+
+if [ "${2:-}" = --inside ]; then
+    "$STAGE_NET" rig build/release/rig answer -a 2.0.0.10 2.0.0.11 -u 0-3 --stride 4 --name "Demo node" &
+    rig=$!
+    trap 'kill $rig 2>/dev/null || true; wait $rig || true' EXIT
+    QT_QPA_PLATFORM=offscreen build/release/guide-pictures "$folder"
+    exit
+fi
+
+# shellcheck source=Tools/setup.sh
+. Tools/setup.sh
+cmake --preset release >/dev/null
+cmake --build build/release --target guide-pictures rig >/dev/null
+mkdir -p "$folder"
+Tools/stage-net desk "$here/Tools/guide-pictures.sh" "$folder" --inside >build/guide-pictures.log 2>&1 || {
+    tail -n 15 build/guide-pictures.log >&2
+    exit 1
+}
+# 255 colours are enough and keep the repository small.
+for picture in "$folder"/*.png; do
+    convert "$picture" -strip -colors 255 "PNG8:$picture"
+done
+ls -l "$folder"
