@@ -60,8 +60,12 @@ bool DeviceManager::LoadLibrary(const QString& path)
     deviceModel->Clear();
     deviceModel->Merge(*file, true);
     mappedDeviceModel->RebindFixtures(*deviceModel);
-    if (path == libraryPath)
-        libraryUnread_ = !file->IsReadable() && QFileInfo::exists(path);
+    if (path == libraryPath) {
+        if (deviceModel->WasReadWhole() || !QFileInfo::exists(path))
+            libraryRead_ = LibraryRead::Whole;
+        else
+            libraryRead_ = file->IsReadable() ? LibraryRead::Partly : LibraryRead::NotAtAll;
+    }
     return file->IsReadable();
 }
 
@@ -86,17 +90,23 @@ bool DeviceManager::SaveLibrary()
 /// False when the user's fixtures would be lost by a save.
 bool DeviceManager::KeepUnreadLibrary()
 {
-    if (!libraryUnread_)
+    if (libraryRead_ == LibraryRead::Whole)
         return true;
-    const XmlFile file(libraryPath.toStdWString());
-    if (file.IsReadable()) {
-        deviceModel->Merge(file, true);
+    if (libraryRead_ == LibraryRead::NotAtAll) {
+        // Whoever was writing it may be done. The library has only the program's fixtures so far:
+        // the user's own win.
+        deviceModel->Merge(XmlFile(libraryPath.toStdWString()), true,
+                           [](const QString&, const QString&) { return OverwriteFixture; });
         mappedDeviceModel->RebindFixtures(*deviceModel);
-    } else if (QFileInfo::exists(libraryPath)) {
-        if (KeepUnreadableFile(libraryPath).isEmpty())
-            return false;
     }
-    libraryUnread_ = false;
+    const bool known = libraryRead_ == LibraryRead::NotAtAll && deviceModel->WasReadWhole();
+    if (!known && QFileInfo::exists(libraryPath)) {
+        const QString aside = KeepUnreadableFile(libraryPath);
+        if (aside.isEmpty())
+            return false;
+        emit libraryKeptAside(aside);
+    }
+    libraryRead_ = LibraryRead::Whole;
     return true;
 }
 
@@ -112,8 +122,11 @@ bool DeviceManager::RemoveFixture(const QModelIndex& proxyIndex)
     const auto* fixture = dynamic_cast<DeviceLedItem*>(deviceModel->itemFromIndex(cell));
     if (!fixture)
         return false;
-    deviceModel->removeFixtureByUniqueID(fixture->uniqueID);
-    return deviceModel->removeRow(source.row(), parent);
+    // Rows before it may go with the fixture, and the fixture leaves its own cell first.
+    const QPersistentModelIndex row = cell.siblingAtColumn(DeviceModel::ProductColumn);
+    if (deviceModel->IsInLibrary(*fixture))
+        deviceModel->removeFixtureByUniqueID(fixture->uniqueID);
+    return deviceModel->removeRow(row.row(), parent);
 }
 
 DeviceLedItem* DeviceManager::GetLEDFixtureByProduct(const std::wstring& product) const
@@ -192,19 +205,20 @@ void DeviceManager::CreateSceneItems()
             return static_cast<float>(ToPixelsY(value));
         };
         const PixelMap& map = element->GetFixture().pixelMap;
-        emit createRectangleDevice(
-            pixelsX(video->centerX), pixelsY(video->centerY), pixelsX(video->width),
-            pixelsY(video->height), map.GetWidth(), map.GetHeight(), std::trunc(video->rotation), 0,
-            0, mappedDeviceModel->index(row, MappedDeviceModel::ItemColumn), element->uniqueID);
+        emit createRectangleDevice(pixelsX(video->centerX), pixelsY(video->centerY),
+                                   pixelsX(video->width), pixelsY(video->height), map.GetWidth(),
+                                   map.GetHeight(), std::trunc(video->rotation) + 0.0F, 0, 0,
+                                   mappedDeviceModel->index(row, MappedDeviceModel::ItemColumn),
+                                   element->uniqueID);
     }
 }
 
 void DeviceManager::SetCanvasSize(int width, int height)
 {
     const QMutexLocker lock(&mutex);
-    canvasWidth = width;
-    canvasHeight = height;
     mappedDeviceModel->SetCanvasSize(width, height);
+    canvasWidth = mappedDeviceModel->GetCanvasWidth();
+    canvasHeight = mappedDeviceModel->GetCanvasHeight();
 }
 
 void DeviceManager::GetCanvasSize(int& width, int& height) const
@@ -272,7 +286,7 @@ QList<QModelIndex> DeviceManager::AddMappedItems(std::vector<std::unique_ptr<Map
     {
         const QMutexLocker lock(&mutex);
         for (const auto& item : items) {
-            if (item->uniqueID == 0)
+            if (item->uniqueID == 0 || mappedDeviceModel->GetItemByUniqueID(item->uniqueID))
                 item->uniqueID = mappedDeviceModel->GetNextElementID();
         }
         indexes = mappedDeviceModel->AddMappingElements(std::move(items));

@@ -49,8 +49,8 @@ public:
     // ---- The library and the document as wholes ------------------------------------------------
 
     /// Replaces the library by this file; placed elements take its numbers. False when the file
-    /// can't be read: the library is then empty, and what stands in the file is kept when the
-    /// library is next saved over it.
+    /// can't be read: the library is then empty. A file of which something was not understood is
+    /// kept under another name before the library is next saved over it.
     bool LoadLibrary(const QString& path);
     /// Merges a file into the library and saves the library. False when the save failed.
     bool MergeLibrary(const QString& path, bool force, const FixtureConflictCallback& callback);
@@ -143,6 +143,7 @@ public:
 
     // ---- Changing the document -----------------------------------------------------------------
 
+    /// Within the bounds that the document keeps.
     void SetCanvasSize(int width, int height);
     /// Cuts the canvas to the box round these elements; every element keeps its size in pixels.
     void CropToSelection(const QModelIndexList& indexes);
@@ -152,16 +153,18 @@ public:
     /// Adds elements that have no extent yet: ApplyObjectParams is the next step. A record whose
     /// fixture isn't in the library is passed over.
     std::vector<AddedObject> AddMappedObjects(const std::vector<MappedObjectParams>& records);
-    /// Size and centre of the record, no rotation, no flips.
+    /// Size and centre of the record, no rotation, no flips: all sizes, then all centres and so on.
+    /// An element that is gone is passed over.
     void ApplyObjectParams(const QModelIndex& index, const MappedObjectParams& params);
     void ApplyObjectParams(const std::vector<AddedObject>& objects);
-    /// Adds elements that were made elsewhere; the document owns them then. One without a number
-    /// gets the next one.
+    /// Adds elements that were made elsewhere; the document owns them then. One without a number,
+    /// or with that of another element, gets the next one.
     QList<QModelIndex> AddMappedItems(std::vector<std::unique_ptr<MappedLedItem>> items);
     void RemoveMappedObjects(const QList<qint64>& uniqueIDs);
 
     /// Takes a fixture out of the library, by its index in the library's proxy. False for what is
-    /// no fixture. Whether the document uses it is the caller's question.
+    /// no fixture. Whether the document uses it is the caller's question. A row that was left when
+    /// the fixture was overwritten goes alone: the definition that took its place stays.
     bool RemoveFixture(const QModelIndex& proxyIndex);
 
     /// Sets documentDirty and tells it.
@@ -191,14 +194,23 @@ signals:
     void signalDocumentSavedState(bool saved);
     /// The library could not be written; what the user changed lives only until the end of the run.
     void librarySaveFailed(const QString& path);
+    /// The library's file held something that we could not read: a copy of it is at `path`.
+    void libraryKeptAside(const QString& path);
 
 private:
+    enum class LibraryRead
+    {
+        Whole,
+        Partly,
+        NotAtAll
+    };
+
     bool KeepUnreadLibrary();
     [[nodiscard]] VideoMapping* EditVideo(MappedLedItem* element) const;
 
     mutable QRecursiveMutex mutex;
     QString libraryPath;
-    bool libraryUnread_ = false; ///< the file at libraryPath holds fixtures that we could not read
+    LibraryRead libraryRead_ = LibraryRead::Whole; ///< how much of the file at libraryPath we know
     int canvasWidth = 100;
     int canvasHeight = 100;
     // The proxies go before the models that they show.

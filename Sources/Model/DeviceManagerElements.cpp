@@ -30,7 +30,7 @@ float WholeDegrees(float degrees)
         if (turned == 0.0)
             turned = fullTurn;
     }
-    return static_cast<float>(std::trunc(turned));
+    return static_cast<float>(std::trunc(turned) + 0.0); // no -0
 }
 
 /// A pair for the model. Nothing for numbers that a file could not bring back.

@@ -45,13 +45,14 @@ DeviceModel::~DeviceModel() = default;
 
 void DeviceModel::Clear()
 {
-    QStandardItemModel::clear();
-    SetUpColumns();
-    nextUniqueID = 0;
+    // The tables first: whoever hears of the reset finds nothing that is gone.
     fixtures.clear();
     QList<DeviceLedItem*>::clear();
     manufacturerRows.clear();
     firstOfProduct_.clear();
+    nextUniqueID = 0;
+    QStandardItemModel::clear();
+    SetUpColumns();
     SetChanged();
     WEFTObservableData data;
     data.kind = ObserverKindCleared;
@@ -74,6 +75,7 @@ int DeviceModel::Merge(const XmlFile& file, bool force, const FixtureConflictCal
 {
     ZEN_LOG_INFO("DeviceModel::Merge(%ls)", file.Path().c_str());
     SetChanged();
+    readWhole_ = false;
     if (!file.IsReadable()) {
         ZEN_LOG_ERROR("Could not read library XML file");
         return 0;
@@ -84,6 +86,7 @@ int DeviceModel::Merge(const XmlFile& file, bool force, const FixtureConflictCal
         return 0;
     }
     const int fileVersion = VersionOf(*library);
+    readWhole_ = true;
     if (!force && fileVersion <= version)
         return 0;
     version = fileVersion;
@@ -91,7 +94,9 @@ int DeviceModel::Merge(const XmlFile& file, bool force, const FixtureConflictCal
          element = element->NextSiblingElement("LEDFixture"))
     {
         auto item = DeviceLedItem::FromXml(*element, GetNextUniqueID());
-        if (item && AddFixture(std::move(item), callback) == StopMerge)
+        if (!item)
+            readWhole_ = false;
+        else if (AddFixture(std::move(item), callback) == StopMerge)
             break;
     }
     return 0;
@@ -116,7 +121,7 @@ int DeviceModel::WriteFixtures(tinyxml2::XMLNode& parent) const
     return 0;
 }
 
-int DeviceModel::AddFixture(std::unique_ptr<DeviceLedItem> item,
+int DeviceModel::AddFixture(std::unique_ptr<DeviceLedItem>&& item,
                             const FixtureConflictCallback& callback)
 {
     DeviceLedItem* old = GetLEDFixtureByProduct(item->product);
@@ -124,8 +129,9 @@ int DeviceModel::AddFixture(std::unique_ptr<DeviceLedItem> item,
         if (old->pixelMap == item->pixelMap)
             return KeepFixture;
         const auto& ask = callback ? callback : defaultConflictCallback;
-        const int answer = ask(QString::fromStdWString(item->manufacturer),
-                               QString::fromStdWString(item->product));
+        const int answer = ask ? ask(QString::fromStdWString(item->manufacturer),
+                                     QString::fromStdWString(item->product))
+                               : KeepFixture;
         if (answer != OverwriteFixture)
             return answer == KeepFixture ? KeepFixture : StopMerge;
     }
@@ -142,8 +148,8 @@ int DeviceModel::AddFixture(std::unique_ptr<DeviceLedItem> item,
 
 void DeviceModel::Replace(DeviceLedItem& old, DeviceLedItem& item)
 {
-    // Identifiers that elements hold lead on to the new definition. The old row stays, and stands
-    // for the same fixture: whoever asks about its item, or removes it, means the new one.
+    // Identifiers that elements hold lead on to the new definition. The old row stays, and whoever
+    // asks about its item learns of the new one.
     for (const qint64 key : fixtures.keys(&old))
         fixtures[key] = &item;
     removeAll(&old);
@@ -207,14 +213,13 @@ QStringList DeviceModel::GetManufacturers() const
 
 void DeviceModel::removeFixtureByUniqueID(std::int64_t uniqueID)
 {
-    const DeviceLedItem* item = fixtures.value(uniqueID, nullptr);
+    DeviceLedItem* item = fixtures.value(uniqueID, nullptr);
     if (!item)
         return;
     ZEN_LOG_INFO("removeFixtureByUniqueID( %lld ) devItem=@%p", static_cast<long long>(uniqueID),
                  static_cast<const void*>(item));
-    const std::wstring manufacturer = item->manufacturer;
-    const std::wstring product = item->product;
-    removeFixture(manufacturer, product);
+    // Not by its names: two can have the same once the editor has renamed one.
+    Remove(*item);
 }
 
 void DeviceModel::removeFixture(const std::wstring& manufacturer, const std::wstring& product)
@@ -222,16 +227,32 @@ void DeviceModel::removeFixture(const std::wstring& manufacturer, const std::wst
     const auto found = std::find_if(fixtures.begin(), fixtures.end(), [&](const auto* item) {
         return item->manufacturer == manufacturer && item->product == product;
     });
-    if (found == fixtures.end())
-        return;
-    DeviceLedItem* item = found.value();
-    ZEN_LOG_INFO("removeFixture( %lld ) current=@%p", static_cast<long long>(found.key()),
-                 static_cast<const void*>(item));
-    Forget(*item);
+    if (found != fixtures.end())
+        Remove(*found.value());
+}
+
+void DeviceModel::Remove(DeviceLedItem& item)
+{
+    ZEN_LOG_INFO("removeFixture( %lld ) current=@%p", static_cast<long long>(fixtures.key(&item)),
+                 static_cast<const void*>(&item));
+    RemoveRowsThatItOverwrote(item);
+    Forget(item);
     // The row's cell owns the item: it is taken out of the row, which the caller removes.
-    if (QStandardItem* parent = item->parent())
-        parent->takeChild(item->row(), item->column());
-    delete item;
+    if (QStandardItem* parent = item.parent())
+        parent->takeChild(item.row(), item.column());
+    delete &item;
+}
+
+void DeviceModel::RemoveRowsThatItOverwrote(const DeviceLedItem& item)
+{
+    for (const auto& manufacturer : qAsConst(manufacturerRows)) {
+        QStandardItem& fixtureRows = *manufacturer.first();
+        for (int row = fixtureRows.rowCount() - 1; row >= 0; --row) {
+            const auto* old = dynamic_cast<DeviceLedItem*>(fixtureRows.child(row, ItemColumn));
+            if (old && old != &item && fixtures.value(old->uniqueID, nullptr) == &item)
+                fixtureRows.removeRow(row);
+        }
+    }
 }
 
 void DeviceModel::Forget(DeviceLedItem& item)

@@ -66,9 +66,13 @@ public:
     int Save(const std::wstring& path) const;
     int WriteFixtures(tinyxml2::XMLNode& parent) const;
 
+    /// Whether the last merge understood all of its file. What it didn't is in no library, and
+    /// gone when the library is saved over that file.
+    [[nodiscard]] bool WasReadWhole() const { return readWhole_; }
+
     /// 0: the item is in the library, which owns it. 1: it is a duplicate or was not wanted. 2:
-    /// stop. With 1 and 2 the item is gone.
-    int AddFixture(std::unique_ptr<DeviceLedItem> item,
+    /// stop. With 1 and 2 the item stays with the caller.
+    int AddFixture(std::unique_ptr<DeviceLedItem>&& item,
                    const FixtureConflictCallback& callback = {});
 
     [[nodiscard]] std::int64_t GetNextUniqueID() { return ++nextUniqueID; }
@@ -79,8 +83,14 @@ public:
     /// The distinct manufacturers, sorted.
     [[nodiscard]] QStringList GetManufacturers() const;
 
+    // The fixture's row stays, without item; rows that were left when it overwrote others go.
     void removeFixtureByUniqueID(std::int64_t uniqueID);
     void removeFixture(const std::wstring& manufacturer, const std::wstring& product);
+    /// False for the item of a row that was left when another fixture overwrote it.
+    [[nodiscard]] bool IsInLibrary(const DeviceLedItem& item) const
+    {
+        return fixtures.value(item.uniqueID, nullptr) == &item;
+    }
 
     [[nodiscard]] int GetVersion() const { return version; }
     [[nodiscard]] const QMap<qint64, DeviceLedItem*>& GetFixtures() const { return fixtures; }
@@ -89,11 +99,14 @@ private:
     void SetUpColumns();
     void AddRow(DeviceLedItem& item);
     void Replace(DeviceLedItem& old, DeviceLedItem& item);
+    void Remove(DeviceLedItem& item);
     void Forget(DeviceLedItem& item);
+    void RemoveRowsThatItOverwrote(const DeviceLedItem& item);
 
     std::int64_t nextUniqueID = 0;
     QMap<qint64, DeviceLedItem*> fixtures;
     int version = 0;
+    bool readWhole_ = true;
     QMap<QString, QList<QStandardItem*>> manufacturerRows;
     /// The lowest identifier of each product, so that a document of thousands of elements needs no
     /// walk through the library for each.

@@ -2,6 +2,8 @@
 #include "Model/MappedDeviceModel.h"
 
 #include <algorithm>
+#include <numeric>
+#include <unordered_set>
 #include <utility>
 
 #include <QColor>
@@ -35,6 +37,18 @@ MappedDeviceModel::MappedDeviceModel(QObject* parent)
     SetUpColumns();
     connect(this, &MappedDeviceModel::mappingsChanged, this,
             &MappedDeviceModel::RecalculateConflicts);
+    // Connected before anybody else can be: whoever hears of a removal finds the tables as they are
+    // then, with the elements while they are about to go, without them once they are gone.
+    connect(this, &MappedDeviceModel::rowsAboutToBeRemoved, this,
+            [this](const QModelIndex&, int first, int last) {
+                for (int row = first; row <= last; ++row)
+                    elements.remove(GetElement(row)->uniqueID);
+            });
+    connect(this, &MappedDeviceModel::rowsRemoved, this,
+            [this](const QModelIndex&, int first, int last) {
+                byRow_.erase(byRow_.begin() + first, byRow_.begin() + last + 1);
+                ++revision_;
+            });
 }
 
 MappedDeviceModel::~MappedDeviceModel() = default;
@@ -138,30 +152,87 @@ bool MappedDeviceModel::RemoveMappingElement(std::int64_t uniqueID)
 int MappedDeviceModel::RemoveMappingElements(const QList<qint64>& uniqueIDs)
 {
     const QMutexLocker lock(&mutex);
-    std::vector<int> rows;
+    std::unordered_set<const MappedLedItem*> leaving;
     for (const qint64 uniqueID : uniqueIDs) {
-        const MappedLedItem* element = uniqueID > 0 ? elements.take(uniqueID) : nullptr;
-        if (!element)
-            continue;
-        rows.push_back(element->QStandardItem::row());
-        qCDebug(ModelTrace) << "RemoveMappingElement(" << uniqueID << ") found at " << rows.back();
+        if (const MappedLedItem* element = elements.value(uniqueID, nullptr))
+            leaving.insert(element);
     }
-    std::ranges::sort(rows);
+    std::vector<int> rows;
+    for (int row = 0; row < rowCount(); ++row) {
+        if (!leaving.contains(GetElement(row)))
+            continue;
+        qCDebug(ModelTrace) << "RemoveMappingElement(" << GetElement(row)->uniqueID << ") found at "
+                            << row;
+        rows.push_back(row);
+    }
+    constexpr std::size_t aFew = 8;
+    if (rows.size() > aFew && rows.front() + static_cast<int>(rows.size()) < rowCount())
+        GatherAtEnd(rows);
     // From the end, so that the rows before stay where they are; as ranges, since each removal
     // moves the rest of the table and of every proxy.
     for (auto end = rows.size(); end > 0;) {
         auto begin = end - 1;
         while (begin > 0 && rows[begin - 1] == rows[begin] - 1)
             --begin;
-        const int count = static_cast<int>(end - begin);
-        byRow_.erase(byRow_.begin() + rows[begin], byRow_.begin() + rows[begin] + count);
-        ++revision_;
-        removeRows(rows[begin], count);
+        removeRows(rows[begin], static_cast<int>(end - begin));
         end = begin;
     }
     if (!rows.empty())
         RecalculateConflicts();
     return static_cast<int>(rows.size());
+}
+
+/// Puts these rows, which ascend, behind all others in one change of the layout, which indexes and
+/// selections follow. The others keep their order. `rows` are then where they went.
+void MappedDeviceModel::GatherAtEnd(std::vector<int>& rows)
+{
+    const int stay = rowCount() - static_cast<int>(rows.size());
+    std::vector<int> target(static_cast<std::size_t>(rowCount()));
+    auto next = rows.begin();
+    for (int row = 0, staying = 0, leaving = stay; row < rowCount(); ++row) {
+        const bool leaves = next != rows.end() && *next == row;
+        target[static_cast<std::size_t>(row)] = leaves ? leaving++ : staying++;
+        next += leaves ? 1 : 0;
+    }
+    std::iota(rows.begin(), rows.end(), stay);
+
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    // Taking an item out ends the indexes of its place, so they wait where no item is.
+    const QModelIndexList indexes = persistentIndexList();
+    const auto waiting = [this](const QModelIndex& index) {
+        return createIndex(index.row() + rowCount(), index.column(), index.internalPointer());
+    };
+    for (const QModelIndex& index : indexes)
+        changePersistentIndex(index, waiting(index));
+    MoveItems(target);
+    for (const QModelIndex& index : indexes)
+        changePersistentIndex(waiting(index),
+                              createIndex(target[static_cast<std::size_t>(index.row())],
+                                          index.column(), index.internalPointer()));
+    emit layoutChanged({}, VerticalSortHint);
+}
+
+/// Row by row to `target`. Items that are put anew know their place: one whose row has moved under
+/// it is searched for through the table when it is removed.
+void MappedDeviceModel::MoveItems(const std::vector<int>& target)
+{
+    const QSignalBlocker nobodySeesThis(this);
+    QStandardItem& root = *invisibleRootItem();
+    std::vector<QStandardItem*> cells;
+    std::vector<MappedLedItem*> before = byRow_;
+    for (int row = 0; row < rowCount(); ++row) {
+        for (int column = 0; column < ColumnCount; ++column)
+            cells.push_back(root.takeChild(row, column));
+    }
+    auto cell = cells.begin();
+    for (std::size_t row = 0; row < target.size(); ++row) {
+        byRow_[static_cast<std::size_t>(target[row])] = before[row];
+        for (int column = 0; column < ColumnCount; ++column, ++cell) {
+            if (*cell)
+                root.setChild(target[row], column, *cell);
+        }
+    }
+    ++revision_;
 }
 
 MappedLedItem* MappedDeviceModel::GetItemByUniqueID(std::int64_t uniqueID) const
@@ -290,16 +361,16 @@ void MappedDeviceModel::SetDescription(int row, const std::wstring& description)
 
 void MappedDeviceModel::RecalculateConflicts()
 {
-    std::unordered_set<std::uint16_t> broadcast;
-    std::unordered_set<std::uint16_t> chosen;
+    PortAddresses broadcast;
+    PortAddresses chosen;
     for (const MappedLedItem* element : byRow_) {
         if (const DMXMappingArtNet* mapping = element->GetArtNetMapping())
-            (mapping->IsAuto() ? broadcast : chosen).insert(mapping->GetPortAddress());
+            (mapping->IsAuto() ? broadcast : chosen).set(mapping->GetPortAddress());
     }
-    std::erase_if(broadcast, [&](std::uint16_t address) { return !chosen.contains(address); });
+    broadcast &= chosen;
     if (conflictUniverses == broadcast)
         return;
-    conflictUniverses = std::move(broadcast);
+    conflictUniverses = broadcast;
     if (rowCount() > 0)
         emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1),
                          {Qt::ForegroundRole});
@@ -309,7 +380,7 @@ bool MappedDeviceModel::IsUniverseInConflict(const QModelIndex& index) const
 {
     const MappedLedItem* element = GetElement(index.row());
     const DMXMappingArtNet* mapping = element ? element->GetArtNetMapping() : nullptr;
-    return mapping && conflictUniverses.contains(mapping->GetPortAddress());
+    return mapping && conflictUniverses.test(mapping->GetPortAddress());
 }
 
 QVariant MappedDeviceModel::data(const QModelIndex& index, int role) const
@@ -327,10 +398,10 @@ QVariant MappedDeviceModel::data(const QModelIndex& index, int role) const
 
 void MappedDeviceModel::SetCanvasSize(int width, int height)
 {
-    canvasWidth = width;
+    canvasWidth = CanvasSide(width);
     ++revision_;
     emit mappingsChanged();
-    canvasHeight = height;
+    canvasHeight = CanvasSide(height);
     ++revision_;
     emit mappingsChanged();
 }

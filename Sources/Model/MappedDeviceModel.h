@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
+#include <bitset>
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include <QImage>
@@ -44,7 +45,7 @@ public:
         IdentifierColumn = 7,
         AddressColumn = 9
     };
-    /// The widest and highest canvas that a file may ask for, in pixels.
+    /// The widest and highest canvas, in pixels.
     static constexpr int MaxCanvasSize = 100'000;
 
     explicit MappedDeviceModel(QObject* parent = nullptr);
@@ -70,7 +71,7 @@ public:
     QModelIndexList AddMappingElements(std::vector<std::unique_ptr<MappedLedItem>> items);
     /// False when there is no such element.
     bool RemoveMappingElement(std::int64_t uniqueID);
-    /// The same for many, range by range. How many there were.
+    /// The same for many, which views and proxies see as a few changes. How many there were.
     int RemoveMappingElements(const QList<qint64>& uniqueIDs);
 
     /// The element of a row, null for a row that is none.
@@ -101,6 +102,7 @@ public:
 
     [[nodiscard]] int GetCanvasWidth() const { return canvasWidth; }
     [[nodiscard]] int GetCanvasHeight() const { return canvasHeight; }
+    /// Each at least 1 and at most MaxCanvasSize, whatever is asked for.
     void SetCanvasSize(int width, int height);
 
     [[nodiscard]] const UniverseMerging& GetMerging() const { return merging; }
@@ -133,7 +135,10 @@ signals:
 
 private:
     struct Header;
+    /// One bit for each 16-bit port address.
+    using PortAddresses = std::bitset<0x10000>;
 
+    [[nodiscard]] static int CanvasSide(int wanted) { return std::clamp(wanted, 1, MaxCanvasSize); }
     void SetUpColumns();
     [[nodiscard]] static bool ReadHeader(const tinyxml2::XMLElement& mapping, Header& header);
     void StoreHeader(const tinyxml2::XMLElement& mapping, Header header);
@@ -141,6 +146,8 @@ private:
     void WriteElements(tinyxml2::XMLElement& mapping) const;
     void AddRows(std::vector<std::unique_ptr<MappedLedItem>> items, bool withSize);
     void AddRow(std::unique_ptr<MappedLedItem> item, bool withSize);
+    void GatherAtEnd(std::vector<int>& rows);
+    void MoveItems(const std::vector<int>& target);
     void RecalculateConflicts();
     void SetAddressText(int row);
     void TellTextsChanged(const std::vector<int>& rows);
@@ -162,6 +169,6 @@ private:
     mutable QRecursiveMutex mutex;
     QImage testImage;
     std::unique_ptr<ZenBitmap> testBitmap;
-    std::unordered_set<std::uint16_t> conflictUniverses;
+    PortAddresses conflictUniverses;
     std::uint64_t revision_ = 1;
 };

@@ -53,14 +53,6 @@ void WriteManualNodes(tinyxml2::XMLDocument& document, const ArtNetNodeModel& no
     }
 }
 
-bool IsCanvasSize(const XmlText::Pair<std::int32_t>& size)
-{
-    const auto fits = [](std::int32_t side) {
-        return side >= 1 && side <= MappedDeviceModel::MaxCanvasSize;
-    };
-    return fits(size.first) && fits(size.second);
-}
-
 } // namespace
 
 /// The values that a <Mapping> element must have.
@@ -122,7 +114,7 @@ bool MappedDeviceModel::ReadHeader(const tinyxml2::XMLElement& mapping, Header& 
     if (!resolution)
         return fail("Mapping resolution not defined");
     const auto size = XmlText::ParseIntPair(resolution, ',');
-    if (!size || !IsCanvasSize(*size))
+    if (!size)
         return fail("Mapping resolution syntax error");
     auto documentName = XmlText::Attribute(mapping, "name");
     if (!documentName)
@@ -137,8 +129,11 @@ void MappedDeviceModel::StoreHeader(const tinyxml2::XMLElement& mapping, Header 
     network = DocumentNetwork(mapping);
     versionMajor = header.version.first;
     versionMinor = header.version.second;
-    canvasWidth = header.resolution.first;
-    canvasHeight = header.resolution.second;
+    canvasWidth = CanvasSide(header.resolution.first);
+    canvasHeight = CanvasSide(header.resolution.second);
+    if (canvasWidth != header.resolution.first || canvasHeight != header.resolution.second)
+        ZEN_LOG_ERROR("Mapping resolution %d,%d is taken as %d,%d", header.resolution.first,
+                      header.resolution.second, canvasWidth, canvasHeight);
     name = std::move(header.name);
 }
 

@@ -135,7 +135,7 @@ TEST_F(DeviceManagerTest, CentreSizeAndFlipsAreTold)
 TEST_F(DeviceManagerTest, AnglesAreWholeDegreesUpToAFullTurn)
 {
     const std::vector<std::pair<float, float>> cases = {
-        {725, 5}, {360, 360}, {720, 360}, {360.5F, 0}, {44.9F, 44}, {0, 0}, {-90, -90}};
+        {725, 5}, {360, 360}, {720, 360}, {360.5F, 0}, {44.9F, 44}, {0, 0}, {-0.5F, 0}, {-90, -90}};
     for (const auto& [given, stored] : cases) {
         manager.SetObjectRotation(first, given);
         EXPECT_EQ(manager.GetObjectRotation(first), stored) << given;

@@ -3,13 +3,16 @@
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
+#include "Model/MappedObjectListProxy.h"
 #include "Support/LogCapture.h"
 #include "Support/TemporaryFolder.h"
 #include "XmlText/XmlText.h"
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemModelTester>
 #include <QColor>
+#include <QItemSelectionModel>
 #include <QSignalSpy>
 
 #include <array>
@@ -17,8 +20,11 @@
 #include <cmath>
 #include <filesystem>
 #include <functional>
+#include <iterator>
 #include <limits>
+#include <map>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -160,7 +166,6 @@ TEST_F(DocumentTest, EveryFaultOfTheHeaderIsNamedAndLoadsNothing)
         {R"(name="X" version="9.9")", "Mapping resolution not defined"},
         {R"(name="X" version="9.9" resolution="1.2")", "Mapping resolution syntax error"},
         {R"(name="X" version="9.9" resolution="1,")", "Mapping resolution syntax error"},
-        {R"(name="X" version="9.9" resolution="0,5")", "Mapping resolution syntax error"},
         {R"(name="X" version="9.9" resolution="99999999999,5")", "Mapping resolution syntax error"},
         {R"(version="9.9" resolution="1,2")", "Mapping name not defined"}};
     for (const auto& [attributes, message] : faults) {
@@ -171,6 +176,16 @@ TEST_F(DocumentTest, EveryFaultOfTheHeaderIsNamedAndLoadsNothing)
     }
     EXPECT_NE(Saved().find(R"(<Mapping name="N" version="3.4" resolution="20,30")"),
               std::string::npos);
+    // Numbers that no canvas has cost no element.
+    EXPECT_TRUE(LoadHeader(R"(name="X" version="9.9" resolution="0,2000000000")"));
+    EXPECT_EQ(Document().rowCount(), 1);
+    EXPECT_EQ(log.Count("Mapping resolution 0,2000000000 is taken as 1,100000"), 1);
+    manager.SetCanvasSize(-5, 100'001);
+    int width = 0;
+    int height = 0;
+    manager.GetCanvasSize(width, height);
+    EXPECT_EQ(width + height, 100'001);
+    manager.SetCanvasSize(20, 30);
 
     for (const std::string bad : {"", "<Mapping", "<Mapping></Maping>", "\xFF\xFE<"}) {
         EXPECT_FALSE(Load(bad));
@@ -363,8 +378,77 @@ TEST_F(DocumentTest, IdentifiersAreNotReused)
     EXPECT_EQ(Document().GetIndexOfUniqueID(4), Document().index(2, 0));
     EXPECT_EQ(Document().GetItemByUniqueID(3), nullptr);
     EXPECT_EQ(Document().GetItemByDescription(L"Lamp-4"), Document().GetItemByUniqueID(4));
+    std::vector<std::unique_ptr<MappedLedItem>> taken;
+    taken.push_back(std::make_unique<MappedLedItem>(
+        L"Copy", Document().GetItemByUniqueID(4)->GetFixture(), nullptr, nullptr));
+    taken.back()->uniqueID = 4;
+    EXPECT_EQ(manager.GetUniqueID(manager.AddMappedItems(std::move(taken)).front()), 5);
     Document().Clear();
     EXPECT_EQ(manager.GetUniqueID(Add("Auto", 0)), 1);
+}
+
+/// Whoever hears of a removal finds each element under its own row, before it and after it.
+TEST_F(DocumentTest, RemovalsLeaveOthersWhereTheyAre)
+{
+    const QAbstractItemModelTester table(&Document());
+    const QAbstractItemModelTester shown(manager.GetMappedObjectListProxy());
+    ASSERT_TRUE(Load(Whole("")));
+    manager.GetMappedObjectListProxy()->sort(5, Qt::DescendingOrder);
+    std::map<qint64, QPersistentModelIndex> kept;
+    for (qint64 id = 1; id <= 60; ++id)
+        kept[id] = Add("Auto", 0);
+    QItemSelectionModel selection(manager.GetMappedObjectListProxy());
+    const auto idOf = [](const QModelIndex& index) {
+        return index.sibling(index.row(), 7).data(Qt::UserRole).toLongLong();
+    };
+    const auto selected = [&] {
+        std::set<qint64> ids;
+        for (const QModelIndex& index : selection.selectedRows())
+            ids.insert(idOf(index));
+        return ids;
+    };
+    std::set<qint64> wanted;
+    for (int row = 0; row < 60; row += 3) {
+        const QModelIndex index = manager.GetMappedObjectListProxy()->index(row, 0);
+        selection.select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        wanted.insert(idOf(index));
+    }
+    int wrong = 0;
+    QObject::connect(&selection, &QItemSelectionModel::selectionChanged, &manager, [&] {
+        for (int row = 0; row < Document().rowCount(); ++row)
+            wrong +=
+                manager.GetUniqueID(Document().index(row, 0)) != idOf(Document().index(row, 0));
+    });
+    QSignalSpy changes(&manager, &DeviceManager::mappingsChanged);
+    int removals = 0;
+    for (const int step : {25, 2, 3}) { // a few, many, and many of which some are gone
+        QList<qint64> leaving;
+        for (qint64 id = 1; id <= 60; id += step)
+            leaving.append(id);
+        manager.RemoveMappedObjects(leaving);
+        EXPECT_EQ(changes.count(), ++removals);
+        for (const qint64 id : leaving) {
+            EXPECT_FALSE(kept[id].isValid());
+            EXPECT_EQ(Document().GetItemByUniqueID(id), nullptr);
+            kept.erase(id);
+            wanted.erase(id);
+        }
+        int row = 0;
+        for (const auto& [id, index] : kept) {
+            EXPECT_EQ(index.row(), row) << id;
+            EXPECT_EQ(manager.GetUniqueID(index), id);
+            EXPECT_EQ(Document().GetIndexOfUniqueID(id).row(), row);
+            EXPECT_EQ(idOf(index), id);
+            EXPECT_EQ(Text(row++, 5), "Lamp-" + std::to_string(id));
+        }
+        EXPECT_EQ(Document().rowCount(), row);
+        EXPECT_EQ(selected(), wanted);
+        EXPECT_EQ(idOf(manager.GetMappedObjectListProxy()->index(0, 0)), removals == 1 ? 9 : 8);
+    }
+    EXPECT_EQ(wrong, 0);
+    EXPECT_TRUE(Document().removeRow(0)); // past the model's own door
+    EXPECT_EQ(Document().GetElement(0)->uniqueID, std::next(kept.begin())->first);
+    EXPECT_EQ(Document().GetItemByUniqueID(kept.begin()->first), nullptr);
 }
 
 // ---- Any document ------------------------------------------------------------------------------

@@ -165,6 +165,10 @@ TEST_F(LibraryTest, TheProductIsTheKeyAndEachAnswerCounts)
     answer = KeepFixture;
     Merge(news);
     EXPECT_EQ(asked, Products{L"Other/A"});
+    auto refused = std::make_unique<DeviceLedItem>(L"Maker", L"A", PixelMap(9, 1, PixelMapType::L),
+                                                   0, LEDFixture::AutomaticChannelCount);
+    EXPECT_EQ(library.AddFixture(std::move(refused)), KeepFixture);
+    EXPECT_TRUE(refused) << "it stays with the caller"; // NOLINT(bugprone-use-after-move)
     EXPECT_EQ(Names(), (Products{L"A", L"B", L"C"}));
     EXPECT_EQ(library.GetLEDFixtureByProduct(L"A")->pixelMap.GetWidth(), 1);
 
@@ -173,7 +177,7 @@ TEST_F(LibraryTest, TheProductIsTheKeyAndEachAnswerCounts)
               [stop](const QString&, const QString&) { return stop; });
         EXPECT_EQ(Names(), (Products{L"A", L"B", L"C"})) << stop;
     }
-    EXPECT_EQ(asked.size(), 1U); // The caller's own callback was asked.
+    EXPECT_EQ(asked.size(), 2U); // The caller's own callback was asked.
 }
 
 TEST_F(LibraryTest, AnOverwrittenFixtureStandsTwiceUntilTheNextReading)
@@ -205,6 +209,8 @@ TEST_F(LibraryTest, AnOverwrittenFixtureStandsTwiceUntilTheNextReading)
     library.removeFixtureByUniqueID(1);
     EXPECT_EQ(Names(), Products{L"B"});
     EXPECT_EQ(library.GetLEDFixtureByProduct(L"A"), nullptr);
+    EXPECT_EQ(Rows().filter(QStringLiteral("A")), QStringList{QStringLiteral("- A 3x1 #4")})
+        << "the row of what it was is the caller's, those that it overwrote are gone";
 }
 
 // ---- Saving ------------------------------------------------------------------------------------
@@ -291,6 +297,7 @@ TEST_F(LibraryTest, BrokenFilesLeaveTheLibraryAsItWas)
         log.Clear();
         Merge(file);
         EXPECT_EQ(log.Count("Could not read library XML file"), 1) << file.size();
+        EXPECT_FALSE(library.WasReadWhole());
     }
     Merge("<Mapping />");
     EXPECT_EQ(log.Count("No LEDFixtureLibrary node found"), 1);
@@ -318,6 +325,8 @@ protected:
         manager.Initialize();
         QObject::connect(&manager, &DeviceManager::librarySaveFailed, &manager,
                          [this](const QString& path) { failed << path; });
+        QObject::connect(&manager, &DeviceManager::libraryKeptAside, &manager,
+                         [this](const QString& path) { kept << path; });
     }
 
     QString Path(const char* name = "user.wfl") const
@@ -334,6 +343,7 @@ protected:
 
     DeviceManager manager{Path()};
     QStringList failed;
+    QStringList kept;
 };
 
 TEST_F(UserLibraryTest, PlacedElementsFollowTheLibraryThroughAReload)
@@ -375,14 +385,26 @@ TEST_F(UserLibraryTest, AnUnreadableLibraryIsKeptAside)
     }
     EXPECT_TRUE(failed.isEmpty());
 
-    // One that has become readable by the time of the save is taken up instead.
+    // One that has become readable by the time of the save is taken up instead, and wins.
     folder.Write("user.wfl", "<LEDFixtureLibrary>");
     EXPECT_FALSE(manager.LoadLibrary(Path()));
-    folder.Write("user.wfl", Library(Fixture("M", "Own")));
+    folder.Write("user.wfl", Library(Fixture("M", "Own") + Fixture("M", "A", 5)));
     EXPECT_TRUE(manager.MergeLibrary(Path("more.wfl"), true, {}));
     EXPECT_TRUE(manager.LoadLibrary(Path()));
     EXPECT_EQ(manager.GetDeviceModel()->GetFixtures().size(), 2);
-    EXPECT_FALSE(std::filesystem::exists(folder.Path() / "user.wfl.unreadable-3"));
+    EXPECT_EQ(manager.GetLEDFixtureByProduct(L"A")->pixelMap.GetWidth(), 5);
+    EXPECT_TRUE(asked.empty());
+
+    // One of which a part is not understood is kept as it was before it is first written over.
+    const std::string partly = Library(Fixture("M", "A") + R"(<LEDFixture product="X"/>)");
+    folder.Write("user.wfl", partly);
+    EXPECT_TRUE(manager.LoadLibrary(Path()));
+    manager.GetDeviceModel()->removeFixtureByUniqueID(1);
+    EXPECT_TRUE(manager.SaveLibrary());
+    EXPECT_TRUE(manager.SaveLibrary());
+    EXPECT_EQ(Support::ReadBytes(folder.Path() / "user.wfl.unreadable-3"), partly);
+    EXPECT_EQ(kept, (QStringList{Path("user.wfl.unreadable"), Path("user.wfl.unreadable-2"),
+                                 Path("user.wfl.unreadable-3")}));
 }
 
 TEST_F(UserLibraryTest, AFailedSaveIsTold)
@@ -412,6 +434,51 @@ TEST_F(UserLibraryTest, OnlyAFixtureRowCanBeRemoved)
     EXPECT_TRUE(manager.RemoveFixture(proxy.index(0, 0, maker)));
     EXPECT_EQ(proxy.rowCount(), 1);
     EXPECT_EQ(proxy.rowCount(maker), 0);
+}
+
+TEST_F(UserLibraryTest, TheRowsOfAnOverwrittenFixtureGoOneByOneOrAllWithIt)
+{
+    const auto& proxy = *manager.GetDeviceListProxy();
+    const auto load = [&] {
+        manager.GetDeviceModel()->Clear();
+        manager.GetDeviceListProxy()->sort(DeviceModel::IdentifierColumn);
+        answer = OverwriteFixture;
+        for (int cells = 1; cells <= 3; ++cells) {
+            const auto file = folder.Write("in.wfl", Library(Fixture("M", "A", cells)));
+            manager.GetDeviceModel()->Merge(file.wstring(), true);
+        }
+        Place(L"A");
+    };
+    load(); // The rows, in this order: two that were overwritten, and the one that is.
+    const QPersistentModelIndex maker = proxy.index(0, 0);
+    ASSERT_EQ(proxy.rowCount(maker), 3);
+    for (int left = 2; left > 0; --left) {
+        EXPECT_TRUE(manager.RemoveFixture(proxy.index(0, DeviceModel::ProductColumn, maker)));
+        EXPECT_EQ(proxy.rowCount(maker), left);
+        EXPECT_EQ(manager.GetDeviceModel()->GetLEDFixture(1)->pixelMap.GetWidth(), 3);
+        EXPECT_EQ(manager.GetDeviceModel()->GetFixtures().size(), 3);
+    }
+    EXPECT_TRUE(manager.RemoveFixture(proxy.index(0, 0, maker)));
+    EXPECT_TRUE(manager.GetDeviceModel()->GetFixtures().isEmpty());
+    EXPECT_EQ(proxy.rowCount(maker), 0);
+
+    load();
+    EXPECT_TRUE(manager.RemoveFixture(proxy.index(2, 0, proxy.index(0, 0))));
+    EXPECT_TRUE(manager.GetDeviceModel()->GetFixtures().isEmpty());
+    EXPECT_EQ(proxy.rowCount(proxy.index(0, 0)), 0);
+    EXPECT_TRUE(manager.SaveLibrary());
+}
+
+TEST_F(UserLibraryTest, OfTwoWithTheSameNamesTheOneThatIsMeantGoes)
+{
+    folder.Write("user.wfl", Library(Fixture("M", "A") + Fixture("M", "B", 2)));
+    ASSERT_TRUE(manager.LoadLibrary(Path()));
+    manager.GetDeviceModel()->GetLEDFixture(2)->product = L"A"; // as the editor does
+    const QModelIndex maker = manager.GetDeviceListProxy()->index(0, 0);
+    EXPECT_TRUE(manager.RemoveFixture(manager.GetDeviceListProxy()->index(1, 0, maker)));
+    EXPECT_EQ(manager.GetDeviceModel()->GetFixtures().keys(), Identifiers{1});
+    EXPECT_TRUE(manager.SaveLibrary());
+    EXPECT_EQ(manager.GetLEDFixtureByProduct(L"A")->pixelMap.GetWidth(), 1);
 }
 
 } // namespace
