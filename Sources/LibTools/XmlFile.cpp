@@ -4,13 +4,17 @@
 #include "Log/Log.h"
 #include "XmlText/XmlText.h"
 
+#include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QString>
 #include <QTextStream>
 
+#include <filesystem>
 #include <optional>
+#include <system_error>
 
 namespace {
 
@@ -45,6 +49,49 @@ std::optional<std::string> ReadText(const QString& path)
     return path.startsWith(QLatin1Char(':')) ? ReadResource(file) : ReadPlainFile(file);
 }
 
+/// A save that is cut off leaves its temporary file where the disk knows no files without a name.
+/// An hour later no save goes on with it.
+void RemoveLeftovers(const QFileInfo& next)
+{
+    constexpr qint64 anHour = 3600;
+    const QDateTime old = QDateTime::currentDateTimeUtc().addSecs(-anHour);
+    const QString beginning = next.fileName() + QLatin1Char('.');
+    for (const QFileInfo& file : next.dir().entryInfoList(QDir::Files | QDir::Hidden)) {
+        if (file.fileName().startsWith(beginning) && file.lastModified() < old)
+            QFile::remove(file.filePath());
+    }
+}
+
+bool SaveBytes(const QString& path, const std::string& bytes, QString& failure)
+{
+    const QFileInfo place(path);
+    const QFileInfo target(place.isSymLink() ? place.symLinkTarget() : place.filePath());
+    // The name of a file on its way is nobody else's, so that leftovers can be known for ours.
+    const QFileInfo next(target.path() + QStringLiteral("/.") + target.fileName() +
+                         QStringLiteral(".saving"));
+    RemoveLeftovers(next);
+    // commit() syncs the temporary file to the disk before it renames it. But it does not see when
+    // the last buffer finds the disk full, and would put an empty file in the place of the old one.
+    QSaveFile file(next.filePath());
+    const auto size = static_cast<qint64>(bytes.size());
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), size) != size ||
+        !file.flush() || !file.commit())
+    {
+        failure = file.errorString();
+        return false;
+    }
+    if (target.exists())
+        QFile::setPermissions(next.filePath(), target.permissions());
+    std::error_code error;
+    std::filesystem::rename(QFile::encodeName(next.filePath()).toStdString(),
+                            QFile::encodeName(target.filePath()).toStdString(), error);
+    if (!error)
+        return true;
+    failure = QString::fromStdString(error.message());
+    QFile::remove(next.filePath());
+    return false;
+}
+
 } // namespace
 
 bool ReadXmlFile(const std::wstring& path, tinyxml2::XMLDocument& document)
@@ -68,18 +115,10 @@ QString KeepUnreadableFile(const QString& path)
 
 bool WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document)
 {
-    const std::string bytes = XmlText::Encode(XmlText::Print(document));
-    // commit() syncs the temporary file to the disk before it renames it. But it does not see when
-    // the last buffer finds the disk full, and would put an empty file in the place of the old one.
-    QSaveFile file(QString::fromStdWString(path));
-    if (!file.open(QIODevice::WriteOnly) ||
-        file.write(bytes.data(), static_cast<qint64>(bytes.size())) !=
-            static_cast<qint64>(bytes.size()) ||
-        !file.flush() || !file.commit())
-    {
-        ZEN_LOG_ERROR("Could not save %s: %s", qUtf8Printable(file.fileName()),
-                      qUtf8Printable(file.errorString()));
-        return false;
-    }
-    return true;
+    const QString wanted = QString::fromStdWString(path);
+    QString failure;
+    if (SaveBytes(wanted, XmlText::Encode(XmlText::Print(document)), failure))
+        return true;
+    ZEN_LOG_ERROR("Could not save %s: %s", qUtf8Printable(wanted), qUtf8Printable(failure));
+    return false;
 }

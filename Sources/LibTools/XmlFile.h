@@ -38,8 +38,9 @@ private:
 };
 
 /// Writes `document` as UTF-16 with a byte-order mark, whole or not at all: to a temporary file in
-/// the same folder, flushed to the disk and renamed over the old one. False leaves the old file as
-/// it was and logs the reason at error level.
+/// the same folder, flushed to the disk and renamed over the old one, whose permissions it takes.
+/// False leaves the old file as it was and logs the reason at error level. What a save left that
+/// was cut off an hour ago or earlier (.NAME.saving and what begins with it) is removed.
 [[nodiscard]] bool WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document);
 
 /// Gives a file that can't be read a free name beside its own, so that a new one does not take its

@@ -8,9 +8,11 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <thread>
+#include <vector>
 
 #include <sys/stat.h>
 
@@ -49,6 +51,36 @@ TEST(XmlFile, WritesTheExactBytesAndReadsThemBack)
     XmlText::Document again;
     ASSERT_TRUE(ReadXmlFile(path.wstring(), again));
     EXPECT_EQ(XmlText::Print(again), XmlText::Print(document));
+}
+
+TEST(XmlFile, ASaveTakesThePlaceOfTheOldFileAndOfOldLeftoversOnly)
+{
+    const Support::TemporaryFolder folder;
+    const fs::path path = folder.Write("show [1].wfm", "old");
+    fs::permissions(path, fs::perms(0640));
+    const fs::path link = folder.Path() / "link.wfm";
+    fs::create_symlink(path, link);
+    const fs::path ours = folder.Write(".show [1].wfm.saving.AbCdEf", "cut off");
+    const fs::path going = folder.Write(".show [1].wfm.saving.GhIjKl", "on its way");
+    const std::vector<fs::path> others = {folder.Write("show [1].wfm.backup", "x"),
+                                          folder.Write(".show [1].wfm.backup", "x"),
+                                          folder.Write(".other.wfm.saving.AbCdEf", "x")};
+    const auto longAgo = fs::file_time_type::clock::now() - std::chrono::minutes(61);
+    for (const auto& entry : fs::directory_iterator(folder.Path()))
+        fs::last_write_time(entry, longAgo);
+    fs::last_write_time(going, longAgo + std::chrono::minutes(5));
+    folder.Write(".show [1].wfm.saving", "whole, and cut off before it took its place");
+
+    XmlText::Document document;
+    XmlText::AddElement(document, "A");
+    ASSERT_TRUE(WriteXmlFile(link.wstring(), document));
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(Support::ReadBytes(path).size(), 14U);
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
+    EXPECT_FALSE(fs::exists(ours));
+    EXPECT_EQ(EntriesIn(folder.Path()), 3 + others.size()) << "two documents and what goes on";
+    for (const fs::path& other : others)
+        EXPECT_TRUE(fs::exists(other)) << other;
 }
 
 TEST(XmlFile, AFailedSaveKeepsTheOldFileAndSaysWhyOnce)

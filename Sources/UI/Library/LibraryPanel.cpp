@@ -29,12 +29,26 @@ LibraryPanel::LibraryPanel(const Parts& parts)
             &LibraryPanel::UpdateButtonStatesFromDeviceListSelection);
     connect(&parts_.deleteButton, &QPushButton::clicked, this,
             &LibraryPanel::ActionConfirmDeleteFixtureDialog);
-    connect(&parts_.manager, &DeviceManager::librarySaveFailed, this, [this](const QString& path) {
-        parts_.boxes.Notify(parts_.window, tr("Fixture Library Not Saved"),
-                            tr("The fixture library could not be saved to %1.\n\nYour change is "
-                               "lost when PixelWeft ends.")
-                                .arg(path));
-    });
+    // Queued: the library is also saved at the start, before the frames run, and nobody may be
+    // there to press the button.
+    connect(
+        &parts_.manager, &DeviceManager::librarySaveFailed, this,
+        [this](const QString& path) {
+            parts_.boxes.Notify(parts_.window, tr("Fixture Library Not Saved"),
+                                tr("The fixture library could not be saved to %1.\n\nYour change "
+                                   "is lost when PixelWeft ends.")
+                                    .arg(path));
+        },
+        Qt::QueuedConnection);
+    connect(
+        &parts_.manager, &DeviceManager::libraryKeptAside, this,
+        [this](const QString& path) {
+            parts_.boxes.Notify(parts_.window, tr("Fixture Library Not Read"),
+                                tr("A part of the fixture library could not be read.\n\nThe file "
+                                   "as it was is kept as %1.")
+                                    .arg(path));
+        },
+        Qt::QueuedConnection);
 }
 
 void LibraryPanel::Reload()
@@ -87,8 +101,8 @@ void LibraryPanel::ActionConfirmDeleteFixtureDialog()
     parts_.view.clearSelection();
     parts_.view.update();
     ZEN_LOG_INFO("Writing to WFL file...");
-    parts_.manager.SaveLibrary();
-    Reload();
+    if (parts_.manager.SaveLibrary())
+        Reload();
     parts_.undoStack.clear();
     parts_.manager.SetDocumentDirty(true);
 }
@@ -97,8 +111,14 @@ void LibraryPanel::ActionImportFixtures()
 {
     const QString file = parts_.boxes.OpenFile(
         parts_.window, tr("Import Fixtures"), QDir::homePath(), tr("Fixture Library File (*.wfl)"));
-    if (!file.isEmpty())
-        parts_.manager.MergeLibrary(file, true, {});
+    if (file.isEmpty())
+        return;
+    parts_.manager.MergeLibrary(file, true, {});
+    if (!parts_.manager.GetDeviceModel()->WasReadWhole())
+        parts_.boxes.Notify(parts_.window, tr("Import Fixtures"),
+                            tr("%1 could not be read whole. The fixtures that could be read are in "
+                               "your library.")
+                                .arg(file));
 }
 
 void LibraryPanel::RemoveLocalFixtures()
