@@ -101,6 +101,20 @@ TEST(FullDisk, KeepsTheOldDocumentAndLeavesNothingBehind)
                                     }),
               1);
 
+    DeviceModel library;
+    const auto libraryPath = disk.Path() / "user.wfl";
+    const auto fixture = [](const wchar_t* product, int side) {
+        return std::make_unique<DeviceLedItem>(L"Maker", product,
+                                               PixelMap(side, side, PixelMapType::RGB), 0, 3);
+    };
+    library.AddFixture(fixture(L"A", 1));
+    ASSERT_EQ(library.Save(libraryPath.wstring()), 0);
+    const std::string oldLibrary = ReadBytes(libraryPath);
+    library.AddFixture(fixture(L"B", 500));
+    EXPECT_EQ(library.Save(libraryPath.wstring()), 1);
+    EXPECT_TRUE(ReadBytes(libraryPath) == oldLibrary);
+    std::filesystem::remove(libraryPath);
+
     // The operator makes room and saves again.
     ASSERT_TRUE(disk.Change("size=16m"));
     EXPECT_EQ(large.Save(path), 0);

@@ -59,6 +59,18 @@ TEST_F(Settings, WithoutAStoreNothingIsSaved)
     EXPECT_EQ(block.settings, nullptr);
 }
 
+TEST_F(Settings, AStoreThatCantBeWrittenStopsNobody)
+{
+    const auto file = folder.Write("file", "where the user's folder should be");
+    SettingsBlock block(std::make_unique<QSettings>(
+        QString::fromStdString((file / "store.ini").string()), QSettings::IniFormat));
+    block.networkText = QStringLiteral("2.X.X.X");
+    block.Save();
+    EXPECT_EQ(block.settings->status(), QSettings::AccessError);
+    EXPECT_EQ(block.networkText, QStringLiteral("2.X.X.X"));
+    EXPECT_EQ(Support::ReadBytes(file), "where the user's folder should be");
+}
+
 TEST_F(Settings, EverythingOutlivesTheBlock)
 {
     {
