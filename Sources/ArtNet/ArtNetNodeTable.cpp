@@ -64,6 +64,10 @@ void ArtNetNodeTable::Age()
     list->reserve(entries_.size());
     for (const Entry& entry : entries_)
         list->push_back(entry.node);
+    // A node with more than four ports answers each poll with several replies, and each takes the
+    // place of the one before: nothing is new once the last of them is in.
+    if (*list == *published_)
+        return;
     published_ = std::move(list);
     ++generation_;
 }

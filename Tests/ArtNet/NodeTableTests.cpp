@@ -118,6 +118,20 @@ TEST(NodeTable, OfTwoRepliesBetweenTicksTheLastWinsAndTheChangeIsSeen)
     EXPECT_EQ(table.Generation(), 1U);
 }
 
+TEST(NodeTable, ANodeThatAnswersInSeveralPagesIsNoNewsAtEveryPoll)
+{
+    ArtNetNodeTable table;
+    for (int poll = 0; poll < 3; ++poll) {
+        table.Hear(Node("2.0.0.10", "big", {0, 1, 2, 3}));
+        table.Hear(Node("2.0.0.11"));
+        table.Hear(Node("2.0.0.10", "big", {4, 5, 6, 7}));
+        table.Age();
+        EXPECT_EQ((*table.Published())[0], Node("2.0.0.10", "big", {4, 5, 6, 7}));
+        EXPECT_EQ(table.Published()->size(), 2U);
+        EXPECT_EQ(table.Generation(), 1U);
+    }
+}
+
 TEST(NodeTable, AListThatWasTakenStaysAsItWas)
 {
     ArtNetNodeTable table;
