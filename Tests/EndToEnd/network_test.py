@@ -107,6 +107,23 @@ class Networks(stage.Case):
         other.wait_for(1, lambda p: p.is_poll and p.destination == "10.255.255.255", 10, "polls there")
         self.assertEqual([], self.wire.packets(stage.from_program, since=changed))
 
+    def test_nobody_is_there_to_read_the_boxes(self):
+        """After a power cut the document's network is not the last one of the user, and its adapter is late."""
+        self.home.put_settings()
+        self.home.put_document(strip_document(network="10.X.X.X"))
+        other = self.watch("rig", "art1")
+        self.addCleanup(stage.on, "desk", "ip", "addr", "replace", "10.0.0.1/8", "brd", "+", "dev", "art1")
+        stage.on("desk", "ip", "addr", "del", "10.0.0.1/8", "dev", "art1")
+        self.program = self.start()
+        self.program.wait_for_log("Initialize in Disabled state")
+        time.sleep(CHECK)  # it has looked, and found nothing
+        stage.on("desk", "ip", "addr", "add", "10.0.0.1/8", "brd", "+", "dev", "art1")
+        came = time.time()
+        late = other.wait_for(5, dmx(0, "10.255.255.255"), 15, "light")[0].time - came
+        print(f"light after {late:.2f} s ", end="", flush=True)
+        self.assertLess(late, CHECK + GRACE + 0.3)  # the wait for a host
+        self.assertEqual([], self.wire.packets(dmx()))
+
     def test_the_port_is_taken(self):
         with stage.standing_on("desk"):
             squatter = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)

@@ -29,8 +29,8 @@ void NetworkChoice::SetHostPreferences(const ExternalServerPreferences* preferen
 void NetworkChoice::Choose(const QString& text)
 {
     settings_.networkText = text;
-    std::wstring ip;
-    std::wstring broadcast;
+    networkIP.clear();
+    networkBroadcast.clear();
     if (!text.isEmpty()) {
         const auto matches = networks_.FindMatching(text.toStdWString());
         if (matches.empty())
@@ -38,14 +38,10 @@ void NetworkChoice::Choose(const QString& text)
         else if (matches.size() > 1)
             notice_(tr("More than one network adapter matches network ") + text);
         if (!matches.empty()) {
-            ip = matches.front().ip;
-            broadcast = matches.front().network.broadcast;
+            networkIP = matches.front().ip;
+            networkBroadcast = matches.front().network.broadcast;
         }
     }
-    // Only now: frames go on behind a notice, and should find a whole network, the old one or the
-    // new.
-    networkIP = ip;
-    networkBroadcast = broadcast;
     emit networkChanged();
 }
 

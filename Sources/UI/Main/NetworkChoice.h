@@ -21,7 +21,7 @@ class NetworkChoice : public QObject
     Q_OBJECT
 
 public:
-    /// Shows a text to the operator and waits until it was read.
+    /// Takes a text for the operator, who reads it later: the light doesn't wait for anybody.
     using Notice = std::function<void(const QString&)>;
 
     /// Everything but `notice` outlives this object.

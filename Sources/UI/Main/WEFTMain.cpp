@@ -77,6 +77,7 @@ QString DefaultLibrary()
 
 WEFTMain::WEFTMain(OperatorBoxes& boxes)
     : boxes_(boxes)
+    , networkNotices_(boxes)
     , preferencesDialog_(this)
 {
     Startup::ReadApplicationMode();
@@ -148,7 +149,7 @@ void WEFTMain::BuildParts()
     frameLoop_ = std::make_unique<FrameLoop>(*deviceManager_, *engine_, selectionSet);
     network_ = std::make_unique<NetworkChoice>(
         GetIPRange::Instance(), settings_, *deviceManager_, *engine_,
-        [this](const QString& text) { boxes_.Notify(nullptr, QString(), text); });
+        [this](const QString& text) { networkNotices_.Tell(text); });
 }
 
 void WEFTMain::LoadTestPicture()
@@ -412,6 +413,7 @@ void WEFTMain::LoadFirstDocument()
 
 void WEFTMain::GuardUnsavedWork()
 {
+    networkNotices_.Show(); // in the order in which they came up
     OfferUnsavedWork();
     unsavedWork_->Watch(document_->GetMappingFilePath());
 }

@@ -11,6 +11,7 @@
 #include "UI/Editor/EditorGeometry.h"
 #include "UI/Main/FrameLoop.h"
 #include "UI/Main/MainWindowForm.h"
+#include "UI/Main/NetworkNotices.h"
 
 class ArtNetNodeModel;
 class DeviceManager;
@@ -139,6 +140,7 @@ private:
     void SnapToGrid(bool on);
 
     OperatorBoxes& boxes_;
+    NetworkNotices networkNotices_;
     WEFTDialogPreferences preferencesDialog_;
     SettingsBlock settings_;
     EditorDisplayState display_;

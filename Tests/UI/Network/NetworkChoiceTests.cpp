@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include <functional>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include <QCoreApplication>
 
 #include "LEDEngine/GetIPRange.h"
 #include "LEDEngine/LEDEngine.h"
@@ -10,7 +13,9 @@
 #include "Platform/IPv4.h"
 #include "Settings/SettingsBlock.h"
 #include "Support/LogCapture.h"
+#include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Main/NetworkChoice.h"
+#include "UI/Main/NetworkNotices.h"
 
 namespace {
 
@@ -142,6 +147,57 @@ TEST_F(NetworkChoiceTest, AnotherAddressOfTheChosenNetworkIsFollowed)
     EXPECT_EQ(said.front(), "Current network connected");
     EXPECT_EQ(Broadcast(), 0x02FFFFFFU);
     EXPECT_EQ(choice.GetNetworkIP(), L"2.0.0.9") << "the first one seen, until the next choice";
+}
+
+/// Boxes that nobody closes before `behind` has happened.
+class SlowReader final : public OperatorBoxes
+{
+public:
+    void Notify(QWidget*, const QString&, const QString& text) override
+    {
+        read.append(text);
+        behind();
+    }
+    bool Ask(QWidget*, const QString&, const QString&, QMessageBox::StandardButton) override
+    {
+        return false;
+    }
+    int Choose(const Choice&) override { return 0; }
+    QString OpenFile(QWidget*, const QString&, const QString&, const QString&) override
+    {
+        return {};
+    }
+    QString SaveFile(QWidget*, const QString&, const QString&, const QString&) override
+    {
+        return {};
+    }
+    QString ChooseDirectory(QWidget*, const QString&) override { return {}; }
+
+    std::function<void()> behind = [] {
+    };
+    QStringList read;
+};
+
+TEST(NetworkNoticesTest, WaitForNobodyAndNeverPileUp)
+{
+    const QString first = QStringLiteral("first");
+    const QString second = QStringLiteral("second");
+    SlowReader boxes;
+    NetworkNotices notices(boxes);
+    boxes.behind = [&] {
+        notices.Tell(first); // the same network came and went again
+        notices.Tell(second);
+        QCoreApplication::processEvents();
+    };
+    notices.Tell(first);
+    EXPECT_TRUE(boxes.read.isEmpty());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(boxes.read, QStringList({first, second}));
+    notices.Tell(first);
+    notices.Show();
+    EXPECT_EQ(boxes.read.mid(2), QStringList({first, second})) << "read, and true again";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(boxes.read.size(), 4);
 }
 
 } // namespace
