@@ -83,10 +83,13 @@ ArtNetTrigger::~ArtNetTrigger() = default;
 
 UDPSocket* ArtNetTrigger::TakeSocket()
 {
+    if (failed_)
+        return nullptr;
     if (socket)
         return socket.get();
     auto fresh = std::make_unique<UDPSocket>();
-    if (!fresh->Initialize(Loopback) || !fresh->Bind())
+    failed_ = !fresh->Initialize(Loopback) || !fresh->Bind();
+    if (failed_)
         return nullptr;
     socket = std::move(fresh);
     return socket.get();
@@ -97,6 +100,7 @@ UDPSocket* ArtNetTrigger::TakeSocket()
 
 void ArtNetTrigger::Poll()
 {
+    failed_ = false;
     HandleWaitingMessages();
     SendMessage("poll", ControlMessage::Poll);
     output.HandleEvent(OutputEvent::Tick);
@@ -169,7 +173,9 @@ void ArtNetTrigger::HandleMessage(const ReceivedControlPacket& packet)
         output.outputSuspended = false;
         break;
     case ControlMessage::StartDone:
-        output.outputSuspended = true;
+        // A late word of a host that is gone must not leave the stage dark: nobody would take it
+        // back.
+        output.outputSuspended = output.outputSuspended || serverKnown;
         break;
     case ControlMessage::ReloadDone:
         reloadPending = false;
@@ -343,8 +349,10 @@ bool ArtNetTrigger::SendPacket(const ControlPacket& packet)
     if (!channel)
         return false;
     for (int tries = 1; !channel->Send(packet.Bytes()); ++tries) {
-        if (tries == SendTries)
+        if (tries == SendTries) {
+            failed_ = true;
             return false;
+        }
         const std::error_code error = channel->GetLastError();
         ZEN_LOG_ERROR("Error ocurred while sending UDP packet: %d.", error.value());
         if (!Platform::IsRecoverable(error)) {

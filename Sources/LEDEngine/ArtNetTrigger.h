@@ -101,5 +101,6 @@ private:
     bool serverKnown = false;
     ArtNetOutput& output;
     Clock clock_;
-    bool deaf_ = false; ///< the socket was made anew after a send error and is not bound
+    bool deaf_ = false;   ///< the socket was made anew after a send error and is not bound
+    bool failed_ = false; ///< in this tick; what fails once need not hold the tick up again
 };

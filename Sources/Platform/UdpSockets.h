@@ -36,8 +36,8 @@ bool BindUdp(int socket, const Endpoint& endpoint) noexcept;
 /// Sends one datagram; no error when the system took it.
 std::error_code SendUdp(int socket, const Endpoint& to, std::span<const std::byte> bytes) noexcept;
 
-/// The size of the next datagram, cut to `buffer`, and where it came from; below 1 when there is
-/// none.
+/// The size of the next datagram that holds anything, cut to `buffer`, and where it came from;
+/// below 1 when there is none.
 std::ptrdiff_t ReceiveUdp(int socket, std::span<std::byte> buffer, Endpoint& from) noexcept;
 
 /// Whether the same send may succeed a moment later: the socket would block or is still at work.

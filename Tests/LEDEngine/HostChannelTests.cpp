@@ -232,6 +232,13 @@ TEST_F(HostChannel, TheHostThatSendsSuspendsUsUntilItStopsOrDies)
     ASSERT_TRUE(output.outputSuspended);
     KillHost();
     EXPECT_FALSE(output.outputSuspended);
+
+    // Its last word was on the way when we gave it up.
+    ASSERT_TRUE(host.Start());
+    host.manners.answersPolls = false;
+    host.Send(0x32);
+    Tick();
+    EXPECT_FALSE(output.outputSuspended) << "nobody is left to take it back";
 }
 
 TEST_F(HostChannel, ASaveIsToldAsSoonAsAHostIsThereAndUntilItWasRead)
@@ -499,6 +506,30 @@ TEST_F(HostChannel, AFloodLeavesTheTickShortAndTheHostHeard)
     EXPECT_EQ(output.GetState(), OutputState::UsingRemoteSocket);
 }
 
+TEST_F(HostChannel, EmptyDatagramsDoNotHideTheHost)
+{
+    ASSERT_TRUE(host.Start());
+    for (int i = 0; i < 100; ++i)
+        host.SendRaw({});
+    host.Send(0x12);
+    trigger.Poll();
+    EXPECT_TRUE(trigger.IsServerKnown());
+}
+
+TEST_F(HostChannel, APortThatAnotherHoldsIsTriedOnceATickAndTakenWhenItIsFree)
+{
+    const std::string words = "Failed to bind socket. Receiving will not be possible";
+    int holder = Platform::OpenUdp();
+    ASSERT_TRUE(Platform::BindUdp(holder, {0, UDPSocket::LocalPort}));
+    trigger.Poll();
+    EXPECT_FALSE(trigger.SendRebind());
+    EXPECT_EQ(log.Count(words), 1);
+    trigger.Poll();
+    EXPECT_EQ(log.Count(words), 2);
+    Platform::CloseUdp(holder);
+    EXPECT_TRUE(Connect());
+}
+
 TEST_F(HostChannel, TwoOfUsSharePort6455)
 {
     UDPSocket first;
@@ -546,6 +577,9 @@ TEST_F(HostChannel, AChannelThatFailedIsHeardAgain)
                                     }),
               3)
         << "the fourth failure ends it";
+    log.Clear();
+    EXPECT_FALSE(trigger.SendRebind());
+    EXPECT_TRUE(log.Messages().empty()) << "a frame of 500 messages would hold the window up";
     ASSERT_EQ(std::system("ip rule del pref 5 && ip rule add pref 0 lookup local && "
                           "ip rule del pref 9"),
               0);

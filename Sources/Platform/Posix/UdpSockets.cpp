@@ -13,6 +13,9 @@ namespace Platform {
 
 namespace {
 
+/// More than the receive buffers that we ask for can hold.
+constexpr int MostEmptyDatagrams = 1024;
+
 bool SetOption(int socket, int option, int value)
 {
     return setsockopt(socket, SOL_SOCKET, option, &value, sizeof value) == 0;
@@ -93,10 +96,13 @@ std::ptrdiff_t ReceiveUdp(int socket, std::span<std::byte> buffer, Endpoint& fro
     sockaddr_in record{};
     socklen_t size = sizeof record;
     ssize_t received = -1;
-    do {
+    // Empty ones say nothing and must not hide what waits behind them.
+    for (int skipped = 0; skipped < MostEmptyDatagrams; ++skipped) {
         received = recvfrom(socket, buffer.data(), buffer.size(), 0,
                             reinterpret_cast<sockaddr*>(&record), &size);
-    } while (received < 0 && errno == EINTR);
+        if (received > 0 || (received < 0 && errno != EINTR))
+            break;
+    }
     from = {ntohl(record.sin_addr.s_addr), ntohs(record.sin_port)};
     return received;
 }
