@@ -82,7 +82,7 @@ std::error_code ArtNetServer::Bind()
         return BindTo(everywhere);
     if (interfaceValue_ == 0)
         return std::make_error_code(std::errc::address_not_available);
-    const std::string adapter = Platform::AdapterNameOf(interfaceValue_);
+    const std::string adapter = Platform::AdapterNameFor(interfaceValue_);
     if (wanted.starts_with("127.") || adapter.empty())
         return BindTo(wanted);
 
@@ -92,6 +92,7 @@ std::error_code ArtNetServer::Bind()
     if (!failure)
         failure = BindTo(everywhere);
     if (!failure) {
+        adapterError_.clear();
         adapter_ = adapter;
         adapterIndex_ = Platform::AdapterIndexOf(adapter);
         return {};
@@ -99,9 +100,10 @@ std::error_code ArtNetServer::Bind()
     if (!Open())
         return failure;
     const std::error_code plainFailure = BindTo(wanted);
-    if (!plainFailure)
+    if (!plainFailure && adapterError_ != failure)
         ZEN_LOG_INFO("No socket of our own on adapter %s: %s. Listening to unicast at %s only",
                      adapter.c_str(), failure.message().c_str(), wanted.c_str());
+    adapterError_ = plainFailure ? std::error_code() : failure;
     return plainFailure;
 }
 
@@ -129,7 +131,7 @@ bool ArtNetServer::Stands() const
         return true;
     // An adapter that was removed and came back has the name of the one that the socket is tied to,
     // and is another one. An address alone may change: the socket goes on.
-    const std::string adapter = Platform::AdapterNameOf(interfaceValue_);
+    const std::string adapter = Platform::AdapterNameFor(interfaceValue_);
     return (adapter.empty() || adapter == adapter_) &&
            Platform::AdapterIndexOf(adapter_) == adapterIndex_;
 }
@@ -137,14 +139,21 @@ bool ArtNetServer::Stands() const
 void ArtNetServer::MendSocket()
 {
     const std::lock_guard lock(socketMutex_);
-    if (stopped || Stands())
+    if (!Stands() || adapterError_)
+        Reopen();
+}
+
+void ArtNetServer::Reopen()
+{
+    if (stopped)
         return;
     OpenAndBind();
     if (status != ArtNetServerStatus::Ready || !started_)
         return;
-    ZEN_LOG_INFO("Port %d is open again%s%s", ArtNetPackets::Port,
-                 settings_.interfaceAddress.empty() ? "" : " on ",
-                 settings_.interfaceAddress.c_str());
+    if (!adapterError_)
+        ZEN_LOG_INFO("Port %d is open again%s%s", ArtNetPackets::Port,
+                     settings_.interfaceAddress.empty() ? "" : " on ",
+                     settings_.interfaceAddress.c_str());
     WaitForDatagrams();
 }
 
@@ -178,7 +187,11 @@ void ArtNetServer::Watch()
     ownAddresses_.assign(1, interfaceValue_);
     for (const NetworkInterface& own : Platform::GetNetworkInterfaces())
         ownAddresses_.push_back(own.ipValue);
-    MendSocket();
+    {
+        const std::lock_guard lock(socketMutex_);
+        if (!Stands())
+            Reopen();
+    }
     ScheduleWatch();
 }
 

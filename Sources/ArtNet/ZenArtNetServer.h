@@ -47,7 +47,7 @@ public:
     void Start();
     /// For good. The port is free when it returns.
     void Stop();
-    /// Opens the socket anew where it does not stand as it should.
+    /// Opens the socket anew where it does not stand as it should, or not as well as it might.
     void MendSocket();
     /// Dotted addresses that are polled every 2.5 s from now on; a text that is none is logged and
     /// left out.
@@ -78,6 +78,7 @@ private:
     [[nodiscard]] std::error_code Bind();
     [[nodiscard]] std::error_code BindTo(const std::string& address);
     void OpenAndBind();
+    void Reopen();
     [[nodiscard]] bool Stands() const;
     void ScheduleWatch();
     void Watch();
@@ -120,6 +121,7 @@ private:
     std::string adapter_; ///< to which the socket is tied, empty for none
     unsigned adapterIndex_ = 0;
     std::error_code bindError_;
+    std::error_code adapterError_; ///< why the socket is not tied to its adapter
     bool started_ = false;
     boost::asio::steady_timer watchTimer_;
     boost::asio::steady_timer pollTimer;

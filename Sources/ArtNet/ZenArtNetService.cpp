@@ -13,6 +13,7 @@
 
 #include "ArtNet/ZenArtNetServer.h"
 #include "Log/Log.h"
+#include "Platform/Adapters.h"
 #include "Platform/IPv4.h"
 
 namespace Zen {
@@ -35,15 +36,27 @@ struct ClientRecord
     std::uint32_t firstUniverse = 0;
     std::int32_t universeCount = 0;
     int serverIndex = -1;
+    std::string place; ///< as PlaceOf gives it, at the last rebuild
 };
 
 using ServerList = std::vector<std::shared_ptr<ArtNetServer>>;
 
-/// Takes the server of this interface out of the list, null when there is none.
-std::shared_ptr<ArtNetServer> TakeServer(ServerList& servers, const std::string& interfaceAddress)
+/// Where the socket for this interface stands: on its adapter, which has room for one, however many
+/// addresses it has. An address without an adapter stands for itself.
+std::string PlaceOf(const std::string& interfaceAddress)
+{
+    const auto address = Platform::ParseIPv4(interfaceAddress);
+    if (!address || interfaceAddress.starts_with("127."))
+        return interfaceAddress;
+    const std::string adapter = Platform::AdapterNameFor(*address);
+    return adapter.empty() ? interfaceAddress : adapter;
+}
+
+/// Takes the server at this place out of the list, null when there is none.
+std::shared_ptr<ArtNetServer> TakeServer(ServerList& servers, const std::string& place)
 {
     const auto found = std::ranges::find_if(
-        servers, [&](const auto& server) { return server->GetInterface() == interfaceAddress; });
+        servers, [&](const auto& server) { return PlaceOf(server->GetInterface()) == place; });
     if (found == servers.end())
         return nullptr;
     auto server = *found;
@@ -97,12 +110,12 @@ struct ArtNetService::Impl
         return servers[static_cast<std::size_t>(client->serverIndex)].get();
     }
 
-    /// The targets of all clients, or of those on one interface, in client order.
-    std::vector<std::string> PollTargets(const std::string* interfaceAddress) const
+    /// The targets of all clients, or of those at one place, in client order.
+    std::vector<std::string> PollTargets(const std::string* place) const
     {
         std::vector<std::string> targets;
         for (const ClientRecord& client : clients) {
-            const bool counts = !interfaceAddress || client.interfaceAddress == *interfaceAddress;
+            const bool counts = !place || client.place == *place;
             if (counts && !client.pollTarget.empty())
                 targets.push_back(client.pollTarget);
         }
@@ -122,8 +135,10 @@ struct ArtNetService::Impl
     {
         ServerList old;
         old.swap(servers);
-        for (ClientRecord& client : clients)
+        for (ClientRecord& client : clients) {
             client.serverIndex = -1;
+            client.place = PlaceOf(client.interfaceAddress);
+        }
         const bool everywhere = std::ranges::any_of(
             clients, [](const auto& client) { return client.interfaceAddress.empty(); });
         if (!clients.empty() && (everywhere || reuseAddress))
@@ -138,40 +153,38 @@ struct ArtNetService::Impl
     {
         // What nobody needs goes first: its socket may be in the way of one that is opened now.
         std::erase_if(old, [this](const auto& server) {
-            const bool needed = std::ranges::any_of(clients, [&](const ClientRecord& client) {
-                return client.interfaceAddress == server->GetInterface();
-            });
+            const bool needed = std::ranges::any_of(
+                clients, [place = PlaceOf(server->GetInterface())](const ClientRecord& client) {
+                    return client.place == place;
+                });
             if (!needed)
                 server->Stop();
             return !needed;
         });
         for (std::size_t i = 0; i < clients.size(); ++i) {
             ClientRecord& client = clients[i];
-            const auto earlier =
-                std::find_if(clients.begin(), clients.begin() + static_cast<std::ptrdiff_t>(i),
-                             [&](const ClientRecord& other) {
-                                 return other.interfaceAddress == client.interfaceAddress;
-                             });
-            client.serverIndex = earlier->id != client.id
-                                     ? earlier->serverIndex
-                                     : ProvideServer(client.interfaceAddress, old);
+            const auto earlier = std::find_if(
+                clients.begin(), clients.begin() + static_cast<std::ptrdiff_t>(i),
+                [&](const ClientRecord& other) { return other.place == client.place; });
+            client.serverIndex =
+                earlier->id != client.id ? earlier->serverIndex : ProvideServer(client, old);
             ArtNetServer& server = *servers[static_cast<std::size_t>(client.serverIndex)];
             EnterUniverses(server, client);
         }
     }
 
-    int ProvideServer(const std::string& interfaceAddress, ServerList& old)
+    int ProvideServer(const ClientRecord& client, ServerList& old)
     {
-        auto server = TakeServer(old, interfaceAddress);
+        auto server = TakeServer(old, client.place);
         if (server) {
-            ZEN_LOG_INFO("Recycling %s server", interfaceAddress.c_str());
+            ZEN_LOG_INFO("Recycling %s server", server->GetInterface().c_str());
             server->ClearUniverses();
             server->MendSocket();
-            server->SetPollTargets(PollTargets(&interfaceAddress));
+            server->SetPollTargets(PollTargets(&client.place));
         } else {
-            ZEN_LOG_INFO("Creating new %s server", interfaceAddress.c_str());
-            server = MakeServer(interfaceAddress, false);
-            server->SetPollTargets(PollTargets(&interfaceAddress));
+            ZEN_LOG_INFO("Creating new %s server", client.interfaceAddress.c_str());
+            server = MakeServer(client.interfaceAddress, false);
+            server->SetPollTargets(PollTargets(&client.place));
             server->Start();
         }
         servers.push_back(std::move(server));

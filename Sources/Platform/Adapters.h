@@ -26,6 +26,10 @@ namespace Platform {
 /// The name of the adapter that has this address now ("eth0"), empty when none has it.
 [[nodiscard]] std::string AdapterNameOf(std::uint32_t address);
 
+/// The same; when no adapter has the address, the one whose network it lies in. An address that
+/// changed leaves its network where it was.
+[[nodiscard]] std::string AdapterNameFor(std::uint32_t address);
+
 /// The system's number for the adapter of this name now, 0 when there is none. An adapter that was
 /// removed and comes back has a new one.
 [[nodiscard]] unsigned AdapterIndexOf(const std::string& name);

@@ -102,6 +102,47 @@ TEST_F(Adapter, OneThatIsMadeAnewGetsASocketOfItsOwn)
     EXPECT_TRUE(log_.Has("Port 6454 is open again on 10.0.0.1"));
 }
 
+TEST_F(Adapter, TwoAddressesOfOneCardShareItsSocket)
+{
+    ASSERT_TRUE(Command("desk", "ip addr add 192.168.5.1/24 brd + dev art1"));
+    ASSERT_TRUE(Command("rig", "ip addr add 192.168.5.10/24 brd + dev art1"));
+    const auto hears = [&](const ArtNetClient& client, std::uint32_t address) {
+        rig_->Send(address, Dmx(7, {counter_, 0}));
+        std::array<std::uint8_t, 512> page{};
+        return ComesTrue([&] {
+                   client.ReadDmx(7, page);
+                   return page[0] == counter_;
+               }) &&
+               counter_++ > 0;
+    };
+    auto output = std::make_unique<ArtNetClient>("10.0.0.1", "10.255.255.255", 3, 1, "test");
+    auto input = std::make_unique<ArtNetClient>("192.168.5.1", "", 7, 1, "test");
+    EXPECT_LE(TimeToLight(*output), 2000);
+    EXPECT_TRUE(hears(*input, 0xC0A80501));
+    EXPECT_TRUE(hears(*input, 0xC0A805FF));
+    const ArtNetNodeInfo node;
+    output->FeedNodes({&node, 1});
+    // The network is chosen again, and then the second one alone.
+    auto anew = std::make_unique<ArtNetClient>("10.0.0.1", "10.255.255.255", 3, 1, "test");
+    output.reset();
+    EXPECT_LE(TimeToLight(*anew), 2000);
+    EXPECT_TRUE(hears(*input, 0xC0A805FF));
+    anew.reset();
+    ArtNetNodeList nodes;
+    input->GetNodes(nodes);
+    EXPECT_EQ(nodes.size(), 1U) << "the nodes of the card stay known";
+    (void)rig_->All(50ms);
+    input->SendDmx("192.168.5.10", 1, Bytes{5, 6});
+    const auto heard = rig_->Next(2s);
+    ASSERT_TRUE(heard);
+    EXPECT_EQ(heard->source, 0xC0A80501U);
+    EXPECT_EQ(heard->port, 6454);
+    EXPECT_EQ(log_.Count("Creating new 10.0.0.1 server"), 1);
+    EXPECT_EQ(Zen::ArtNetService::Global()->GetStatus(), Zen::ArtNetServerStatus::Ready);
+    ASSERT_TRUE(Command("desk", "ip addr del 192.168.5.1/24 dev art1"));
+    ASSERT_TRUE(Command("rig", "ip addr del 192.168.5.10/24 dev art1"));
+}
+
 TEST_F(Adapter, AnAddressThatChangesKeepsTheOldClientAndServesTheNewOne)
 {
     auto client = std::make_unique<ArtNetClient>("10.0.0.1", "", 3, 1, "test");
@@ -121,6 +162,12 @@ TEST_F(Adapter, AnAddressThatChangesKeepsTheOldClientAndServesTheNewOne)
     ASSERT_TRUE(heard);
     EXPECT_EQ(heard->source, 0x0A000002U);
     EXPECT_EQ(heard->port, 6454);
+    // The old address may still be the one that is chosen when a socket is made anew.
+    anew.reset();
+    auto old = std::make_unique<ArtNetClient>("10.0.0.1", "", 3, 1, "test");
+    EXPECT_LE(TimeToLight(*old), 2000);
+    EXPECT_FALSE(log_.Has("failed to bind socket: Cannot assign requested address"));
+    old.reset();
     ASSERT_TRUE(Command("desk", "ip addr add 10.0.0.1/8 brd + dev art1"));
     ASSERT_TRUE(Command("desk", "ip addr del 10.0.0.2/8 dev art1"));
     ASSERT_TRUE(Command("desk", "ip addr replace 10.0.0.1/8 brd + dev art1"));

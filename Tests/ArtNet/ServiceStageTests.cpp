@@ -219,6 +219,28 @@ TEST_F(ArtNetStage, ChoosingTheNetworkAnewTriesThePortAtOnce)
     }
 }
 
+TEST_F(ArtNetStage, BroadcastIsHeardAgainWhenTheProgramThatWasInTheWayIsGone)
+{
+    const auto rig = RigSocket();
+    auto visualiser = std::make_unique<Socket>(0x7F000001);
+    ASSERT_TRUE(visualiser->IsBound());
+    const ArtNetClient client("2.0.0.1", "", 1, 1, "test");
+    const std::string words = "No socket of our own on adapter art0: Address already in use. "
+                              "Listening to unicast at 2.0.0.1 only";
+    EXPECT_EQ(log_.Count(words), 1);
+    rig->Send(Broadcast0, Dmx(1, {4, 0}));
+    rig->Send(Desk0, Dmx(1, {5, 0}));
+    EXPECT_TRUE(ComesTrue([&] { return FirstChannel(client, 1) == 5; }));
+    {
+        const ArtNetClient anew("2.0.0.1", "", "test");
+        EXPECT_EQ(log_.Count(words), 1) << "no news";
+    }
+    visualiser.reset();
+    const ArtNetClient anew("2.0.0.1", "", "test");
+    rig->Send(Broadcast0, Dmx(1, {6, 0}));
+    EXPECT_TRUE(ComesTrue([&] { return FirstChannel(client, 1) == 6; }));
+}
+
 TEST_F(ArtNetStage, AnAddressThatNobodyHasIsAFailureAndNoMore)
 {
     const ArtNetClient absent("192.168.99.1", "", 1, 1, "test");

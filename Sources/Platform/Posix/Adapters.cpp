@@ -48,6 +48,21 @@ NetworkInterface RecordOf(const ifaddrs& entry)
     return record;
 }
 
+/// A second address carries a label such as eth0:1; the adapter is what stands before it.
+std::string AdapterOf(const ifaddrs& entry)
+{
+    const std::string name = entry.ifa_name;
+    return name.substr(0, name.find(':'));
+}
+
+bool HoldsInNetwork(const ifaddrs& entry, std::uint32_t address)
+{
+    if (!entry.ifa_netmask || (entry.ifa_flags & IFF_LOOPBACK) != 0)
+        return false;
+    const std::uint32_t mask = ValueOf(entry.ifa_netmask);
+    return (ValueOf(entry.ifa_addr) & mask) == (address & mask);
+}
+
 } // namespace
 
 std::vector<NetworkInterface> GetNetworkInterfaces()
@@ -65,13 +80,21 @@ std::string AdapterNameOf(std::uint32_t address)
 {
     const AddressList list = ReadAddresses();
     for (const ifaddrs* entry = list.get(); entry; entry = entry->ifa_next) {
-        if (!IsIPv4(*entry) || ValueOf(entry->ifa_addr) != address)
-            continue;
-        // A second address carries a label such as eth0:1; the adapter is what stands before it.
-        const std::string name = entry->ifa_name;
-        return name.substr(0, name.find(':'));
+        if (IsIPv4(*entry) && ValueOf(entry->ifa_addr) == address)
+            return AdapterOf(*entry);
     }
     return {};
+}
+
+std::string AdapterNameFor(std::uint32_t address)
+{
+    std::string name = AdapterNameOf(address);
+    const AddressList list = ReadAddresses();
+    for (const ifaddrs* entry = list.get(); entry && name.empty(); entry = entry->ifa_next) {
+        if (IsIPv4(*entry) && HoldsInNetwork(*entry, address))
+            name = AdapterOf(*entry);
+    }
+    return name;
 }
 
 unsigned AdapterIndexOf(const std::string& name)
