@@ -65,8 +65,12 @@ std::vector<NetworkChange> GetIPRange::DetectChanges()
         return a.ip != b.ip ? a.ip < b.ip : a.up && !b.up;
     });
     std::vector<NetworkChange> changes;
-    for (const NetworkInterface& adapter : interfaces) {
-        if (!IsListed(adapter.ip))
+    for (std::size_t i = 0; i < interfaces.size(); ++i) {
+        const NetworkInterface& adapter = interfaces[i];
+        // Of two adapters with one address the last counts: otherwise each look would find a
+        // change from the one to the other.
+        const bool again = i + 1 < interfaces.size() && interfaces[i + 1].ip == adapter.ip;
+        if (again || !IsListed(adapter.ip))
             continue;
         const std::wstring ip = Platform::Utf8ToWide(adapter.ip);
         const KnownNetwork now{adapter.ipValue, Platform::Utf8ToWide(adapter.broadcast),

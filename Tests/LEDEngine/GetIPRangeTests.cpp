@@ -118,6 +118,7 @@ TEST_F(GetIPRangeTest, TwoAdaptersWithOneAddressAreOneNetworkAsTheLastOneSays)
     ASSERT_EQ(matches.size(), 1U);
     EXPECT_EQ(matches[0].network.broadcast, L"2.0.255.255");
     EXPECT_FALSE(matches[0].network.up);
+    EXPECT_TRUE(networks.DetectChanges().empty()) << "no change from the one to the other";
 }
 
 TEST_F(GetIPRangeTest, PatternsMatchPartByPart)
