@@ -16,7 +16,7 @@ class ArtNetNodeTable
 {
 public:
     /// No network has more nodes; beyond it the least recently heard makes room.
-    static constexpr std::size_t MaxNodes = 4096;
+    static constexpr std::size_t MaxNodes = 1024;
 
     using Snapshot = std::shared_ptr<const ArtNetNodeList>;
 

@@ -44,18 +44,14 @@ bool SamePorts(const ArtNetNodeRecord& a, const ArtNetNodeRecord& b)
                               &ArtNetNodeRecord::Port::first);
 }
 
-QList<QStandardItem*> Row(const QString& name, const QString& ip, const QString& count,
-                          const QString& subnet, const QString& universe)
-{
-    return {new QStandardItem(name), new QStandardItem(ip), new QStandardItem(count),
-            new QStandardItem(subnet), new QStandardItem(universe)};
-}
-
 } // namespace
 
 ArtNetNodeModel::ArtNetNodeModel(QObject* parent)
     : QStandardItemModel(parent)
-{}
+{
+    rest_.setSingleShot(true);
+    connect(&rest_, &QTimer::timeout, this, &ArtNetNodeModel::WriteRows);
+}
 
 ArtNetNodeModel::~ArtNetNodeModel() = default;
 
@@ -136,7 +132,7 @@ bool ArtNetNodeModel::UpdateNodes(const std::vector<ArtNetNodeRecord>& incoming)
         if (!IsOwnKind(record) && !liveNodes.contains(key))
             liveNodes.insert(key, record);
     }
-    RebuildAllNodes();
+    RebuildTables();
     return true;
 }
 
@@ -144,6 +140,12 @@ bool ArtNetNodeModel::UpdateNodes(const std::vector<ArtNetNodeRecord>& incoming)
 // ----------------------------------------------------------------------------------------
 
 void ArtNetNodeModel::RebuildAllNodes()
+{
+    RebuildTables();
+    sort(NameColumn, Qt::AscendingOrder);
+}
+
+void ArtNetNodeModel::RebuildTables()
 {
     allNodes = liveNodes;
     const auto keys = offlineNodes.keys();
@@ -153,7 +155,6 @@ void ArtNetNodeModel::RebuildAllNodes()
         else
             allNodes.insert(key, offlineNodes.value(key));
     }
-    sort(NameColumn, Qt::AscendingOrder);
 }
 
 bool ArtNetNodeModel::AddManualNode(const ArtNetNodeRecord& record)
@@ -163,6 +164,7 @@ bool ArtNetNodeModel::AddManualNode(const ArtNetNodeRecord& record)
         return false;
     allNodes.insert(key, record);
     AddRow(record);
+    WriteRows();
     offlineNodes.insert(key, record);
     return true;
 }
@@ -228,7 +230,8 @@ void ArtNetNodeModel::Rebuild(const MappedDeviceModel& document, QTreeView* view
     std::array<int, ColumnCount> widths = FirstWidths;
     for (int column = 0; view && columnsSized && column < ColumnCount; ++column)
         widths[static_cast<std::size_t>(column)] = view->columnWidth(column);
-    removeRows(0, rowCount());
+    rows_.clear();
+    written_ = 0;
     setColumnCount(ColumnCount);
     setHorizontalHeaderLabels({tr("Name"), tr("IP"), tr("Nb"), tr("Sub"), tr("Univ")});
 
@@ -241,7 +244,8 @@ void ArtNetNodeModel::Rebuild(const MappedDeviceModel& document, QTreeView* view
         if (isShown(row))
             AddRow(row);
     }
-    RebuildAllNodes();
+    RebuildTables();
+    std::ranges::stable_sort(rows_, {}, [](const RowText& row) { return row.cells[NameColumn]; });
     for (auto node = allNodes.cbegin(); node != allNodes.cend(); ++node) {
         if (!walk.usedAddresses.contains(node.key()) && isShown(*node))
             AddRow(*node);
@@ -250,6 +254,7 @@ void ArtNetNodeModel::Rebuild(const MappedDeviceModel& document, QTreeView* view
         if (Platform::IsInNetwork(broadcast, seen.node.ip))
             AddNodeRow(seen.node);
     }
+    WriteRows();
 
     for (int column = 0; view && column < ColumnCount; ++column)
         view->setColumnWidth(column, widths[static_cast<std::size_t>(column)]);
@@ -319,19 +324,83 @@ void ArtNetNodeModel::AddRow(const ArtNetNodeRecord& record)
             return;
         }
     }
-    appendRow(Row(TextOf(record.name), KeyOf(record), QString::number(record.useCount),
-                  QString::number(record.subnet), QString::number(record.universe)));
+    rows_.push_back({{TextOf(record.name), KeyOf(record), QString::number(record.useCount),
+                      QString::number(record.subnet), QString::number(record.universe)},
+                     {}});
 }
 
 void ArtNetNodeModel::AddNodeRow(const ArtNetNodeRecord& node)
 {
-    const auto row = Row(TextOf(node.name), KeyOf(node), QString::number(node.useCount), {}, {});
-    int index = 0;
-    for (const auto& [portAddress, useCount] : node.universes)
-        row.front()->appendRow(Row(tr("Port %1").arg(index++), {}, {},
-                                   QString::number(portAddress >> 4 & 0xF),
-                                   QString::number(portAddress & 0xF)));
-    appendRow(row);
+    RowText row{{TextOf(node.name), KeyOf(node), QString::number(node.useCount), {}, {}}, {}};
+    for (const ArtNetNodeRecord::Port& port : node.universes)
+        row.ports.push_back(port.first);
+    rows_.push_back(std::move(row));
+}
+
+// A row that says what it said stays as it is, and so do its place in the view and its selection.
+// Making a row costs some 20 microseconds, which a flood of strangers would take from the frames.
+void ArtNetNodeModel::WriteRows()
+{
+    const int wanted = static_cast<int>(rows_.size());
+    const int first = written_;
+    for (; written_ < std::min(wanted, first + RowsAtOnce); ++written_)
+        WriteRow(written_);
+    if (written_ > first) // who answers may have changed, and with it the colour
+        emit dataChanged(index(first, NameColumn), index(written_ - 1, UniverseColumn),
+                         {Qt::ForegroundRole});
+    const int surplus = std::min(rowCount() - wanted, RowsAtOnce);
+    if (written_ == wanted && surplus > 0)
+        removeRows(rowCount() - surplus, surplus);
+    if (written_ < wanted || rowCount() > wanted)
+        rest_.start();
+}
+
+void ArtNetNodeModel::WriteRow(int row)
+{
+    const RowText& text = rows_[static_cast<std::size_t>(row)];
+    const auto count = static_cast<int>(text.ports.size());
+    const auto portCells = [&](int port) {
+        const int portAddress = text.ports[static_cast<std::size_t>(port)];
+        return std::array<QString, ColumnCount>{tr("Port %1").arg(port),
+                                                {},
+                                                {},
+                                                QString::number(portAddress >> 4 & 0xF),
+                                                QString::number(portAddress & 0xF)};
+    };
+    if (row < rowCount()) {
+        WriteCells(*invisibleRootItem(), row, text.cells);
+        QStandardItem& node = *item(row);
+        for (int port = 0; port < count; ++port)
+            WriteCells(node, port, portCells(port));
+        if (node.rowCount() > count)
+            node.removeRows(count, node.rowCount() - count);
+        return;
+    }
+    // Whole before the view hears of it: one signal for a node and its ports.
+    QList<QStandardItem*> cells;
+    for (const QString& cell : text.cells)
+        cells.append(new QStandardItem(cell));
+    for (int port = 0; port < count; ++port)
+        WriteCells(*cells.front(), port, portCells(port));
+    appendRow(cells);
+}
+
+void ArtNetNodeModel::WriteCells(QStandardItem& parent, int row,
+                                 const std::array<QString, ColumnCount>& cells) const
+{
+    if (row == parent.rowCount()) {
+        QList<QStandardItem*> items;
+        for (const QString& cell : cells)
+            items.append(new QStandardItem(cell));
+        parent.appendRow(items);
+        return;
+    }
+    for (int column = 0; column < ColumnCount; ++column) {
+        QStandardItem& cell = *parent.child(row, column);
+        const QString& text = cells[static_cast<std::size_t>(column)];
+        if (cell.text() != text)
+            cell.setText(text);
+    }
 }
 
 QVariant ArtNetNodeModel::data(const QModelIndex& index, int role) const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <unordered_map>
@@ -10,6 +11,7 @@
 #include <QMap>
 #include <QStandardItemModel>
 #include <QString>
+#include <QTimer>
 
 #include <boost/container/small_vector.hpp>
 
@@ -56,16 +58,19 @@ public:
         ColumnCount
     };
     /// Nodes that were seen are kept up to so many; then those go that were heard least recently.
-    static constexpr std::size_t MaxNodes = 4096;
+    static constexpr std::size_t MaxNodes = 1024;
+    /// So many top-level rows are written at once, less than a tick has room for; the rest follows
+    /// in portions between the events.
+    static constexpr int RowsAtOnce = 64;
 
     explicit ArtNetNodeModel(QObject* parent = nullptr);
     ~ArtNetNodeModel() override;
 
     /// Takes the latest discovery. True when the rows must be rebuilt.
     bool UpdateNodes(const std::vector<ArtNetNodeRecord>& incoming);
-    /// Makes all rows anew: what the elements of the document use, what else is known, and what was
-    /// seen, each when it lies in the network of this broadcast address or is the user's own. The
-    /// columns of `view`, which may be null, keep their widths.
+    /// Sets all rows: what the elements of the document use, what else is known, and what was seen,
+    /// each when it lies in the network of this broadcast address or is the user's own. The columns
+    /// of `view`, which may be null, keep their widths.
     void Rebuild(const MappedDeviceModel& document, QTreeView* view, std::uint32_t broadcast);
     void RebuildAllNodes();
 
@@ -97,14 +102,25 @@ private:
         std::uint64_t lastHeard = 0; ///< counts the updates
     };
     struct Walk;
+    /// What a top-level row and the rows of its ports say.
+    struct RowText
+    {
+        std::array<QString, ColumnCount> cells;
+        std::vector<std::uint16_t> ports;
+    };
 
     bool NoteSeen(const std::vector<ArtNetNodeRecord>& incoming);
     void ForgetOldest();
     [[nodiscard]] ArtNetNodeRecord* FindSeen(const std::string& ip);
     [[nodiscard]] Walk CountUses(const MappedDeviceModel& document);
     void CountUse(Walk& walk, const DMXMappingArtNet& mapping, const std::wstring& description);
+    void RebuildTables();
     void AddRow(const ArtNetNodeRecord& record);
     void AddNodeRow(const ArtNetNodeRecord& node);
+    void WriteRows();
+    void WriteRow(int row);
+    void WriteCells(QStandardItem& parent, int row,
+                    const std::array<QString, ColumnCount>& cells) const;
 
     Table offlineNodes;
     Table liveNodes;
@@ -113,4 +129,8 @@ private:
     std::vector<Seen> nodes; ///< every node seen since the start, by first sight
     std::unordered_map<std::string, std::size_t> seen_; ///< where each address stands there
     std::uint64_t updates_ = 0;
+
+    std::vector<RowText> rows_; ///< all that the tree is to say
+    int written_ = 0;           ///< so many of them stand there
+    QTimer rest_;               ///< writes the others
 };

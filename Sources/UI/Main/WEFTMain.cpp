@@ -307,7 +307,15 @@ void WEFTMain::Wire()
             &WEFTMain::updateLEDEngine);
     connect(deviceManager_.get(), &DeviceManager::signalDocumentSavedState, this,
             &WEFTMain::DocumentSavedStateUpdated);
+    connect(network_.get(), &NetworkChoice::networkChanged, this, &WEFTMain::RebuildNodeRows);
     connect(network_.get(), &NetworkChoice::networkChanged, this, &WEFTMain::ProcessNodesList);
+    // The ports of a node are always in sight.
+    connect(nodeModel_.get(), &ArtNetNodeModel::rowsInserted, form_.artNetNodes,
+            [this](const QModelIndex& parent, int first, int last) {
+                form_.artNetNodes->expand(parent);
+                for (int row = first; row <= last; ++row)
+                    form_.artNetNodes->expand(nodeModel_->index(row, 0, parent));
+            });
     connect(&preferencesDialog_, &WEFTDialogPreferences::resetFixturesConfirmed, this,
             &WEFTMain::RemoveLocalFixturesAndReset);
     zoom_ = new ZoomControls(display_, settings_, this);
@@ -481,11 +489,16 @@ void WEFTMain::UpdateEngine()
     engineTimer->setInterval(frameLoop_->Tick());
 }
 
+void WEFTMain::RebuildNodeRows()
+{
+    nodeModel_->Rebuild(*deviceManager_->GetMappedDeviceModel(), form_.artNetNodes,
+                        Platform::ParseIPv4(network_->GetNetworkBroadcast()).value_or(0));
+}
+
 void WEFTMain::ProcessNodesList()
 {
     if (engine_->UpdateNodeList(*nodeModel_))
-        nodeModel_->Rebuild(*deviceManager_->GetMappedDeviceModel(), nullptr,
-                            Platform::ParseIPv4(network_->GetNetworkBroadcast()).value_or(0));
+        RebuildNodeRows();
     const QString chosen = settings_.networkText.isEmpty() ? tr("Disabled") : settings_.networkText;
     const QString address = QString::fromStdWString(network_->GetNetworkIP());
     networkLabel_->setText(address.isEmpty() ? tr("Network %1, not connected").arg(chosen)

@@ -108,6 +108,7 @@ public slots:
 
     void UpdateEngine();
     void ProcessNodesList();
+    void RebuildNodeRows();
     void updateLEDEngine();
     void DocumentSavedStateUpdated(bool saved);
 
