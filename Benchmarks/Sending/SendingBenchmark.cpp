@@ -7,7 +7,8 @@
 //   silent
 //     ones, through the service and through one plain socket;
 //   - the same under a flood of forged packets.
-// It puts itself on a private network first, so no packet leaves the machine.
+// It puts itself on a private network first, so no packet leaves the machine. `SendingBenchmark
+// flood SECONDS` only floods the network that it is started on, for program_flood.py.
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
@@ -203,32 +204,49 @@ void CompareSilentHosts(int silent)
     Print(what, Watch(Through(client), silent, frames));
 }
 
-void Flood()
+/// 100,000 forged packets a second to the desk while it lives: polls, replies of ever new nodes,
+/// DMX that nobody asked for, and garbage.
+class Flood
 {
-    ArtNetClient client("2.0.0.1", "2.255.255.255", 1, 4, "benchmark");
-    const Flooder flooder;
-    const std::vector<Bytes> kinds{PollPacket, Reply("flood", 4), Dmx(0x4000, Bytes(512, 1)),
-                                   Bytes(300, 0x41)};
-    std::atomic<bool> stop{false};
-    std::uint32_t count = 0;
-    const auto begin = std::chrono::steady_clock::now();
-    std::thread flood([&] {
-        while (!stop) {
-            const auto passed = std::chrono::steady_clock::now() - begin;
+public:
+    ~Flood()
+    {
+        stop_ = true;
+        thread_.join();
+        const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - begin_;
+        std::printf("%.0f flood packets a second for %.0f s\n", count_ / seconds.count(),
+                    seconds.count());
+    }
+
+private:
+    void Run()
+    {
+        const Flooder flooder;
+        const std::vector<Bytes> kinds{PollPacket, Reply("flood", 4), Dmx(0x4000, Bytes(512, 1)),
+                                       Bytes(300, 0x41)};
+        while (!stop_) {
+            const auto passed = std::chrono::steady_clock::now() - begin_;
             const auto due = static_cast<std::uint32_t>(
                 std::chrono::duration_cast<std::chrono::microseconds>(passed).count() / 10);
-            for (; count < due && !stop; ++count)
-                flooder.Send(0x02100000 + count / 4 % 100000, kinds[count % 4]);
+            for (; count_ < due && !stop_; ++count_)
+                flooder.Send(0x02100000 + count_ / 4 % 100000, kinds[count_ % 4]);
             std::this_thread::sleep_for(200us);
         }
-    });
-    const Outcome outcome = Watch(Through(client), 0, 400);
-    stop = true;
-    flood.join();
-    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - begin;
-    std::printf("%.0f flood packets a second for %.0f s\n", count / seconds.count(),
-                seconds.count());
-    Print("flood, the service", outcome);
+    }
+
+    std::atomic<bool> stop_{false};
+    std::uint32_t count_ = 0;
+    std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
+    std::thread thread_{[this] {
+        Run();
+    }};
+};
+
+void WatchFlood()
+{
+    ArtNetClient client("2.0.0.1", "2.255.255.255", 1, 4, "benchmark");
+    const Flood flood;
+    Print("flood, the service", Watch(Through(client), 0, 400));
 }
 
 } // namespace
@@ -237,6 +255,11 @@ int main(int argc, char** argv)
 {
     Enter(argc, argv);
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
+    if (argc == 3 && std::string(argv[1]) == "flood") { // for another program on the desk
+        const Flood flood;
+        std::this_thread::sleep_for(std::chrono::seconds(std::stoi(argv[2])));
+        return 0;
+    }
     Zen::ArtNetService::SetGlobal(
         std::make_shared<Zen::ArtNetService>("Zentri PixelWeft", "#0001 [0001] Ready", false));
     {
@@ -246,6 +269,6 @@ int main(int argc, char** argv)
     }
     for (const int silent : {0, 2, 8, 64})
         CompareSilentHosts(silent);
-    Flood();
+    WatchFlood();
     Zen::ArtNetService::SetGlobal(nullptr);
 }
