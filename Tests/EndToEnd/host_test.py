@@ -77,7 +77,8 @@ class HostBesideUs(stage.Case):
         wire.wait_for(1, dmx(), 20, "ArtDmx when it is gone", gone)
 
     def test_a_slow_host_that_loses_messages_gets_there_in_the_end(self):
-        host = self.host("--slow", 40, "--lose", 0.2, "--ask", 2)
+        host = self.host("--slow", 40, "--lose", 0.2, "--ask", 2, "--reorder", "--old", 1, "--node", "Lamp",
+                         stage.RIG, "0", "--node", "Other", "2.0.0.11", "0")
         program = self.start()
         program.wait_for_log("Entering Using remote socket state", 30)
         host.wait_for(r"universe address=0 .*", 30)

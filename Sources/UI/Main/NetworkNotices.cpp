@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Main/NetworkNotices.h"
 
-#include "UI/Dialogs/OperatorBoxes.h"
+#include <utility>
 
-NetworkNotices::NetworkNotices(OperatorBoxes& boxes)
-    : boxes_(boxes)
+NetworkNotices::NetworkNotices(Box box)
+    : box_(std::move(box))
 {
     soon_.setSingleShot(true);
     QObject::connect(&soon_, &QTimer::timeout, &soon_, [this] { Show(); });
@@ -24,7 +24,7 @@ void NetworkNotices::Show()
         return;
     open_ = true;
     while (!waiting_.isEmpty()) {
-        boxes_.Notify(nullptr, QString(), waiting_.first());
+        box_(QString(waiting_.first()));
         waiting_.removeFirst();
     }
     open_ = false;

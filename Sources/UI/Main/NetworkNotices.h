@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
+
 #include <QStringList>
 #include <QTimer>
-
-class OperatorBoxes;
 
 /// What the operator reads about the chosen network. Nobody may be there, so nothing waits for it:
 /// a notice comes when the program is done with what it is at, one after the other, and a network
@@ -12,8 +12,9 @@ class OperatorBoxes;
 class NetworkNotices
 {
 public:
-    /// `boxes` outlives this object.
-    explicit NetworkNotices(OperatorBoxes& boxes);
+    /// Shows a text and returns when it was read.
+    using Box = std::function<void(const QString&)>;
+    explicit NetworkNotices(Box box);
 
     /// Returns at once. A text that waits or stands in an open box is not told twice.
     void Tell(const QString& text);
@@ -21,7 +22,7 @@ public:
     void Show();
 
 private:
-    OperatorBoxes& boxes_;
+    Box box_;
     QStringList waiting_; ///< the first one stands in the open box
     bool open_ = false;
     QTimer soon_;

@@ -77,7 +77,7 @@ QString DefaultLibrary()
 
 WEFTMain::WEFTMain(OperatorBoxes& boxes)
     : boxes_(boxes)
-    , networkNotices_(boxes)
+    , networkNotices_([&boxes](const QString& text) { boxes.Notify(nullptr, QString(), text); })
     , preferencesDialog_(this)
 {
     Startup::ReadApplicationMode();

@@ -272,6 +272,7 @@ TEST_F(Actions, ListsShowTheirColumns)
     person.WillChoose(other);
     person.WillPress(QStringLiteral("OK"));
     Trigger("actionImport");
+    QCoreApplication::processEvents(); // the notice
     expect();
     for (const QTreeView* view : {library, mapped}) {
         EXPECT_EQ(view->selectionMode(), QAbstractItemView::ExtendedSelection);

@@ -169,7 +169,6 @@ void Desk::Trigger(const char* name)
 {
     ASSERT_TRUE(Action(name)->isEnabled()) << name;
     Action(name)->trigger();
-    QCoreApplication::processEvents(); // what is said about the network comes afterwards
 }
 
 void Desk::Type(QWidget* target, int key, Qt::KeyboardModifiers modifiers)

@@ -84,6 +84,7 @@ TEST_F(Document, TheNetworkOfADocumentIsTakenWithItsNotice)
     person.WillChoose(Path(QStringLiteral("dark.wfm")));
     person.WillPress(QStringLiteral("OK"));
     Trigger("actionImport");
+    QCoreApplication::processEvents(); // the light goes first, the notice comes after it
     ASSERT_EQ(person.seen.size(), 2U);
     EXPECT_EQ(person.seen[1].text, QStringLiteral("The broadcast IP has been changed from 2.X.X.X "
                                                   "to the mapping file IP 0.0.0.0"));
@@ -126,6 +127,7 @@ TEST_F(Document, ImportReplacesTheDocumentAndLeavesItsFileAlone)
     person.WillChoose(other);
     person.WillPress(QStringLiteral("OK")); // the network is written in another way than the list's
     Trigger("actionImport");
+    QCoreApplication::processEvents(); // the notice
     EXPECT_EQ(person.seen[0].title, QStringLiteral("Import Mapping"));
     EXPECT_EQ(Title(), Unsaved);
     EXPECT_EQ(CanvasWidth(), 320);
