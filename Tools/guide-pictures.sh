@@ -11,7 +11,13 @@ if [ "${2:-}" = --inside ]; then
     "$STAGE_NET" rig build/release/rig answer -a 2.0.0.10 2.0.0.11 -u 0-3 --stride 4 --name "Demo node" &
     rig=$!
     trap 'kill $rig 2>/dev/null || true; wait $rig || true' EXIT
-    QT_QPA_PLATFORM=offscreen build/release/guide-pictures "$folder"
+    export QT_QPA_PLATFORM=offscreen
+    build/release/guide-pictures "$folder"
+    # And one as on a screen of twice the pixels.
+    twice=$(mktemp -d)
+    QT_SCALE_FACTOR=2 build/release/guide-pictures "$twice"
+    mv "$twice/one-selected.png" "$folder/scaled.png"
+    rm -r "$twice"
     exit
 fi
 
@@ -24,8 +30,4 @@ Tools/stage-net desk "$here/Tools/guide-pictures.sh" "$folder" --inside >build/g
     tail -n 15 build/guide-pictures.log >&2
     exit 1
 }
-# 255 colours are enough and keep the repository small.
-for picture in "$folder"/*.png; do
-    convert "$picture" -strip -colors 255 "PNG8:$picture"
-done
 ls -l "$folder"
