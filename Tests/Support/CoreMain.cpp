@@ -7,15 +7,11 @@
 
 #include <QCoreApplication>
 
-#include <cstdlib>
-
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
     const Support::TemporaryFolder home;
-    setenv("HOME", home.Path().c_str(), 1);
-    setenv("XDG_DATA_HOME", (home.Path() / "data").c_str(), 1);
-    setenv("XDG_CONFIG_HOME", (home.Path() / "config").c_str(), 1);
+    home.UseAsHome();
     const QCoreApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

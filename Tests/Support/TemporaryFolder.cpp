@@ -22,6 +22,13 @@ TemporaryFolder::~TemporaryFolder()
     std::filesystem::remove_all(path_, ignored);
 }
 
+void TemporaryFolder::UseAsHome() const
+{
+    setenv("HOME", path_.c_str(), 1);
+    setenv("XDG_DATA_HOME", (path_ / "data").c_str(), 1);
+    setenv("XDG_CONFIG_HOME", (path_ / "config").c_str(), 1);
+}
+
 std::filesystem::path TemporaryFolder::Write(const std::string& name, std::string_view bytes) const
 {
     const auto path = path_ / name;

@@ -18,6 +18,10 @@ public:
 
     [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
 
+    /// From now on the process is that of a user who lives here and has no files or settings yet:
+    /// nothing of whoever runs the tests is read or written.
+    void UseAsHome() const;
+
     /// Writes `bytes` to a file of this name in the folder and gives its path.
     std::filesystem::path Write(const std::string& name, std::string_view bytes) const;
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Main/Desk.h"
 
-#include <cstdlib>
-
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
@@ -125,9 +123,7 @@ Desk::Desk()
     // A window that was closed has ended the program: no box would open any more.
     QTimer::singleShot(0, qApp, &QCoreApplication::quit);
     QCoreApplication::exec();
-    setenv("HOME", home.Path().c_str(), 1);
-    setenv("XDG_DATA_HOME", (home.Path() / "data").c_str(), 1);
-    setenv("XDG_CONFIG_HOME", (home.Path() / "config").c_str(), 1);
+    home.UseAsHome();
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
                        QString::fromStdString((home.Path() / "config").string()));
     WriteMode("LMT");

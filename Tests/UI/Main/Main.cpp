@@ -21,11 +21,8 @@ int main(int argc, char** argv)
         std::cerr << "Run it on a stage network: Tools/stage-net desk " << argv[0] << '\n';
         return 77;
     }
-    // Nothing of the user who runs the tests is read or written.
     const Support::TemporaryFolder home;
-    setenv("HOME", home.Path().c_str(), 1);
-    setenv("XDG_DATA_HOME", (home.Path() / "data").c_str(), 1);
-    setenv("XDG_CONFIG_HOME", (home.Path() / "config").c_str(), 1);
+    home.UseAsHome();
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     const QApplication application(argc, argv);
