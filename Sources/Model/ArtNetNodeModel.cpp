@@ -44,6 +44,14 @@ bool SamePorts(const ArtNetNodeRecord& a, const ArtNetNodeRecord& b)
                               &ArtNetNodeRecord::Port::first);
 }
 
+QList<QStandardItem*> ItemsOf(const std::array<QString, ArtNetNodeModel::ColumnCount>& cells)
+{
+    QList<QStandardItem*> items;
+    for (const QString& cell : cells)
+        items.append(new QStandardItem(cell));
+    return items;
+}
+
 } // namespace
 
 ArtNetNodeModel::ArtNetNodeModel(QObject* parent)
@@ -132,7 +140,7 @@ bool ArtNetNodeModel::UpdateNodes(const std::vector<ArtNetNodeRecord>& incoming)
         if (!IsOwnKind(record) && !liveNodes.contains(key))
             liveNodes.insert(key, record);
     }
-    RebuildTables();
+    RebuildAllNodes();
     return true;
 }
 
@@ -140,12 +148,6 @@ bool ArtNetNodeModel::UpdateNodes(const std::vector<ArtNetNodeRecord>& incoming)
 // ----------------------------------------------------------------------------------------
 
 void ArtNetNodeModel::RebuildAllNodes()
-{
-    RebuildTables();
-    sort(NameColumn, Qt::AscendingOrder);
-}
-
-void ArtNetNodeModel::RebuildTables()
 {
     allNodes = liveNodes;
     const auto keys = offlineNodes.keys();
@@ -244,7 +246,7 @@ void ArtNetNodeModel::Rebuild(const MappedDeviceModel& document, QTreeView* view
         if (isShown(row))
             AddRow(row);
     }
-    RebuildTables();
+    RebuildAllNodes();
     std::ranges::stable_sort(rows_, {}, [](const RowText& row) { return row.cells[NameColumn]; });
     for (auto node = allNodes.cbegin(); node != allNodes.cend(); ++node) {
         if (!walk.usedAddresses.contains(node.key()) && isShown(*node))
@@ -377,9 +379,7 @@ void ArtNetNodeModel::WriteRow(int row)
         return;
     }
     // Whole before the view hears of it: one signal for a node and its ports.
-    QList<QStandardItem*> cells;
-    for (const QString& cell : text.cells)
-        cells.append(new QStandardItem(cell));
+    const QList<QStandardItem*> cells = ItemsOf(text.cells);
     for (int port = 0; port < count; ++port)
         WriteCells(*cells.front(), port, portCells(port));
     appendRow(cells);
@@ -389,10 +389,7 @@ void ArtNetNodeModel::WriteCells(QStandardItem& parent, int row,
                                  const std::array<QString, ColumnCount>& cells) const
 {
     if (row == parent.rowCount()) {
-        QList<QStandardItem*> items;
-        for (const QString& cell : cells)
-            items.append(new QStandardItem(cell));
-        parent.appendRow(items);
+        parent.appendRow(ItemsOf(cells));
         return;
     }
     for (int column = 0; column < ColumnCount; ++column) {

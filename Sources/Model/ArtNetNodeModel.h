@@ -114,7 +114,6 @@ private:
     [[nodiscard]] ArtNetNodeRecord* FindSeen(const std::string& ip);
     [[nodiscard]] Walk CountUses(const MappedDeviceModel& document);
     void CountUse(Walk& walk, const DMXMappingArtNet& mapping, const std::wstring& description);
-    void RebuildTables();
     void AddRow(const ArtNetNodeRecord& record);
     void AddNodeRow(const ArtNetNodeRecord& node);
     void WriteRows();

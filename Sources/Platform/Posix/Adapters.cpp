@@ -48,11 +48,9 @@ NetworkInterface RecordOf(const ifaddrs& entry)
     return record;
 }
 
-/// A second address carries a label such as eth0:1; the adapter is what stands before it.
-std::string AdapterOf(const ifaddrs& entry)
+bool Has(const ifaddrs& entry, std::uint32_t address)
 {
-    const std::string name = entry.ifa_name;
-    return name.substr(0, name.find(':'));
+    return ValueOf(entry.ifa_addr) == address;
 }
 
 bool HoldsInNetwork(const ifaddrs& entry, std::uint32_t address)
@@ -61,6 +59,20 @@ bool HoldsInNetwork(const ifaddrs& entry, std::uint32_t address)
         return false;
     const std::uint32_t mask = ValueOf(entry.ifa_netmask);
     return (ValueOf(entry.ifa_addr) & mask) == (address & mask);
+}
+
+/// The first adapter of which this holds, empty when there is none.
+std::string AdapterWith(const AddressList& list, std::uint32_t address,
+                        bool (*holds)(const ifaddrs&, std::uint32_t))
+{
+    for (const ifaddrs* entry = list.get(); entry; entry = entry->ifa_next) {
+        if (!IsIPv4(*entry) || !holds(*entry, address))
+            continue;
+        // A second address carries a label such as eth0:1; the adapter is what stands before it.
+        const std::string name = entry->ifa_name;
+        return name.substr(0, name.find(':'));
+    }
+    return {};
 }
 
 } // namespace
@@ -78,23 +90,14 @@ std::vector<NetworkInterface> GetNetworkInterfaces()
 
 std::string AdapterNameOf(std::uint32_t address)
 {
-    const AddressList list = ReadAddresses();
-    for (const ifaddrs* entry = list.get(); entry; entry = entry->ifa_next) {
-        if (IsIPv4(*entry) && ValueOf(entry->ifa_addr) == address)
-            return AdapterOf(*entry);
-    }
-    return {};
+    return AdapterWith(ReadAddresses(), address, Has);
 }
 
 std::string AdapterNameFor(std::uint32_t address)
 {
-    std::string name = AdapterNameOf(address);
     const AddressList list = ReadAddresses();
-    for (const ifaddrs* entry = list.get(); entry && name.empty(); entry = entry->ifa_next) {
-        if (IsIPv4(*entry) && HoldsInNetwork(*entry, address))
-            name = AdapterOf(*entry);
-    }
-    return name;
+    const std::string name = AdapterWith(list, address, Has);
+    return name.empty() ? AdapterWith(list, address, HoldsInNetwork) : name;
 }
 
 unsigned AdapterIndexOf(const std::string& name)

@@ -12,6 +12,15 @@ FixedDialog::FixedDialog(QSize told, QWidget* parent)
     setFixedSize(told);
 }
 
+QDialogButtonBox* FixedDialog::MakeButtons(QDialogButtonBox::StandardButtons which)
+{
+    auto* buttons = new QDialogButtonBox(which);
+    buttons->setObjectName(QStringLiteral("buttonBox"));
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    return buttons;
+}
+
 void FixedDialog::showEvent(QShowEvent* event)
 {
     // Only now the fonts of the style are known. A wrapped text needs its height at this width.

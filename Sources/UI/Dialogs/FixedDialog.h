@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QDialogButtonBox>
 
 /// A dialog of a fixed size, which is the told one (in device-independent pixels) or what its texts
 /// need in the desktop's font.
@@ -13,6 +14,9 @@ public:
     FixedDialog(QSize told, QWidget* parent);
 
 protected:
+    /// Buttons that accept and reject the dialog, whose layout owns them.
+    [[nodiscard]] QDialogButtonBox* MakeButtons(QDialogButtonBox::StandardButtons which);
+
     void showEvent(QShowEvent* event) override;
 
 private:

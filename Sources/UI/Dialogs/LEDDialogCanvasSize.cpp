@@ -2,7 +2,6 @@
 #include "UI/Dialogs/LEDDialogCanvasSize.h"
 
 #include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
 #include <QSpinBox>
@@ -48,17 +47,12 @@ LEDDialogCanvasSize::LEDDialogCanvasSize(QWidget* parent)
     cbKeepPositions->setObjectName(QStringLiteral("cbKeepPositions"));
     cbKeepPositions->setChecked(true);
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    buttons->setObjectName(QStringLiteral("buttonBox"));
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(heading);
     layout->addLayout(form);
     layout->addWidget(cbKeepPositions);
     layout->addStretch();
-    layout->addWidget(buttons);
+    layout->addWidget(MakeButtons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel));
 }
 
 void LEDDialogCanvasSize::SetSize(int width, int height)

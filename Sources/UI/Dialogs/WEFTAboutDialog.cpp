@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Dialogs/WEFTAboutDialog.h"
 
-#include <QDialogButtonBox>
 #include <QFile>
 #include <QLabel>
 #include <QPixmap>
@@ -59,13 +58,9 @@ WEFTAboutDialog::WEFTAboutDialog(QWidget* parent, const QString& creditsFile)
         ZEN_LOG_ERROR("The credits can't be opened: %s", creditsFile.toUtf8().constData());
     }
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
-    buttons->setObjectName(QStringLiteral("buttonBox"));
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-
     auto* layout = new QVBoxLayout(this);
     for (QLabel* label : {sign, name, version, copyright, team})
         layout->addWidget(label);
     layout->addStretch();
-    layout->addWidget(buttons);
+    layout->addWidget(MakeButtons(QDialogButtonBox::Ok));
 }

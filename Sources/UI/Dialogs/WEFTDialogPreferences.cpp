@@ -3,7 +3,6 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMessageBox>
@@ -28,6 +27,17 @@ Button* AddButton(const QString& name, const QString& text, QLayout& layout)
     return button;
 }
 
+QLayout* AddGroup(const QString& name, const QString& title, QLayout& dialog)
+{
+    auto* group = new QGroupBox(title);
+    group->setObjectName(name);
+    auto* layout = new QVBoxLayout(group);
+    layout->setSpacing(Spacing);
+    layout->setContentsMargins(8, 2, 8, 6);
+    dialog.addWidget(group);
+    return layout;
+}
+
 } // namespace
 
 WEFTDialogPreferences::WEFTDialogPreferences(QWidget* parent)
@@ -42,27 +52,19 @@ WEFTDialogPreferences::WEFTDialogPreferences(QWidget* parent)
     bold.setBold(true);
     heading->setFont(bold);
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    buttons->setObjectName(QStringLiteral("buttonBox"));
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(Spacing);
     layout->addWidget(heading);
-    layout->addWidget(BuildInterfaceGroup());
-    layout->addWidget(BuildFixturesGroup());
-    layout->addWidget(BuildArtNetGroup());
-    layout->addWidget(buttons);
+    AddInterfaceGroup(*layout);
+    AddFixturesGroup(*layout);
+    AddArtNetGroup(*layout);
+    layout->addWidget(MakeButtons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel));
 }
 
-QWidget* WEFTDialogPreferences::BuildInterfaceGroup()
+void WEFTDialogPreferences::AddInterfaceGroup(QLayout& dialog)
 {
-    auto* group = new QGroupBox(tr("User interface"));
-    group->setObjectName(QStringLiteral("groupUserInterfaceSettings"));
-    auto* layout = new QVBoxLayout(group);
-    layout->setSpacing(Spacing);
-    layout->setContentsMargins(8, 2, 8, 6);
+    QLayout* layout =
+        AddGroup(QStringLiteral("groupUserInterfaceSettings"), tr("User interface"), dialog);
     checkShowGrid = AddButton<QCheckBox>(QStringLiteral("checkShowGrid"),
                                          tr("Draw grid on the canvas"), *layout);
     radioZoomCursor = AddButton<QRadioButton>(QStringLiteral("radioZoomCursor"),
@@ -71,16 +73,11 @@ QWidget* WEFTDialogPreferences::BuildInterfaceGroup()
                                                  tr("Zoom centers on selection"), *layout);
     checkSnapGrid =
         AddButton<QCheckBox>(QStringLiteral("checkSnapGrid"), tr("Snap fixtures to grid"), *layout);
-    return group;
 }
 
-QWidget* WEFTDialogPreferences::BuildFixturesGroup()
+void WEFTDialogPreferences::AddFixturesGroup(QLayout& dialog)
 {
-    auto* group = new QGroupBox(tr("Fixtures"));
-    group->setObjectName(QStringLiteral("groupBox"));
-    auto* layout = new QVBoxLayout(group);
-    layout->setSpacing(Spacing);
-    layout->setContentsMargins(8, 2, 8, 6);
+    QLayout* layout = AddGroup(QStringLiteral("groupBox"), tr("Fixtures"), dialog);
     auto* label = new QLabel(tr("Replace your local fixture library with the fixtures provided "
                                 "with this version of the software."));
     label->setObjectName(QStringLiteral("restoreFixturesLabel"));
@@ -90,16 +87,11 @@ QWidget* WEFTDialogPreferences::BuildFixturesGroup()
                                            tr("Restore Default Fixtures..."), *layout);
     restore->setAutoDefault(false);
     connect(restore, &QPushButton::clicked, this, &WEFTDialogPreferences::restoreFixtureClicked);
-    return group;
 }
 
-QWidget* WEFTDialogPreferences::BuildArtNetGroup()
+void WEFTDialogPreferences::AddArtNetGroup(QLayout& dialog)
 {
-    auto* group = new QGroupBox(tr("Art-Net"));
-    group->setObjectName(QStringLiteral("groupBox_2"));
-    auto* layout = new QVBoxLayout(group);
-    layout->setSpacing(Spacing);
-    layout->setContentsMargins(8, 2, 8, 6);
+    QLayout* layout = AddGroup(QStringLiteral("groupBox_2"), tr("Art-Net"), dialog);
     artNetBroadcast =
         AddButton<QRadioButton>(QStringLiteral("artNetBroadcast"), tr("Broadcast"), *layout);
     artNetAutoUnicast = AddButton<QRadioButton>(QStringLiteral("artNetAutoUnicast"),
@@ -108,7 +100,6 @@ QWidget* WEFTDialogPreferences::BuildArtNetGroup()
     choice->setObjectName(QStringLiteral("artNetButtonGroup"));
     choice->addButton(artNetBroadcast);
     choice->addButton(artNetAutoUnicast);
-    return group;
 }
 
 void WEFTDialogPreferences::SetControls(const SettingsBlock& settings, bool autoUnicast)

@@ -4,6 +4,7 @@
 #include "UI/Dialogs/FixedDialog.h"
 
 class QCheckBox;
+class QLayout;
 class QRadioButton;
 class SettingsBlock;
 
@@ -32,9 +33,9 @@ public slots:
     void restoreFixtureClicked();
 
 private:
-    [[nodiscard]] QWidget* BuildInterfaceGroup();
-    [[nodiscard]] QWidget* BuildFixturesGroup();
-    [[nodiscard]] QWidget* BuildArtNetGroup();
+    void AddInterfaceGroup(QLayout& dialog);
+    void AddFixturesGroup(QLayout& dialog);
+    void AddArtNetGroup(QLayout& dialog);
 
     QCheckBox* checkShowGrid = nullptr;
     QCheckBox* checkSnapGrid = nullptr;

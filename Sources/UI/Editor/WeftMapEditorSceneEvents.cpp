@@ -4,7 +4,6 @@
 #include "UI/Editor/WeftMapEditorScene.h"
 
 #include <cmath>
-#include <optional>
 
 #include <QAction>
 #include <QGraphicsSceneContextMenuEvent>
@@ -183,7 +182,7 @@ void WeftMapEditorScene::mouseReleaseEvent(QGraphicsSceneMouseEvent* event)
 
 void WeftMapEditorScene::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event)
 {
-    std::optional<std::int64_t> clicked;
+    std::int64_t clicked = MappingRectangle::OverlayId;
     {
         const SelectionBatch batch(*this);
         // The second of two quick presses comes as this alone, also on a handle.
@@ -198,7 +197,7 @@ void WeftMapEditorScene::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event)
             TakeItem(*item, event->scenePos());
         clicked = item->GetId();
     }
-    emit RectangleDoubleClicked(*clicked);
+    emit RectangleDoubleClicked(clicked);
 }
 
 void WeftMapEditorScene::keyPressEvent(QKeyEvent* event)

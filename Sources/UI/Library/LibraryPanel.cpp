@@ -31,24 +31,20 @@ LibraryPanel::LibraryPanel(const Parts& parts)
             &LibraryPanel::ActionConfirmDeleteFixtureDialog);
     // Queued: the library is also saved at the start, before the frames run, and nobody may be
     // there to press the button.
-    connect(
-        &parts_.manager, &DeviceManager::librarySaveFailed, this,
-        [this](const QString& path) {
-            parts_.boxes.Notify(parts_.window, tr("Fixture Library Not Saved"),
-                                tr("The fixture library could not be saved to %1.\n\nYour change "
-                                   "is lost when PixelWeft ends.")
-                                    .arg(path));
-        },
-        Qt::QueuedConnection);
-    connect(
-        &parts_.manager, &DeviceManager::libraryKeptAside, this,
-        [this](const QString& path) {
-            parts_.boxes.Notify(parts_.window, tr("Fixture Library Not Read"),
-                                tr("A part of the fixture library could not be read.\n\nThe file "
-                                   "as it was is kept as %1.")
-                                    .arg(path));
-        },
-        Qt::QueuedConnection);
+    const auto tellOf = [this](auto signal, const QString& title, const QString& text) {
+        connect(
+            &parts_.manager, signal, this,
+            [this, title, text](const QString& path) {
+                parts_.boxes.Notify(parts_.window, title, text.arg(path));
+            },
+            Qt::QueuedConnection);
+    };
+    tellOf(&DeviceManager::librarySaveFailed, tr("Fixture Library Not Saved"),
+           tr("The fixture library could not be saved to %1.\n\nYour change is lost when PixelWeft "
+              "ends."));
+    tellOf(&DeviceManager::libraryKeptAside, tr("Fixture Library Not Read"),
+           tr("A part of the fixture library could not be read.\n\nThe file as it was is kept as "
+              "%1."));
 }
 
 void LibraryPanel::Reload()

@@ -158,6 +158,11 @@ constexpr MenuRow helpMenu = {"menuAbout", QT_TRANSLATE_NOOP("WEFTMain", "Help")
 
 } // namespace
 
+QIcon ActionIcon(const char* file)
+{
+    return QIcon(QStringLiteral(":/bitmaps/Bin/bitmaps/") + QLatin1String(file));
+}
+
 std::span<const ActionRow> ActionTable()
 {
     return rows;

@@ -3,6 +3,8 @@
 
 #include <span>
 
+#include <QIcon>
+
 class WEFTMain;
 
 /// Every action of the window that the table describes. Undo and redo come from the undo stack.
@@ -55,10 +57,13 @@ struct ActionRow
     const char* toolTip;  ///< null: Qt shows the text
     const char* shortcut; ///< portable text, null for none
     bool checkable;
-    const char* icon; ///< file in ":/bitmaps/Bin/bitmaps/", null for none
+    const char* icon; ///< as ActionIcon takes it, null for none
     /// What it does. An action without a slot has nothing to act on and is disabled.
     void (WEFTMain::*slot)();
 };
+
+/// The icon of this file among the program's bitmaps ("icon_undo.png").
+[[nodiscard]] QIcon ActionIcon(const char* file);
 
 /// The rows, in the order of ActionId.
 [[nodiscard]] std::span<const ActionRow> ActionTable();

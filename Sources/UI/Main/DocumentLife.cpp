@@ -7,7 +7,6 @@
 #include <QUndoStack>
 
 #include "LEDEngine/GetIPRange.h"
-#include "LEDEngine/LEDEngine.h"
 #include "LibTools/XmlFile.h"
 #include "Log/Log.h"
 #include "Model/ArtNetNodeModel.h"
@@ -113,8 +112,6 @@ bool DocumentLife::LoadInto(const QString& path)
         GetIPRange::Instance().AddManualRange(range);
     parts_.network.ChooseFromDocument(document.GetNetwork());
     parts_.network.updateArtNetOutput();
-    // Not before the boxes about the network: the lights go on behind them.
-    parts_.engine.ReleaseElements();
     emit document.mappingsChanged();
     return true;
 }

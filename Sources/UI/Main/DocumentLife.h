@@ -6,7 +6,6 @@
 
 class ArtNetNodeModel;
 class DeviceManager;
-class LEDEngine;
 class NetworkChoice;
 class OperatorBoxes;
 class QUndoStack;
@@ -25,7 +24,6 @@ public:
     struct Parts
     {
         DeviceManager& manager;
-        LEDEngine& engine;
         ArtNetNodeModel& nodes;
         NetworkChoice& network;
         SettingsBlock& settings;

@@ -26,12 +26,6 @@ QString Translated(const char* text)
     return QCoreApplication::translate("WEFTMain", text);
 }
 
-QIcon IconOf(const ActionRow& row)
-{
-    return row.icon ? QIcon(QStringLiteral(":/bitmaps/Bin/bitmaps/") + QLatin1String(row.icon))
-                    : QIcon();
-}
-
 /// An empty dock on the left with a column for its widgets.
 QDockWidget* AddDock(QMainWindow& window, const QString& name, QVBoxLayout*& column)
 {
@@ -90,7 +84,8 @@ void MainWindowForm::SetUpActions(QMainWindow& window)
         auto* action = new QAction(&window);
         action->setObjectName(QLatin1String(row.objectName));
         action->setCheckable(row.checkable);
-        action->setIcon(IconOf(row));
+        if (row.icon)
+            action->setIcon(ActionIcon(row.icon));
         action->setEnabled(row.slot != nullptr);
         if (row.shortcut)
             action->setShortcut(QKeySequence(QLatin1String(row.shortcut)));

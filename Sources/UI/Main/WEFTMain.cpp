@@ -179,17 +179,14 @@ void WEFTMain::BuildUndo()
     undoView_->setWindowTitle(tr("Command List"));
     undoView_->setAttribute(Qt::WA_QuitOnClose, false);
 
-    const auto iconOf = [](const char* file) {
-        return QIcon(QStringLiteral(":/bitmaps/Bin/bitmaps/") + QLatin1String(file));
-    };
     undoAction_ = undoStack_->createUndoAction(this, tr("&Undo"));
     undoAction_->setObjectName(QStringLiteral("actionUndo"));
     undoAction_->setShortcut(QKeySequence::Undo);
-    undoAction_->setIcon(iconOf("icon_undo.png"));
+    undoAction_->setIcon(ActionIcon("icon_undo.png"));
     redoAction_ = undoStack_->createRedoAction(this, tr("&Redo"));
     redoAction_->setObjectName(QStringLiteral("actionRedo"));
     redoAction_->setShortcut(QKeySequence::Redo);
-    redoAction_->setIcon(iconOf("icon_redo.png"));
+    redoAction_->setIcon(ActionIcon("icon_redo.png"));
     QAction* selectAll = form_.Action(ActionId::SelectAll);
     form_.menuEdit->insertAction(selectAll, redoAction_);
     form_.menuEdit->insertAction(selectAll, undoAction_);
@@ -250,22 +247,17 @@ void WEFTMain::SetUpListColumns()
 {
     form_.treeView->SetUpColumns();
     QTreeView& mapped = *form_.mappedTreeView;
-    for (int column = 0; column < MappedDeviceModel::ColumnCount; ++column) {
-        const bool shown = column <= MappedDeviceModel::ProductColumn ||
-                           column == MappedDeviceModel::AddressColumn;
-        const bool hidden =
-            column >= MappedDeviceModel::SizeColumn && column < MappedDeviceModel::AddressColumn;
-        if (shown || hidden)
-            mapped.setColumnHidden(column, hidden);
-    }
+    for (int column = 0; column <= MappedDeviceModel::AddressColumn; ++column)
+        mapped.setColumnHidden(column, column >= MappedDeviceModel::SizeColumn &&
+                                           column < MappedDeviceModel::AddressColumn);
     mapped.setColumnWidth(MappedDeviceModel::SizeColumn, 50);
 }
 
 void WEFTMain::BuildDocument()
 {
     document_ = std::make_unique<DocumentLife>(
-        DocumentLife::Parts{*deviceManager_, *engine_, *nodeModel_, *network_, settings_, display_,
-                            *scene_, *undoStack_, boxes_, this});
+        DocumentLife::Parts{*deviceManager_, *nodeModel_, *network_, settings_, display_, *scene_,
+                            *undoStack_, boxes_, this});
     unsavedWork_ = std::make_unique<UnsavedWork>(*deviceManager_, *nodeModel_);
 }
 
@@ -511,7 +503,6 @@ void WEFTMain::ProcessNodesList()
 
 void WEFTMain::updateLEDEngine()
 {
-    engine_->ReleaseElements();
     const MappedDeviceModel& document = *deviceManager_->GetMappedDeviceModel();
     const bool created =
         engine_->CreateElements(document.GetCanvasWidth(), document.GetCanvasHeight());

@@ -106,11 +106,8 @@ void WEFTMain::ActionPreferences()
 void WEFTMain::ApplyPreferences()
 {
     SnapToGrid(preferencesDialog_.GetSnapToGrid());
-    form_.Action(ActionId::SnapToGrid)->setChecked(settings_.snapToGrid);
-    if (preferencesDialog_.GetShowGrid() != settings_.showGrid) {
+    if (preferencesDialog_.GetShowGrid() != settings_.showGrid)
         ShowGrid(preferencesDialog_.GetShowGrid());
-        form_.Action(ActionId::DisplayPixelGrid)->setChecked(settings_.showGrid);
-    }
     settings_.zoomStyle = preferencesDialog_.GetZoomStyle();
     settings_.Save();
     editor_->SetZoomStyle(settings_.zoomStyle);
@@ -126,6 +123,7 @@ void WEFTMain::ShowGrid(bool on)
     settings_.showGrid = on;
     settings_.Save();
     display_.showGrid = on;
+    form_.Action(ActionId::DisplayPixelGrid)->setChecked(on);
     scene_->RedrawCanvas();
 }
 
@@ -134,6 +132,7 @@ void WEFTMain::SnapToGrid(bool on)
     settings_.snapToGrid = on;
     settings_.Save();
     display_.snapToGrid = on;
+    form_.Action(ActionId::SnapToGrid)->setChecked(on);
 }
 
 void WEFTMain::ActionDisplayPixelGrid()

@@ -35,15 +35,13 @@ ZoomControls::ZoomControls(EditorDisplayState& display, SettingsBlock& settings,
 void ZoomControls::ActionZoomIn()
 {
     display_.ZoomIn();
-    UpdateZoomWidgets();
-    emit zoomChanged();
+    TellZoom();
 }
 
 void ZoomControls::ActionZoomOut()
 {
     display_.ZoomOut();
-    UpdateZoomWidgets();
-    emit zoomChanged();
+    TellZoom();
 }
 
 void ZoomControls::ActionOnZoomCombo(const QString& text)
@@ -52,6 +50,11 @@ void ZoomControls::ActionOnZoomCombo(const QString& text)
     if (!zoom)
         return;
     display_.SetZoom(*zoom);
+    TellZoom();
+}
+
+void ZoomControls::TellZoom()
+{
     UpdateZoomWidgets();
     emit zoomChanged();
 }

@@ -32,6 +32,8 @@ signals:
     void zoomChanged();
 
 private:
+    void TellZoom();
+
     EditorDisplayState& display_;
     SettingsBlock& settings_;
     QComboBox* combo_;
