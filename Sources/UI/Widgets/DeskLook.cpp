@@ -71,6 +71,11 @@ QLineEdit:focus, QAbstractSpinBox:focus, QComboBox:focus { border-color: #66bfef
 QLineEdit:disabled, QAbstractSpinBox:disabled, QComboBox:disabled { background: #55575b;
     color: #d0d2d5; border-color: #55575b; }
 QComboBox QLineEdit, QAbstractSpinBox QLineEdit { border: none; padding: 0; }
+IPCtrl { background: #1c1e22; border: 2px solid #1c1e22; border-radius: 3px; }
+IPCtrl QLabel { background: #1c1e22; color: #eceef0; }
+IPCtrl QLineEdit { border: none; border-radius: 0; padding: 0; }
+IPCtrl QLineEdit:focus { background: #17435c; }
+IPCtrl QLineEdit:read-only { background: #55575b; color: #d0d2d5; }
 QGroupBox { border: 1px solid #5a5c60; border-radius: 4px; margin-top: 1.2em; padding-top: 4px; }
 QGroupBox::title { subcontrol-origin: margin; left: 8px; padding: 0 3px; }
 QCheckBox, QRadioButton { border: 1px solid transparent; border-radius: 3px; padding: 1px 2px; }
