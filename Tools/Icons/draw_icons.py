@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
 """Draws the icons of PixelWeft: writes Resources/Icons/*.svg from the shapes below and renders them to
-the resource names, once and twice the size (needs rsvg-convert of librsvg2-bin).
+the resource names, once and twice the size (needs rsvg-convert of librsvg2-bin and the DejaVu fonts).
 
 One family: a field of 24 x 24 with a margin of 3, lines of 1.75 with round ends in a light ink, and the
 accent for what the action does. They stand on the dark buttons and menus of the desk."""
@@ -13,6 +13,8 @@ SOURCES = ROOT / "Resources/Icons"
 BITMAPS = ROOT / "Resources/Bin/bitmaps"
 INK, ACCENT = "#eceef0", "#66bfef"
 SIZE = 24
+LARGE = {"merge_button": 32}
+GRAPH = (420, 92)
 
 
 def ink(path, **more):
@@ -88,6 +90,8 @@ ICONS = {
     "imagenext": NEXT,
     "imageprev": mirrored(NEXT),
     "merge": [ink("M4 5.5h3l5 6.5h8 M4 18.5h3l5-6.5"), accent("M17 9l3 3-3 3")],
+    "merge_button": [ink("M3 5.5h4.5l4.5 6.5 M3 18.5h4.5l4.5-6.5"), accent("M12 12h9 M17.5 8.5l3.5 3.5-3.5 3.5"),
+                     accent("M12 10a2 2 0 1 0 0 4a2 2 0 1 0 0-4z", fill=True)],
     "gear": [ink("M12 5.5a6.5 6.5 0 1 0 0 13a6.5 6.5 0 1 0 0-13z M12 2.8v2.7 M12 18.5v2.7 M2.8 12h2.7 "
                  "M18.5 12h2.7 M5.5 5.5l1.9 1.9 M16.6 16.6l1.9 1.9 M5.5 18.5l1.9-1.9 M16.6 7.4l1.9-1.9"),
              accent("M12 9.5a2.5 2.5 0 1 0 0 5a2.5 2.5 0 1 0 0-5z")],
@@ -108,14 +112,45 @@ def cloth():
     return parts
 
 
-def svg(parts):
-    return ('<svg xmlns="http://www.w3.org/2000/svg" width="24" height="24" viewBox="0 0 24 24">\n'
+def universe(x, y, name, colours):
+    """One universe as a tile, with a line in the colour of each source that is in it."""
+    parts = [f'<rect x="{x}" y="{y}" width="36" height="24" rx="3" fill="#2e3136"/>', text(x + 18, y + 14, name)]
+    width = 28 / len(colours)
+    for i, colour in enumerate(colours):
+        parts.append(f'<rect x="{x + 4 + i * width}" y="{y + 18}" width="{width}" height="3" fill="{colour}"/>')
+    return parts
+
+
+def text(x, y, words, anchor="middle", colour=INK):
+    return (f'<text x="{x}" y="{y}" font-family="DejaVu Sans" font-size="11" text-anchor="{anchor}" '
+            f'fill="{colour}">{words}</text>')
+
+
+def merger_graph():
+    """Two sources on the same run of universes, joined onto another run."""
+    parts = [f'<rect width="{GRAPH[0]}" height="{GRAPH[1]}" rx="4" fill="#141518"/>']
+    parts += [text(139, 17, "Merge From"), text(343, 30, "Merge To")]
+    for y, words, colour in [(24, "DMX Input", INK), (58, "Pixel Weft", ACCENT)]:
+        parts.append(text(12, y + 16, words, "start", colour))
+        for i in range(3):
+            parts += universe(81 + 40 * i, y, f"0/{i}", [colour])
+    for i in range(3):
+        parts += universe(285 + 40 * i, 37, f"1/{i}", [INK, ACCENT])
+    return parts + [ink("M204 36h12l18 13"), accent("M204 70h12l18-21"), ink("M234 49h41 M269 43l6 6-6 6")]
+
+
+def svg(parts, width=24, height=24):
+    return (f'<svg xmlns="http://www.w3.org/2000/svg" width="{width}" height="{height}" '
+            f'viewBox="0 0 {width} {height}">\n'
             '<g fill="none" stroke-width="1.75" stroke-linecap="round" stroke-linejoin="round">\n'
             + "\n".join(parts) + "\n</g>\n</svg>\n")
 
 
-def render(source, target, size):
-    subprocess.run(["rsvg-convert", "-w", str(size), "-h", str(size), "-o", target, source], check=True)
+def render(source, target, width, height):
+    """Once and twice the size."""
+    for scale, suffix in [(1, ""), (2, "@2x")]:
+        subprocess.run(["rsvg-convert", "-w", str(scale * width), "-h", str(scale * height),
+                        "-o", f"{target}{suffix}.png", source], check=True)
 
 
 def main():
@@ -124,12 +159,14 @@ def main():
     for name, parts in ICONS.items():
         source = SOURCES / f"icon_{name}.svg"
         source.write_text(svg(parts))
-        render(source, BITMAPS / f"icon_{name}.png", SIZE)
-        render(source, BITMAPS / f"icon_{name}@2x.png", 2 * SIZE)
+        size = LARGE.get(name, SIZE)
+        render(source, BITMAPS / f"icon_{name}", size, size)
+    source = SOURCES / "merger_graph.svg"
+    source.write_text(svg(merger_graph(), *GRAPH))
+    render(source, BITMAPS / "merger_graph", *GRAPH)
     source = SOURCES / "PixelWeft.svg"
     source.write_text(svg(cloth()))
-    render(source, ROOT / "Resources/PixelWeft.png", 128)
-    render(source, ROOT / "Resources/PixelWeft@2x.png", 256)
+    render(source, ROOT / "Resources/PixelWeft", 128, 128)
 
 
 main()

@@ -61,7 +61,9 @@ QPushButton { background: #2e3136; color: #eceef0; border: 2px solid #2e3136; bo
 QPushButton:hover { background: #3d4147; border-color: #3d4147; }
 QPushButton:pressed { background: #17435c; }
 QPushButton:default { background: #17435c; border-color: #17435c; }
+QPushButton:checked { background: #17435c; border-color: #66bfef; }
 QPushButton:focus { border-color: #66bfef; }
+QPushButton:checked:focus { border-color: #eceef0; }
 QPushButton:disabled { background: #55575b; color: #d0d2d5; border-color: #55575b; }
 
 QLineEdit, QAbstractSpinBox, QComboBox { background: #1c1e22; color: #eceef0;
@@ -76,6 +78,7 @@ IPCtrl QLabel { background: #1c1e22; color: #eceef0; }
 IPCtrl QLineEdit { border: none; border-radius: 0; padding: 0; }
 IPCtrl QLineEdit:focus { background: #17435c; }
 IPCtrl QLineEdit:read-only { background: #55575b; color: #d0d2d5; }
+#universeOverlapWarning { background: #0c0d0f; border-radius: 3px; padding: 3px 6px; }
 QGroupBox { border: 1px solid #5a5c60; border-radius: 4px; margin-top: 1.2em; padding-top: 4px; }
 QGroupBox::title { subcontrol-origin: margin; left: 8px; padding: 0 3px; }
 QCheckBox, QRadioButton { border: 1px solid transparent; border-radius: 3px; padding: 1px 2px; }

@@ -109,7 +109,7 @@ TEST_F(Look, EveryIconIsThereOnceAndTwiceTheSize)
             "aligncenter alignright aligntop aligncmiddle alignbottom aligndistrhorz "
             "aligndistrvert "
             "rotateright90 rotateleft90 delete filenew snap_grid selectionmode selectionmode_none "
-            "selectionmode_flash undo redo imageprev imagenext merge gear")
+            "selectionmode_flash undo redo imageprev imagenext merge merge_button gear")
             .split(QLatin1Char(' '));
     std::set<QByteArray> pictures;
     for (const QString& name : names) {
