@@ -13,7 +13,7 @@ SOURCES = ROOT / "Resources/Icons"
 BITMAPS = ROOT / "Resources/Bin/bitmaps"
 INK, ACCENT = "#eceef0", "#66bfef"
 SIZE = 24
-LARGE = {"merge_button": 32}
+OTHER_SIZES = {"merge_button": 32, "arrow_up": 10, "arrow_down": 10}
 GRAPH = (420, 92)
 
 
@@ -56,6 +56,7 @@ LEFT = align("M4 3.5v17", [(7.5, 6, 12, 4), (7.5, 14, 7.5, 4)])
 CENTRE = align("M12 3v3 M12 10v4 M12 18v3", [(5, 6, 14, 4), (8, 14, 8, 4)])
 SPREAD = [accent("M4 3.5v17 M20 3.5v17"), ink(box(9.5, 6, 5, 12))]
 TURN = [ink(box(4, 11, 9, 9)), accent("M8 6.5h5a6 6 0 0 1 6 6v2 M16 12l3 3 3-3")]
+UP = [ink("M3 17h18L12 6z", fill=True)]
 BACK = [ink("M8 4.5L4 8.5l4 4 M4.5 8.5h9.5a5.5 5.5 0 0 1 0 11H9")]
 NEXT = [ink(box(3.5, 5, 17, 14)), accent("M10 8.5l4 3.5-4 3.5")]
 
@@ -89,6 +90,8 @@ ICONS = {
     "redo": mirrored(BACK),
     "imagenext": NEXT,
     "imageprev": mirrored(NEXT),
+    "arrow_up": UP,
+    "arrow_down": turned(UP, 180),
     "merge": [ink("M4 5.5h3l5 6.5h8 M4 18.5h3l5-6.5"), accent("M17 9l3 3-3 3")],
     "merge_button": [ink("M3 5.5h4.5l4.5 6.5 M3 18.5h4.5l4.5-6.5"), accent("M12 12h9 M17.5 8.5l3.5 3.5-3.5 3.5"),
                      accent("M12 10a2 2 0 1 0 0 4a2 2 0 1 0 0-4z", fill=True)],
@@ -159,7 +162,7 @@ def main():
     for name, parts in ICONS.items():
         source = SOURCES / f"icon_{name}.svg"
         source.write_text(svg(parts))
-        size = LARGE.get(name, SIZE)
+        size = OTHER_SIZES.get(name, SIZE)
         render(source, BITMAPS / f"icon_{name}", size, size)
     source = SOURCES / "merger_graph.svg"
     source.write_text(svg(merger_graph(), *GRAPH))

@@ -73,11 +73,21 @@ QLineEdit:focus, QAbstractSpinBox:focus, QComboBox:focus { border-color: #66bfef
 QLineEdit:disabled, QAbstractSpinBox:disabled, QComboBox:disabled { background: #55575b;
     color: #d0d2d5; border-color: #55575b; }
 QComboBox QLineEdit, QAbstractSpinBox QLineEdit { border: none; padding: 0; }
+QAbstractSpinBox { padding-right: 18px; }
+QAbstractSpinBox::up-button, QAbstractSpinBox::down-button { background: #2e3136; border: none;
+    width: 16px; }
+QAbstractSpinBox::up-button:hover, QAbstractSpinBox::down-button:hover { background: #3d4147; }
+QAbstractSpinBox::up-button:pressed, QAbstractSpinBox::down-button:pressed { background: #17435c; }
+QAbstractSpinBox::up-button { margin-bottom: 1px; }
+QAbstractSpinBox::up-arrow { image: url(:/bitmaps/Bin/bitmaps/icon_arrow_up.png); }
+QAbstractSpinBox::down-arrow { image: url(:/bitmaps/Bin/bitmaps/icon_arrow_down.png); }
+QAbstractSpinBox::up-arrow, QAbstractSpinBox::down-arrow { width: 8px; height: 8px; }
 IPCtrl { background: #1c1e22; border: 2px solid #1c1e22; border-radius: 3px; }
 IPCtrl QLabel { background: #1c1e22; color: #eceef0; }
 IPCtrl QLineEdit { border: none; border-radius: 0; padding: 0; }
 IPCtrl QLineEdit:focus { background: #17435c; }
 IPCtrl QLineEdit:read-only { background: #55575b; color: #d0d2d5; }
+#ToggleMergingUniversesButton { min-height: 32px; }
 #universeOverlapWarning { background: #0c0d0f; border-radius: 3px; padding: 3px 6px; }
 QGroupBox { border: 1px solid #5a5c60; border-radius: 4px; margin-top: 1.2em; padding-top: 4px; }
 QGroupBox::title { subcontrol-origin: margin; left: 8px; padding: 0 3px; }

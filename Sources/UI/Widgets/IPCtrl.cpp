@@ -158,8 +158,10 @@ void IPCtrl::HandleKey(QLineEdit& field, const QKeyEvent& key)
         }
         break;
     case Qt::Key_Backspace:
-        if (isEmpty || cursor == 0)
+        if (isEmpty || cursor == 0) {
             MoveToPrevious(field);
+            field.home(false); // the key has nothing to delete there, not even an X that came now
+        }
         return;
     case Qt::Key_Left:
         if (cursor < 2)

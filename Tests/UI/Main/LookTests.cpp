@@ -5,12 +5,15 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
 #include <QToolBar>
 #include <QTreeView>
 
+#include "UI/Dialogs/LEDDialogDMXUniverseMerging.h"
+#include "UI/Dialogs/LedDialogAddIPrange.h"
 #include "UI/Main/Desk.h"
 #include "UI/Main/WEFTMain.h"
 
@@ -65,6 +68,31 @@ double ContrastOf(QWidget& widget)
     return best;
 }
 
+void ExpectLabelsLegible(const QDialog& dialog)
+{
+    for (auto* child : dialog.findChildren<QLabel*>()) {
+        if (child->isVisible() && !child->text().isEmpty()) {
+            EXPECT_GE(ContrastOf(*child), 4.5) << child->text().toStdString();
+        }
+    }
+}
+
+void ExpectNothingClipped(const QDialog& dialog)
+{
+    for (const auto* widget : dialog.findChildren<QWidget*>()) {
+        if (!widget->isVisible() ||
+            !(qobject_cast<const QLabel*>(widget) || qobject_cast<const QAbstractButton*>(widget)))
+            continue;
+        const QSize needed = widget->minimumSizeHint();
+        const std::string name = widget->objectName().toStdString();
+        EXPECT_GE(widget->width(), needed.width()) << name;
+        EXPECT_GE(widget->height(), widget->hasHeightForWidth()
+                                        ? widget->heightForWidth(widget->width())
+                                        : needed.height())
+            << name;
+    }
+}
+
 } // namespace
 
 TEST_F(Look, TheGreysAreTheToldOnes)
@@ -86,14 +114,14 @@ TEST_F(Look, TextIsLegible)
                              "buttonCustomFixture", "dockWidgetArtNetNodes"})
         EXPECT_GE(ContrastOf(*Find<QWidget>(name)), 4.5) << name;
     person.Will([](QDialog& dialog) {
-        for (auto* child : dialog.findChildren<QLabel*>()) {
-            if (!child->text().isEmpty()) {
-                EXPECT_GE(ContrastOf(*child), 4.5) << child->text().toStdString();
-            }
-        }
+        ExpectLabelsLegible(dialog);
         dialog.reject();
     });
     Trigger("actionAbout");
+    LEDDialogDMXUniverseMerging merging({}, QStringLiteral("2.X.X.X"), L"ALL", false, window.get());
+    merging.show();
+    EXPECT_TRUE(merging.findChild<QLabel*>(QStringLiteral("universeOverlapWarning"))->isVisible());
+    ExpectLabelsLegible(merging);
     // The colours of an address that has none, or shares its universe, stand on the list's ground.
     const QColor ground = GroundOf(Find<QTreeView>("mappedTreeView")->viewport()->grab().toImage());
     EXPECT_GE(Contrast(QColor(255, 0, 0), ground), 4.5);
@@ -109,7 +137,8 @@ TEST_F(Look, EveryIconIsThereOnceAndTwiceTheSize)
             "aligncenter alignright aligntop aligncmiddle alignbottom aligndistrhorz "
             "aligndistrvert "
             "rotateright90 rotateleft90 delete filenew snap_grid selectionmode selectionmode_none "
-            "selectionmode_flash undo redo imageprev imagenext merge merge_button gear")
+            "selectionmode_flash undo redo imageprev imagenext merge merge_button gear arrow_up "
+            "arrow_down")
             .split(QLatin1Char(' '));
     std::set<QByteArray> pictures;
     for (const QString& name : names) {
@@ -151,23 +180,22 @@ TEST_F(Look, NoTextIsClippedInALargeFont)
     const InFont large(14);
     Start();
     for (const char* action : {"actionCanvas_Size", "actionPreferences", "actionAbout"}) {
-        person.Will([action](QDialog& dialog) {
-            for (const auto* widget : dialog.findChildren<QWidget*>()) {
-                if (!widget->isVisible() || !(qobject_cast<const QLabel*>(widget) ||
-                                              qobject_cast<const QAbstractButton*>(widget)))
-                    continue;
-                const QSize needed = widget->minimumSizeHint();
-                EXPECT_GE(widget->width(), needed.width())
-                    << action << widget->objectName().toStdString();
-                EXPECT_GE(widget->height(), widget->hasHeightForWidth()
-                                                ? widget->heightForWidth(widget->width())
-                                                : needed.height())
-                    << action << widget->objectName().toStdString();
-            }
+        person.Will([](QDialog& dialog) {
+            ExpectNothingClipped(dialog);
             dialog.reject();
         });
         Trigger(action);
     }
+    LedDialogAddIPrange range(window.get());
+    LEDDialogDMXUniverseMerging merging({}, QStringLiteral("192.168.123.123"), L"ALL", true,
+                                        window.get());
+    range.SetUpForEdit(QStringLiteral("222.222.222.222"));
+    for (QDialog* dialog : {static_cast<QDialog*>(&range), static_cast<QDialog*>(&merging)}) {
+        dialog->show();
+        ExpectNothingClipped(*dialog);
+    }
+    for (const auto* field : range.findChildren<QLineEdit*>())
+        EXPECT_GE(field->width(), field->fontMetrics().horizontalAdvance(field->text()) + 1);
 }
 
 TEST_F(Look, WhatAPersonUsesHasANameAndAPlaceInTheTabOrder)
