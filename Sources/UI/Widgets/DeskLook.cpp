@@ -22,6 +22,7 @@ QToolBar QToolButton:pressed { background: #17435c; }
 QToolBar QToolButton:focus { border-color: #66bfef; }
 QToolBar QToolButton:disabled { background: #55575b; border-color: #55575b; }
 QToolBar QToolButton[popupMode="2"] { padding-right: 14px; }
+QToolBar #qt_toolbar_ext_button { background: #66bfef; border: none; padding: 0; min-width: 0; }
 QToolBar QToolButton::menu-indicator { subcontrol-position: right center; right: 2px; }
 
 QMenuBar { background: #25272b; color: #eceef0; border: none; }
@@ -69,6 +70,9 @@ QPushButton:disabled { background: #55575b; color: #d0d2d5; border-color: #55575
 QLineEdit, QAbstractSpinBox, QComboBox { background: #1c1e22; color: #eceef0;
     border: 2px solid #1c1e22; border-radius: 3px; padding: 1px 3px;
     selection-background-color: #66bfef; selection-color: #0c0d0f; }
+QComboBox[absent="true"] { color: #ffb347; border-color: #ffb347; }
+QComboBox[absent="true"] QAbstractItemView { color: #e2e4e7; }
+SteadyComboBox QAbstractItemView::item { padding: 3px 4px; }
 QLineEdit:focus, QAbstractSpinBox:focus, QComboBox:focus { border-color: #66bfef; }
 QLineEdit:disabled, QAbstractSpinBox:disabled, QComboBox:disabled { background: #55575b;
     color: #d0d2d5; border-color: #55575b; }
