@@ -149,6 +149,20 @@ bool GetIPRange::IsKnownNetwork(const std::wstring& text)
     return text == L"127.0.0.1" || Find(text) != nullptr;
 }
 
+bool GetIPRange::IsInKnownNetwork(const std::wstring& address) const
+{
+    const std::string dotted = Platform::WideToUtf8(address);
+    return std::ranges::any_of(networks_,
+                               [&](const auto& network) {
+                                   return Platform::IsInNetwork(network.second.broadcastValue,
+                                                                dotted);
+                               }) ||
+           std::ranges::any_of(manualRanges_, [&](const std::wstring& range) {
+               return Platform::IsInNetwork(
+                   Platform::ParseIPv4(RangeToBroadcast(range)).value_or(0), dotted);
+           });
+}
+
 std::wstring GetIPRange::RangeToBroadcast(const std::wstring& text)
 {
     return boost::replace_all_copy(text, L"X", L"255");

@@ -64,6 +64,8 @@ public:
     [[nodiscard]] bool HasManualRange(const std::wstring& text) const;
     /// Whether the text is a range of the user, a network, or 127.0.0.1.
     [[nodiscard]] bool IsKnownNetwork(const std::wstring& text);
+    /// Whether an address lies in a network or a range of these. Doesn't ask the machine again.
+    [[nodiscard]] bool IsInKnownNetwork(const std::wstring& address) const;
 
     /// Every X becomes 255. A text is a range when the result is an IPv4 address other than
     /// 0.0.0.0.

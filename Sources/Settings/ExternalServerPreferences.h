@@ -16,8 +16,11 @@ public:
     /// failed reading didn't get to stays as it was.
     [[nodiscard]] bool Load();
 
+    /// Whether the host's DMX interface is Art-Net.
+    [[nodiscard]] bool IsArtNet() const { return dmxInterface == L"ArtNet"; }
+
     std::wstring mappingPath;     ///< the mapping document, with `/` between its parts
-    std::wstring dmxInterface;    ///< "ArtNet" when the host's DMX interface is Art-Net
+    std::wstring dmxInterface;    ///< the host's own name for its DMX interface
     std::wstring artNetIPAddress; ///< dotted, as the host has it
     std::int32_t mode;
 

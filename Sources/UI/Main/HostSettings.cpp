@@ -20,7 +20,7 @@ HostSettings::HostSettings(ExternalServerPreferences& preferences, NetworkChoice
 
 HostSettings::Told HostSettings::InPreferences() const
 {
-    return {preferences_.dmxInterface == L"ArtNet", preferences_.artNetIPAddress};
+    return {preferences_.IsArtNet(), preferences_.artNetIPAddress};
 }
 
 bool HostSettings::IsDue(const Told& told)

@@ -7,6 +7,7 @@
 #include "LEDEngine/GetIPRange.h"
 #include "LEDEngine/LEDEngine.h"
 #include "Log/Log.h"
+#include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "Settings/ExternalServerPreferences.h"
@@ -75,11 +76,36 @@ void NetworkChoice::ChooseFirst()
     Choose(known.empty() ? QString() : QString::fromStdWString(known.front().text));
 }
 
+const QString& NetworkChoice::GetNetworkText() const
+{
+    return settings_.networkText;
+}
+
+void NetworkChoice::ClearStaleAddresses(const ArtNetNodeModel& nodes)
+{
+    const MappedDeviceModel& document = *manager_.GetMappedDeviceModel();
+    QModelIndexList stale;
+    for (int row = 0; row < document.rowCount(); ++row) {
+        const MappedLedItem* element = document.GetElement(row);
+        const DMXMappingArtNet* mapping = element ? element->GetArtNetMapping() : nullptr;
+        if (!mapping || mapping->IsAuto())
+            continue;
+        const std::wstring& node = mapping->GetIpconf();
+        if (!nodes.IsManualNode(QString::fromStdWString(node)) && !networks_.IsInKnownNetwork(node))
+            stale.append(document.index(row, 0));
+    }
+    if (stale.isEmpty())
+        return;
+    manager_.EditObjectArtNetMappings(
+        stale, [](DMXMappingArtNet& mapping) { mapping.SetNode(AutoNode, std::wstring()); });
+    emit networkChanged();
+}
+
 std::wstring NetworkChoice::determineArtNetReceiveInterfaceIPs() const
 {
     const UniverseMerging& merging = manager_.GetMappedDeviceModel()->GetMerging();
     const bool fromHost = merging.GetMergerDMXSource() == MergerDMXSource::ReelCommand;
-    if (!fromHost || !preferences_ || preferences_->dmxInterface != L"ArtNet")
+    if (!fromHost || !preferences_ || !preferences_->IsArtNet())
         return networkIP;
     return preferences_->artNetIPAddress == L"ALL" ? std::wstring() : preferences_->artNetIPAddress;
 }

@@ -38,9 +38,16 @@ public:
     /// The first network there is, for a document that is made anew.
     void ChooseFirst();
 
+    /// Elements for a node that is nowhere any more, in no known network and not entered by hand,
+    /// are for nobody in particular again.
+    void ClearStaleAddresses(const ArtNetNodeModel& nodes);
+
     /// Where merged DMX comes in. Null preferences: at the chosen network.
     void SetHostPreferences(const ExternalServerPreferences* preferences);
 
+    /// The wanted network, as a text of the list of networks; empty for none.
+    [[nodiscard]] const QString& GetNetworkText() const;
+    /// Our address in it and its broadcast address; empty while no adapter has it.
     [[nodiscard]] const std::wstring& GetNetworkIP() const { return networkIP; }
     [[nodiscard]] const std::wstring& GetNetworkBroadcast() const { return networkBroadcast; }
 
@@ -51,6 +58,7 @@ public slots:
     void CheckNetworkUpdates();
 
 signals:
+    /// The known networks, the choice, or what is sent in it is another.
     void networkChanged();
 
 private:
