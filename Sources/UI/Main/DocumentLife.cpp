@@ -174,6 +174,8 @@ void DocumentLife::ActionNew()
         return;
     parts_.manager.SetDocumentDirty(true);
     Reset();
+    // It merges no more.
+    parts_.network.updateArtNetOutput();
 }
 
 QString DocumentLife::StartDirectory() const

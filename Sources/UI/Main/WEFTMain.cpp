@@ -11,13 +11,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHeaderView>
-#include <QLabel>
 #include <QLocale>
 #include <QMenu>
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
-#include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
 #include <QTreeView>
@@ -49,6 +47,7 @@
 #include "UI/Main/DocumentLife.h"
 #include "UI/Main/HostSettings.h"
 #include "UI/Main/NetworkChoice.h"
+#include "UI/Main/NetworkPanel.h"
 #include "UI/Main/SelectionModeButton.h"
 #include "UI/Main/Startup.h"
 #include "UI/Main/UnsavedWork.h"
@@ -59,9 +58,6 @@ namespace {
 
 constexpr int NodesMilliseconds = 1000;
 constexpr int NetworkMilliseconds = 3000;
-/// After a tick the frame is still on its way through the I/O thread, which may wait for the very
-/// processor that we run on: the system may leave it to us for 4 ms.
-constexpr int PauseAfterTickMilliseconds = 5;
 constexpr int NewCanvasSize = 100;
 constexpr int UndoLimit = 10;
 constexpr QPoint DefaultPosition(200, 200);
@@ -153,6 +149,9 @@ void WEFTMain::BuildParts()
     network_ = std::make_unique<NetworkChoice>(
         GetIPRange::Instance(), settings_, *deviceManager_, *engine_,
         [this](const QString& text) { networkNotices_.Tell(text); });
+    preferences_ = std::make_unique<ExternalServerPreferences>();
+    network_->SetHostPreferences(preferences_.get());
+    hostSettings_ = std::make_unique<HostSettings>(*preferences_, *network_);
 }
 
 void WEFTMain::LoadTestPicture()
@@ -220,12 +219,6 @@ void WEFTMain::BuildLists()
         connect(list->header(), &QHeaderView::sectionCountChanged, this,
                 &WEFTMain::SetUpListColumns, Qt::QueuedConnection);
     SetUpListColumns();
-    networkLabel_ = new QLabel(this);
-    networkLabel_->setObjectName(QStringLiteral("networkLabel"));
-    outputLabel_ = new QLabel(this);
-    outputLabel_->setObjectName(QStringLiteral("outputLabel"));
-    form_.statusbar->addWidget(networkLabel_, 1);
-    form_.statusbar->addPermanentWidget(outputLabel_);
 }
 
 void WEFTMain::BuildEditor()
@@ -271,6 +264,12 @@ void WEFTMain::BuildToolBar()
                                                   form_.Action(ActionId::SelectionModeSolid),
                                                   form_.Action(ActionId::SelectionModeFlash)});
     form_.toolBar->insertWidget(form_.Action(ActionId::DisplayPixelGrid), selectionModeButton_);
+    networkPanel_ = new NetworkPanel({GetIPRange::Instance(), *network_, *deviceManager_,
+                                      *nodeModel_, *engine_, *preferences_, *form_.toolBar, this});
+    connect(document_.get(), &DocumentLife::cleared, networkPanel_, &NetworkPanel::ShowMerging);
+    connect(document_.get(), &DocumentLife::loaded, networkPanel_, &NetworkPanel::ShowMerging);
+    connect(hostSettings_.get(), &HostSettings::artNetDMXInputSettingsChanged, networkPanel_,
+            &NetworkPanel::artNetDMXInputSettingsChanged);
 }
 
 void WEFTMain::BuildTimers()
@@ -285,7 +284,7 @@ void WEFTMain::BuildTimers()
     networkTimer->setTimerType(Qt::CoarseTimer);
     networkTimer->setInterval(NetworkMilliseconds);
     connect(engineTimer, &QTimer::timeout, this, &WEFTMain::UpdateEngine);
-    connect(nodesTimer, &QTimer::timeout, this, [this] { nodesDue_ = true; });
+    connect(nodesTimer, &QTimer::timeout, this, &WEFTMain::ProcessNodesList);
     connect(networkTimer, &QTimer::timeout, network_.get(), &NetworkChoice::CheckNetworkUpdates);
 }
 
@@ -317,6 +316,7 @@ void WEFTMain::Wire()
     form_.toolBar->insertWidget(form_.Action(ActionId::ZoomIn), zoom_->Combo());
     WireCanvas();
     WireDocument();
+    WireHost();
 }
 
 void WEFTMain::WireCanvas()
@@ -354,6 +354,14 @@ void WEFTMain::WireDocument()
             &WeftMapEditorView::CanvasChanged);
     connect(deviceManager_.get(), &DeviceManager::changeCanvasSize, document_.get(),
             &DocumentLife::UpdateCanvasSize);
+}
+
+void WEFTMain::WireHost()
+{
+    connect(&engine_->GetTrigger(), &ArtNetTrigger::artNetDMXInputSettingsReceived,
+            hostSettings_.get(), &HostSettings::artNetDMXInputSettingsReceived);
+    connect(hostSettings_.get(), &HostSettings::usedUniversesReceived, scene_.get(),
+            &WeftMapEditorScene::usedUniversesChanged);
 }
 
 // ---- Start and end -----------------------------------------------------------------------------
@@ -398,11 +406,6 @@ QString WEFTMain::GetHostName() const
 
 void WEFTMain::FindDocument()
 {
-    preferences_ = std::make_unique<ExternalServerPreferences>();
-    network_->SetHostPreferences(preferences_.get());
-    hostSettings_ = std::make_unique<HostSettings>(*preferences_, *network_);
-    connect(&engine_->GetTrigger(), &ArtNetTrigger::artNetDMXInputSettingsReceived,
-            hostSettings_.get(), &HostSettings::artNetDMXInputSettingsReceived);
     document_->SetMappingFilePath(preferences_->Load()
                                       ? QString::fromStdWString(preferences_->mappingPath)
                                       : Startup::AskForDocumentPath(boxes_));
@@ -482,18 +485,6 @@ void WEFTMain::ActionQuit()
 void WEFTMain::UpdateEngine()
 {
     engineTimer->setInterval(frameLoop_->Tick());
-    QTimer::singleShot(PauseAfterTickMilliseconds, this, &WEFTMain::WorkBetweenTicks);
-}
-
-// What a thousand nodes take, some 8 ms at a time, must not stand in the way of a tick.
-void WEFTMain::WorkBetweenTicks()
-{
-    if (std::exchange(nodesDue_, false))
-        ProcessNodesList();
-    else if (std::exchange(nodeRowsDue_, false))
-        RebuildNodeRows();
-    else
-        nodeModel_->WriteWaitingRows();
 }
 
 void WEFTMain::RebuildNodeRows()
@@ -504,15 +495,8 @@ void WEFTMain::RebuildNodeRows()
 
 void WEFTMain::ProcessNodesList()
 {
-    nodeRowsDue_ = engine_->UpdateNodeList(*nodeModel_) || nodeRowsDue_;
-    const QString chosen = settings_.networkText.isEmpty() ? tr("Disabled") : settings_.networkText;
-    const QString address = QString::fromStdWString(network_->GetNetworkIP());
-    networkLabel_->setText(address.isEmpty() ? tr("Network %1, not connected").arg(chosen)
-                                             : tr("Network %1 at %2").arg(chosen, address));
-    outputLabel_->setText(
-        tr("%n fixture(s)", nullptr, deviceManager_->GetMappedDeviceModel()->rowCount()) +
-        QStringLiteral(", ") +
-        tr("%n node(s)", nullptr, static_cast<int>(engine_->GetOutput().GetNodes().size())));
+    if (engine_->UpdateNodeList(*nodeModel_))
+        RebuildNodeRows();
 }
 
 void WEFTMain::updateLEDEngine()

@@ -23,8 +23,8 @@ class LEDEngine;
 class LEDTestPatternControl;
 class LibraryPanel;
 class NetworkChoice;
+class NetworkPanel;
 class OperatorBoxes;
-class QLabel;
 class QTimer;
 class QUndoStack;
 class QUndoView;
@@ -130,6 +130,7 @@ private:
     void Wire();
     void WireDocument();
     void WireCanvas();
+    void WireHost();
     void SetUpListColumns();
     void LoadWindowSettings();
     void SaveWindowSettings();
@@ -137,7 +138,6 @@ private:
     void OfferUnsavedWork();
     void ApplyPreferences();
     void ReadSelection();
-    void WorkBetweenTicks();
     void ShowGrid(bool on);
     void SnapToGrid(bool on);
 
@@ -168,11 +168,8 @@ private:
     QAction* redoAction_ = nullptr;
     ZoomControls* zoom_ = nullptr;
     SelectionModeButton* selectionModeButton_ = nullptr;
-    QLabel* networkLabel_ = nullptr;
-    QLabel* outputLabel_ = nullptr;
+    NetworkPanel* networkPanel_ = nullptr;
     bool engineFailed_ = false;
-    bool nodesDue_ = false;    ///< the node list waits for the pause after a tick
-    bool nodeRowsDue_ = false; ///< its rows do
     QTimer* engineTimer = nullptr;
     QTimer* nodesTimer = nullptr;
     QTimer* networkTimer = nullptr;

@@ -3,7 +3,6 @@
 #include <QDialog>
 #include <QDir>
 #include <QFile>
-#include <QLabel>
 #include <QSpinBox>
 #include <QTest>
 
@@ -77,7 +76,7 @@ TEST_F(Document, TheNetworkOfADocumentIsTakenWithItsNotice)
                                                   "to the mapping file IP 2.X.X.X"));
     EXPECT_FALSE(person.seen[0].hasParent);
     EXPECT_EQ(person.seen[0].buttons, QStringList(QStringLiteral("OK")));
-    EXPECT_TRUE(Find<QLabel>("networkLabel")->text().contains(QStringLiteral("2.0.0.1")));
+    EXPECT_TRUE(Find<QWidget>("networkCombo")->toolTip().contains(QStringLiteral("2.0.0.1")));
 
     person.seen.clear();
     WriteDocument(Path(QStringLiteral("dark.wfm")), 100, 100, QString());

@@ -110,7 +110,7 @@ TEST_F(Look, TextIsLegible)
 {
     WriteDocument(DocumentPath(), 100, 100, QString());
     Start();
-    for (const char* name : {"treeView", "mappedTreeView", "menubar", "statusbar", "zoomCombo",
+    for (const char* name : {"treeView", "mappedTreeView", "menubar", "networkCombo", "zoomCombo",
                              "buttonCustomFixture", "dockWidgetArtNetNodes"})
         EXPECT_GE(ContrastOf(*Find<QWidget>(name)), 4.5) << name;
     person.Will([](QDialog& dialog) {

@@ -1,0 +1,300 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Main/NetworkPanel.h"
+
+#include <algorithm>
+
+#include <QAction>
+#include <QLabel>
+#include <QSignalBlocker>
+#include <QStyle>
+#include <QToolBar>
+
+#include "LEDEngine/GetIPRange.h"
+#include "LEDEngine/LEDEngine.h"
+#include "Model/DeviceManager.h"
+#include "Model/MappedDeviceModel.h"
+#include "Settings/ApplicationMode.h"
+#include "Settings/ExternalServerPreferences.h"
+#include "UI/Dialogs/LEDDialogDMXUniverseMerging.h"
+#include "UI/Dialogs/LedDialogAddIPrange.h"
+#include "UI/Main/ActionTable.h"
+#include "UI/Main/NetworkChoice.h"
+#include "UI/Widgets/LedIndicator.h"
+#include "UI/Widgets/SteadyComboBox.h"
+
+namespace {
+
+const QString NewRange = QStringLiteral("new");
+const QString EditRange = QStringLiteral("edit");
+
+SteadyComboBox* AddCombo(QToolBar& toolBar, const QString& objectName, const QString& name)
+{
+    auto* combo = new SteadyComboBox(&toolBar);
+    combo->setObjectName(objectName);
+    combo->setAccessibleName(name);
+    combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    toolBar.addWidget(combo);
+    return combo;
+}
+
+LedIndicator* AddLamp(QToolBar& toolBar, const QString& objectName, const QString& toolTip)
+{
+    auto* lamp = new LedIndicator(&toolBar);
+    lamp->setObjectName(objectName);
+    lamp->setAccessibleName(toolTip.trimmed());
+    lamp->setToolTip(toolTip);
+    toolBar.addWidget(lamp);
+    return lamp;
+}
+
+} // namespace
+
+NetworkPanel::NetworkPanel(const Parts& parts)
+    : QObject(parts.window)
+    , parts_(parts)
+{
+    AddNetworks();
+    parts_.toolBar.addSeparator();
+    AddLamps();
+    parts_.toolBar.addSeparator();
+    AddSender();
+    parts_.toolBar.addSeparator();
+    AddMerger();
+    parts_.toolBar.addSeparator();
+}
+
+// ---- Building ----------------------------------------------------------------------------------
+
+void NetworkPanel::AddLabel(const QString& text)
+{
+    parts_.toolBar.addWidget(new QLabel(text));
+}
+
+void NetworkPanel::AddNetworks()
+{
+    AddLabel(tr("Network: "));
+    networkCombo_ = AddCombo(parts_.toolBar, QStringLiteral("networkCombo"), tr("Network"));
+    connect(networkCombo_, qOverload<int>(&QComboBox::activated), this,
+            &NetworkPanel::comboNetworkChanged);
+    connect(networkCombo_, &SteadyComboBox::closed, this, &NetworkPanel::RefillNetworks);
+    connect(&parts_.choice, &NetworkChoice::networkChanged, this, &NetworkPanel::RefillNetworks);
+    RefillNetworks();
+}
+
+void NetworkPanel::AddLamps()
+{
+    const ArtNetOutput& output = parts_.engine.GetOutput();
+    AddLabel(tr("Art-Net In: "));
+    connect(&output, &ArtNetOutput::dataInOn,
+            AddLamp(parts_.toolBar, QStringLiteral("inTrafficLamp"), tr(" In Traffic")),
+            &LedIndicator::toggleOn);
+    AddLabel(tr(" Art-Net Out: "));
+    connect(&output, &ArtNetOutput::dataOutOn,
+            AddLamp(parts_.toolBar, QStringLiteral("outTrafficLamp"), tr("Out Traffic")),
+            &LedIndicator::toggleOn);
+}
+
+void NetworkPanel::AddSender()
+{
+    AddLabel(tr(" Sender: "));
+    senderCombo_ = AddCombo(parts_.toolBar, QStringLiteral("senderCombo"), tr("Sender"));
+    const QString ourselves = QStringLiteral("Pixel Weft");
+    const QString host = ApplicationMode::Instance().HostName();
+    senderCombo_->addItem(ourselves, ourselves);
+    senderCombo_->addItem(host, host);
+    senderCombo_->setEnabled(!host.isEmpty());
+    connect(senderCombo_, qOverload<int>(&QComboBox::activated), this,
+            &NetworkPanel::dmxSenderChanged);
+}
+
+QAction* NetworkPanel::AddMergerAction(const char* name, const char* icon, const QString& text,
+                                       const QString& toolTip)
+{
+    QAction* action = parts_.toolBar.addAction(ActionIcon(icon), text);
+    action->setObjectName(QLatin1String(name));
+    action->setToolTip(toolTip);
+    // No menu has it: the keyboard reaches it here.
+    parts_.toolBar.widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
+    return action;
+}
+
+void NetworkPanel::AddMerger()
+{
+    mergerToggle_ = AddMergerAction("actionMergerToggle", "icon_merge.png", tr("Merger"),
+                                    tr("Toggle merger on/off"));
+    mergerToggle_->setCheckable(true);
+    connect(mergerToggle_, &QAction::toggled, this, &NetworkPanel::ActionToggleMergingUniverses);
+    QAction* settings = AddMergerAction("actionMergerSettings", "icon_gear.png",
+                                        tr("Merger properties"), tr("Merger properties..."));
+    settings->setEnabled(parts_.preferences.mode != ApplicationMode::NoHost);
+    connect(settings, &QAction::triggered, this, &NetworkPanel::ActionMergingUniversesSettings);
+    ShowMerging();
+}
+
+// ---- The network -------------------------------------------------------------------------------
+
+void NetworkPanel::RefillNetworks()
+{
+    // It is filled when it closes.
+    if (networkCombo_->IsOpen())
+        return;
+    const QSignalBlocker silent(networkCombo_);
+    const QString chosen = parts_.choice.GetNetworkText();
+    networkCombo_->clear();
+    networkCombo_->addItem(tr("Disabled"), QStringLiteral(""));
+    bool connected = chosen.isEmpty();
+    for (const NetworkListEntry& entry : parts_.networks.GetNetworks()) {
+        const QString text = QString::fromStdWString(entry.text);
+        networkCombo_->addItem(text, text);
+        const int row = networkCombo_->count() - 1;
+        if (!entry.connected) {
+            networkCombo_->setItemData(row, QColor(Qt::lightGray), Qt::ForegroundRole);
+            networkCombo_->setItemData(row, tr("No adapter has this network now"), Qt::ToolTipRole);
+        }
+        connected = connected || (text == chosen && entry.connected);
+    }
+    networkCombo_->addItem(tr("New..."), NewRange);
+    // "Disabled" names no network: its data is the empty text.
+    networkCombo_->setCurrentIndex(std::max(0, networkCombo_->findData(chosen)));
+    if (parts_.networks.HasManualRange(chosen.toStdWString()))
+        networkCombo_->addItem(tr("Edit..."), EditRange);
+    ShowState(connected);
+}
+
+void NetworkPanel::ShowState(bool connected)
+{
+    const QString chosen = parts_.choice.GetNetworkText();
+    const QString address = QString::fromStdWString(parts_.choice.GetNetworkIP());
+    QString state;
+    if (chosen.isEmpty())
+        state = tr("No network is chosen: nothing is sent");
+    else if (address.isEmpty())
+        state = tr("No adapter has the network %1 now: nothing is sent").arg(chosen);
+    else if (connected)
+        state = tr("Network %1, our address in it is %2").arg(chosen, address);
+    else
+        state = tr("Network %1, our address in it is %2: not connected").arg(chosen, address);
+    networkCombo_->setToolTip(state);
+    networkCombo_->setAccessibleDescription(state);
+    networkCombo_->setProperty("absent", !connected);
+    // A style sheet looks at a property once.
+    networkCombo_->style()->unpolish(networkCombo_);
+    networkCombo_->style()->polish(networkCombo_);
+}
+
+void NetworkPanel::comboNetworkChanged(int)
+{
+    const QSignalBlocker silent(networkCombo_);
+    const QString entry = networkCombo_->currentData().toString();
+    if (entry == NewRange)
+        AddManualIPRange();
+    else if (entry == EditRange)
+        editManualIPRange();
+    else
+        Take(entry);
+    parts_.manager.SetDocumentDirty(true);
+}
+
+void NetworkPanel::Take(const QString& network)
+{
+    if (network != parts_.choice.GetNetworkText())
+        parts_.choice.Choose(network);
+    parts_.choice.ClearStaleAddresses(parts_.nodes);
+    parts_.choice.updateArtNetOutput();
+}
+
+void NetworkPanel::AddManualIPRange()
+{
+    LedDialogAddIPrange dialog(parts_.window);
+    dialog.SetUpForNew();
+    if (dialog.exec() != QDialog::Accepted) {
+        RefillNetworks();
+        return;
+    }
+    parts_.networks.AddManualRange(dialog.GetRange().toStdWString());
+    Take(dialog.GetRange());
+}
+
+void NetworkPanel::editManualIPRange()
+{
+    const QString before = parts_.choice.GetNetworkText();
+    LedDialogAddIPrange dialog(parts_.window);
+    dialog.SetUpForEdit(before);
+    const int result = dialog.exec();
+    const QString after = result == LedDialogAddIPrange::Deleted ? QString() : dialog.GetRange();
+    if (result == QDialog::Rejected || after == before) {
+        RefillNetworks();
+        return;
+    }
+    parts_.networks.RemoveManualRange(before.toStdWString());
+    if (!after.isEmpty())
+        parts_.networks.AddManualRange(after.toStdWString());
+    Take(after);
+}
+
+// ---- The sender --------------------------------------------------------------------------------
+
+void NetworkPanel::dmxSenderChanged(int sender)
+{
+    parts_.engine.GetTrigger().hostSendsDMX = sender;
+}
+
+// ---- The merger --------------------------------------------------------------------------------
+
+void NetworkPanel::ShowMerging()
+{
+    const QSignalBlocker silent(mergerToggle_);
+    mergerToggle_->setChecked(parts_.manager.GetMappedDeviceModel()->GetMerging().IsEnabled());
+}
+
+void NetworkPanel::ActionToggleMergingUniverses(bool checked)
+{
+    MappedDeviceModel& document = *parts_.manager.GetMappedDeviceModel();
+    UniverseMerging merging = document.GetMerging();
+    merging.SetEnabled(checked);
+    document.SetMerging(merging);
+    parts_.manager.SetDocumentDirty(true);
+    parts_.choice.updateArtNetOutput();
+}
+
+void NetworkPanel::CommitMerging(const UniverseMerging& merging)
+{
+    MappedDeviceModel& document = *parts_.manager.GetMappedDeviceModel();
+    // A dialog that changed nothing must not cost a frame.
+    if (merging == document.GetMerging())
+        return;
+    parts_.manager.SetDocumentDirty(true);
+    document.SetMerging(merging);
+    ShowMerging();
+    parts_.choice.updateArtNetOutput();
+}
+
+void NetworkPanel::ActionMergingUniversesSettings()
+{
+    const UniverseMerging original = parts_.manager.GetMappedDeviceModel()->GetMerging();
+    const auto dialog = MakeMergingDialog(original);
+    if (!dialog)
+        return;
+    connect(dialog.get(), &LEDDialogDMXUniverseMerging::apply, this,
+            [&] { CommitMerging(dialog->GetUniverseMerging()); });
+    connect(this, &NetworkPanel::artNetDMXInputSettingsChanged, dialog.get(),
+            &LEDDialogDMXUniverseMerging::ArtNetDMXInputSettingsChanged);
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    CommitMerging(accepted ? dialog->GetUniverseMerging() : original);
+}
+
+std::unique_ptr<LEDDialogDMXUniverseMerging>
+NetworkPanel::MakeMergingDialog(const UniverseMerging& merging) const
+{
+    const ExternalServerPreferences& host = parts_.preferences;
+    switch (host.mode) {
+    case ApplicationMode::BesideReelCommand:
+        return std::make_unique<LEDDialogDMXUniverseMerging>(
+            merging, parts_.choice.GetNetworkText(), host.artNetIPAddress, host.IsArtNet(),
+            parts_.window);
+    case ApplicationMode::BesideLoomTap:
+        return std::make_unique<LEDDialogDMXUniverseMerging>(merging, parts_.window);
+    default:
+        return nullptr;
+    }
+}
