@@ -8,6 +8,8 @@ namespace {
 
 constexpr std::int64_t Second = 1'000'000'000;
 constexpr std::int64_t RegainEvery = Second / 2;
+constexpr std::int64_t Tick = Second / 40;
+constexpr std::size_t MostInATick = 1024;
 
 } // namespace
 
@@ -36,4 +38,15 @@ bool ArtNetErrorLimit::Allow(const std::error_code& error, std::int64_t now)
         return false;
     said_[count_++] = error;
     return true;
+}
+
+bool ArtNetFloodGauge::IsFlood(std::size_t datagrams, std::int64_t now)
+{
+    if (now - since_ >= Tick) {
+        before_ = now - since_ < 2 * Tick ? count_ : 0;
+        count_ = 0;
+        since_ = now;
+    }
+    count_ += datagrams;
+    return std::max(before_, count_) > MostInATick;
 }

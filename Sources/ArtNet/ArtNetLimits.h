@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <system_error>
 
@@ -36,6 +37,21 @@ public:
 private:
     static constexpr std::size_t Most = 3;
     std::array<std::error_code, Most> said_{};
+    std::size_t count_ = 0;
+    std::int64_t since_ = 0;
+};
+
+/// Whether more comes in than any show sends. To wake up for each datagram of a flood would take a
+/// processor that the window and the light need.
+class ArtNetFloodGauge
+{
+public:
+    /// Counts datagrams that just came in. True while there are more than 1024 in a tick of 25 ms,
+    /// which is four times what 256 universes make at 40 frames a second.
+    [[nodiscard]] bool IsFlood(std::size_t datagrams, std::int64_t now);
+
+private:
+    std::size_t before_ = 0; ///< in the tick before
     std::size_t count_ = 0;
     std::int64_t since_ = 0;
 };

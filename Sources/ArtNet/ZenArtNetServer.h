@@ -84,7 +84,8 @@ private:
     void Watch();
 
     void WaitForDatagrams();
-    void Drain();
+    /// How many datagrams it took.
+    std::size_t Drain();
     void HandlePacket(const Platform::ReceivedDatagram& datagram);
     void HandleDmx(std::span<const std::byte> datagram);
     void HandlePoll(std::uint32_t poller, std::uint16_t port);
@@ -140,6 +141,7 @@ private:
     std::vector<std::uint32_t> ownAddresses_;
     ArtNetReplyLimit replyLimit_;
     ArtNetErrorLimit errorLimit_;
+    ArtNetFloodGauge flood_;
     std::uint64_t senderSerial_ = 0; ///< of the socket that sender_ knows the adapter of
     ArtNetSender sender_;
     boost::asio::steady_timer retryTimer_;

@@ -56,10 +56,7 @@ QList<QStandardItem*> ItemsOf(const std::array<QString, ArtNetNodeModel::ColumnC
 
 ArtNetNodeModel::ArtNetNodeModel(QObject* parent)
     : QStandardItemModel(parent)
-{
-    rest_.setSingleShot(true);
-    connect(&rest_, &QTimer::timeout, this, &ArtNetNodeModel::WriteRows);
-}
+{}
 
 ArtNetNodeModel::~ArtNetNodeModel() = default;
 
@@ -166,7 +163,7 @@ bool ArtNetNodeModel::AddManualNode(const ArtNetNodeRecord& record)
         return false;
     allNodes.insert(key, record);
     AddRow(record);
-    WriteRows();
+    WriteWaitingRows();
     offlineNodes.insert(key, record);
     return true;
 }
@@ -256,7 +253,7 @@ void ArtNetNodeModel::Rebuild(const MappedDeviceModel& document, QTreeView* view
         if (Platform::IsInNetwork(broadcast, seen.node.ip))
             AddNodeRow(seen.node);
     }
-    WriteRows();
+    WriteWaitingRows();
 
     for (int column = 0; view && column < ColumnCount; ++column)
         view->setColumnWidth(column, widths[static_cast<std::size_t>(column)]);
@@ -341,7 +338,7 @@ void ArtNetNodeModel::AddNodeRow(const ArtNetNodeRecord& node)
 
 // A row that says what it said stays as it is, and so do its place in the view and its selection.
 // Making a row costs some 20 microseconds, which a flood of strangers would take from the frames.
-void ArtNetNodeModel::WriteRows()
+void ArtNetNodeModel::WriteWaitingRows()
 {
     const int wanted = static_cast<int>(rows_.size());
     const int first = written_;
@@ -353,8 +350,6 @@ void ArtNetNodeModel::WriteRows()
     const int surplus = std::min(rowCount() - wanted, RowsAtOnce);
     if (written_ == wanted && surplus > 0)
         removeRows(rowCount() - surplus, surplus);
-    if (written_ < wanted || rowCount() > wanted)
-        rest_.start();
 }
 
 void ArtNetNodeModel::WriteRow(int row)

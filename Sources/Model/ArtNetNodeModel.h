@@ -11,7 +11,6 @@
 #include <QMap>
 #include <QStandardItemModel>
 #include <QString>
-#include <QTimer>
 
 #include <boost/container/small_vector.hpp>
 
@@ -59,8 +58,7 @@ public:
     };
     /// Nodes that were seen are kept up to so many; then those go that were heard least recently.
     static constexpr std::size_t MaxNodes = 1024;
-    /// So many top-level rows are written at once, less than a tick has room for; the rest follows
-    /// in portions between the events.
+    /// So many top-level rows are written at once, less than a tick has room for; the rest waits.
     static constexpr int RowsAtOnce = 64;
 
     explicit ArtNetNodeModel(QObject* parent = nullptr);
@@ -72,6 +70,8 @@ public:
     /// each when it lies in the network of this broadcast address or is the user's own. The columns
     /// of `view`, which may be null, keep their widths.
     void Rebuild(const MappedDeviceModel& document, QTreeView* view, std::uint32_t broadcast);
+    /// Writes the next portion of the rows that wait, if any do: for who knows when there is time.
+    void WriteWaitingRows();
     void RebuildAllNodes();
 
     /// False when the address is known already, alive or not.
@@ -116,7 +116,6 @@ private:
     void CountUse(Walk& walk, const DMXMappingArtNet& mapping, const std::wstring& description);
     void AddRow(const ArtNetNodeRecord& record);
     void AddNodeRow(const ArtNetNodeRecord& node);
-    void WriteRows();
     void WriteRow(int row);
     void WriteCells(QStandardItem& parent, int row,
                     const std::array<QString, ColumnCount>& cells) const;
@@ -131,5 +130,4 @@ private:
 
     std::vector<RowText> rows_; ///< all that the tree is to say
     int written_ = 0;           ///< so many of them stand there
-    QTimer rest_;               ///< writes the others
 };

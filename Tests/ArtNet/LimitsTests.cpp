@@ -66,4 +66,18 @@ TEST(ErrorLimit, EachErrorOnceASecondAndThreeInAll)
     EXPECT_GE(lines, 27);
 }
 
+TEST(FloodGauge, AFullShowIsNoFloodAndAFloodEndsWithItsLastTick)
+{
+    ArtNetFloodGauge gauge;
+    std::int64_t now = Start;
+    // 256 universes at 44 frames a second, each frame in one burst.
+    for (int frame = 0; frame < 100; ++frame, now += Second / 44)
+        EXPECT_FALSE(gauge.IsFlood(256, now));
+    int calm = 0;
+    for (const std::int64_t end = now + Second; now < end; now += Millisecond)
+        calm += gauge.IsFlood(100, now) ? 0 : 1;
+    EXPECT_LE(calm, 25);
+    EXPECT_FALSE(gauge.IsFlood(1, now + 50 * Millisecond));
+}
+
 } // namespace

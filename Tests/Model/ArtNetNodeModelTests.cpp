@@ -292,7 +292,7 @@ TEST_F(ArtNetNodeModelTest, FiveHundredNodesThatChangeEverySecondCostLittle)
         ASSERT_TRUE(nodes.UpdateNodes(heard));
         nodes.Rebuild(document, &view, Network);
         for (int i = 0; i < 20; ++i)
-            QCoreApplication::processEvents(); // ticks come in between
+            nodes.WriteWaitingRows();
         ASSERT_GE(nodes.rowCount(), 500);
     }
     EXPECT_EQ(TextOf(nodes, 0, nodes.index(nodes.rowCount() - 500, 0)), "Port 0|||6|13") << "109";

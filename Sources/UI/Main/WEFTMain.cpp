@@ -58,6 +58,9 @@ namespace {
 
 constexpr int NodesMilliseconds = 1000;
 constexpr int NetworkMilliseconds = 3000;
+/// After a tick the frame is still on its way through the I/O thread, which may wait for the very
+/// processor that we run on: the system may leave it to us for 4 ms.
+constexpr int PauseAfterTickMilliseconds = 5;
 constexpr int NewCanvasSize = 100;
 constexpr int UndoLimit = 10;
 constexpr QPoint DefaultPosition(200, 200);
@@ -284,7 +287,7 @@ void WEFTMain::BuildTimers()
     networkTimer->setTimerType(Qt::CoarseTimer);
     networkTimer->setInterval(NetworkMilliseconds);
     connect(engineTimer, &QTimer::timeout, this, &WEFTMain::UpdateEngine);
-    connect(nodesTimer, &QTimer::timeout, this, &WEFTMain::ProcessNodesList);
+    connect(nodesTimer, &QTimer::timeout, this, [this] { nodesDue_ = true; });
     connect(networkTimer, &QTimer::timeout, network_.get(), &NetworkChoice::CheckNetworkUpdates);
 }
 
@@ -485,6 +488,18 @@ void WEFTMain::ActionQuit()
 void WEFTMain::UpdateEngine()
 {
     engineTimer->setInterval(frameLoop_->Tick());
+    QTimer::singleShot(PauseAfterTickMilliseconds, this, &WEFTMain::WorkBetweenTicks);
+}
+
+// What a thousand nodes take, some 8 ms at a time, must not stand in the way of a tick.
+void WEFTMain::WorkBetweenTicks()
+{
+    if (std::exchange(nodesDue_, false))
+        ProcessNodesList();
+    else if (std::exchange(nodeRowsDue_, false))
+        RebuildNodeRows();
+    else
+        nodeModel_->WriteWaitingRows();
 }
 
 void WEFTMain::RebuildNodeRows()
@@ -495,8 +510,7 @@ void WEFTMain::RebuildNodeRows()
 
 void WEFTMain::ProcessNodesList()
 {
-    if (engine_->UpdateNodeList(*nodeModel_))
-        RebuildNodeRows();
+    nodeRowsDue_ = engine_->UpdateNodeList(*nodeModel_) || nodeRowsDue_;
 }
 
 void WEFTMain::updateLEDEngine()

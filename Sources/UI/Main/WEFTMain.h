@@ -138,6 +138,7 @@ private:
     void OfferUnsavedWork();
     void ApplyPreferences();
     void ReadSelection();
+    void WorkBetweenTicks();
     void ShowGrid(bool on);
     void SnapToGrid(bool on);
 
@@ -170,6 +171,8 @@ private:
     SelectionModeButton* selectionModeButton_ = nullptr;
     NetworkPanel* networkPanel_ = nullptr;
     bool engineFailed_ = false;
+    bool nodesDue_ = false;    ///< the node list waits for the pause after a tick
+    bool nodeRowsDue_ = false; ///< its rows do
     QTimer* engineTimer = nullptr;
     QTimer* nodesTimer = nullptr;
     QTimer* networkTimer = nullptr;
