@@ -96,7 +96,16 @@ bool DocumentLife::Import(const QString& path)
         return false;
     Reset();
     const WithoutSnapping exactly(parts_.display);
-    return LoadInto(path);
+    if (LoadInto(path))
+        return true;
+    StopMerging();
+    return false;
+}
+
+/// The output still has the settings of the document before.
+void DocumentLife::StopMerging()
+{
+    parts_.network.updateArtNetOutput();
 }
 
 bool DocumentLife::LoadInto(const QString& path)
@@ -174,8 +183,7 @@ void DocumentLife::ActionNew()
         return;
     parts_.manager.SetDocumentDirty(true);
     Reset();
-    // It merges no more.
-    parts_.network.updateArtNetOutput();
+    StopMerging();
 }
 
 QString DocumentLife::StartDirectory() const

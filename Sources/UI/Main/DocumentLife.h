@@ -81,6 +81,7 @@ private:
     bool Write();
     void TellLater(const QString& title, const QString& text);
     bool LoadInto(const QString& path);
+    void StopMerging();
     [[nodiscard]] QString StartDirectory() const;
 
     Parts parts_;
