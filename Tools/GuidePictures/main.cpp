@@ -78,6 +78,13 @@ public:
             Fail(QStringLiteral("no nodes"));
     }
     void Take(const QString& name) const { Save(name, *window_); }
+    void TakePart(const QString& part, const QString& name) const
+    {
+        auto* widget = window_->findChild<QWidget*>(part);
+        if (!widget)
+            return Fail(part);
+        Save(name, *widget);
+    }
 
     /// What opens behind this action.
     void TakeDialog(const QString& action, const QString& name)
@@ -160,6 +167,8 @@ void FollowTheGuide(const QString& folder, const QString& data)
     photographer.OpenWindow({1280, 760});
     photographer.WaitForNodes();
     photographer.Take(QStringLiteral("demo"));
+    photographer.TakePart(QStringLiteral("toolBar"), QStringLiteral("network-panel"));
+    photographer.TakeDialog(QStringLiteral("actionMergerSettings"), QStringLiteral("merger"));
     photographer.Click({0.5, 0.5});
     photographer.Take(QStringLiteral("one-selected"));
     photographer.BandOver({0.02, 0.02}, {0.36, 0.6});
