@@ -7,23 +7,29 @@
 namespace {
 
 constexpr std::int64_t Second = 1'000'000'000;
-constexpr std::int64_t RegainEvery = Second / 2;
 constexpr std::int64_t Tick = Second / 40;
 constexpr std::size_t MostInATick = 1024;
 
 } // namespace
 
+bool ArtNetReplyLimit::Account::HasLeft(std::int32_t most, std::int64_t regainEvery,
+                                        std::int64_t now)
+{
+    const auto back =
+        static_cast<std::int32_t>(std::min<std::int64_t>((now - regained) / regainEvery, spent));
+    spent -= back;
+    regained = spent == 0 ? now : regained + back * regainEvery;
+    return spent < most;
+}
+
 bool ArtNetReplyLimit::Allow(std::uint32_t poller, std::int64_t now)
 {
     // The golden ratio's bits spread neighbouring addresses over the accounts.
-    Account& account = accounts_[poller * 0x9E3779B9U >> 29];
-    const std::int64_t regained =
-        std::min<std::int64_t>((now - account.regained) / RegainEvery, account.spent);
-    account.spent -= static_cast<std::int32_t>(regained);
-    account.regained = account.spent == 0 ? now : account.regained + regained * RegainEvery;
-    if (account.spent >= Most)
+    Account& own = accounts_[poller * 0x9E3779B9U >> 24];
+    if (!own.HasLeft(8, Second / 2, now) || !all_.HasLeft(64, Second / 16, now))
         return false;
-    ++account.spent;
+    ++own.spent;
+    ++all_.spent;
     return true;
 }
 

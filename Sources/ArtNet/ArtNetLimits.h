@@ -10,21 +10,23 @@
 
 /// How many ArtPolls are answered. A reply to a poller that isn't there waits in the system for
 /// three seconds and is charged to the socket that the light leaves by, so replies have a bound: 64
-/// at once and 16 a second. Pollers share eight accounts by their address, and one that floods us
-/// spends only its own.
+/// at once and 16 a second. Of these a poller gets 8 at once and two a second: a flood from one
+/// address leaves the others theirs.
 class ArtNetReplyLimit
 {
 public:
     [[nodiscard]] bool Allow(std::uint32_t poller, std::int64_t now);
 
 private:
-    static constexpr std::int32_t Most = 8;
     struct Account
     {
         std::int32_t spent = 0;
         std::int64_t regained = 0; ///< when one was last given back
+
+        [[nodiscard]] bool HasLeft(std::int32_t most, std::int64_t regainEvery, std::int64_t now);
     };
-    std::array<Account, 8> accounts_{};
+    Account all_;
+    std::array<Account, 256> accounts_{}; ///< by address; a rig has few pollers that share one
 };
 
 /// Which errors of the network are worth a line: each once a second, and three lines a second in
