@@ -188,13 +188,14 @@ void ArtNetServer::Watch()
 {
     if (stopped)
         return;
-    ownAddresses_.assign(1, interfaceValue_);
-    for (const NetworkInterface& own : Platform::GetNetworkInterfaces())
-        ownAddresses_.push_back(own.ipValue);
     {
         const std::lock_guard lock(socketMutex_);
         if (!Stands())
             Reopen();
+        // What our socket may send from. Another program can hold the port at another address.
+        const bool plain = adapter_.empty() && !settings_.interfaceAddress.empty();
+        ownAddresses_ = plain ? std::vector<std::uint32_t>{} : Platform::AddressesOf(adapter_);
+        ownAddresses_.push_back(interfaceValue_);
     }
     ScheduleWatch();
 }
@@ -211,8 +212,7 @@ void ArtNetServer::ScheduleWatch()
     });
 }
 
-// ---- What clients set
-// ----------------------------------------------------------------------------
+// ---- What clients set --------------------------------------------------------------------------
 
 void ArtNetServer::SetPollTargets(const std::vector<std::string>& targets)
 {
@@ -388,8 +388,10 @@ void ArtNetServer::PollTick(std::uint64_t serial)
         for (const std::uint32_t target : pollTargets)
             polls.push_back({target, ArtNetPackets::Port, ArtNetPackets::Poll()});
     }
+    ArtNetNodeTable::Snapshot old; // a long list is freed while nobody waits
     {
         const std::lock_guard lock(mutex);
+        old = nodes.Published();
         nodes.Age();
     }
     KeepError(SendNow(polls).lastError);

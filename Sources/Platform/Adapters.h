@@ -30,6 +30,10 @@ namespace Platform {
 /// changed leaves its network where it was.
 [[nodiscard]] std::string AdapterNameFor(std::uint32_t address);
 
+/// The addresses that the adapter of this name has now; those of all adapters, loopback left out,
+/// when the name is empty.
+[[nodiscard]] std::vector<std::uint32_t> AddressesOf(const std::string& adapter);
+
 /// The system's number for the adapter of this name now, 0 when there is none. An adapter that was
 /// removed and comes back has a new one.
 [[nodiscard]] unsigned AdapterIndexOf(const std::string& name);

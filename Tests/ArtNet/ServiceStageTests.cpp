@@ -232,6 +232,13 @@ TEST_F(ArtNetStage, BroadcastIsHeardAgainWhenTheProgramThatWasInTheWayIsGone)
     rig->Send(Desk0, Dmx(1, {5, 0}));
     EXPECT_TRUE(ComesTrue([&] { return FirstChannel(client, 1) == 5; }));
     {
+        // A third program holds the port at the machine's other address, and is not us.
+        const Socket neighbour(Desk1);
+        ASSERT_TRUE(neighbour.IsBound());
+        neighbour.Send(Desk0, Dmx(1, {7, 0}));
+        EXPECT_TRUE(ComesTrue([&] { return FirstChannel(client, 1) == 7; }));
+    }
+    {
         const ArtNetClient anew("2.0.0.1", "", "test");
         EXPECT_EQ(log_.Count(words), 1) << "no news";
     }

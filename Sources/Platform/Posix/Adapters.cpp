@@ -61,16 +61,20 @@ bool HoldsInNetwork(const ifaddrs& entry, std::uint32_t address)
     return (ValueOf(entry.ifa_addr) & mask) == (address & mask);
 }
 
+/// A second address carries a label such as eth0:1; the adapter is what stands before it.
+std::string AdapterOf(const ifaddrs& entry)
+{
+    const std::string name = entry.ifa_name;
+    return name.substr(0, name.find(':'));
+}
+
 /// The first adapter of which this holds, empty when there is none.
 std::string AdapterWith(const AddressList& list, std::uint32_t address,
                         bool (*holds)(const ifaddrs&, std::uint32_t))
 {
     for (const ifaddrs* entry = list.get(); entry; entry = entry->ifa_next) {
-        if (!IsIPv4(*entry) || !holds(*entry, address))
-            continue;
-        // A second address carries a label such as eth0:1; the adapter is what stands before it.
-        const std::string name = entry->ifa_name;
-        return name.substr(0, name.find(':'));
+        if (IsIPv4(*entry) && holds(*entry, address))
+            return AdapterOf(*entry);
     }
     return {};
 }
@@ -98,6 +102,18 @@ std::string AdapterNameFor(std::uint32_t address)
     const AddressList list = ReadAddresses();
     const std::string name = AdapterWith(list, address, Has);
     return name.empty() ? AdapterWith(list, address, HoldsInNetwork) : name;
+}
+
+std::vector<std::uint32_t> AddressesOf(const std::string& adapter)
+{
+    std::vector<std::uint32_t> addresses;
+    const AddressList list = ReadAddresses();
+    for (const ifaddrs* entry = list.get(); entry; entry = entry->ifa_next) {
+        const bool counts = IsIPv4(*entry) && (entry->ifa_flags & IFF_LOOPBACK) == 0;
+        if (counts && (adapter.empty() || AdapterOf(*entry) == adapter))
+            addresses.push_back(ValueOf(entry->ifa_addr));
+    }
+    return addresses;
 }
 
 unsigned AdapterIndexOf(const std::string& name)
