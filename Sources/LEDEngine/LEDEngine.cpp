@@ -10,6 +10,7 @@
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
+#include "Platform/Clock.h"
 
 namespace {
 
@@ -115,8 +116,13 @@ int LEDEngine::SendFrame()
     try {
         return BuildAndSendFrame();
     } catch (const std::exception& failure) {
-        // No fault of one frame may end the show: the next tick makes the next frame.
-        ZEN_LOG_ERROR("Frame lost: %s", failure.what());
+        // No fault of one frame may end the show: the next tick makes the next frame. A fault that
+        // stays would fill the log at the frame rate.
+        const std::int64_t now = Platform::MonotonicNanoseconds();
+        if (now - lostFrameTold_ >= 1'000'000'000) {
+            lostFrameTold_ = now;
+            ZEN_LOG_ERROR("Frame lost: %s", failure.what());
+        }
         return -1;
     }
 }

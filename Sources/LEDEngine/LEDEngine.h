@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -69,4 +70,5 @@ private:
     bool elementsReady = false;
     int canvasWidth = 0;
     int canvasHeight = 0;
+    std::int64_t lostFrameTold_ = 0; ///< when the log was last told of one
 };
