@@ -105,7 +105,7 @@ void ArtNetOutput::MergeInputUniverses()
     std::int32_t portAddress = merging.GetToStartAddress();
     for (std::size_t i = 0; i < count; ++i) {
         const auto& page = i < inputUniverses.size() ? inputUniverses[i] : silence;
-        CopyChannels(GetUniverse(static_cast<std::uint16_t>(portAddress++), everybody), 1, page);
+        CopyToUniverse(static_cast<std::uint16_t>(portAddress++), everybody, 1, page);
     }
 }
 

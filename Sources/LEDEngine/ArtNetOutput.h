@@ -70,6 +70,12 @@ public:
     {
         return universes.Get(portAddress, address);
     }
+    /// A plain copy: as CopyChannels, into the universe that GetUniverse gives.
+    void CopyToUniverse(std::uint16_t portAddress, const std::wstring& address, std::int32_t first,
+                        std::span<const std::uint8_t> values)
+    {
+        CopyChannels(GetUniverse(portAddress, address), first, values);
+    }
     /// With merging on: the received universes, whole, as the ground of the output's run.
     void MergeInputUniverses();
 

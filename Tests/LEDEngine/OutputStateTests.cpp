@@ -272,7 +272,7 @@ TEST_F(OutputStates, WithoutATransportNothingIsSent)
         if (row.state == S::UsingLocalSocket || row.state == S::UsingRemoteSocket)
             continue;
         GoTo(row.state);
-        CopyChannels(output.GetUniverse(1, L"Auto"), 1, Bytes{1});
+        output.CopyToUniverse(1, L"Auto", 1, Bytes{1});
         const auto result = output.SendBroadcastUniverses();
         EXPECT_FALSE(result.allSent || result.anySent) << row.text;
     }

@@ -53,8 +53,8 @@ protected:
     }
     Lines Frame()
     {
-        CopyChannels(output.GetUniverse(5, L"Auto"), 1, Bytes{9});
-        CopyChannels(output.GetUniverse(6, L"Auto"), 1, Bytes{9}); // nobody's
+        output.CopyToUniverse(5, L"Auto", 1, Bytes{9});
+        output.CopyToUniverse(6, L"Auto", 1, Bytes{9}); // nobody's
         result = output.SendAutoUnicastUniverses();
         return Said();
     }
@@ -132,7 +132,7 @@ TEST_F(AutoUnicast, AUniverseNobodyCountedStopsTheFrameAndIsCountedNext)
 TEST(SendResults, AnySentSaysThatTheFirstUniverseWentOut)
 {
     ArtNetOutput output; // disabled: every send fails
-    CopyChannels(output.GetUniverse(1, L"Auto"), 1, Bytes{1});
+    output.CopyToUniverse(1, L"Auto", 1, Bytes{1});
     EXPECT_FALSE(output.SendBroadcastUniverses().anySent);
     output.ClearUniverses();
     EXPECT_TRUE(output.SendBroadcastUniverses().allSent) << "nothing to send, nothing failed";
