@@ -95,8 +95,7 @@ UDPSocket* ArtNetTrigger::TakeSocket()
     return socket.get();
 }
 
-// ---- One tick
-// --------------------------------------------------------------------------------------
+// ---- One tick -----------------------------------------------------------------------------------
 
 void ArtNetTrigger::Poll()
 {
@@ -157,8 +156,7 @@ void ArtNetTrigger::LoseServer()
     socket.reset();
 }
 
-// ---- What the host says
-// ----------------------------------------------------------------------------
+// ---- What the host says -------------------------------------------------------------------------
 
 void ArtNetTrigger::HandleMessage(const ReceivedControlPacket& packet)
 {
@@ -269,8 +267,7 @@ void ArtNetTrigger::HandleInputPiece(const ReceivedControlPacket& packet)
         output.TakeInputUniverses(inputBuffer);
 }
 
-// ---- What the host is told
-// -------------------------------------------------------------------------
+// ---- What the host is told ----------------------------------------------------------------------
 
 bool ArtNetTrigger::SendMessage(std::string_view text, ControlMessage message)
 {

@@ -147,8 +147,7 @@ void ArtNetOutput::RegisterWithHost()
                             ClientName);
 }
 
-// ---- The cells of the table
-// ----------------------------------------------------------------------
+// ---- The cells of the table ---------------------------------------------------------------------
 
 template <OutputState Next>
 void ArtNetOutput::GoToOrDisable()
