@@ -70,6 +70,9 @@ TEST_F(ArtNetStage, ClientsOfOneInterfaceShareItsSocket)
         rig->Send(Desk0, Dmx(2, {9, 0}));
         EXPECT_TRUE(ComesTrue([&] { return FirstChannel(first, 2) == 9; }));
         EXPECT_EQ(FirstChannel(second, 1), 8);
+        for (int tick = 0; tick < 4; ++tick)
+            first.FeedNodes({});
+        EXPECT_EQ(IpsOf(second), List{}) << "each feed is a tick";
     }
     EXPECT_TRUE(PortIsFree());
 }
@@ -153,6 +156,7 @@ TEST_F(ArtNetStage, TheIdentityReachesEveryServerAndSurvivesARestart)
     const auto reply = poller->Next(2s);
     ASSERT_TRUE(reply);
     ASSERT_EQ(reply->bytes.size(), 239U);
+    EXPECT_NE(client.GetLastReceiveTime(), 0) << "a poll is a sign of life";
     EXPECT_EQ(reply->bytes[18], 1);
     EXPECT_EQ(reply->bytes[19], 2);
     EXPECT_EQ(reply->bytes[173], 4);
