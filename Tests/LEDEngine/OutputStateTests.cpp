@@ -3,11 +3,8 @@
 #include "HostChannel.h"
 
 #include <array>
-
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
+#include <chrono>
+#include <thread>
 
 #include "ArtNet/ZenArtNetService.h"
 #include "DebugVariables/DebugVariables.h"
@@ -47,16 +44,18 @@ constexpr std::array<Row, 7> table = {{
      Ignored},
 }};
 
-bool PortIsFree()
+/// Whether the port is ours or free, as it should be. A system that looks at the socket for the I/O
+/// thread at the moment when it is closed lets go of the port a moment later.
+bool PortIs(bool free)
 {
-    const int probe = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-    sockaddr_in everywhere{};
-    everywhere.sin_family = AF_INET;
-    everywhere.sin_port = htons(6454);
-    const bool free =
-        bind(probe, reinterpret_cast<const sockaddr*>(&everywhere), sizeof everywhere) == 0;
-    close(probe);
-    return free;
+    bool is = !free;
+    for (int i = 0; i < 200 && is != free; ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(i > 0 ? 5 : 0));
+        const int probe = Platform::OpenUdp();
+        is = Platform::BindUdp(probe, {0, 6454});
+        Platform::CloseUdp(probe);
+    }
+    return is == free;
 }
 
 class OutputStates : public HostChannel
@@ -103,7 +102,7 @@ protected:
     {
         GoTo(row.state);
         ASSERT_EQ(output.GetState(), row.state);
-        ASSERT_EQ(PortIsFree(), row.state != S::UsingLocalSocket) << row.text;
+        ASSERT_TRUE(PortIs(row.state != S::UsingLocalSocket)) << row.text;
         log.Clear();
         (void)Said();
         event();
@@ -117,7 +116,7 @@ protected:
         }
         EXPECT_EQ(static_cast<int>(output.GetState()), leadsTo) << where;
         const auto next = output.GetState();
-        EXPECT_EQ(PortIsFree(), next != S::UsingLocalSocket) << where;
+        EXPECT_TRUE(PortIs(next != S::UsingLocalSocket)) << where;
         if (!says.empty()) {
             ASSERT_FALSE(messages.empty()) << where;
             EXPECT_EQ(messages.front(), says + " in " + row.text);
@@ -145,17 +144,8 @@ TEST_F(OutputStates, EachEventInEachState)
         Check(row, "", row.socketRebound, [&] { Events(E::SocketRebound); });
         Check(row, "", row.clientRegistered, [&] { Events(E::ClientRegistered); });
         Check(row, "", row.devicesSent, [&] { Events(E::DevicesSent); });
-    }
-}
-
-TEST_F(OutputStates, StatesWithoutAWaitTakeNoNoticeOfTicks)
-{
-    for (const S state : {S::Disabled, S::UsingLocalSocket, S::UsingRemoteSocket}) {
-        GoTo(state);
-        log.Clear();
-        Events(E::Tick, 50);
-        EXPECT_EQ(output.GetState(), state);
-        EXPECT_TRUE(log.Messages().empty());
+        if (row.state < S::DetermineSocketType || row.state == S::UsingRemoteSocket)
+            Check(row, "", Ignored, [&] { Events(E::Tick, 50); });
     }
 }
 
@@ -224,36 +214,19 @@ TEST_F(OutputStates, TheWholeWayIsWrittenDown)
     Events(E::DevicesSent);
     Events(E::ServerStopped);
     Lines lines = log.Messages();
-    // The service's own words are not ours to judge.
+    // The service's own words are not ours to judge, and where each event leads is shown above.
     std::erase_if(lines, [](const std::string& line) {
-        return line.starts_with("Creating new") || line.starts_with("Recycling");
+        return line.starts_with("Creating new") || line.starts_with("Recycling") ||
+               line.starts_with("Exiting") || line.starts_with("Entering");
     });
-    EXPECT_EQ(lines, (Lines{"Initialize in Disabled state",
-                            "Exiting Disabled state",
-                            "Entering Determine socket type state",
-                            "Server was not detected",
-                            "Exiting Determine socket type state",
-                            "Entering Using local socket state",
-                            "Registering local ArtNet client",
-                            "Server detected in Using local socket state",
-                            "Exiting Using local socket state",
-                            "Destroying local ArtNet client",
-                            "Entering Rebind remote socket state",
-                            "Sending rebind DMX socket",
-                            "Dmx socket rebound",
-                            "Exiting Rebind remote socket state",
-                            "Entering Registering to remote socket state",
-                            "Registering remote ArtNet client",
-                            "Remote client registered",
-                            "Exiting Registering to remote socket state",
-                            "Entering Synchronizing remote device list state",
-                            "Sent device list to server",
-                            "Exiting Synchronizing remote device list state",
-                            "Entering Using remote socket state",
-                            "Server stopped in Using remote socket state",
-                            "Exiting Using remote socket state",
-                            "Entering Using local socket state",
-                            "Registering local ArtNet client"}));
+    EXPECT_EQ(
+        lines,
+        (Lines{"Initialize in Disabled state", "Server was not detected",
+               "Registering local ArtNet client", "Server detected in Using local socket state",
+               "Destroying local ArtNet client", "Sending rebind DMX socket", "Dmx socket rebound",
+               "Registering remote ArtNet client", "Remote client registered",
+               "Sent device list to server", "Server stopped in Using remote socket state",
+               "Registering local ArtNet client"}));
 }
 
 TEST_F(OutputStates, ARegistrationAgainHasTheNewAddresses)
@@ -269,21 +242,17 @@ TEST_F(OutputStates, ARegistrationAgainHasTheNewAddresses)
 TEST_F(OutputStates, WithoutATransportNothingIsSent)
 {
     for (const Row& row : table) {
-        if (row.state == S::UsingLocalSocket || row.state == S::UsingRemoteSocket)
-            continue;
         GoTo(row.state);
+        EXPECT_TRUE(output.SendBroadcastUniverses().allSent) << "nothing to send, nothing failed";
         output.CopyToUniverse(1, L"Auto", 1, Bytes{1});
         const auto result = output.SendBroadcastUniverses();
-        EXPECT_FALSE(result.allSent || result.anySent) << row.text;
+        const bool sends = row.state == S::UsingLocalSocket || row.state == S::UsingRemoteSocket;
+        EXPECT_EQ(result.allSent, sends) << row.text;
+        EXPECT_EQ(result.anySent, sends) << row.text;
     }
-}
-
-TEST_F(OutputStates, AnUnknownStateHasATextOfItsOwn)
-{
+    log.Clear();
     EXPECT_STREQ(OutputStateText(static_cast<S>(7)), "Unknown ArtNetOutput state");
     EXPECT_TRUE(log.Has("Unknown ArtNetOutput state"));
-    for (const Row& row : table)
-        EXPECT_STREQ(OutputStateText(row.state), row.text);
 }
 
 } // namespace

@@ -107,43 +107,49 @@ TEST(PixelConversion, APixelEndsOnChannel511AtTheLatest)
     EXPECT_EQ(at(PixelMapType::RrGgBb, 507), Bytes(6));
 }
 
-TEST(PixelConversion, CellsThatNameNoChannelAreSkipped)
+TEST(PixelConversion, CellsCountsAndConstantsOfEveryKind)
 {
     constexpr int least = std::numeric_limits<int>::min();
     constexpr int most = std::numeric_limits<int>::max();
-    const auto fixture =
-        FixtureOf(MapOf(4, 2, PixelMapType::RGB, {0, -1, 4, 513, 512, least, most, most - 2}), 9);
-    const std::vector<Rgb> colours(8, {201, 100, 31});
-    EXPECT_EQ(ChannelsOf(fixture, colours), Bytes({0, 0, 0, 201, 100, 31, 0, 0, 0}));
+    const std::vector<Rgb> three{{1, 2, 3}, {4, 5, 6}, {7, 8, 9}};
+    const auto rgb = [](std::initializer_list<std::int32_t> cells) {
+        return MapOf(static_cast<int>(cells.size()), 1, PixelMapType::RGB, cells);
+    };
+    struct Case
+    {
+        const char* what;
+        DeviceLedItem fixture;
+        Bytes channels;
+    };
+    const Case cases[] = {
+        {"cells that name no channel", FixtureOf(rgb({0, -1, 4}), 9), {0, 0, 0, 7, 8, 9, 0, 0, 0}},
+        {"nor do these", FixtureOf(rgb({513, 512, least}), 3), {0, 0, 0}},
+        {"nor these", FixtureOf(rgb({most, most - 2, 0}), 3), {0, 0, 0}},
+        // What begins inside is written as far as the fixture goes; what begins behind it is not.
+        {"beyond the channels of the fixture", FixtureOf(rgb({1, 4, 6}), 5), {1, 2, 3, 4, 5}},
+        {"no channels", FixtureOf(rgb({1, 0, 0}), 0), {}},
+        {"fewer than a pixel", FixtureOf(rgb({1, 0, 0}), 2), {1, 2}},
+        {"automatic", FixtureOf(rgb({1, 0, 0}), -1), {1, 2, 3}},
+        {"automatic, and a universe ends at 512", FixtureOf(rgb({900, 0, 0}), -1), Bytes(512)},
+        {"later pixels win", FixtureOf(rgb({1, 2, 1}), 4), {7, 8, 9, 6}},
+        {"later pixels win, backwards", FixtureOf(rgb({3, 2, 1}), 5), {7, 8, 9, 6, 3}},
+        // The third constant lies behind the fixture's channels, the last one on a pixel again.
+        {"constants win over pixels",
+         FixtureOf(rgb({1, 1, 1}), 5, {{2, 77}, {4, -1}, {6, 99}, {3, 0}, {5, 255}, {1, -1}}),
+         {0, 77, 0, 0, 255}},
+    };
+    for (const Case& each : cases)
+        EXPECT_EQ(ChannelsOf(each.fixture, three), each.channels) << each.what;
 }
 
-TEST(PixelConversion, APixelMayReachBeyondTheChannelsOfItsFixture)
+TEST(PixelConversion, APixelBeyondItsFixtureIsInNobodysWay)
 {
-    // What begins inside is written as far as the fixture goes; what begins behind it is not.
-    const auto fixture = FixtureOf(MapOf(3, 1, PixelMapType::RGB, {1, 4, 6}), 5);
-    EXPECT_EQ(ChannelsOf(fixture, {{1, 2, 3}, {4, 5, 6}, {7, 8, 9}}), Bytes({1, 2, 3, 4, 5}));
-
-    // And the rest is in nobody's way: the element behind it has its own channels.
     Show show;
     show.Add(FixtureOf(MapOf(1, 1, PixelMapType::RrGgBb, {2}), 2), WholeCanvas(), Address(0, 0, 1));
     show.Add(FixtureOf(MapOf(1, 1, PixelMapType::G, {2}), 3), WholeCanvas(), Address(0, 0, 3));
     ASSERT_TRUE(show.Create());
     show.Frame(*Picture(1, 1, {{201, 100, 31}}));
     EXPECT_EQ(show.Universe(0), Bytes({0, 201, 0, 100, 0}));
-}
-
-TEST(PixelConversion, LaterPixelsAndConstantsWin)
-{
-    const std::vector<Rgb> colours{{1, 2, 3}, {4, 5, 6}, {7, 8, 9}};
-    EXPECT_EQ(ChannelsOf(FixtureOf(MapOf(3, 1, PixelMapType::RGB, {1, 2, 1}), 4), colours),
-              Bytes({7, 8, 9, 6}));
-    EXPECT_EQ(ChannelsOf(FixtureOf(MapOf(3, 1, PixelMapType::RGB, {3, 2, 1}), 5), colours),
-              Bytes({7, 8, 9, 6, 3}));
-    // The third constant lies behind the fixture's channels, the last one on a pixel again.
-    const StaticChannelList constants{{2, 77}, {4, -1}, {6, 99}, {3, 0}, {5, 255}, {1, -1}};
-    EXPECT_EQ(
-        ChannelsOf(FixtureOf(MapOf(3, 1, PixelMapType::RGB, {1, 1, 1}), 5, constants), colours),
-        Bytes({0, 77, 0, 0, 255}));
 }
 
 TEST(PixelConversion, ConstantsUnderPixelsHoldOnEveryFrame)
@@ -156,17 +162,6 @@ TEST(PixelConversion, ConstantsUnderPixelsHoldOnEveryFrame)
     EXPECT_EQ(show.Universe(0), Bytes({1, 77, 3, 4, 5, 0}));
     show.Frame(*Picture(2, 1, {{11, 12, 13}, {14, 15, 16}}));
     EXPECT_EQ(show.Universe(0), Bytes({11, 77, 13, 14, 15, 0}));
-}
-
-TEST(PixelConversion, ChannelCountsOfEverySize)
-{
-    const auto pixel = MapOf(1, 1, PixelMapType::RGB, {1});
-    EXPECT_EQ(ChannelsOf(FixtureOf(pixel, 0), {{1, 2, 3}}), Bytes());
-    EXPECT_EQ(ChannelsOf(FixtureOf(pixel, 2), {{1, 2, 3}}), Bytes({1, 2}));
-    EXPECT_EQ(ChannelsOf(FixtureOf(pixel, -1), {{1, 2, 3}}), Bytes({1, 2, 3}));
-    // An automatic count reaches as far as the map says, and a universe ends at 512.
-    EXPECT_EQ(ChannelsOf(FixtureOf(MapOf(1, 1, PixelMapType::RGB, {900}), -1), {{1, 2, 3}}),
-              Bytes(512));
 }
 
 } // namespace

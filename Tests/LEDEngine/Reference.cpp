@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <string_view>
 #include <utility>
 
 namespace Reference {
@@ -40,64 +42,31 @@ Rgb PixelAt(const ZenBitmap& source, float u, float v)
     return {pixel[2], pixel[1], pixel[0]};
 }
 
-/// The bytes on the channels of one pixel.
-Bytes SlotsOf(int type, Rgb c, std::uint8_t intensity)
+/// What stands on the channels of one pixel, type by type: red, green, blue; c, m, y their
+/// complements; r, g, b what is left of them beside white; w the smallest of the three, a that of
+/// red and green; L the brightness, I the fixture's intensity.
+constexpr std::string_view Layouts[] = {"RGB",    "RBG",  "GRB",   "GBR", "BRG", "BGR", "RGBI",
+                                        "RGB0",   "RGBL", "rgbw",  "L",   "cmy", "ymc", "RGB000",
+                                        "RRGGBB", "RGBa", "RGBIa", "RB",  "R",   "G",   "B"};
+
+Bytes SlotsOf(int type, Rgb colour, std::uint8_t intensity)
 {
-    const std::uint8_t r = c.r;
-    const std::uint8_t g = c.g;
-    const std::uint8_t b = c.b;
-    const auto byte = [](int value) {
-        return static_cast<std::uint8_t>(value);
-    };
-    const std::uint8_t lum = byte((r + g + g / 2 + b / 2) / 3);
-    const std::uint8_t minRG = r < g ? r : g;
-    const std::uint8_t minRGB = minRG < b ? minRG : b;
-    switch (type) {
-    case 0:
-        return {r, g, b};
-    case 1:
-        return {r, b, g};
-    case 2:
-        return {g, r, b};
-    case 3:
-        return {g, b, r};
-    case 4:
-        return {b, r, g};
-    case 5:
-        return {b, g, r};
-    case 6:
-        return {r, g, b, intensity};
-    case 7:
-        return {r, g, b, 0};
-    case 8:
-        return {r, g, b, lum};
-    case 9:
-        return {byte(r - minRGB), byte(g - minRGB), byte(b - minRGB), minRGB};
-    case 10:
-        return {lum};
-    case 11:
-        return {byte(255 - r), byte(255 - g), byte(255 - b)};
-    case 12:
-        return {byte(255 - b), byte(255 - g), byte(255 - r)};
-    case 13:
-        return {r, g, b, 0, 0, 0};
-    case 14:
-        return {r, r, g, g, b, b};
-    case 15:
-        return {r, g, b, minRG};
-    case 16:
-        return {r, g, b, intensity, minRG};
-    case 17:
-        return {r, b};
-    case 18:
-        return {r};
-    case 19:
-        return {g};
-    case 20:
-        return {b};
-    default:
-        return {};
+    const int r = colour.r;
+    const int g = colour.g;
+    const int b = colour.b;
+    const int amber = std::min(r, g);
+    const int white = std::min(amber, b);
+    const std::map<char, int> values{
+        {'R', r},         {'G', g},       {'B', b},         {'c', 255 - r},
+        {'m', 255 - g},   {'y', 255 - b}, {'r', r - white}, {'g', g - white},
+        {'b', b - white}, {'w', white},   {'a', amber},     {'L', (r + g + g / 2 + b / 2) / 3},
+        {'I', intensity}, {'0', 0}};
+    Bytes bytes;
+    if (type >= 0 && type < static_cast<int>(std::size(Layouts))) {
+        for (const char slot : Layouts[type])
+            bytes.push_back(static_cast<std::uint8_t>(values.at(slot)));
     }
+    return bytes;
 }
 
 enum Tag

@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cstdint>
-#include <map>
-#include <string>
-#include <utility>
 #include <vector>
 
 #include "Show.h"
@@ -17,9 +13,6 @@ namespace Reference {
 [[nodiscard]] std::vector<Rgb> Sample(const VideoMapping& mapping, int canvasWidth,
                                       int canvasHeight, int columns, int rows,
                                       const ZenBitmap& source);
-
-/// The universes of one frame by address and Port-Address.
-using Universes = std::map<std::pair<std::wstring, std::uint16_t>, Bytes>;
 
 /// The frame of a document while nothing was received: merged input is all zeros.
 [[nodiscard]] Universes FrameOf(const MappedDeviceModel& document, const ZenBitmap& source);

@@ -76,25 +76,24 @@ int Show::Frame(const ZenBitmap& source)
     return engine.SendFrame();
 }
 
-Bytes Show::Universe(int portAddress, const std::wstring& address)
+Universes Show::AllUniverses()
 {
-    const ArtNetUniverses& universes = engine.GetOutput().GetUniverses();
-    const auto port = static_cast<std::uint16_t>(portAddress);
-    if (address == AutoNode) {
-        const auto found = universes.Broadcast().find(port);
-        if (found == universes.Broadcast().end())
-            return {};
-        return {found->second.channels.begin(), found->second.channels.end()};
+    Universes universes;
+    const ArtNetUniverses& tables = engine.GetOutput().GetUniverses();
+    for (const auto& [port, universe] : tables.Broadcast()) {
+        EXPECT_EQ(universe.portAddress, port);
+        universes[{AutoNode, port}] = {universe.channels.begin(), universe.channels.end()};
     }
-    const auto found =
-        universes.Unicast().find(ArtNetUniverses::UnicastKey(NodeAddress(address), port));
-    if (found == universes.Unicast().end())
-        return {};
-    return {found->second.channels.begin(), found->second.channels.end()};
+    for (const auto& [key, universe] : tables.Unicast()) {
+        EXPECT_EQ(universe.portAddress, key.second);
+        const std::string_view address = key.first.Text();
+        universes[{std::wstring(address.begin(), address.end()), key.second}] = {
+            universe.channels.begin(), universe.channels.end()};
+    }
+    return universes;
 }
 
-std::size_t Show::UniverseCount()
+Bytes Show::Universe(int portAddress, const std::wstring& address)
 {
-    const ArtNetUniverses& universes = engine.GetOutput().GetUniverses();
-    return universes.Broadcast().size() + universes.Unicast().size();
+    return AllUniverses()[{address, static_cast<std::uint16_t>(portAddress)}];
 }

@@ -3,8 +3,10 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "FixtureModel/DMXMapping.h"
@@ -15,6 +17,8 @@
 #include "Model/MappedDeviceModel.h"
 
 using Bytes = std::vector<std::uint8_t>;
+/// The universes of one frame by address and Port-Address.
+using Universes = std::map<std::pair<std::wstring, std::uint16_t>, Bytes>;
 
 struct Rgb
 {
@@ -57,7 +61,8 @@ public:
 
     /// The channels of the last frame's universe, empty when there is none.
     [[nodiscard]] Bytes Universe(int portAddress, const std::wstring& address = AutoNode);
-    [[nodiscard]] std::size_t UniverseCount();
+    [[nodiscard]] std::size_t UniverseCount() { return AllUniverses().size(); }
+    [[nodiscard]] Universes AllUniverses();
 
     [[nodiscard]] MappedDeviceModel& Document() { return *manager.GetMappedDeviceModel(); }
 
