@@ -161,8 +161,9 @@ TEST_F(Look, NothingIsClippedInASmallWindow)
     EXPECT_LE(window->minimumSizeHint().width(), 1024);
     EXPECT_LE(window->minimumSizeHint().height(), 600);
     const QRect inside = window->rect();
-    for (const char* name : {"treeView", "mappedTreeView", "artNetNodes", "buttonCustomFixture",
-                             "buttonEditFixture", "buttonDeleteFixture", "zoomCombo"})
+    for (const char* name :
+         {"treeView", "mappedTreeView", "artNetNodes", "buttonCustomFixture", "buttonEditFixture",
+          "buttonDeleteFixture", "zoomCombo", "networkCombo", "senderCombo"})
     {
         const auto* widget = Find<QWidget>(name);
         const QRect place(widget->mapTo(window.get(), QPoint()), widget->size());
