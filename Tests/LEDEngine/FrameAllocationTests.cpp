@@ -22,16 +22,42 @@ namespace {
 thread_local int allocations = 0;
 thread_local bool refuse = false;
 
-} // namespace
-
-// The system's other forms of both use these.
-void* operator new(std::size_t size)
+void* Allocate(std::size_t size)
 {
     ++allocations;
-    void* memory = refuse ? nullptr : std::malloc(size > 0 ? size : 1);
-    if (!memory)
-        throw std::bad_alloc();
-    return memory;
+    if (refuse)
+        return nullptr;
+    return std::malloc(size > 0 ? size : 1);
+}
+
+void* AllocateOrThrow(std::size_t size)
+{
+    if (void* memory = Allocate(size))
+        return memory;
+    throw std::bad_alloc();
+}
+
+} // namespace
+
+// Every form of both: beside AddressSanitizer's own forms they would not fit together.
+void* operator new(std::size_t size)
+{
+    return AllocateOrThrow(size);
+}
+
+void* operator new[](std::size_t size)
+{
+    return AllocateOrThrow(size);
+}
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return Allocate(size);
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
+{
+    return Allocate(size);
 }
 
 void operator delete(void* memory) noexcept
@@ -39,7 +65,17 @@ void operator delete(void* memory) noexcept
     std::free(memory);
 }
 
+void operator delete[](void* memory) noexcept
+{
+    std::free(memory);
+}
+
 void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t) noexcept
 {
     std::free(memory);
 }
