@@ -189,58 +189,51 @@ TEST(Frame, AnElementInTheMergersRunLandsOnWhatIsThere)
     Show show;
     // From 0/2 on, two universes, to 1/0 on.
     SetMerging(show, {true, 0, 2, 2, 1, 0, MergerDMXSource::PixelWeft});
-    const auto pixels = MapOf(1, 1, PixelMapType::RGB, {1});
-    show.Add(FixtureOf(pixels, 3), WholeCanvas(), Address(0, 2, 1));
+    show.Add(FixtureOf(MapOf(1, 1, PixelMapType::RrGgBb, {1}), 6), WholeCanvas(), Address(0, 2, 1));
     // On top of it, whatever its node: a free channel, a constant 0 and one constant more.
     const auto none = MapOf(1, 1, PixelMapType::RGB, {0});
     show.Add(FixtureOf(none, 4, {{1, -1}, {2, 0}, {3, -1}, {4, 9}}), WholeCanvas(),
              Address(0, 2, 1, L"2.0.0.10"));
     // Straight into the run of the output: the plain way, free channels and all.
-    show.Add(FixtureOf(none, 2, {{1, -1}, {2, 7}}), WholeCanvas(), Address(1, 1, 511));
+    show.Add(FixtureOf(none, 2, {{1, -1}, {2, 7}}), WholeCanvas(), Address(1, 0, 5));
     // One universe behind the run.
-    show.Add(FixtureOf(pixels, 3), WholeCanvas(), Address(0, 4, 1, L"2.0.0.10"));
+    show.Add(FixtureOf(MapOf(1, 1, PixelMapType::RGB, {1}), 3), WholeCanvas(),
+             Address(0, 4, 1, L"2.0.0.10"));
     ASSERT_TRUE(show.Create());
     show.Frame(*Picture(1, 1, {{1, 2, 3}}));
-    Bytes merged(512);
-    merged[0] = 1;
-    merged[2] = 3;
-    merged[3] = 9;
-    EXPECT_EQ(show.Universe(16), merged);
-    Bytes plain(512);
-    plain[511] = 7;
-    EXPECT_EQ(show.Universe(17), plain);
-    EXPECT_EQ(show.Universe(4, L"2.0.0.10"), Bytes({1, 2, 3}));
-    EXPECT_EQ(show.UniverseCount(), 3U);
-
+    Bytes merged{1, 0, 2, 9, 0, 7};
+    merged.resize(512);
+    EXPECT_EQ(show.AllUniverses(), (Universes{{{L"Auto", 16}, merged},
+                                              {{L"Auto", 17}, Bytes(512)},
+                                              {{L"2.0.0.10", 4}, {1, 2, 3}}}));
     show.Document().SetMerging({});
     show.Frame(*Picture(1, 1, {{1, 2, 3}}));
-    EXPECT_EQ(show.Universe(2), Bytes({1, 2, 3}));
-    EXPECT_EQ(show.Universe(2, L"2.0.0.10"), Bytes({0, 0, 0, 9}));
-    EXPECT_EQ(show.Universe(17).size(), 512U);
-    EXPECT_EQ(show.UniverseCount(), 4U);
+    EXPECT_EQ(show.AllUniverses(), (Universes{{{L"Auto", 2}, {1, 1, 2, 2, 3, 3}},
+                                              {{L"Auto", 16}, {0, 0, 0, 0, 0, 7}},
+                                              {{L"2.0.0.10", 2}, {0, 0, 0, 9}},
+                                              {{L"2.0.0.10", 4}, {1, 2, 3}}}));
 }
 
 TEST(Frame, StartChannelsAtTheEndsOfTheUniverse)
 {
     Show show;
     const auto fixture = FixtureOf(MapOf(1, 1, PixelMapType::RGB, {1}), 3);
+    constexpr int most = std::numeric_limits<int>::max();
     int universe = 0;
-    for (const int channel :
-         {511, 512, 513, 0, -1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()})
-        show.Add(fixture, WholeCanvas(), Address(0, universe++, channel));
-    show.Add(fixture, WholeCanvas(), Address(2, 0, 1));
-    show.Add(fixture, WholeCanvas(), Address(2, 0, 3));
+    for (const int channel : {511, 512, 513, 0, -1, most, std::numeric_limits<int>::min(), 1, 3})
+        show.Add(fixture, WholeCanvas(), Address(0, std::min(universe++, 7), channel));
     ASSERT_TRUE(show.Create());
     show.Frame(*Picture(1, 1, {{1, 2, 3}}));
     Bytes cut(512);
     cut[510] = 1;
     cut[511] = 2;
     EXPECT_EQ(show.Universe(0), cut);
-    EXPECT_EQ(show.Universe(1).size(), 512U);
-    EXPECT_EQ(show.Universe(1).back(), 1);
+    cut[510] = 0;
+    cut[511] = 1;
+    EXPECT_EQ(show.Universe(1), cut);
     for (const int beyond : {2, 3, 4, 5, 6})
         EXPECT_EQ(show.Universe(beyond), Bytes()) << beyond;
-    EXPECT_EQ(show.Universe(32), Bytes({1, 2, 1, 2, 3}));
+    EXPECT_EQ(show.Universe(7), Bytes({1, 2, 1, 2, 3}));
 }
 
 TEST(Frame, TheSelectionsMarkHoldsForOneElementAndOneFrame)
@@ -278,24 +271,21 @@ TEST(Frame, ElementsTooLargeAreNamedOnEveryFrame)
 {
     Support::LogCapture log;
     Show show;
-    const std::string ridiculous = "Ridiculous values for bitmap size";
-    PixelMap wide(1001, 1, PixelMapType::RGB);
-    wide.SetCell(0, 0, 1);
-    PixelMap high(1, 1001, PixelMapType::RGB);
-    high.SetCell(0, 0, 1);
-    PixelMap fits(1000, 1000, PixelMapType::RGB);
-    fits.SetCell(0, 0, 1);
-    show.Add(FixtureOf(wide, 3, {{3, 50}}), WholeCanvas(), Address(0, 0, 1));
-    show.Add(FixtureOf(fits, 3), WholeCanvas(), Address(0, 0, 4));
-    show.Add(FixtureOf(high, 3), WholeCanvas(), Address(0, 0, 7));
+    int channel = 1;
+    for (const auto& [width, height] :
+         {std::pair(1001, 1), std::pair(1000, 1000), std::pair(1, 1001)}) {
+        PixelMap map(width, height, PixelMapType::RGB);
+        map.SetCell(0, 0, 1);
+        show.Add(FixtureOf(map, 3, {{3, 50}}), WholeCanvas(), Address(0, 0, channel));
+        channel += 3;
+    }
     ASSERT_TRUE(show.Create());
-    const auto picture = Picture(1, 1, {{1, 2, 3}});
-    show.Frame(*picture);
-    // They were never converted: their channels are as the rebuild left them.
-    EXPECT_EQ(show.Universe(0), Bytes({0, 0, 0, 1, 2, 3, 0, 0, 0}));
-    EXPECT_EQ(log.Count(ridiculous), 2);
-    show.Frame(*picture);
-    EXPECT_EQ(log.Count(ridiculous), 4);
+    for (const int frame : {1, 2}) {
+        show.Frame(*Picture(1, 1, {{1, 2, 3}}));
+        // They were never converted: their channels are as the rebuild left them.
+        EXPECT_EQ(show.Universe(0), Bytes({0, 0, 0, 1, 2, 50, 0, 0, 0}));
+        EXPECT_EQ(log.Count("Ridiculous values for bitmap size"), 2 * frame);
+    }
 }
 
 TEST(Frame, ResultsOfASend)

@@ -239,6 +239,19 @@ TEST_F(OutputStates, ARegistrationAgainHasTheNewAddresses)
                              "broadcast=10.255.255.255 receive= name=PixelWeft"}));
 }
 
+TEST_F(OutputStates, NodesOfTheHostStayKnownOnOurOwnPort)
+{
+    GoTo(S::UsingRemoteSocket);
+    ArtNetNodeInfo node;
+    node.SetName("Lamp");
+    node.SetIp("2.0.0.10");
+    output.AddRemoteNode(node, 1, 1);
+    Events(E::ServerStopped);
+    output.RefreshNodes();
+    ASSERT_EQ(output.GetNodes().size(), 1U);
+    EXPECT_EQ(output.GetNodes()[0], node);
+}
+
 TEST_F(OutputStates, WithoutATransportNothingIsSent)
 {
     for (const Row& row : table) {

@@ -144,7 +144,7 @@ TEST_F(HostChannel, AnAnswerWithALostPieceIsNoAnswer)
         Tick();
         output.ClearUniverses();
         output.MergeInputUniverses();
-        Tick();
+        Tick(2); // and takes the answer to that
         return ChannelsOf(output, 16);
     };
     EXPECT_EQ(read(0), Bytes(512, 0x22));
