@@ -13,7 +13,9 @@ inside() { # inside WORK SECONDS: on the stage, host desk
     local work=$1 seconds=$2 start=("$program")
     # A display by TCP is on the other side of the network namespace; a socket in the file system is not.
     if [ -z "${WAYLAND_DISPLAY:-}" ] && [[ ${DISPLAY:-} != :* ]]; then
-        start=(env PICTURE_STAY=1 TMPDIR="$work" "$here/Tools/headless.sh" "$picture" "$program")
+        # A node is listed with the second poll, up to six seconds after the network.
+        start=(env PICTURE_STAY=1 PICTURE_AFTER="${PICTURE_AFTER:-9}" TMPDIR="$work"
+            "$here/Tools/headless.sh" "$picture" "$program")
     fi
     "$STAGE_NET" rig "$rig" watch -a 2.0.0.10 2.0.0.11 -u 0-3 --stride 4 --name "Demo node" \
         --seconds "$seconds" &
