@@ -354,7 +354,8 @@ bool ArtNetTrigger::SendPacket(const ControlPacket& packet)
         ZEN_LOG_ERROR("Error ocurred while sending UDP packet: %d.", error.value());
         if (!Platform::IsRecoverable(error)) {
             deaf_ = true;
-            if (!channel->Reinitialize())
+            failed_ = !channel->Reinitialize();
+            if (failed_)
                 return false;
         }
         std::this_thread::sleep_for(PauseBetweenTries);

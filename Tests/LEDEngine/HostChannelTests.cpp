@@ -2,6 +2,8 @@
 // The control channel as a host sees it: the bytes of each message, and every fault of a host.
 #include "HostChannel.h"
 
+#include <sys/resource.h>
+
 #include <algorithm>
 #include <chrono>
 
@@ -485,30 +487,37 @@ TEST_F(HostChannel, TwoSocketsShareThePortAndOneMadeAnewSendsAndIsDeaf)
 TEST_F(HostChannel, AChannelThatFailedIsHeardAgain)
 {
     ASSERT_TRUE(Connect());
-    // The system refuses what goes to the loopback address, as a firewall would.
-    ASSERT_EQ(std::system("ip rule add pref 9 lookup local && ip rule del pref 0 && "
-                          "ip rule add pref 5 to 127.0.0.1 prohibit"),
-              0);
-    EXPECT_FALSE(trigger.SendRebind());
-    EXPECT_EQ(std::ranges::count_if(log.Messages(),
-                                    [](const std::string& line) {
-                                        return line.starts_with(
-                                            "Error ocurred while sending UDP packet: ");
-                                    }),
-              3)
-        << "the fourth failure ends it";
-    log.Clear();
-    EXPECT_FALSE(trigger.SendRebind());
-    EXPECT_TRUE(log.Messages().empty()) << "a frame of 500 messages would hold the window up";
-    ASSERT_EQ(std::system("ip rule del pref 5 && ip rule add pref 0 lookup local && "
-                          "ip rule del pref 9"),
-              0);
-    for (int i = 0; i < 5; ++i) {
-        Tick();
-        Pass(2000);
+    rlimit usual{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &usual), 0);
+    for (const bool moreSockets : {true, false}) {
+        // The system refuses what goes to the loopback address, as a firewall would.
+        ASSERT_EQ(std::system("ip rule add pref 9 lookup local && ip rule del pref 0 && "
+                              "ip rule add pref 5 to 127.0.0.1 prohibit"),
+                  0);
+        log.Clear();
+        const rlimit bound{moreSockets ? usual.rlim_cur : 0, usual.rlim_max};
+        ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &bound), 0);
+        EXPECT_FALSE(trigger.SendRebind());
+        EXPECT_FALSE(trigger.SendRebind());
+        ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &usual), 0);
+        // The fourth failure ends it, or that no other socket can be had, and for the whole tick: a
+        // frame of 500 messages would hold the window up.
+        EXPECT_EQ(std::ranges::count_if(log.Messages(),
+                                        [](const std::string& line) {
+                                            return line.starts_with(
+                                                "Error ocurred while sending UDP packet: ");
+                                        }),
+                  moreSockets ? 3 : 1);
+        ASSERT_EQ(std::system("ip rule del pref 5 && ip rule add pref 0 lookup local && "
+                              "ip rule del pref 9"),
+                  0);
+        for (int i = 0; i < 5; ++i) {
+            Tick();
+            Pass(2000);
+        }
+        EXPECT_TRUE(trigger.IsServerKnown()) << "10 seconds later the host is still heard";
+        EXPECT_EQ(host.lastSenderPort, 6455);
     }
-    EXPECT_TRUE(trigger.IsServerKnown()) << "10 seconds later the host is still heard";
-    EXPECT_EQ(host.lastSenderPort, 6455);
 }
 
 } // namespace
