@@ -109,12 +109,6 @@ void ArtNetOutput::MergeInputUniverses()
     }
 }
 
-void ArtNetOutput::AddToResult(SendResult& result, bool sent) const
-{
-    result.allSent = result.allSent && sent;
-    result.anySent = result.anySent || result.allSent;
-}
-
 bool ArtNetOutput::SendUniverse(std::string_view address, const DMXUniverse& universe)
 {
     if (state == OutputState::UsingRemoteSocket && trigger) {
@@ -139,8 +133,8 @@ ArtNetOutput::SendResult ArtNetOutput::SendUnicastUniverses()
     SendResult result;
     for (const auto& [key, universe] : universes.Unicast()) {
         const std::string_view address = key.first.Text();
-        if (IsInNetwork(broadcastValue, address))
-            AddToResult(result, SendUniverse(address, universe));
+        if (Platform::IsInNetwork(broadcastValue, address))
+            result.Add(SendUniverse(address, universe));
     }
     return result;
 }
@@ -149,14 +143,14 @@ ArtNetOutput::SendResult ArtNetOutput::SendBroadcastUniverses()
 {
     SendResult result;
     for (const auto& entry : universes.Broadcast())
-        AddToResult(result, SendUniverse(broadcastAddress, entry.second));
+        result.Add(SendUniverse(broadcastAddress, entry.second));
     return result;
 }
 
 void ArtNetOutput::CountSubscriber(std::uint16_t portAddress, std::string_view ip)
 {
-    const auto log = Zen::DebugVariables::Global();
-    if (log && log->GetBool(Zen::DebugVariables::Key("artnetdebug")))
+    const auto variables = Zen::DebugVariables::Global();
+    if (variables && variables->GetBool(Zen::DebugVariables::Key("artnetdebug")))
         ZEN_LOG_INFO("Adding autounicast subscriber for Port-Address %d at IP: %s", portAddress,
                      std::string(ip).c_str());
     const std::int32_t count = ++subscribers[portAddress];
@@ -176,7 +170,7 @@ bool ArtNetOutput::SendToSubscriber(const DMXUniverse& universe, std::string_vie
         return false;
     }
     const bool unicast = subscriber->second < SubscribersForBroadcast;
-    AddToResult(result, SendUniverse(unicast ? ip : std::string_view(broadcastAddress), universe));
+    result.Add(SendUniverse(unicast ? ip : std::string_view(broadcastAddress), universe));
     return true;
 }
 
@@ -189,7 +183,7 @@ ArtNetOutput::SendResult ArtNetOutput::SendAutoUnicastUniverses()
         subscribers.clear();
     }
     for (const ArtNetNodeInfo& node : nodes) {
-        if (!IsInNetwork(broadcastValue, node.Ip()))
+        if (!Platform::IsInNetwork(broadcastValue, node.Ip()))
             continue;
         for (const std::uint16_t portAddress : node.universes) {
             const auto universe = universes.Broadcast().find(portAddress);
@@ -197,7 +191,7 @@ ArtNetOutput::SendResult ArtNetOutput::SendAutoUnicastUniverses()
             if (counting) {
                 CountSubscriber(portAddress, node.Ip());
                 if (used)
-                    AddToResult(result, SendUniverse(node.Ip(), universe->second));
+                    result.Add(SendUniverse(node.Ip(), universe->second));
             } else if (used && !SendToSubscriber(universe->second, node.Ip(), result)) {
                 return result;
             }

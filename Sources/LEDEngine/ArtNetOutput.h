@@ -84,6 +84,12 @@ public:
     {
         bool allSent = true;
         bool anySent = false;
+
+        void Add(bool sent)
+        {
+            allSent = allSent && sent;
+            anySent = anySent || allSent;
+        }
     };
     SendResult SendUnicastUniverses();
     SendResult SendBroadcastUniverses();
@@ -120,11 +126,10 @@ private:
     {
         ChangeState(Next);
     }
-    template <OutputState Next>
-    void GoToOrDisable();
     void BeginWhenChosen();
     void RebuildClientsOrDisable();
     void StayOrDisable();
+    void RegisterAnewOrDisable();
     void WaitForServer();
     void WaitForRebind();
     void WaitForRegistration();
@@ -136,7 +141,6 @@ private:
     void NoteNodesVersion(std::uint32_t version);
     void ReadInputUniverses();
     bool SendUniverse(std::string_view address, const DMXUniverse& universe);
-    void AddToResult(SendResult& result, bool sent) const;
     void CountSubscriber(std::uint16_t portAddress, std::string_view ip);
     /// False when the table of subscribers is out of date: the rest of the frame waits for a count.
     bool SendToSubscriber(const DMXUniverse& universe, std::string_view ip, SendResult& result);

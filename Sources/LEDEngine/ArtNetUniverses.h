@@ -14,7 +14,6 @@
 #include <boost/container/static_vector.hpp>
 
 #include "LEDEngine/ElementDMX.h"
-#include "Platform/IPv4.h"
 
 /// The content of one universe. The size is the highest channel written so far, and what goes out.
 struct DMXUniverse
@@ -75,5 +74,3 @@ void CopyChannels(DMXUniverse& universe, std::int32_t first, std::span<const std
 
 /// Pixels and constants overwrite, free channels leave the universe as it is.
 void BlendChannels(DMXUniverse& universe, std::int32_t first, const ElementDMX& element);
-
-using Platform::IsInNetwork;

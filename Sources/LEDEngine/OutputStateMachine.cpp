@@ -52,17 +52,15 @@ const ArtNetOutput::HandlerTable ArtNetOutput::handlers = {{
     {&ArtNetOutput::StayOrDisable, &ArtNetOutput::WaitForRebind, nullptr,
      &ArtNetOutput::GoTo<OutputState::UsingLocalSocket>, &ArtNetOutput::Rebound, nullptr, nullptr},
     // RegisteringToRemoteSocket
-    {&ArtNetOutput::GoToOrDisable<OutputState::RegisteringToRemoteSocket>,
-     &ArtNetOutput::WaitForRegistration, nullptr,
+    {&ArtNetOutput::RegisterAnewOrDisable, &ArtNetOutput::WaitForRegistration, nullptr,
      &ArtNetOutput::GoTo<OutputState::UsingLocalSocket>, nullptr, &ArtNetOutput::Registered,
      nullptr},
     // SynchronizingRemoteDeviceList
-    {&ArtNetOutput::GoToOrDisable<OutputState::RegisteringToRemoteSocket>,
-     &ArtNetOutput::WaitForRegistration, nullptr,
+    {&ArtNetOutput::RegisterAnewOrDisable, &ArtNetOutput::WaitForRegistration, nullptr,
      &ArtNetOutput::GoTo<OutputState::UsingLocalSocket>, nullptr, nullptr,
      &ArtNetOutput::DevicesSent},
     // UsingRemoteSocket
-    {&ArtNetOutput::GoToOrDisable<OutputState::RegisteringToRemoteSocket>, nullptr, nullptr,
+    {&ArtNetOutput::RegisterAnewOrDisable, nullptr, nullptr,
      &ArtNetOutput::GoTo<OutputState::UsingLocalSocket>, nullptr, nullptr, nullptr},
 }};
 
@@ -149,12 +147,6 @@ void ArtNetOutput::RegisterWithHost()
 
 // ---- The cells of the table ---------------------------------------------------------------------
 
-template <OutputState Next>
-void ArtNetOutput::GoToOrDisable()
-{
-    ChangeState(broadcastValue != 0 ? Next : OutputState::Disabled);
-}
-
 void ArtNetOutput::BeginWhenChosen()
 {
     if (broadcastValue != 0)
@@ -173,6 +165,12 @@ void ArtNetOutput::StayOrDisable()
 {
     if (broadcastValue == 0)
         ChangeState(OutputState::Disabled);
+}
+
+void ArtNetOutput::RegisterAnewOrDisable()
+{
+    ChangeState(broadcastValue != 0 ? OutputState::RegisteringToRemoteSocket
+                                    : OutputState::Disabled);
 }
 
 bool ArtNetOutput::CountTick()

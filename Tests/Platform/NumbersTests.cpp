@@ -110,4 +110,20 @@ TEST(IPv4, Broadcast)
     EXPECT_EQ(BroadcastOf(0x02000001, 32), 0x02000001U);
 }
 
+TEST(IPv4, ANetworkIsToldByWholeOctets)
+{
+    constexpr std::uint32_t two = 0x02FFFFFF;
+    for (const char* inside : {"2.0.0.1", "2.255.255.255", "127.0.0.1"})
+        EXPECT_TRUE(IsInNetwork(two, inside)) << inside;
+    for (const char* outside : {"3.0.0.1", "127.0.0.2", "", "2.0.0", "2.0.0.256", "2.0.0.0.1",
+                                "2.0.0.x", "Auto", " 2.0.0.1"})
+        EXPECT_FALSE(IsInNetwork(two, outside)) << outside;
+    EXPECT_TRUE(IsInNetwork(0xC0A801FF, "192.168.1.7"));
+    EXPECT_FALSE(IsInNetwork(0xC0A801FF, "192.168.2.7"));
+    EXPECT_TRUE(IsInNetwork(0xC0A8017F, "192.168.1.127")) << "a net of 128 matches itself only";
+    EXPECT_FALSE(IsInNetwork(0xC0A8017F, "192.168.1.5"));
+    EXPECT_TRUE(IsInNetwork(0, "127.0.0.1"));
+    EXPECT_TRUE(IsInNetwork(0xFFFFFFFF, "10.1.2.3"));
+}
+
 } // namespace
