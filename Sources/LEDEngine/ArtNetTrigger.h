@@ -55,8 +55,6 @@ public:
 
     [[nodiscard]] bool IsServerKnown() const { return serverKnown; }
     [[nodiscard]] bool IsReloadPending() const { return reloadPending; }
-    [[nodiscard]] bool IsDmxInputEnabled() const { return dmxInputEnabled; }
-    [[nodiscard]] const std::wstring& GetDmxInputAddress() const { return dmxInputAddress; }
 
     /// Who sends the DMX: 0 is this program, anything else the host.
     std::int32_t hostSendsDMX = 0;
