@@ -185,13 +185,6 @@ std::uint8_t* FramePlan::PixelsOf(std::size_t row)
     return pixels_.data() + std::size_t{elements_[row].firstPixel} * 4;
 }
 
-ElementDMX FramePlan::ChannelsOf(std::size_t row) const
-{
-    const Element& element = elements_[row];
-    return {std::span(values_).subspan(element.firstValue, element.valueCount),
-            std::span(types_).subspan(element.firstValue, element.valueCount)};
-}
-
 // ---- Conversion --------------------------------------------------------------------------------
 
 void FramePlan::MakeRuns(const MappedDeviceModel& model)
@@ -220,10 +213,11 @@ void FramePlan::MakeRoom(Element& element, std::uint32_t room)
 {
     if (room <= element.valueRoom)
         return;
-    element.firstValue = static_cast<std::uint32_t>(values_.size());
+    const std::size_t end = values_.size();
+    values_.resize(end + room);
+    types_.resize(end + room);
+    element.firstValue = static_cast<std::uint32_t>(end);
     element.valueRoom = room;
-    values_.resize(values_.size() + room);
-    types_.resize(values_.size());
 }
 
 void FramePlan::AddPixels(Element& element, const MappedLedItem& item)
@@ -358,7 +352,7 @@ bool FramePlan::Continues(const ChannelCopy& last, const ChannelCopy& next)
            std::int64_t{last.firstChannel} + last.count == next.firstChannel;
 }
 
-void FramePlan::Assemble(ArtNetOutput& output)
+void FramePlan::Assemble(ArtNetOutput& output) const
 {
     // In sorted order, so that each universe goes to the end of its table.
     auto copy = copies_.begin();

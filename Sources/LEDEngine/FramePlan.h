@@ -46,14 +46,13 @@ public:
     void Convert();
 
     /// Puts the channel values into universes. Later rows win over earlier ones.
-    void Assemble(ArtNetOutput& output);
+    void Assemble(ArtNetOutput& output) const;
 
     /// The sampled pixels of an element, 4 bytes each, row by row; stays in place until the next
     /// Build.
     [[nodiscard]] std::uint8_t* PixelsOf(std::size_t row);
     [[nodiscard]] std::int32_t ColumnsOf(std::size_t row) const { return elements_[row].columns; }
     [[nodiscard]] std::int32_t RowsOf(std::size_t row) const { return elements_[row].rows; }
-    [[nodiscard]] ElementDMX ChannelsOf(std::size_t row) const;
 
     /// The largest width and height of an element that is converted.
     static constexpr std::int32_t MaxBitmapSize = 1000;

@@ -70,6 +70,22 @@ void LEDEngine::ReleaseElements()
     plan_.Clear();
 }
 
+// No fault of one frame may end the show: the next tick makes the next frame. A fault that stays
+// would fill the log at the frame rate.
+template <typename Step>
+void LEDEngine::KeepFaultsIn(Step step)
+{
+    try {
+        step();
+    } catch (const std::exception& failure) {
+        const std::int64_t now = Platform::MonotonicNanoseconds();
+        if (now - lostFrameTold_ < 1'000'000'000)
+            return;
+        lostFrameTold_ = now;
+        ZEN_LOG_ERROR("Frame lost: %s", failure.what());
+    }
+}
+
 void LEDEngine::UpdateElementBitmaps(const ZenBitmap& source)
 {
     if (!elementsReady)
@@ -77,7 +93,7 @@ void LEDEngine::UpdateElementBitmaps(const ZenBitmap& source)
     const MappedDeviceModel& model = *deviceManager.GetMappedDeviceModel();
     const int rows = model.rowCount();
     if (static_cast<std::size_t>(rows) == plan_.ElementCount()) {
-        plan_.SampleAll(model, source);
+        KeepFaultsIn([&] { plan_.SampleAll(model, source); });
         return;
     }
     // Rows came or went and the buffers were not laid out anew: those that have one go on.
@@ -98,7 +114,7 @@ void LEDEngine::UpdateElementBitmap(int index, const ZenBitmap& source)
         ZEN_LOG_ERROR("LEDEngine lost an element bitmap at #%d", index);
         return;
     }
-    plan_.SampleOne(model, static_cast<std::size_t>(index), source);
+    KeepFaultsIn([&] { plan_.SampleOne(model, static_cast<std::size_t>(index), source); });
 }
 
 int LEDEngine::SendFrame()
@@ -113,18 +129,9 @@ int LEDEngine::SendFrame()
                       static_cast<int>(elementBitmaps_.size()), static_cast<int>(rows));
         return -1;
     }
-    try {
-        return BuildAndSendFrame();
-    } catch (const std::exception& failure) {
-        // No fault of one frame may end the show: the next tick makes the next frame. A fault that
-        // stays would fill the log at the frame rate.
-        const std::int64_t now = Platform::MonotonicNanoseconds();
-        if (now - lostFrameTold_ >= 1'000'000'000) {
-            lostFrameTold_ = now;
-            ZEN_LOG_ERROR("Frame lost: %s", failure.what());
-        }
-        return -1;
-    }
+    int result = -1;
+    KeepFaultsIn([&] { result = BuildAndSendFrame(); });
+    return result;
 }
 
 int LEDEngine::BuildAndSendFrame()

@@ -34,6 +34,8 @@ public:
     void ReleaseElements();
     [[nodiscard]] bool AreElementsReady() const { return elementsReady; }
 
+    // No exception leaves the three steps of a frame.
+
     /// Samples all elements from `source`.
     void UpdateElementBitmaps(const ZenBitmap& source);
     /// Samples one element, for a source of its own such as the mark of a selection.
@@ -55,9 +57,10 @@ public:
     [[nodiscard]] ArtNetOutput& GetOutput() { return output; }
     /// The channel to a host program.
     [[nodiscard]] ArtNetTrigger& GetTrigger() { return *trigger; }
-    [[nodiscard]] const FramePlan& GetPlan() const { return plan_; }
 
 private:
+    template <typename Step>
+    void KeepFaultsIn(Step step);
     int BuildAndSendFrame();
     ArtNetOutput::SendResult SendUniverses();
 

@@ -153,6 +153,8 @@ TEST(FrameAllocation, AFrameWithoutMemoryIsLostAndTheNextOneIsNot)
     {
         Support::LogCapture log;
         refuse = true;
+        show.engine.UpdateElementBitmaps(*picture);
+        show.engine.UpdateElementBitmap(middle, *picture);
         const int result = show.engine.SendFrame();
         refuse = false;
         EXPECT_EQ(result, -1);
