@@ -79,7 +79,7 @@ QString DefaultLibrary()
 
 WEFTMain::WEFTMain(OperatorBoxes& boxes)
     : boxes_(boxes)
-    , networkNotices_([&boxes](const QString& text) { boxes.Notify(nullptr, QString(), text); })
+    , notices_([&boxes](const QString& text) { boxes.Notify(nullptr, QString(), text); })
     , preferencesDialog_(this)
 {
     Startup::ReadApplicationMode();
@@ -151,7 +151,7 @@ void WEFTMain::BuildParts()
     frameLoop_ = std::make_unique<FrameLoop>(*deviceManager_, *engine_, selectionSet);
     network_ = std::make_unique<NetworkChoice>(
         GetIPRange::Instance(), settings_, *deviceManager_, *engine_,
-        [this](const QString& text) { networkNotices_.Tell(text); });
+        [this](const QString& text) { notices_.Tell(text); });
     preferences_ = std::make_unique<ExternalServerPreferences>();
     network_->SetHostPreferences(preferences_.get());
     hostSettings_ = std::make_unique<HostSettings>(*preferences_, *network_);
@@ -422,7 +422,7 @@ void WEFTMain::LoadFirstDocument()
 
 void WEFTMain::GuardUnsavedWork()
 {
-    networkNotices_.Show(); // in the order in which they came up
+    notices_.Show(); // in the order in which they came up
     OfferUnsavedWork();
     unsavedWork_->Watch(document_->GetMappingFilePath());
 }

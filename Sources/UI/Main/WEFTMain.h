@@ -11,7 +11,7 @@
 #include "UI/Editor/EditorGeometry.h"
 #include "UI/Main/FrameLoop.h"
 #include "UI/Main/MainWindowForm.h"
-#include "UI/Main/NetworkNotices.h"
+#include "UI/Main/OperatorNotices.h"
 
 class ArtNetNodeModel;
 class DeviceManager;
@@ -143,7 +143,7 @@ private:
     void SnapToGrid(bool on);
 
     OperatorBoxes& boxes_;
-    NetworkNotices networkNotices_;
+    OperatorNotices notices_;
     WEFTDialogPreferences preferencesDialog_;
     SettingsBlock settings_;
     EditorDisplayState display_;

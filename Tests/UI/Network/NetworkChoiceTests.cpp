@@ -14,7 +14,7 @@
 #include "Settings/SettingsBlock.h"
 #include "Support/LogCapture.h"
 #include "UI/Main/NetworkChoice.h"
-#include "UI/Main/NetworkNotices.h"
+#include "UI/Main/OperatorNotices.h"
 
 namespace {
 
@@ -148,13 +148,13 @@ TEST_F(NetworkChoiceTest, AnotherAddressOfTheChosenNetworkIsFollowed)
     EXPECT_EQ(choice.GetNetworkIP(), L"2.0.0.9") << "the first one seen, until the next choice";
 }
 
-TEST(NetworkNoticesTest, WaitForNobodyAndNeverPileUp)
+TEST(OperatorNoticesTest, WaitForNobodyAndNeverPileUp)
 {
     const QString first = QStringLiteral("first");
     const QString second = QStringLiteral("second");
     QStringList read;
     std::function<void()> behind;
-    NetworkNotices notices([&](const QString& text) {
+    OperatorNotices notices([&](const QString& text) {
         read.append(text);
         behind(); // nobody closes the box before
     });

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "UI/Main/NetworkNotices.h"
+#include "UI/Main/OperatorNotices.h"
 
 #include <utility>
 
-NetworkNotices::NetworkNotices(Box box)
+OperatorNotices::OperatorNotices(Box box)
     : box_(std::move(box))
 {
     soon_.setSingleShot(true);
     QObject::connect(&soon_, &QTimer::timeout, &soon_, [this] { Show(); });
 }
 
-void NetworkNotices::Tell(const QString& text)
+void OperatorNotices::Tell(const QString& text)
 {
     if (waiting_.contains(text))
         return;
@@ -18,7 +18,7 @@ void NetworkNotices::Tell(const QString& text)
     soon_.start();
 }
 
-void NetworkNotices::Show()
+void OperatorNotices::Show()
 {
     if (open_)
         return;

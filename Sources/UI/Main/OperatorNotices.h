@@ -9,12 +9,12 @@
 /// What the operator reads about the chosen network. Nobody may be there, so nothing waits for it:
 /// a notice comes when the program is done with what it is at, one after the other, and a network
 /// that comes and goes all night leaves one box and not a pile.
-class NetworkNotices
+class OperatorNotices
 {
 public:
     /// Shows a text and returns when it was read.
     using Box = std::function<void(const QString&)>;
-    explicit NetworkNotices(Box box);
+    explicit OperatorNotices(Box box);
 
     /// Returns at once. A text that waits or stands in an open box is not told twice.
     void Tell(const QString& text);
