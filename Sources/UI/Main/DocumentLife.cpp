@@ -3,7 +3,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QTimer>
 #include <QUndoStack>
 
 #include "LEDEngine/GetIPRange.h"
@@ -18,6 +17,7 @@
 #include "UI/Editor/EditorDisplayState.h"
 #include "UI/Editor/WeftMapEditorScene.h"
 #include "UI/Main/NetworkChoice.h"
+#include "UI/Main/OperatorNotices.h"
 
 namespace {
 
@@ -68,22 +68,17 @@ void DocumentLife::LoadFirst()
     parts_.network.ChooseFirst();
     parts_.network.updateArtNetOutput();
     if (exists)
-        TellLater(tr("Mapping Not Read"),
-                  tr("The mapping %1 could not be read.\n\n%2")
-                      .arg(mappingFilePath, kept.isEmpty() ? tr("It stays as it is until you save.")
-                                                           : tr("It is kept as %1.").arg(kept)));
+        parts_.notices.Tell(
+            {parts_.window, tr("Mapping Not Read"),
+             tr("The mapping %1 could not be read.\n\n%2")
+                 .arg(mappingFilePath, kept.isEmpty() ? tr("It stays as it is until you save.")
+                                                      : tr("It is kept as %1.").arg(kept))});
     // A file that could not even be renamed is not written over without the operator's wish.
     if (exists && kept.isEmpty())
         parts_.manager.SetDocumentDirty(true);
     else if (!Write())
-        TellLater(tr("Mapping Not Saved"),
-                  tr("The mapping could not be saved to %1.").arg(mappingFilePath));
-}
-
-/// When the program ticks: the stage does not wait until somebody has read it.
-void DocumentLife::TellLater(const QString& title, const QString& text)
-{
-    QTimer::singleShot(0, this, [=, this] { parts_.boxes.Notify(parts_.window, title, text); });
+        parts_.notices.Tell({parts_.window, tr("Mapping Not Saved"),
+                             tr("The mapping could not be saved to %1.").arg(mappingFilePath)});
 }
 
 bool DocumentLife::Import(const QString& path)

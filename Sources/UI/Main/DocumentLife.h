@@ -8,6 +8,7 @@ class ArtNetNodeModel;
 class DeviceManager;
 class NetworkChoice;
 class OperatorBoxes;
+class OperatorNotices;
 class QUndoStack;
 class QWidget;
 class SettingsBlock;
@@ -31,6 +32,7 @@ public:
         WeftMapEditorScene& scene;
         QUndoStack& undoStack;
         OperatorBoxes& boxes;
+        OperatorNotices& notices;
         QWidget* window; ///< the parent of the boxes
     };
     /// All parts outlive this object.
@@ -79,7 +81,6 @@ signals:
 
 private:
     bool Write();
-    void TellLater(const QString& title, const QString& text);
     bool LoadInto(const QString& path);
     void StopMerging();
     [[nodiscard]] QString StartDirectory() const;

@@ -10,11 +10,11 @@ OperatorNotices::OperatorNotices(Box box)
     QObject::connect(&soon_, &QTimer::timeout, &soon_, [this] { Show(); });
 }
 
-void OperatorNotices::Tell(const QString& text)
+void OperatorNotices::Tell(const Notice& notice)
 {
-    if (waiting_.contains(text))
+    if (waiting_.contains(notice))
         return;
-    waiting_.append(text);
+    waiting_.append(notice);
     soon_.start();
 }
 
@@ -24,7 +24,7 @@ void OperatorNotices::Show()
         return;
     open_ = true;
     while (!waiting_.isEmpty()) {
-        box_(QString(waiting_.first()));
+        box_(Notice(waiting_.first()));
         waiting_.removeFirst();
     }
     open_ = false;

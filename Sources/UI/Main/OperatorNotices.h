@@ -3,27 +3,38 @@
 
 #include <functional>
 
-#include <QStringList>
+#include <QList>
+#include <QString>
 #include <QTimer>
 
-/// What the operator reads about the chosen network. Nobody may be there, so nothing waits for it:
-/// a notice comes when the program is done with what it is at, one after the other, and a network
-/// that comes and goes all night leaves one box and not a pile.
+class QWidget;
+
+/// What the operator should read, and need not answer. Nobody may be there, so nothing waits for
+/// it: a notice comes when the program is done with what it is at, one after the other, and a
+/// network that comes and goes all night leaves one box and not a pile.
 class OperatorNotices
 {
 public:
-    /// Shows a text and returns when it was read.
-    using Box = std::function<void(const QString&)>;
+    struct Notice
+    {
+        QWidget* parent = nullptr;
+        QString title;
+        QString text;
+
+        bool operator==(const Notice&) const = default;
+    };
+    /// Shows a notice and returns when it was read.
+    using Box = std::function<void(const Notice&)>;
     explicit OperatorNotices(Box box);
 
-    /// Returns at once. A text that waits or stands in an open box is not told twice.
-    void Tell(const QString& text);
+    /// Returns at once. What waits or stands in an open box is not told twice.
+    void Tell(const Notice& notice);
     /// Shows what waits, now, and returns when all of it was read.
     void Show();
 
 private:
     Box box_;
-    QStringList waiting_; ///< the first one stands in the open box
+    QList<Notice> waiting_; ///< the first one stands in the open box
     bool open_ = false;
     QTimer soon_;
 };

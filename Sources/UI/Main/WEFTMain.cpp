@@ -79,7 +79,9 @@ QString DefaultLibrary()
 
 WEFTMain::WEFTMain(OperatorBoxes& boxes)
     : boxes_(boxes)
-    , notices_([&boxes](const QString& text) { boxes.Notify(nullptr, QString(), text); })
+    , notices_([&boxes](const OperatorNotices::Notice& notice) {
+        boxes.Notify(notice.parent, notice.title, notice.text);
+    })
     , preferencesDialog_(this)
 {
     Startup::ReadApplicationMode();
@@ -149,9 +151,10 @@ void WEFTMain::BuildParts()
     engine_ = std::make_unique<LEDEngine>(*deviceManager_);
     nodeModel_ = std::make_unique<ArtNetNodeModel>();
     frameLoop_ = std::make_unique<FrameLoop>(*deviceManager_, *engine_, selectionSet);
-    network_ = std::make_unique<NetworkChoice>(
-        GetIPRange::Instance(), settings_, *deviceManager_, *engine_,
-        [this](const QString& text) { notices_.Tell(text); });
+    network_ = std::make_unique<NetworkChoice>(GetIPRange::Instance(), settings_, *deviceManager_,
+                                               *engine_, [this](const QString& text) {
+                                                   notices_.Tell({nullptr, QString(), text});
+                                               });
     preferences_ = std::make_unique<ExternalServerPreferences>();
     network_->SetHostPreferences(preferences_.get());
     hostSettings_ = std::make_unique<HostSettings>(*preferences_, *network_);
@@ -256,7 +259,7 @@ void WEFTMain::BuildDocument()
 {
     document_ = std::make_unique<DocumentLife>(
         DocumentLife::Parts{*deviceManager_, *nodeModel_, *network_, settings_, display_, *scene_,
-                            *undoStack_, boxes_, this});
+                            *undoStack_, boxes_, notices_, this});
     unsavedWork_ = std::make_unique<UnsavedWork>(*deviceManager_, *nodeModel_);
 }
 

@@ -154,22 +154,22 @@ TEST(OperatorNoticesTest, WaitForNobodyAndNeverPileUp)
     const QString second = QStringLiteral("second");
     QStringList read;
     std::function<void()> behind;
-    OperatorNotices notices([&](const QString& text) {
-        read.append(text);
+    OperatorNotices notices([&](const OperatorNotices::Notice& notice) {
+        read.append(notice.text);
         behind(); // nobody closes the box before
     });
     behind = [&] {
         if (read.last() == second)
             return;
-        notices.Tell(first); // the same network came and went again
-        notices.Tell(second);
+        notices.Tell({nullptr, {}, first}); // the same network came and went again
+        notices.Tell({nullptr, {}, second});
         QCoreApplication::processEvents();
     };
-    notices.Tell(first);
+    notices.Tell({nullptr, {}, first});
     EXPECT_TRUE(read.isEmpty());
     QCoreApplication::processEvents();
     EXPECT_EQ(read, QStringList({first, second}));
-    notices.Tell(first);
+    notices.Tell({nullptr, {}, first});
     notices.Show();
     EXPECT_EQ(read.mid(2), QStringList({first, second})) << "read, and true again";
     QCoreApplication::processEvents();
