@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "FixtureModel/Rounding.h"
 #include "Log/Log.h"
 #include "Platform/Numbers.h"
 #include "XmlText/XmlText.h"
@@ -114,14 +115,7 @@ void VideoMapping::SetRotation(float degrees)
 {
     if (!std::isfinite(degrees))
         return;
-    // The same as taking 360 off again and again, for any size of angle.
-    constexpr float turn = 360.0F;
-    if (degrees > turn) {
-        degrees = std::fmod(degrees, turn);
-        if (degrees == 0.0F)
-            degrees = turn;
-    }
-    rotation = std::floor(degrees);
+    rotation = static_cast<float>(Rounding::WholeDegrees(static_cast<double>(degrees)));
 }
 
 void VideoMapping::SetTopLeft(float x, float y)
