@@ -84,7 +84,7 @@ public:
 
     void MoveAll()
     {
-        std::vector<ObjectPosition> corners;
+        std::vector<ElementPosition> corners;
         for (int row = 0; row < Rows(); ++row)
             corners.push_back({IndexOf(row), static_cast<double>(row % 900), 7});
         manager_.MoveObjects(corners, true);
@@ -92,7 +92,7 @@ public:
 
     void RotateAll()
     {
-        std::vector<ObjectRotation> rotations;
+        std::vector<ElementRotation> rotations;
         for (int row = 0; row < Rows(); ++row)
             rotations.push_back({IndexOf(row), 30});
         manager_.SetObjectRotation(rotations);

@@ -12,7 +12,7 @@
 #include <QMutexLocker>
 #include <QThread>
 
-#include <cmath>
+#include <ranges>
 #include <utility>
 
 namespace {
@@ -189,52 +189,15 @@ void DeviceManager::ClearAll()
 
 void DeviceManager::CreateSceneItems()
 {
+    ElementIds ids;
     for (int row = 0; row < mappedDeviceModel->rowCount(); ++row) {
-        const MappedLedItem* element = mappedDeviceModel->GetElement(row);
-        if (!element || element->GetItemType() != 0)
-            continue;
-        const VideoMapping* video = element->GetVideoMapping();
-        if (!video) {
+        const MappedLedItem& element = *mappedDeviceModel->GetElement(row);
+        if (element.GetVideoMapping())
+            ids.push_back(element.uniqueID);
+        else
             ZEN_LOG_ERROR("Unexpected disappearance of VideoMapping!");
-            continue;
-        }
-        const auto pixelsX = [this](float value) {
-            return static_cast<float>(ToPixelsX(value));
-        };
-        const auto pixelsY = [this](float value) {
-            return static_cast<float>(ToPixelsY(value));
-        };
-        const PixelMap& map = element->GetFixture().pixelMap;
-        emit createRectangleDevice(pixelsX(video->centerX), pixelsY(video->centerY),
-                                   pixelsX(video->width), pixelsY(video->height), map.GetWidth(),
-                                   map.GetHeight(), std::trunc(video->rotation) + 0.0F, 0, 0,
-                                   mappedDeviceModel->index(row, MappedDeviceModel::ItemColumn),
-                                   element->uniqueID);
     }
-}
-
-void DeviceManager::SetCanvasSize(int width, int height)
-{
-    const QMutexLocker lock(&mutex);
-    mappedDeviceModel->SetCanvasSize(width, height);
-    canvasWidth = mappedDeviceModel->GetCanvasWidth();
-    canvasHeight = mappedDeviceModel->GetCanvasHeight();
-}
-
-void DeviceManager::GetCanvasSize(int& width, int& height) const
-{
-    width = canvasWidth;
-    height = canvasHeight;
-}
-
-double DeviceManager::ToPixelsX(double fraction) const
-{
-    return fraction * mappedDeviceModel->GetCanvasWidth();
-}
-
-double DeviceManager::ToPixelsY(double fraction) const
-{
-    return fraction * mappedDeviceModel->GetCanvasHeight();
+    emit elementsAdded(ids);
 }
 
 void DeviceManager::SetDocumentDirty(bool dirty)
@@ -251,11 +214,11 @@ QModelIndex DeviceManager::AddMappedObject(const MappedObjectParams& params)
     return added.empty() ? QModelIndex() : added.front().index;
 }
 
-std::vector<AddedObject>
+std::vector<AddedElement>
 DeviceManager::AddMappedObjects(const std::vector<MappedObjectParams>& records)
 {
     std::vector<std::unique_ptr<MappedLedItem>> items;
-    std::vector<AddedObject> added;
+    std::vector<AddedElement> added;
     {
         const QMutexLocker lock(&mutex);
         for (const MappedObjectParams& record : records) {
@@ -276,7 +239,7 @@ DeviceManager::AddMappedObjects(const std::vector<MappedObjectParams>& records)
         for (std::size_t i = 0; i < added.size(); ++i)
             added[i].index = indexes[static_cast<int>(i)];
     }
-    emit mappingsChanged();
+    TellAdded(added | std::views::transform(&AddedElement::index));
     return added;
 }
 
@@ -291,15 +254,49 @@ QList<QModelIndex> DeviceManager::AddMappedItems(std::vector<std::unique_ptr<Map
         }
         indexes = mappedDeviceModel->AddMappingElements(std::move(items));
     }
-    emit mappingsChanged();
+    TellAdded(indexes);
     return indexes;
+}
+
+template <class Indexes>
+void DeviceManager::TellAdded(const Indexes& indexes)
+{
+    ElementIds ids;
+    for (const QModelIndex& index : indexes)
+        ids.push_back(GetUniqueID(index));
+    emit elementsAdded(ids);
+    emit mappingsChanged();
 }
 
 void DeviceManager::RemoveMappedObjects(const QList<qint64>& uniqueIDs)
 {
+    (void)TakeElements({uniqueIDs.begin(), uniqueIDs.end()});
+}
+
+TakenElements DeviceManager::TakeElements(const ElementIds& ids)
+{
+    emit elementsAboutToBeRemoved(ids);
+    TakenElements taken;
     {
         const QMutexLocker lock(&mutex);
-        mappedDeviceModel->RemoveMappingElements(uniqueIDs);
+        taken = mappedDeviceModel->TakeElements(ids);
     }
+    emit mappingsChanged();
+    return taken;
+}
+
+void DeviceManager::PutBackElements(TakenElements elements)
+{
+    ElementIds ids;
+    {
+        const QMutexLocker lock(&mutex);
+        for (const TakenElement& taken : elements) {
+            MappedLedItem& element = taken.Element();
+            ids.push_back(element.uniqueID);
+            mappedDeviceModel->RebindFixture(element, *deviceModel);
+        }
+        mappedDeviceModel->PutBackElements(std::move(elements));
+    }
+    emit elementsAdded(ids);
     emit mappingsChanged();
 }

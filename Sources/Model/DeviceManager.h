@@ -12,10 +12,13 @@
 #include <QObject>
 #include <QPersistentModelIndex>
 #include <QRecursiveMutex>
+#include <QSize>
 #include <QString>
 
 #include "Model/DeviceModel.h"
-#include "Model/ObjectChanges.h"
+#include "Model/ElementChanges.h"
+#include "Model/ElementGeometry.h"
+#include "Model/TakenElement.h"
 #include "Model/Vector4DF.h"
 
 class ArtNetNodeModel;
@@ -28,12 +31,11 @@ class MappedObjectListProxy;
 namespace tinyxml2 {
 class XMLDocument;
 }
-struct VideoMapping;
 
-/// The one door to the library and the document. Outside of it lengths are scene pixels; the model
-/// keeps fractions of the canvas. Every change of an element goes through here and is told by a
-/// signal. Main thread; the mutex keeps an element from being seen half-written by the engine's
-/// walk. Indexes are those of the document model.
+/// The facade of the library and the document: every change of an element goes through here and is
+/// followed by a signal. Lengths are scene pixels, but for ElementMapping; the model keeps
+/// fractions of the canvas. Main thread; the mutex keeps the engine from reading a half-written
+/// element. Indexes are those of the document model.
 class DeviceManager : public QObject
 {
     Q_OBJECT
@@ -67,7 +69,7 @@ public:
     /// Adds what SaveMapping writes to an empty document.
     void MappingToXml(tinyxml2::XMLDocument& document, const ArtNetNodeModel& nodes) const;
     void ClearAll();
-    /// Tells of every element of the document through createRectangleDevice, in row order.
+    /// Tells of every element of the document through elementsAdded, in row order.
     void CreateSceneItems();
 
     [[nodiscard]] DeviceModel* GetDeviceModel() const { return deviceModel.get(); }
@@ -109,25 +111,37 @@ public:
     [[nodiscard]] int GetDeviceChannelCount(std::int64_t fixtureID) const;
 
     void GetCanvasSize(int& width, int& height) const;
+    [[nodiscard]] QSize CanvasPixels() const;
     [[nodiscard]] double ToPixelsX(double fraction) const;
     [[nodiscard]] double ToPixelsY(double fraction) const;
     /// The smallest upright rectangle round the turned one, in fractions of the canvas.
     static void GetObjectBounds(const VideoMapping& mapping, float& left, float& top, float& right,
                                 float& bottom);
+    /// The geometry of these elements, in their order. Ids of elements that have none are passed
+    /// over.
+    [[nodiscard]] std::vector<ElementMapping> GetVideoMappings(const ElementIds& ids) const;
+    /// The canvas with all elements, in row order.
+    [[nodiscard]] ElementGeometry::Layout GetLayout() const;
 
     // ---- Changing elements ---------------------------------------------------------------------
-    // A batch ends with devicesChangedGeometry. An entry without element ends it at once, without
-    // that signal; only a batch of rotations goes on behind such an entry.
+    // Each batch ends with elementsChanged and devicesChangedGeometry.
 
-    /// Puts left top corners. `final` tells the inspector's kind of change from a step of a drag.
-    void MoveObjects(const std::vector<ObjectPosition>& corners, bool final);
-    void SetObjectCentre(const std::vector<ObjectPosition>& centres);
-    void SetObjectSize(const std::vector<ObjectSize>& sizes);
-    /// Whole degrees: an angle above 360 comes down by full turns, and the fraction goes.
-    void SetObjectRotation(const std::vector<ObjectRotation>& rotations);
-    void SetObjectFlipState(const std::vector<ObjectFlip>& flips);
+    /// Gives elements exactly this geometry. Elements that have it already and ids without element
+    /// are passed over; when nothing changes, no signal comes.
+    void SetVideoMappings(const std::vector<ElementMapping>& mappings);
+
+    // An entry without element ends these batches at once, without devicesChangedGeometry; only
+    // SetObjectRotation goes on behind such an entry.
+
+    /// Puts left top corners. `final` tells a typed place from a step of a drag, by its signal.
+    void MoveObjects(const std::vector<ElementPosition>& corners, bool final);
+    void SetObjectCentre(const std::vector<ElementPosition>& centres);
+    void SetObjectSize(const std::vector<ElementSize>& sizes);
+    /// Stores whole degrees, as Rounding::WholeDegrees.
+    void SetObjectRotation(const std::vector<ElementRotation>& rotations);
+    void SetObjectFlipState(const std::vector<ElementFlip>& flips);
     /// Puts centres and sizes, with the left top corner on a whole pixel.
-    void SetObjectRects(const std::vector<ObjectRect>& rects);
+    void SetObjectRects(const std::vector<ElementRect>& rects);
 
     void MoveObject(const QModelIndex& index, double x, double y, bool final);
     void SetObjectCentre(const QModelIndex& index, double x, double y);
@@ -143,8 +157,13 @@ public:
 
     // ---- Changing the document -----------------------------------------------------------------
 
-    /// Within the bounds that the document keeps.
+    /// Within the bounds that the document keeps. Elements follow the canvas.
     void SetCanvasSize(int width, int height);
+    /// The same as an edit, which marks the document as changed. With `keepPixels` elements keep
+    /// place and size in pixels.
+    void ResizeCanvas(int width, int height, bool keepPixels);
+    /// Puts a canvas and the geometry of its elements back, exactly.
+    void SetLayout(const ElementGeometry::Layout& layout);
     /// Cuts the canvas to the box round these elements; every element keeps its size in pixels.
     void CropToSelection(const QModelIndexList& indexes);
 
@@ -152,15 +171,21 @@ public:
     QModelIndex AddMappedObject(const MappedObjectParams& params);
     /// Adds elements that have no extent yet: ApplyObjectParams is the next step. A record whose
     /// fixture isn't in the library is passed over.
-    std::vector<AddedObject> AddMappedObjects(const std::vector<MappedObjectParams>& records);
-    /// Size and centre of the record, no rotation, no flips: all sizes, then all centres and so on.
-    /// An element that is gone is passed over.
+    std::vector<AddedElement> AddMappedObjects(const std::vector<MappedObjectParams>& records);
+    /// Size and centre of the record, no rotation, no flips. An element that is gone is passed
+    /// over.
     void ApplyObjectParams(const QModelIndex& index, const MappedObjectParams& params);
-    void ApplyObjectParams(const std::vector<AddedObject>& objects);
+    void ApplyObjectParams(const std::vector<AddedElement>& elements);
     /// Adds elements that were made elsewhere; the document owns them then. One without a number,
     /// or with that of another element, gets the next one.
     QList<QModelIndex> AddMappedItems(std::vector<std::unique_ptr<MappedLedItem>> items);
     void RemoveMappedObjects(const QList<qint64>& uniqueIDs);
+    /// Takes elements out of the document; the caller owns them. Ids without element are passed
+    /// over.
+    [[nodiscard]] TakenElements TakeElements(const ElementIds& ids);
+    /// The inverse, for a document that is as TakeElements left it: the same elements in the same
+    /// rows, with their numbers and their own copies of their fixtures.
+    void PutBackElements(TakenElements elements);
 
     /// Takes a fixture out of the library, by its index in the library's proxy. False for what is
     /// no fixture. Whether the document uses it is the caller's question. A row that was left when
@@ -183,13 +208,14 @@ signals:
     void deviceChangeMapSize(int64_t uniqueID, float width, float height);
     void deviceChangeRotation(int64_t uniqueID, float anglePosition);
     void deviceChangeFlip(int64_t uniqueID, int flipDirection, bool state);
-    void createRectangleDevice(float posX, float posY, float width, float height, int devWidth,
-                               int devHeight, float rotation, int flip_horizontal,
-                               int flip_vertical, QPersistentModelIndex modelIndex,
-                               int64_t uniqueID);
+    /// The elements are in the document.
+    void elementsAdded(const ElementIds& ids);
+    /// The elements are still in the document. Some ids may have no element.
+    void elementsAboutToBeRemoved(const ElementIds& ids);
+    /// Once for each batch: the geometry of these elements is another one.
+    void elementsChanged(const ElementIds& ids);
     void changeCanvasSize(int width, int height);
     void changeFilteringMode(int filtermode);
-    void deleteGraphicObject(int64_t uniqueID);
     void devicesChangedGeometry();
     void signalDocumentSavedState(bool saved);
     /// The library could not be written; what the user changed lives only until the end of the run.
@@ -205,8 +231,20 @@ private:
         NotAtAll
     };
 
+    enum class MissingElement
+    {
+        EndsTheBatch,
+        IsPassedOver
+    };
+
     bool KeepUnreadLibrary();
-    [[nodiscard]] VideoMapping* EditVideo(MappedLedItem* element) const;
+    template <class Entry, class Change, class Tell>
+    void ChangeEach(const std::vector<Entry>& entries, MissingElement missing, const Change& change,
+                    const Tell& tell);
+    template <class Indexes>
+    void TellAdded(const Indexes& indexes);
+    void TellDifference(std::int64_t uniqueID, const VideoMapping& before, const VideoMapping& now);
+    void TellCentre(std::int64_t uniqueID, double x, double y);
 
     mutable QRecursiveMutex mutex;
     QString libraryPath;

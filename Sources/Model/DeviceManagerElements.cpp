@@ -1,43 +1,27 @@
 // SPDX-License-Identifier: MIT
 // DeviceManager's operations on single elements: reading, and the batches that change them.
+#include "FixtureModel/Rounding.h"
 #include "Log/Log.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 
 #include <QMutexLocker>
 
-#include <algorithm>
 #include <cmath>
-#include <optional>
 
 namespace {
 
-constexpr double fullTurn = 360.0;
-
-/// To the nearest whole pixel, halves upward, below zero too.
-double RoundHalfUp(double value)
+/// A file could not bring other numbers back.
+bool IsFinite(const VideoMapping& video)
 {
-    return std::floor(value + 0.5);
+    return std::isfinite(video.centerX) && std::isfinite(video.centerY) &&
+           std::isfinite(video.width) && std::isfinite(video.height) &&
+           std::isfinite(video.rotation);
 }
 
-/// Whole degrees, at most a full turn.
-float WholeDegrees(float degrees)
+PointF Fraction(double x, double y, QSizeF canvas)
 {
-    double turned = static_cast<double>(degrees);
-    if (turned > fullTurn) {
-        // The same as taking a full turn off again and again, for an angle of any size.
-        turned = std::fmod(turned, fullTurn);
-        if (turned == 0.0)
-            turned = fullTurn;
-    }
-    return static_cast<float>(std::trunc(turned) + 0.0); // no -0
-}
-
-/// A pair for the model. Nothing for numbers that a file could not bring back.
-std::optional<PointF> Finite(double x, double y)
-{
-    const PointF pair{static_cast<float>(x), static_cast<float>(y)};
-    return std::isfinite(pair.x) && std::isfinite(pair.y) ? std::optional(pair) : std::nullopt;
+    return {static_cast<float>(x / canvas.width()), static_cast<float>(y / canvas.height())};
 }
 
 } // namespace
@@ -117,6 +101,19 @@ float DeviceManager::GetObjectRotation(const QModelIndex& index) const
     return element->GetVideoMapping()->rotation;
 }
 
+std::vector<ElementMapping> DeviceManager::GetVideoMappings(const ElementIds& ids) const
+{
+    const QMutexLocker lock(&mutex);
+    std::vector<ElementMapping> mappings;
+    mappings.reserve(ids.size());
+    for (const std::int64_t id : ids) {
+        const MappedLedItem* element = mappedDeviceModel->GetItemByUniqueID(id);
+        if (element && element->GetVideoMapping())
+            mappings.push_back({id, *element->GetVideoMapping()});
+    }
+    return mappings;
+}
+
 const DMXMappingArtNet* DeviceManager::GetMappedObjectArtNetMapping(const QModelIndex& index) const
 {
     const QMutexLocker lock(&mutex);
@@ -125,145 +122,176 @@ const DMXMappingArtNet* DeviceManager::GetMappedObjectArtNetMapping(const QModel
         ZEN_LOG_ERROR("GetMappedObjectArtNetMapping did not find item in mappedDeviceModel!");
         return nullptr;
     }
-    return element->GetItemType() == 0 ? element->GetArtNetMapping() : nullptr;
+    return element->GetArtNetMapping();
 }
 
 // ---- Changing ----------------------------------------------------------------------------------
 
-VideoMapping* DeviceManager::EditVideo(MappedLedItem* element) const
+/// Lets `change` make each entry's element into what it shall be and `tell` say so by the signals
+/// of the operation. What comes out beyond all numbers is passed over.
+template <class Entry, class Change, class Tell>
+void DeviceManager::ChangeEach(const std::vector<Entry>& entries, MissingElement missing,
+                               const Change& change, const Tell& tell)
 {
-    return element && element->GetVideoMapping() ? element->EditVideoMapping() : nullptr;
-}
-
-void DeviceManager::MoveObjects(const std::vector<ObjectPosition>& corners, bool final)
-{
-    for (const ObjectPosition& corner : corners) {
+    ElementIds changed;
+    changed.reserve(entries.size());
+    for (const Entry& entry : entries) {
         const QMutexLocker lock(&mutex);
-        MappedLedItem* element = GetMappedItem(corner.index);
-        VideoMapping* video = EditVideo(element);
-        if (!video)
+        MappedLedItem* element = GetMappedItem(entry.index);
+        if (!element || !element->GetVideoMapping()) {
+            if (missing == MissingElement::IsPassedOver)
+                continue;
+            emit elementsChanged(changed);
             return;
-        const auto centre =
-            Finite(corner.x / mappedDeviceModel->GetCanvasWidth() + video->width / 2,
-                   corner.y / mappedDeviceModel->GetCanvasHeight() + video->height / 2);
-        if (!centre)
-            continue;
-        video->SetCenter(*centre);
-        const Zen::Vector4DF geometry{static_cast<float>(corner.x), static_cast<float>(corner.y),
-                                      static_cast<float>(ToPixelsY(video->height)),
-                                      static_cast<float>(ToPixelsX(video->width))};
-        if (final)
-            emit deviceChangeGeometry(element->uniqueID, geometry);
-        else
-            emit deviceUpdatedGeometry(element->uniqueID, geometry);
-    }
-    emit devicesChangedGeometry();
-}
-
-void DeviceManager::SetObjectCentre(const std::vector<ObjectPosition>& centres)
-{
-    for (const ObjectPosition& entry : centres) {
-        const QMutexLocker lock(&mutex);
-        MappedLedItem* element = GetMappedItem(entry.index);
-        VideoMapping* video = EditVideo(element);
-        if (!video)
-            return;
-        const auto centre = Finite(entry.x / mappedDeviceModel->GetCanvasWidth(),
-                                   entry.y / mappedDeviceModel->GetCanvasHeight());
-        if (!centre || element->GetItemType() != 0)
-            continue;
-        video->SetCenter(*centre);
-        const auto uniqueID = element->uniqueID;
-        const auto x = static_cast<float>(entry.x);
-        const auto y = static_cast<float>(entry.y);
-        emit deviceChangeCentreX(uniqueID, x);
-        emit deviceChangeCentreY(uniqueID, y);
-        emit deviceChangeCentreXY(uniqueID, x, y);
-    }
-    emit devicesChangedGeometry();
-}
-
-void DeviceManager::SetObjectSize(const std::vector<ObjectSize>& sizes)
-{
-    for (const ObjectSize& entry : sizes) {
-        const QMutexLocker lock(&mutex);
-        MappedLedItem* element = GetMappedItem(entry.index);
-        VideoMapping* video = EditVideo(element);
-        if (!video)
-            return;
-        const auto size = Finite(entry.width / mappedDeviceModel->GetCanvasWidth(),
-                                 entry.height / mappedDeviceModel->GetCanvasHeight());
-        if (!size || element->GetItemType() != 0)
-            continue;
-        video->SetSize(*size);
-        emit deviceChangeMapSize(element->uniqueID, static_cast<float>(entry.width),
-                                 static_cast<float>(entry.height));
-    }
-    emit devicesChangedGeometry();
-}
-
-void DeviceManager::SetObjectRotation(const std::vector<ObjectRotation>& rotations)
-{
-    for (const ObjectRotation& entry : rotations) {
-        const QMutexLocker lock(&mutex);
-        MappedLedItem* element = GetMappedItem(entry.index);
-        if (!element || element->GetItemType() != 0 || !std::isfinite(entry.degrees))
-            continue;
-        VideoMapping* video = EditVideo(element);
-        if (!video)
-            continue;
-        video->SetRotation(WholeDegrees(entry.degrees));
-        emit deviceChangeRotation(element->uniqueID, video->rotation);
-    }
-    emit devicesChangedGeometry();
-}
-
-void DeviceManager::SetObjectFlipState(const std::vector<ObjectFlip>& flips)
-{
-    for (const ObjectFlip& entry : flips) {
-        const QMutexLocker lock(&mutex);
-        MappedLedItem* element = GetMappedItem(entry.index);
-        if (element && element->GetItemType() != 0) {
-            ZEN_LOG_ERROR("SetObjectFlipState Unexpected item type: %d", element->GetItemType());
-            continue;
         }
-        VideoMapping* video = EditVideo(element);
-        if (!video)
-            return;
-        if (entry.direction == FlipHorizontal)
-            video->flipHorizontal = entry.state;
-        else if (entry.direction == FlipVertical)
-            video->flipVertical = entry.state;
-        emit deviceChangeFlip(element->uniqueID, entry.direction, entry.state);
+        VideoMapping video = *element->GetVideoMapping();
+        change(entry, video);
+        if (!IsFinite(video))
+            continue;
+        *element->EditVideoMapping() = video;
+        changed.push_back(element->uniqueID);
+        tell(entry, element->uniqueID, video);
     }
+    emit elementsChanged(changed);
     emit devicesChangedGeometry();
 }
 
-void DeviceManager::SetObjectRects(const std::vector<ObjectRect>& rects)
+void DeviceManager::SetVideoMappings(const std::vector<ElementMapping>& mappings)
 {
-    for (const ObjectRect& rect : rects) {
+    ElementIds changed;
+    for (const auto& [uniqueID, video] : mappings) {
         const QMutexLocker lock(&mutex);
-        MappedLedItem* element = GetMappedItem(rect.index);
-        VideoMapping* video = EditVideo(element);
-        if (!video)
-            return;
-        const int canvasW = mappedDeviceModel->GetCanvasWidth();
-        const int canvasH = mappedDeviceModel->GetCanvasHeight();
-        const double x = RoundHalfUp(rect.x - rect.width / 2) + rect.width / 2;
-        const double y = RoundHalfUp(rect.y - rect.height / 2) + rect.height / 2;
-        const auto size = Finite(rect.width / canvasW, rect.height / canvasH);
-        const auto centre = Finite(x / canvasW, y / canvasH);
-        if (!size || !centre)
+        MappedLedItem* element = mappedDeviceModel->GetItemByUniqueID(uniqueID);
+        const VideoMapping* present = element ? element->GetVideoMapping() : nullptr;
+        if (!present || *present == video || !IsFinite(video))
             continue;
-        video->SetSize(*size);
-        video->SetCenter(*centre);
-        const auto uniqueID = element->uniqueID;
-        emit deviceChangeCentreX(uniqueID, static_cast<float>(x));
-        emit deviceChangeCentreY(uniqueID, static_cast<float>(y));
-        emit deviceChangeMapSize(uniqueID, static_cast<float>(rect.width),
-                                 static_cast<float>(rect.height));
+        const VideoMapping before = *present;
+        *element->EditVideoMapping() = video;
+        changed.push_back(uniqueID);
+        TellDifference(uniqueID, before, video);
     }
+    if (changed.empty())
+        return;
+    emit elementsChanged(changed);
     emit devicesChangedGeometry();
+}
+
+void DeviceManager::TellDifference(std::int64_t uniqueID, const VideoMapping& before,
+                                   const VideoMapping& now)
+{
+    const auto [centre, size] = ElementGeometry::PlacementOf(now, CanvasPixels());
+    if (before.GetCenter() != now.GetCenter())
+        TellCentre(uniqueID, centre.x(), centre.y());
+    if (before.GetSize() != now.GetSize())
+        emit deviceChangeMapSize(uniqueID, static_cast<float>(size.width()),
+                                 static_cast<float>(size.height()));
+    if (before.rotation != now.rotation)
+        emit deviceChangeRotation(uniqueID, now.rotation);
+    if (before.flipHorizontal != now.flipHorizontal)
+        emit deviceChangeFlip(uniqueID, FlipHorizontal, now.flipHorizontal);
+    if (before.flipVertical != now.flipVertical)
+        emit deviceChangeFlip(uniqueID, FlipVertical, now.flipVertical);
+}
+
+void DeviceManager::TellCentre(std::int64_t uniqueID, double x, double y)
+{
+    emit deviceChangeCentreX(uniqueID, static_cast<float>(x));
+    emit deviceChangeCentreY(uniqueID, static_cast<float>(y));
+    emit deviceChangeCentreXY(uniqueID, static_cast<float>(x), static_cast<float>(y));
+}
+
+void DeviceManager::MoveObjects(const std::vector<ElementPosition>& corners, bool final)
+{
+    const QSizeF canvas = CanvasPixels();
+    ChangeEach(
+        corners, MissingElement::EndsTheBatch,
+        [canvas](const ElementPosition& corner, VideoMapping& video) {
+            const PointF topLeft = Fraction(corner.x, corner.y, canvas);
+            video.SetCenter({topLeft.x + video.width / 2, topLeft.y + video.height / 2});
+        },
+        [this, canvas, final](const ElementPosition& corner, std::int64_t uniqueID,
+                              const VideoMapping& video) {
+            const QSizeF size = ElementGeometry::PlacementOf(video, canvas).size;
+            const Zen::Vector4DF geometry{
+                static_cast<float>(corner.x), static_cast<float>(corner.y),
+                static_cast<float>(size.height()), static_cast<float>(size.width())};
+            if (final)
+                emit deviceChangeGeometry(uniqueID, geometry);
+            else
+                emit deviceUpdatedGeometry(uniqueID, geometry);
+        });
+}
+
+void DeviceManager::SetObjectCentre(const std::vector<ElementPosition>& centres)
+{
+    ChangeEach(
+        centres, MissingElement::EndsTheBatch,
+        [canvas = CanvasPixels()](const ElementPosition& centre, VideoMapping& video) {
+            video.SetCenter(Fraction(centre.x, centre.y, canvas));
+        },
+        [this](const ElementPosition& centre, std::int64_t uniqueID, const VideoMapping&) {
+            TellCentre(uniqueID, centre.x, centre.y);
+        });
+}
+
+void DeviceManager::SetObjectSize(const std::vector<ElementSize>& sizes)
+{
+    ChangeEach(
+        sizes, MissingElement::EndsTheBatch,
+        [canvas = CanvasPixels()](const ElementSize& size, VideoMapping& video) {
+            video.SetSize(Fraction(size.width, size.height, canvas));
+        },
+        [this](const ElementSize& size, std::int64_t uniqueID, const VideoMapping&) {
+            emit deviceChangeMapSize(uniqueID, static_cast<float>(size.width),
+                                     static_cast<float>(size.height));
+        });
+}
+
+void DeviceManager::SetObjectRotation(const std::vector<ElementRotation>& rotations)
+{
+    ChangeEach(
+        rotations, MissingElement::IsPassedOver,
+        [](const ElementRotation& rotation, VideoMapping& video) {
+            video.rotation =
+                static_cast<float>(Rounding::WholeDegrees(static_cast<double>(rotation.degrees)));
+        },
+        [this](const ElementRotation&, std::int64_t uniqueID, const VideoMapping& video) {
+            emit deviceChangeRotation(uniqueID, video.rotation);
+        });
+}
+
+void DeviceManager::SetObjectFlipState(const std::vector<ElementFlip>& flips)
+{
+    ChangeEach(
+        flips, MissingElement::EndsTheBatch,
+        [](const ElementFlip& flip, VideoMapping& video) {
+            (flip.direction == FlipHorizontal ? video.flipHorizontal : video.flipVertical) =
+                flip.state;
+        },
+        [this](const ElementFlip& flip, std::int64_t uniqueID, const VideoMapping&) {
+            emit deviceChangeFlip(uniqueID, flip.direction, flip.state);
+        });
+}
+
+void DeviceManager::SetObjectRects(const std::vector<ElementRect>& rects)
+{
+    const auto placement = [](const ElementRect& rect) {
+        const QSizeF size(rect.width, rect.height);
+        return ElementGeometry::Placement{ElementGeometry::SnappedCentre({rect.x, rect.y}, size),
+                                          size};
+    };
+    ChangeEach(
+        rects, MissingElement::EndsTheBatch,
+        [&, canvas = CanvasPixels()](const ElementRect& rect, VideoMapping& video) {
+            video = ElementGeometry::Placed(video, placement(rect), canvas);
+        },
+        [&](const ElementRect& rect, std::int64_t uniqueID, const VideoMapping&) {
+            const QPointF centre = placement(rect).centre;
+            emit deviceChangeCentreX(uniqueID, static_cast<float>(centre.x()));
+            emit deviceChangeCentreY(uniqueID, static_cast<float>(centre.y()));
+            emit deviceChangeMapSize(uniqueID, static_cast<float>(rect.width),
+                                     static_cast<float>(rect.height));
+        });
 }
 
 void DeviceManager::MoveObject(const QModelIndex& index, double x, double y, bool final)
@@ -273,50 +301,47 @@ void DeviceManager::MoveObject(const QModelIndex& index, double x, double y, boo
 
 void DeviceManager::SetObjectCentre(const QModelIndex& index, double x, double y)
 {
-    SetObjectCentre({ObjectPosition{index, x, y}});
+    SetObjectCentre({ElementPosition{index, x, y}});
 }
 
 void DeviceManager::SetObjectSize(const QModelIndex& index, double width, double height)
 {
-    SetObjectSize({ObjectSize{index, width, height}});
+    SetObjectSize({ElementSize{index, width, height}});
 }
 
 void DeviceManager::SetObjectRotation(const QModelIndex& index, float degrees)
 {
-    SetObjectRotation({ObjectRotation{index, degrees}});
+    SetObjectRotation({ElementRotation{index, degrees}});
 }
 
 void DeviceManager::SetObjectFlipState(const QModelIndex& index, int direction, bool state)
 {
-    SetObjectFlipState({ObjectFlip{index, direction, state}});
+    SetObjectFlipState({ElementFlip{index, direction, state}});
 }
 
 void DeviceManager::ApplyObjectParams(const QModelIndex& index, const MappedObjectParams& params)
 {
-    ApplyObjectParams({AddedObject{index, params}});
+    ApplyObjectParams({AddedElement{index, params}});
 }
 
-void DeviceManager::ApplyObjectParams(const std::vector<AddedObject>& objects)
+void DeviceManager::ApplyObjectParams(const std::vector<AddedElement>& elements)
 {
-    std::vector<ObjectSize> sizes;
-    std::vector<ObjectPosition> centres;
-    std::vector<ObjectRotation> rotations;
-    std::vector<ObjectFlip> flips;
-    for (const auto& [index, params] : objects) {
-        // One that has gone meanwhile must not end the batches of the others.
+    std::vector<ElementMapping> mappings;
+    for (const auto& [index, params] : elements) {
         const MappedLedItem* element = GetMappedItem(index);
         if (!element || !element->GetVideoMapping())
             continue;
-        sizes.push_back({index, params.width, params.height});
-        centres.push_back({index, params.posX, params.posY});
-        rotations.push_back({index, 0});
-        flips.push_back({index, FlipHorizontal, false});
-        flips.push_back({index, FlipVertical, false});
+        const ElementGeometry::Placement place{
+            {static_cast<double>(params.posX), static_cast<double>(params.posY)},
+            {static_cast<double>(params.width), static_cast<double>(params.height)}};
+        VideoMapping video =
+            ElementGeometry::Placed(*element->GetVideoMapping(), place, CanvasPixels());
+        video.rotation = 0;
+        video.flipHorizontal = false;
+        video.flipVertical = false;
+        mappings.push_back({element->uniqueID, video});
     }
-    SetObjectSize(sizes);
-    SetObjectCentre(centres);
-    SetObjectRotation(rotations);
-    SetObjectFlipState(flips);
+    SetVideoMappings(mappings);
 }
 
 void DeviceManager::SetDescription(const QModelIndex& index, const std::wstring& description)

@@ -19,6 +19,10 @@ namespace {
 /// QT_LOGGING_RULES gets them.
 Q_LOGGING_CATEGORY(ModelTrace, "pixelweft.model", QtInfoMsg)
 
+/// So many rows may come or go one by one; for more, the table and its proxies take one change of
+/// the whole layout, which costs as much as some insertions.
+constexpr std::size_t AFew = 8;
+
 QStandardItem* TextCell(const std::wstring& text)
 {
     return new QStandardItem(QString::fromStdWString(text));
@@ -79,22 +83,21 @@ void MappedDeviceModel::Clear()
 
 // ---- Elements ----------------------------------------------------------------------------------
 
-void MappedDeviceModel::AddRows(std::vector<std::unique_ptr<MappedLedItem>> items, bool withSize)
+MappedLedItem& TakenElement::Element() const
 {
-    if (items.empty())
-        return;
-    const int first = rowCount();
-    beginInsertRows(QModelIndex(), first, first + static_cast<int>(items.size()) - 1);
-    {
-        // Each row on its own would have every proxy sort and map the whole table anew.
-        const QSignalBlocker oneInsertionForAll(this);
-        for (auto& item : items)
-            AddRow(std::move(item), withSize);
-    }
-    endInsertRows();
+    return static_cast<MappedLedItem&>(*cells[MappedDeviceModel::ItemColumn]);
 }
 
-void MappedDeviceModel::AddRow(std::unique_ptr<MappedLedItem> item, bool withSize)
+void MappedDeviceModel::AddRows(std::vector<std::unique_ptr<MappedLedItem>> items, bool withSize)
+{
+    std::vector<QList<QStandardItem*>> rows;
+    rows.reserve(items.size());
+    for (auto& item : items)
+        rows.push_back(MakeRow(std::move(item), withSize));
+    AppendElementRows(rows);
+}
+
+QList<QStandardItem*> MappedDeviceModel::MakeRow(std::unique_ptr<MappedLedItem> item, bool withSize)
 {
     MappedLedItem* element = item.release();
     const DeviceLedItem& fixture = element->GetFixture();
@@ -113,13 +116,34 @@ void MappedDeviceModel::AddRow(std::unique_ptr<MappedLedItem> item, bool withSiz
     row[AddressColumn] = element->GetDMXMapping()
                              ? TextCell(element->GetDMXMapping()->GetSortDescription())
                              : new QStandardItem;
-    element->row = rowCount();
+    return row;
+}
+
+void MappedDeviceModel::AppendElementRows(const std::vector<QList<QStandardItem*>>& rows)
+{
+    if (rows.empty())
+        return;
+    const int first = rowCount();
+    beginInsertRows(QModelIndex(), first, first + static_cast<int>(rows.size()) - 1);
+    {
+        // With a signal for each row, every proxy would sort and index the whole table each time.
+        const QSignalBlocker oneInsertionForAll(this);
+        for (const QList<QStandardItem*>& row : rows)
+            InsertElementRow(rowCount(), row);
+    }
+    endInsertRows();
+}
+
+void MappedDeviceModel::InsertElementRow(int row, const QList<QStandardItem*>& cells)
+{
+    auto* element = static_cast<MappedLedItem*>(cells[ItemColumn]);
+    element->row = row;
     element->CountChangesIn(&revision_);
-    // The engine's order stands before the table tells its views.
-    byRow_.push_back(element);
+    // The engine's order is right before the table tells its views.
+    byRow_.insert(byRow_.begin() + row, element);
     elements.insert(element->uniqueID, element);
     ++revision_;
-    appendRow(row);
+    insertRow(row, cells);
 }
 
 QModelIndex MappedDeviceModel::AddMappingElement(std::unique_ptr<MappedLedItem> item)
@@ -146,28 +170,36 @@ MappedDeviceModel::AddMappingElements(std::vector<std::unique_ptr<MappedLedItem>
 
 bool MappedDeviceModel::RemoveMappingElement(std::int64_t uniqueID)
 {
-    return RemoveMappingElements({uniqueID}) == 1;
+    return !TakeElements({uniqueID}).empty();
 }
 
-int MappedDeviceModel::RemoveMappingElements(const QList<qint64>& uniqueIDs)
+TakenElements MappedDeviceModel::TakeElements(const std::vector<std::int64_t>& ids)
 {
     const QMutexLocker lock(&mutex);
     std::unordered_set<const MappedLedItem*> leaving;
-    for (const qint64 uniqueID : uniqueIDs) {
-        if (const MappedLedItem* element = elements.value(uniqueID, nullptr))
+    for (const std::int64_t id : ids) {
+        if (const MappedLedItem* element = elements.value(id, nullptr))
             leaving.insert(element);
     }
     std::vector<int> rows;
+    TakenElements taken;
     for (int row = 0; row < rowCount(); ++row) {
         if (!leaving.contains(GetElement(row)))
             continue;
         qCDebug(ModelTrace) << "RemoveMappingElement(" << GetElement(row)->uniqueID << ") found at "
                             << row;
         rows.push_back(row);
+        taken.push_back({row, {}});
     }
-    constexpr std::size_t aFew = 8;
-    if (rows.size() > aFew && rows.front() + static_cast<int>(rows.size()) < rowCount())
+    if (rows.size() > AFew && rows.front() + static_cast<int>(rows.size()) < rowCount())
         GatherAtEnd(rows);
+    {
+        const QSignalBlocker theRowsGoAtOnce(this);
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            for (int column = 0; column < ColumnCount; ++column)
+                taken[i].cells.emplace_back(takeItem(rows[i], column));
+        }
+    }
     // From the end, so that the rows before stay where they are; as ranges, since each removal
     // moves the rest of the table and of every proxy.
     for (auto end = rows.size(); end > 0;) {
@@ -177,13 +209,45 @@ int MappedDeviceModel::RemoveMappingElements(const QList<qint64>& uniqueIDs)
         removeRows(rows[begin], static_cast<int>(end - begin));
         end = begin;
     }
+    for (const TakenElement& element : taken)
+        element.Element().CountChangesIn(nullptr);
     if (!rows.empty())
         RecalculateConflicts();
-    return static_cast<int>(rows.size());
+    return taken;
 }
 
-/// Puts these rows, which ascend, behind all others in one change of the layout, which indexes and
-/// selections follow. The others keep their order. `rows` are then where they went.
+void MappedDeviceModel::PutBackElements(TakenElements taken)
+{
+    const QMutexLocker lock(&mutex);
+    const int stay = rowCount();
+    std::vector<QList<QStandardItem*>> rows;
+    rows.reserve(taken.size());
+    for (TakenElement& element : taken) {
+        rows.emplace_back();
+        for (auto& cell : element.cells)
+            rows.back().append(cell.release());
+    }
+    if (taken.size() <= AFew) {
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            InsertElementRow(std::min(taken[i].row, rowCount()), rows[i]);
+    } else {
+        // One insertion and one change of the layout, however scattered the rows are.
+        AppendElementRows(rows);
+        std::vector<int> target(static_cast<std::size_t>(stay) + taken.size());
+        std::size_t staying = 0;
+        std::size_t back = 0;
+        for (int row = 0; row < std::ssize(target); ++row) {
+            const bool comesBack =
+                back < taken.size() && (taken[back].row <= row || std::cmp_equal(staying, stay));
+            target[comesBack ? static_cast<std::size_t>(stay) + back++ : staying++] = row;
+        }
+        Rearrange(target);
+    }
+    RecalculateConflicts();
+}
+
+/// Puts these rows, which ascend, behind all others in one change of the layout. The others keep
+/// their order. `rows` are then where they went.
 void MappedDeviceModel::GatherAtEnd(std::vector<int>& rows)
 {
     const int stay = rowCount() - static_cast<int>(rows.size());
@@ -195,7 +259,12 @@ void MappedDeviceModel::GatherAtEnd(std::vector<int>& rows)
         next += leaves ? 1 : 0;
     }
     std::iota(rows.begin(), rows.end(), stay);
+    Rearrange(target);
+}
 
+/// Puts each row at `target`, which holds every row once; indexes and selections follow.
+void MappedDeviceModel::Rearrange(const std::vector<int>& target)
+{
     emit layoutAboutToBeChanged({}, VerticalSortHint);
     // Taking an item out ends the indexes of its place, so they wait where no item is.
     const QModelIndexList indexes = persistentIndexList();
@@ -212,8 +281,8 @@ void MappedDeviceModel::GatherAtEnd(std::vector<int>& rows)
     emit layoutChanged({}, VerticalSortHint);
 }
 
-/// Row by row to `target`. Items that are put anew know their place: one whose row has moved under
-/// it is searched for through the table when it is removed.
+/// Row by row to `target`. Items that are put again know their row: one whose row has changed
+/// without that is searched for through the whole table when it is removed.
 void MappedDeviceModel::MoveItems(const std::vector<int>& target)
 {
     const QSignalBlocker nobodySeesThis(this);
@@ -296,13 +365,16 @@ void MappedDeviceModel::UpdateFixtureInElements(std::int64_t fixtureID,
 void MappedDeviceModel::RebindFixtures(const DeviceModel& library)
 {
     const QMutexLocker lock(&mutex);
-    for (MappedLedItem* element : byRow_) {
-        const DeviceLedItem* fixture =
-            library.GetLEDFixtureByProduct(element->GetFixture().product);
-        const std::int64_t number = fixture ? fixture->uniqueID : 0;
-        if (element->GetFixture().uniqueID != number)
-            element->EditFixture().uniqueID = number;
-    }
+    for (MappedLedItem* element : byRow_)
+        RebindFixture(*element, library);
+}
+
+void MappedDeviceModel::RebindFixture(MappedLedItem& element, const DeviceModel& library)
+{
+    const DeviceLedItem* fixture = library.GetLEDFixtureByProduct(element.GetFixture().product);
+    const std::int64_t number = fixture ? fixture->uniqueID : 0;
+    if (element.GetFixture().uniqueID != number)
+        element.EditFixture().uniqueID = number;
 }
 
 void MappedDeviceModel::ReplaceNodeAddress(const QString& oldIpconf, const QString& newIpconf,

@@ -17,6 +17,7 @@
 #include "FixtureModel/UniverseMerging.h"
 #include "LibTools/ZenBitmap.h"
 #include "Model/MappedLedItem.h"
+#include "Model/TakenElement.h"
 
 class ArtNetNodeModel;
 class DeviceModel;
@@ -71,8 +72,12 @@ public:
     QModelIndexList AddMappingElements(std::vector<std::unique_ptr<MappedLedItem>> items);
     /// False when there is no such element.
     bool RemoveMappingElement(std::int64_t uniqueID);
-    /// The same for many, which views and proxies see as a few changes. How many there were.
-    int RemoveMappingElements(const QList<qint64>& uniqueIDs);
+    /// Takes elements out, which views and proxies see as a few changes. Ids without element are
+    /// passed over.
+    [[nodiscard]] TakenElements TakeElements(const std::vector<std::int64_t>& ids);
+    /// Puts elements back into their rows, for a table that is as TakeElements left it. A row that
+    /// the table has no longer means its end.
+    void PutBackElements(TakenElements taken);
 
     /// The element of a row, null for a row that is none.
     [[nodiscard]] MappedLedItem* GetElement(int row) const
@@ -92,6 +97,7 @@ public:
     void UpdateFixtureInElements(std::int64_t fixtureID, const DeviceLedItem& fixture);
     /// After the library changed: elements take the number that their product has now, 0 for none.
     void RebindFixtures(const DeviceModel& library);
+    void RebindFixture(MappedLedItem& element, const DeviceModel& library);
     void ReplaceNodeAddress(const QString& oldIpconf, const QString& newIpconf,
                             const QString& newIpName);
     void UpdateAddressCell(int row) { UpdateAddressCells({row}); }
@@ -145,8 +151,12 @@ private:
     void ReadElements(const tinyxml2::XMLElement& mapping, const DeviceModel& library);
     void WriteElements(tinyxml2::XMLElement& mapping) const;
     void AddRows(std::vector<std::unique_ptr<MappedLedItem>> items, bool withSize);
-    void AddRow(std::unique_ptr<MappedLedItem> item, bool withSize);
+    [[nodiscard]] static QList<QStandardItem*> MakeRow(std::unique_ptr<MappedLedItem> item,
+                                                       bool withSize);
+    void InsertElementRow(int row, const QList<QStandardItem*>& cells);
+    void AppendElementRows(const std::vector<QList<QStandardItem*>>& rows);
     void GatherAtEnd(std::vector<int>& rows);
+    void Rearrange(const std::vector<int>& target);
     void MoveItems(const std::vector<int>& target);
     void RecalculateConflicts();
     void SetAddressText(int row);

@@ -8,15 +8,15 @@
 #include <QAction>
 #include <QItemSelectionModel>
 #include <QScopedValueRollback>
+#include <QUndoStack>
 
 #include "Log/Log.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
 #include "Model/MappedObjectListProxy.h"
-#include "UI/Editor/ArrangeCommands.h"
+#include "UI/Editor/CanvasCommands.h"
 #include "UI/Editor/GeometryCommands.h"
-#include "UI/Editor/MappingRectangle.h"
 #include "UI/Editor/WeftMapEditorScene.h"
 #include "UI/Editor/WeftMapEditorView.h"
 #include "UI/Editor/WeftMappedObjectTreeView.h"
@@ -45,6 +45,7 @@ QItemSelection RowsOf(const QAbstractItemModel& model, std::vector<int> rows)
 EditorController::EditorController(const Parts& parts, QObject* parent)
     : QObject(parent)
     , manager_(parts.manager)
+    , undoStack_(parts.undoStack)
     , scene_(parts.scene)
     , view_(parts.view)
     , list_(parts.list)
@@ -62,9 +63,6 @@ EditorController::EditorController(const Parts& parts, QObject* parent)
             [this](bool on) { ActionFlip(FlipHorizontal, on); });
     connect(&scene_, &WeftMapEditorScene::FlipVSelectedRectangle, this,
             [this](bool on) { ActionFlip(FlipVertical, on); });
-    connect(&manager_, &DeviceManager::createRectangleDevice, this,
-            &EditorController::UpdateSceneNewRectangle);
-    // Behind the scene's own connection: the frame is in its place by then.
     connect(&manager_, &DeviceManager::devicesChangedGeometry, this,
             &EditorController::UpdateZoomCentre);
     connect(list_.selectionModel(), &QItemSelectionModel::selectionChanged, this,
@@ -86,7 +84,8 @@ void EditorController::UpdateModelSelectionFromMappingScene()
         const MappedObjectListProxy& proxy = *manager_.GetMappedObjectListProxy();
         std::vector<int> rows;
         for (const std::int64_t id : scene_.SelectedIds()) {
-            const QModelIndex row = proxy.mapFromSource(scene_.IndexOf(id));
+            const QModelIndex row =
+                proxy.mapFromSource(manager_.GetMappedDeviceModel()->GetIndexOfUniqueID(id));
             if (row.isValid())
                 rows.push_back(row.row());
         }
@@ -141,34 +140,16 @@ void EditorController::UpdateZoomCentre()
         view_.SetZoomCentre(-1, -1);
         return;
     }
-    QPointF centre = scene_.GetGroupOverlay().GetCentre();
-    if (scene_.SelectedCount() == 1) {
-        if (const MappingRectangle* item = scene_.Find(scene_.SelectedIds().front()))
-            centre = item->pos();
-    }
-    view_.SetZoomCentre(centre.x(), centre.y());
+    const QSizeF canvas = manager_.CanvasPixels();
+    const QPointF centre =
+        ElementGeometry::Bounds(manager_.GetVideoMappings(scene_.SelectedIds())).center();
+    view_.SetZoomCentre(centre.x() * canvas.width(), centre.y() * canvas.height());
 }
 
 void EditorController::SetZoomStyle(int style)
 {
     zoomStyle_ = style;
     UpdateZoomCentre();
-}
-
-void EditorController::UpdateSceneNewRectangle(float posX, float posY, float width, float height,
-                                               int devWidth, int devHeight, float rotation, int,
-                                               int, const QPersistentModelIndex& index, int64_t)
-{
-    MappingRectangle* item =
-        scene_.AddRectangle({QPointF(static_cast<double>(posX), static_cast<double>(posY)),
-                             QSizeF(static_cast<double>(width), static_cast<double>(height))},
-                            QSizeF(devWidth, devHeight), index, static_cast<double>(rotation));
-    // The signal knows nothing of flips.
-    const auto state = ReadElement(manager_, index);
-    if (!item || !state)
-        return;
-    item->SetFlip(FlipHorizontal, state->flipHorizontal);
-    item->SetFlip(FlipVertical, state->flipVertical);
 }
 
 void EditorController::MappingSceneSizeChanged()
@@ -184,7 +165,7 @@ void EditorController::ActionMappingSetupForUniqueID(int64_t uniqueID)
         ZEN_LOG_ERROR("Invalid uniqueID.");
         return;
     }
-    const MappedLedItem* element = manager_.GetMappedItem(scene_.IndexOf(uniqueID));
+    const MappedLedItem* element = manager_.GetMappedDeviceModel()->GetItemByUniqueID(uniqueID);
     if (!element)
         ZEN_LOG_ERROR("Mapped item lost!");
     else if (!element->GetDMXMapping())
@@ -192,7 +173,7 @@ void EditorController::ActionMappingSetupForUniqueID(int64_t uniqueID)
 }
 
 // ---- Actions -----------------------------------------------------------------------------------
-// A gesture that still runs ends first: its elements must not be measured on the way.
+// A gesture that still runs ends first: its elements must not be measured in the middle of it.
 
 void EditorController::ActionSelectAll()
 {
@@ -205,39 +186,36 @@ void EditorController::ActionUnSelectAll()
     scene_.UnSelectAll();
 }
 
-void EditorController::ActionAlign(EditorGeometry::AlignMode mode)
+void EditorController::ActionAlign(ElementGeometry::AlignMode mode)
 {
     scene_.GetGestures().Release();
-    if (scene_.SelectedCount() > 0) {
-        scene_.Push(std::make_unique<AlignRectangleCommand>(scene_, scene_.SelectedIds(), mode));
-    }
+    if (scene_.SelectedCount() > 0)
+        Push(std::make_unique<AlignRectangleCommand>(manager_, scene_.SelectedIds(), mode));
 }
 
-void EditorController::ActionAlignDistribute(EditorGeometry::DistributeMode mode)
+void EditorController::ActionAlignDistribute(ElementGeometry::DistributeMode mode)
 {
     scene_.GetGestures().Release();
-    if (scene_.SelectedCount() > 1) {
-        scene_.Push(
-            std::make_unique<AlignDistributeRectangleCommand>(scene_, scene_.SelectedIds(), mode));
-    }
+    if (scene_.SelectedCount() > 1)
+        Push(std::make_unique<AlignDistributeRectangleCommand>(manager_, scene_.SelectedIds(),
+                                                               mode));
 }
 
 void EditorController::ActionRotateLeftRight(float degrees)
 {
     scene_.GetGestures().Release();
-    auto command = std::make_unique<RotateRectangleCommand>(scene_, scene_.SelectedIds());
-    command->SetAngle(static_cast<double>(degrees));
+    auto command = std::make_unique<RotateRectangleCommand>(manager_, scene_.SelectedIds());
+    command->TurnBy(static_cast<double>(degrees));
     if (!command->ChangesNothing())
-        scene_.Push(std::move(command));
+        Push(std::move(command));
 }
 
 void EditorController::ActionFlip(int direction, bool state)
 {
     scene_.GetGestures().Release();
-    if (scene_.SelectedCount() > 0) {
-        scene_.Push(std::make_unique<FlipRectangleCommand>(
-            scene_, scene_.SelectedIds(), direction == 0 ? FlipHorizontal : FlipVertical, state));
-    }
+    if (scene_.SelectedCount() > 0)
+        Push(std::make_unique<FlipRectangleCommand>(
+            manager_, scene_.SelectedIds(), direction == 0 ? FlipHorizontal : FlipVertical, state));
 }
 
 void EditorController::ActionCropCanvasToSelectedDevices()
@@ -245,9 +223,21 @@ void EditorController::ActionCropCanvasToSelectedDevices()
     scene_.GetGestures().Release();
     if (scene_.SelectedCount() == 0)
         scene_.SelectAll();
-    const std::vector<std::int64_t> selected = scene_.SelectedIds();
+    ElementIds selected = scene_.SelectedIds();
     if (selected.empty())
         return;
     scene_.UnSelectAll();
-    scene_.Push(std::make_unique<CropCanvasToSelectionCommand>(scene_, selected));
+    Push(std::make_unique<CropCanvasToSelectionCommand>(manager_, std::move(selected)));
+}
+
+void EditorController::ResizeCanvas(int width, int height, bool keepPixels)
+{
+    scene_.GetGestures().Release();
+    if (QSize(width, height) != manager_.CanvasPixels())
+        Push(std::make_unique<ResizeCanvasCommand>(manager_, QSize(width, height), keepPixels));
+}
+
+void EditorController::Push(std::unique_ptr<QUndoCommand> command)
+{
+    undoStack_.push(command.release());
 }

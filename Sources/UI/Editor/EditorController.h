@@ -2,22 +2,23 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include <QItemSelection>
 #include <QObject>
 #include <QPersistentModelIndex>
 
-#include "UI/Editor/EditorGeometry.h"
+#include "Model/ElementGeometry.h"
 
 class DeviceManager;
-class QTreeView;
+class QUndoCommand;
 class QUndoStack;
 class WeftMapEditorScene;
 class WeftMapEditorView;
 class WeftMappedObjectTreeView;
 
-/// What the window's actions do to the canvas, and what keeps canvas and list one: the same
-/// elements are selected in both, whoever began. The window forwards to these slots.
+/// What the actions of the canvas do, and what keeps the selection of canvas and list the same,
+/// whichever of them changed it.
 class EditorController : public QObject
 {
     Q_OBJECT
@@ -26,9 +27,10 @@ public:
     struct Parts
     {
         DeviceManager& manager;
+        QUndoStack& undoStack;
         WeftMapEditorScene& scene;
         WeftMapEditorView& view;
-        /// Shows the proxy of the placed elements already.
+        /// Shows the proxy of the elements already.
         WeftMappedObjectTreeView& list;
     };
 
@@ -41,18 +43,18 @@ public:
 public slots:
     void ActionSelectAll();
     void ActionUnSelectAll();
-    void ActionAlign(EditorGeometry::AlignMode mode);
-    void ActionAlignDistribute(EditorGeometry::DistributeMode mode);
+    void ActionAlign(ElementGeometry::AlignMode mode);
+    void ActionAlignDistribute(ElementGeometry::DistributeMode mode);
     void ActionRotateRight90() { ActionRotateLeftRight(90); }
     void ActionRotateLeft90() { ActionRotateLeftRight(-90); }
     void ActionRotateLeftRight(float degrees);
     void ActionCropCanvasToSelectedDevices();
     void ActionFlip(int direction, bool state);
 
-    void UpdateSceneNewRectangle(float posX, float posY, float width, float height, int devWidth,
-                                 int devHeight, float rotation, int flipHorizontal,
-                                 int flipVertical, const QPersistentModelIndex& index,
-                                 int64_t uniqueID);
+    /// Gives the canvas another size. With `keepPixels` elements stay where they are in pixels,
+    /// otherwise they follow the canvas.
+    void ResizeCanvas(int width, int height, bool keepPixels);
+
     void MappingSceneSelectionEnded();
     void MappingSceneSizeChanged();
     /// A double click: checks the element and says in the log what it lacks. -1 is the first
@@ -60,7 +62,7 @@ public slots:
     void ActionMappingSetupForUniqueID(int64_t uniqueID);
 
 signals:
-    /// The selection is another one, in canvas and list alike.
+    /// The selection has changed, in canvas and list alike.
     void selectionHasChanged(int count);
 
 private:
@@ -69,8 +71,10 @@ private:
                                                   const QItemSelection& deselected);
     void FollowSelection();
     void UpdateZoomCentre();
+    void Push(std::unique_ptr<QUndoCommand> command);
 
     DeviceManager& manager_;
+    QUndoStack& undoStack_;
     WeftMapEditorScene& scene_;
     WeftMapEditorView& view_;
     WeftMappedObjectTreeView& list_;

@@ -2,110 +2,46 @@
 #include "UI/Editor/ElementCommand.h"
 
 #include "Model/DeviceManager.h"
-#include "UI/Editor/WeftMapEditorScene.h"
 
-ElementCommand::ElementCommand(WeftMapEditorScene& scene, const std::vector<std::int64_t>& ids)
-    : scene_(scene)
+ElementCommand::ElementCommand(DeviceManager& manager, const ElementIds& ids, const QString& text)
+    : QUndoCommand(text)
+    , manager_(manager)
+    , canvas_(manager.CanvasPixels())
+    , wasDirty_(manager.documentDirty)
+    , before_(manager.GetVideoMappings(ids))
+    , after_(before_)
+{}
+
+void ElementCommand::undo()
 {
-    before_.reserve(ids.size());
-    for (const std::int64_t id : ids) {
-        if (const auto state = ReadElement(scene.GetManager(), scene.IndexOf(id)))
-            before_.push_back(*state);
-    }
+    manager_.SetVideoMappings(before_);
 }
 
-DeviceManager& ElementCommand::Manager() const
+void ElementCommand::redo()
 {
-    return scene_.GetManager();
+    manager_.SetVideoMappings(after_);
+    manager_.SetDocumentDirty(true);
 }
 
-void ElementCommand::MarkDirty() const
+void ElementCommand::RestoreSavedState() const
 {
-    Manager().SetDocumentDirty(true);
+    if (manager_.documentDirty != wasDirty_)
+        manager_.SetDocumentDirty(wasDirty_);
 }
 
-std::vector<EditorGeometry::Placement> ElementCommand::PlacementsBefore() const
+void ElementCommand::AllAreCentred(std::span<const QPointF> centres)
 {
-    std::vector<EditorGeometry::Placement> placements;
+    auto centre = centres.begin();
+    EachBecomes([&centre](ElementGeometry::Placement& place, const VideoMapping&) {
+        place.centre = *centre++;
+    });
+}
+
+std::vector<ElementGeometry::Placement> ElementCommand::PlacementsBefore() const
+{
+    std::vector<ElementGeometry::Placement> placements;
     placements.reserve(before_.size());
-    for (const ElementState& element : before_)
-        placements.push_back(element.placement);
+    for (const ElementMapping& element : before_)
+        placements.push_back(ElementGeometry::PlacementOf(element.video, canvas_));
     return placements;
-}
-
-template <class Make>
-void ElementCommand::ForEachPresent(const Make& make) const
-{
-    for (std::size_t i = 0; i < before_.size(); ++i) {
-        if (const QModelIndex index = scene_.IndexOf(before_[i].id); index.isValid())
-            make(i, index);
-    }
-}
-
-void ElementCommand::SetCentres(const std::vector<QPointF>& centres) const
-{
-    std::vector<ObjectPosition> entries;
-    entries.reserve(before_.size());
-    ForEachPresent([&](std::size_t i, const QModelIndex& index) {
-        entries.push_back({index, centres[i].x(), centres[i].y()});
-    });
-    Manager().SetObjectCentre(entries);
-}
-
-void ElementCommand::SetPlacements(const std::vector<EditorGeometry::Placement>& placements) const
-{
-    std::vector<ObjectSize> sizes;
-    std::vector<ObjectPosition> centres;
-    sizes.reserve(before_.size());
-    centres.reserve(before_.size());
-    ForEachPresent([&](std::size_t i, const QModelIndex& index) {
-        const auto& [centre, size] = placements[i];
-        sizes.push_back({index, size.width(), size.height()});
-        centres.push_back({index, centre.x(), centre.y()});
-    });
-    Manager().SetObjectSize(sizes);
-    Manager().SetObjectCentre(centres);
-}
-
-void ElementCommand::SetRotations(const std::vector<float>& degrees) const
-{
-    std::vector<ObjectRotation> entries;
-    entries.reserve(before_.size());
-    ForEachPresent([&](std::size_t i, const QModelIndex& index) {
-        entries.push_back({index, degrees[i]});
-    });
-    Manager().SetObjectRotation(entries);
-}
-
-void ElementCommand::MoveTopLefts(const std::vector<QPointF>& corners, bool final) const
-{
-    std::vector<ObjectPosition> entries;
-    entries.reserve(before_.size());
-    ForEachPresent([&](std::size_t i, const QModelIndex& index) {
-        entries.push_back({index, corners[i].x(), corners[i].y()});
-    });
-    Manager().MoveObjects(entries, final);
-}
-
-void ElementCommand::PutCentresBack() const
-{
-    std::vector<QPointF> centres;
-    centres.reserve(before_.size());
-    for (const ElementState& element : before_)
-        centres.push_back(element.placement.centre);
-    SetCentres(centres);
-}
-
-void ElementCommand::PutPlacementsBack() const
-{
-    SetPlacements(PlacementsBefore());
-}
-
-void ElementCommand::PutRotationsBack() const
-{
-    std::vector<float> rotations;
-    rotations.reserve(before_.size());
-    for (const ElementState& element : before_)
-        rotations.push_back(element.rotation);
-    SetRotations(rotations);
 }

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cstdint>
+#include <span>
 #include <vector>
 
+#include <QSizeF>
 #include <QUndoCommand>
 
-#include "Model/ObjectChanges.h"
-#include "UI/Editor/ElementState.h"
+#include "Model/ElementChanges.h"
+#include "Model/ElementGeometry.h"
 
 class DeviceManager;
-class WeftMapEditorScene;
 
 /// The numbers that the commands are known by. None of them merges with another.
 enum CommandId : int
@@ -25,38 +25,46 @@ enum CommandId : int
     CreateCommandId = 1241
 };
 
-/// A change of placed elements that are there already. It keeps what they were and finds them again
-/// by their numbers; those that have gone are left out. Commands change the model alone: the scene
-/// follows the model's signals.
+/// A change of elements that stay in the document: it keeps their geometry before and after, to the
+/// last bit, and puts the one or the other into the model. Elements that have gone meanwhile are
+/// passed over.
 class ElementCommand : public QUndoCommand
 {
 public:
+    /// Whether all elements are as they were, so that there is nothing to undo.
+    [[nodiscard]] bool ChangesNothing() const { return before_ == after_; }
+    /// After a gesture that changed nothing in the end: a document that was saved is saved again.
+    void RestoreSavedState() const;
+
+    void undo() override;
+    void redo() override;
     bool mergeWith(const QUndoCommand*) override { return false; }
 
 protected:
-    /// `scene` outlives the command.
-    ElementCommand(WeftMapEditorScene& scene, const std::vector<std::int64_t>& ids);
+    /// `manager` outlives the command. Ids without element are passed over.
+    ElementCommand(DeviceManager& manager, const ElementIds& ids, const QString& text);
 
-    [[nodiscard]] const std::vector<ElementState>& Before() const { return before_; }
-    [[nodiscard]] std::vector<EditorGeometry::Placement> PlacementsBefore() const;
-    [[nodiscard]] WeftMapEditorScene& Scene() const { return scene_; }
-    [[nodiscard]] DeviceManager& Manager() const;
-    void MarkDirty() const;
+    /// Says what each element becomes: `become` changes what the element was, given as its place in
+    /// scene pixels before it is turned, and its geometry for all else.
+    template <class Become>
+    void EachBecomes(const Become& become)
+    {
+        for (std::size_t i = 0; i < before_.size(); ++i) {
+            VideoMapping video = before_[i].video;
+            ElementGeometry::Placement place = ElementGeometry::PlacementOf(video, canvas_);
+            become(place, video);
+            after_[i].video = ElementGeometry::Placed(video, place, canvas_);
+        }
+    }
+    /// New centres, in the order of PlacementsBefore.
+    void AllAreCentred(std::span<const QPointF> centres);
 
-    // One value for each element of Before(), in its order.
-    void SetCentres(const std::vector<QPointF>& centres) const;
-    void SetPlacements(const std::vector<EditorGeometry::Placement>& placements) const;
-    void SetRotations(const std::vector<float>& degrees) const;
-    void MoveTopLefts(const std::vector<QPointF>& corners, bool final) const;
-
-    void PutCentresBack() const;
-    void PutPlacementsBack() const;
-    void PutRotationsBack() const;
+    [[nodiscard]] std::vector<ElementGeometry::Placement> PlacementsBefore() const;
 
 private:
-    template <class Make>
-    void ForEachPresent(const Make& make) const;
-
-    WeftMapEditorScene& scene_;
-    std::vector<ElementState> before_;
+    DeviceManager& manager_;
+    QSizeF canvas_;
+    bool wasDirty_;
+    std::vector<ElementMapping> before_;
+    std::vector<ElementMapping> after_;
 };

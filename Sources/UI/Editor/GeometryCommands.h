@@ -8,114 +8,89 @@
 
 #include "UI/Editor/ElementCommand.h"
 
+// The edits of geometry. `manager` outlives each command; what elements become is told once, or
+// again and again while a gesture runs, and counts from what they were at the start.
+
 /// Moves elements by the mouse, or to a typed place.
 class MoveCommand final : public ElementCommand
 {
 public:
-    /// `final` is how the model's signal names the change: true for a typed place, false for a
-    /// drag.
-    MoveCommand(WeftMapEditorScene& scene, const std::vector<std::int64_t>& ids, bool final);
+    MoveCommand(DeviceManager& manager, const ElementIds& ids);
 
-    void SetDelta(QPointF delta) { delta_ = delta; }
-    /// The left or top edge that all elements get; counts as long as there is no delta.
-    void SetLeft(double left) { left_ = left; }
-    void SetTop(double top) { top_ = top; }
-    [[nodiscard]] bool ChangesNothing() const;
+    void MoveBy(QPointF delta);
+    /// The left and top edges that all elements get, as far as they are given.
+    void MoveTo(std::optional<double> left, std::optional<double> top);
 
-    void undo() override;
-    void redo() override;
     [[nodiscard]] int id() const override { return MoveCommandId; }
-
-private:
-    bool final_;
-    QPointF delta_;
-    std::optional<double> left_;
-    std::optional<double> top_;
 };
 
 /// Resizes elements by a grabber, or to a typed size.
 class SizeRectangleCommand final : public ElementCommand
 {
 public:
-    /// `corner` is EditorGeometry::NoCorner for a typed size.
-    SizeRectangleCommand(WeftMapEditorScene& scene, const std::vector<std::int64_t>& ids,
-                         int corner, bool snap);
+    SizeRectangleCommand(DeviceManager& manager, const ElementIds& ids);
 
-    /// How much every element grows, in its own axes.
-    void SetGrowth(QSizeF growth) { growth_ = growth; }
-    /// The width or height that all elements get; counts as long as nothing grows.
-    void SetWidth(double width) { width_ = width; }
-    void SetHeight(double height) { height_ = height; }
-    [[nodiscard]] bool ChangesNothing() const;
+    /// How much every element grows, in its own axes, from a corner; ElementGeometry::NoCorner
+    /// keeps the centre. With `snap` the top left goes to a whole pixel.
+    void GrowBy(QSizeF growth, int corner, bool snap);
+    /// The width and height that all elements get, as far as they are given: whole pixels, at least
+    /// one.
+    void Resize(std::optional<double> width, std::optional<double> height);
 
-    void undo() override;
-    void redo() override;
     [[nodiscard]] int id() const override { return SizeCommandId; }
-
-private:
-    [[nodiscard]] EditorGeometry::Placement After(const ElementState& element) const;
-
-    int corner_;
-    bool snap_;
-    QSizeF growth_{0, 0};
-    std::optional<double> width_;
-    std::optional<double> height_;
 };
 
 /// Turns each element about its own centre.
 class RotateRectangleCommand final : public ElementCommand
 {
 public:
-    RotateRectangleCommand(WeftMapEditorScene& scene, const std::vector<std::int64_t>& ids);
+    RotateRectangleCommand(DeviceManager& manager, const ElementIds& ids);
 
-    /// Relative to what the elements have, or the angle that all get.
-    void SetAngle(double degrees, bool relative = true);
-    [[nodiscard]] bool ChangesNothing() const;
+    void TurnBy(double degrees);
+    /// The angle that all elements get, as it was typed.
+    void TurnTo(double degrees);
 
-    void undo() override;
-    void redo() override;
     [[nodiscard]] int id() const override { return RotateCommandId; }
-
-private:
-    [[nodiscard]] float After(const ElementState& element) const;
-
-    bool relative_ = true;
-    double angle_ = 0;
 };
 
 /// Mirrors elements, or takes that back, in one direction.
 class FlipRectangleCommand final : public ElementCommand
 {
 public:
-    FlipRectangleCommand(WeftMapEditorScene& scene, const std::vector<std::int64_t>& ids,
-                         FlipDirection direction, bool state);
+    FlipRectangleCommand(DeviceManager& manager, const ElementIds& ids, FlipDirection direction,
+                         bool state);
 
-    void undo() override;
-    void redo() override;
     [[nodiscard]] int id() const override { return FlipCommandId; }
-
-private:
-    FlipDirection direction_;
-    bool state_;
 };
 
 /// Turns a group about its middle: each element goes round it and turns by the same angle.
 class RotateSelectionCommand final : public ElementCommand
 {
 public:
-    /// `startAngle` is what the angle of the group counts from.
-    RotateSelectionCommand(WeftMapEditorScene& scene, const std::vector<std::int64_t>& ids,
-                           QPointF centre, double startAngle);
+    RotateSelectionCommand(DeviceManager& manager, const ElementIds& ids, QPointF centre);
 
-    void SetAngle(double degrees) { angle_ = degrees; }
-    [[nodiscard]] double GetTurn() const { return angle_ - startAngle_; }
-    [[nodiscard]] bool ChangesNothing() const { return qFuzzyIsNull(GetTurn()); }
-
-    void undo() override;
-    void redo() override;
+    void TurnBy(double degrees);
 
 private:
     QPointF centre_;
-    double startAngle_;
-    double angle_;
+};
+
+/// Brings elements to a common edge or line.
+class AlignRectangleCommand final : public ElementCommand
+{
+public:
+    AlignRectangleCommand(DeviceManager& manager, const ElementIds& ids,
+                          ElementGeometry::AlignMode mode);
+
+    [[nodiscard]] int id() const override { return AlignCommandId; }
+};
+
+/// Spreads elements with equal gaps between the outermost ones.
+class AlignDistributeRectangleCommand final : public ElementCommand
+{
+public:
+    AlignDistributeRectangleCommand(DeviceManager& manager, const ElementIds& ids,
+                                    ElementGeometry::DistributeMode mode);
+
+    [[nodiscard]] int id() const override { return DistributeCommandId; }
 };

@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "UI/Editor/EditorGeometry.h"
+#include "Model/ElementGeometry.h"
 
 namespace {
 
@@ -26,10 +26,10 @@ namespace GraphCornerGrabber {
 QRectF Rect(int corner, QSizeF size, double pixel)
 {
     const double grabber = ScreenSize * pixel;
-    if (corner == EditorGeometry::Top && size.height() < LeastGrabbersInside * grabber)
+    if (corner == ElementGeometry::Top && size.height() < LeastGrabbersInside * grabber)
         return {};
-    const QPointF side = EditorGeometry::CornerPosition(corner, {2, 2});
-    const QPointF place = EditorGeometry::CornerPosition(corner, size);
+    const QPointF side = ElementGeometry::CornerPosition(corner, {2, 2});
+    const QPointF place = ElementGeometry::CornerPosition(corner, size);
     return {place.x() + Begin(side.x(), size.width(), grabber),
             place.y() + Begin(side.y(), size.height(), grabber), grabber, grabber};
 }
@@ -37,11 +37,11 @@ QRectF Rect(int corner, QSizeF size, double pixel)
 int At(QPointF point, QSizeF size, double pixel)
 {
     // The last one is drawn on top.
-    for (int corner = EditorGeometry::CornerCount - 1; corner >= 0; --corner) {
+    for (int corner = ElementGeometry::CornerCount - 1; corner >= 0; --corner) {
         if (Rect(corner, size, pixel).contains(point))
             return corner;
     }
-    return EditorGeometry::NoCorner;
+    return ElementGeometry::NoCorner;
 }
 
 Qt::CursorShape Cursor(int corner, double rotation)

@@ -1,30 +1,37 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cstdint>
 #include <memory>
-#include <span>
 
 #include <QPointF>
-#include <QRectF>
 
 class DeviceManager;
+class ElementSelection;
 class MappingRectangle;
-class WeftMapEditorScene;
+class QGraphicsScene;
+struct EditorDisplayState;
 
 /// What lies round a selection of several elements: the frame with its handle, and the body by
 /// which the group is taken.
 class GroupOverlay
 {
 public:
-    /// The scene outlives the overlay.
-    explicit GroupOverlay(WeftMapEditorScene& scene);
+    /// All of them outlive the overlay, which adds its items to the scene and takes them out.
+    struct Parts
+    {
+        QGraphicsScene& scene;
+        const DeviceManager& manager;
+        const EditorDisplayState& display;
+        const ElementSelection& selection;
+    };
+
+    explicit GroupOverlay(const Parts& parts);
     ~GroupOverlay();
     GroupOverlay(const GroupOverlay&) = delete;
     GroupOverlay& operator=(const GroupOverlay&) = delete;
 
-    /// Lays frame and body round the selection as the document has it. Removes them when fewer than
-    /// two elements are selected.
+    /// Places frame and body round the selection as the document has it. Removes them when fewer
+    /// than two elements are selected.
     void Show();
     /// The same, when they are there.
     void Follow();
@@ -40,7 +47,7 @@ public:
     void TurnFrame(double degrees);
 
 private:
-    WeftMapEditorScene& scene_;
+    Parts parts_;
     std::unique_ptr<MappingRectangle> frame_;
     std::unique_ptr<MappingRectangle> body_;
     QPointF centre_;

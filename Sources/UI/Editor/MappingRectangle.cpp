@@ -11,7 +11,6 @@
 #include "UI/Editor/EditorDisplayState.h"
 #include "UI/Editor/GraphCornerGrabber.h"
 #include "UI/Editor/RotationHandle.h"
-#include "UI/Editor/WeftMapEditorScene.h"
 
 namespace {
 
@@ -49,15 +48,13 @@ bool IsUpright(double rotation)
 
 } // namespace
 
-MappingRectangle::MappingRectangle(WeftMapEditorScene& scene, const EditorDisplayState& display,
-                                   std::int64_t id, QSizeF size)
+MappingRectangle::MappingRectangle(SelectionListener& listener, const EditorDisplayState& display,
+                                   std::int64_t id)
     : LEDGraphicsItem(MappingKind)
-    , scene_(&scene)
+    , listener_(&listener)
     , display_(display)
     , variant_(Variant::Element)
     , id_(id)
-    , size_(size)
-    , naturalSize_(size)
 {
     setFlags(ItemIsSelectable | ItemIsMovable);
 }
@@ -84,7 +81,7 @@ void MappingRectangle::SetSize(QSizeF size)
     update();
 }
 
-void MappingRectangle::SetPlacement(const EditorGeometry::Placement& placement)
+void MappingRectangle::SetPlacement(const ElementGeometry::Placement& placement)
 {
     SetSize(placement.size);
     setPos(placement.centre);
@@ -92,6 +89,8 @@ void MappingRectangle::SetPlacement(const EditorGeometry::Placement& placement)
 
 void MappingRectangle::SetNaturalSize(QSizeF size)
 {
+    if (naturalSize_ == size)
+        return;
     naturalSize_ = size;
     update();
 }
@@ -138,7 +137,7 @@ bool MappingRectangle::ShowsRotationHandle() const
 int MappingRectangle::GrabberAt(QPointF scenePoint) const
 {
     if (!ShowsGrabbers())
-        return EditorGeometry::NoCorner;
+        return ElementGeometry::NoCorner;
     return GraphCornerGrabber::At(mapFromScene(scenePoint), size_, display_.ScreenPixel());
 }
 
@@ -190,10 +189,10 @@ QVariant MappingRectangle::itemChange(GraphicsItemChange change, const QVariant&
 {
     if (change == ItemSelectedChange)
         prepareGeometryChange(); // The handles reach over the edges.
-    if (change == ItemSelectedHasChanged && scene_) {
+    if (change == ItemSelectedHasChanged && listener_) {
         // Selected elements stand before the others.
         setZValue(value.toBool() ? 1 : 0);
-        scene_->NoteSelection(*this, value.toBool());
+        listener_->NoteSelection(id_, value.toBool());
     }
     return QGraphicsItem::itemChange(change, value);
 }
@@ -291,7 +290,7 @@ void MappingRectangle::PaintHandles(QPainter& painter) const
 {
     const double pixel = display_.ScreenPixel();
     if (ShowsGrabbers()) {
-        for (int corner = 0; corner < EditorGeometry::CornerCount; ++corner)
+        for (int corner = 0; corner < ElementGeometry::CornerCount; ++corner)
             painter.fillRect(GraphCornerGrabber::Rect(corner, size_, pixel), ElementHandle);
     }
     if (IsElement() && ShowsGrabbers())

@@ -3,11 +3,20 @@
 
 #include <cstdint>
 
-#include "UI/Editor/EditorGeometry.h"
+#include "Model/ElementGeometry.h"
 #include "UI/Editor/LEDGraphicsItem.h"
 
-class WeftMapEditorScene;
 struct EditorDisplayState;
+
+/// Hears of elements that are selected or deselected on the canvas.
+class SelectionListener
+{
+public:
+    virtual void NoteSelection(std::int64_t id, bool selected) = 0;
+
+protected:
+    ~SelectionListener() = default;
+};
 
 /// A placed element on the canvas, or one of the rectangles laid over it. It shows what the model
 /// says and keeps no geometry of its own that survives: gestures go to the model, and the model's
@@ -30,9 +39,9 @@ public:
 
     static constexpr std::int64_t OverlayId = -1;
 
-    /// An element. The display and the scene outlive the item; the scene is told of its selection.
-    MappingRectangle(WeftMapEditorScene& scene, const EditorDisplayState& display, std::int64_t id,
-                     QSizeF size);
+    /// An element. The listener and the display outlive the item.
+    MappingRectangle(SelectionListener& listener, const EditorDisplayState& display,
+                     std::int64_t id);
     /// An overlay.
     MappingRectangle(const EditorDisplayState& display, Variant variant, QSizeF size);
 
@@ -42,14 +51,14 @@ public:
     [[nodiscard]] std::int64_t GetId() const { return id_; }
 
     [[nodiscard]] QSizeF GetSize() const { return size_; }
-    [[nodiscard]] EditorGeometry::Placement GetPlacement() const { return {pos(), size_}; }
+    [[nodiscard]] ElementGeometry::Placement GetPlacement() const { return {pos(), size_}; }
     /// The rectangle about the centre, before it is turned.
     [[nodiscard]] QRectF Rect() const
     {
         return {-size_.width() / 2, -size_.height() / 2, size_.width(), size_.height()};
     }
     void SetSize(QSizeF size);
-    void SetPlacement(const EditorGeometry::Placement& placement);
+    void SetPlacement(const ElementGeometry::Placement& placement);
 
     /// The fixture's own size: an element that has it looks different.
     void SetNaturalSize(QSizeF size);
@@ -89,7 +98,7 @@ private:
     void PaintFlipMark(QPainter& painter) const;
     void PaintHandles(QPainter& painter) const;
 
-    WeftMapEditorScene* scene_ = nullptr;
+    SelectionListener* listener_ = nullptr; ///< of an element only
     const EditorDisplayState& display_;
     Variant variant_;
     std::int64_t id_ = OverlayId;

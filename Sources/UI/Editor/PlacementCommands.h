@@ -1,23 +1,18 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <vector>
-
-#include <QSizeF>
 #include <QUndoCommand>
 
-#include "Model/ObjectChanges.h"
+#include "Model/ElementChanges.h"
+#include "Model/TakenElement.h"
 #include "UI/Editor/ElementCommand.h"
 
-/// Takes elements off the canvas and out of the document. Undone, they come back as they were,
-/// under new numbers.
+/// Takes elements out of the document. Undone, the same elements are back in the same rows.
 class RemoveRectangleCommand final : public QUndoCommand
 {
 public:
-    /// `scene` outlives the command.
-    RemoveRectangleCommand(WeftMapEditorScene& scene, const std::vector<std::int64_t>& ids);
-
-    [[nodiscard]] bool ChangesNothing() const { return records_.empty(); }
+    /// `manager` outlives the command.
+    RemoveRectangleCommand(DeviceManager& manager, ElementIds ids);
 
     void undo() override;
     void redo() override;
@@ -25,17 +20,18 @@ public:
     bool mergeWith(const QUndoCommand*) override { return false; }
 
 private:
-    WeftMapEditorScene& scene_;
-    std::vector<MappedObjectParams> records_;
-    bool removed_ = false;
+    DeviceManager& manager_;
+    ElementIds ids_;
+    TakenElements taken_; ///< while they are out of the document
 };
 
-/// Places a fixture of the library. Each time it is done a new element is made.
+/// Places a fixture of the library, and selects the new element in the list. Done again, it brings
+/// back the element that it made first.
 class CreateNewMappingCommand final : public QUndoCommand
 {
 public:
-    /// `params` is what the element is made from. `scene` outlives the command.
-    CreateNewMappingCommand(WeftMapEditorScene& scene, MappedObjectParams params);
+    /// `params` is what the element is made from. `manager` outlives the command.
+    CreateNewMappingCommand(DeviceManager& manager, MappedObjectParams params);
 
     void undo() override;
     void redo() override;
@@ -43,8 +39,8 @@ public:
     bool mergeWith(const QUndoCommand*) override { return false; }
 
 private:
-    WeftMapEditorScene& scene_;
+    DeviceManager& manager_;
     MappedObjectParams params_;
-    std::int64_t elementId_ = 0; ///< 0 while there is none
-    std::int64_t lastId_ = 0;
+    std::int64_t elementId_ = 0; ///< 0 until the element was made
+    TakenElements taken_;        ///< while the element is out of the document
 };

@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Editor/SceneGestures.h"
 
-#include "UI/Editor/EditorDisplayState.h"
-#include "UI/Editor/GeometryCommands.h"
-#include "UI/Editor/MappingRectangle.h"
-#include "UI/Editor/WeftMapEditorScene.h"
+#include <utility>
 
-SceneGestures::SceneGestures(WeftMapEditorScene& scene)
-    : scene_(scene)
+#include <QUndoStack>
+
+#include "UI/Editor/EditorDisplayState.h"
+#include "UI/Editor/ElementSelection.h"
+#include "UI/Editor/GeometryCommands.h"
+#include "UI/Editor/GroupOverlay.h"
+#include "UI/Editor/MappingRectangle.h"
+
+SceneGestures::SceneGestures(Parts parts)
+    : parts_(std::move(parts))
 {}
 
 SceneGestures::~SceneGestures() = default;
@@ -16,16 +21,20 @@ template <class Command>
 void SceneGestures::Finish(std::unique_ptr<Command>& pending)
 {
     std::unique_ptr<Command> finished = std::move(pending);
-    if (finished && !finished->ChangesNothing())
-        scene_.Push(std::move(finished));
+    if (!finished)
+        return;
+    if (finished->ChangesNothing())
+        finished->RestoreSavedState();
+    else
+        parts_.undoStack.push(finished.release());
 }
 
 void SceneGestures::MoveGesture(GesturePhase phase, QPointF delta)
 {
     if (phase == GesturePhase::Start)
-        move_ = std::make_unique<MoveCommand>(scene_, scene_.SelectedIds(), false);
+        move_ = std::make_unique<MoveCommand>(parts_.manager, parts_.selection.Ids());
     if (phase == GesturePhase::Update && move_) {
-        move_->SetDelta(delta);
+        move_->MoveBy(delta);
         move_->redo();
     }
     if (phase == GesturePhase::End)
@@ -34,12 +43,10 @@ void SceneGestures::MoveGesture(GesturePhase phase, QPointF delta)
 
 void SceneGestures::SizeGesture(GesturePhase phase, int corner, QSizeF growth)
 {
-    if (phase == GesturePhase::Start) {
-        size_ = std::make_unique<SizeRectangleCommand>(scene_, scene_.SelectedIds(), corner,
-                                                       scene_.GetDisplay().snapToGrid);
-    }
+    if (phase == GesturePhase::Start)
+        size_ = std::make_unique<SizeRectangleCommand>(parts_.manager, parts_.selection.Ids());
     if (phase == GesturePhase::Update && size_) {
-        size_->SetGrowth(growth);
+        size_->GrowBy(growth, corner, parts_.display.snapToGrid);
         size_->redo();
     }
     if (phase == GesturePhase::End)
@@ -49,9 +56,9 @@ void SceneGestures::SizeGesture(GesturePhase phase, int corner, QSizeF growth)
 void SceneGestures::RotateItemsGesture(GesturePhase phase, double degrees)
 {
     if (phase == GesturePhase::Start)
-        rotate_ = std::make_unique<RotateRectangleCommand>(scene_, scene_.SelectedIds());
+        rotate_ = std::make_unique<RotateRectangleCommand>(parts_.manager, parts_.selection.Ids());
     if (phase == GesturePhase::Update && rotate_) {
-        rotate_->SetAngle(degrees);
+        rotate_->TurnBy(degrees);
         rotate_->redo();
     }
     if (phase == GesturePhase::End)
@@ -60,15 +67,16 @@ void SceneGestures::RotateItemsGesture(GesturePhase phase, double degrees)
 
 void SceneGestures::RotateGroupGesture(GesturePhase phase, double degrees)
 {
-    GroupOverlay& overlay = scene_.GetGroupOverlay();
+    GroupOverlay& overlay = parts_.overlay;
     if (phase == GesturePhase::Start) {
         overlay.Show();
-        rotateGroup_ = std::make_unique<RotateSelectionCommand>(scene_, scene_.SelectedIds(),
-                                                                overlay.GetCentre(), degrees);
+        startAngle_ = degrees;
+        rotateGroup_ = std::make_unique<RotateSelectionCommand>(
+            parts_.manager, parts_.selection.Ids(), overlay.GetCentre());
     }
     if (phase == GesturePhase::Update && rotateGroup_) {
-        rotateGroup_->SetAngle(degrees);
-        overlay.TurnFrame(rotateGroup_->GetTurn());
+        rotateGroup_->TurnBy(degrees - startAngle_);
+        overlay.TurnFrame(degrees - startAngle_);
         rotateGroup_->redo();
     }
     if (phase == GesturePhase::End) {
@@ -84,7 +92,7 @@ void SceneGestures::Abandon()
     rotate_.reset();
     rotateGroup_.reset();
     if (IsDragging())
-        scene_.HoldUndo(false);
+        parts_.holdUndo(false);
     drag_ = Drag::None;
 }
 
@@ -96,8 +104,8 @@ void SceneGestures::Begin(Drag drag, const MappingRectangle& item, QPointF at)
     pressed_ = at;
     start_ = item.GetPlacement();
     startRotation_ = item.rotation();
-    startAngle_ = EditorGeometry::MouseAngle(start_.centre, at);
-    scene_.HoldUndo(true);
+    startAngle_ = ElementGeometry::MouseAngle(start_.centre, at);
+    parts_.holdUndo(true);
 }
 
 void SceneGestures::TakeItem(const MappingRectangle& item, QPointF at)
@@ -127,20 +135,20 @@ void SceneGestures::TakeRotationHandle(const MappingRectangle& item, QPointF at)
 
 void SceneGestures::DragTo(QPointF to)
 {
-    const bool snap = scene_.GetDisplay().snapToGrid;
+    const bool snap = parts_.display.snapToGrid;
     switch (drag_) {
     case Drag::None:
         break;
     case Drag::Move: {
         const QPointF wanted = start_.centre + (to - pressed_);
-        MoveGesture(
-            GesturePhase::Update,
-            EditorGeometry::WithoutHair(snap_.Apply(wanted, start_.size, snap) - start_.centre));
+        MoveGesture(GesturePhase::Update,
+                    ElementGeometry::WithoutRounding(snap_.Apply(wanted, start_.size, snap) -
+                                                     start_.centre));
         break;
     }
     case Drag::Corner: {
-        const QSizeF growth =
-            EditorGeometry::CornerGrowth(corner_, start_.size, startRotation_, to - pressed_, snap);
+        const QSizeF growth = ElementGeometry::CornerGrowth(corner_, start_.size, startRotation_,
+                                                            to - pressed_, snap);
         if (growth == growth_)
             break;
         growth_ = growth;
@@ -148,11 +156,11 @@ void SceneGestures::DragTo(QPointF to)
         break;
     }
     case Drag::Turn:
-        turn_ = EditorGeometry::MouseAngle(start_.centre, to) - startAngle_;
+        turn_ = ElementGeometry::MouseAngle(start_.centre, to) - startAngle_;
         RotateItemsGesture(GesturePhase::Update, turn_);
         break;
     case Drag::TurnGroup:
-        turn_ = EditorGeometry::MouseAngle(start_.centre, to) - startAngle_;
+        turn_ = ElementGeometry::MouseAngle(start_.centre, to) - startAngle_;
         RotateGroupGesture(GesturePhase::Update, startAngle_ + turn_);
         break;
     }
@@ -178,5 +186,5 @@ void SceneGestures::Release()
         RotateGroupGesture(GesturePhase::End, startAngle_ + turn_);
         break;
     }
-    scene_.HoldUndo(false);
+    parts_.holdUndo(false);
 }

@@ -1,19 +1,24 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include <QPointF>
 #include <QSizeF>
 
-#include "UI/Editor/EditorGeometry.h"
+#include "Model/ElementGeometry.h"
 
+class DeviceManager;
+class ElementSelection;
+class GroupOverlay;
 class MappingRectangle;
 class MoveCommand;
+class QUndoStack;
 class RotateRectangleCommand;
 class RotateSelectionCommand;
 class SizeRectangleCommand;
-class WeftMapEditorScene;
+struct EditorDisplayState;
 
 enum class GesturePhase
 {
@@ -28,13 +33,24 @@ enum class GesturePhase
 class SceneGestures
 {
 public:
-    /// `scene` outlives this object.
-    explicit SceneGestures(WeftMapEditorScene& scene);
+    /// All of them outlive this object.
+    struct Parts
+    {
+        DeviceManager& manager;
+        const EditorDisplayState& display;
+        const ElementSelection& selection;
+        GroupOverlay& overlay;
+        QUndoStack& undoStack;
+        /// True while the mouse drags: undo must not change the elements under it.
+        std::function<void(bool)> holdUndo;
+    };
+
+    explicit SceneGestures(Parts parts);
     ~SceneGestures();
     SceneGestures(const SceneGestures&) = delete;
     SceneGestures& operator=(const SceneGestures&) = delete;
 
-    /// `delta` is the way since the start.
+    /// `delta` is the distance from the start.
     void MoveGesture(GesturePhase phase, QPointF delta = {});
     /// `growth` is that since the start, in the elements' own axes.
     void SizeGesture(GesturePhase phase, int corner, QSizeF growth = {0, 0});
@@ -69,7 +85,7 @@ private:
     template <class Command>
     void Finish(std::unique_ptr<Command>& pending);
 
-    WeftMapEditorScene& scene_;
+    Parts parts_;
     std::unique_ptr<MoveCommand> move_;
     std::unique_ptr<SizeRectangleCommand> size_;
     std::unique_ptr<RotateRectangleCommand> rotate_;
@@ -77,11 +93,11 @@ private:
 
     Drag drag_ = Drag::None;
     QPointF pressed_;
-    EditorGeometry::Placement start_;
+    ElementGeometry::Placement start_;
     double startRotation_ = 0;
-    double startAngle_ = 0;
+    double startAngle_ = 0; ///< of the group, or of the mouse
     double turn_ = 0;
-    int corner_ = EditorGeometry::NoCorner;
+    int corner_ = ElementGeometry::NoCorner;
     QSizeF growth_{0, 0};
-    EditorGeometry::DragSnap snap_;
+    ElementGeometry::DragSnap snap_;
 };

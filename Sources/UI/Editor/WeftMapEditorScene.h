@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <set>
 #include <vector>
 
 #include <QGraphicsScene>
@@ -12,18 +11,17 @@
 #include <QPersistentModelIndex>
 #include <QPixmap>
 
-#include "Model/Vector4DF.h"
+#include "FixtureModel/FreePatch.h"
+#include "Model/ElementChanges.h"
 #include "UI/Editor/EditorActions.h"
-#include "UI/Editor/ElementState.h"
-#include "UI/Editor/FreePatch.h"
+#include "UI/Editor/ElementSelection.h"
 #include "UI/Editor/GroupOverlay.h"
+#include "UI/Editor/MappingRectangle.h"
 #include "UI/Editor/SceneGestures.h"
 
 class DeviceManager;
 class GraphCanvas;
 class GraphForeground;
-class MappingRectangle;
-class QUndoCommand;
 class QUndoStack;
 struct EditorDisplayState;
 
@@ -34,7 +32,7 @@ struct EditorDisplayState;
 /// The model is the truth. The scene follows the signals of DeviceManager, and a gesture goes to
 /// the model by an undo command; so a change that comes from the model can't become a second
 /// command.
-class WeftMapEditorScene : public QGraphicsScene
+class WeftMapEditorScene : public QGraphicsScene, public SelectionListener
 {
     Q_OBJECT
 
@@ -47,66 +45,45 @@ public:
     /// What the context menu shows, and the actions that a gesture holds back.
     void SetActions(const EditorActions& actions);
 
-    // ---- The canvas
-    // --------------------------------------------------------------------------------
+    // ---- The canvas ----------------------------------------------------------------------------
 
     void SetCanvasSize(int width, int height);
     [[nodiscard]] GraphCanvas& GetCanvas() const { return *canvas_; }
-    /// After a change of the canvas' size by these factors: elements stay where they are in pixels.
-    /// With 0, 0 they follow the canvas.
-    void RescaleItems(float fx, float fy);
-    /// Draws picture and grid anew.
+    /// Draws picture and grid again.
     void RedrawCanvas();
-    /// Removes all elements and overlays.
+    /// Removes all items and overlays, before the document is replaced.
     void ClearAll();
 
-    // ---- Elements
-    // ----------------------------------------------------------------------------------
+    // ---- Elements ------------------------------------------------------------------------------
 
-    /// Shows an element of the document; null when `index` has none.
-    MappingRectangle* AddRectangle(const EditorGeometry::Placement& placement, QSizeF naturalSize,
-                                   const QModelIndex& index, double rotation);
     [[nodiscard]] MappingRectangle* Find(std::int64_t id) const;
-    [[nodiscard]] std::vector<std::int64_t> AllIds() const;
     /// In the order of their identifiers, as are all lists here.
-    [[nodiscard]] std::vector<QPersistentModelIndex> AllIndexes() const;
-    /// The index of an element that once had this number, invalid when it is gone.
-    [[nodiscard]] QModelIndex IndexOf(std::int64_t id) const;
-    [[nodiscard]] ElementNumbers& GetNumbers() { return numbers_; }
+    [[nodiscard]] ElementIds AllIds() const;
     /// Marks the elements that no node is chosen for.
     void RefreshAutoMarks();
 
     /// The next free place on the wire for a fixture of the library.
     [[nodiscard]] PatchAddress NextFreePatch(std::int64_t fixtureID) const;
 
-    // ---- Selection
-    // ---------------------------------------------------------------------------------
+    // ---- Selection -----------------------------------------------------------------------------
 
     /// While one lives, selection events are gathered; they are told once, at its end.
-    class SelectionBatch
+    class SelectionBatch : public ElementSelection::Batch
     {
     public:
-        explicit SelectionBatch(WeftMapEditorScene& scene);
-        ~SelectionBatch();
-        SelectionBatch(const SelectionBatch&) = delete;
-        SelectionBatch& operator=(const SelectionBatch&) = delete;
-
-    private:
-        WeftMapEditorScene& scene_;
+        explicit SelectionBatch(WeftMapEditorScene& scene)
+            : Batch(scene.selection_)
+        {}
     };
 
-    [[nodiscard]] int SelectedCount() const { return static_cast<int>(selected_.size()); }
-    [[nodiscard]] std::vector<std::int64_t> SelectedIds() const;
+    [[nodiscard]] int SelectedCount() const { return selection_.Count(); }
+    [[nodiscard]] ElementIds SelectedIds() const { return selection_.Ids(); }
     [[nodiscard]] std::vector<QPersistentModelIndex> SelectedIndexes() const;
     void SetSelected(std::int64_t id, bool selected);
-    void SelectById(const std::vector<std::int64_t>& ids);
     void SelectAll();
     void UnSelectAll();
-    /// From the items: one was selected or deselected.
-    void NoteSelection(MappingRectangle& item, bool selected);
 
-    // ---- Gestures and overlays
-    // ---------------------------------------------------------------------
+    // ---- Gestures and overlays -----------------------------------------------------------------
 
     [[nodiscard]] SceneGestures& GetGestures() { return gestures_; }
     [[nodiscard]] GroupOverlay& GetGroupOverlay() { return overlay_; }
@@ -117,28 +94,15 @@ public:
     [[nodiscard]] DeviceManager& GetManager() const { return manager_; }
     [[nodiscard]] EditorDisplayState& GetDisplay() const { return display_; }
     [[nodiscard]] const EditorActions& GetActions() const { return actions_; }
-    /// Hands a command to the undo stack, which runs it.
-    void Push(std::unique_ptr<QUndoCommand> command);
-    /// Undo and redo must not pull the model away from under a running gesture.
-    void HoldUndo(bool hold);
 
 public slots:
-    void SetGeometryItem(int64_t uniqueID, Zen::Vector4DF geometry);
-    void SetCentreXItem(int64_t uniqueID, float centreX);
-    void SetCentreYItem(int64_t uniqueID, float centreY);
-    void SetCentreXYItem(int64_t uniqueID, float centreX, float centreY);
-    void SetSizeItem(int64_t uniqueID, float width, float height);
-    void SetRotationItem(int64_t uniqueID, float rotation);
-    /// `flipDirection` 0 is horizontal, any other vertical.
-    void SetFlipStateItem(int64_t uniqueID, int flipDirection, bool state);
-    void DeleteObjectItem(int64_t uniqueID);
     void RemoveSelectedRectangle();
     void SetTestPatternImage(const QPixmap& picture);
-    /// The universes that the sister program has taken, as sub-net x 16 + universe.
+    /// The universes that the host has taken, as sub-net x 16 + universe.
     void usedUniversesChanged(const std::vector<int>& usedUniverses);
 
 signals:
-    /// The selection is another one; once for a click, a rubber band or a Select All.
+    /// The selection has changed; once for a click, a rubber band or a Select All.
     void RectangleSelectionEvent();
     void testPatternImageChange(const QPixmap& picture);
     void sceneClick();
@@ -165,7 +129,15 @@ protected:
 
 private:
     void ConnectModel();
-    void SettleSelection();
+    void AddRectangle(std::int64_t id);
+    void DeleteObjectItem(std::int64_t id);
+    /// Shows the element as the document has it.
+    void Place(MappingRectangle& item) const;
+    void PlaceAll();
+    void FollowSelection();
+    void NoteSelection(std::int64_t id, bool selected) override;
+    /// Undo and redo must not change the elements under a running gesture.
+    void HoldUndo(bool hold);
     /// The item whose handles are under the mouse; null when none is.
     [[nodiscard]] MappingRectangle* ItemWithHandleAt(QPointF scenePoint) const;
     [[nodiscard]] Qt::CursorShape CursorAt(QPointF scenePoint) const;
@@ -188,13 +160,10 @@ private:
     GraphForeground* foreground_ = nullptr;
     std::unique_ptr<MappingRectangle> dragPreview_;
     std::map<std::int64_t, MappingRectangle*> itemsById_;
-    ElementNumbers numbers_;
     std::vector<std::int32_t> usedUniverses_;
 
-    std::set<std::int64_t> selected_;
+    ElementSelection selection_;
     std::int64_t onlySelected_ = 0;
-    int selectionBatches_ = 0;
-    bool selectionChanged_ = false;
     bool rubberBand_ = false;
     bool waitsForDrag_ = false; ///< an element was pressed that only a drag selects
 

@@ -3,8 +3,6 @@
 // gestures in SceneGestures, changes in the commands.
 #include "UI/Editor/WeftMapEditorScene.h"
 
-#include <cmath>
-
 #include <QAction>
 #include <QGraphicsSceneContextMenuEvent>
 #include <QGraphicsSceneDragDropEvent>
@@ -13,13 +11,14 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QUndoStack>
 #include <QUrl>
 
+#include "FixtureModel/Rounding.h"
 #include "Log/Log.h"
 #include "Model/DeviceManager.h"
 #include "Model/DeviceModel.h"
 #include "UI/Editor/GraphCornerGrabber.h"
-#include "UI/Editor/MappingRectangle.h"
 #include "UI/Editor/PlacementCommands.h"
 
 namespace {
@@ -57,11 +56,6 @@ void Accept(QGraphicsSceneDragDropEvent& event)
     event.accept();
 }
 
-double RoundHalfUp(double value)
-{
-    return std::floor(value + 0.5);
-}
-
 } // namespace
 
 // ---- Mouse -------------------------------------------------------------------------------------
@@ -72,10 +66,11 @@ MappingRectangle* WeftMapEditorScene::ItemWithHandleAt(QPointF scenePoint) const
         frame && frame->IsRotationHandleAt(scenePoint))
         return frame;
     // The newest element stands on top.
-    for (auto id = selected_.rbegin(); id != selected_.rend(); ++id) {
+    const ElementIds selected = SelectedIds();
+    for (auto id = selected.rbegin(); id != selected.rend(); ++id) {
         MappingRectangle* item = Find(*id);
         if (item && (item->IsRotationHandleAt(scenePoint) ||
-                     item->GrabberAt(scenePoint) != EditorGeometry::NoCorner))
+                     item->GrabberAt(scenePoint) != ElementGeometry::NoCorner))
             return item;
     }
     return nullptr;
@@ -236,9 +231,9 @@ void WeftMapEditorScene::contextMenuEvent(QGraphicsSceneContextMenuEvent* event)
     if (SelectedCount() == 0) {
         add(actions_.canvasSize);
     } else {
-        const auto first = ReadElement(manager_, IndexOf(*selected_.begin()));
-        flipHorizontal_->setChecked(first && first->flipHorizontal);
-        flipVertical_->setChecked(first && first->flipVertical);
+        const MappingRectangle& first = *Find(SelectedIds().front());
+        flipHorizontal_->setChecked(first.IsFlipped(FlipHorizontal));
+        flipVertical_->setChecked(first.IsFlipped(FlipVertical));
         const bool single = SelectedCount() == 1;
         flipHorizontal_->setEnabled(single);
         flipVertical_->setEnabled(single);
@@ -302,7 +297,7 @@ void WeftMapEditorScene::dragMoveEvent(QGraphicsSceneDragDropEvent* event)
         return;
     const QSizeF size = dragPreview_->GetSize();
     const QPointF topLeft = event->scenePos() - QPointF(size.width() / 2, size.height() / 2);
-    dragPreview_->setPos(QPointF(RoundHalfUp(topLeft.x()), RoundHalfUp(topLeft.y())) +
+    dragPreview_->setPos(QPointF(Rounding::HalfUp(topLeft.x()), Rounding::HalfUp(topLeft.y())) +
                          QPointF(size.width() / 2, size.height() / 2));
 }
 
@@ -346,15 +341,15 @@ void WeftMapEditorScene::DropFixture(std::int64_t fixtureID, QPointF place)
     RemoveOverlays();
     MappedObjectParams params;
     params.ipconf = QStringLiteral("Auto");
-    params.posX = static_cast<float>(RoundHalfUp(place.x() - width / 2.0));
-    params.posY = static_cast<float>(RoundHalfUp(place.y() - height / 2.0));
+    params.posX = static_cast<float>(Rounding::HalfUp(place.x() - width / 2.0));
+    params.posY = static_cast<float>(Rounding::HalfUp(place.y() - height / 2.0));
     params.width = static_cast<float>(width);
     params.height = static_cast<float>(height);
     params.fixtureID = fixtureID;
     params.subnet = patch.subnet;
     params.universe = patch.universe;
     params.channel = patch.channel;
-    Push(std::make_unique<CreateNewMappingCommand>(*this, params));
+    undoStack_.push(new CreateNewMappingCommand(manager_, params));
     // The next key is meant for what was dropped, not for the list that it came from.
     for (QGraphicsView* view : views())
         view->setFocus();

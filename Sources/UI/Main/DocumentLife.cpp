@@ -233,20 +233,5 @@ bool DocumentLife::MayClose()
 void DocumentLife::UpdateCanvasSize(int width, int height)
 {
     parts_.manager.SetCanvasSize(width, height);
-    parts_.scene.SetCanvasSize(width, height);
     emit canvasSizeChanged();
-}
-
-void DocumentLife::ResizeCanvas(int width, int height, bool keepPositions)
-{
-    int oldWidth = 0;
-    int oldHeight = 0;
-    parts_.manager.GetCanvasSize(oldWidth, oldHeight);
-    UpdateCanvasSize(width, height);
-    if (keepPositions)
-        parts_.scene.RescaleItems(static_cast<float>(width) / static_cast<float>(oldWidth),
-                                  static_cast<float>(height) / static_cast<float>(oldHeight));
-    else
-        parts_.scene.RescaleItems(0, 0);
-    parts_.manager.SetDocumentDirty(true);
 }

@@ -58,9 +58,6 @@ public:
     /// Whether the program may end: asks when there is unsaved work.
     [[nodiscard]] bool MayClose();
 
-    /// Gives the canvas another size. Fixtures keep their pixels or their share of the canvas.
-    void ResizeCanvas(int width, int height, bool keepPositions);
-
 public slots:
     /// Imports a file and marks the document unsaved, for its own file doesn't hold it yet.
     bool ImportFile(const QString& path);

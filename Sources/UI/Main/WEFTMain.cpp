@@ -230,7 +230,7 @@ void WEFTMain::BuildLists()
 void WEFTMain::BuildEditor()
 {
     editor_ = std::make_unique<EditorController>(EditorController::Parts{
-        *deviceManager_, *scene_, *form_.mappingEditorView, *form_.mappedTreeView});
+        *deviceManager_, *undoStack_, *scene_, *form_.mappingEditorView, *form_.mappedTreeView});
     EditorActions actions;
     actions.canvasSize = form_.Action(ActionId::CanvasSize);
     actions.copy = form_.Action(ActionId::Copy);
@@ -358,8 +358,6 @@ void WEFTMain::WireDocument()
     });
     connect(document_.get(), &DocumentLife::canvasSizeChanged, form_.mappingEditorView,
             &WeftMapEditorView::CanvasChanged);
-    connect(deviceManager_.get(), &DeviceManager::changeCanvasSize, document_.get(),
-            &DocumentLife::UpdateCanvasSize);
 }
 
 void WEFTMain::WireHost()

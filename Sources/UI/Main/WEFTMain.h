@@ -5,10 +5,10 @@
 
 #include <QMainWindow>
 
+#include "Model/ElementGeometry.h"
 #include "Settings/SettingsBlock.h"
 #include "UI/Dialogs/WEFTDialogPreferences.h"
 #include "UI/Editor/EditorDisplayState.h"
-#include "UI/Editor/EditorGeometry.h"
 #include "UI/Main/FrameLoop.h"
 #include "UI/Main/MainWindowForm.h"
 #include "UI/Main/OperatorNotices.h"
@@ -69,21 +69,21 @@ public slots:
     void ActionSelectAll();
     void RemoveSelectedRectangle();
     void ActionCropCanvasToSelectedDevices();
-    void ActionAlign(EditorGeometry::AlignMode mode);
-    void ActionAlignLeft() { ActionAlign(EditorGeometry::AlignLeft); }
-    void ActionAlignCenter() { ActionAlign(EditorGeometry::AlignCenter); }
-    void ActionAlignRight() { ActionAlign(EditorGeometry::AlignRight); }
-    void ActionAlignTop() { ActionAlign(EditorGeometry::AlignTop); }
-    void ActionAlignMiddle() { ActionAlign(EditorGeometry::AlignMiddle); }
-    void ActionAlignBottom() { ActionAlign(EditorGeometry::AlignBottom); }
-    void ActionAlignDistribute(EditorGeometry::DistributeMode mode);
+    void ActionAlign(ElementGeometry::AlignMode mode);
+    void ActionAlignLeft() { ActionAlign(ElementGeometry::AlignLeft); }
+    void ActionAlignCenter() { ActionAlign(ElementGeometry::AlignCenter); }
+    void ActionAlignRight() { ActionAlign(ElementGeometry::AlignRight); }
+    void ActionAlignTop() { ActionAlign(ElementGeometry::AlignTop); }
+    void ActionAlignMiddle() { ActionAlign(ElementGeometry::AlignMiddle); }
+    void ActionAlignBottom() { ActionAlign(ElementGeometry::AlignBottom); }
+    void ActionAlignDistribute(ElementGeometry::DistributeMode mode);
     void ActionAlignDistributeHorizontally()
     {
-        ActionAlignDistribute(EditorGeometry::DistributeHorizontally);
+        ActionAlignDistribute(ElementGeometry::DistributeHorizontally);
     }
     void ActionAlignDistributeVertically()
     {
-        ActionAlignDistribute(EditorGeometry::DistributeVertically);
+        ActionAlignDistribute(ElementGeometry::DistributeVertically);
     }
     void ActionRotateRight90();
     void ActionRotateLeft90();

@@ -48,7 +48,7 @@ void WEFTMain::ActionCanvasSize()
     deviceManager_->GetCanvasSize(width, height);
     dialog.SetSize(width, height);
     if (dialog.exec() == QDialog::Accepted)
-        document_->ResizeCanvas(dialog.GetWidth(), dialog.GetHeight(), dialog.KeepsPositions());
+        editor_->ResizeCanvas(dialog.GetWidth(), dialog.GetHeight(), dialog.KeepsPositions());
 }
 
 void WEFTMain::ActionAbout()
@@ -73,12 +73,12 @@ void WEFTMain::ActionCropCanvasToSelectedDevices()
     editor_->ActionCropCanvasToSelectedDevices();
 }
 
-void WEFTMain::ActionAlign(EditorGeometry::AlignMode mode)
+void WEFTMain::ActionAlign(ElementGeometry::AlignMode mode)
 {
     editor_->ActionAlign(mode);
 }
 
-void WEFTMain::ActionAlignDistribute(EditorGeometry::DistributeMode mode)
+void WEFTMain::ActionAlignDistribute(ElementGeometry::DistributeMode mode)
 {
     editor_->ActionAlignDistribute(mode);
 }

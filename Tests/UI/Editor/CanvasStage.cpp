@@ -2,7 +2,6 @@
 #include "CanvasStage.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -35,8 +34,8 @@ CanvasStage::CanvasStage(QSize canvas, QSize viewSize)
     view->setFixedSize(viewSize);
     view->setScene(scene.get());
     view->SetUp(display, manager);
-    controller =
-        std::make_unique<EditorController>(EditorController::Parts{manager, *scene, *view, *list});
+    controller = std::make_unique<EditorController>(
+        EditorController::Parts{manager, undo, *scene, *view, *list});
     scene->SetCanvasSize(canvas.width(), canvas.height());
     QPixmap picture(64, 64);
     picture.fill(QColor(40, 80, 120));
@@ -75,13 +74,19 @@ std::int64_t CanvasStage::Place(std::int64_t fixture, QPointF centre, QSizeF siz
     const QModelIndex index = manager.AddMappedObject(params);
     manager.ApplyObjectParams(index, params);
     manager.SetObjectRotation(index, rotation);
-    scene->AddRectangle({centre, size}, size, index, static_cast<double>(rotation));
     return manager.GetUniqueID(index);
 }
 
-ElementState CanvasStage::Model(std::int64_t id) const
+CanvasStage::Element CanvasStage::Model(std::int64_t id) const
 {
-    return ReadElement(manager, scene->IndexOf(id)).value_or(ElementState{});
+    const VideoMapping& video = *Item(id).GetVideoMapping();
+    return {ElementGeometry::PlacementOf(video, manager.CanvasPixels()), video.rotation,
+            video.flipHorizontal, video.flipVertical};
+}
+
+MappedLedItem& CanvasStage::Item(std::int64_t id) const
+{
+    return *manager.GetMappedDeviceModel()->GetItemByUniqueID(id);
 }
 
 std::vector<std::int64_t> CanvasStage::Ids() const
@@ -119,14 +124,9 @@ std::string CanvasStage::Disagreement() const
     if (SelectedInList() != scene->SelectedIds())
         return "canvas and list have other selections";
     for (const std::int64_t id : Ids()) {
-        const ElementState model = Model(id);
+        const Element model = Model(id);
         const MappingRectangle& item = *scene->Find(id);
-        constexpr double tolerance = 1e-2;
-        const QPointF apart = item.pos() - model.placement.centre;
-        const QSizeF grown = item.GetSize() - model.placement.size;
-        const bool same = std::abs(apart.x()) < tolerance && std::abs(apart.y()) < tolerance &&
-                          std::abs(grown.width()) < tolerance &&
-                          std::abs(grown.height()) < tolerance &&
+        const bool same = item.GetPlacement() == model.placement &&
                           item.rotation() == static_cast<double>(model.rotation) &&
                           item.IsFlipped(FlipHorizontal) == model.flipHorizontal &&
                           item.IsFlipped(FlipVertical) == model.flipVertical;

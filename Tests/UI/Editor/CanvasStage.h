@@ -28,13 +28,20 @@ public:
 
     /// A fixture in the library; its number.
     std::int64_t AddFixture(const wchar_t* product, int width, int height, int channels);
-    /// An element on the canvas, placed as a file would place it; its number.
+    /// An element of the document, with no step in the history; its number.
     std::int64_t Place(std::int64_t fixture, QPointF centre, QSizeF size, float rotation = 0);
 
-    // ---- What the model, the list and the canvas say
-    // -----------------------------------------------
+    // ---- What the model, the list and the canvas say -------------------------------------------
 
-    [[nodiscard]] ElementState Model(std::int64_t id) const;
+    struct Element
+    {
+        ElementGeometry::Placement placement; ///< scene pixels
+        float rotation = 0;
+        bool flipHorizontal = false;
+        bool flipVertical = false;
+    };
+    [[nodiscard]] Element Model(std::int64_t id) const;
+    [[nodiscard]] MappedLedItem& Item(std::int64_t id) const;
     [[nodiscard]] std::vector<std::int64_t> Ids() const;
     [[nodiscard]] std::vector<std::int64_t> SelectedInList() const;
     /// The ways in which model, scene and list differ, in words; empty when they are one.

@@ -65,7 +65,6 @@ TEST_F(Gestures, ADragThatEndsWhereItBeganIsNoStep)
             stage.MoveTo(place);
             stage.Release(place);
             EXPECT_EQ(stage.undo.count(), 0) << i;
-            stage.scene->DeleteObjectItem(other);
             stage.manager.RemoveMappedObjects({other});
         }
     }
@@ -239,7 +238,7 @@ TEST_F(Gestures, AnActionInTheMiddleOfADragComesAfterIt)
     stage.controller->ActionSelectAll();
     stage.Press({20, 20});
     stage.MoveTo({30, 30});
-    stage.controller->ActionAlign(EditorGeometry::AlignTop);
+    stage.controller->ActionAlign(ElementGeometry::AlignTop);
     stage.MoveTo({40, 40});
     stage.Release({40, 40});
     ExpectNear(stage.Model(two).placement.centre, {70, 30}, 0.2);
@@ -273,7 +272,6 @@ TEST_F(Gestures, ElementsMayGoAwayUnderTheMouse)
     stage.controller->ActionSelectAll();
     stage.Press({20, 20});
     stage.MoveTo({25, 25});
-    stage.scene->DeleteObjectItem(one);
     stage.manager.RemoveMappedObjects({one});
     stage.MoveTo({30, 30});
     ExpectNear(stage.Model(two).placement.centre, {70, 60}, 0.2);

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "CanvasStage.h"
 #include "LEDEngine/LEDEngine.h"
+#include "Model/ArtNetNodeModel.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
+#include "UI/Editor/GeometryCommands.h"
 #include "UI/Editor/GraphCanvas.h"
 
 #include <gtest/gtest.h>
@@ -12,11 +14,21 @@
 #include <random>
 
 #include <QTransform>
+#include <tinyxml2.h>
 
 namespace {
 
-/// Watches what the engine samples. The picture tells the place of each of its pixels: blue is its
-/// column, green its row.
+/// What leaves the program: the document's file and the channels on the wire.
+struct Outcome
+{
+    std::string file;
+    std::string wire;
+
+    bool operator==(const Outcome&) const = default;
+};
+
+/// Watches file and engine. The picture tells the place of each of its pixels: blue is its column,
+/// green its row.
 class Witness
 {
 public:
@@ -30,7 +42,7 @@ public:
             picture_->data[4 * i + 1] = static_cast<std::uint8_t>(i / Side);
             picture_->data[4 * i + 2] = 255;
         }
-        // As the window does it: the engine is built anew when elements come or go, and no sooner.
+        // As the window does it: the engine is rebuilt when elements come or go, and only then.
         QObject::connect(&stage.manager, &DeviceManager::mappingsChanged, &engine_, [this] {
             engine_.ReleaseElements();
             const MappedDeviceModel& document = *stage_.manager.GetMappedDeviceModel();
@@ -38,19 +50,37 @@ public:
         });
     }
 
-    /// The first element whose light doesn't come from where the canvas shows it; empty for none.
+    [[nodiscard]] Outcome Now()
+    {
+        Outcome now;
+        tinyxml2::XMLDocument document;
+        stage_.manager.MappingToXml(document, nodes_);
+        tinyxml2::XMLPrinter printer;
+        document.Print(&printer);
+        now.file = printer.CStr();
+        engine_.UpdateElementBitmaps(*picture_);
+        engine_.SendFrame();
+        const ArtNetUniverses& universes = engine_.GetOutput().GetUniverses();
+        for (const auto& [port, universe] : universes.Broadcast())
+            now.wire.append(universe.channels.begin(), universe.channels.end());
+        for (const auto& [key, universe] : universes.Unicast())
+            now.wire.append(universe.channels.begin(), universe.channels.end());
+        return now;
+    }
+
+    /// The first element that is sampled elsewhere than the canvas shows it; empty for none.
     [[nodiscard]] std::string Disagreement()
     {
         engine_.UpdateElementBitmaps(*picture_);
         for (const MappedLedItem* element : stage_.manager.GetMappedDeviceModel()->GetAllItems()) {
-            const ZenBitmap* light = engine_.FindElementBitmap(*element);
+            const ZenBitmap* pixels = engine_.FindElementBitmap(*element);
             const MappingRectangle* item = stage_.scene->Find(element->uniqueID);
-            if (!light || !item || light->width != 12 || light->height != 4)
-                return "the engine has no light for an element";
+            if (!pixels || !item || pixels->width != 12 || pixels->height != 4)
+                return "the engine has no pixels for an element";
             for (const QPoint cell : {QPoint(0, 0), QPoint(11, 0), QPoint(4, 2), QPoint(0, 3)}) {
-                if (!ComesFrom(*light, cell, PlaceOf(*item, cell)))
+                if (!ComesFrom(*pixels, cell, PlaceOf(*item, cell)))
                     return "element " + std::to_string(element->uniqueID) +
-                           " is lit from elsewhere";
+                           " is sampled elsewhere than it is shown";
             }
         }
         return {};
@@ -74,16 +104,16 @@ private:
         return {place.x() / canvas.width(), place.y() / canvas.height()};
     }
 
-    [[nodiscard]] static bool ComesFrom(const ZenBitmap& light, QPoint cell, QPointF place)
+    [[nodiscard]] static bool ComesFrom(const ZenBitmap& pixels, QPoint cell, QPointF place)
     {
-        constexpr double edge = 1e-3; // Here it is a matter of rounding whether there is light.
+        constexpr double edge = 1e-3; // Here it is a matter of rounding what is sampled.
         const auto outside = [](double at) {
             return at < -edge || at > 1 + edge;
         };
         const auto inside = [](double at) {
             return at > edge && at < 1 - edge;
         };
-        const std::uint8_t* pixel = light.data + cell.y() * light.bytesPerRow + 4 * cell.x();
+        const std::uint8_t* pixel = pixels.data + cell.y() * pixels.bytesPerRow + 4 * cell.x();
         if (outside(place.x()) || outside(place.y()))
             return pixel[2] == 0;
         if (!inside(place.x()) || !inside(place.y()))
@@ -94,91 +124,188 @@ private:
 
     CanvasStage& stage_;
     LEDEngine engine_;
+    ArtNetNodeModel nodes_;
     std::unique_ptr<ZenBitmap> picture_;
 };
 
-} // namespace
-
-TEST(CanvasWalk, KeepsModelCanvasListAndEngineOne)
+/// Edits as an operator makes them, one after the other, by chance.
+class Operator
 {
-    CanvasStage stage;
-    const std::int64_t bar = stage.AddFixture(L"Bar", 12, 4, 144);
-    Witness witness(stage);
-    constexpr int seed = 20;
-    const char* wanted = std::getenv("CANVAS_WALK_STEPS");
-    const int steps = wanted ? std::atoi(wanted) : 10000;
-    std::mt19937 random(seed);
-    const auto pick = [&random](int below) {
-        return static_cast<int>(random() % static_cast<unsigned>(below));
-    };
-    const auto point = [&pick] {
-        return QPointF(pick(100), pick(100));
-    };
-    for (int step = 0; step < steps; ++step) {
-        const auto ids = stage.Ids();
-        switch (pick(17)) {
+public:
+    explicit Operator(CanvasStage& stage)
+        : stage_(stage)
+        , bar_(stage.AddFixture(L"Bar", 12, 4, 144))
+    {
+        // What only a file can bring: angles between degrees, another filter, a node of its own.
+        for (int i = 0; i < 14; ++i) {
+            const auto id = stage.Place(bar_, {10.0 + 6 * i, 15.0 + 5 * i}, {12.0 + i, 4});
+            VideoMapping video = *stage.Item(id).GetVideoMapping();
+            video.rotation = 12.75F * static_cast<float>(i);
+            video.filterMode = static_cast<VideoFilterMode>(i % 3);
+            stage.manager.SetVideoMappings({{id, video}});
+            // Several share their channels: the last row wins.
+            if (i % 2 == 1)
+                stage.Item(id).EditArtNetMapping()->SetNode(L"2.0.0.9", L"Node");
+        }
+    }
+
+    int Pick(int below) { return static_cast<int>(random_() % static_cast<unsigned>(below)); }
+
+    void Edit()
+    {
+        EditorController& editor = *stage_.controller;
+        const auto ids = stage_.Ids();
+        switch (Pick(17)) {
         case 0:
-        case 1:
             if (ids.size() < 30)
-                stage.DropFixture(bar, point());
+                stage_.DropFixture(bar_, Point());
             break;
+        case 1:
         case 2:
-        case 3:
-            stage.Drag(point(), point());
+            stage_.Drag(Point(), Point());
             break;
+        case 3:
         case 4:
+            if (!ids.empty())
+                stage_.Drag(stage_.Model(AnyOf(ids)).placement.centre, Point());
+            break;
         case 5:
-            if (!ids.empty()) {
-                const auto id = ids[static_cast<std::size_t>(pick(static_cast<int>(ids.size())))];
-                stage.Drag(stage.Model(id).placement.centre, point());
-            }
+            DragCorner();
             break;
         case 6:
-            stage.controller->ActionSelectAll();
+            editor.ActionSelectAll();
             break;
         case 7:
-            stage.controller->ActionAlign(static_cast<EditorGeometry::AlignMode>(pick(6)));
+            editor.ActionAlign(static_cast<ElementGeometry::AlignMode>(Pick(6)));
             break;
         case 8:
-            stage.controller->ActionAlignDistribute(
-                static_cast<EditorGeometry::DistributeMode>(pick(2)));
+            editor.ActionAlignDistribute(static_cast<ElementGeometry::DistributeMode>(Pick(2)));
             break;
         case 9:
-            stage.controller->ActionRotateLeftRight(static_cast<float>(pick(720) - 360));
+            editor.ActionRotateLeftRight(static_cast<float>(Pick(720) - 360));
             break;
         case 10:
-            stage.controller->ActionFlip(pick(2), pick(2) == 0);
+            editor.ActionFlip(Pick(2), Pick(2) == 0);
             break;
         case 11:
-            if (pick(4) == 0)
-                stage.Key(Qt::Key_Delete);
+            stage_.Key(Qt::Key_Delete);
             break;
         case 12:
+            if (!ids.empty())
+                stage_.scene->SetSelected(AnyOf(ids), Pick(3) > 0);
+            break;
         case 13:
-            stage.undo.undo();
+            TurnGroup();
             break;
         case 14:
-            stage.undo.redo();
+            stage_.display.snapToGrid = Pick(2) == 0;
             break;
         case 15:
-            if (!ids.empty() && pick(3) == 0) {
-                stage.scene->GetGestures().RotateGroupGesture(GesturePhase::Start, 0);
-                stage.scene->GetGestures().RotateGroupGesture(GesturePhase::Update, pick(360));
-                stage.scene->GetGestures().RotateGroupGesture(GesturePhase::End, 0);
-            }
-            stage.display.snapToGrid = pick(2) == 0;
+            Type();
             break;
         case 16:
-            // There and back at once: on a canvas of a few pixels there is little to do.
-            if (pick(4) == 0 && !ids.empty()) {
-                stage.controller->ActionCropCanvasToSelectedDevices();
-                ASSERT_EQ(stage.Disagreement() + witness.Disagreement(), "") << "step " << step;
-                stage.undo.undo();
-            }
+            if (Pick(4) == 0)
+                editor.ActionCropCanvasToSelectedDevices();
+            else
+                editor.ResizeCanvas(60 + Pick(60), 60 + Pick(60), Pick(2) == 0);
             break;
         default:
             break;
         }
-        ASSERT_EQ(stage.Disagreement() + witness.Disagreement(), "") << "after step " << step;
+    }
+
+private:
+    QPointF Point()
+    {
+        const QSize canvas = stage_.manager.CanvasPixels();
+        return {static_cast<double>(Pick(canvas.width())),
+                static_cast<double>(Pick(canvas.height()))};
+    }
+    std::int64_t AnyOf(const std::vector<std::int64_t>& ids)
+    {
+        return ids[static_cast<std::size_t>(Pick(static_cast<int>(ids.size())))];
+    }
+    void DragCorner()
+    {
+        SceneGestures& gestures = stage_.scene->GetGestures();
+        const int corner = Pick(8);
+        gestures.SizeGesture(GesturePhase::Start, corner);
+        gestures.SizeGesture(GesturePhase::Update, corner, QSizeF(Pick(20) - 8, Pick(20) - 8));
+        gestures.SizeGesture(GesturePhase::End, corner);
+    }
+    void TurnGroup()
+    {
+        SceneGestures& gestures = stage_.scene->GetGestures();
+        gestures.RotateGroupGesture(GesturePhase::Start, 0);
+        gestures.RotateGroupGesture(GesturePhase::Update, Pick(360));
+        gestures.RotateGroupGesture(GesturePhase::End, 0);
+    }
+    /// Values typed for all selected elements.
+    void Type()
+    {
+        const auto ids = stage_.scene->SelectedIds();
+        auto move = std::make_unique<MoveCommand>(stage_.manager, ids);
+        auto size = std::make_unique<SizeRectangleCommand>(stage_.manager, ids);
+        auto turn = std::make_unique<RotateRectangleCommand>(stage_.manager, ids);
+        switch (Pick(3)) {
+        case 0:
+            move->MoveTo(Pick(100) / 3.0, std::nullopt);
+            stage_.undo.push(move.release());
+            break;
+        case 1:
+            size->Resize(std::nullopt, Pick(30));
+            stage_.undo.push(size.release());
+            break;
+        default:
+            turn->TurnTo(Pick(720) - 360);
+            stage_.undo.push(turn.release());
+        }
+    }
+
+    CanvasStage& stage_;
+    std::int64_t bar_;
+    std::mt19937 random_{20};
+};
+
+} // namespace
+
+TEST(CanvasWalk, UndoAndRedoAreExactAndEverybodyAgrees)
+{
+    CanvasStage stage;
+    Witness witness(stage);
+    Operator hands(stage);
+    const char* wanted = std::getenv("CANVAS_WALK_ROUNDS");
+    const int rounds = wanted ? std::atoi(wanted) : 150;
+    for (int round = 0; round < rounds; ++round) {
+        const auto agree = [&](const char* when) {
+            ASSERT_EQ(stage.Disagreement() + witness.Disagreement(), "")
+                << when << " in round " << round;
+        };
+        stage.undo.clear();
+        stage.manager.SetDocumentDirty(false);
+        std::vector<Outcome> outcomes{witness.Now()};
+        for (int edit = 0; edit < 60 && stage.undo.count() < stage.undo.undoLimit(); ++edit) {
+            hands.Edit();
+            ASSERT_NO_FATAL_FAILURE(agree("after an edit"));
+            if (stage.undo.count() == std::ssize(outcomes))
+                outcomes.push_back(witness.Now());
+            ASSERT_EQ(witness.Now(), outcomes.back()) << "changed without a step, round " << round;
+            ASSERT_EQ(stage.manager.documentDirty, stage.undo.count() > 0) << "round " << round;
+        }
+        for (int step = stage.undo.count(); step-- > 0;) {
+            stage.undo.undo();
+            ASSERT_EQ(witness.Now(), outcomes[static_cast<std::size_t>(step)])
+                << "undone to " << step << ", round " << round;
+            ASSERT_NO_FATAL_FAILURE(agree("after an undo"));
+        }
+        for (int step = 1; step <= stage.undo.count(); ++step) {
+            stage.undo.redo();
+            ASSERT_EQ(witness.Now(), outcomes[static_cast<std::size_t>(step)])
+                << "redone to " << step << ", round " << round;
+            ASSERT_NO_FATAL_FAILURE(agree("after a redo"));
+        }
+        stage.undo.setIndex(hands.Pick(stage.undo.count() + 1));
+        if (stage.manager.CanvasPixels().width() < 50)
+            stage.controller->ResizeCanvas(100, 100, false);
     }
 }

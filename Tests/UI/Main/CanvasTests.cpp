@@ -135,8 +135,8 @@ TEST_F(LiveCanvas, ACanvasOfAnotherSizeKeepsTheFixturesOrTakesThemAlong)
     };
     const auto expect = [this](QPointF centre, QSizeF size, QPointF frame) {
         const ElementState state = Document().back();
-        const EditorGeometry::Placement item = Scene().Find(state.id)->GetPlacement();
-        for (const EditorGeometry::Placement& placement : {state.placement, item}) {
+        const ElementGeometry::Placement item = Scene().Find(state.id)->GetPlacement();
+        for (const ElementGeometry::Placement& placement : {state.placement, item}) {
             EXPECT_NEAR(placement.centre.x(), centre.x(), 1e-2);
             EXPECT_NEAR(placement.centre.y(), centre.y(), 1e-2);
             EXPECT_NEAR(placement.size.width(), size.width(), 1e-2);
@@ -266,11 +266,11 @@ TEST_F(LiveWork, EachGrabberOfATurnedElementLeavesItsOppositeInPlace)
     for (std::size_t row = 0; row < 2; ++row) {
         Click(Document()[row].placement.centre);
         const ElementState before = Document()[row];
-        for (int corner = 0; corner < EditorGeometry::CornerCount; ++corner) {
+        for (int corner = 0; corner < ElementGeometry::CornerCount; ++corner) {
             const QPointF grabber = GraphCornerGrabber::Rect(corner, before.placement.size,
                                                              Scene().GetDisplay().ScreenPixel())
                                         .center();
-            const QPointF outward = EditorGeometry::CornerPosition(corner, {16, 12});
+            const QPointF outward = ElementGeometry::CornerPosition(corner, {16, 12});
             Drag(OnScene(before, grabber), OnScene(before, grabber + outward));
             const ElementState after = Document()[row];
             // To the pixel of the screen that the mouse can reach.
@@ -279,10 +279,10 @@ TEST_F(LiveWork, EachGrabberOfATurnedElementLeavesItsOppositeInPlace)
                 << "corner " << corner << " of element " << row;
             EXPECT_NEAR(after.placement.size.height(),
                         before.placement.size.height() + std::abs(outward.y()), 1.01);
-            const int opposite = (corner + 4) % EditorGeometry::CornerCount;
+            const int opposite = (corner + 4) % ElementGeometry::CornerCount;
             const QPointF stayed =
-                OnScene(after, EditorGeometry::CornerPosition(opposite, after.placement.size)) -
-                OnScene(before, EditorGeometry::CornerPosition(opposite, before.placement.size));
+                OnScene(after, ElementGeometry::CornerPosition(opposite, after.placement.size)) -
+                OnScene(before, ElementGeometry::CornerPosition(opposite, before.placement.size));
             EXPECT_LT(stayed.manhattanLength(), 2e-2);
             Undo();
             EXPECT_EQ(Document()[row].placement, before.placement);
@@ -317,9 +317,9 @@ TEST_F(LiveWork, TenStepsGoBackAndForth)
             Click({80, 80});
             const ElementState element = Document()[3];
             const double pixel = Scene().GetDisplay().ScreenPixel();
-            const QPointF grabber =
-                GraphCornerGrabber::Rect(EditorGeometry::BottomRight, element.placement.size, pixel)
-                    .center();
+            const QPointF grabber = GraphCornerGrabber::Rect(ElementGeometry::BottomRight,
+                                                             element.placement.size, pixel)
+                                        .center();
             Drag(OnScene(element, grabber), OnScene(element, grabber + QPointF(-8, -5)));
         },
         [&] {

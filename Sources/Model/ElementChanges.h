@@ -2,13 +2,19 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include <QModelIndex>
 #include <QString>
 
-// What goes through DeviceManager's door: the record of a new element, and the entries of its batch
+#include "FixtureModel/VideoMapping.h"
+
+// What DeviceManager takes and tells: the record of a new element, and the entries of its batch
 // operations. An index is one of the document model (never of a proxy), in any column of the
-// element's row. All lengths are scene pixels, all angles degrees.
+// element's row. All lengths are scene pixels and all angles degrees, but for ElementMapping.
+
+/// Identifiers of elements, as MappedLedItem::uniqueID.
+using ElementIds = std::vector<std::int64_t>;
 
 /// What a new element is made from.
 struct MappedObjectParams
@@ -23,40 +29,40 @@ struct MappedObjectParams
     std::int32_t channel = 1;
     std::int32_t universe = 0;
     std::int32_t subnet = 0;
-
-    // What a removal keeps beside, to bring the element back as it was. Adding an element doesn't
-    // look at these.
-    std::int64_t elementID = 0;
-    int naturalWidth = 0;
-    int naturalHeight = 0;
-    float rotation = 0;
-    bool flipHorizontal = false;
-    bool flipVertical = false;
 };
 
 /// An element that was added, with the record it was made from.
-struct AddedObject
+struct AddedElement
 {
     QModelIndex index;
     MappedObjectParams params;
 };
 
+/// The whole geometry of an element as the document keeps it, in fractions of the canvas.
+struct ElementMapping
+{
+    std::int64_t uniqueID = 0;
+    VideoMapping video;
+
+    bool operator==(const ElementMapping&) const = default;
+};
+
 /// A place: the left top corner for a move, the centre where the operation says so.
-struct ObjectPosition
+struct ElementPosition
 {
     QModelIndex index;
     double x = 0;
     double y = 0;
 };
 
-struct ObjectSize
+struct ElementSize
 {
     QModelIndex index;
     double width = 0;
     double height = 0;
 };
 
-struct ObjectRotation
+struct ElementRotation
 {
     QModelIndex index;
     float degrees = 0;
@@ -68,7 +74,7 @@ enum FlipDirection : int
     FlipVertical = 1
 };
 
-struct ObjectFlip
+struct ElementFlip
 {
     QModelIndex index;
     int direction = FlipHorizontal;
@@ -76,7 +82,7 @@ struct ObjectFlip
 };
 
 /// A centre and a size.
-struct ObjectRect
+struct ElementRect
 {
     QModelIndex index;
     double x = 0;

@@ -6,11 +6,14 @@
 
 #include <QPointF>
 #include <QRectF>
+#include <QSize>
 #include <QSizeF>
 
-/// The arithmetic of the canvas, apart from events and painting. Lengths are scene pixels, angles
-/// degrees, turning clockwise as y grows downward.
-namespace EditorGeometry {
+#include "Model/ElementChanges.h"
+
+/// The arithmetic of every edit on the canvas: what elements become, from what they are. Lengths
+/// are scene pixels, angles degrees, turning clockwise as y grows downward.
+namespace ElementGeometry {
 
 /// Where an element lies before it is turned about its centre.
 struct Placement
@@ -24,6 +27,17 @@ struct Placement
     }
     bool operator==(const Placement&) const = default;
 };
+
+/// The place of an element on a canvas of this size, and the element at such a place: one undoes
+/// the other to the last bit.
+[[nodiscard]] Placement PlacementOf(const VideoMapping& element, QSizeF canvas);
+[[nodiscard]] VideoMapping Placed(VideoMapping element, const Placement& place, QSizeF canvas);
+
+/// The smallest upright box round the turned element, in fractions of the canvas, for fractions
+/// that are used as they are, without regard to the canvas' shape.
+[[nodiscard]] QRectF Bounds(const VideoMapping& element);
+/// The same round all of them, empty for none.
+[[nodiscard]] QRectF Bounds(std::span<const ElementMapping> elements);
 
 /// The eight points by which an element is resized, clockwise from its top left corner.
 enum Corner : int
@@ -43,15 +57,15 @@ enum Corner : int
 /// The place of a corner in an element of this size, about its centre.
 [[nodiscard]] QPointF CornerPosition(int corner, QSizeF size);
 
-/// A length without its fraction. Rounding leaves numbers a hair beside a whole one: they count as
-/// that.
+/// A length without its fraction. Rounding in the model leaves numbers just beside a whole one:
+/// they count as that.
 [[nodiscard]] double Cut(double length);
 
-/// A way without what is only such a hair: no way at all is exactly none.
-[[nodiscard]] QPointF WithoutHair(QPointF way);
+/// A distance without what is only such a rounding: no distance at all is exactly none.
+[[nodiscard]] QPointF WithoutRounding(QPointF distance);
 
 /// How much an element grows when the mouse drags one of its corners by `drag` on the scene, in the
-/// element's own axes. Whole pixels, cut towards none; with `snap` the new size is whole instead.
+/// element's own axes. Whole pixels, cut towards zero; with `snap` the new size is whole instead.
 /// No side gets shorter than a pixel.
 [[nodiscard]] QSizeF CornerGrowth(int corner, QSizeF startSize, double rotation, QPointF drag,
                                   bool snap);
@@ -83,8 +97,11 @@ private:
 /// The direction of `mouse` seen from `centre`, 0 to 360, 90 straight above.
 [[nodiscard]] double MouseAngle(QPointF centre, QPointF mouse);
 
-/// An angle as the program shows and stores it: at most 360, in whole degrees, cut downward.
-[[nodiscard]] double WholeDegrees(double degrees);
+/// The angle that an element has after a turn by hand. An angle that is a rounding of a whole
+/// degree counts as that degree. A turn by nothing leaves the element as it is.
+[[nodiscard]] float Turned(float rotation, double degrees);
+/// The angle that was typed: -90 gives 270.
+[[nodiscard]] float TypedAngle(double degrees);
 
 enum AlignMode : int
 {
@@ -114,4 +131,21 @@ enum DistributeMode : int
 [[nodiscard]] std::vector<QPointF> Distributed(std::span<const Placement> elements,
                                                DistributeMode mode);
 
-} // namespace EditorGeometry
+/// A canvas with the elements on it.
+struct Layout
+{
+    QSize canvas;
+    std::vector<ElementMapping> elements;
+};
+
+/// The canvas cut to the box round the elements of `kept`. All elements keep their size in pixels
+/// and their places to each other, with their left top corners on whole pixels. A side of the
+/// canvas is at least 1 and at most `longestSide`.
+[[nodiscard]] Layout Cropped(const Layout& layout, std::span<const ElementMapping> kept,
+                             int longestSide);
+
+/// The elements on a canvas of another size. With `keepPixels` each stays where it is and as large
+/// as it is in pixels; otherwise all follow the canvas.
+[[nodiscard]] Layout Rescaled(const Layout& layout, QSize canvas, bool keepPixels);
+
+} // namespace ElementGeometry

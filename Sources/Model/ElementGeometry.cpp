@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "UI/Editor/EditorGeometry.h"
+#include "Model/ElementGeometry.h"
 
 #include <algorithm>
 #include <array>
@@ -7,6 +7,8 @@
 #include <numeric>
 
 #include <QtMath>
+
+#include "FixtureModel/Rounding.h"
 
 namespace {
 
@@ -17,23 +19,27 @@ struct Signs
 };
 
 /// On which side of the centre each corner lies.
-constexpr std::array<Signs, EditorGeometry::CornerCount> CornerSides = {
+constexpr std::array<Signs, ElementGeometry::CornerCount> CornerSides = {
     {{-1, -1}, {0, -1}, {1, -1}, {1, 0}, {1, 1}, {0, 1}, {-1, 1}, {-1, 0}}};
 
 Signs SidesOf(int corner)
 {
-    if (corner < 0 || corner >= EditorGeometry::CornerCount)
+    if (corner < 0 || corner >= ElementGeometry::CornerCount)
         return {0, 0};
     return CornerSides[static_cast<std::size_t>(corner)];
 }
 
 /// The model keeps fractions of the canvas in single precision: a length in pixels comes back from
 /// it with a rounding far below this.
-constexpr double Hair = 1e-3;
+constexpr double LengthRounding = 1e-3;
+/// The same for an angle that was measured from the mouse.
+constexpr double AngleRounding = 1e-4;
 
-double WithoutHair(double length)
+constexpr float RadiansPerDegree = 0.017453292F;
+
+double WithoutRounding(double length)
 {
-    return std::abs(length) < Hair ? 0 : length;
+    return std::abs(length) < LengthRounding ? 0 : length;
 }
 
 /// `side` is 0 on the axis that a grabber in the middle of an edge leaves alone.
@@ -43,26 +49,83 @@ double Growth(int side, double start, double drag, bool snap)
         return 0;
     const double wanted = start + side * drag;
     const double growth = std::max(snap ? std::round(wanted) : wanted, 1.0) - start;
-    return snap ? WithoutHair(growth) : EditorGeometry::Cut(growth);
+    return snap ? WithoutRounding(growth) : ElementGeometry::Cut(growth);
+}
+
+/// QRectF::united leaves out rectangles without an extent.
+QRectF United(const QRectF& one, const QRectF& other)
+{
+    return {QPointF(std::min(one.left(), other.left()), std::min(one.top(), other.top())),
+            QPointF(std::max(one.right(), other.right()), std::max(one.bottom(), other.bottom()))};
 }
 
 double SnappedAlong(double centre, double size)
 {
-    return std::floor(centre - size / 2 + 0.5) + size / 2;
+    return Rounding::HalfUp(centre - size / 2) + size / 2;
+}
+
+int CanvasSide(double pixels, int longest)
+{
+    return static_cast<int>(std::clamp(Rounding::HalfUp(pixels), 1.0, double(longest)));
 }
 
 } // namespace
 
-namespace EditorGeometry {
+namespace ElementGeometry {
+
+Placement PlacementOf(const VideoMapping& element, QSizeF canvas)
+{
+    const auto pixels = [](float fraction, double side) {
+        return static_cast<double>(fraction) * side;
+    };
+    return {{pixels(element.centerX, canvas.width()), pixels(element.centerY, canvas.height())},
+            {pixels(element.width, canvas.width()), pixels(element.height, canvas.height())}};
+}
+
+VideoMapping Placed(VideoMapping element, const Placement& place, QSizeF canvas)
+{
+    const auto fraction = [](double pixels, double side) {
+        return static_cast<float>(pixels / side);
+    };
+    element.SetCenter(
+        {fraction(place.centre.x(), canvas.width()), fraction(place.centre.y(), canvas.height())});
+    element.SetSize({fraction(place.size.width(), canvas.width()),
+                     fraction(place.size.height(), canvas.height())});
+    return element;
+}
+
+QRectF Bounds(const VideoMapping& element)
+{
+    const float angle = element.rotation * RadiansPerDegree;
+    const float cosine = std::abs(std::cos(angle));
+    const float sine = std::abs(std::sin(angle));
+    const float halfWidth = std::abs(element.width) / 2;
+    const float halfHeight = std::abs(element.height) / 2;
+    // The farthest of the four corners to either side.
+    const float reachX = halfWidth * cosine + halfHeight * sine;
+    const float reachY = halfWidth * sine + halfHeight * cosine;
+    return {QPointF(element.centerX - reachX, element.centerY - reachY),
+            QPointF(element.centerX + reachX, element.centerY + reachY)};
+}
+
+QRectF Bounds(std::span<const ElementMapping> elements)
+{
+    if (elements.empty())
+        return {};
+    QRectF box = Bounds(elements.front().video);
+    for (const ElementMapping& element : elements)
+        box = United(box, Bounds(element.video));
+    return box;
+}
 
 double Cut(double length)
 {
-    return std::trunc(length + std::copysign(Hair, length));
+    return std::trunc(length + std::copysign(LengthRounding, length));
 }
 
-QPointF WithoutHair(QPointF way)
+QPointF WithoutRounding(QPointF distance)
 {
-    return {::WithoutHair(way.x()), ::WithoutHair(way.y())};
+    return {::WithoutRounding(distance.x()), ::WithoutRounding(distance.y())};
 }
 
 QPointF CornerPosition(int corner, QSizeF size)
@@ -128,13 +191,17 @@ double MouseAngle(QPointF centre, QPointF mouse)
     return degrees < 0 ? degrees + 360 : degrees;
 }
 
-double WholeDegrees(double degrees)
+float Turned(float rotation, double degrees)
 {
-    // A turn by hand that was one of whole degrees must not lose one to the last bit of the angle.
-    constexpr double hair = 1e-4;
-    if (degrees > 360 + hair)
-        degrees -= 360 * std::ceil((degrees - 360) / 360);
-    return std::floor(degrees + hair);
+    if (degrees == 0)
+        return rotation;
+    return static_cast<float>(
+        Rounding::WholeDegrees(static_cast<double>(rotation) + degrees, AngleRounding));
+}
+
+float TypedAngle(double degrees)
+{
+    return static_cast<float>(Rounding::WholeDegrees(degrees < 0 ? degrees + 360 : degrees));
 }
 
 QRectF BoundingBox(std::span<const Placement> elements)
@@ -142,14 +209,8 @@ QRectF BoundingBox(std::span<const Placement> elements)
     if (elements.empty())
         return {};
     QRectF box = elements.front().Rect();
-    for (const Placement& element : elements) {
-        // QRectF::united leaves out rectangles without an extent.
-        const QRectF rect = element.Rect();
-        box.setLeft(std::min(box.left(), rect.left()));
-        box.setTop(std::min(box.top(), rect.top()));
-        box.setRight(std::max(box.right(), rect.right()));
-        box.setBottom(std::max(box.bottom(), rect.bottom()));
-    }
+    for (const Placement& element : elements)
+        box = United(box, element.Rect());
     return box;
 }
 
@@ -221,4 +282,30 @@ std::vector<QPointF> Distributed(std::span<const Placement> elements, Distribute
     return centres;
 }
 
-} // namespace EditorGeometry
+Layout Cropped(const Layout& layout, std::span<const ElementMapping> kept, int longestSide)
+{
+    const QRectF box = Bounds(kept);
+    const QSizeF before = layout.canvas;
+    Layout cropped{{CanvasSide(box.width() * before.width(), longestSide),
+                    CanvasSide(box.height() * before.height(), longestSide)},
+                   layout.elements};
+    const QPointF origin(box.left() * before.width(), box.top() * before.height());
+    for (auto& [id, video] : cropped.elements) {
+        Placement place = PlacementOf(video, before);
+        place.centre = SnappedCentre(place.centre - origin, place.size);
+        video = Placed(video, place, cropped.canvas);
+    }
+    return cropped;
+}
+
+Layout Rescaled(const Layout& layout, QSize canvas, bool keepPixels)
+{
+    Layout rescaled{canvas, layout.elements};
+    if (keepPixels) {
+        for (auto& [id, video] : rescaled.elements)
+            video = Placed(video, PlacementOf(video, layout.canvas), canvas);
+    }
+    return rescaled;
+}
+
+} // namespace ElementGeometry

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "UI/Editor/FreePatch.h"
+#include "FixtureModel/FreePatch.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "UI/Editor/EditorGeometry.h"
+#include "Model/ElementGeometry.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 
 #include <QTransform>
 
-using namespace EditorGeometry;
+using namespace ElementGeometry;
 
 namespace {
 
@@ -31,7 +31,7 @@ QPointF OnScene(const Placement& element, double rotation, QPointF own)
 
 } // namespace
 
-TEST(EditorGeometry, ADraggedCornerGrowsTheElementAwayFromTheOppositeOne)
+TEST(ElementGeometry, ADraggedCornerGrowsTheElementAwayFromTheOppositeOne)
 {
     const Placement old{{100, 50}, {40, 20}};
     const QPointF mouse(10, 5);
@@ -42,7 +42,7 @@ TEST(EditorGeometry, ADraggedCornerGrowsTheElementAwayFromTheOppositeOne)
     ExpectNear(placed.Rect().topLeft(), old.Rect().topLeft());
 }
 
-TEST(EditorGeometry, EveryCornerOfATurnedElementKeepsItsOppositeInPlace)
+TEST(ElementGeometry, EveryCornerOfATurnedElementKeepsItsOppositeInPlace)
 {
     const Placement old{{200, 120}, {60, 30}};
     for (const double rotation : {0.0, 30.0, 90.0, 137.0, 270.0, -45.0}) {
@@ -63,7 +63,7 @@ TEST(EditorGeometry, EveryCornerOfATurnedElementKeepsItsOppositeInPlace)
     }
 }
 
-TEST(EditorGeometry, ASideFollowsOnlyItsOwnAxis)
+TEST(ElementGeometry, ASideFollowsOnlyItsOwnAxis)
 {
     const QSizeF size(60, 30);
     EXPECT_EQ(CornerGrowth(Right, size, 0, {9, -25}, false), QSizeF(9, 0));
@@ -73,7 +73,7 @@ TEST(EditorGeometry, ASideFollowsOnlyItsOwnAxis)
     EXPECT_EQ(CornerGrowth(Right, size, 90, {50, 0}, false), QSizeF(0, 0));
 }
 
-TEST(EditorGeometry, NoSideGetsShorterThanAPixel)
+TEST(ElementGeometry, NoSideGetsShorterThanAPixel)
 {
     EXPECT_EQ(CornerGrowth(BottomRight, {12, 1}, 0, {-500, -500}, false), QSizeF(-11, 0));
     EXPECT_EQ(CornerGrowth(TopLeft, {12, 8}, 0, {500, 500}, true), QSizeF(-11, -7));
@@ -82,7 +82,7 @@ TEST(EditorGeometry, NoSideGetsShorterThanAPixel)
     ExpectNear(tiny.Rect().topLeft(), QPointF(48.5, 49));
 }
 
-TEST(EditorGeometry, SnappingMakesSizesWholeAndPutsTheTopLeftOnTheGrid)
+TEST(ElementGeometry, SnappingMakesSizesWholeAndPutsTheTopLeftOnTheGrid)
 {
     EXPECT_EQ(CornerGrowth(BottomRight, {12.5, 4}, 0, {2.2, 0.6}, true), QSizeF(2.5, 1));
     EXPECT_EQ(CornerGrowth(BottomRight, {12, 4}, 0, {2.9, 0.9}, false), QSizeF(2, 0));
@@ -95,13 +95,13 @@ TEST(EditorGeometry, SnappingMakesSizesWholeAndPutsTheTopLeftOnTheGrid)
               QPointF(50.3, 20.6));
 }
 
-TEST(EditorGeometry, SnappedHalvesGoUpOnBothSidesOfZero)
+TEST(ElementGeometry, SnappedHalvesGoUpOnBothSidesOfZero)
 {
     EXPECT_EQ(SnappedCentre({10.5, -3.5}, {4, 2}), QPointF(11, -3));
     EXPECT_EQ(SnappedCentre({0.25, -0.75}, {1, 1}), QPointF(0.5, -0.5));
 }
 
-TEST(EditorGeometry, ADragOffTheGridLandsOnItAndThenGoesInWholeSteps)
+TEST(ElementGeometry, ADragOffTheGridLandsOnItAndThenGoesInWholeSteps)
 {
     DragSnap snap;
     const QSizeF size(4, 4);
@@ -118,7 +118,7 @@ TEST(EditorGeometry, ADragOffTheGridLandsOnItAndThenGoesInWholeSteps)
     EXPECT_EQ(free.Apply({10.3, 10.8}, size, false), QPointF(10.3, 10.8));
 }
 
-TEST(EditorGeometry, MouseAnglesRunFromTheLeftThroughTheTop)
+TEST(ElementGeometry, MouseAnglesRunFromTheLeftThroughTheTop)
 {
     EXPECT_NEAR(MouseAngle({5, 5}, {0, 5}), 0, Tolerance);
     EXPECT_NEAR(MouseAngle({5, 5}, {5, 0}), 90, Tolerance);
@@ -126,18 +126,62 @@ TEST(EditorGeometry, MouseAnglesRunFromTheLeftThroughTheTop)
     EXPECT_NEAR(MouseAngle({5, 5}, {5, 9}), 270, Tolerance);
 }
 
-TEST(EditorGeometry, AnglesAreStoredInWholeDegreesUpTo360)
+TEST(ElementGeometry, ATurnByHandEndsOnAWholeDegree)
 {
-    EXPECT_EQ(WholeDegrees(725), 5);
-    EXPECT_EQ(WholeDegrees(360), 360);
-    EXPECT_EQ(WholeDegrees(361.9), 1);
-    EXPECT_EQ(WholeDegrees(89.9999999), 90);
-    EXPECT_EQ(WholeDegrees(-10.5), -11);
-    EXPECT_EQ(WholeDegrees(44.9), 44);
-    EXPECT_EQ(WholeDegrees(1e9), std::fmod(1e9, 360));
+    // From, by, to: the mouse measures an angle with a rounding on either side.
+    const std::array<std::array<double, 3>, 8> turns = {{{270, 90.00001, 360},
+                                                         {270, 90.5, 360},
+                                                         {0, 89.9999999, 90},
+                                                         {0, -10.5, -11},
+                                                         {30, 14.9, 44},
+                                                         {359, 2, 1},
+                                                         {12.75, 0, 12.75},
+                                                         {0, 725, 5}}};
+    for (const auto& [from, by, to] : turns)
+        EXPECT_EQ(Turned(static_cast<float>(from), by), static_cast<float>(to))
+            << from << ' ' << by;
+    EXPECT_EQ(TypedAngle(-90), 270);
+    EXPECT_EQ(TypedAngle(390), 30);
 }
 
-TEST(EditorGeometry, AlignedElementsShareAnEdgeOrALine)
+TEST(ElementGeometry, PlacesAndFractionsAreOneToTheLastBit)
+{
+    for (int i = 1; i < 2000; ++i) {
+        const QSizeF canvas(1 + i % 1777, 1 + i * 7 % 1999);
+        VideoMapping video{{1.0F / static_cast<float>(i), 0.731F * static_cast<float>(i)},
+                           {static_cast<float>(i) / 1999.0F, 3e-4F},
+                           12.75F,
+                           true,
+                           false};
+        ASSERT_EQ(Placed(video, PlacementOf(video, canvas), canvas), video) << i;
+    }
+}
+
+TEST(ElementGeometry, ACroppedCanvasKeepsSizesAndPutsCornersOnWholePixels)
+{
+    Layout layout{{200, 100},
+                  {{1, {{0.5F, 0.5F}, {0.2F, 0.2F}, 90, false, false}},
+                   {2, {{0.1F, 0.101F}, {0.1F, 0.1F}, 0, true, false}}}};
+    const Layout cropped = Cropped(layout, std::span(layout.elements).first(1), 100'000);
+    // Turned by 90 degrees in fractions: 0.2 x 0.2 of 200 x 100.
+    EXPECT_EQ(cropped.canvas, QSize(40, 20));
+    const Placement first = PlacementOf(cropped.elements[0].video, cropped.canvas);
+    EXPECT_EQ(first.size.toSize(), QSize(40, 20));
+    ExpectNear(first.Rect().topLeft(), {0, 0});
+    const Placement second = PlacementOf(cropped.elements[1].video, cropped.canvas);
+    EXPECT_NEAR(second.size.width(), 20, 1e-4);
+    EXPECT_NEAR(second.Rect().left(), -70, 1e-4);
+    EXPECT_NEAR(second.Rect().top(), -35, 1e-4);
+    EXPECT_TRUE(cropped.elements[1].video.flipHorizontal);
+    EXPECT_EQ(Cropped(layout, layout.elements, 16).canvas, QSize(16, 16));
+
+    EXPECT_EQ(Rescaled(layout, {400, 50}, false).elements, layout.elements);
+    const auto kept = Rescaled(layout, {400, 50}, true).elements[0].video;
+    EXPECT_EQ(kept.GetCenter(), (PointF{0.25F, 1.0F}));
+    EXPECT_EQ(kept.GetSize(), (PointF{0.1F, 0.4F}));
+}
+
+TEST(ElementGeometry, AlignedElementsShareAnEdgeOrALine)
 {
     const std::vector<Placement> elements{{{10, 20}, {10, 4}}, {{50, 60}, {20, 8}}};
     using Points = std::vector<QPointF>;
@@ -157,7 +201,7 @@ TEST(EditorGeometry, AlignedElementsShareAnEdgeOrALine)
     EXPECT_EQ(Aligned(flat, AlignLeft), (Points{{2, 20}, {-3, 7}}));
 }
 
-TEST(EditorGeometry, DistributedElementsHaveEqualGaps)
+TEST(ElementGeometry, DistributedElementsHaveEqualGaps)
 {
     // Widths of 10, 20 and 30 from 0 to 100, in no order: gaps of 20.
     const std::vector<Placement> elements{
