@@ -28,8 +28,7 @@ constexpr int CanvasSide = 1000;
 /// Removals write a debug line for each element; a terminal's speed is none of ours.
 void Discard(QtMsgType, const QMessageLogContext&, const QString&) {}
 
-/// A document of `count` elements of a bar of 36 pixels, behind the manager's door, with the
-/// proxies that the manager keeps.
+/// A document of `count` elements of a bar of 36 pixels in a DeviceManager, with its proxies.
 class Document
 {
 public:

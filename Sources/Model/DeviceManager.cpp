@@ -93,8 +93,8 @@ bool DeviceManager::KeepUnreadLibrary()
     if (libraryRead_ == LibraryRead::Whole)
         return true;
     if (libraryRead_ == LibraryRead::NotAtAll) {
-        // Whoever was writing it may be done. The library has only the program's fixtures so far:
-        // the user's own win.
+        // The process that was writing the file may have finished. The library has only the
+        // program's fixtures so far: the user's own win.
         deviceModel->Merge(XmlFile(libraryPath.toStdWString()), true,
                            [](const QString&, const QString&) { return OverwriteFixture; });
         mappedDeviceModel->RebindFixtures(*deviceModel);

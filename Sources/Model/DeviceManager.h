@@ -41,7 +41,7 @@ class DeviceManager : public QObject
     Q_OBJECT
 
 public:
-    /// `path` is the user's library file. The models stand after Initialize.
+    /// `path` is the user's library file. The models exist after Initialize.
     explicit DeviceManager(QString path);
     ~DeviceManager() override;
 
@@ -69,7 +69,7 @@ public:
     /// Adds what SaveMapping writes to an empty document.
     void MappingToXml(tinyxml2::XMLDocument& document, const ArtNetNodeModel& nodes) const;
     void ClearAll();
-    /// Tells of every element of the document through elementsAdded, in row order.
+    /// Emits elementsAdded for all elements of the document, in row order.
     void CreateSceneItems();
 
     [[nodiscard]] DeviceModel* GetDeviceModel() const { return deviceModel.get(); }
@@ -133,7 +133,8 @@ public:
     // An entry without element ends these batches at once, without devicesChangedGeometry; only
     // SetObjectRotation goes on behind such an entry.
 
-    /// Puts left top corners. `final` tells a typed place from a step of a drag, by its signal.
+    /// Puts left top corners. `final` is true for a typed place and false for a step of a drag;
+    /// each has its signal.
     void MoveObjects(const std::vector<ElementPosition>& corners, bool final);
     void SetObjectCentre(const std::vector<ElementPosition>& centres);
     void SetObjectSize(const std::vector<ElementSize>& sizes);
@@ -188,11 +189,11 @@ public:
     void PutBackElements(TakenElements elements);
 
     /// Takes a fixture out of the library, by its index in the library's proxy. False for what is
-    /// no fixture. Whether the document uses it is the caller's question. A row that was left when
-    /// the fixture was overwritten goes alone: the definition that took its place stays.
+    /// no fixture. Whether the document uses it is the caller's question. When the row was left by
+    /// an overwritten fixture, only the row goes: the definition that replaced it stays.
     bool RemoveFixture(const QModelIndex& proxyIndex);
 
-    /// Sets documentDirty and tells it.
+    /// Sets documentDirty and emits signalDocumentSavedState.
     void SetDocumentDirty(bool dirty);
 
     int selectionMode = 0; ///< 0 no mark of the selection on the output, 1 solid, 2 flashing
@@ -212,7 +213,7 @@ signals:
     void elementsAdded(const ElementIds& ids);
     /// The elements are still in the document. Some ids may have no element.
     void elementsAboutToBeRemoved(const ElementIds& ids);
-    /// Once for each batch: the geometry of these elements is another one.
+    /// Once for each batch: the geometry of these elements has changed.
     void elementsChanged(const ElementIds& ids);
     void changeCanvasSize(int width, int height);
     void changeFilteringMode(int filtermode);

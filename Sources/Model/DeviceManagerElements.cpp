@@ -11,7 +11,7 @@
 
 namespace {
 
-/// A file could not bring other numbers back.
+/// A file can't hold other numbers.
 bool IsFinite(const VideoMapping& video)
 {
     return std::isfinite(video.centerX) && std::isfinite(video.centerY) &&
@@ -127,8 +127,8 @@ const DMXMappingArtNet* DeviceManager::GetMappedObjectArtNetMapping(const QModel
 
 // ---- Changing ----------------------------------------------------------------------------------
 
-/// Lets `change` make each entry's element into what it shall be and `tell` say so by the signals
-/// of the operation. What comes out beyond all numbers is passed over.
+/// Applies `change` to the geometry of each entry's element, and `tell` emits the signals of the
+/// operation. Results that are not finite are passed over.
 template <class Entry, class Change, class Tell>
 void DeviceManager::ChangeEach(const std::vector<Entry>& entries, MissingElement missing,
                                const Change& change, const Tell& tell)

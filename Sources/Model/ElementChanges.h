@@ -9,7 +9,7 @@
 
 #include "FixtureModel/VideoMapping.h"
 
-// What DeviceManager takes and tells: the record of a new element, and the entries of its batch
+// What DeviceManager takes and gives: the record of a new element, and the entries of its batch
 // operations. An index is one of the document model (never of a proxy), in any column of the
 // element's row. All lengths are scene pixels and all angles degrees, but for ElementMapping.
 

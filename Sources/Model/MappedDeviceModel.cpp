@@ -15,8 +15,8 @@
 
 namespace {
 
-/// A line for each of thousands of elements costs more than the work: only who asks by
-/// QT_LOGGING_RULES gets them.
+/// A line for each of thousands of elements costs more than the work, so these lines are off unless
+/// QT_LOGGING_RULES turns them on.
 Q_LOGGING_CATEGORY(ModelTrace, "pixelweft.model", QtInfoMsg)
 
 /// So many rows may come or go one by one; for more, the table and its proxies take one change of
@@ -41,8 +41,8 @@ MappedDeviceModel::MappedDeviceModel(QObject* parent)
     SetUpColumns();
     connect(this, &MappedDeviceModel::mappingsChanged, this,
             &MappedDeviceModel::RecalculateConflicts);
-    // Connected before anybody else can be: whoever hears of a removal finds the tables as they are
-    // then, with the elements while they are about to go, without them once they are gone.
+    // These connections are the first ones. So every other listener finds the elements in the
+    // tables while they are about to be removed, and not afterwards.
     connect(this, &MappedDeviceModel::rowsAboutToBeRemoved, this,
             [this](const QModelIndex&, int first, int last) {
                 for (int row = first; row <= last; ++row)
@@ -139,7 +139,7 @@ void MappedDeviceModel::InsertElementRow(int row, const QList<QStandardItem*>& c
     auto* element = static_cast<MappedLedItem*>(cells[ItemColumn]);
     element->row = row;
     element->CountChangesIn(&revision_);
-    // The engine's order is right before the table tells its views.
+    // The engine's order is up to date before the table notifies its views.
     byRow_.insert(byRow_.begin() + row, element);
     elements.insert(element->uniqueID, element);
     ++revision_;
@@ -266,7 +266,8 @@ void MappedDeviceModel::GatherAtEnd(std::vector<int>& rows)
 void MappedDeviceModel::Rearrange(const std::vector<int>& target)
 {
     emit layoutAboutToBeChanged({}, VerticalSortHint);
-    // Taking an item out ends the indexes of its place, so they wait where no item is.
+    // Taking an item out invalidates the persistent indexes of its cell, so they are moved to rows
+    // that have no item meanwhile.
     const QModelIndexList indexes = persistentIndexList();
     const auto waiting = [this](const QModelIndex& index) {
         return createIndex(index.row() + rowCount(), index.column(), index.internalPointer());
@@ -414,7 +415,7 @@ void MappedDeviceModel::UpdateAddressCells(const std::vector<int>& rows)
 
 void MappedDeviceModel::TellTextsChanged(const std::vector<int>& rows)
 {
-    // Told for each cell, a sorting proxy would put the table in order anew for each.
+    // With a signal for each cell, a sorting proxy would sort the table each time.
     if (rows.empty())
         return;
     const auto [first, last] = std::ranges::minmax(rows);

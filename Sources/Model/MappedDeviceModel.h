@@ -62,7 +62,7 @@ public:
     /// 0; 1 when the file could not be written, which leaves the old one whole; -1 when its folder
     /// could not be made.
     int Save(const std::wstring& path, const DeviceModel& library, const ArtNetNodeModel& nodes);
-    /// Adds what Save writes to an empty document, for who writes it elsewhere.
+    /// Adds what Save writes to an empty document, for callers that write it elsewhere.
     void ToXml(tinyxml2::XMLDocument& document, const DeviceModel& library,
                const ArtNetNodeModel& nodes) const;
 
@@ -126,7 +126,6 @@ public:
 
     void SetTestImage(const QPixmap& picture) { SetTestImage(picture.toImage()); }
     void SetTestImage(const QImage& picture);
-    [[nodiscard]] const QImage& GetTestImage() const { return testImage; }
     /// The test picture for the engine, 4 bytes a pixel; null without a picture.
     [[nodiscard]] const ZenBitmap* GetTestBitmap() const { return testBitmap.get(); }
 
@@ -141,7 +140,7 @@ signals:
 
 private:
     struct Header;
-    /// One bit for each 16-bit port address.
+    /// One bit for each 16-bit Port-Address.
     using PortAddresses = std::bitset<0x10000>;
 
     [[nodiscard]] static int CanvasSide(int wanted) { return std::clamp(wanted, 1, MaxCanvasSize); }
@@ -175,7 +174,7 @@ private:
     UniverseMerging merging;
     bool autoUnicast = false;
     std::wstring name = L"Untitled";
-    /// Recursive: a view that hears of a new row may ask for its element at once.
+    /// Recursive: a view that is notified of a new row may ask for its element at once.
     mutable QRecursiveMutex mutex;
     QImage testImage;
     std::unique_ptr<ZenBitmap> testBitmap;

@@ -14,12 +14,12 @@
 
 class DeviceModel;
 
-/// One placed element of a document: its name, its own copy of the fixture, where it samples the
-/// canvas and where it goes on the wire.
+/// One element of a document: its name, its own copy of the fixture, where it samples the canvas
+/// and the address that it is sent to.
 ///
 /// The engine reads every element 40 times a second and rebuilds its tables only for those that
 /// changed. So the three parts are read through Get... and changed through Edit..., which counts
-/// the change here and in the document: call Edit... anew for each change and don't keep its
+/// the change here and in the document: call Edit... for each change and don't keep its
 /// result.
 class MappedLedItem : public LedItem
 {

@@ -13,7 +13,8 @@ struct EditorDisplayState
 {
     /// Zoom In multiplies by this, Zoom Out divides by it: 1.15 in single precision.
     static constexpr double ZoomStep = static_cast<double>(1.15F);
-    /// Below and above, the canvas is a dot or a single pixel; SetZoom stays inside.
+    /// Beyond these the canvas is a dot, or one of its pixels fills the view; SetZoom stays
+    /// between.
     static constexpr double MinZoom = static_cast<double>(0.01F);
     static constexpr double MaxZoom = 100.0;
 

@@ -6,8 +6,8 @@
 #include <set>
 #include <vector>
 
-/// The selected elements of the canvas. However many come and go at a time, the change is told
-/// once.
+/// The selected elements of the canvas. However many come and go at a time, the listener
+/// is called once.
 class ElementSelection
 {
 public:

@@ -8,8 +8,8 @@
 
 #include "UI/Editor/ElementCommand.h"
 
-// The edits of geometry. `manager` outlives each command; what elements become is told once, or
-// again and again while a gesture runs, and counts from what they were at the start.
+// The edits of geometry. `manager` outlives each command. What elements become is set once, or
+// again and again while a gesture runs, and counts from what they were when the command was made.
 
 /// Moves elements by the mouse, or to a typed place.
 class MoveCommand final : public ElementCommand

@@ -19,8 +19,7 @@ public:
     [[nodiscard]] QSizeF GetSize() const { return rect_.size(); }
     /// Nothing is drawn without a picture.
     void SetTestPattern(const QPixmap& picture);
-    [[nodiscard]] const QPixmap& GetTestPattern() const { return testPattern_; }
-    /// Draws picture and grid anew at the next paint.
+    /// Draws picture and grid again at the next paint.
     void Redraw();
 
     [[nodiscard]] QRectF boundingRect() const override { return rect_; }

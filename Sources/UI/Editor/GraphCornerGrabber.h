@@ -14,8 +14,8 @@ inline constexpr double ScreenSize = 7;
 
 /// The grabber of an element of this size, in the element's own frame; `pixel` is the length of a
 /// screen pixel there. It lies inside the element, or outside along a side that is too short for
-/// three grabbers, so that there is always something left to take the element by. Empty for the top
-/// one of a flat element, whose place the rotation handle needs.
+/// three grabbers, so that there is always a part left by which the element can be moved. Empty for
+/// the top one of a flat element, whose place the rotation handle needs.
 [[nodiscard]] QRectF Rect(int corner, QSizeF size, double pixel);
 
 /// The grabber at this point of the element's frame, or NoCorner.

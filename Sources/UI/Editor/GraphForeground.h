@@ -5,7 +5,7 @@
 
 class QGraphicsView;
 
-/// A grey veil over everything that its view shows. Hidden until somebody has a use for it.
+/// A grey veil over everything that its view shows. Hidden by default.
 class GraphForeground final : public LEDGraphicsItem
 {
 public:

@@ -38,7 +38,6 @@ public:
     void Remove();
 
     [[nodiscard]] MappingRectangle* GetFrame() const { return frame_.get(); }
-    [[nodiscard]] const MappingRectangle* GetBody() const { return body_.get(); }
     /// The middle of the box round the selection, about which a group turns.
     [[nodiscard]] QPointF GetCentre() const { return centre_; }
     /// The rotation that all elements of the group have, 0 to 360; 0 when they differ.

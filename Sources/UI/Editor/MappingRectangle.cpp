@@ -262,14 +262,14 @@ void MappingRectangle::PaintEdges(QPainter& painter) const
 
 void MappingRectangle::PaintFlipMark(QPainter& painter) const
 {
-    // Drawn at the size of the screen: a font of a fraction of a point is no font.
+    // Drawn at the size of the screen: a font size below one point does not work.
     const double pixel = display_.ScreenPixel();
     static const QFont font(QStringLiteral("Arial"), static_cast<int>(FlipMarkPointSize),
                             QFont::Bold);
     static const double lineHeight = QFontMetricsF(font).ascent();
     const QRectF rect(Rect().topLeft() / pixel, Rect().size() / pixel);
     if (rect.height() < lineHeight)
-        return; // Cut off letters tell nothing.
+        return; // Letters that are cut off can't be read.
     const QString text = flipHorizontal_ && flipVertical_ ? QStringLiteral("vhF")
                          : flipHorizontal_                ? QStringLiteral("hF")
                                                           : QStringLiteral("vF");

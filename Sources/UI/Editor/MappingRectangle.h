@@ -18,7 +18,7 @@ protected:
     ~SelectionListener() = default;
 };
 
-/// A placed element on the canvas, or one of the rectangles laid over it. It shows what the model
+/// The item of an element, or one of the overlays. It shows what the model
 /// says and keeps no geometry of its own that survives: gestures go to the model, and the model's
 /// signals move the item. Its position is its centre.
 class MappingRectangle final : public LEDGraphicsItem
@@ -34,7 +34,7 @@ public:
         Element,
         DragPreview, ///< a fixture on its way from the library
         GroupFrame,  ///< round a selection of several, with the handle that turns it
-        GroupBody    ///< inside the frame and unseen: the group can be taken anywhere
+        GroupBody    ///< inside the frame, invisible: a press anywhere in it takes the group
     };
 
     static constexpr std::int64_t OverlayId = -1;
@@ -45,7 +45,6 @@ public:
     /// An overlay.
     MappingRectangle(const EditorDisplayState& display, Variant variant, QSizeF size);
 
-    [[nodiscard]] Variant GetVariant() const { return variant_; }
     [[nodiscard]] bool IsElement() const { return variant_ == Variant::Element; }
     /// The element's identifier; OverlayId for an overlay.
     [[nodiscard]] std::int64_t GetId() const { return id_; }
@@ -75,7 +74,7 @@ public:
     void SetOnlySelected(bool on);
 
     /// Whether grabbers and rotation handle are on the screen. Too small elements of a larger
-    /// selection have none: they would hide what they stand on.
+    /// selection have none: they would hide the element.
     [[nodiscard]] bool ShowsGrabbers() const;
     [[nodiscard]] bool ShowsRotationHandle() const;
     /// The grabber at a point of the scene, or NoCorner.

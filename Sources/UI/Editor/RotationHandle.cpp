@@ -15,7 +15,7 @@ struct Look
 
 constexpr Look ElementLook{8, 1.5};
 constexpr Look GroupLook{12, 2};
-/// Zoomed out, the handle still keeps off the edge by this many screen pixels.
+/// Zoomed out, the handle still keeps a distance from the edge of this many screen pixels.
 constexpr double LeastDistance = 4;
 constexpr double PenWidth = 2;
 

@@ -62,12 +62,12 @@ public:
     /// Marks the elements that no node is chosen for.
     void RefreshAutoMarks();
 
-    /// The next free place on the wire for a fixture of the library.
+    /// The next free address for a fixture of the library.
     [[nodiscard]] PatchAddress NextFreePatch(std::int64_t fixtureID) const;
 
     // ---- Selection -----------------------------------------------------------------------------
 
-    /// While one lives, selection events are gathered; they are told once, at its end.
+    /// While one lives, selection events are gathered; one comes at its end.
     class SelectionBatch : public ElementSelection::Batch
     {
     public:

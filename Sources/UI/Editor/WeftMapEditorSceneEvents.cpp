@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What reaches the scene from mouse, keys and drags. What is done with it stands elsewhere:
-// gestures in SceneGestures, changes in the commands.
+// The scene's events of mouse, keys and drags. Gestures are in SceneGestures, changes of the model
+// in the commands.
 #include "UI/Editor/WeftMapEditorScene.h"
 
 #include <QAction>
@@ -128,7 +128,7 @@ void WeftMapEditorScene::mousePressEvent(QGraphicsSceneMouseEvent* event)
     rubberBand_ = mouseGrabberItem() == nullptr;
     if (!item || event->button() != Qt::LeftButton)
         return;
-    // A click with Control is to select or not: only a drag takes an element that isn't selected.
+    // A click with Control selects or deselects: only a drag moves an element that isn't selected.
     waitsForDrag_ = item->IsElement() && !item->isSelected();
     if (!waitsForDrag_)
         TakeItem(*item, event->scenePos());
@@ -140,7 +140,7 @@ void WeftMapEditorScene::mouseMoveEvent(QGraphicsSceneMouseEvent* event)
     const bool leftIsDown = event->buttons().testFlag(Qt::LeftButton);
     if (!leftIsDown)
         gestures_.Release();
-    // Qt's own way of moving items would move them past the model.
+    // Qt's own moving of items would bypass the model.
     if (MappingRectangle* item = PressedRectangle(); leftIsDown && item && waitsForDrag_) {
         waitsForDrag_ = false;
         item->setSelected(true);
@@ -180,7 +180,7 @@ void WeftMapEditorScene::mouseDoubleClickEvent(QGraphicsSceneMouseEvent* event)
     std::int64_t clicked = MappingRectangle::OverlayId;
     {
         const SelectionBatch batch(*this);
-        // The second of two quick presses comes as this alone, also on a handle.
+        // The second of two quick presses arrives only as this event, also on a handle.
         if (TakeHandle(*event))
             return;
         QGraphicsScene::mouseDoubleClickEvent(event);

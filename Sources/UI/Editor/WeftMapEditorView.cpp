@@ -33,7 +33,8 @@ QPushButton* MakeImageButton(QWidget* parent, const char* name, const QString& i
     return button;
 }
 
-/// The selection as a band changes it is told once for each move of the mouse.
+/// A rubber band changes the selection of many elements with each move of the mouse: one event
+/// each.
 class BatchOf
 {
 public:
@@ -70,7 +71,7 @@ WeftMapEditorView::WeftMapEditorView(QWidget* parent)
 
 WeftMapEditorView::~WeftMapEditorView()
 {
-    // The bars go after the style that is ours.
+    // The scroll bars outlive the style, which this view owns.
     horizontalScrollBar()->setStyle(nullptr);
     verticalScrollBar()->setStyle(nullptr);
 }
@@ -132,13 +133,14 @@ void WeftMapEditorView::UpdateMatrix()
     if (zoomCentre_ && shownZoom_ != display_->zoom)
         centerOn(*zoomCentre_);
     shownZoom_ = display_->zoom;
-    UpdateBackground(); // Its ends are those of the view as it lies now.
+    UpdateBackground(); // The gradient spans the part of the scene that is visible now.
     viewport()->update();
 }
 
 void WeftMapEditorView::UpdateBackground()
 {
-    // Exactly upright: a gradient that leans by the last bit of a number is painted pixel by pixel.
+    // Exactly upright: a gradient that leans by a rounding is painted pixel by pixel, which is
+    // slow.
     QLinearGradient gradient(0, mapToScene(0, 0).y(), 0, mapToScene(0, height()).y());
     gradient.setColorAt(0, QColor(205, 209, 214));
     gradient.setColorAt(1, QColor(186, 190, 194));

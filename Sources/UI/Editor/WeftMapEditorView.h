@@ -12,8 +12,9 @@ class QPushButton;
 class ScrollbarStyle;
 struct EditorDisplayState;
 
-/// Shows the canvas: fits it into the widget, times the operator's zoom. Control with the wheel
-/// zooms, Control with a drag pans. Two buttons at the bottom left step through the test pictures.
+/// Shows the canvas: fits it into the widget and multiplies by the operator's zoom. Control with
+/// the wheel zooms, Control with a drag pans. Two buttons at the bottom left step through the test
+/// pictures.
 class WeftMapEditorView : public QGraphicsView
 {
     Q_OBJECT
@@ -25,14 +26,13 @@ public:
     /// Both outlive the view. Until then nothing is scaled.
     void SetUp(EditorDisplayState& display, const DeviceManager& manager);
 
-    /// Fits the canvas anew, at the present zoom.
+    /// Fits the canvas into the widget at the present zoom.
     void UpdateMatrix();
     void UpdateBackground();
-    /// The canvas has another size: shows it from its middle.
+    /// After a change of the canvas' size: centres the view on the canvas.
     void CanvasChanged();
 
-    /// Steps of the zoom centre this place of the scene from now on; -1, -1 leaves them to the
-    /// mouse.
+    /// The scene pixel that zooming centres on from now on; -1, -1 for the mouse.
     void SetZoomCentre(double x, double y);
     [[nodiscard]] QPoint GetZoomCentre() const { return zoomCentre_.value_or(QPoint(-1, -1)); }
 

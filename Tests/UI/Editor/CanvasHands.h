@@ -11,8 +11,8 @@ class QByteArray;
 class QGraphicsView;
 class QString;
 
-/// Hands that act on a canvas as a person does: by events of mouse, keys and drags. Points are
-/// those of the scene.
+/// Acts on a canvas as a person does: by events of mouse, keys and drags. Points are those of the
+/// scene.
 class CanvasHands
 {
 public:

@@ -59,7 +59,6 @@ TEST(CanvasView, FitsTheCanvasIntoTheShorterSide)
     EXPECT_NEAR(CanvasStage({100, 100}, {800, 600}).display.fitScaleX, 600 / 110.0, 1e-5);
     const CanvasStage wide({200, 100}, {800, 600});
     EXPECT_NEAR(wide.display.fitScaleX, 300 / 110.0, 1e-5);
-    // It stands in the middle.
     const QPoint middle = wide.OnScreen({100, 50});
     EXPECT_LT((middle - wide.view->viewport()->rect().center()).manhattanLength(), 30);
 }
@@ -161,7 +160,7 @@ TEST_F(Canvas, OneSelectionShowsInCanvasAndList)
     stage.controller->ActionSelectAll();
     stage.controller->ActionUnSelectAll();
     EXPECT_TRUE(stage.SelectedInList().empty());
-    // Each was told once, however many elements it took.
+    // One event each, however many elements it took.
     EXPECT_EQ(told, (std::vector{1, 2, 0, 2, 0}));
     EXPECT_EQ(stage.undo.count(), 0);
 }

@@ -52,8 +52,7 @@ TEST_F(Gestures, ADragThatEndsWhereItBeganIsNoStep)
     ExpectNear(stage.Model(id).placement.centre, {20, 20});
     stage.Click(taken);
     EXPECT_EQ(stage.undo.count(), 0);
-    // Nor do places that single precision keeps a hair beside the told ones; on the grid, or off
-    // it.
+    // Nor are places that single precision rounds, on the grid or off it.
     for (const bool snap : {false, true}) {
         stage.display.snapToGrid = snap;
         for (int i = 0; i < 50; ++i) {
