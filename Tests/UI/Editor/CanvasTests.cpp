@@ -291,56 +291,31 @@ TEST_F(Canvas, AFixtureMayLeaveTheLibraryWhileItsElementIsOnTheCanvas)
 
 // ---- Commands ----------------------------------------------------------------------------------
 
-TEST_F(Canvas, AlignDistributeRotateAndCropCanBeUndone)
+TEST_F(Canvas, ACanvasOfAnotherSizeIsAStepThatTheViewFollows)
 {
     const auto one = stage.Place(bar, {15, 20}, {10, 4});
     const auto two = stage.Place(bar, {33, 30}, {20, 4});
-    const auto three = stage.Place(bar, {85, 60}, {30, 4}, 300);
-    const auto centre = [this](std::int64_t id) {
-        return stage.Model(id).placement.centre;
-    };
     stage.controller->ActionAlign(ElementGeometry::AlignLeft);
-    EXPECT_EQ(stage.undo.count(), 0);
-    stage.controller->ActionSelectAll();
-    stage.controller->ActionAlignDistribute(ElementGeometry::DistributeHorizontally);
-    EXPECT_NEAR(centre(two).x(), 45, 1e-3);
-    stage.controller->ActionAlign(ElementGeometry::AlignTop);
-    EXPECT_NEAR(centre(three).y(), 20, 1e-3);
-    stage.controller->ActionRotateRight90();
-    EXPECT_EQ(stage.Model(three).rotation, 30);
-    EXPECT_EQ(stage.undo.count(), 3);
-    for (int i = 0; i < 3; ++i)
-        stage.undo.undo();
-    EXPECT_NEAR(centre(two).x(), 33, 1e-3);
-    EXPECT_NEAR(centre(three).y(), 60, 1e-3);
-    EXPECT_EQ(stage.Model(three).rotation, 300);
-
-    stage.scene->UnSelectAll();
+    EXPECT_EQ(stage.undo.count(), 0); // nothing is selected
     stage.scene->SetSelected(one, true);
     stage.controller->ActionCropCanvasToSelectedDevices();
-    int width = 0;
-    int height = 0;
-    stage.manager.GetCanvasSize(width, height);
-    EXPECT_EQ(QSize(width, height), QSize(10, 4));
-    EXPECT_NEAR(centre(one).x(), 5, 1e-3);
+    EXPECT_EQ(stage.manager.CanvasPixels(), QSize(10, 4));
+    EXPECT_NEAR(stage.Model(one).placement.centre.x(), 5, 1e-3);
+    EXPECT_NEAR(stage.Model(two).placement.Rect().left(), 13, 1e-3);
     EXPECT_EQ(stage.scene->sceneRect(), QRectF(-5, -2, 20, 8));
+    EXPECT_EQ(stage.scene->SelectedCount(), 0);
     stage.undo.undo();
-    stage.manager.GetCanvasSize(width, height);
-    EXPECT_EQ(QSize(width, height), QSize(100, 100));
-    EXPECT_NEAR(centre(two).x(), 33, 1e-3);
-}
-
-TEST_F(Canvas, TheHistoryHoldsTenSteps)
-{
-    const auto id = stage.Place(bar, {20, 20}, {12, 4});
-    for (int i = 0; i < 12; ++i)
-        stage.Drag(stage.Model(id).placement.centre,
-                   stage.Model(id).placement.centre + QPointF(4, 4));
-    EXPECT_EQ(stage.undo.count(), 10);
-    while (stage.undo.canUndo())
+    EXPECT_EQ(stage.manager.CanvasPixels(), QSize(100, 100));
+    const QRectF before = stage.Model(two).placement.Rect();
+    for (const bool keepPixels : {true, false}) {
+        stage.controller->ResizeCanvas(300, 100, keepPixels);
+        const QRectF rect = stage.Model(two).placement.Rect();
+        EXPECT_NEAR(rect.left(), before.left() * (keepPixels ? 1 : 3), 1e-3);
+        EXPECT_NEAR(stage.display.fitScaleX, 200 / 110.0, 1e-4);
+        const QPoint middle = stage.OnScreen({150, 50});
+        EXPECT_LT((middle - stage.view->viewport()->rect().center()).manhattanLength(), 30);
         stage.undo.undo();
-    EXPECT_NEAR(stage.Model(id).placement.centre.x(), 28, 0.5);
-    while (stage.undo.canRedo())
-        stage.undo.redo();
-    EXPECT_NEAR(stage.Model(id).placement.centre.x(), 68, 1.5);
+    }
+    stage.controller->ResizeCanvas(100, 100, true);
+    EXPECT_EQ(stage.undo.index(), 0);
 }
