@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-# What every target of PixelWeft has in common, and the three functions that make them.
+# What every target of PixelWeft has in common, and the functions that make them.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -40,14 +40,36 @@ if(PIXELWEFT_SANITIZE)
     endif()
 endif()
 
+# The rooms of this build and what each one links, one room a line: `Name folder|public|private`.
+# Tools/Rooms reads it.
+set(PIXELWEFT_ROOMS ${CMAKE_BINARY_DIR}/rooms.txt)
+file(WRITE ${PIXELWEFT_ROOMS} "")
+
+# pixelweft_room(Name [PUBLIC ...] [PRIVATE ...])
+#   Makes the target Name the room of this folder: links what it uses, and gives those who link it
+#   an include path to this room alone. The path holds one link to the folder, so that a header is
+#   found by its room (`UI/Editor/FreePatch.h`) where the room is linked, and nowhere else.
+function(pixelweft_room name)
+    cmake_parse_arguments(arg "" "" "PUBLIC;PRIVATE" ${ARGN})
+    target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE PixelWeftOptions ${arg_PRIVATE})
+    cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR
+        BASE_DIRECTORY ${CMAKE_SOURCE_DIR}/Sources OUTPUT_VARIABLE folder)
+    set(headers ${CMAKE_BINARY_DIR}/rooms/${name})
+    cmake_path(GET folder PARENT_PATH parent)
+    file(MAKE_DIRECTORY ${headers}/${parent})
+    file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${headers}/${folder} SYMBOLIC)
+    target_include_directories(${name} PUBLIC ${headers})
+    file(APPEND ${PIXELWEFT_ROOMS} "${name} ${folder}|${arg_PUBLIC}|${arg_PRIVATE}\n")
+endfunction()
+
 # pixelweft_library(Name [QT] SOURCES ... [PUBLIC ...] [PRIVATE ...])
 #   One folder under Sources/ is one static library. PUBLIC are the rooms that its headers show,
-#   PRIVATE what only its sources use. QT turns on moc and the Qt precompiled header.
+#   PRIVATE what only its sources use; each room that it includes is named in one of the two. QT
+#   turns on moc and the Qt precompiled header.
 function(pixelweft_library name)
     cmake_parse_arguments(arg "QT" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
     add_library(${name} STATIC ${arg_SOURCES})
-    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/Sources)
-    target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE PixelWeftOptions ${arg_PRIVATE})
+    pixelweft_room(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
     if(arg_QT)
         set_target_properties(${name} PROPERTIES AUTOMOC ON)
         target_compile_definitions(${name} PUBLIC QT_NO_CAST_FROM_ASCII QT_NO_FOREACH)

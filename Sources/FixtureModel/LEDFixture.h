@@ -13,7 +13,7 @@
 class LEDFixture
 {
 public:
-    static constexpr std::int32_t MaxChannels = 512;
+    static constexpr std::int32_t MaxChannels = StaticChannel::LastChannel;
     static constexpr std::int32_t AutomaticChannelCount = -1;
     static constexpr std::uint8_t NeutralIntensity = 255;
 

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "FixtureModel/LEDFixture.h"
 #include "Log/Log.h"
 #include "XmlText/XmlText.h"
 
@@ -33,7 +32,7 @@ std::optional<StaticChannel> ReadStaticChannel(const tinyxml2::XMLElement& eleme
                       TextOf(element, "channel").c_str());
         return std::nullopt;
     }
-    if (channel.value < 1 || channel.value > LEDFixture::MaxChannels) {
+    if (channel.value < 1 || channel.value > StaticChannel::LastChannel) {
         ZEN_LOG_ERROR("Assignment channel should be in range (1-512): \"%ls\"",
                       TextOf(element, "channel").c_str());
         return std::nullopt;

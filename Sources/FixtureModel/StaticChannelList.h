@@ -11,8 +11,10 @@
 struct StaticChannel
 {
     static constexpr std::int32_t Unassigned = -1;
+    /// A fixture has the channels of one universe at most.
+    static constexpr std::int32_t LastChannel = 512;
 
-    std::int32_t channel = 0;        ///< 1 to 512
+    std::int32_t channel = 0;        ///< 1 to LastChannel
     std::int32_t value = Unassigned; ///< 0 to 255, or Unassigned for a free channel
 
     bool operator==(const StaticChannel&) const = default;
