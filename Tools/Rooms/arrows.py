@@ -9,10 +9,9 @@ import re
 import sys
 from graphlib import CycleError, TopologicalSorter
 
-from graph import SOURCES, floors, read_rooms
+from graph import SOURCES, read_rooms
 
-rooms = read_rooms(sys.argv[1])
-floors(rooms)  # raises for a circle of rooms
+rooms = read_rooms(sys.argv[1])  # raises for a circle of rooms
 room_of = {room.folder: room for room in rooms.values()}
 faults, units, used = [], {}, {name: set() for name in rooms}
 
