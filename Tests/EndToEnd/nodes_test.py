@@ -61,6 +61,7 @@ class Nodes(stage.Case):
             self.assertRate(frames, 10)
         self.assertEqual([], wire.packets(dmx(0, BROADCAST), since=then))
 
+        self.assertNotIn("Adding autounicast subscriber", program.log_text(), "these lines come with -artnetdebug")
         rig.end()
         self.rig("-a", addresses(1)[0], "--nodes", 41, "-u", 0)
         program.wait_for_log("Port-Address 0 will use broadcast, number of subscribers is 41")

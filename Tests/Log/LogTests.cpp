@@ -2,18 +2,16 @@
 #include "Log/Log.h"
 
 #include <algorithm>
-#include <atomic>
 #include <clocale>
-#include <fstream>
+#include <exception>
+#include <filesystem>
 #include <map>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
-
-#include <fcntl.h>
-#include <regex.h>
-#include <unistd.h>
 
 #include <gtest/gtest.h>
 
@@ -22,9 +20,12 @@
 
 namespace {
 
+namespace fs = std::filesystem;
 using Support::LogCapture;
 using Support::ReadBytes;
 using Support::TemporaryFolder;
+using testing::internal::CaptureStderr;
+using testing::internal::GetCapturedStderr;
 using Zen::Log;
 
 std::vector<std::string> Lines(const std::string& text)
@@ -36,177 +37,103 @@ std::vector<std::string> Lines(const std::string& text)
     return lines;
 }
 
-bool Matches(const std::string& text, const std::string& pattern)
+TEST(Log, BothFormsWriteTimeThreadSourceAndMessage)
 {
-    regex_t compiled;
-    EXPECT_EQ(regcomp(&compiled, ('^' + pattern + '$').c_str(), REG_EXTENDED | REG_NOSUB), 0);
-    const bool matches = regexec(&compiled, text.c_str(), 0, nullptr, 0) == 0;
-    regfree(&compiled);
-    return matches;
-}
-
-/// While it lives, standard error goes to a file.
-class ErrorsTo
-{
-public:
-    explicit ErrorsTo(const std::filesystem::path& path)
-        : before_(dup(STDERR_FILENO))
-    {
-        const int file = open(path.c_str(), O_CREAT | O_WRONLY | O_APPEND, 0600);
-        dup2(file, STDERR_FILENO);
-        close(file);
-    }
-    ~ErrorsTo()
-    {
-        dup2(before_, STDERR_FILENO);
-        close(before_);
-    }
-    ErrorsTo(const ErrorsTo&) = delete;
-    ErrorsTo& operator=(const ErrorsTo&) = delete;
-
-private:
-    int before_;
-};
-
-TEST(Log, WithoutALogNothingHappens)
-{
+    const TemporaryFolder folder;
     Log::SetGlobal(nullptr);
-    ZEN_LOG_ERROR("nobody %s", "listens");
-    EXPECT_EQ(Log::Global(), nullptr);
-}
-
-TEST(Log, TheFileFormWritesTimeThreadSourceAndMessage)
-{
-    const TemporaryFolder folder;
-    const auto path = folder.Path() / "Log.txt";
-    Log log(path);
-    log.Debug("Quiet.cpp", 1, "debug passes");
-    log.Info("Source.cpp", 42, "a {0} and a %s stay as they are: h\xC3\xA9");
-    log.Error("Bad.cpp", 7, "");
-    log.Flush();
-    const auto lines = Lines(ReadBytes(path));
-    ASSERT_EQ(lines.size(), 4U);
-    const std::string head = R"(\[[0-9]{4}(-[0-9]{2}){2} [0-9]{2}(:[0-9]{2}){2} T:[0-9]+\])";
-    const std::string begun = "Async log thread started with thread id: [1-9][0-9]*";
-    EXPECT_TRUE(Matches(lines[0], head + R"(\[Log\.cpp:[0-9]+\] )" + begun)) << lines[0];
-    EXPECT_TRUE(Matches(lines[1], head + R"(\[Quiet\.cpp:1\] debug passes)")) << lines[1];
-    EXPECT_TRUE(lines[2].ends_with("][Source.cpp:42] a {0} and a %s stay as they are: h\xC3\xA9"));
-    EXPECT_TRUE(lines[3].ends_with("][Bad.cpp:7] "));
-}
-
-TEST(Log, TheDebuggerFormWritesToTheDebuggerAlone)
-{
-    const TemporaryFolder folder;
-    {
-        const ErrorsTo errors(folder.Path() / "errors.txt");
-        Log log;
-        log.Info("Source.cpp", 42, "heard");
-    }
-    const auto lines = Lines(ReadBytes(folder.Path() / "errors.txt"));
-    ASSERT_EQ(lines.size(), 2U);
-    const std::string time = "[0-9]{4}(-[0-9]{2}){2} [0-9]{2}(:[0-9]{2}){2} [+-][0-9]{2}:[0-9]{2}";
-    EXPECT_TRUE(Matches(lines[1], R"(\[)" + time + R"(\]\[T:[0-9]+\]\[Source\.cpp:42\] heard)"))
-        << lines[1];
+    ZEN_LOG_ERROR("without a log %s", "nothing happens");
+    CaptureStderr();
+    Log::SetGlobal(std::make_shared<Log>());
+    ZEN_LOG_INFO("to the debugger alone");
+    Log::SetGlobal(std::make_shared<Log>(folder.Path() / "Log.txt"));
+    const auto heard = Lines(GetCapturedStderr());
+    for (const char* file : {"C:\\folder\\A.cpp", "/folder/B.cpp", "C.cpp", "D.cpp/"})
+        Zen::LogFormatted(Zen::LogLevel::Debug, file, 5, "a {0} and a %%s stay: h\xC3\xA9");
+    Log::SetGlobal(nullptr);
+    const auto written = Lines(ReadBytes(folder.Path() / "Log.txt"));
+    ASSERT_GE(heard.size(), 2U);
+    ASSERT_EQ(written.size(), 5U);
+    const std::string time = R"(\[\d{4}(-\d\d){2} \d\d(:\d\d){2})";
+    const std::string zone = R"( [+-]\d\d:\d\d\]\[)";
+    const std::string begun =
+        R"(\[Log.cpp:\d+\] Async log thread started with thread id: [1-9]\d*)";
+    const std::string text = R"(:5\] a \{0\} and a %s stay: h..)";
+    const auto expect = [&](const std::string& line, const std::string& pattern) {
+        EXPECT_TRUE(std::regex_match(line, std::regex(pattern))) << line;
+    };
+    expect(heard[1], time + zone + R"(T:\d+\]\[LogTests.cpp:\d+\] to the debugger alone)");
+    expect(written[0], time + R"( T:\d+\])" + begun);
+    for (const auto& [i, name] : {std::pair(1U, "A.cpp"), {2U, "B.cpp"}, {3U, "C.cpp"}, {4U, ""}})
+        expect(written[i], time + R"( T:\d+\]\[)" + name + text);
 }
 
 TEST(Log, ALineTooLongForTheDebuggerIsWholeInTheFile)
 {
     const TemporaryFolder folder;
-    const auto path = folder.Path() / "Log.txt";
     const std::string longest(16000, 'f');
     const std::string tooLong(16384, 'x');
     std::string manyBytes; // too many of them, but what is taken is few enough characters
     for (int i = 0; i < 9000; ++i)
         manyBytes += "\xC3\xA9";
+    CaptureStderr();
     {
-        const ErrorsTo errors(folder.Path() / "errors.txt");
-        Log log(path);
+        Log log(folder.Path() / "Log.txt");
         for (const std::string& text : {longest, tooLong, manyBytes})
             log.Info("a", 1, text);
     }
-    const std::string file = ReadBytes(path);
-    const std::string debugger = ReadBytes(folder.Path() / "errors.txt");
+    const std::string debugger = GetCapturedStderr();
+    const std::string file = ReadBytes(folder.Path() / "Log.txt");
     EXPECT_NE(file.find(tooLong), std::string::npos);
+    EXPECT_NE(file.find(manyBytes), std::string::npos);
     EXPECT_EQ(debugger.find('x'), std::string::npos);
     EXPECT_NE(debugger.find(longest), std::string::npos);
-    EXPECT_NE(file.find(manyBytes), std::string::npos);
     EXPECT_NE(debugger.find(manyBytes.substr(0, 16000)), std::string::npos);
     EXPECT_EQ(Lines(debugger).size(), 3U);
 }
 
-TEST(LogFront, LinesAroundTheStackBufferComeOutWhole)
+TEST(LogFront, LinesOfEveryLengthComeOutWholeAndABadOneSaysSo)
 {
     const LogCapture capture;
-    for (const std::size_t length : {0U, 126U, 127U, 128U, 129U, 5000U}) {
-        std::string text(length, 'a');
-        if (length > 0)
-            text.back() = 'z';
-        ZEN_LOG_INFO("%s", text.c_str());
-        EXPECT_EQ(capture.Count(text), 1) << length;
-    }
+    std::vector<std::string> expected{"no arguments, 100%"};
     ZEN_LOG_INFO("no arguments, 100%%");
-    EXPECT_TRUE(capture.Has("no arguments, 100%"));
-}
-
-TEST(LogFront, ALineThatCannotBeFormattedSaysSo)
-{
-    const LogCapture capture;
+    for (const std::size_t length : {0U, 126U, 127U, 128U, 129U, 5000U}) {
+        expected.emplace_back(length, 'a');
+        ZEN_LOG_INFO("%s", expected.back().c_str());
+    }
     const std::string before = std::setlocale(LC_CTYPE, nullptr);
     std::setlocale(LC_CTYPE, "C");
     ZEN_LOG_INFO("short %ls", L"\u0416");
     ZEN_LOG_ERROR("%200s %ls", "long", L"\u0416");
     std::setlocale(LC_CTYPE, "C.UTF-8");
-    ZEN_LOG_INFO("%ls", L"\u0416 \U0001F4A1");
+    ZEN_LOG_DEBUG("%ls", L"\u0416 \U0001F4A1");
     std::setlocale(LC_CTYPE, before.c_str());
-    const std::string failed = "Error formatting the log line";
-    EXPECT_EQ(capture.Messages(),
-              (std::vector<std::string>{failed, failed, "\xD0\x96 \xF0\x9F\x92\xA1"}));
-}
-
-TEST(LogFront, TheSourceIsNamedWithoutItsFolders)
-{
-    const TemporaryFolder folder;
-    const auto path = folder.Path() / "Log.txt";
-    Log::SetGlobal(std::make_shared<Log>(path));
-    for (const char* file : {"C:\\house\\room\\A.cpp", "/house/room/B.cpp", "C.cpp", "D.cpp/"})
-        Zen::LogFormatted(Zen::LogLevel::Info, file, 5, "from");
-    ZEN_LOG_INFO("here");
-    Log::SetGlobal(nullptr);
-    const std::string text = ReadBytes(path);
-    for (const char* expected :
-         {"][A.cpp:5] from", "][B.cpp:5] from", "][C.cpp:5] from", "][:5] from", "][LogTests.cpp:"})
-        EXPECT_NE(text.find(expected), std::string::npos) << expected;
+    expected.insert(expected.end(), 2, "Error formatting the log line");
+    expected.emplace_back("\xD0\x96 \xF0\x9F\x92\xA1");
+    EXPECT_EQ(capture.Messages(), expected);
 }
 
 // After Flush the caller's own last line is in the file, whatever other threads write meanwhile.
 TEST(Log, FlushReturnsWhenTheCallersLinesAreInTheFile)
 {
-    constexpr int roundCount = 300;
     const TemporaryFolder folder;
-    const auto path = folder.Path() / "Log.txt";
-    const ErrorsTo errors("/dev/null");
+    const fs::path path = folder.Path() / "Log.txt";
+    CaptureStderr();
     Log log(path);
     std::thread other([&] {
         for (int i = 0; i < 20000; ++i)
             log.Info("noise", 1, "noise");
     });
-    std::ifstream file(path);
-    std::string line;
     int found = 0;
-    for (int round = 0; round < roundCount; ++round) {
-        for (int i = 0; i < 20; ++i)
-            log.Info("own", 1, "filler");
-        const std::string mark = "mark " + std::to_string(round);
+    for (int round = 0; round < 100; ++round) {
+        const std::string mark = "mark " + std::to_string(round) + '\n';
+        log.Info("own", 1, "filler");
         log.Info("own", 1, mark);
         log.Flush();
-        bool here = false;
-        while (!here && std::getline(file, line))
-            here = line.ends_with(mark);
-        found += here ? 1 : 0;
-        file.clear();
+        found += ReadBytes(path).find(mark) != std::string::npos ? 1 : 0;
     }
     other.join();
-    EXPECT_EQ(found, roundCount);
+    GetCapturedStderr();
+    EXPECT_EQ(found, 100);
 }
 
 // More lines than the queue holds, from several threads, while the log changes under them: none is
@@ -215,29 +142,28 @@ TEST(Log, NoLineIsLostWhileTheLogIsReplaced)
 {
     constexpr int threadCount = 4;
     constexpr int lineCount = 5000;
-    constexpr int logCount = 20;
     const TemporaryFolder folder;
-    const ErrorsTo errors("/dev/null");
-    const auto pathOf = [&](int i) {
-        return folder.Path() / std::to_string(i) / "Log.txt";
-    };
-    Log::SetGlobal(std::make_shared<Log>(pathOf(0)));
+    CaptureStderr();
+    std::vector<fs::path> paths;
     std::vector<std::thread> threads;
-    for (int t = 0; t < threadCount; ++t) {
-        threads.emplace_back([t] {
-            for (int i = 0; i < lineCount; ++i)
-                ZEN_LOG_INFO("line %d-%d end", t, i);
-        });
+    for (int i = 0; i < 20; ++i) {
+        paths.push_back(folder.Path() / std::to_string(i) / "Log.txt");
+        Log::SetGlobal(std::make_shared<Log>(paths.back()));
+        if (i < threadCount) {
+            threads.emplace_back([i] {
+                for (int line = 0; line < lineCount; ++line)
+                    ZEN_LOG_INFO("line %d-%d end", i, line);
+            });
+        }
     }
-    for (int i = 1; i < logCount; ++i)
-        Log::SetGlobal(std::make_shared<Log>(pathOf(i)));
     for (std::thread& thread : threads)
         thread.join();
     Log::SetGlobal(nullptr);
+    GetCapturedStderr();
 
     std::map<std::string, int> seen;
-    for (int i = 0; i < logCount; ++i) {
-        for (const std::string& line : Lines(ReadBytes(pathOf(i)))) {
+    for (const fs::path& path : paths) {
+        for (const std::string& line : Lines(ReadBytes(path))) {
             const auto begin = line.find("] line ");
             if (begin != std::string::npos && line.ends_with(" end"))
                 ++seen[line.substr(begin + 2)];
@@ -245,6 +171,48 @@ TEST(Log, NoLineIsLostWhileTheLogIsReplaced)
     }
     EXPECT_EQ(seen.size(), std::size_t{threadCount} * lineCount);
     EXPECT_TRUE(std::ranges::all_of(seen, [](const auto& entry) { return entry.second == 1; }));
+}
+
+TEST(LogHistory, NineOlderLogsAreKeptTheYoungestFirst)
+{
+    const TemporaryFolder folder;
+    const fs::path history = folder.Path() / "loghistory";
+    const auto start = [&](const std::string& line) {
+        Log(folder.Path() / "PW.txt").Info("History", 1, line);
+        std::map<std::string, std::string> files;
+        for (const auto& entry : fs::directory_iterator(history)) {
+            const std::string text = ReadBytes(entry.path());
+            files[entry.path().extension()] = text.substr(text.rfind("] ") + 2);
+        }
+        return files;
+    };
+    EXPECT_TRUE(start("start 0").empty());
+    folder.Write("loghistory/PW.txt.4", "] in a gap");
+    folder.Write("loghistory/PW.txt.12", "] beyond");
+    std::map<std::string, std::string> expected{
+        {".1", "start 0\n"}, {".5", "in a gap"}, {".12", "beyond"}};
+    EXPECT_EQ(start("start 1"), expected);
+    expected.erase(".5");
+    for (int n = 1; n <= 9; ++n) {
+        (void)start("start " + std::to_string(n + 1));
+        expected['.' + std::to_string(10 - n)] = "start " + std::to_string(n + 1) + '\n';
+    }
+    EXPECT_EQ(start("start 11"), expected);
+}
+
+TEST(LogHistory, WithoutAHistoryFolderTheOldLogGoesOnAndAFolderIsNoLog)
+{
+    const TemporaryFolder folder;
+    folder.Write("loghistory", "a file in the way");
+    const fs::path path = folder.Write("PW.txt", "old line\n");
+    Log(path).Info("History", 1, "new line");
+    EXPECT_TRUE(ReadBytes(path).starts_with("old line\n"));
+    EXPECT_TRUE(ReadBytes(path).ends_with("] new line\n"));
+    const fs::path deep = folder.Path() / "made" / "deep" / "PW.txt";
+    Log(deep).Info("History", 1, "in folders that were not there");
+    EXPECT_TRUE(fs::is_directory(deep.parent_path() / "loghistory"));
+    EXPECT_THROW(Log{folder.Path()}, std::exception);
+    EXPECT_THROW(Log(path / "PW.txt"), std::exception);
 }
 
 } // namespace
