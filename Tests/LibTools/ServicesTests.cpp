@@ -1,77 +1,113 @@
 // SPDX-License-Identifier: MIT
-#include "LibTools/Installable.h"
+#include "LibTools/QSysFileSystem.h"
 #include "LibTools/W32RegistryService.h"
 #include "LibTools/W32StringService.h"
 #include "LibTools/W32System.h"
 #include "Support/LogCapture.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
+#include <tuple>
+#include <vector>
 
-namespace {
+using namespace std::string_literals;
+using Support::ReadBytes;
+using Support::TemporaryFolder;
 
-struct Probe : T_Installable<Probe>
+TEST(FileSystem, MakesMovesCopiesRemovesAndLists)
 {
-    explicit Probe(int& livingProbes)
-        : living(livingProbes)
+    const TemporaryFolder folder;
+    const auto path = [&](const std::wstring& name) {
+        return folder.Path().wstring() + L"/" + name;
+    };
+    QSysFileSystem files;
+    EXPECT_TRUE(files.CreateDirectories(path(L"\u65E5/b")));
+    EXPECT_FALSE(files.CreateDirectories(path(L"\u65E5/b")));
+    EXPECT_TRUE(files.CreateDirectory(path(L"c")));
+    folder.Write("f", "1");
+    folder.Write("g", "2");
+    EXPECT_TRUE(files.CopyFile(path(L"f"), path(L"g"), true)) << "true is a failure";
+    EXPECT_FALSE(files.CopyFile(path(L"f"), path(L"g"), false));
+    EXPECT_EQ(ReadBytes(folder.Path() / "g"), "1");
+    EXPECT_FALSE(files.Rename(path(L"f"), path(L"h")));
+    EXPECT_TRUE(files.Rename(path(L"f"), path(L"h")));
+    EXPECT_TRUE(files.Remove(path(L"\u65E5"))) << "not empty";
+    EXPECT_FALSE(files.Remove(path(L"c")));
+    EXPECT_FALSE(files.Remove(path(L"g")));
+    std::vector<DirEntry> entries{{L"old", PathKind::File}};
+    files.ListDirectory(path(L""), entries);
+    std::ranges::sort(entries, {}, &DirEntry::name);
+    EXPECT_EQ(entries,
+              (std::vector<DirEntry>{{L"h", PathKind::File}, {L"\u65E5", PathKind::Directory}}));
+    EXPECT_EQ(files.GetDirectoryOf(L"/a/b\u00FC/c.d"), L"/a/b\u00FC");
+    EXPECT_EQ(files.GetFileName(L"/a/b/c\u00FC.d"), L"c\u00FC.d");
+    EXPECT_EQ(files.GetMediaKind(L"x.png.JPEG"), 1);
+    EXPECT_EQ(files.GetMediaKind(L"/png"), 0);
+}
+
+TEST(FileSystem, FilesHoldUtf16AndReadThreeEncodings)
+{
+    StringService::global = std::make_unique<W32StringService>();
+    const TemporaryFolder folder;
+    const std::wstring path = folder.Path().wstring() + L"/file";
+    QSysFileSystem files;
+    for (const std::wstring& bad : {L""s, folder.Path().wstring(), path + L"/x"})
+        EXPECT_EQ(files.Open(bad, L"wb"), nullptr);
+    std::wstring text;
+    EXPECT_FALSE(files.OpenDevice(path, QIODevice::ReadOnly)->ReadAll(text));
     {
-        ++living;
+        const auto file = files.Open(path, L"wb");
+        ASSERT_TRUE(file);
+        EXPECT_EQ(file->Write("\xFF\xFE", 2), 2U);
+        EXPECT_TRUE(file->Print(L"%d %ls", 7, L"\U0001F4A1"));
+        EXPECT_TRUE(file->PrintText(L"100%% %s%n"));
+        EXPECT_TRUE(file->PrintText(std::wstring(16384, L'x')));
+        EXPECT_FALSE(file->PrintText(std::wstring(16385, L'x')));
+        EXPECT_EQ(file->Tell(), 2 + 2 * (4 + 9 + 16384));
     }
-    ~Probe() override { --living; }
-    int& living;
-};
-
-} // namespace
-
-TEST(Installable, OwnsOneInstance)
-{
-    int living = 0;
-    EXPECT_EQ(Probe::Get(), nullptr);
-    Probe::Install(std::make_unique<Probe>(living));
-    auto second = std::make_unique<Probe>(living);
-    const Probe* expected = second.get();
-    Probe::Install(std::move(second));
-    EXPECT_EQ(Probe::Get(), expected);
-    EXPECT_EQ(living, 1);
-    Probe::Uninstall();
-    EXPECT_EQ(Probe::Get(), nullptr);
-    EXPECT_EQ(living, 0);
-    Probe::Uninstall();
+    ASSERT_TRUE(files.Open(path, L"rb")->ReadAll(text));
+    EXPECT_EQ(text.substr(0, 12), L"7 \U0001F4A1"
+                                  L"100% %s%n");
+    for (const auto& [bytes, expected] : {std::pair(""s, L""),
+                                          {"\xFF\xFE"
+                                           "a\0\x3D\xD8\xA1\xDC"
+                                           "b"s,
+                                           L"a\U0001F4A1"},
+                                          {"\xFE\xFF\0a"s, L""},
+                                          {"\xC3\xBC\xFF"s, L"\u00FC\uFFFD"}})
+    {
+        folder.Write("file", bytes);
+        EXPECT_TRUE(files.Open(path, L"rb")->ReadAll(text));
+        EXPECT_EQ(text, expected);
+    }
+    folder.Write("file", "\xFF\xFE"
+                         "a\0\r\0\n\0\xFC\0\n\0"s);
+    EXPECT_TRUE(files.OpenDevice(path, QIODevice::ReadOnly)->ReadAll(text));
+    EXPECT_EQ(text, L"a\u00FC") << "lines are joined";
+    StringService::global.reset();
 }
 
 TEST(Strings, ConversionsKeepToTheirBuffers)
 {
     W32StringService strings;
-    std::array<char16_t, 4> wide{u'x', u'x', u'x', u'x'};
-    std::size_t size = 3 * sizeof(char16_t);
-    EXPECT_TRUE(strings.Utf8ToWide("a\xF0\x9F\x92\xA1", 5, wide.data(), size));
-    EXPECT_EQ(size, 6U);
-    EXPECT_EQ(wide, (std::array<char16_t, 4>{u'a', 0xD83D, 0xDCA1, u'x'}));
-
-    size = 2 * sizeof(char16_t);
-    EXPECT_FALSE(strings.Utf8ToWide("abc", 3, wide.data(), size));
-    EXPECT_EQ(size, 0U);
-    EXPECT_EQ(wide, (std::array<char16_t, 4>{0, 0, 0xDCA1, u'x'}));
-
-    std::array<char, 4> narrow{'x', 'x', 'x', 'x'};
-    size = 3;
-    EXPECT_TRUE(strings.WideToUtf8(u"\u00FC", 2, narrow.data(), size));
-    EXPECT_EQ(size, 2U);
-    EXPECT_EQ(std::string(narrow.data(), 4), std::string("\xC3\xBC\0x", 4));
-    size = 3;
-    EXPECT_FALSE(strings.WideToUtf8(u"\u65E5\u672C", 4, narrow.data(), size));
-    EXPECT_EQ(size, 0U);
-    size = 3;
-    EXPECT_TRUE(strings.WideToUtf8(u"", 0, narrow.data(), size));
-    EXPECT_EQ(size, 0U);
-
-    size = 3;
-    EXPECT_TRUE(strings.WideToWide("abcdef", 6, narrow.data(), size));
-    EXPECT_EQ(size, 3U);
-    EXPECT_EQ(std::string(narrow.data(), 3), "abc");
+    const auto narrow = [&](std::size_t room) {
+        std::string text = "xxxx";
+        const bool good = strings.WideToUtf8(u"\u00FC", 2, text.data(), room);
+        return std::tuple(good, room, text);
+    };
+    EXPECT_EQ(narrow(3), std::tuple(true, 2U, "\xC3\xBC\0x"s));
+    EXPECT_EQ(narrow(1), std::tuple(false, 0U, "\0xxx"s));
+    const auto wide = [&](std::size_t room) {
+        std::u16string text = u"xxxx";
+        const bool good = strings.Utf8ToWide("a\xF0\x9F\x92\xA1", 5, text.data(), room);
+        return std::tuple(good, room, text);
+    };
+    EXPECT_EQ(wide(6), std::tuple(true, 6U, u"a\U0001F4A1x"s));
+    EXPECT_EQ(wide(5), std::tuple(false, 0U, u"\0\0xx"s));
 }
 
 TEST(SystemService, TellsTheUsersFolderAndLogsIt)
@@ -83,9 +119,6 @@ TEST(SystemService, TellsTheUsersFolderAndLogsIt)
     const std::string expected = std::getenv("XDG_DATA_HOME");
     EXPECT_EQ(folder, std::wstring(expected.begin(), expected.end()));
     EXPECT_TRUE(log.Has(expected));
-    EXPECT_EQ(system.GetPlatformName(), L"WIN");
-    EXPECT_EQ(system.GetProductFolderName(), L"Zentri PixelWeft2");
-
     std::vector<NetworkInterface> interfaces(1);
     system.GetNetworkInterfaces(interfaces);
     ASSERT_GE(interfaces.size(), 1U);
@@ -95,27 +128,18 @@ TEST(SystemService, TellsTheUsersFolderAndLogsIt)
 TEST(Registry, KeepsTextsUnderTheirKeys)
 {
     const std::wstring odd = L"@a;b=\"c\"\\d,e\n\U0001F4A1";
-    {
-        W32RegistryService registry(L"Software\\Zentri\\Tests");
-        registry.WriteString(L"na\\me", odd);
-        registry.WriteString(L"name", L"other");
-    }
-    W32RegistryService registry(L"Software\\Zentri\\Tests");
+    W32RegistryService(L"Software\\Zentri").WriteString(L"na\\me", odd);
+    W32RegistryService registry(L"Software\\Zentri");
     std::wstring value = L"old";
-    EXPECT_TRUE(registry.ReadString(L"na\\me", value));
-    EXPECT_EQ(value, odd);
-    EXPECT_TRUE(W32RegistryService(L"").ReadString(L"name", value, L"Software/Zentri/Tests"));
-    EXPECT_EQ(value, L"other");
-    EXPECT_FALSE(registry.ReadString(L"name", value, L"Software"));
-    EXPECT_EQ(value, L"other");
-
-    registry.WriteString(L"long", std::wstring(999, L'x'));
-    EXPECT_TRUE(registry.ReadString(L"long", value));
-    registry.WriteString(L"long", std::wstring(1000, L'x'));
-    EXPECT_FALSE(registry.ReadString(L"long", value));
-
-    EXPECT_TRUE(registry.DeleteValue(L"name"));
-    EXPECT_FALSE(registry.DeleteValue(L"name"));
     EXPECT_FALSE(registry.ReadString(L"name", value));
-    EXPECT_TRUE(registry.ReadString(L"na\\me", value));
+    EXPECT_EQ(value, L"old");
+    EXPECT_TRUE(W32RegistryService(L"").ReadString(L"na\\me", value, L"Software/Zentri"));
+    EXPECT_EQ(value, odd);
+    for (const auto& [length, good] : {std::pair(999U, true), {1000U, false}}) {
+        registry.WriteString(L"long", std::wstring(length, L'x'));
+        EXPECT_EQ(registry.ReadString(L"long", value), good);
+    }
+    EXPECT_TRUE(registry.DeleteValue(L"na\\me"));
+    EXPECT_FALSE(registry.DeleteValue(L"na\\me"));
+    EXPECT_FALSE(registry.ReadString(L"na\\me", value));
 }
