@@ -44,7 +44,7 @@ std::string ValueText(const DebugVariables::Value& value)
         return std::to_string(value.AsInt());
     case DebugVariables::Type::Float: {
         // As printf's %f, with a point in every locale.
-        std::array<char, 64> text;
+        std::array<char, 64> text{};
         const auto result = std::to_chars(text.data(), text.data() + text.size(), value.AsFloat(),
                                           std::chars_format::fixed, 6);
         return {text.data(), result.ptr};

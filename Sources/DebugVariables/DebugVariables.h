@@ -63,7 +63,7 @@ public:
     [[nodiscard]] Tagged Get(std::string_view name) const;
 
     /// Appends each name in use, in slot order.
-    void ListNames(std::vector<std::string>& names) const;
+    void ListNames(std::vector<std::string>& list) const;
     /// Writes a JSON-like object of name and type, or of name and value, and gives the bytes
     /// written. Ends early, with "}", where an item does not fit. 0 for a table without names or
     /// fewer than two bytes of room.

@@ -54,8 +54,8 @@ enum class PixelMapType : std::int32_t
 class PixelMap
 {
 public:
-    /// A map of width x height empty cells. A negative size counts as 0.
-    PixelMap(std::int32_t width, std::int32_t height, PixelMapType type);
+    /// A map of columns x rows empty cells. A negative size counts as 0.
+    PixelMap(std::int32_t columns, std::int32_t rows, PixelMapType colourLayout);
 
     [[nodiscard]] std::int32_t GetWidth() const { return width; }
     [[nodiscard]] std::int32_t GetHeight() const { return height; }

@@ -14,7 +14,7 @@
 namespace {
 
 // The file is one line. What is larger was put there by mistake.
-constexpr qint64 maxModeFileSize = 64 * 1024;
+constexpr qint64 maxModeFileSize = 65536;
 
 bool ParseFile(const QString& path, tinyxml2::XMLDocument& document)
 {
