@@ -83,8 +83,11 @@ function(pixelweft_precompile_qt name)
         <QObject> <QString> <QMap> <QList> <QStandardItemModel> <string> <vector> <memory>)
 endfunction()
 
+# What ThreadSanitizer has to see: the test programs with the label `threads`.
+add_custom_target(ThreadTests)
+
 # pixelweft_test(Name [QT] SOURCES ... LINK ... [LABELS ...])
-#   One test program. Each of its cases is a CTest test of its own.
+#   One test program, which is one CTest test. The label `threads` is for a program that starts one.
 function(pixelweft_test name)
     cmake_parse_arguments(arg "QT" "" "SOURCES;LINK;LABELS" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
@@ -93,6 +96,9 @@ function(pixelweft_test name)
         set_target_properties(${name} PROPERTIES AUTOMOC ON)
         target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_FOREACH)
         pixelweft_precompile_qt(${name})
+    endif()
+    if("threads" IN_LIST arg_LABELS)
+        add_dependencies(ThreadTests ${name})
     endif()
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES
