@@ -1,6 +1,6 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
-# guide-pictures.sh [FOLDER]: takes the pictures of the README and of the user guide anew (into Docs/pictures, or
+# guide-pictures.sh [FOLDER]: takes the pictures of the README and of the user guide (into Docs/pictures, or
 # FOLDER), from the real window on a private network with two nodes at its other end.
 set -eu
 cd "$(dirname "$0")/.."

@@ -28,7 +28,7 @@ setup_packages() {
         apt-get install -y -q --no-install-recommends "${missing[@]}")
     local log
     log=$(mktemp)
-    # The lists of a fresh machine are empty or old: read them anew once, then try.
+    # The lists of a fresh machine are empty or old: update them once, then install.
     if ! { "${as_root[@]}" apt-get update -q && "${install[@]}"; } >"$log" 2>&1 </dev/null; then
         tail -n 20 "$log" >&2
         rm -f "$log"

@@ -7,7 +7,7 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
-# ccache speeds up the second build of anything; it must be told what a precompiled header changes.
+# ccache speeds up the second build of anything; with precompiled headers it needs these options.
 find_program(PIXELWEFT_CCACHE ccache)
 if(PIXELWEFT_CCACHE AND NOT PIXELWEFT_FUZZERS)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
@@ -18,7 +18,7 @@ endif()
 add_library(PixelWeftOptions INTERFACE)
 target_compile_options(PixelWeftOptions INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
-    # The sampled bytes must be the same on every machine: no fused multiply-add behind our back.
+    # The sampled bytes must be the same on every machine: no fused multiply-add.
     -ffp-contract=off
     # Log lines carry the base name of their source, not the path of the builder's machine.
     -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)

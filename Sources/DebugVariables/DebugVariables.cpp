@@ -132,10 +132,10 @@ DebugVariables::Slot* DebugVariables::Claim(std::string_view name)
             continue;
         // The last free slot stays free, so that a search always ends.
         const std::lock_guard lock(mutex);
-        if (used + 1 >= SlotCount)
+        if (used_ + 1 >= SlotCount)
             return nullptr;
         if (slots_[i].key.compare_exchange_strong(found, key)) {
-            ++used;
+            ++used_;
             std::copy_n(name.begin(), std::min(name.size(), NameLength), names[i].begin());
             return &slots_[i];
         }
@@ -203,7 +203,8 @@ std::size_t DebugVariables::Dump(std::span<char> out, Format format) const
         const std::string item =
             '"' + std::string(NameOf(i)) + "\":" + format(Unpack(slots_[i].word)) + ',';
         if (item.size() > out.size() - end) {
-            // "}" stands where the item would have begun; a full span gives up the last comma.
+            // "}" is written where the item would have begun, or over the last comma of a full
+            // span.
             end += end == out.size() ? 0 : 1;
             out[end - 1] = '}';
             return end;

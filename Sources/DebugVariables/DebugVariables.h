@@ -15,8 +15,8 @@
 
 namespace Zen {
 
-/// A fixed table of named run-time switches. Reading takes no lock and no hashing: a reader names
-/// the key, which is a constant of the compiler's.
+/// A fixed table of named run-time switches. Reading takes no lock and no hashing: a reader passes
+/// the key, which is a compile-time constant. The calls may be made on any thread.
 class DebugVariables
 {
 public:
@@ -36,7 +36,7 @@ public:
     };
     using Tagged = std::variant<std::int32_t, float, bool, Duration>;
 
-    /// A variable as it is stored: its bits and what they mean. Type None when there is none.
+    /// A variable as it is stored: its bits and their type. Type None when there is no variable.
     struct Value
     {
         std::uint32_t bits = 0;
@@ -47,7 +47,7 @@ public:
         [[nodiscard]] float AsFloat() const;
     };
 
-    /// The key of a name: its MurmurHash3 (x86, 32 bits), always reckoned by the compiler. 0 is no
+    /// The key of a name: its MurmurHash3 (x86, 32 bits), always computed by the compiler. 0 is no
     /// key: it marks a free slot.
     [[nodiscard]] static consteval std::uint32_t Key(std::string_view name) { return Hash(name); }
 
@@ -92,8 +92,8 @@ private:
 
     std::array<Slot, SlotCount> slots_;
     std::array<std::array<char, NameLength>, SlotCount> names{};
-    std::size_t used = 0;
-    mutable std::mutex mutex; ///< guards names, used and the dumps
+    std::size_t used_ = 0;
+    mutable std::mutex mutex; ///< guards names, used_ and the dumps
 };
 
 constexpr std::uint32_t DebugVariables::Hash(std::string_view name)

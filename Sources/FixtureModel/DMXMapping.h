@@ -11,7 +11,7 @@ namespace tinyxml2 {
 class XMLElement;
 }
 
-/// Where a placed element goes on the wire.
+/// The address of an element: where its channels are sent.
 class DMXMapping
 {
 public:
@@ -44,11 +44,12 @@ protected:
     std::wstring ipconf;
 };
 
-/// The node text of an element that is broadcast, or sent to whoever asked for its universe.
+/// The node text of an element without a node of its own: its universe is broadcast, or sent to
+/// the nodes that announced it.
 inline constexpr wchar_t AutoNode[] = L"Auto";
 
 /// An Art-Net address: sub-net, universe, first channel (1-based), and the node that receives it.
-/// Values are stored as given; who edits them keeps the ranges.
+/// Values are stored as given: ranges are the business of the editing widgets.
 class DMXMappingArtNet final : public DMXMapping
 {
 public:
@@ -68,7 +69,7 @@ public:
     [[nodiscard]] const std::wstring& GetIpName() const { return ipName; }
     /// sub-net x 16 + universe, cut to the 16 bits that tables of universes use.
     [[nodiscard]] std::uint16_t GetPortAddress() const;
-    /// Whether the element is for nobody in particular: ipconf is exactly "Auto".
+    /// Whether the element has no node of its own: ipconf is exactly "Auto".
     [[nodiscard]] bool IsAuto() const { return ipconf == AutoNode; }
 
     void SetSubnet(std::int32_t value) { subnet = value; }

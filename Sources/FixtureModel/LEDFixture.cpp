@@ -117,8 +117,8 @@ std::optional<LEDFixture> LEDFixture::FromXml(const tinyxml2::XMLElement& elemen
     auto list = StaticChannelList::FromXml(element, fixture.pixelMap);
     if (!list)
         return std::nullopt;
-    // Every channel that nothing stands on is listed as free: the editor shows them, and merged
-    // input passes through them.
+    // Every channel without pixel and constant is listed as free: the editor shows these, and they
+    // keep merged input.
     auto used = fixture.pixelMap.GetCoveredChannels();
     for (const StaticChannel& entry : *list)
         used.set(static_cast<std::size_t>(entry.channel));

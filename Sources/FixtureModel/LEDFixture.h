@@ -9,7 +9,8 @@
 #include "FixtureModel/StaticChannelList.h"
 
 /// One kind of lighting device: who makes it, how its pixels lie on its DMX channels, and which
-/// other channels hold a constant. It knows nothing of where it stands or on which universe.
+/// other channels hold a constant. Place and address belong to
+/// the elements made from it.
 class LEDFixture
 {
 public:
@@ -23,7 +24,7 @@ public:
     LEDFixture& operator=(const LEDFixture&) = default;
     virtual ~LEDFixture();
 
-    std::int64_t uniqueID; ///< identity while the library stays loaded; stands in no file
+    std::int64_t uniqueID; ///< identity while the library stays loaded; in no file
     std::wstring manufacturer;
     std::wstring product; ///< the name by which documents refer to the fixture
     PixelMap pixelMap;

@@ -58,8 +58,8 @@ std::optional<std::int32_t> ReadSize(const tinyxml2::XMLElement& element, const 
     return std::nullopt;
 }
 
-/// Fills `cells` with the numbers of `text`, between blanks and line feeds. False when they don't
-/// suffice; what is too many is not looked at.
+/// Fills `cells` with `count` numbers of `text`, between blanks and line feeds. False when there
+/// are fewer; the rest of the text is ignored.
 bool ReadCells(std::string_view text, std::vector<std::int32_t>& cells, std::size_t count)
 {
     const auto isGap = [](char c) {

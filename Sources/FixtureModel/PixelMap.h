@@ -49,8 +49,8 @@ enum class PixelMapType : std::int32_t
 
 /// The pixels of one fixture on its DMX channels. Cells run row by row from the top left; a cell
 /// holds the first channel of its pixel, counted from 1, or 0 where no pixel sits. Cells may
-/// overlap and may hold any number: the editor keeps them apart, the engine skips what doesn't fit
-/// a universe.
+/// overlap and may hold any number: the editor keeps them apart, the engine skips pixels that don't
+/// fit a universe.
 class PixelMap
 {
 public:

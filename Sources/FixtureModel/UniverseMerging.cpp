@@ -15,7 +15,7 @@ void StoreNibble(std::uint32_t& field, std::uint32_t value)
         field = value;
 }
 
-/// The address lies in a run that begins at `start`.
+/// Whether the address is in a run of universes that begins at `start`.
 bool IsInRun(std::int32_t address, std::int32_t start, std::int32_t length)
 {
     return start <= address && address < start + length;

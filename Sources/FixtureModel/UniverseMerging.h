@@ -15,7 +15,7 @@ enum class MergerDMXSource : std::int32_t
 };
 
 /// The settings of the universe merger: a run of universes on which received DMX and our own output
-/// meet, and the start of the run to which the result goes out.
+/// are merged, and the first universe on which the result is sent. Both runs are equally long.
 class UniverseMerging
 {
 public:
@@ -44,6 +44,7 @@ public:
     void SetToStartSubnet(std::uint32_t value);
     void SetToStartUniverse(std::uint32_t value);
 
+    /// Port-Addresses, 0 to 255.
     [[nodiscard]] std::int32_t GetFromStartAddress() const;
     [[nodiscard]] std::int32_t GetToStartAddress() const;
     [[nodiscard]] bool IsInFromRange(std::int32_t portAddress) const;
@@ -51,7 +52,7 @@ public:
     [[nodiscard]] std::int32_t TranslateToOutput(std::int32_t portAddress) const;
     [[nodiscard]] bool RangesOverlap() const;
 
-    /// The first top-level <UniverseMerging> element; nothing, without a word in the log, when
+    /// The first top-level <UniverseMerging> element; nothing, without a line in the log, when
     /// there is none or one of its six numbers is missing or no number.
     [[nodiscard]] static std::optional<UniverseMerging>
     FromXml(const tinyxml2::XMLDocument& document);

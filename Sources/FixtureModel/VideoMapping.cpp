@@ -80,8 +80,8 @@ bool ReadFilterMode(const tinyxml2::XMLElement& element, VideoFilterMode& mode)
 
 PointF rotatePoint(PointF point, float degrees)
 {
-    // The angle is turned in double precision; from there on all is in floats, as the sampled
-    // pixels must be the same on every machine.
+    // The angle is converted in double precision; the rest is in floats, as the sampled pixels
+    // must be the same on every machine.
     const double radians = static_cast<double>(degrees) * (std::numbers::pi / 180.0);
     const auto cosine = static_cast<float>(std::cos(radians));
     const auto sine = static_cast<float>(std::sin(radians));

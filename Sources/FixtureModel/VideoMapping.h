@@ -28,7 +28,7 @@ enum class VideoFilterMode : std::int32_t
     Hypersampling = 2
 };
 
-/// Where a placed element samples the canvas: a rotated, possibly mirrored rectangle in fractions
+/// Where an element samples the canvas: a rotated, possibly mirrored rectangle in fractions
 /// of the canvas. Values outside 0 to 1 are legal: an element may hang over the edge.
 struct VideoMapping
 {

@@ -17,7 +17,7 @@ struct BlitRect
     std::int32_t height = 0;
 };
 
-/// Moves pixels between bitmaps and images, for the previews; the engine samples on its own.
+/// Copies pixels between bitmaps and images, for previews; the engine does its own sampling.
 class BlitterService : public T_Installable<BlitterService>
 {
 public:

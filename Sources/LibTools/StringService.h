@@ -5,7 +5,7 @@
 #include <memory>
 
 /// Conversions at the border of our files: UTF-16 units and bytes in buffers that the caller owns.
-/// The text inside the program is std::wstring; Platform/Text.h leads from one to the other.
+/// Inside the program text is std::wstring; Platform/Text.h converts between the two.
 class StringService
 {
 public:

@@ -66,7 +66,7 @@ struct Axis
     std::int64_t targetStart;
     std::int64_t step; ///< 16.16
     std::int64_t first;
-    std::int64_t last; ///< behind the last
+    std::int64_t last; ///< one past the last
 
     Axis(std::int32_t from, std::int32_t fromLength, std::int32_t fromSize, std::int32_t to,
          std::int32_t toLength, std::int32_t toSize)

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Readers of the platform that this store stands in for have a buffer of 2000 bytes, with the zero.
+// The store that this one replaces is read with a buffer of 2000 bytes, the terminator included.
 constexpr int maxValueUnits = 999;
 
 QString StoreKey(std::wstring key, const std::wstring& name)

@@ -40,7 +40,7 @@ std::optional<std::string> ReadPlainFile(QFile& file)
 
 std::optional<std::string> ReadText(const QString& path)
 {
-    // A pipe or a device would be opened and read for ever.
+    // Reading a pipe or a device might never end.
     if (!QFileInfo(path).isFile())
         return std::nullopt;
     QFile file(path);
@@ -49,8 +49,8 @@ std::optional<std::string> ReadText(const QString& path)
     return path.startsWith(QLatin1Char(':')) ? ReadResource(file) : ReadPlainFile(file);
 }
 
-/// A save that is cut off leaves its temporary file where the disk knows no files without a name.
-/// An hour later no save goes on with it.
+/// On a file system without unnamed files, an interrupted save leaves its temporary file. No save
+/// takes an hour, so an older one is not in use.
 void RemoveLeftovers(const QFileInfo& next)
 {
     constexpr qint64 anHour = 3600;
@@ -66,12 +66,12 @@ bool SaveBytes(const QString& path, const std::string& bytes, QString& failure)
 {
     const QFileInfo place(path);
     const QFileInfo target(place.isSymLink() ? place.symLinkTarget() : place.filePath());
-    // The name of a file on its way is nobody else's, so that leftovers can be known for ours.
+    // Only our saves use this name, so that their leftovers can be recognised.
     const QFileInfo next(target.path() + QStringLiteral("/.") + target.fileName() +
                          QStringLiteral(".saving"));
     RemoveLeftovers(next);
-    // commit() syncs the temporary file to the disk before it renames it. But it does not see when
-    // the last buffer finds the disk full, and would put an empty file in the place of the old one.
+    // commit() syncs the temporary file to the disk before it renames it. But it misses a disk that
+    // is full at the last buffer, and would replace the old file by an empty one.
     QSaveFile file(next.filePath());
     const auto size = static_cast<qint64>(bytes.size());
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), size) != size ||

@@ -39,12 +39,12 @@ private:
 
 /// Writes `document` as UTF-16 with a byte-order mark, whole or not at all: to a temporary file in
 /// the same folder, flushed to the disk and renamed over the old one, whose permissions it takes.
-/// False leaves the old file as it was and logs the reason at error level. What a save left that
-/// was cut off an hour ago or earlier (.NAME.saving and what begins with it) is removed.
+/// False leaves the old file as it was and logs the reason at error level. Temporary files of saves
+/// that were interrupted an hour ago or earlier (.NAME.saving and names that begin so) are removed.
 [[nodiscard]] bool WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document);
 
-/// Gives a file that can't be read a free name beside its own, so that a new one does not take its
-/// place, and says so in the log. The new name, empty when it can't be renamed.
+/// Renames a file that can't be read to a free name beside its own, so that a new file does not
+/// overwrite it, and says so in the log. The new name, empty when it can't be renamed.
 [[nodiscard]] QString KeepUnreadableFile(const QString& path);
 
 /// A document of 20,000 elements takes some 25 MB; ten times that is no document of ours.

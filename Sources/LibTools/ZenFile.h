@@ -24,12 +24,12 @@ public:
     virtual std::size_t Read(void* buffer, std::size_t size) = 0;
     virtual std::size_t Write(const void* buffer, std::size_t size) = 0;
     /// Prints the text as a format without arguments: "%%" is written as one percent sign. Any
-    /// other percent sign stands for itself.
+    /// other percent sign is printed as it is.
     virtual bool PrintText(const std::wstring& text) = 0;
     /// As fseek and ftell: 0 is success, -1 a failure.
     virtual int Seek(long offset, int origin) = 0;
     virtual long Tell() = 0;
-    /// The whole text. Behind the mark FF FE it is UTF-16, behind FE FF it is given as empty,
+    /// The whole text. After the mark FF FE it is UTF-16, after FE FF it is given as empty,
     /// without a mark it is UTF-8. A Qt device is read line by line, and the lines are joined
     /// without anything between them. False for a short read and for more than 256 MB.
     virtual bool ReadAll(std::wstring& text) = 0;

@@ -32,8 +32,8 @@ constexpr std::size_t DebugBufferSize = 16383;
 constexpr int OldestGeneration = 9;
 constexpr auto FlushPatience = std::chrono::seconds(10);
 
-/// The debugger's text channel. Of a line it takes 16384 bytes at most, and it passes on none that
-/// fills its buffer of 16383 UTF-16 units.
+/// The debugger's text channel. It takes 16384 bytes of a line at most, and drops a line that fills
+/// its buffer of 16383 UTF-16 units.
 class msvc_wide_sink final : public spdlog::sinks::base_sink<std::mutex>
 {
 protected:
@@ -53,7 +53,7 @@ protected:
     void flush_() override {}
 };
 
-/// Stands behind the other sinks and counts the lines that they have written and flushed, since the
+/// The last of the sinks: counts the lines that the others have written and flushed, since the
 /// logger flushes all its sinks in turn after each line.
 class CountingSink final : public spdlog::sinks::sink
 {
@@ -80,8 +80,8 @@ private:
     std::uint64_t lines_ = 0;
 };
 
-/// Moves the log of the last run and its forerunners on by one. What can't be moved stays: a log
-/// that is lost is better than a program that does not start.
+/// Renames the log of the last run and the older ones by one number each. Failures are ignored: a
+/// lost log is better than a program that does not start.
 void MoveHistory(const std::filesystem::path& path)
 {
     std::error_code ignored;
@@ -137,7 +137,7 @@ void Write(LogLevel level, const char* file, int line, std::string_view message)
 struct Log::Worker
 {
     std::atomic<std::uint32_t> workerThreadId{0};
-    std::atomic<std::uint64_t> given{0}; ///< lines that a caller has begun to hand over
+    std::atomic<std::uint64_t> given{0}; ///< lines that a caller has begun to queue
     std::shared_ptr<CountingSink> written = std::make_shared<CountingSink>();
     std::shared_ptr<spdlog::details::thread_pool> pool;
     std::shared_ptr<spdlog::async_logger> logger;
@@ -151,12 +151,12 @@ struct Log::Worker
                                                         spdlog::async_overflow_policy::block);
         logger->set_pattern(pattern);
         logger->set_level(spdlog::level::trace);
-        // The worker flushes every line at once instead of every second: they are few, and the last
-        // ones before a crash are those that count. Flush() relies on it.
+        // The worker flushes every line at once instead of every second: lines are few, and the
+        // last ones before a crash matter most. Flush() relies on it.
         logger->flush_on(spdlog::level::trace);
     }
 
-    /// The first line of a log names its worker, once that has begun; it is not waited for long.
+    /// The first line of a log names its worker thread, if that starts soon enough.
     void AnnounceThread(Log& log) const
     {
         constexpr int patience = 10000;
@@ -174,7 +174,7 @@ struct Log::Worker
             ++given;
             logger->log(level, "[{0}:{1}] {2}", source, line, message);
         } catch (...) {
-            // Without memory for a line there is nobody left to tell.
+            // There is no memory for a line, so the failure cannot be logged either.
         }
     }
 };
@@ -218,11 +218,11 @@ void Log::Error(std::string_view source, int line, std::string_view message) noe
 void Log::Flush() noexcept
 {
     try {
-        // The queue keeps the order, and a line is counted before it enters. So when as many are
-        // written as were counted by now, those handed over by now are among them.
+        // The queue keeps the order, and a line is counted before it is queued. So once as many
+        // lines are written as are counted now, all lines queued before now are written.
         worker_->written->WaitFor(worker_->given);
     } catch (...) {
-        // As in Write: nobody left to tell.
+        // As in Write: the failure cannot be logged.
     }
 }
 
@@ -238,7 +238,7 @@ void Log::SetGlobal(std::shared_ptr<Log> log) noexcept
         const std::lock_guard lock(GlobalMutex());
         GlobalLog().swap(log);
     }
-    // The old log, now in `log`, ends outside the lock: it may have lines to write.
+    // The old log, now in `log`, is destroyed outside the lock: it may have lines to write.
 }
 
 void LogFormatted(LogLevel level, const char* file, int line, const char* format, ...) noexcept

@@ -10,7 +10,7 @@ namespace Zen {
 
 /// The log: every line goes to the debugger's text channel and, in the file form, to a file with a
 /// history of nine older ones. Writing happens on a worker thread; a full queue (4096 lines) makes
-/// the caller wait. The calls may come from any thread and never raise.
+/// the caller wait. The calls may be made on any thread and never throw.
 class Log
 {
 public:
@@ -18,9 +18,9 @@ public:
     Log();
 
     /// To the debugger's text channel and a new file at `path`. An old file there moves into
-    /// "loghistory" beside it as <name>.1, the older ones move on by one, the tenth is lost. The
-    /// folder of `path` is created when it is missing. Raises spdlog::spdlog_ex when the file can't
-    /// be opened.
+    /// "loghistory" beside it as <name>.1, the number of each older one grows by one, the tenth is
+    /// lost. The folder of `path` is created when it is missing. Throws spdlog::spdlog_ex when the
+    /// file can't be opened.
     explicit Log(const std::filesystem::path& path);
 
     ~Log();
@@ -31,10 +31,10 @@ public:
     void Info(std::string_view source, int line, std::string_view message) noexcept;
     void Error(std::string_view source, int line, std::string_view message) noexcept;
 
-    /// Returns once every line given so far has been written, or after ten seconds at the latest.
+    /// Returns once every line logged so far has been written, or after ten seconds at the latest.
     void Flush() noexcept;
 
-    /// The log of the process, which may be null: before main has made it and after it has gone.
+    /// The log of the process; null before main has made it and after main has dropped it.
     /// A line holds its own reference, so the log can be replaced while other threads write.
     [[nodiscard]] static std::shared_ptr<Log> Global() noexcept;
     static void SetGlobal(std::shared_ptr<Log> log) noexcept;

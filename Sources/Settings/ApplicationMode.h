@@ -20,7 +20,7 @@ public:
     [[nodiscard]] static ApplicationMode& Instance();
 
     /// Reads "mode.xml" beside the executable. True when it was understood, also with a value that
-    /// stands for no host; false, with the reason in the log, otherwise.
+    /// names no host; false, with the reason in the log, otherwise.
     [[nodiscard]] bool Load();
     /// The same from this file.
     [[nodiscard]] bool LoadFrom(const QString& path);

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-/// What the host's own preferences tell: where the shared document lies, and the host's Art-Net.
+/// From the host's own preferences: the path of the shared document, and the host's Art-Net.
 class ExternalServerPreferences
 {
 public:
@@ -12,8 +12,8 @@ public:
     ExternalServerPreferences();
 
     /// Reads the host's preferences, or composes what needs no file. True when `mappingPath` holds
-    /// a usable path. May be called again: the host can change its preferences at any time. What a
-    /// failed reading didn't get to stays as it was.
+    /// a usable path. May be called again: the host can change its preferences at any time. Fields
+    /// that a failed reading did not reach stay as they were.
     [[nodiscard]] bool Load();
 
     /// Whether the host's DMX interface is Art-Net.

@@ -3,7 +3,7 @@
 
 #include <QString>
 
-/// The user's fixture library. The first call of a new user makes its folder and puts the library
-/// of the program there; a library that exists is left alone. When that fails the debug output says
-/// so, and the path is given all the same. Empty when the user has no data folder.
+/// The path of the user's fixture library. If there is none, makes its folder and copies the
+/// program's own library there; an existing one stays as it is. When the copy fails the debug
+/// output says so, and the path is returned all the same. Empty when the user has no data folder.
 [[nodiscard]] QString GetFixtureLibraryPath();

@@ -5,7 +5,7 @@ void Observable::Notify(const ObservableData* data)
 {
     if (!changed)
         return;
-    // Copies: an observer may leave or join while it is told.
+    // Copies: an observer may leave or join during its update.
     const auto first = observers;
     const auto second = lateObservers;
     for (Observer* observer : first)

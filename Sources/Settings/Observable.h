@@ -6,7 +6,7 @@
 
 class Observable;
 
-/// What a notification carries; the kinds derive from it.
+/// The data of a notification; its kinds derive from it.
 class ObservableData
 {
 public:
@@ -23,7 +23,7 @@ public:
     std::int64_t value = 0;
 };
 
-/// Somebody who wants to hear of changes.
+/// Is notified of changes.
 class Observer
 {
 public:
@@ -35,8 +35,7 @@ public:
     virtual void Update(Observable& observable, const ObservableData* data) = 0;
 };
 
-/// Something whose changes are told to observers, which it doesn't own: they must outlive it or
-/// leave its lists.
+/// Notifies observers of its changes. It doesn't own them: they outlive it or leave its lists.
 class Observable
 {
 public:
@@ -45,8 +44,8 @@ public:
     Observable& operator=(const Observable&) = delete;
     virtual ~Observable() = default;
 
-    /// Tells the observers of the first list, then of the second, when there is a change to tell,
-    /// and forgets the change. `data` may be null.
+    /// If a change is set: updates the observers of the first list, then of the second, and clears
+    /// the change. `data` may be null.
     void Notify(const ObservableData* data);
     void SetChanged() { changed = true; }
     void ClearChanged() { changed = false; }

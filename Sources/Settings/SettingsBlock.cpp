@@ -61,8 +61,8 @@ void SettingsBlock::LoadNetworkText()
         networkText = settings->value(networkKey).toString();
         return;
     }
-    // Older versions kept the broadcast address of the network as a number. The next save writes
-    // the text, and the number is history.
+    // Older versions kept the broadcast address of the network as a number. Once a save has written
+    // the text, the number is ignored.
     const qint64 range = settings->value(QStringLiteral("dmxRange"), 0).toLongLong();
     const auto broadcast = static_cast<std::uint32_t>(range & 0xFFFFFFFFLL);
     if (broadcast != 0)

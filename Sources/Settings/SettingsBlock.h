@@ -7,7 +7,7 @@
 #include <QSettings>
 #include <QString>
 
-/// What the user set and the next run should know. Main thread only.
+/// The user's settings that outlive a run. Main thread only.
 class SettingsBlock
 {
 public:

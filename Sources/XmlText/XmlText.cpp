@@ -10,9 +10,9 @@
 namespace XmlText {
 namespace {
 
-// tinyxml2 compares each attribute of an element with all before it. The biggest element that
-// anyone writes (the host's preferences) has some dozens; a hostile one with millions would take
-// hours.
+// tinyxml2 compares each attribute of an element with all before it. The biggest
+// known element (of the host's preferences) has some dozens; a hostile one with millions would
+// take hours.
 constexpr int maxAttributesOfElement = 512;
 
 std::string NormalizeLineEnds(std::string text)
@@ -45,7 +45,7 @@ std::u16string Units(std::string_view bytes, bool bigEndian)
     return units;
 }
 
-/// Just behind the markup that starts at `start` with "<!" or "<?".
+/// The position right after the markup that starts at `start` with "<!" or "<?".
 std::size_t SkipSpecialMarkup(std::string_view text, std::size_t start)
 {
     const std::string_view rest = text.substr(start);
@@ -63,12 +63,12 @@ std::size_t SkipSpecialMarkup(std::string_view text, std::size_t start)
 /// What one tag does to the nesting, and whether it can be left to the parser.
 struct Tag
 {
-    bool bearable = true;
+    bool parsable = true;
     bool closes = false;  ///< </name>
     bool isEmpty = false; ///< <name/>
 };
 
-/// Walks one tag from its "<" and moves `position` behind its ">".
+/// Walks one tag from its "<" and moves `position` past its ">".
 Tag WalkTag(std::string_view text, std::size_t& position)
 {
     Tag tag;
@@ -81,7 +81,7 @@ Tag WalkTag(std::string_view text, std::size_t& position)
             return tag;
         }
         if (c == '=' && ++attributes > maxAttributesOfElement) {
-            tag.bearable = false;
+            tag.parsable = false;
             return tag;
         }
         if (c == '"' || c == '\'')
@@ -90,9 +90,10 @@ Tag WalkTag(std::string_view text, std::size_t& position)
     return tag;
 }
 
-/// Looks at the tags before the parser does: too many attributes would take it hours, and at a
-/// closing tag that nothing opened it would stop without an error and hide what follows.
-bool HasBearableTags(std::string_view text)
+/// Checks the tags before the parser does: it would need hours for too many attributes, and it
+/// stops without an error at a closing tag that nothing opened, which would hide the rest of the
+/// text.
+bool HasParsableTags(std::string_view text)
 {
     std::size_t depth = 0;
     std::size_t position = text.find('<');
@@ -102,7 +103,7 @@ bool HasBearableTags(std::string_view text)
             position = SkipSpecialMarkup(text, position);
         } else {
             const Tag tag = WalkTag(text, position);
-            if (!tag.bearable || (tag.closes && depth == 0))
+            if (!tag.parsable || (tag.closes && depth == 0))
                 return false;
             if (tag.closes)
                 --depth;
@@ -267,7 +268,7 @@ bool Parse(std::string_view utf8, tinyxml2::XMLDocument& document)
 {
     document.Clear();
     // The parser stops at a zero byte as if the text ended there, and would hide what follows.
-    if (utf8.find('\0') != std::string_view::npos || !HasBearableTags(utf8))
+    if (utf8.find('\0') != std::string_view::npos || !HasParsableTags(utf8))
         return false;
     if (document.Parse(utf8.data(), utf8.size()) != tinyxml2::XML_SUCCESS) {
         document.Clear();

@@ -10,8 +10,7 @@
 
 // The text form that fixture libraries (.wfl) and mapping documents (.wfm) share: elements,
 // attributes and text, with several elements at the top level, printed in one fixed layout so that
-// a saved file can be compared byte for byte. Reading stands on tinyxml2; its tree is also what the
-// writers fill.
+// a saved file can be compared byte for byte. Reading uses tinyxml2; writers fill its tree too.
 namespace XmlText {
 
 /// The text of a file's bytes as UTF-8: UTF-16 of either byte order or UTF-8 after its mark,
@@ -38,7 +37,7 @@ public:
 [[nodiscard]] bool Parse(std::string_view utf8, tinyxml2::XMLDocument& document);
 
 /// The fixed layout: 4 blanks a level, `<name a="1" />` for an empty element, a lone text on its
-/// element's line, one LF behind each line, no declaration. UTF-8.
+/// element's line, one LF after each line, no declaration. UTF-8.
 [[nodiscard]] std::string Print(const tinyxml2::XMLDocument& document);
 
 // ---- Reading an element ------------------------------------------------------------------------

@@ -9,7 +9,8 @@
 
 namespace Support {
 
-/// While it lives, the process's log goes to a file of its own, and a test can ask what was said.
+/// While it lives, the process's log is written to a file of its own, whose messages a test can
+/// read.
 class LogCapture
 {
 public:
@@ -23,7 +24,7 @@ public:
     /// How many messages are exactly this text.
     [[nodiscard]] int Count(const std::string& message) const;
     [[nodiscard]] bool Has(const std::string& message) const { return Count(message) > 0; }
-    /// Forgets what was said so far.
+    /// Forgets the messages so far.
     void Clear();
 
 private:

@@ -7,7 +7,7 @@
 
 namespace Support {
 
-/// A folder of the test's own, gone with the object.
+/// A folder of the test's own, removed with the object.
 class TemporaryFolder
 {
 public:
@@ -18,8 +18,8 @@ public:
 
     [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
 
-    /// From now on the process is that of a user who lives here and has no files or settings yet:
-    /// nothing of whoever runs the tests is read or written.
+    /// From now on the process has its home here, without files or settings: nothing of the real
+    /// user is read or written.
     void UseAsHome() const;
 
     /// Writes `bytes` to a file of this name in the folder and gives its path.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The main of every test program that needs a window system: the cases run as a user without files
-// or settings, so that nothing of whoever runs them is read or written.
+// or settings, so that nothing of the real user is read or written.
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -320,7 +320,7 @@ def library():
     add("CHROMAROCK", "RGBWAmber", channel_count=7, statics=[(6, 255), (7, 0)])
 
     maker = "Robe"
-    # Pan, tilt, zoom and the like stand on the first 33 channels and stay free for the desk.
+    # Pan, tilt, zoom and the like are the first 33 channels and stay free for the desk.
     add("Spiider - Mode 4", "RGB", rows=rings(34, 3), channel_count=90)
 
     maker = "Zentri"

@@ -6,7 +6,7 @@
     make_default_data.py --check    says whether the committed files are what would be written
 
 Both are in the exact form that PixelWeft itself writes. Needs Python 3 and nothing else; the
-build doesn't run it, the files stand in the repository.
+build doesn't run it, the files are in the repository.
 """
 
 import struct

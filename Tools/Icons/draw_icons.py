@@ -4,7 +4,7 @@
 the resource names, once and twice the size (needs rsvg-convert of librsvg2-bin and the DejaVu fonts).
 
 One family: a field of 24 x 24 with a margin of 3, lines of 1.75 with round ends in a light ink, and the
-accent for what the action does. They stand on the dark buttons and menus of the desk."""
+accent for what the action does. They are shown on dark buttons and menus."""
 import pathlib
 import subprocess
 
