@@ -23,14 +23,14 @@ QString KeyOf(const ArtNetNodeRecord& record)
     return QString::fromLatin1(record.ip.data(), static_cast<int>(record.ip.size()));
 }
 
-/// We, and the host beside us: on the network, and no place to send light to.
+/// This program, or the host beside it: seen on the network, but no target for output.
 bool IsOwnKind(const ArtNetNodeRecord& record)
 {
     return record.name.find("PixelWeft") != std::string::npos ||
            record.name.find("ReelCommand") != std::string::npos;
 }
 
-/// Nodes name themselves in whatever encoding their maker had: UTF-8 where it is some, else
+/// Nodes send their names in an encoding that no packet tells: a name that is no UTF-8 is read as
 /// Latin-1.
 QString TextOf(const std::string& name)
 {
@@ -60,28 +60,27 @@ ArtNetNodeModel::ArtNetNodeModel(QObject* parent)
 
 ArtNetNodeModel::~ArtNetNodeModel() = default;
 
-// ---- Discovery
-// -------------------------------------------------------------------------------------
+// ---- Discovery ---------------------------------------------------------------------------------
 
 bool ArtNetNodeModel::NoteSeen(const std::vector<ArtNetNodeRecord>& incoming)
 {
-    bool news = false;
+    bool differs = false;
     ++updates_;
     for (const ArtNetNodeRecord& record : incoming) {
         const auto [place, isNew] = seen_.try_emplace(record.ip, nodes.size());
         if (isNew) {
             nodes.push_back({record, updates_});
-            news = true;
+            differs = true;
             continue;
         }
         Seen& known = nodes[place->second];
-        news = news || !SamePorts(known.node, record);
+        differs = differs || !SamePorts(known.node, record);
         known.lastHeard = updates_;
         known.node.useCount = 0;
         known.node.universes = record.universes;
     }
     ForgetOldest();
-    return news;
+    return differs;
 }
 
 void ArtNetNodeModel::ForgetOldest()
@@ -94,7 +93,7 @@ void ArtNetNodeModel::ForgetOldest()
     std::ranges::sort(ages);
     const std::size_t excess = nodes.size() - MaxNodes;
     const std::uint64_t limit = ages[excess - 1];
-    // Of those heard at the limit itself only as many go as must.
+    // Of the nodes heard at the limit itself, only as many go as necessary.
     auto atLimit =
         excess - static_cast<std::size_t>(std::ranges::lower_bound(ages, limit) - ages.begin());
     std::erase_if(nodes, [&](const Seen& seen) {
@@ -119,12 +118,12 @@ ArtNetNodeRecord* ArtNetNodeModel::FindSeen(const std::string& ip)
 
 bool ArtNetNodeModel::UpdateNodes(const std::vector<ArtNetNodeRecord>& incoming)
 {
-    const bool news = NoteSeen(incoming);
+    const bool seenChanged = NoteSeen(incoming);
     std::set<QString> addresses;
     for (const ArtNetNodeRecord& record : incoming)
         addresses.insert(KeyOf(record));
     const auto live = liveNodes.keys();
-    if (!news && std::ranges::equal(addresses, live))
+    if (!seenChanged && std::ranges::equal(addresses, live))
         return false;
     for (auto node = liveNodes.begin(); node != liveNodes.end(); ++node) {
         if (!offlineNodes.contains(node.key()))
@@ -141,8 +140,7 @@ bool ArtNetNodeModel::UpdateNodes(const std::vector<ArtNetNodeRecord>& incoming)
     return true;
 }
 
-// ---- Tables
-// ----------------------------------------------------------------------------------------
+// ---- Tables ------------------------------------------------------------------------------------
 
 void ArtNetNodeModel::RebuildAllNodes()
 {
@@ -212,10 +210,9 @@ void ArtNetNodeModel::Clear()
     allNodes.clear();
 }
 
-// ---- Rows
-// ------------------------------------------------------------------------------------------
+// ---- Rows --------------------------------------------------------------------------------------
 
-/// What one walk over the elements of a document found.
+/// The results of one walk over the elements of a document.
 struct ArtNetNodeModel::Walk
 {
     std::deque<ArtNetNodeRecord> rows; ///< one for each address, sub-net and universe
@@ -304,7 +301,7 @@ void ArtNetNodeModel::CountUse(Walk& walk, const DMXMappingArtNet& mapping,
         entry.universe = mapping.GetUniverse();
         fresh = entry;
     }
-    // Each target has a row with its own universe, also where they share one address.
+    // Each target has a row with its own universe, also when targets share one address.
     fresh.subnet = mapping.GetSubnet();
     fresh.universe = mapping.GetUniverse();
     walk.rows.push_back(std::move(fresh));
@@ -314,7 +311,7 @@ void ArtNetNodeModel::AddRow(const ArtNetNodeRecord& record)
 {
     if (ArtNetNodeRecord* node = FindSeen(record.ip)) {
         if (record.useCount == 0)
-            return; // the node's own row shows it
+            return; // the node has its own row
         const auto port = std::ranges::find(node->universes, record.subnet * 16 + record.universe,
                                             &ArtNetNodeRecord::Port::first);
         if (port != node->universes.end()) {
@@ -336,15 +333,16 @@ void ArtNetNodeModel::AddNodeRow(const ArtNetNodeRecord& node)
     rows_.push_back(std::move(row));
 }
 
-// A row that says what it said stays as it is, and so do its place in the view and its selection.
-// Making a row costs some 20 microseconds, which a flood of strangers would take from the frames.
+// A row whose texts are unchanged is left alone, so that it keeps its place in the view and its
+// selection. A new row costs some 20 microseconds; written all at once, a flood of unknown nodes
+// would delay the frames.
 void ArtNetNodeModel::WriteWaitingRows()
 {
     const int wanted = static_cast<int>(rows_.size());
     const int first = written_;
     for (; written_ < std::min(wanted, first + RowsAtOnce); ++written_)
         WriteRow(written_);
-    if (written_ > first) // who answers may have changed, and with it the colour
+    if (written_ > first) // the colour changes with which nodes answer
         emit dataChanged(index(first, NameColumn), index(written_ - 1, UniverseColumn),
                          {Qt::ForegroundRole});
     const int surplus = std::min(rowCount() - wanted, RowsAtOnce);
@@ -373,7 +371,7 @@ void ArtNetNodeModel::WriteRow(int row)
             node.removeRows(count, node.rowCount() - count);
         return;
     }
-    // Whole before the view hears of it: one signal for a node and its ports.
+    // Complete before it is appended: one signal for a node and its ports.
     const QList<QStandardItem*> cells = ItemsOf(text.cells);
     for (int port = 0; port < count; ++port)
         WriteCells(*cells.front(), port, portCells(port));

@@ -20,26 +20,26 @@ class DMXMappingArtNet;
 class MappedDeviceModel;
 class QTreeView;
 
-/// A node or an address, held by value.
+/// A node of the network, or an address that the document or the operator names. A plain value.
 struct ArtNetNodeRecord
 {
     using Port = std::pair<std::uint16_t, std::uint32_t>;
 
-    std::string ip;            ///< dotted address, the key everywhere here
+    std::string ip;            ///< dotted address, the key of all tables here
     std::int32_t useCount = 0; ///< how many elements send to it
     std::int32_t subnet = 0;   ///< of the element that this record stands for
     std::int32_t universe = 0; ///< of the element that this record stands for
     std::string name;
-    bool manual = false; ///< entered by the user or read from a document
-    bool mirrorsLiveNode = false;
+    bool manual = false;          ///< entered by the operator or read from a document
+    bool mirrorsLiveNode = false; ///< made for an element whose node answers; lives for one rebuild
     /// A Port-Address and its use count for each output, in port order.
     boost::container::small_vector<Port, 4> universes;
 };
 
-/// The nodes that answer on the network, and the addresses that a document or the user names, as
-/// tables and as rows of a tree: a row for each node with its ports below it, and a row for each
-/// other address. What isn't answering shows in red. An address is either alive or not. Main thread
-/// only.
+/// The nodes that answer on the network, and the addresses that a document or the operator names,
+/// as tables and as rows of a tree: a row for each node with its ports below it, and a row for each
+/// other address. What does not answer at the moment is shown in red. An address is either in the
+/// table of live nodes or in that of offline ones. Main thread only.
 class ArtNetNodeModel : public QStandardItemModel, public Observable
 {
     Q_OBJECT
@@ -56,34 +56,39 @@ public:
         UniverseColumn,
         ColumnCount
     };
-    /// Nodes that were seen are kept up to so many; then those go that were heard least recently.
+    /// The model remembers at most so many seen nodes; the least recently heard are forgotten
+    /// first.
     static constexpr std::size_t MaxNodes = 1024;
-    /// So many top-level rows are written at once, less than a tick has room for; the rest waits.
+    /// So many top-level rows are written at once, which takes less than a tick; the rest waits.
     static constexpr int RowsAtOnce = 64;
 
     explicit ArtNetNodeModel(QObject* parent = nullptr);
     ~ArtNetNodeModel() override;
 
-    /// Takes the latest discovery. True when the rows must be rebuilt.
+    /// Takes the result of the latest discovery, all nodes that answer now. True when nodes or
+    /// their ports changed: call Rebuild then.
     bool UpdateNodes(const std::vector<ArtNetNodeRecord>& incoming);
-    /// Sets all rows: what the elements of the document use, what else is known, and what was seen,
-    /// each when it lies in the network of this broadcast address or is the user's own. The columns
-    /// of `view`, which may be null, keep their widths.
+    /// Sets all rows: the addresses that elements of the document use, the other known addresses,
+    /// and the seen nodes; each if it is in the network of this broadcast address or was entered by
+    /// the operator. The columns of `view`, which may be null, keep their widths.
     void Rebuild(const MappedDeviceModel& document, QTreeView* view, std::uint32_t broadcast);
-    /// Writes the next portion of the rows that wait, if any do: for who knows when there is time.
+    /// Writes the next RowsAtOnce of the waiting rows, if any: for callers that schedule the work.
     void WriteWaitingRows();
+    /// Makes the table of all nodes from the live and the offline ones.
     void RebuildAllNodes();
 
-    /// False when the address is known already, alive or not.
+    /// Adds an address of the operator with its row. False when the address is known already.
     bool AddManualNode(const ArtNetNodeRecord& record);
-    /// Null when there is none. Good until the tables change.
+    /// The record to read or edit, null when there is none. Valid until the tables change.
     [[nodiscard]] ArtNetNodeRecord* GetNode(const QString& address);
+    /// Empty when there is no such node.
     [[nodiscard]] QString GetNodeName(const QString& address);
     [[nodiscard]] bool IsManualNode(const QString& address) const;
-    /// After an edit of a record in place: puts it under its present address.
+    /// After an edit of the record in place: moves it from `address` to its present address.
     void ReinsertNode(const QString& address);
+    /// Removes an offline node; a live one stays.
     void RemoveNode(const QString& address);
-    /// Empties the tables. What was seen since the start is still known.
+    /// Empties the tables. The nodes seen since the start are still remembered and shown.
     void Clear();
 
     [[nodiscard]] const Table& GetAllNodes() const { return allNodes; }
@@ -102,7 +107,7 @@ private:
         std::uint64_t lastHeard = 0; ///< counts the updates
     };
     struct Walk;
-    /// What a top-level row and the rows of its ports say.
+    /// The texts of a top-level row, and the Port-Addresses of the port rows below it.
     struct RowText
     {
         std::array<QString, ColumnCount> cells;
@@ -124,10 +129,10 @@ private:
     Table liveNodes;
     Table allNodes;
     bool columnsSized = false;
-    std::vector<Seen> nodes; ///< every node seen since the start, by first sight
-    std::unordered_map<std::string, std::size_t> seen_; ///< where each address stands there
+    std::vector<Seen> nodes; ///< the nodes seen since the start, in the order of first sight
+    std::unordered_map<std::string, std::size_t> seen_; ///< index in `nodes` by address
     std::uint64_t updates_ = 0;
 
-    std::vector<RowText> rows_; ///< all that the tree is to say
-    int written_ = 0;           ///< so many of them stand there
+    std::vector<RowText> rows_; ///< the texts that the tree will have
+    int written_ = 0;           ///< how many of them are written
 };

@@ -12,7 +12,8 @@ namespace tinyxml2 {
 class XMLElement;
 }
 
-/// A fixture as an item of a Qt model. A placed element holds a copy of its own.
+/// A fixture as an item of a Qt model. The library's items are owned by the library's tree; each
+/// placed element holds a copy.
 class DeviceLedItem : public LedItem, public LEDFixture
 {
 public:
@@ -23,9 +24,8 @@ public:
     DeviceLedItem(const DeviceLedItem& other);
     DeviceLedItem& operator=(const DeviceLedItem&) = delete;
 
-    [[nodiscard]] QStandardItem* clone() const override { return new DeviceLedItem(*this); }
-
-    /// The number of the file's "intensity_channel", 0 when it had none. Nothing uses it.
+    /// The number of the file's "intensity_channel", 0 when it had none. Kept for the file's sake:
+    /// nothing reads it yet.
     std::int32_t intensityChannel = 0;
 
     /// Reads an <LEDFixture> element; nothing, after one line in the log, when it is rejected.

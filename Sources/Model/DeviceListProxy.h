@@ -3,9 +3,9 @@
 
 #include <QSortFilterProxyModel>
 
-/// The library as the view shows it: sorted without regard to case, and only when asked. It hears
-/// of insertions and changes in the source by Qt's own connections; slots of ours that announced
-/// them would announce them twice.
+/// The library as the view shows it: sorted without regard to case, and only when asked. Qt's own
+/// connections to the source report insertions and changes; slots of our own would report each of
+/// them twice.
 class DeviceListProxy : public QSortFilterProxyModel
 {
     Q_OBJECT

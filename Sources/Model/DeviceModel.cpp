@@ -45,7 +45,7 @@ DeviceModel::~DeviceModel() = default;
 
 void DeviceModel::Clear()
 {
-    // The tables first: whoever hears of the reset finds nothing that is gone.
+    // The tables first: a listener of the reset must not find fixtures that are being deleted.
     fixtures.clear();
     QList<DeviceLedItem*>::clear();
     manufacturerRows.clear();
@@ -148,8 +148,8 @@ int DeviceModel::AddFixture(std::unique_ptr<DeviceLedItem>&& item,
 
 void DeviceModel::Replace(DeviceLedItem& old, DeviceLedItem& item)
 {
-    // Identifiers that elements hold lead on to the new definition. The old row stays, and whoever
-    // asks about its item learns of the new one.
+    // The numbers that elements hold now lead to the new definition. The old row stays, and its
+    // item takes the new pixels and number, for a view that still shows it.
     for (const qint64 key : fixtures.keys(&old))
         fixtures[key] = &item;
     removeAll(&old);
@@ -194,7 +194,7 @@ DeviceLedItem* DeviceModel::GetLEDFixtureByProduct(const std::wstring& product) 
         if (item && item->product == product)
             return item;
     }
-    // The fixture editor changes names in place; the table above learns of it with the next reload.
+    // The fixture editor changes names in place; firstOfProduct_ follows with the next reload.
     const auto found = std::ranges::find(fixtures, product, &DeviceLedItem::product);
     return found == fixtures.end() ? nullptr : *found;
 }
@@ -218,7 +218,7 @@ void DeviceModel::removeFixtureByUniqueID(std::int64_t uniqueID)
         return;
     ZEN_LOG_INFO("removeFixtureByUniqueID( %lld ) devItem=@%p", static_cast<long long>(uniqueID),
                  static_cast<const void*>(item));
-    // Not by its names: two can have the same once the editor has renamed one.
+    // Not by its names: two fixtures have the same ones when the editor has renamed one of them.
     Remove(*item);
 }
 
@@ -237,7 +237,7 @@ void DeviceModel::Remove(DeviceLedItem& item)
                  static_cast<const void*>(&item));
     RemoveRowsThatItOverwrote(item);
     Forget(item);
-    // The row's cell owns the item: it is taken out of the row, which the caller removes.
+    // The row's cell owns the item. It is taken out here; the caller removes the row.
     if (QStandardItem* parent = item.parent())
         parent->takeChild(item.row(), item.column());
     delete &item;
@@ -258,7 +258,7 @@ void DeviceModel::RemoveRowsThatItOverwrote(const DeviceLedItem& item)
 void DeviceModel::Forget(DeviceLedItem& item)
 {
     removeAll(&item);
-    // An overwritten fixture stands under two identifiers; both go.
+    // A fixture that overwrote others has their numbers too; all go.
     for (const qint64 key : fixtures.keys(&item))
         fixtures.remove(key);
     firstOfProduct_.erase(item.product);

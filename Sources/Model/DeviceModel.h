@@ -26,12 +26,13 @@ enum FixtureConflictAnswer : int
     StopMerge = 2
 };
 
-/// Asked with the manufacturer and the product.
+/// Asked with the manufacturer and the product of the new fixture; gives a FixtureConflictAnswer.
+/// Any other number counts as StopMerge.
 using FixtureConflictCallback = std::function<int(const QString&, const QString&)>;
 
 /// The fixture library: a tree of manufacturers with their fixtures. The Qt items own the fixtures;
-/// everything else points. In a library the product is the key, whoever the manufacturer is. Main
-/// thread only.
+/// all other containers only point to them. The product is a fixture's key: two manufacturers can't
+/// both have a product of one name. Main thread only.
 class DeviceModel : public QStandardItemModel, public QList<DeviceLedItem*>, public Observable
 {
     Q_OBJECT
@@ -50,49 +51,56 @@ public:
     explicit DeviceModel(QObject* parent = nullptr);
     ~DeviceModel() override;
 
-    /// Answers where a caller of the operations below has no callback of its own: the window puts
-    /// its question to the operator here, a test its answer. Without one the library stays as it
-    /// is.
+    /// Answers when the caller of an operation below gives no callback: the window asks the
+    /// operator here, a test sets its answer. While it is empty, the library's own fixture stays.
     static FixtureConflictCallback defaultConflictCallback;
 
+    /// Removes all fixtures and starts their numbers from 1 again; the version stays.
     void Clear();
 
     /// Adds the fixtures of a library or document file. Without `force` a file whose version isn't
-    /// above the library's is no news. What can't be read is logged and skipped. Always 0.
+    /// above the library's is ignored. What can't be read is logged and skipped. Always 0.
     int Merge(const XmlFile& file, bool force, const FixtureConflictCallback& callback = {});
     int Merge(const std::wstring& path, bool force, const FixtureConflictCallback& callback = {});
 
-    /// 0, or 1 when the file could not be written; the old file is then whole.
+    /// 0, or 1 when the file could not be written; the old file is then unchanged.
     int Save(const std::wstring& path) const;
+    /// Adds all fixtures to `parent`, in the order of their numbers. Always 0.
     int WriteFixtures(tinyxml2::XMLNode& parent) const;
 
-    /// Whether the last merge understood all of its file. What it didn't is in no library, and
-    /// gone when the library is saved over that file.
+    /// Whether the last merge understood all of its file. What it did not understand is lost when
+    /// the library is saved over that file.
     [[nodiscard]] bool WasReadWhole() const { return readWhole_; }
 
-    /// 0: the item is in the library, which owns it. 1: it is a duplicate or was not wanted. 2:
-    /// stop. With 1 and 2 the item stays with the caller.
+    /// 0: the library has taken the item and owns it. KeepFixture: the item is a duplicate, or was
+    /// refused. StopMerge: the merge is to end. In the last two cases the caller keeps the item.
+    /// An item without a number gets the next one.
     int AddFixture(std::unique_ptr<DeviceLedItem>&& item,
                    const FixtureConflictCallback& callback = {});
 
+    /// Takes the next number, which no fixture gets again before Clear.
     [[nodiscard]] std::int64_t GetNextUniqueID() { return ++nextUniqueID; }
     /// Null, after a line in the log, when there is none.
     [[nodiscard]] DeviceLedItem* GetLEDFixture(std::int64_t uniqueID) const;
-    /// The first in the order of identifiers, null when there is none.
+    /// The first in the order of numbers, null when there is none.
     [[nodiscard]] DeviceLedItem* GetLEDFixtureByProduct(const std::wstring& product) const;
     /// The distinct manufacturers, sorted.
     [[nodiscard]] QStringList GetManufacturers() const;
 
-    // The fixture's row stays, without item; rows that were left when it overwrote others go.
+    // Both delete the fixture and the rows that were left when it overwrote others. Its own row
+    // stays, without an item: the caller removes it. An unknown fixture changes nothing.
     void removeFixtureByUniqueID(std::int64_t uniqueID);
     void removeFixture(const std::wstring& manufacturer, const std::wstring& product);
-    /// False for the item of a row that was left when another fixture overwrote it.
+    /// False for an item that another fixture has overwritten; its row is still in the tree.
     [[nodiscard]] bool IsInLibrary(const DeviceLedItem& item) const
     {
         return fixtures.value(item.uniqueID, nullptr) == &item;
     }
 
+    /// The version of the last file whose fixtures were taken, 0 before any.
     [[nodiscard]] int GetVersion() const { return version; }
+    /// The fixtures by their numbers. An overwritten fixture's number leads to the new one, so that
+    /// one fixture can have several numbers.
     [[nodiscard]] const QMap<qint64, DeviceLedItem*>& GetFixtures() const { return fixtures; }
 
 private:
@@ -108,7 +116,7 @@ private:
     int version = 0;
     bool readWhole_ = true;
     QMap<QString, QList<QStandardItem*>> manufacturerRows;
-    /// The lowest identifier of each product, so that a document of thousands of elements needs no
-    /// walk through the library for each.
+    /// The lowest number of each product: a document of thousands of elements looks up each of them
+    /// without a walk through the library.
     std::unordered_map<std::wstring, std::int64_t> firstOfProduct_;
 };

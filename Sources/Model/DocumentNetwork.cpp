@@ -17,8 +17,8 @@ std::string Replaced(std::string text, std::string_view from, std::string_view t
     return text;
 }
 
-/// Files of older versions hold the address as a decimal number in network order: the first octet
-/// is its lowest byte.
+/// Files of older versions hold the address as a decimal number in network order: its lowest byte
+/// is the first octet. Empty for 0 and for text that is no such number.
 std::wstring FromBroadcastAddress(std::string_view text)
 {
     std::uint32_t stored = 0;

@@ -9,7 +9,7 @@ class LedItem : public QStandardItem
 public:
     using QStandardItem::QStandardItem;
 
-    /// 0 for every item there is; operations on elements act on items of type 0 only.
+    /// 0 for all items of today; operations on elements act on items of type 0 only.
     [[nodiscard]] virtual int GetItemType() const { return itemType; }
 
 protected:

@@ -15,7 +15,8 @@ class MappedObjectListProxy : public QSortFilterProxyModel
 public:
     explicit MappedObjectListProxy(QObject* parent = nullptr);
 
-    /// Tells for each row whether its element is among `uniqueIDs`.
+    /// Emits select() for each row: to select it when its element is among `uniqueIDs`, otherwise
+    /// to deselect it.
     void SelectByUniqueIDs(const QList<qint64>& uniqueIDs);
 
 signals:
