@@ -59,7 +59,8 @@ MappedDeviceModel::~MappedDeviceModel() = default;
 
 void MappedDeviceModel::SetUpColumns()
 {
-    setColumnCount(8);
+    // All at once: a proxy forgets its column when an empty table gets more of them a second time.
+    setColumnCount(ColumnCount);
     const QString unnamed = QStringLiteral("?");
     setHorizontalHeaderLabels({tr("Manufacturer"), tr("Product Name"), tr("Size"), tr("ID"),
                                unnamed, unnamed, unnamed, unnamed, unnamed, tr("Address"),
