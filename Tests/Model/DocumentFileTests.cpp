@@ -1,0 +1,385 @@
+// SPDX-License-Identifier: MIT
+// The file of the mapping document: byte for byte, in every state of disrepair, and as whatever the
+// operator can make of it.
+#include "Model/ArtNetNodeModel.h"
+#include "Model/DeviceManager.h"
+#include "Model/MappedDeviceModel.h"
+#include "Platform/Text.h"
+#include "Support/LogCapture.h"
+#include "Support/TemporaryFolder.h"
+#include "XmlText/XmlText.h"
+
+#include <gtest/gtest.h>
+
+#include <QLocale>
+#include <QSignalSpy>
+
+#include <cstdlib>
+#include <filesystem>
+#include <locale>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Cases = std::vector<std::pair<std::string, std::string>>;
+
+const std::string Lamp = R"(    <LEDFixture manufacturer="Maker" product="Lamp">
+        <PixelMapping width="2" height="1" type="RGB">1 4  </PixelMapping>
+    </LEDFixture>
+)";
+const std::string Place = R"(        <VideoMapping>
+            <center>0.500000,-0.250000</center>
+            <size>0.125000,2.000000</size>
+            <rotation>45.000000</rotation>
+            <horizontalflip>true</horizontalflip>
+            <verticalflip>false</verticalflip>
+            <filtermode>hypersampling</filtermode>
+        </VideoMapping>
+)";
+const std::string Address = R"(        <DMXMapping type="ArtNet">
+            <ArtNetMapping subnet="1" universe="2" channel="3" ipconf="2.0.0.10" ipName="Left" />
+        </DMXMapping>
+)";
+
+std::string Element(const std::string& attributes, const std::string& inside)
+{
+    return "    <Element " + attributes + ">\n" + inside + "    </Element>\n";
+}
+
+const std::string Good = Element(R"(description="Good" fixture="Lamp")", Place + Address);
+
+std::string Whole(const std::string& elements)
+{
+    return "<LEDFixtureLibrary>\n" + Lamp + "</LEDFixtureLibrary>\n" +
+           R"(<UniverseMerging Enabled="1" FromStartSubnet="1" FromStartUniverse="2" )"
+           R"(ConsecutiveUniverses="3" ToStartSubnet="4" ToStartUniverse="5" )"
+           R"(MergerDMXSource="ReelCommand" />)"
+           "\n<ManualNetworkNodes>\n"
+           R"(    <ManualNode Name="Stage &amp; left" IP="2.0.0.10" />)"
+           "\n</ManualNetworkNodes>\n"
+           R"(<Mapping name="Show" version="2.5" resolution="115,35" autoUnicast="1" )"
+           R"(network="2.X.X.X">)"
+           "\n" +
+           elements + "</Mapping>\n";
+}
+
+class DocumentFile : public ::testing::Test
+{
+protected:
+    /// Every save waits for its disk: hundreds of them are best on one in memory.
+    static void SetUpTestSuite()
+    {
+        if (std::filesystem::is_directory("/dev/shm"))
+            setenv("TMPDIR", "/dev/shm", 0);
+    }
+    void SetUp() override { manager.Initialize(); }
+
+    MappedDeviceModel& Document() { return *manager.GetMappedDeviceModel(); }
+    QString Path(const std::string& name) const
+    {
+        return QString::fromStdString((folder.Path() / name).string());
+    }
+    bool Load(const std::string& text)
+    {
+        folder.Write("in.wfm", text);
+        log.Clear();
+        return manager.LoadMapping(Path("in.wfm"), nodes);
+    }
+    /// Loads a document with this <Mapping> opening and one good element.
+    bool LoadHeader(const std::string& attributes)
+    {
+        return Load("<LEDFixtureLibrary>" + Lamp + "</LEDFixtureLibrary><Mapping " + attributes +
+                    ">" + Good + "</Mapping>");
+    }
+    std::string Saved(const std::string& name = "out.wfm")
+    {
+        EXPECT_EQ(manager.SaveMapping(Path(name), nodes), 0);
+        return XmlText::Decode(Support::ReadBytes(folder.Path() / name));
+    }
+    std::string Text(int row, int column)
+    {
+        return Document().index(row, column).data().toString().toStdString();
+    }
+
+    Support::TemporaryFolder folder;
+    Support::LogCapture log;
+    ArtNetNodeModel nodes;
+    DeviceManager manager{QString()};
+};
+
+TEST_F(DocumentFile, ASavedDocumentIsTheLoadedOneByteForByte)
+{
+    const std::string text =
+        Whole(Element(R"(description="Lamp &lt;1&gt;&#x0A;" fixture="Lamp")", Place + Address));
+    const QSignalSpy changes(&Document(), &MappedDeviceModel::mappingsChanged);
+    ASSERT_TRUE(Load(XmlText::Encode(text)));
+    EXPECT_GE(changes.count(), 1);
+    EXPECT_TRUE(Document().IsAutoUnicast());
+    EXPECT_EQ(Saved(), text);
+    const std::string bytes = Support::ReadBytes(folder.Path() / "out.wfm");
+    EXPECT_EQ(bytes, XmlText::Encode(text));
+    EXPECT_EQ(bytes.substr(0, 6), std::string("\xFF\xFE<\0L\0", 6));
+
+    EXPECT_EQ(Text(0, 0) + '|' + Text(0, 1) + '|' + Text(0, 2) + '|' + Text(0, 5) + '|' +
+                  Text(0, 7) + '|' + Text(0, 9),
+              "Maker|Lamp||Lamp <1>\n|1|ArtNet/IP 2.0.0.10/sub 001/univ 002/ch 003");
+    EXPECT_EQ(Document().columnCount(), 11);
+    Document().UpdateFixtureInElements(1, *manager.GetLEDFixtureByProduct(L"Lamp"));
+    EXPECT_EQ(Text(0, 2), "2x1");
+}
+
+TEST_F(DocumentFile, EveryFaultOfTheHeaderIsNamedAndLoadsNothing)
+{
+    const std::string good = R"(name="N" version="3.4" resolution="20,30" )";
+    ASSERT_TRUE(LoadHeader(good));
+    ASSERT_EQ(Document().rowCount(), 1);
+    const Cases faults = {
+        {R"(name="X" resolution="1,2")", "Mapping version not defined"},
+        {R"(name="X" version="1,0" resolution="1,2")", "Mapping version syntax error"},
+        {R"(name="X" version="a.b" resolution="1,2")", "Mapping version syntax error"},
+        {R"(name="X" version="9.9")", "Mapping resolution not defined"},
+        {R"(name="X" version="9.9" resolution="1.2")", "Mapping resolution syntax error"},
+        {R"(name="X" version="9.9" resolution="99999999999,5")", "Mapping resolution syntax error"},
+        {R"(version="9.9" resolution="1,2")", "Mapping name not defined"}};
+    for (const auto& [attributes, message] : faults) {
+        EXPECT_FALSE(LoadHeader(attributes)) << attributes;
+        EXPECT_EQ(log.Count(message), 1) << attributes;
+        EXPECT_EQ(Document().rowCount(), 0);
+        EXPECT_EQ(Document().GetCanvasWidth(), 20);
+    }
+    EXPECT_NE(Saved().find(R"(<Mapping name="N" version="3.4" resolution="20,30")"),
+              std::string::npos);
+    // Numbers that no canvas has cost no element.
+    EXPECT_TRUE(LoadHeader(R"(name="X" version="9.9" resolution="0,2000000000")"));
+    EXPECT_EQ(Document().rowCount(), 1);
+    EXPECT_EQ(log.Count("Mapping resolution 0,2000000000 is taken as 1,100000"), 1);
+
+    EXPECT_FALSE(Load("<Mapping"));
+    EXPECT_EQ(log.Count("Could not read mapping XML file"), 1);
+    EXPECT_TRUE(Load("<Other />"));
+    EXPECT_EQ(log.Count("No Mapping node found"), 1);
+    EXPECT_EQ(Document().rowCount(), 0);
+    ASSERT_TRUE(LoadHeader(good));
+    EXPECT_FALSE(manager.LoadMapping(Path("absent.wfm"), nodes));
+    EXPECT_EQ(Document().rowCount(), 1);
+}
+
+TEST_F(DocumentFile, AWrongElementIsLeftOutWithOneLine)
+{
+    const auto altered = [](std::string text, const std::string& from, const std::string& to) {
+        return text.replace(text.find(from), from.size(), to);
+    };
+    const Cases faults = {
+        {altered(Good, R"(description="Good" )", ""), "Element description is not defined"},
+        {altered(Good, R"(fixture="Lamp")", ""), "Element fixture is not defined"},
+        {altered(Good, R"("Lamp")", R"("lamp")"),
+         "Element fixture not found in the library, fixture name: lamp"},
+        {altered(Good, Place, ""), "Video mapping node not found"},
+        {altered(Good, "0.125000,", "wide,"), "Video mapping size syntax error"},
+        {altered(Good, Address, ""), "DMX mapping node not found"},
+        {altered(Good, R"("ArtNet")", R"("ECue")"), "ECue DMX Mapping type not supported"}};
+    for (const auto& [fault, message] : faults) {
+        ASSERT_TRUE(Load(Whole(Good + fault + Good))) << message;
+        EXPECT_EQ(log.Count(message), 1) << message;
+        EXPECT_EQ(Text(0, 7) + Text(1, 7), "13") << message; // The number stays unused.
+        EXPECT_EQ(Saved(), Whole(Good + Good));
+    }
+}
+
+TEST_F(DocumentFile, OldFilesAndOddNetworksLoad)
+{
+    const std::string header = R"(name="N" version="1.0" resolution="20,30" )";
+    const Cases networks = {{R"(network="192.168.1.X")", "192.168.1.X"},
+                            {R"(network="10.0.0.1")", "10.0.0.1"},
+                            {R"(network="X.X.X.X")", "X.X.X.X"},
+                            {R"(network="0.0.0.0")", ""},
+                            {R"(network="2.X.X")", ""},
+                            {R"(network="2.x.x.x")", ""},
+                            {R"(network="" broadcastAddress="4294967042")", ""},
+                            {R"(broadcastAddress="4294967042")", "2.X.X.X"},
+                            {R"(broadcastAddress="4278298816")", "192.168.1.X"},
+                            {R"(broadcastAddress="0")", ""},
+                            {R"(broadcastAddress="99999999999")", ""},
+                            {R"(autoUnicast="no")", ""}};
+    for (const auto& [attribute, network] : networks) {
+        ASSERT_TRUE(LoadHeader(header + attribute)) << attribute;
+        EXPECT_NE(
+            Saved().find(R"(resolution="20,30" autoUnicast="0" network=")" + network + "\">\n"),
+            std::string::npos)
+            << attribute;
+    }
+    std::string element = Good;
+    const std::string node = R"( ipconf="2.0.0.10" ipName="Left")";
+    element.erase(element.find(node), node.size());
+    ASSERT_TRUE(Load("<Mapping " + header + ">" + element + "</Mapping>"));
+    EXPECT_NE(Saved().find(R"( ipconf="Auto" ipName="")"), std::string::npos);
+}
+
+TEST_F(DocumentFile, ManualNodesComeUpToTheFirstWithoutAName)
+{
+    const std::string longIp(70, '9');
+    ASSERT_TRUE(Load(R"(<ManualNetworkNodes><ManualNode Name="b" IP="2.0.0.2"/><Other/>)"
+                     R"(<ManualNode Name="none"/><ManualNode Name="a" IP="2.0.0.1"/>)"
+                     R"(<ManualNode Name="again" IP="2.0.0.2"/><ManualNode Name="long" IP=")" +
+                     longIp +
+                     R"("/><ManualNode IP="2.0.0.3"/><ManualNode Name="c" IP="2.0.0.4"/>)" +
+                     "</ManualNetworkNodes>"));
+    ArtNetNodeRecord live;
+    live.ip = "2.0.0.9";
+    nodes.UpdateNodes({live});
+    EXPECT_NE(Saved().find("<ManualNetworkNodes>\n    <ManualNode Name=\"a\" IP=\"2.0.0.1\" />\n"
+                           "    <ManualNode Name=\"b\" IP=\"2.0.0.2\" />\n"
+                           "    <ManualNode Name=\"long\" IP=\"" +
+                           longIp.substr(0, 64) + "\" />\n</ManualNetworkNodes>"),
+              std::string::npos);
+}
+
+TEST_F(DocumentFile, ASaveMakesItsFolderOrFails)
+{
+    ASSERT_TRUE(Load(Whole(Good)));
+    EXPECT_EQ(Saved("new/deep/out.wfm"), Whole(Good));
+    const auto file = folder.Write("file", "old");
+    EXPECT_EQ(manager.SaveMapping(Path("file/out.wfm"), nodes), -1);
+    EXPECT_EQ(Support::ReadBytes(file), "old");
+    EXPECT_EQ(manager.SaveMapping(Path("new/deep"), nodes), 1);
+}
+
+TEST_F(DocumentFile, ThePictureIsInTheBitmapToItsLastRow)
+{
+    QImage picture(2, 3, QImage::Format_ARGB32);
+    for (int i = 0; i < 6; ++i)
+        picture.setPixel(i % 2, i / 2, qRgba(10 * i, 10 * i + 1, 10 * i + 2, 128));
+    Document().SetTestImage(picture);
+    const ZenBitmap& bitmap = *Document().GetTestBitmap();
+    ASSERT_EQ(bitmap.width * 100 + bitmap.height * 10 + bitmap.bytesPerRow, 238);
+    EXPECT_EQ(std::vector<int>(bitmap.data, bitmap.data + 24),
+              (std::vector<int>{2,  1,  0,  255, 12, 11, 10, 255, 22, 21, 20, 255,
+                                32, 31, 30, 255, 42, 41, 40, 255, 52, 51, 50, 255}));
+    Document().SetTestImage(QImage());
+    EXPECT_EQ(Document().GetTestBitmap(), nullptr);
+}
+
+// ---- Any document ------------------------------------------------------------------------------
+
+/// Documents of odd texts and numbers, each of which a file may hold.
+class OddDocuments
+{
+public:
+    OddDocuments()
+    {
+        constexpr int types = 21;
+        for (int type = 0; type < types; ++type)
+            choices_['p'].push_back(
+                Platform::WideToUtf8(PixelMapTypeToText(static_cast<PixelMapType>(type))));
+    }
+
+    std::string Next()
+    {
+        std::string fixtures;
+        std::string elements;
+        for (auto count = 1 + random_() % 3; count > 0; --count) {
+            const std::string product = std::to_string(count) + Filled("%t");
+            fixtures +=
+                Filled(R"(<LEDFixture manufacturer="M%t" product=")") + product +
+                Filled(R"("%k><PixelMapping width="3" height="2" type="%p">%c %c %c %c %c %c)"
+                       R"(</PixelMapping><StaticChannel channel="410" value="%b"/>)"
+                       R"(<StaticChannel channel="512" value="%b"/></LEDFixture>)");
+            for (auto more = random_() % 3; more > 0; --more)
+                elements += Filled(R"(<Element description="%t" fixture=")") + product +
+                            Filled(R"("><VideoMapping><center>%n,%n</center><size>%n,%n</size>)"
+                                   "<rotation>%n</rotation><horizontalflip>%f</horizontalflip>"
+                                   "<verticalflip>%f</verticalflip></VideoMapping>"
+                                   R"(<DMXMapping type="ArtNet"><ArtNetMapping subnet="%i" )"
+                                   R"(universe="%i" channel="%i" ipconf="%t" ipName="%t"/>)"
+                                   "</DMXMapping></Element>");
+        }
+        return "<LEDFixtureLibrary>" + fixtures + "</LEDFixtureLibrary>" +
+               Filled(R"(<ManualNetworkNodes><ManualNode Name="%t" IP="%t"/>)"
+                      R"(</ManualNetworkNodes><Mapping name="%t" version="%i.%i" )"
+                      R"(resolution="1,100000" network="%t">)") +
+               elements + "</Mapping>";
+    }
+
+private:
+    /// The pattern with a choice of the table below for each % and letter; for %t up to five.
+    std::string Filled(const std::string& pattern)
+    {
+        std::string text;
+        for (std::size_t at = 0; at < pattern.size(); ++at) {
+            if (pattern[at] != '%') {
+                text += pattern[at];
+                continue;
+            }
+            const auto& choices = choices_.at(pattern[++at]);
+            for (auto count = pattern[at] == 't' ? random_() % 6 : 1; count > 0; --count)
+                text += choices[random_() % choices.size()];
+        }
+        return text;
+    }
+
+    std::mt19937 random_{20260};
+    std::map<char, std::vector<std::string>> choices_ = {
+        {'t',
+         {"a", " ", "  ", "&lt;", "&gt;", "&amp;", "&quot;", "&apos;", "Zoë", "&#x09;", "&#x0A;",
+          "&#x1F;", "\U0001F4A1", "&amp;lt;", ";", "]]&gt;"}},
+        {'n',
+         {"0", "-0", "1e38", "-3.4028234e38", "1e-45", "0.0000004", " 16777217 ", "0.1", "-1",
+          "360.5"}},
+        {'i', {"0", "-2147483648", "2147483647", "+15", " 7 ", "512"}},
+        {'f', {"true", "false"}},
+        {'c', {"0", "1", "4", "100", "399"}},
+        {'b', {"0", "1", "255"}},
+        {'k', {"", R"( channel_count="512")"}}};
+};
+
+std::size_t Occurrences(const std::string& text, const std::string& part)
+{
+    std::size_t count = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        ++count;
+    return count;
+}
+
+/// The numbers of a user with a decimal comma, who needs no locale of the machine.
+struct DecimalComma : std::numpunct<char>
+{
+    [[nodiscard]] char do_decimal_point() const override { return ','; }
+    [[nodiscard]] std::string do_grouping() const override { return "\3"; }
+};
+
+TEST_F(DocumentFile, WhatIsSavedLoadsAndSavesAsTheSameBytes)
+{
+    // Files and folders may have names of any script.
+    const std::string name = "\u821E\u53F0 \u0421\u0446\u0435\u043D\u0430 \U0001F4A1 B\u00FChne";
+    const std::string out = name + '/' + name + ".wfm";
+    const auto savedFrom = [&](const std::string& file) {
+        manager.ClearAll();
+        nodes.Clear();
+        return manager.LoadMapping(Path(file), nodes) ? Saved(out) : std::string();
+    };
+    // Without a name, so that the C library's locale stays as it is.
+    const std::locale point(std::locale::classic(), new std::numpunct<char>);
+    OddDocuments documents;
+    std::size_t elements = 0;
+    for (int done = 0; done < 500; ++done) {
+        const std::string text = documents.Next();
+        folder.Write("in.wfm", XmlText::Encode(text));
+        const std::string first = savedFrom("in.wfm");
+        for (const char* kind : {"<LEDFixture ", "<StaticChannel ", "<Element "})
+            ASSERT_EQ(Occurrences(first, kind), Occurrences(text, kind)) << text;
+        elements += Occurrences(first, "<Element ");
+        if (done % 2) {
+            std::locale::global(std::locale(point, new DecimalComma));
+            QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+        }
+        ASSERT_EQ(savedFrom(out), first);
+        std::locale::global(point);
+        QLocale::setDefault(QLocale::c());
+    }
+    EXPECT_GT(elements, 500U);
+}
+
+} // namespace
