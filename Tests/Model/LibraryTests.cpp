@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The fixture library: what merging, saving, removing and reloading leave of it, also with files
-// that are no libraries.
-#include "Model/ArtNetNodeModel.h"
+// The fixture library: what merging, overwriting, saving, removing and reloading leave of it, also
+// with files that are no libraries.
 #include "Model/DeviceListProxy.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
@@ -11,25 +10,24 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <map>
+#include <random>
 #include <string>
 #include <thread>
 #include <vector>
 
 namespace {
 
-using Products = std::vector<std::wstring>;
 using Identifiers = QList<qint64>;
 
 std::string Fixture(const std::string& maker, const std::string& product, int cells = 1)
 {
-    std::string text = R"(<LEDFixture manufacturer=")" + maker + R"(" product=")" + product +
-                       R"("><PixelMapping width=")" + std::to_string(cells) +
-                       R"(" height="1" type="RGB">)";
-    for (int cell = 0; cell < cells; ++cell)
-        text += std::to_string(1 + 3 * cell) + ' ';
-    return text + "</PixelMapping></LEDFixture>";
+    return R"(<LEDFixture manufacturer=")" + maker + R"(" product=")" + product +
+           R"("><PixelMapping width=")" + std::to_string(cells) +
+           R"(" height="1" type="L">1 2 3 4 5</PixelMapping></LEDFixture>)";
 }
 
 std::string Library(const std::string& fixtures, const std::string& version = "1")
@@ -38,34 +36,54 @@ std::string Library(const std::string& fixtures, const std::string& version = "1
            "</LEDFixtureLibrary>";
 }
 
+/// A library that is the user's file user.wfl, and a question about each conflict that is answered.
 class LibraryTest : public ::testing::Test
 {
 protected:
-    void SetUp() override
+    LibraryTest()
     {
         DeviceModel::defaultConflictCallback = [this](const QString& maker, const QString& name) {
-            asked.push_back(maker.toStdWString() + L'/' + name.toStdWString());
+            asked << maker + QLatin1Char('/') + name;
             return answer;
         };
+        QObject::connect(&manager, &DeviceManager::librarySaveFailed, &manager,
+                         [this](const QString& path) { failed << path; });
+        QObject::connect(&manager, &DeviceManager::libraryKeptAside, &manager,
+                         [this](const QString& path) { kept << path; });
     }
-    void TearDown() override { DeviceModel::defaultConflictCallback = before; }
+    ~LibraryTest() override { DeviceModel::defaultConflictCallback = before; }
 
+    QString Path(const char* name = "user.wfl") const
+    {
+        return QString::fromStdString((folder.Path() / name).string());
+    }
     void Merge(const std::string& text, bool force = true,
                const FixtureConflictCallback& callback = {})
     {
         EXPECT_EQ(library.Merge(folder.Write("in.wfl", text).wstring(), force, callback), 0);
     }
-
-    /// The products in the order of their identifiers.
-    Products Names() const
+    bool Load(const std::string& text)
     {
-        Products names;
-        for (const DeviceLedItem* fixture : library.GetFixtures())
-            names.push_back(fixture->product);
-        return names;
+        folder.Write("user.wfl", text);
+        return manager.LoadLibrary(Path());
     }
+    int Place(const wchar_t* product)
+    {
+        MappedObjectParams params;
+        params.fixtureID = manager.GetLEDFixtureByProduct(product)->uniqueID;
+        return manager.AddMappedObject(params).row();
+    }
+    qint64 FixtureOf(int row) { return manager.GetMappedItemByRow(row)->GetFixture().uniqueID; }
 
-    /// A manufacturer row and the texts of the fixture rows below it.
+    /// The products in the order of their numbers.
+    QString Names() const
+    {
+        QStringList names;
+        for (const DeviceLedItem* fixture : library.GetFixtures())
+            names << QString::fromStdWString(fixture->product);
+        return names.join(QLatin1Char(' '));
+    }
+    /// Each manufacturer row, with the texts of the fixture rows below it.
     QStringList Rows() const
     {
         QStringList rows;
@@ -86,246 +104,207 @@ protected:
     Support::LogCapture log;
     FixtureConflictCallback before = DeviceModel::defaultConflictCallback;
     int answer = KeepFixture;
-    std::vector<std::wstring> asked;
-    DeviceModel library;
+    QStringList asked;
+    QStringList failed;
+    QStringList kept;
+    DeviceManager manager{Path()};
+    bool ready = manager.Initialize();
+    DeviceModel& library = *manager.GetDeviceModel();
 };
 
 // ---- Merging -----------------------------------------------------------------------------------
 
-TEST_F(LibraryTest, OnlyANewerVersionIsNewsUnlessForced)
+TEST_F(LibraryTest, OnlyANewerVersionIsTakenUnlessForced)
 {
-    Merge(Library(Fixture("Maker", "A"), "3"), false);
-    EXPECT_EQ(library.GetVersion(), 3);
-    Merge(Library(Fixture("Maker", "B"), "3"), false);
-    Merge(Library(Fixture("Maker", "B"), "2"), false);
-    Merge("<LEDFixtureLibrary>" + Fixture("Maker", "B") + "</LEDFixtureLibrary>", false);
-    EXPECT_EQ(Names(), Products{L"A"});
-    EXPECT_EQ(library.GetVersion(), 3);
-
-    Merge(Library(Fixture("Maker", "B"), "010"), false);
-    EXPECT_EQ(library.GetVersion(), 8);
-    Merge(Library(Fixture("Maker", "C"), "0x10"), false);
-    EXPECT_EQ(library.GetVersion(), 16);
-    EXPECT_EQ(Names(), (Products{L"A", L"B", L"C"}));
-    ASSERT_EQ(library.Save((folder.Path() / "saved.wfl").wstring()), 0);
-    EXPECT_TRUE(XmlText::Decode(Support::ReadBytes(folder.Path() / "saved.wfl"))
+    struct Case
+    {
+        const char* version;
+        bool force;
+        int becomes;
+        bool taken;
+    };
+    const std::vector<Case> cases = {
+        {"3", false, 3, true}, {"3", false, 3, false},         {"2", false, 3, false},
+        {"", false, 3, false}, {"010", false, 8, true},        {"0x10", false, 16, true},
+        {"2", true, 2, true},  {"99999999999", true, 0, true}, {"-", true, 0, true}};
+    for (const Case& one : cases) {
+        const auto known = library.GetFixtures().size();
+        Merge(Library(Fixture("Maker", std::to_string(known)), one.version), one.force);
+        EXPECT_EQ(library.GetVersion(), one.becomes) << one.version;
+        EXPECT_EQ(library.GetFixtures().size(), known + (one.taken ? 1 : 0)) << one.version;
+    }
+    Merge("<LEDFixtureLibrary version='16'/>");
+    Merge("<LEDFixtureLibrary/>", false);
+    ASSERT_TRUE(manager.SaveLibrary());
+    EXPECT_TRUE(XmlText::Decode(Support::ReadBytes(folder.Path() / "user.wfl"))
                     .starts_with("<LEDFixtureLibrary version=\"16\">\n    <LEDFixture "));
-
-    Merge(Library(Fixture("Maker", "D"), "2"));
-    EXPECT_EQ(library.GetVersion(), 2);
-    Merge("<LEDFixtureLibrary>" + Fixture("Maker", "E") + "</LEDFixtureLibrary>");
-    EXPECT_EQ(library.GetVersion(), 0);
-    for (const char* version : {"99999999999999999999", "-", "1.5e", ""}) {
-        Merge(Library(Fixture("Maker", version), version));
-        EXPECT_EQ(library.GetVersion(), 0) << version;
-    }
 }
 
-TEST_F(LibraryTest, IdentifiersHaveGapsForWhatWasNotTaken)
+TEST_F(LibraryTest, FilesCostANumberForEachFixtureAndBrokenOnesNothing)
 {
-    const std::string broken = R"(<LEDFixture manufacturer="Maker" product="Broken" />)";
     const std::string file =
-        Library(Fixture("Maker", "A") + broken + Fixture("Maker", "A") + Fixture("Maker", "B"));
-    Merge(file);
-    EXPECT_EQ(library.GetFixtures().keys(), (Identifiers{1, 4}));
-    EXPECT_EQ(log.Count("PixelMap node not found"), 1);
-    Merge(file);
-    EXPECT_EQ(library.GetFixtures().keys(), (Identifiers{1, 4}));
-    EXPECT_EQ(library.GetNextUniqueID(), 9);
-    EXPECT_TRUE(asked.empty());
-
-    auto own = std::make_unique<DeviceLedItem>(L"Maker", L"C", PixelMap(1, 1, PixelMapType::L), 0,
-                                               LEDFixture::AutomaticChannelCount);
-    EXPECT_EQ(library.AddFixture(std::move(own)), 0);
-    EXPECT_EQ(library.GetFixtures().keys(), (Identifiers{1, 4, 10}));
-    EXPECT_EQ(library.GetLEDFixture(10)->uniqueID, 10);
-    library.Clear();
-    EXPECT_EQ(library.rowCount(), 0);
-    EXPECT_TRUE(static_cast<QList<DeviceLedItem*>&>(library).isEmpty());
-    Merge(file);
-    EXPECT_EQ(library.GetFixtures().keys(), (Identifiers{1, 4}));
-}
-
-TEST_F(LibraryTest, ManufacturersShareARowWhateverTheirCase)
-{
-    Merge(Library(Fixture("Elation", "B") + Fixture("Zed", "C") + Fixture("ELATION", "A", 2)));
-    EXPECT_EQ(Rows().join(QLatin1Char('|')),
-              QStringLiteral("Elation|- B 1x1 #1|- A 2x1 #3|Zed|- C 1x1 #2"));
-    EXPECT_EQ(library.GetManufacturers().join(QLatin1Char('|')),
-              QStringLiteral("ELATION|Elation|Zed"));
-    for (const int column : {0, 1, 2})
-        EXPECT_FALSE(library.headerData(column, Qt::Horizontal).toString().isEmpty());
-}
-
-// ---- Conflicts ---------------------------------------------------------------------------------
-
-TEST_F(LibraryTest, TheProductIsTheKeyAndEachAnswerCounts)
-{
-    Merge(Library(Fixture("Maker", "A") + Fixture("Maker", "B")));
-    Merge(Library(Fixture("Other", "A")));
-    EXPECT_TRUE(asked.empty());
-    EXPECT_EQ(library.GetFixtures().size(), 2);
-
-    const std::string news = Library(Fixture("Other", "A", 2) + Fixture("Other", "C"));
-    answer = KeepFixture;
-    Merge(news);
-    EXPECT_EQ(asked, Products{L"Other/A"});
-    auto refused = std::make_unique<DeviceLedItem>(L"Maker", L"A", PixelMap(9, 1, PixelMapType::L),
-                                                   0, LEDFixture::AutomaticChannelCount);
-    EXPECT_EQ(library.AddFixture(std::move(refused)), KeepFixture);
-    EXPECT_TRUE(refused) << "it stays with the caller"; // NOLINT(bugprone-use-after-move)
-    EXPECT_EQ(Names(), (Products{L"A", L"B", L"C"}));
-    EXPECT_EQ(library.GetLEDFixtureByProduct(L"A")->pixelMap.GetWidth(), 1);
-
-    for (const int stop : {2, 3, -1}) {
-        Merge(Library(Fixture("Other", "B", 3) + Fixture("Other", "D")), true,
-              [stop](const QString&, const QString&) { return stop; });
-        EXPECT_EQ(Names(), (Products{L"A", L"B", L"C"})) << stop;
-    }
-    EXPECT_EQ(asked.size(), 2U); // The caller's own callback was asked.
-}
-
-TEST_F(LibraryTest, AnOverwrittenFixtureStandsTwiceUntilTheNextReading)
-{
-    Merge(Library(Fixture("Maker", "A") + Fixture("Maker", "B")));
-    answer = OverwriteFixture;
-    Merge(Library(Fixture("Maker", "A", 2)));
-    EXPECT_EQ(library.GetFixtures().keys(), (Identifiers{1, 2, 3}));
-    DeviceLedItem* now = library.GetLEDFixture(3);
-    EXPECT_EQ(library.GetLEDFixture(1), now);
-    EXPECT_EQ(library.GetLEDFixtureByProduct(L"A"), now);
-    EXPECT_EQ(now->pixelMap.GetWidth(), 2);
-    EXPECT_EQ(Rows().join(QLatin1Char('|')),
-              QStringLiteral("Maker|- A 1x1 #1|- B 1x1 #2|- A 2x1 #3"));
-
-    // The elements' identifiers lead on through any number of overwrites.
-    Merge(Library(Fixture("Maker", "A", 3)));
-    EXPECT_EQ(library.GetLEDFixture(1), library.GetLEDFixture(4));
-    EXPECT_EQ(library.GetLEDFixture(3)->pixelMap.GetWidth(), 3);
-
-    const auto saved = folder.Path() / "saved.wfl";
-    ASSERT_EQ(library.Save(saved.wstring()), 0);
-    DeviceModel again;
-    again.Merge(saved.wstring(), true);
-    EXPECT_EQ(again.GetFixtures().keys(), (Identifiers{1, 2}));
-    EXPECT_EQ(again.GetLEDFixture(1)->pixelMap.GetWidth(), 3);
-    EXPECT_EQ(asked.size(), 2U);
-
-    library.removeFixtureByUniqueID(1);
-    EXPECT_EQ(Names(), Products{L"B"});
-    EXPECT_EQ(library.GetLEDFixtureByProduct(L"A"), nullptr);
-    EXPECT_EQ(Rows().filter(QStringLiteral("A")), QStringList{QStringLiteral("- A 3x1 #4")})
-        << "the row of what it was is the caller's, those that it overwrote are gone";
-}
-
-// ---- Removing and finding ----------------------------------------------------------------------
-
-TEST_F(LibraryTest, WhatIsGoneOrUnknownLeavesNoTrace)
-{
-    Merge(Library(Fixture("Maker", "A") + Fixture("Other", "B")));
-    log.Clear();
-    for (const qint64 unknown : {qint64{0}, qint64{-1}, qint64{7}, qint64{INT64_MAX}})
-        EXPECT_EQ(library.GetLEDFixture(unknown), nullptr);
-    EXPECT_EQ(log.Count("GetLEDFixture could not find #7"), 1);
-    EXPECT_EQ(log.Messages().size(), 4U);
-    EXPECT_EQ(library.GetFixtures().keys(), (Identifiers{1, 2}));
-    EXPECT_EQ(library.GetLEDFixtureByProduct(L"a"), nullptr);
-
-    library.removeFixtureByUniqueID(7);
-    library.removeFixture(L"Maker", L"B");
-    EXPECT_EQ(library.GetFixtures().size(), 2);
-    library.removeFixtureByUniqueID(1);
-    EXPECT_EQ(Names(), Products{L"B"});
-    EXPECT_EQ(static_cast<QList<DeviceLedItem*>&>(library).size(), 1);
-    EXPECT_EQ(library.rowCount(), 2);
-    Merge(Library(Fixture("Maker", "A")));
-    EXPECT_EQ(library.GetFixtures().keys(), (Identifiers{2, 3}));
-
-    // The editor renames in place: the new name is found and the old one is not.
-    library.GetLEDFixture(2)->product = L"New";
-    EXPECT_EQ(library.GetLEDFixtureByProduct(L"B"), nullptr);
-    EXPECT_EQ(library.GetLEDFixtureByProduct(L"New"), library.GetLEDFixture(2));
-}
-
-// ---- Files that are no libraries ---------------------------------------------------------------
-
-TEST_F(LibraryTest, BrokenFilesLeaveTheLibraryAsItWas)
-{
-    Merge(Library(Fixture("Maker", "A")));
-    const std::string whole = XmlText::Encode(Library(Fixture("Maker", "B")));
-    std::vector<std::string> files = {"",
-                                      "<",
-                                      "garbage",
-                                      "<a/>tail",
-                                      std::string(1000, '\0'),
-                                      "\xFF\xFE",
-                                      "\xFE\xFF<\0",
-                                      std::string(4000, '<')};
-    for (std::size_t length = 0; length < whole.size() - 2; length += 7)
-        files.push_back(whole.substr(0, length));
-    files.push_back({whole.rbegin(), whole.rend()});
-    for (const std::string& file : files) {
-        log.Clear();
+        Library(Fixture("Elation", "A") + R"(<LEDFixture manufacturer="M" product="Broken" />)" +
+                Fixture("Other", "A") + Fixture("ELATION", "B"));
+    for (int time = 1; time <= 2; ++time) {
         Merge(file);
-        EXPECT_EQ(log.Count("Could not read library XML file"), 1) << file.size();
         EXPECT_FALSE(library.WasReadWhole());
+        EXPECT_EQ(log.Count("PixelMap node not found"), time);
+        EXPECT_EQ(library.GetFixtures().keys(), (Identifiers{1, 4}));
     }
+    EXPECT_EQ(library.GetManufacturers().join(QLatin1Char('|')), QStringLiteral("ELATION|Elation"));
+    EXPECT_EQ(library.headerData(1, Qt::Horizontal).toString(), QStringLiteral("Product Name"));
     Merge("<Mapping />");
     EXPECT_EQ(log.Count("No LEDFixtureLibrary node found"), 1);
+    Merge(file.substr(0, file.size() - 2));
     library.Merge((folder.Path() / "absent").wstring(), true);
-    library.Merge(folder.Path().wstring(), true);
-    EXPECT_EQ(Names(), Products{L"A"});
+    EXPECT_EQ(log.Count("Could not read library XML file"), 2);
+    EXPECT_FALSE(library.WasReadWhole());
+    EXPECT_EQ(library.GetNextUniqueID(), 9);
     EXPECT_EQ(library.GetVersion(), 1);
-    EXPECT_EQ(library.GetNextUniqueID(), 2);
+    EXPECT_EQ(library.GetLEDFixture(7), nullptr);
+    EXPECT_TRUE(log.Has("GetLEDFixture could not find #7"));
 
-    std::string swapped = whole;
-    for (std::size_t at = 0; at + 1 < swapped.size(); at += 2)
-        std::swap(swapped[at], swapped[at + 1]);
-    Merge(swapped);
-    EXPECT_EQ(Names(), (Products{L"A", L"B"}));
+    const auto stop = [](const QString&, const QString&) {
+        return 3;
+    };
+    Merge(Library(Fixture("Other", "B", 3) + Fixture("Other", "D")), true, stop);
+    EXPECT_EQ(Names(), QStringLiteral("A B"));
+    EXPECT_TRUE(asked.isEmpty()) << "the caller's own callback was";
+    library.Clear();
+    EXPECT_EQ(library.rowCount(), 0);
+    Merge(file);
+    EXPECT_EQ(library.GetFixtures().keys(), (Identifiers{1, 4}));
+    EXPECT_EQ(Rows().join(QLatin1Char('|')), QStringLiteral("Elation|- A 1x1 #1|- B 1x1 #4"));
 }
 
-// ---- Through the device manager ----------------------------------------------------------------
+// ---- Overwriting and removing ------------------------------------------------------------------
 
-class UserLibraryTest : public LibraryTest
+/// A row of the tree, which stays as it was when another fixture overwrites its own.
+struct Row
 {
-protected:
-    void SetUp() override
-    {
-        LibraryTest::SetUp();
-        manager.Initialize();
-        QObject::connect(&manager, &DeviceManager::librarySaveFailed, &manager,
-                         [this](const QString& path) { failed << path; });
-        QObject::connect(&manager, &DeviceManager::libraryKeptAside, &manager,
-                         [this](const QString& path) { kept << path; });
-    }
-
-    QString Path(const char* name = "user.wfl") const
-    {
-        return QString::fromStdString((folder.Path() / name).string());
-    }
-    int Place(const wchar_t* product)
-    {
-        MappedObjectParams params;
-        params.fixtureID = manager.GetLEDFixtureByProduct(product)->uniqueID;
-        return manager.AddMappedObject(params).row();
-    }
-    qint64 FixtureOf(int row) { return manager.GetMappedItemByRow(row)->GetFixture().uniqueID; }
-
-    DeviceManager manager{Path()};
-    QStringList failed;
-    QStringList kept;
+    qint64 id = 0;
+    wchar_t product = 0;
+    int cells = 0;
 };
 
-TEST_F(UserLibraryTest, PlacedElementsFollowTheLibraryThroughAReload)
+/// Additions and removals at random, beside the rows of the tree and what each number leads to.
+class LibraryWalk : public LibraryTest
 {
-    folder.Write("user.wfl", Library(Fixture("M", "A") + Fixture("M", "B") + Fixture("M", "C")));
+protected:
+    void Add()
+    {
+        const Row row = {lastId + 1, static_cast<wchar_t>(L'A' + random() % 5),
+                         1 + static_cast<int>(random() % 3)};
+        answer = static_cast<int>(random() % 5) - 1; // mostly to overwrite or to keep
+        const auto old = std::ranges::find_if(rows, [&](const Row& other) {
+            return other.product == row.product && leads[other.id] == other.id;
+        });
+        const bool conflict = old != rows.end() && old->cells != row.cells;
+        const bool taken = old == rows.end() || (conflict && answer == OverwriteFixture);
+        asked.clear();
+        auto item = std::make_unique<DeviceLedItem>(L"M", std::wstring(1, row.product),
+                                                    PixelMap(row.cells, 1, PixelMapType::L), 0, -1);
+        const int result = library.AddFixture(std::move(item));
+        EXPECT_EQ(result, taken                                ? OverwriteFixture
+                          : !conflict || answer == KeepFixture ? KeepFixture
+                                                               : StopMerge);
+        EXPECT_EQ(item == nullptr, taken); // NOLINT(bugprone-use-after-move): refused, it is ours
+        EXPECT_EQ(asked.size(), conflict ? 1 : 0);
+        if (!taken)
+            return;
+        lastId = row.id;
+        for (auto& [id, fixture] : leads)
+            fixture = old != rows.end() && fixture == old->id ? row.id : fixture;
+        leads[row.id] = row.id;
+        rows.push_back(row);
+    }
+    void Remove()
+    {
+        const std::size_t number = random() % rows.size();
+        const qint64 id = rows[number].id;
+        const auto column = static_cast<int>(random() % 5);
+        const QModelIndex row =
+            library.index(static_cast<int>(number), column, library.index(0, 0));
+        EXPECT_TRUE(manager.RemoveFixture(manager.GetDeviceListProxy()->mapFromSource(row)));
+        if (leads[id] != id) { // It was overwritten: the row goes, the definition stays.
+            rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(number));
+            return;
+        }
+        std::erase_if(rows, [&](const Row& other) { return leads[other.id] == id; });
+        std::erase_if(leads, [&](const auto& entry) { return entry.second == id; });
+    }
+    void Check()
+    {
+        QStringList texts = {QStringLiteral("M")};
+        std::map<wchar_t, const DeviceLedItem*> products;
+        for (const Row& row : rows) {
+            texts << QStringLiteral("- %1 %2x1 #%3")
+                         .arg(QChar(row.product))
+                         .arg(row.cells)
+                         .arg(row.id);
+            if (leads[row.id] == row.id)
+                products[row.product] = library.GetLEDFixture(row.id);
+        }
+        EXPECT_EQ(Rows(), texts);
+        Identifiers numbers;
+        for (const auto& [id, fixture] : leads) {
+            numbers << id;
+            EXPECT_EQ(library.GetLEDFixture(id)->uniqueID, fixture);
+        }
+        EXPECT_EQ(library.GetFixtures().keys(), numbers);
+        EXPECT_EQ(static_cast<QList<DeviceLedItem*>&>(library).size(), int(products.size()));
+        for (const wchar_t product : {L'A', L'B', L'C', L'D', L'E'})
+            EXPECT_EQ(library.GetLEDFixtureByProduct({product}), products[product]);
+    }
+
+    std::mt19937 random{2026};
+    std::vector<Row> rows;
+    std::map<qint64, qint64> leads;
+    qint64 lastId = 0;
+};
+
+TEST_F(LibraryWalk, EveryNumberLeadsToTheFixtureThatItMeans)
+{
+    for (int step = 0; step < 400 && !HasFailure(); ++step) {
+        SCOPED_TRACE(step);
+        if (rows.empty() || random() % 4)
+            Add();
+        else
+            Remove();
+        Check();
+    }
+    EXPECT_FALSE(manager.RemoveFixture(manager.GetDeviceListProxy()->index(0, 0)));
+    ASSERT_TRUE(manager.SaveLibrary());
+    QStringList order = Names().split(QLatin1Char(' '));
+    order.removeDuplicates();
     ASSERT_TRUE(manager.LoadLibrary(Path()));
+    EXPECT_EQ(Names(), order.join(QLatin1Char(' '))) << "an overwritten one is written twice";
+}
+
+TEST_F(LibraryTest, AFixtureThatWasRenamedInPlaceIsFoundAndRemovedAsItself)
+{
+    ASSERT_TRUE(Load(Library(Fixture("M", "A") + Fixture("M", "B", 2))));
+    library.GetLEDFixture(2)->product = L"A"; // as the editor does
+    EXPECT_EQ(library.GetLEDFixtureByProduct(L"B"), nullptr);
+    const QModelIndex maker = manager.GetDeviceListProxy()->index(0, 0);
+    EXPECT_TRUE(manager.RemoveFixture(manager.GetDeviceListProxy()->index(1, 0, maker)));
+    EXPECT_EQ(library.GetFixtures().keys(), Identifiers{1});
+    EXPECT_EQ(library.GetLEDFixtureByProduct(L"A"), library.GetLEDFixture(1));
+    library.removeFixture(L"Maker", L"A");
+    EXPECT_EQ(Names(), QStringLiteral("A"));
+    library.removeFixture(L"M", L"A");
+    EXPECT_EQ(Names(), QString());
+}
+
+// ---- The user's file ---------------------------------------------------------------------------
+
+TEST_F(LibraryTest, PlacedElementsFollowTheLibraryThroughAReload)
+{
+    ASSERT_TRUE(Load(Library(Fixture("M", "A") + Fixture("M", "B") + Fixture("M", "C"))));
     const int a = Place(L"A");
     const int c = Place(L"C");
     EXPECT_EQ(FixtureOf(c), 3);
-    folder.Write("user.wfl", Library(Fixture("M", "C") + Fixture("M", "D")));
-    ASSERT_TRUE(manager.LoadLibrary(Path()));
+    ASSERT_TRUE(Load(Library(Fixture("M", "C") + Fixture("M", "D"))));
     EXPECT_EQ(FixtureOf(a), 0);
     EXPECT_EQ(FixtureOf(c), 1);
     EXPECT_TRUE(manager.GetMappedDeviceModel()->IsFixtureUsed(1));
@@ -333,52 +312,43 @@ TEST_F(UserLibraryTest, PlacedElementsFollowTheLibraryThroughAReload)
     folder.Write("more.wfl", Library(Fixture("M", "A"), "0"));
     EXPECT_TRUE(manager.MergeLibrary(Path("more.wfl"), true, {}));
     EXPECT_EQ(FixtureOf(a), 3);
-    EXPECT_TRUE(failed.isEmpty());
-
-    DeviceModel saved;
-    saved.Merge(Path().toStdWString(), true);
-    EXPECT_EQ(saved.GetFixtures().size(), 3);
+    ASSERT_TRUE(manager.LoadLibrary(Path()));
+    EXPECT_EQ(Names(), QStringLiteral("C D A")) << "it was saved";
 }
 
-TEST_F(UserLibraryTest, AnUnreadableLibraryIsKeptAside)
+TEST_F(LibraryTest, WhatCouldNotBeReadIsKeptAside)
 {
     folder.Write("more.wfl", Library(Fixture("M", "A")));
     for (const char* aside : {"user.wfl.unreadable", "user.wfl.unreadable-2"}) {
         const std::string broken = std::string("<LEDFixtureLibrary> the user's ") + aside;
-        folder.Write("user.wfl", broken);
-        EXPECT_FALSE(manager.LoadLibrary(Path()));
-        EXPECT_TRUE(manager.GetDeviceModel()->GetFixtures().isEmpty());
+        EXPECT_FALSE(Load(broken));
+        EXPECT_EQ(Names(), QString());
         EXPECT_EQ(Support::ReadBytes(folder.Path() / "user.wfl"), broken);
         EXPECT_TRUE(manager.MergeLibrary(Path("more.wfl"), true, {}));
         EXPECT_EQ(Support::ReadBytes(folder.Path() / aside), broken);
         EXPECT_TRUE(manager.LoadLibrary(Path()));
-        EXPECT_EQ(manager.GetDeviceModel()->GetFixtures().size(), 1);
+        EXPECT_EQ(Names(), QStringLiteral("A"));
     }
-    EXPECT_TRUE(failed.isEmpty());
-
-    // One that has become readable by the time of the save is taken up instead, and wins.
-    folder.Write("user.wfl", "<LEDFixtureLibrary>");
-    EXPECT_FALSE(manager.LoadLibrary(Path()));
+    // A file that can be read by the time of the save is taken up instead, and wins.
+    EXPECT_FALSE(Load("<LEDFixtureLibrary>"));
     folder.Write("user.wfl", Library(Fixture("M", "Own") + Fixture("M", "A", 5)));
     EXPECT_TRUE(manager.MergeLibrary(Path("more.wfl"), true, {}));
     EXPECT_TRUE(manager.LoadLibrary(Path()));
-    EXPECT_EQ(manager.GetDeviceModel()->GetFixtures().size(), 2);
+    EXPECT_EQ(Names(), QStringLiteral("A Own"));
     EXPECT_EQ(manager.GetLEDFixtureByProduct(L"A")->pixelMap.GetWidth(), 5);
-    EXPECT_TRUE(asked.empty());
+    EXPECT_TRUE(asked.isEmpty());
 
-    // One of which a part is not understood is kept as it was before it is first written over.
+    // A file of which a part was not understood is kept before the first save over it.
     const std::string partly = Library(Fixture("M", "A") + R"(<LEDFixture product="X"/>)");
-    folder.Write("user.wfl", partly);
-    EXPECT_TRUE(manager.LoadLibrary(Path()));
-    manager.GetDeviceModel()->removeFixtureByUniqueID(1);
-    EXPECT_TRUE(manager.SaveLibrary());
-    EXPECT_TRUE(manager.SaveLibrary());
+    EXPECT_TRUE(Load(partly));
+    EXPECT_TRUE(manager.SaveLibrary() && manager.SaveLibrary());
     EXPECT_EQ(Support::ReadBytes(folder.Path() / "user.wfl.unreadable-3"), partly);
     EXPECT_EQ(kept, (QStringList{Path("user.wfl.unreadable"), Path("user.wfl.unreadable-2"),
                                  Path("user.wfl.unreadable-3")}));
+    EXPECT_TRUE(failed.isEmpty());
 }
 
-TEST_F(UserLibraryTest, AFileThatAnotherProcessIsWritingIsWaitedFor)
+TEST_F(LibraryTest, AFileThatAnotherProcessIsWritingIsWaitedFor)
 {
     const std::string whole = Library(Fixture("M", "A"));
     bool loaded = false;
@@ -392,81 +362,17 @@ TEST_F(UserLibraryTest, AFileThatAnotherProcessIsWritingIsWaitedFor)
         writer.join();
     }
     EXPECT_TRUE(loaded);
-    EXPECT_EQ(manager.GetDeviceModel()->GetFixtures().size(), 1);
+    EXPECT_EQ(Names(), QStringLiteral("A"));
 }
 
-TEST_F(UserLibraryTest, AFailedSaveIsTold)
+TEST_F(LibraryTest, AFailedSaveIsReported)
 {
     // A folder in the library's place stops any user, root too.
     std::filesystem::create_directories(folder.Path() / "user.wfl" / "x");
     folder.Write("more.wfl", Library(Fixture("M", "A")));
     EXPECT_FALSE(manager.MergeLibrary(Path("more.wfl"), true, {}));
     EXPECT_EQ(failed, QStringList{Path()});
-    EXPECT_EQ(manager.GetDeviceModel()->GetFixtures().size(), 1);
-    std::filesystem::remove_all(folder.Path() / "user.wfl");
-    EXPECT_TRUE(manager.SaveLibrary());
-    EXPECT_EQ(failed.size(), 1);
-}
-
-TEST_F(UserLibraryTest, OnlyAFixtureRowCanBeRemoved)
-{
-    folder.Write("user.wfl", Library(Fixture("M", "A") + Fixture("M", "B")));
-    ASSERT_TRUE(manager.LoadLibrary(Path()));
-    const auto& proxy = *manager.GetDeviceListProxy();
-    const QModelIndex maker = proxy.index(0, 0);
-    EXPECT_FALSE(manager.RemoveFixture({}));
-    EXPECT_FALSE(manager.RemoveFixture(maker));
-    EXPECT_TRUE(manager.RemoveFixture(proxy.index(0, DeviceModel::ProductColumn, maker)));
-    EXPECT_EQ(proxy.rowCount(maker), 1);
-    EXPECT_EQ(manager.GetDeviceModel()->GetFixtures().keys(), Identifiers{2});
-    EXPECT_TRUE(manager.RemoveFixture(proxy.index(0, 0, maker)));
-    EXPECT_EQ(proxy.rowCount(), 1);
-    EXPECT_EQ(proxy.rowCount(maker), 0);
-}
-
-TEST_F(UserLibraryTest, TheRowsOfAnOverwrittenFixtureGoOneByOneOrAllWithIt)
-{
-    const auto& proxy = *manager.GetDeviceListProxy();
-    const auto load = [&] {
-        manager.GetDeviceModel()->Clear();
-        manager.GetDeviceListProxy()->sort(DeviceModel::IdentifierColumn);
-        answer = OverwriteFixture;
-        for (int cells = 1; cells <= 3; ++cells) {
-            const auto file = folder.Write("in.wfl", Library(Fixture("M", "A", cells)));
-            manager.GetDeviceModel()->Merge(file.wstring(), true);
-        }
-        Place(L"A");
-    };
-    load(); // The rows, in this order: two that were overwritten, and the one that is.
-    const QPersistentModelIndex maker = proxy.index(0, 0);
-    ASSERT_EQ(proxy.rowCount(maker), 3);
-    for (int left = 2; left > 0; --left) {
-        EXPECT_TRUE(manager.RemoveFixture(proxy.index(0, DeviceModel::ProductColumn, maker)));
-        EXPECT_EQ(proxy.rowCount(maker), left);
-        EXPECT_EQ(manager.GetDeviceModel()->GetLEDFixture(1)->pixelMap.GetWidth(), 3);
-        EXPECT_EQ(manager.GetDeviceModel()->GetFixtures().size(), 3);
-    }
-    EXPECT_TRUE(manager.RemoveFixture(proxy.index(0, 0, maker)));
-    EXPECT_TRUE(manager.GetDeviceModel()->GetFixtures().isEmpty());
-    EXPECT_EQ(proxy.rowCount(maker), 0);
-
-    load();
-    EXPECT_TRUE(manager.RemoveFixture(proxy.index(2, 0, proxy.index(0, 0))));
-    EXPECT_TRUE(manager.GetDeviceModel()->GetFixtures().isEmpty());
-    EXPECT_EQ(proxy.rowCount(proxy.index(0, 0)), 0);
-    EXPECT_TRUE(manager.SaveLibrary());
-}
-
-TEST_F(UserLibraryTest, OfTwoWithTheSameNamesTheOneThatIsMeantGoes)
-{
-    folder.Write("user.wfl", Library(Fixture("M", "A") + Fixture("M", "B", 2)));
-    ASSERT_TRUE(manager.LoadLibrary(Path()));
-    manager.GetDeviceModel()->GetLEDFixture(2)->product = L"A"; // as the editor does
-    const QModelIndex maker = manager.GetDeviceListProxy()->index(0, 0);
-    EXPECT_TRUE(manager.RemoveFixture(manager.GetDeviceListProxy()->index(1, 0, maker)));
-    EXPECT_EQ(manager.GetDeviceModel()->GetFixtures().keys(), Identifiers{1});
-    EXPECT_TRUE(manager.SaveLibrary());
-    EXPECT_EQ(manager.GetLEDFixtureByProduct(L"A")->pixelMap.GetWidth(), 1);
+    EXPECT_EQ(Names(), QStringLiteral("A"));
 }
 
 } // namespace
