@@ -1,173 +1,167 @@
 // SPDX-License-Identifier: MIT
-// What each change of an element writes and tells, in order.
+// What each change of elements makes of them and of the document's table, and that it is reported.
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
+#include "Model/MappedObjectListProxy.h"
 #include "Support/LogCapture.h"
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemModelTester>
+#include <QColor>
+#include <QItemSelectionModel>
+
 #include <cmath>
-#include <limits>
+#include <random>
 #include <sstream>
-#include <string>
-#include <vector>
 
 namespace {
 
 using Lines = std::vector<std::string>;
 
-class DeviceManagerTest : public ::testing::Test
+std::ostream& operator<<(std::ostream& stream, const Zen::Vector4DF& g)
+{
+    return stream << g.left << ' ' << g.top << ' ' << g.height << ' ' << g.width;
+}
+
+/// A document without elements, on a canvas of 200 by 100, and one fixture for them.
+class EmptyDocument : public ::testing::Test
 {
 protected:
-    void SetUp() override
+    EmptyDocument()
     {
-        manager.Initialize();
         manager.SetCanvasSize(200, 100);
         manager.GetDeviceModel()->AddFixture(std::make_unique<DeviceLedItem>(
-            L"Maker", L"Lamp", PixelMap(2, 1, PixelMapType::RGB), 0, 6));
-        MappedObjectParams params;
-        params.fixtureID = 1;
-        params.ipconf = QStringLiteral("Auto");
-        const auto added = manager.AddMappedObjects({params, params});
+            L"Maker", L"Lamp", PixelMap(2, 1, PixelMapType::RGB), 1, 6));
+        record.ipconf = QStringLiteral("Auto");
+        record.fixtureID = 1;
+        record.posX = 100;
+        record.posY = 50;
+        record.width = 20;
+        record.height = 10;
+    }
+
+    DeviceManager manager{QString()};
+    bool ready = manager.Initialize();
+    MappedDeviceModel& table = *manager.GetMappedDeviceModel();
+    MappedObjectParams record;
+};
+
+// ---- Each operation ----------------------------------------------------------------------------
+
+/// Two elements of 20 by 10 pixels round the top left corner.
+class TwoElements : public EmptyDocument
+{
+protected:
+    TwoElements()
+    {
+        const auto added = manager.AddMappedObjects({record, record});
         first = added.at(0).index;
         second = added.at(1).index;
         manager.SetObjectSize({{first, 20, 10}, {second, 20, 10}});
-        Listen();
+        using M = DeviceManager;
+        Hear("final", &M::deviceChangeGeometry);
+        Hear("step", &M::deviceUpdatedGeometry);
+        Hear("x", &M::deviceChangeCentreX);
+        Hear("y", &M::deviceChangeCentreY);
+        Hear("xy", &M::deviceChangeCentreXY);
+        Hear("size", &M::deviceChangeMapSize);
+        Hear("turn", &M::deviceChangeRotation);
+        Hear("flip", &M::deviceChangeFlip);
+        Hear("end", &M::devicesChangedGeometry);
+        Hear("mappings", &M::mappingsChanged);
+        Hear("saved", &M::signalDocumentSavedState);
     }
 
     template <typename... Values>
-    void Note(const char* name, Values... values)
+    void Hear(const char* name, void (DeviceManager::*signal)(Values...))
     {
-        std::ostringstream line;
-        line << name;
-        ((line << ' ' << values), ...);
-        told.push_back(line.str());
+        QObject::connect(&manager, signal, &manager, [this, name](Values... values) {
+            std::ostringstream line;
+            line << name;
+            ((line << ' ' << values), ...);
+            heard.push_back(line.str());
+        });
     }
-
-    void Listen()
+    /// The centre, the size, the angle and the mirrors of an element.
+    std::string State(const QModelIndex& index) const
     {
-        using M = DeviceManager;
-        const auto geometry = [this](const char* name) {
-            return [this, name](int64_t id, const Zen::Vector4DF& g) {
-                Note(name, id, g.left, g.top, g.height, g.width);
-            };
-        };
-        QObject::connect(&manager, &M::deviceChangeGeometry, &manager, geometry("final"));
-        QObject::connect(&manager, &M::deviceUpdatedGeometry, &manager, geometry("step"));
-        const auto pair = [this](const char* name) {
-            return [this, name](int64_t id, float a, float b) {
-                Note(name, id, a, b);
-            };
-        };
-        QObject::connect(&manager, &M::deviceChangeCentreXY, &manager, pair("xy"));
-        QObject::connect(&manager, &M::deviceChangeMapSize, &manager, pair("size"));
-        const auto single = [this](const char* name) {
-            return [this, name](int64_t id, float value) {
-                Note(name, id, value);
-            };
-        };
-        QObject::connect(&manager, &M::deviceChangeCentreX, &manager, single("x"));
-        QObject::connect(&manager, &M::deviceChangeCentreY, &manager, single("y"));
-        QObject::connect(&manager, &M::deviceChangeRotation, &manager, single("turn"));
-        QObject::connect(&manager, &M::deviceChangeFlip, &manager,
-                         [this](int64_t id, int side, bool on) { Note("flip", id, side, on); });
-        QObject::connect(&manager, &M::devicesChangedGeometry, &manager, [this] { Note("end"); });
-        QObject::connect(&manager, &M::mappingsChanged, &manager, [this] { Note("mappings"); });
-        QObject::connect(&manager, &M::signalDocumentSavedState, &manager,
-                         [this](bool saved) { Note("saved", saved); });
+        std::array<float, 4> pixels{};
+        std::array<bool, 2> mirrors{};
+        EXPECT_TRUE(manager.GetObjectCentre(index, pixels[0], pixels[1]));
+        EXPECT_TRUE(manager.GetObjectSize(index, pixels[2], pixels[3]));
+        EXPECT_TRUE(manager.GetObjectFlipState(index, mirrors[0], mirrors[1]));
+        std::ostringstream state;
+        for (const float length : pixels)
+            state << std::round(length * 1000) / 1000 << ' ';
+        state << manager.GetObjectRotation(index) << (mirrors[0] ? " h" : "")
+              << (mirrors[1] ? " v" : "");
+        return state.str();
     }
-
-    Lines Told() { return std::exchange(told, {}); }
-    const VideoMapping& Video(const QModelIndex& index)
+    std::string Canvas() const
     {
-        return *manager.GetMappedItem(index)->GetVideoMapping();
+        int width = 0;
+        int height = 0;
+        manager.GetCanvasSize(width, height);
+        return std::to_string(width) + 'x' + std::to_string(height);
     }
-    float Left(const QModelIndex& index)
+    /// What was reported since the last call, in any order, and the two elements.
+    void Expect(Lines reported, const std::string& one, const std::string& other)
     {
-        const VideoMapping& video = Video(index);
-        return (video.centerX - video.width / 2) *
-               static_cast<float>(manager.GetMappedDeviceModel()->GetCanvasWidth());
+        std::ranges::sort(heard);
+        std::ranges::sort(reported);
+        EXPECT_EQ(std::exchange(heard, {}), reported);
+        EXPECT_EQ(State(first), one);
+        EXPECT_EQ(State(second), other);
     }
 
     Support::LogCapture log;
-    DeviceManager manager{QString()};
     QPersistentModelIndex first;
     QPersistentModelIndex second;
-    Lines told;
+    Lines heard;
 };
 
-TEST_F(DeviceManagerTest, AMoveTellsStepAndEnd)
+TEST_F(TwoElements, AreMovedSizedTurnedAndMirrored)
 {
     manager.MoveObjects({{first, 30, 40}, {second, -10, 0}}, false);
-    EXPECT_EQ(Told(), (Lines{"step 1 30 40 10 20", "step 2 -10 0 10 20", "end"}));
-    EXPECT_FLOAT_EQ(Video(first).centerX, 0.2F);
-    EXPECT_FLOAT_EQ(Video(first).centerY, 0.45F);
-    EXPECT_NEAR(Video(second).centerX, 0, 1e-6);
-    manager.MoveObject(first, 0, 0, true);
-    EXPECT_EQ(Told(), (Lines{"final 1 0 0 10 20", "end"}));
-
+    Expect({"step 1 30 40 10 20", "step 2 -10 0 10 20", "end"}, "40 45 20 10 0", "0 5 20 10 0");
     manager.SetObjectSize(first, 0, 0);
     manager.MoveObject(first, 50, 50, true);
-    EXPECT_EQ(Told(), (Lines{"size 1 0 0", "end", "final 1 50 50 0 0", "end"}));
-    EXPECT_FLOAT_EQ(Video(first).centerX, 0.25F);
-    EXPECT_FLOAT_EQ(Video(first).centerY, 0.5F);
-}
-
-TEST_F(DeviceManagerTest, CentreSizeAndFlipsAreTold)
-{
+    Expect({"size 1 0 0", "end", "final 1 50 50 0 0", "end"}, "50 50 0 0 0", "0 5 20 10 0");
     manager.SetObjectCentre(first, 50, 75);
-    manager.SetObjectSize(first, 100, 50);
     manager.SetObjectFlipState({{first, FlipHorizontal, true}, {second, FlipVertical, true}});
-    EXPECT_EQ(Told(), (Lines{"x 1 50", "y 1 75", "xy 1 50 75", "end", "size 1 100 50", "end",
-                             "flip 1 0 1", "flip 2 1 1", "end"}));
-    const VideoMapping& video = Video(first);
-    EXPECT_EQ(video.GetCenter(), (PointF{0.25F, 0.75F}));
-    EXPECT_EQ(video.GetSize(), (PointF{0.5F, 0.5F}));
-    EXPECT_TRUE(video.flipHorizontal && !video.flipVertical);
-    EXPECT_TRUE(!Video(second).flipHorizontal && Video(second).flipVertical);
-    // Numbers that a file could not bring back change nothing.
-    manager.SetObjectCentre(first, std::numeric_limits<double>::quiet_NaN(), 0);
-    manager.SetObjectSize(first, 1e300, 1);
-    EXPECT_EQ(Told(), (Lines{"end", "end"}));
-    EXPECT_EQ(video.GetCenter(), (PointF{0.25F, 0.75F}));
-}
-
-TEST_F(DeviceManagerTest, AnglesAreWholeDegreesUpToAFullTurn)
-{
-    const std::vector<std::pair<float, float>> cases = {
-        {725, 5}, {360, 360}, {720, 360}, {360.5F, 0}, {44.9F, 44}, {0, 0}, {-0.5F, 0}, {-90, -90}};
-    for (const auto& [given, stored] : cases) {
-        manager.SetObjectRotation(first, given);
-        EXPECT_EQ(manager.GetObjectRotation(first), stored) << given;
-        std::ostringstream line;
-        line << "turn 1 " << stored;
-        EXPECT_EQ(Told(), (Lines{line.str(), "end"})) << given;
-    }
-    manager.SetObjectRotation(first, INFINITY);
-    EXPECT_EQ(manager.GetObjectRotation(first), -90);
-}
-
-TEST_F(DeviceManagerTest, ARectangleBeginsOnAWholePixel)
-{
+    Expect({"x 1 50", "y 1 75", "xy 1 50 75", "end", "flip 1 0 1", "flip 2 1 1", "end"},
+           "50 75 0 0 0 h", "0 5 20 10 0 v");
     manager.SetObjectRects({{first, 10.5, 20, 4, 10}, {second, -10.5, 20.4, 4, 10}});
-    EXPECT_EQ(Told(), (Lines{"x 1 11", "y 1 20", "size 1 4 10", "x 2 -10", "y 2 20", "size 2 4 10",
-                             "end"}));
-    EXPECT_FLOAT_EQ(Left(first), 9);
-    EXPECT_FLOAT_EQ(Left(second), -12);
+    Expect({"x 1 11", "y 1 20", "size 1 4 10", "x 2 -10", "y 2 20", "size 2 4 10", "end"},
+           "11 20 4 10 0 h", "-10 20 4 10 0 v");
+    // Numbers that a file could not bring back change nothing.
+    manager.SetObjectCentre(first, std::nan(""), 0);
+    manager.SetObjectSize(first, 1, 1e300);
+    manager.SetObjectRotation(first, INFINITY);
+    Expect({"end", "end", "end"}, "11 20 4 10 0 h", "-10 20 4 10 0 v");
+
+    // Angles become whole degrees, up to a full turn.
+    const std::vector<std::pair<float, std::string>> angles = {
+        {725, "5"}, {360, "360"}, {720, "360"}, {360.5F, "0"}, {44.9F, "44"}, {-0.5F, "0"}};
+    for (const auto& [given, stored] : angles) {
+        manager.SetObjectRotation(first, given);
+        Expect({"turn 1 " + stored, "end"}, "11 20 4 10 " + stored + " h", "-10 20 4 10 0 v");
+    }
 }
 
-TEST_F(DeviceManagerTest, ABatchEndsAtAnEntryWithoutElement)
+TEST_F(TwoElements, StayAsTheyAreWithoutAnIndex)
 {
     const QModelIndex none;
-    manager.MoveObjects({{first, 1, 1}, {none, 2, 2}, {second, 3, 3}}, true);
-    EXPECT_EQ(Told(), Lines{"final 1 1 1 10 20"});
+    manager.MoveObjects({{none, 2, 2}, {second, 3, 3}}, true);
     manager.SetObjectCentre({{none, 2, 2}, {second, 3, 3}});
     manager.SetObjectSize({{none, 2, 2}, {second, 3, 3}});
     manager.SetObjectFlipState({{none, 0, true}, {second, 0, true}});
     manager.SetObjectRects({{none, 2, 2, 2, 2}, {second, 3, 3, 3, 3}});
-    EXPECT_EQ(Told(), Lines{});
+    manager.CropToSelection({none});
+    Expect({}, "0 0 20 10 0", "0 0 20 10 0"); // A batch ends there, but for rotations.
     manager.SetObjectRotation({{none, 5}, {second, 6}});
-    EXPECT_EQ(Told(), (Lines{"turn 2 6", "end"}));
+    Expect({"turn 2 6", "end"}, "0 0 20 10 0", "0 0 20 10 6");
 
     log.Clear();
     EXPECT_EQ(manager.GetFixtureUniqueID(none), 0);
@@ -181,52 +175,233 @@ TEST_F(DeviceManagerTest, ABatchEndsAtAnEntryWithoutElement)
                      "GetDeviceSize did not find a Library item with ID 77"}));
 }
 
-TEST_F(DeviceManagerTest, ACropMovesEveryElementAndKeepsItsSize)
+TEST_F(TwoElements, KeepTheirSizesWhenTheCanvasIsCropped)
 {
-    manager.SetObjectRects({{first, 100, 50, 40, 20}, {second, 10, 10, 4, 4}});
-    Told();
-    manager.CropToSelection({});
-    EXPECT_EQ(Told(), Lines{});
+    manager.SetObjectRects({{first, 100, 50, 40, 10}, {second, 10, 10, 4, 4}});
+    manager.SetObjectRotation(first, 90); // turned in fractions of the canvas: 20 by 20 pixels
+    heard.clear();
     manager.CropToSelection({first});
-    EXPECT_EQ(Told(), (Lines{"x 1 20", "y 1 10", "size 1 40 20", "x 2 -70", "y 2 -30", "size 2 4 4",
-                             "end", "saved 0"}));
-    int width = 0;
-    int height = 0;
-    manager.GetCanvasSize(width, height);
-    EXPECT_EQ(width, 40);
-    EXPECT_EQ(height, 20);
-    EXPECT_NEAR(Left(first), 0, 1e-4);
-    EXPECT_FLOAT_EQ(Video(first).width, 1);
+    Expect(
+        {"x 1 10", "y 1 10", "size 1 40 10", "x 2 -80", "y 2 -30", "size 2 4 4", "end", "saved 0"},
+        "10 10 40 10 90", "-80 -30 4 4 0");
+    EXPECT_EQ(Canvas(), "20x20");
     EXPECT_TRUE(manager.documentDirty);
+    manager.SetCanvasSize(-5, 100'001);
+    EXPECT_EQ(Canvas(), "1x100000") << "within what a document keeps";
 }
 
-TEST_F(DeviceManagerTest, AddedElementsTakeNumbersAndThenTheirGeometry)
+TEST_F(TwoElements, AreJoinedByOthers)
 {
-    MappedObjectParams good;
-    good.fixtureID = 1;
-    good.posX = 100;
-    good.posY = 50;
-    good.width = 20;
-    good.height = 10;
-    MappedObjectParams unknown = good;
+    MappedObjectParams unknown = record;
     unknown.fixtureID = 9;
-    log.Clear();
     EXPECT_FALSE(manager.AddMappedObject(unknown).isValid());
     EXPECT_TRUE(log.Has("GetLEDFixture could not find #9"));
-    const auto added = manager.AddMappedObjects({unknown, good});
+    const auto added = manager.AddMappedObjects({unknown, record});
     ASSERT_EQ(added.size(), 1U);
-    EXPECT_EQ(Told(), (Lines{"mappings", "mappings"}));
-    const MappedLedItem* element = manager.GetMappedItem(added[0].index);
-    EXPECT_EQ(element->description, L"Lamp-3");
-    EXPECT_EQ(element->GetVideoMapping()->GetSize(), PointF{});
+    EXPECT_EQ(State(added[0].index), "0 0 0 0 0");
+    EXPECT_EQ(std::exchange(heard, {}), Lines(2, "mappings"));
     manager.ApplyObjectParams(added);
-    EXPECT_EQ(Told(), (Lines{"size 3 20 10", "end", "x 3 100", "y 3 50", "xy 3 100 50", "end",
-                             "turn 3 0", "end", "flip 3 0 0", "flip 3 1 0", "end"}));
-    EXPECT_EQ(element->GetVideoMapping()->GetCenter(), (PointF{0.5F, 0.5F}));
-    manager.RemoveMappedObjects({1, 3, 42});
-    EXPECT_EQ(Told(), Lines{"mappings"});
-    EXPECT_EQ(manager.GetMappedDeviceModel()->rowCount(), 1);
-    EXPECT_FALSE(first.isValid());
+    EXPECT_EQ(State(added[0].index), "100 50 20 10 0");
+    heard.clear();
+
+    // An element that was made elsewhere keeps its number while that is free.
+    const auto add = [&](std::int64_t number) {
+        std::vector<std::unique_ptr<MappedLedItem>> items;
+        items.push_back(std::make_unique<MappedLedItem>(
+            L"Bare", *manager.GetLEDFixtureByProduct(L"Lamp"), nullptr, nullptr));
+        items.back()->uniqueID = number;
+        return manager.GetUniqueID(manager.AddMappedItems(std::move(items)).front());
+    };
+    EXPECT_EQ(add(3), 4);
+    EXPECT_EQ(add(9), 9);
+    EXPECT_EQ(add(0), 10);
+    manager.RemoveMappedObjects({1, 3});
+    EXPECT_EQ(heard, Lines(4, "mappings"));
+    EXPECT_EQ(manager.GetUniqueID(manager.AddMappedObject(record)), 11);
+    // One without a place is passed over.
+    manager.CropToSelection({second, table.index(1, 0)});
+    EXPECT_TRUE(log.Has("MappedLedItem's VideoMapping is null on row 1 -- ignoring"));
+    EXPECT_TRUE(log.Has("MappedLedItem was null for row 1 -- ignoring"));
+}
+
+// ---- The table ---------------------------------------------------------------------------------
+
+struct Row
+{
+    qint64 id = 0;
+    QString name;
+    QString node;
+    int universe = 0;
+    QPersistentModelIndex index;
+    bool selected = false;
+};
+
+/// Edits at random, beside a list of what the elements must be.
+class TableWalk : public EmptyDocument
+{
+protected:
+    TableWalk()
+    {
+        proxy.sort(MappedDeviceModel::NameColumn, Qt::DescendingOrder);
+        QObject::connect(&proxy, &MappedObjectListProxy::select, &selection,
+                         qOverload<const QModelIndex&, QItemSelectionModel::SelectionFlags>(
+                             &QItemSelectionModel::select));
+        // Also in the middle of a removal, each element is found under its own row.
+        QObject::connect(&selection, &QItemSelectionModel::selectionChanged, &manager, [this] {
+            for (int row = 0; row < table.rowCount(); ++row)
+                EXPECT_EQ(manager.GetUniqueID(table.index(row, 0)),
+                          table.index(row, 7).data(Qt::UserRole).toLongLong());
+        });
+    }
+
+    std::size_t Below(std::size_t end) { return random() % end; }
+    QString AnyNode()
+    {
+        return Below(2) ? QStringLiteral("Auto") : QStringLiteral("2.0.0.%1").arg(Below(2));
+    }
+    /// Each row with a chance of one in `of`.
+    std::vector<Row*> Some(std::size_t of)
+    {
+        std::vector<Row*> some;
+        for (Row& row : rows) {
+            if (Below(of) == 0)
+                some.push_back(&row);
+        }
+        return some;
+    }
+
+    void Add()
+    {
+        std::vector<MappedObjectParams> records(1 + Below(6), record);
+        for (MappedObjectParams& each : records) {
+            each.ipconf = AnyNode();
+            each.universe = static_cast<int>(Below(4));
+        }
+        for (const auto& [index, each] : manager.AddMappedObjects(records)) {
+            ++lastId;
+            rows.push_back(
+                {lastId, QStringLiteral("Lamp-%1").arg(lastId), each.ipconf, each.universe, index});
+        }
+    }
+    void Remove()
+    {
+        QList<qint64> leaving = {0, -1, lastId + 1};
+        for (const Row* row : Some(rows.size() > 20 ? 2 : 8)) // many go in one move, or a few
+            leaving << row->id;
+        manager.RemoveMappedObjects(leaving);
+        std::erase_if(rows, [&](const Row& row) {
+            EXPECT_EQ(row.index.isValid(), !leaving.contains(row.id));
+            EXPECT_EQ(!table.GetItemByUniqueID(row.id), leaving.contains(row.id));
+            return leaving.contains(row.id);
+        });
+    }
+    void Clear()
+    {
+        table.Clear();
+        rows.clear();
+        lastId = 0;
+    }
+    void EditAddresses()
+    {
+        const int universe = static_cast<int>(Below(4));
+        QModelIndexList indexes;
+        for (Row* row : Some(3)) {
+            row->universe = universe;
+            indexes << row->index;
+        }
+        manager.EditObjectArtNetMappings(
+            indexes, [&](DMXMappingArtNet& address) { address.SetUniverse(universe); });
+    }
+    void Rename()
+    {
+        const QString from = AnyNode();
+        const QString to = AnyNode();
+        table.ReplaceNodeAddress(from, to, {});
+        for (Row& row : rows)
+            row.node = row.node == from ? to : row.node;
+        Row& renamed = rows[Below(rows.size())];
+        renamed.name = QStringLiteral("Bar-%1").arg(Below(50));
+        manager.SetDescription(renamed.index, renamed.name.toStdWString());
+    }
+    void Select()
+    {
+        QList<qint64> ids;
+        for (Row& row : rows)
+            row.selected = false;
+        for (Row* row : Some(3)) {
+            row->selected = true;
+            ids << row->id;
+        }
+        proxy.SelectByUniqueIDs(ids);
+    }
+
+    /// Red where a universe is both broadcast and sent to a node, orange for other broadcasts.
+    QVariant ColourOf(const Row& row) const
+    {
+        const auto broadcast = [](const Row& one) {
+            return one.node == QStringLiteral("Auto");
+        };
+        const bool conflict = std::ranges::any_of(rows, [&](const Row& other) {
+            return other.universe == row.universe && broadcast(other) != broadcast(row);
+        });
+        if (conflict)
+            return QColor(255, 0, 0);
+        return broadcast(row) ? QColor(255, 102, 0) : QVariant();
+    }
+    void Check()
+    {
+        ASSERT_EQ(table.rowCount(), static_cast<int>(rows.size()));
+        for (int number = 0; number < table.rowCount(); ++number) {
+            const Row& row = rows[static_cast<std::size_t>(number)];
+            EXPECT_EQ(row.index.row(), number);
+            EXPECT_EQ(table.GetIndexOfUniqueID(row.id).row(), number);
+            EXPECT_EQ(table.GetItemByUniqueID(row.id), table.GetElement(number));
+            QStringList texts;
+            for (const int column : {2, 5, 7, 9})
+                texts << row.index.sibling(number, column).data().toString();
+            EXPECT_EQ(texts.join(QLatin1Char(' ')),
+                      QStringLiteral("2x1 %1 %2 ArtNet/IP %3/sub 000/univ 00%4/ch 001")
+                          .arg(row.name, QString::number(row.id), row.node)
+                          .arg(row.universe));
+            EXPECT_EQ(row.index.data(Qt::ForegroundRole), ColourOf(row)) << number;
+            const QModelIndex shown = proxy.mapFromSource(row.index);
+            EXPECT_EQ(selection.isSelected(shown), row.selected);
+            EXPECT_LE(shown.sibling(shown.row() + 1, 5).data().toString(), row.name);
+        }
+    }
+
+    std::mt19937 random{2026};
+    MappedObjectListProxy& proxy = *manager.GetMappedObjectListProxy();
+    QItemSelectionModel selection{&proxy};
+    std::vector<Row> rows;
+    qint64 lastId = 0;
+};
+
+TEST_F(TableWalk, KeepsRowsColoursSelectionAndOrder)
+{
+    const QAbstractItemModelTester tableTester(&table);
+    const QAbstractItemModelTester proxyTester(&proxy);
+    for (int step = 0; step < 120 && !HasFailure(); ++step) {
+        SCOPED_TRACE(step);
+        const auto what = rows.empty() ? 0 : Below(7);
+        if (step % 40 == 39)
+            Clear();
+        else if (what <= 2)
+            Add();
+        else if (what == 3)
+            Remove();
+        else if (what == 4)
+            EditAddresses();
+        else if (what == 5)
+            Rename();
+        else
+            Select();
+        Check();
+    }
+    Add();
+    EXPECT_TRUE(table.removeRow(0)); // past the model's own operations
+    rows.erase(rows.begin());
+    Check();
 }
 
 } // namespace

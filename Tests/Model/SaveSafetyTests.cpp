@@ -7,41 +7,29 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <random>
 #include <set>
-#include <string>
 #include <thread>
 
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace fs = std::filesystem;
-
 namespace {
 
+using Clock = std::chrono::steady_clock;
 using Files = std::map<std::string, std::string>;
-
-Files FilesIn(const fs::path& folder)
-{
-    Files files;
-    for (const auto& entry : fs::directory_iterator(folder))
-        files[entry.path().filename().string()] = Support::ReadBytes(entry.path());
-    return files;
-}
 
 /// A document and a library of `count` entries each, saved to show.wfm and user.wfl of a folder.
 class Show
 {
 public:
-    Show(const fs::path& folder, int count)
-        : folder_(QString::fromStdString(folder.string()))
+    Show(const Support::TemporaryFolder& folder, int count)
+        : folder_(QString::fromStdString(folder.Path().string()))
         , manager_(folder_ + QStringLiteral("/user.wfl"))
     {
         manager_.Initialize();
@@ -53,15 +41,23 @@ public:
         manager_.AddMappedObjects({static_cast<std::size_t>(count), record});
     }
 
-    bool SaveDocument()
+    /// How many of the two files could be saved.
+    int Save()
     {
-        return manager_.SaveMapping(folder_ + QStringLiteral("/show.wfm"), nodes_) == 0;
+        const int result = manager_.SaveMapping(folder_ + QStringLiteral("/show.wfm"), nodes_);
+        return (result == 0 ? 1 : 0) + (manager_.SaveLibrary() ? 1 : 0);
     }
-    bool SaveLibrary() { return manager_.SaveLibrary(); }
-    bool Save()
+    /// The same on a disk on which no file can grow beyond `room` bytes.
+    int SaveWithin(std::size_t room)
     {
-        const bool document = SaveDocument();
-        return SaveLibrary() && document;
+        std::signal(SIGXFSZ, SIG_IGN);
+        rlimit before{};
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit full = {room, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &full);
+        const int saved = Save();
+        setrlimit(RLIMIT_FSIZE, &before);
+        return saved;
     }
 
 private:
@@ -70,139 +66,82 @@ private:
     ArtNetNodeModel nodes_;
 };
 
-/// While it lives, no file of this process grows beyond `bytes`, as on a disk that is full there.
-class FullDisk
+class SaveSafety : public ::testing::Test
 {
-public:
-    explicit FullDisk(std::size_t bytes)
+protected:
+    Files Now() const
     {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limit = {bytes, before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
+        Files files;
+        for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
+            files[entry.path().filename().string()] = Support::ReadBytes(entry.path());
+        return files;
     }
-    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before_); }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
+    Files Saved(Show& show) const
+    {
+        EXPECT_EQ(show.Save(), 2);
+        return Now();
+    }
 
-private:
-    rlimit before_{};
+    Support::TemporaryFolder folder;
 };
 
-/// A process that saves two shows in turn until it is killed, and reports each save.
-class Saver
+TEST_F(SaveSafety, AFullDiskKeepsTheOldFilesAndLeavesNothingBehind)
 {
-public:
-    explicit Saver(std::array<Show, 2>& shows)
-    {
-        std::array<int, 2> ends{};
-        if (pipe(ends.data()) != 0)
-            return;
-        reports_ = ends[0];
-        process_ = fork();
-        for (std::size_t next = 1; process_ == 0; next = 1 - next) {
-            const char report = shows[next].Save() ? 's' : 'f';
-            if (write(ends[1], &report, 1) != 1)
-                std::_Exit(0);
-        }
-        close(ends[1]);
-    }
-    ~Saver()
-    {
-        if (process_ > 0) {
-            kill(process_, SIGKILL);
-            waitpid(process_, nullptr, 0);
-        }
-        close(reports_);
-    }
-    Saver(const Saver&) = delete;
-    Saver& operator=(const Saver&) = delete;
-
-    /// Waits for a save; false when it failed or the process has gone.
-    [[nodiscard]] bool HasSaved() const
-    {
-        char report = 0;
-        return read(reports_, &report, 1) == 1 && report == 's';
-    }
-
-private:
-    pid_t process_ = -1;
-    int reports_ = -1;
-};
-
-TEST(SaveSafety, AFullDiskKeepsTheOldFilesAndLeavesNothingBehind)
-{
-    const Support::TemporaryFolder folder;
-    Show large(folder.Path(), 60);
-    ASSERT_TRUE(large.Save());
-    const Files wanted = FilesIn(folder.Path());
-    Show small(folder.Path(), 3);
-    ASSERT_TRUE(small.Save());
-    const Files old = FilesIn(folder.Path());
-
-    const std::size_t document = wanted.at("show.wfm").size();
+    Show large(folder, 60);
+    Show small(folder, 3);
+    const Files wanted = Saved(large);
     const std::size_t library = wanted.at("user.wfl").size();
+    const std::size_t document = wanted.at("show.wfm").size(); // the larger one
     ASSERT_GT(library, 20'000U);
     for (const std::size_t room : {std::size_t{0}, std::size_t{1}, std::size_t{16'383},
                                    std::size_t{16'384}, library - 1, document - 1})
     {
-        bool documentSaved = false;
-        bool librarySaved = false;
-        {
-            const FullDisk disk(room);
-            documentSaved = large.SaveDocument();
-            librarySaved = room < library && large.SaveLibrary();
-        }
-        EXPECT_FALSE(documentSaved || librarySaved) << room;
-        EXPECT_EQ(FilesIn(folder.Path()), old) << room;
+        Files old = Saved(small);
+        const int saved = large.SaveWithin(room);
+        EXPECT_EQ(saved, room < library ? 0 : 1) << room;
+        if (saved == 1)
+            old["user.wfl"] = wanted.at("user.wfl");
+        EXPECT_EQ(Now(), old) << room;
     }
-    {
-        const FullDisk disk(document); // which is the larger one
-        EXPECT_TRUE(large.Save());
-    }
-    EXPECT_EQ(FilesIn(folder.Path()), wanted);
+    EXPECT_EQ(large.SaveWithin(document), 2);
+    EXPECT_EQ(Now(), wanted);
 }
 
-TEST(SaveSafety, AKilledSaveLeavesTheOldOrTheNewFiles)
+TEST_F(SaveSafety, AKilledSaveLeavesTheOldOrTheNewFiles)
 {
-    const Support::TemporaryFolder folder;
-    std::array<Show, 2> shows = {Show(folder.Path(), 200), Show(folder.Path(), 400)};
-    std::array<Files, 2> states;
-    for (std::size_t i : {0U, 1U}) {
-        ASSERT_TRUE(shows[i].Save());
-        states[i] = FilesIn(folder.Path());
-        ASSERT_EQ(states[i].size(), 2U);
-    }
-
+    Show first(folder, 200);
+    Show second(folder, 400);
+    const auto begin = Clock::now();
+    const Files one = Saved(first);
+    const Files other = Saved(second);
+    const auto both = Clock::now() - begin;
     std::mt19937 random(std::random_device{}());
     std::set<std::string> found;
     for (int kills = 0; kills < 40; ++kills) {
-        {
-            const Saver saver(shows);
-            // By its own pace: a busy machine saves slowly and is killed late.
-            ASSERT_TRUE(saver.HasSaved());
-            const auto begin = std::chrono::steady_clock::now();
-            ASSERT_TRUE(saver.HasSaved() && saver.HasSaved());
-            const auto both = std::chrono::steady_clock::now() - begin;
-            std::this_thread::sleep_for(both * std::uniform_real_distribution(0.0, 1.0)(random));
+        const pid_t saver = fork();
+        ASSERT_GE(saver, 0);
+        if (saver == 0)
+            alarm(60); // should this process end before it
+        while (saver == 0) {
+            first.Save();
+            second.Save();
         }
-        for (const auto& [name, bytes] : FilesIn(folder.Path())) {
-            if (!states[0].contains(name)) {
-                EXPECT_TRUE(name.starts_with(".show.wfm.saving") ||
-                            name.starts_with(".user.wfl.saving"))
-                    << name;
+        std::this_thread::sleep_for(both * std::uniform_real_distribution(0.0, 3.0)(random));
+        kill(saver, SIGKILL);
+        waitpid(saver, nullptr, 0);
+        for (const auto& [name, bytes] : Now()) {
+            if (!one.contains(name)) {
+                EXPECT_NE(name.find(".saving"), std::string::npos) << name;
                 continue;
             }
-            const bool isFirst = bytes == states[0].at(name);
-            ASSERT_TRUE(isFirst || bytes == states[1].at(name)) << name << ' ' << bytes.size();
-            found.insert(name + (isFirst ? '0' : '1'));
+            const bool isOne = bytes == one.at(name);
+            ASSERT_TRUE(isOne || bytes == other.at(name)) << name << ' ' << bytes.size();
+            found.insert(name + (isOne ? '1' : '2'));
         }
     }
-    // Each state of each file is seen, but for once in a million runs.
-    EXPECT_EQ(found.size(), 4U);
-    ASSERT_TRUE(shows[0].Save());
-    const Files now = FilesIn(folder.Path());
-    for (const auto& [name, bytes] : states[0])
+    EXPECT_EQ(found.size(), 4U) << "each state of each file is seen, but for once in many runs";
+    const Files now = Saved(first);
+    for (const auto& [name, bytes] : one)
         EXPECT_TRUE(now.at(name) == bytes) << name;
 }
 
