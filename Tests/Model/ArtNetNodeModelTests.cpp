@@ -51,26 +51,26 @@ struct NodeList
             std::make_unique<MappedLedItem>(target.description, fixture, nullptr, &address));
     }
 
-    std::string TextOf(int row, const QModelIndex& parent = {}) const
+    /// The rows below `parent`, each with those of its ports behind it.
+    void Append(Lines& lines, const QModelIndex& parent = {}) const
     {
-        const QVariant colour = nodes.index(row, 3, parent).data(Qt::ForegroundRole);
-        QStringList cells;
-        for (int column = 0; column < 5; ++column)
-            cells << nodes.index(row, column, parent).data().toString();
-        return (parent.isValid() ? "." : "") + cells.join(QLatin1Char('|')).toStdString() +
-               (colour.value<QColor>() == QColor(Qt::red) ? " red" : "");
+        for (int row = 0; row < nodes.rowCount(parent); ++row) {
+            QStringList cells;
+            for (int column = 0; column < 5; ++column)
+                cells << nodes.index(row, column, parent).data().toString();
+            const QVariant colour = nodes.index(row, 3, parent).data(Qt::ForegroundRole);
+            lines.push_back((parent.isValid() ? "." : "") +
+                            cells.join(QLatin1Char('|')).toStdString() +
+                            (colour.value<QColor>() == QColor(Qt::red) ? " red" : ""));
+            Append(lines, nodes.index(row, 0, parent));
+        }
     }
     /// All rows after a rebuild for the network 2.X.X.X, those of ports behind a point.
     Lines Rows(QTreeView* view = nullptr)
     {
         nodes.Rebuild(document, view, 0x02FFFFFF);
         Lines lines;
-        for (int row = 0; row < nodes.rowCount(); ++row) {
-            lines.push_back(TextOf(row));
-            const QModelIndex parent = nodes.index(row, 0);
-            for (int port = 0; port < nodes.rowCount(parent); ++port)
-                lines.push_back(TextOf(port, parent));
-        }
+        Append(lines);
         return lines;
     }
 
@@ -83,15 +83,10 @@ class ArtNetNodeModelTest : public testing::Test, public NodeList
 
 TEST(NodeListTest, ShowsNodesTargetsAndManualAddresses)
 {
-    struct Case
-    {
-        Records heard;
-        std::vector<Target> targets;
-        Lines rows;
-    };
-    const Lines left = {"Left|2.0.0.10|0||", ".Port 0|||0|0", ".Port 1|||15|15", ".Port 2|||1|2"};
-    const std::vector<Case> cases = {
-        {{Node("2.0.0.10", "Left", {0, 0x7FFF, 0x12})}, {}, left},
+    const std::vector<std::tuple<Records, std::vector<Target>, Lines>> cases = {
+        {{Node("2.0.0.10", "Left", {0, 0x7FFF, 0x12})},
+         {},
+         {"Left|2.0.0.10|0||", ".Port 0|||0|0", ".Port 1|||15|15", ".Port 2|||1|2"}},
         // Programs of our own kind answer too, and nothing is sent to them.
         {{Node("2.0.0.1", "Zentri PixelWeft"), Node("2.0.0.2", "My ReelCommand 5"),
           Node("2.0.0.3", "pixelweft")},
@@ -117,13 +112,13 @@ TEST(NodeListTest, ShowsNodesTargetsAndManualAddresses)
         {{Node("2.0.0.10", "B\xC3\xBChne"), Node("2.0.0.11", "B\xFChne"), Node("2.0.0.12", "\xC3")},
          {},
          {"B\xC3\xBChne|2.0.0.10|0||", "B\xC3\xBChne|2.0.0.11|0||", "\xC3\x83|2.0.0.12|0||"}}};
-    for (const Case& wanted : cases) {
-        NodeList other;
-        EXPECT_EQ(other.nodes.UpdateNodes(wanted.heard), !wanted.heard.empty());
-        for (const Target& target : wanted.targets)
-            other.Place(target);
-        EXPECT_EQ(other.Rows(), wanted.rows);
-        EXPECT_EQ(other.Rows(), wanted.rows) << "no count of an older walk stays";
+    for (const auto& [heard, targets, rows] : cases) {
+        NodeList list;
+        EXPECT_EQ(list.nodes.UpdateNodes(heard), !heard.empty());
+        for (const Target& target : targets)
+            list.Place(target);
+        EXPECT_EQ(list.Rows(), rows);
+        EXPECT_EQ(list.Rows(), rows) << "no count of an older walk stays";
     }
 }
 

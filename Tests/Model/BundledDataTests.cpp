@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The default library, the demo document and the pictures that the program carries: nothing in them
-// is rejected, collides, or changes its form when it is saved.
+// The default library and the demo document that the program carries: nothing in them is rejected,
+// collides, or changes its form when it is saved.
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceModel.h"
 #include "Model/MappedDeviceModel.h"
@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
-#include <QImage>
 
 #include <set>
 
@@ -71,19 +70,6 @@ TEST_F(BundledData, EveryFixtureLoadsUnderItsOwnNameAndFits)
               159);
 }
 
-TEST_F(BundledData, ThePartsOfACutPanelLightEachPixelOnce)
-{
-    std::set<int> lit;
-    for (const wchar_t* universe : {L"0", L"1", L"2", L"3", L"4"}) {
-        const auto* part =
-            library.GetLEDFixtureByProduct(std::wstring(L"LED Panel C60-25 Univ") + universe);
-        ASSERT_TRUE(part && part->pixelMap.GetChannels().size() == 24 * 24);
-        for (int pixel = 0; pixel < 24 * 24; ++pixel)
-            Take(lit, pixel, part->pixelMap.GetCell(pixel % 24, pixel / 24) > 0 ? 1 : 0);
-    }
-    EXPECT_EQ(lit.size(), 24U * 24U);
-}
-
 TEST_F(BundledData, TheDemoDocumentStandsOnTheLibraryAndKeepsItsForm)
 {
     const int known = static_cast<int>(library.GetFixtures().size());
@@ -107,19 +93,6 @@ TEST_F(BundledData, TheDemoDocumentStandsOnTheLibraryAndKeepsItsForm)
     const std::string demo = ResourceText(DemoPath);
     EXPECT_TRUE(XmlText::Decode(Support::ReadBytes(saved))
                     .ends_with(demo.substr(demo.find("<UniverseMerging"))));
-}
-
-TEST_F(BundledData, ThePicturesAreReadableAndTellTheirSides)
-{
-    for (const char* name :
-         {":/Resources/DemoPicture.bmp", ":/Resources/ColourBars.bmp",
-          ":/bitmaps/Resources/DemoPicture.bmp", ":/bitmaps/Resources/DemoPictureCBars.png"})
-    {
-        const QImage picture(QString::fromLatin1(name));
-        ASSERT_EQ(picture.size(), QSize(640, 360)) << name;
-        for (const bool across : {true, false})
-            EXPECT_NE(picture, picture.mirrored(across, !across)) << name;
-    }
 }
 
 } // namespace

@@ -116,14 +116,7 @@ protected:
 
 TEST_F(LibraryTest, OnlyANewerVersionIsTakenUnlessForced)
 {
-    struct Case
-    {
-        const char* version;
-        bool force;
-        int becomes;
-        bool taken;
-    };
-    const std::vector<Case> cases = {
+    const std::vector<std::tuple<const char*, bool, int, bool>> cases = {
         {"3", false, 3, true},          {"3", false, 3, false},  {"2", false, 3, false},
         {"", false, 3, false},          {"010", false, 8, true}, {"2", true, 2, true},
         {"99999999999", true, 0, true}, {"-", true, 0, true},    {"0x10", false, 16, true}};
