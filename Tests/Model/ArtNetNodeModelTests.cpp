@@ -40,8 +40,9 @@ struct Target
     std::wstring description = L"Lamp";
 };
 
-struct NodeList
+class ArtNetNodeModelTest : public testing::Test
 {
+protected:
     void Place(const Target& target)
     {
         const DMXMappingArtNet address(target.subnet, target.universe, 1, target.ip,
@@ -78,64 +79,48 @@ struct NodeList
     MappedDeviceModel document;
 };
 
-class ArtNetNodeModelTest : public testing::Test, public NodeList
-{};
-
-TEST(NodeListTest, ShowsNodesTargetsAndManualAddresses)
+TEST_F(ArtNetNodeModelTest, ShowsNodesAndTargetsOfItsNetwork)
 {
-    const std::vector<std::tuple<Records, std::vector<Target>, Lines>> cases = {
-        {{Node("2.0.0.10", "Left", {0, 0x7FFF, 0x12})},
-         {},
-         {"Left|2.0.0.10|0||", ".Port 0|||0|0", ".Port 1|||15|15", ".Port 2|||1|2"}},
-        // Programs of our own kind answer too, and nothing is sent to them.
-        {{Node("2.0.0.1", "Zentri PixelWeft"), Node("2.0.0.2", "My ReelCommand 5"),
-          Node("2.0.0.3", "pixelweft")},
-         {},
-         {"Zentri PixelWeft|2.0.0.1|0|| red", "My ReelCommand 5|2.0.0.2|0|| red",
-          "pixelweft|2.0.0.3|0||"}},
-        // A target that the node offers counts in the node's row, any other has its own.
-        {{Node("2.0.0.10", "Left", {1, 18})},
-         {{L"Auto", 0, 1}, {L"2.0.0.10", 0, 1}, {L"2.0.0.10", 1, 2}, {L"2.0.0.10", 0, 1}},
-         {"Left|2.0.0.10|3||", ".Port 0|||0|1", ".Port 1|||1|2"}},
-        {{Node("2.0.0.10", "Left", {1})},
-         {{L"2.0.0.10", 0, 1}, {L"2.0.0.10", 0, 9, L"Named"}},
-         {"Named|2.0.0.10|2|0|9", "Left|2.0.0.10|2||", ".Port 0|||0|1"}},
-        {{},
-         {{L"2.0.0.20", 0, 1, L"", L"Bar 1"}, {L"2.0.0.20", 0, 1, L"", L"Bar 2"}},
-         {"Bar 1|2.0.0.20|2|0|1 red"}},
-        {{},
-         {{L"2.0.0.20", 0, 1, L"", L"Bar 1"}, {L"2.0.0.20", 2, 3, L"", L"Bar 3"}},
-         {"Bar 1|2.0.0.20|2|0|1 red", "Bar 1|2.0.0.20|2|2|3 red"}},
-        // Of other networks only what the operator entered is shown.
-        {{Node("10.0.0.10", "Elsewhere", {1})}, {{L"10.0.0.20", 0, 1}, {L"\x263A", 0, 1}}, {}},
-        // UTF-8, Latin-1, and what only looks like UTF-8.
-        {{Node("2.0.0.10", "B\xC3\xBChne"), Node("2.0.0.11", "B\xFChne"), Node("2.0.0.12", "\xC3")},
-         {},
-         {"B\xC3\xBChne|2.0.0.10|0||", "B\xC3\xBChne|2.0.0.11|0||", "\xC3\x83|2.0.0.12|0||"}}};
-    for (const auto& [heard, targets, rows] : cases) {
-        NodeList list;
-        EXPECT_EQ(list.nodes.UpdateNodes(heard), !heard.empty());
-        for (const Target& target : targets)
-            list.Place(target);
-        EXPECT_EQ(list.Rows(), rows);
-        EXPECT_EQ(list.Rows(), rows) << "no count of an older walk stays";
-    }
+    EXPECT_TRUE(nodes.UpdateNodes(
+        {Node("2.0.0.10", "Left", {1, 0x7FFF, 0x12}), Node("2.0.0.1", "Zentri PixelWeft"),
+         Node("2.0.0.2", "My ReelCommand 5"), Node("2.0.0.3", "pixelweft"),
+         Node("2.0.0.4", "B\xC3\xBChne"), Node("2.0.0.5", "B\xFChne"), Node("2.0.0.6", "\xC3"),
+         Node("10.0.0.10", "Elsewhere", {1})}));
+    // A target that a node offers counts in the node's row, any other has its own.
+    for (const Target& target :
+         {Target{L"Auto", 0, 1}, Target{L"2.0.0.10", 0, 1}, Target{L"2.0.0.10", 1, 2},
+          Target{L"2.0.0.10", 0, 1}, Target{L"2.0.0.10", 0, 9, L"Named"}, Target{L"2.0.0.30", 0, 1},
+          Target{L"2.0.0.20", 2, 3, L"", L"Bar 1"}, Target{L"2.0.0.20", 2, 3, L"", L"Bar 2"},
+          Target{L"2.0.0.20", 0, 1, L"", L"Bar 3"}, Target{L"10.0.0.20", 0, 1},
+          Target{L"\x263A", 0, 1}})
+        Place(target);
+    const Lines rows = {"Bar 1|2.0.0.20|3|2|3 red",
+                        "Bar 1|2.0.0.20|3|0|1 red",
+                        "Lamp|2.0.0.30|1|0|1 red",
+                        "Named|2.0.0.10|4|0|9",
+                        "Left|2.0.0.10|4||",
+                        ".Port 0|||0|1",
+                        ".Port 1|||15|15",
+                        ".Port 2|||1|2",
+                        "Zentri PixelWeft|2.0.0.1|0|| red", // our own kind: nothing is sent there
+                        "My ReelCommand 5|2.0.0.2|0|| red",
+                        "pixelweft|2.0.0.3|0||",
+                        "B\xC3\xBChne|2.0.0.4|0||", // UTF-8, Latin-1, and what only begins as UTF-8
+                        "B\xC3\xBChne|2.0.0.5|0||",
+                        "\xC3\x83|2.0.0.6|0||"};
+    EXPECT_EQ(Rows(), rows);
+    EXPECT_EQ(Rows(), rows) << "no count of an older walk stays";
 }
 
 TEST_F(ArtNetNodeModelTest, OnlyAChangeAsksForNewRows)
 {
     const auto left = Node("2.0.0.10", "Left", {1});
     const auto right = Node("2.0.0.11", "Right", {2});
+    const auto other = Node("2.0.0.11", "", {3});
     const std::vector<std::pair<Records, bool>> updates = {
-        {{left}, true},
-        {{left}, false},
-        {{left, right}, true},
-        {{right, left}, false},
-        {{left, Node("2.0.0.11", "", {3})}, true},
-        {{left}, true},
-        {{left}, false},
-        {{left, right}, true},
-        {{}, true}};
+        {{left}, true},         {{left}, false},       {{left, right}, true},
+        {{right, left}, false}, {{left, other}, true}, {{left}, true},
+        {{left}, false},        {{left, right}, true}, {{}, true}};
     for (std::size_t i = 0; i < updates.size(); ++i)
         EXPECT_EQ(nodes.UpdateNodes(updates[i].first), updates[i].second) << i;
     EXPECT_EQ(Rows(), (Lines{"Left|2.0.0.10|0|| red", ".Port 0|||0|1 red", "Right|2.0.0.11|0|| red",
