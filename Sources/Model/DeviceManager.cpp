@@ -291,9 +291,8 @@ void DeviceManager::PutBackElements(TakenElements elements)
     {
         const QMutexLocker lock(&mutex);
         for (const TakenElement& taken : elements) {
-            MappedLedItem& element = taken.Element();
-            ids.push_back(element.uniqueID);
-            mappedDeviceModel->RebindFixture(element, *deviceModel);
+            ids.push_back(taken.element->uniqueID);
+            mappedDeviceModel->RebindFixture(*taken.element, *deviceModel);
         }
         mappedDeviceModel->PutBackElements(std::move(elements));
     }

@@ -138,7 +138,7 @@ public:
     void MoveObjects(const std::vector<ElementPosition>& corners, bool final);
     void SetObjectCentre(const std::vector<ElementPosition>& centres);
     void SetObjectSize(const std::vector<ElementSize>& sizes);
-    /// Stores whole degrees, as Rounding::WholeDegrees.
+    /// Stores Rounding::WithinFullTurn of the angle without its fraction.
     void SetObjectRotation(const std::vector<ElementRotation>& rotations);
     void SetObjectFlipState(const std::vector<ElementFlip>& flips);
     /// Puts centres and sizes, with the left top corner on a whole pixel.
@@ -244,7 +244,7 @@ private:
                     const Tell& tell);
     template <class Indexes>
     void TellAdded(const Indexes& indexes);
-    void TellDifference(std::int64_t uniqueID, const VideoMapping& before, const VideoMapping& now);
+    void WriteMappings(const std::vector<ElementMapping>& mappings, bool canvasChanged);
     void TellCentre(std::int64_t uniqueID, double x, double y);
 
     mutable QRecursiveMutex mutex;

@@ -54,7 +54,7 @@ void DeviceManager::SetLayout(const ElementGeometry::Layout& layout)
 {
     const QMutexLocker lock(&mutex);
     SetCanvasSize(layout.canvas.width(), layout.canvas.height());
-    SetVideoMappings(layout.elements);
+    WriteMappings(layout.elements, true);
 }
 
 void DeviceManager::CropToSelection(const QModelIndexList& indexes)

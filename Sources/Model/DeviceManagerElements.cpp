@@ -158,39 +158,40 @@ void DeviceManager::ChangeEach(const std::vector<Entry>& entries, MissingElement
 
 void DeviceManager::SetVideoMappings(const std::vector<ElementMapping>& mappings)
 {
+    WriteMappings(mappings, false);
+}
+
+/// With `canvasChanged`, places and sizes in pixels have changed for elements that keep their
+/// fractions too.
+void DeviceManager::WriteMappings(const std::vector<ElementMapping>& mappings, bool canvasChanged)
+{
     ElementIds changed;
     for (const auto& [uniqueID, video] : mappings) {
         const QMutexLocker lock(&mutex);
         MappedLedItem* element = mappedDeviceModel->GetItemByUniqueID(uniqueID);
         const VideoMapping* present = element ? element->GetVideoMapping() : nullptr;
-        if (!present || *present == video || !IsFinite(video))
+        if (!present || !IsFinite(video) || (*present == video && !canvasChanged))
             continue;
         const VideoMapping before = *present;
         *element->EditVideoMapping() = video;
         changed.push_back(uniqueID);
-        TellDifference(uniqueID, before, video);
+        const auto [centre, size] = ElementGeometry::PlacementOf(video, CanvasPixels());
+        if (canvasChanged || before.GetCenter() != video.GetCenter())
+            TellCentre(uniqueID, centre.x(), centre.y());
+        if (canvasChanged || before.GetSize() != video.GetSize())
+            emit deviceChangeMapSize(uniqueID, static_cast<float>(size.width()),
+                                     static_cast<float>(size.height()));
+        if (before.rotation != video.rotation)
+            emit deviceChangeRotation(uniqueID, video.rotation);
+        if (before.flipHorizontal != video.flipHorizontal)
+            emit deviceChangeFlip(uniqueID, FlipHorizontal, video.flipHorizontal);
+        if (before.flipVertical != video.flipVertical)
+            emit deviceChangeFlip(uniqueID, FlipVertical, video.flipVertical);
     }
     if (changed.empty())
         return;
     emit elementsChanged(changed);
     emit devicesChangedGeometry();
-}
-
-void DeviceManager::TellDifference(std::int64_t uniqueID, const VideoMapping& before,
-                                   const VideoMapping& now)
-{
-    const auto [centre, size] = ElementGeometry::PlacementOf(now, CanvasPixels());
-    if (before.GetCenter() != now.GetCenter())
-        TellCentre(uniqueID, centre.x(), centre.y());
-    if (before.GetSize() != now.GetSize())
-        emit deviceChangeMapSize(uniqueID, static_cast<float>(size.width()),
-                                 static_cast<float>(size.height()));
-    if (before.rotation != now.rotation)
-        emit deviceChangeRotation(uniqueID, now.rotation);
-    if (before.flipHorizontal != now.flipHorizontal)
-        emit deviceChangeFlip(uniqueID, FlipHorizontal, now.flipHorizontal);
-    if (before.flipVertical != now.flipVertical)
-        emit deviceChangeFlip(uniqueID, FlipVertical, now.flipVertical);
 }
 
 void DeviceManager::TellCentre(std::int64_t uniqueID, double x, double y)
@@ -252,8 +253,9 @@ void DeviceManager::SetObjectRotation(const std::vector<ElementRotation>& rotati
     ChangeEach(
         rotations, MissingElement::IsPassedOver,
         [](const ElementRotation& rotation, VideoMapping& video) {
-            video.rotation =
-                static_cast<float>(Rounding::WholeDegrees(static_cast<double>(rotation.degrees)));
+            // A typed fraction is cut; adding 0 makes a zero of -0.
+            const double turned = Rounding::WithinFullTurn(double{rotation.degrees});
+            video.rotation = static_cast<float>(std::trunc(turned) + 0.0);
         },
         [this](const ElementRotation&, std::int64_t uniqueID, const VideoMapping& video) {
             emit deviceChangeRotation(uniqueID, video.rotation);

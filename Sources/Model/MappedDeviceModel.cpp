@@ -84,11 +84,6 @@ void MappedDeviceModel::Clear()
 
 // ---- Elements ----------------------------------------------------------------------------------
 
-MappedLedItem& TakenElement::Element() const
-{
-    return static_cast<MappedLedItem&>(*cells[MappedDeviceModel::ItemColumn]);
-}
-
 void MappedDeviceModel::AddRows(std::vector<std::unique_ptr<MappedLedItem>> items, bool withSize)
 {
     std::vector<QList<QStandardItem*>> rows;
@@ -190,15 +185,16 @@ TakenElements MappedDeviceModel::TakeElements(const std::vector<std::int64_t>& i
         qCDebug(ModelTrace) << "RemoveMappingElement(" << GetElement(row)->uniqueID << ") found at "
                             << row;
         rows.push_back(row);
-        taken.push_back({row, {}});
+        taken.push_back({row, !item(row, SizeColumn)->text().isEmpty(), nullptr});
     }
     if (rows.size() > AFew && rows.front() + static_cast<int>(rows.size()) < rowCount())
         GatherAtEnd(rows);
     {
-        const QSignalBlocker theRowsGoAtOnce(this);
+        // The rows follow at once: until then each element is found under its row as before.
+        const QSignalBlocker blocker(this);
         for (std::size_t i = 0; i < rows.size(); ++i) {
-            for (int column = 0; column < ColumnCount; ++column)
-                taken[i].cells.emplace_back(takeItem(rows[i], column));
+            taken[i].element.reset(static_cast<MappedLedItem*>(takeItem(rows[i], ItemColumn)));
+            taken[i].element->CountChangesIn(nullptr);
         }
     }
     // From the end, so that the rows before stay where they are; as ranges, since each removal
@@ -210,8 +206,6 @@ TakenElements MappedDeviceModel::TakeElements(const std::vector<std::int64_t>& i
         removeRows(rows[begin], static_cast<int>(end - begin));
         end = begin;
     }
-    for (const TakenElement& element : taken)
-        element.Element().CountChangesIn(nullptr);
     if (!rows.empty())
         RecalculateConflicts();
     return taken;
@@ -223,11 +217,8 @@ void MappedDeviceModel::PutBackElements(TakenElements taken)
     const int stay = rowCount();
     std::vector<QList<QStandardItem*>> rows;
     rows.reserve(taken.size());
-    for (TakenElement& element : taken) {
-        rows.emplace_back();
-        for (auto& cell : element.cells)
-            rows.back().append(cell.release());
-    }
+    for (TakenElement& back : taken)
+        rows.push_back(MakeRow(std::move(back.element), back.showsSize));
     if (taken.size() <= AFew) {
         for (std::size_t i = 0; i < rows.size(); ++i)
             InsertElementRow(std::min(taken[i].row, rowCount()), rows[i]);
@@ -236,11 +227,11 @@ void MappedDeviceModel::PutBackElements(TakenElements taken)
         AppendElementRows(rows);
         std::vector<int> target(static_cast<std::size_t>(stay) + taken.size());
         std::size_t staying = 0;
-        std::size_t back = 0;
+        std::size_t returned = 0;
         for (int row = 0; row < std::ssize(target); ++row) {
-            const bool comesBack =
-                back < taken.size() && (taken[back].row <= row || std::cmp_equal(staying, stay));
-            target[comesBack ? static_cast<std::size_t>(stay) + back++ : staying++] = row;
+            const bool returns = returned < taken.size() &&
+                                 (taken[returned].row <= row || std::cmp_equal(staying, stay));
+            target[returns ? static_cast<std::size_t>(stay) + returned++ : staying++] = row;
         }
         Rearrange(target);
     }

@@ -4,19 +4,15 @@
 #include <memory>
 #include <vector>
 
-#include <QStandardItem>
+#include "Model/MappedLedItem.h"
 
-class MappedLedItem;
-
-/// An element that is out of the document, owned by whoever holds this: the whole row of the table
-/// and its place. It comes back by MappedDeviceModel::PutBackElements.
+/// An element that is out of the document, owned by whoever holds this. It comes back by
+/// MappedDeviceModel::PutBackElements.
 struct TakenElement
 {
     int row = 0; ///< where it stood before it was taken, with all that were taken at the same time
-    /// One a column, the element among them; null where the column was empty.
-    std::vector<std::unique_ptr<QStandardItem>> cells;
-
-    [[nodiscard]] MappedLedItem& Element() const;
+    bool showsSize = false; ///< whether its row had a text in the column of sizes
+    std::unique_ptr<MappedLedItem> element;
 };
 
 /// Those that were taken at the same time, in ascending rows.

@@ -170,9 +170,9 @@ TEST_F(TwoElements, KeepTheirSizesWhenTheCanvasIsCropped)
     manager.SetObjectRotation(first, 90); // turned in fractions of the canvas: 20 by 20 pixels
     heard.clear();
     manager.CropToSelection({first});
-    Expect(
-        {"x 1 10", "y 1 10", "size 1 40 10", "x 2 -80", "y 2 -30", "size 2 4 4", "end", "saved 0"},
-        "10 10 40 10 90", "-80 -30 4 4 0");
+    Expect({"x 1 10", "y 1 10", "xy 1 10 10", "size 1 40 10", "x 2 -80", "y 2 -30", "xy 2 -80 -30",
+            "size 2 4 4", "end", "saved 0"},
+           "10 10 40 10 90", "-80 -30 4 4 0");
     EXPECT_EQ(Canvas(), "20x20");
     EXPECT_TRUE(manager.documentDirty);
     manager.SetCanvasSize(-5, 100'001);
@@ -275,6 +275,24 @@ protected:
             return leaving.contains(row.id);
         });
     }
+    /// Elements that are taken out and put back are where they were.
+    void TakeAndPutBack()
+    {
+        ElementIds some = {0, lastId + 1};
+        const std::size_t oneOf = 1 + Below(8);
+        for (Row& row : rows) {
+            if (Below(oneOf) > 0)
+                continue;
+            some.push_back(row.id);
+            row.selected = false;
+        }
+        auto taken = manager.TakeElements(some);
+        EXPECT_EQ(taken.size(), some.size() - 2);
+        EXPECT_EQ(table.rowCount(), std::ssize(rows) - std::ssize(taken));
+        manager.PutBackElements(std::move(taken));
+        for (Row& row : rows)
+            row.index = table.GetIndexOfUniqueID(row.id);
+    }
     void Readdress()
     {
         const int universe = static_cast<int>(Below(4));
@@ -350,7 +368,7 @@ TEST_F(TableWalk, KeepsRowsColoursSelectionAndOrder)
     const QAbstractItemModelTester proxyTester(&proxy);
     for (int step = 0; step < 120 && !HasFailure(); ++step) {
         SCOPED_TRACE(step);
-        const auto what = rows.empty() ? 0 : Below(6);
+        const auto what = rows.empty() ? 0 : Below(7);
         if (step % 40 == 39) {
             table.Clear();
             rows.clear();
@@ -361,6 +379,8 @@ TEST_F(TableWalk, KeepsRowsColoursSelectionAndOrder)
             Remove();
         else if (what == 4)
             Readdress();
+        else if (what == 5)
+            TakeAndPutBack();
         else
             Select();
         Check();

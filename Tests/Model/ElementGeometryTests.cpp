@@ -130,7 +130,7 @@ TEST(ElementGeometry, ATurnByHandEndsOnAWholeDegree)
 {
     // From, by, to: the mouse measures an angle with a rounding on either side.
     const std::array<std::array<double, 3>, 8> turns = {{{270, 90.00001, 360},
-                                                         {270, 90.5, 360},
+                                                         {270, 90.5, 0},
                                                          {0, 89.9999999, 90},
                                                          {0, -10.5, -11},
                                                          {30, 14.9, 44},
