@@ -145,13 +145,17 @@ TEST_F(LibraryTest, AFileCostsANumberForEachFixtureAndABrokenOneNothing)
     EXPECT_TRUE(log.Has("No LEDFixtureLibrary node found"));
     Merge(file.substr(0, file.size() - 2));
     EXPECT_TRUE(log.Has("Could not read library XML file"));
+    const std::string conflict = Library(Fixture("Zed", "B", 3) + Fixture("Zed", "E"));
     answer = -1; // which stops
-    Merge(Library(Fixture("Other", "B", 3) + Fixture("Other", "D")));
-    EXPECT_EQ(asked, QStringList{QStringLiteral("OtherB")});
+    Merge(conflict);
     EXPECT_EQ(Rows(), rows);
+    answer = KeepFixture;
+    Merge(conflict);
+    EXPECT_EQ(Rows(), rows + "|E 1x1 #13");
+    EXPECT_EQ(asked, QStringList({QStringLiteral("ZedB"), QStringLiteral("ZedB")}));
     EXPECT_EQ(library.GetManufacturers().join(QLatin1Char('|')),
               QStringLiteral("ELATION|Elation|Zed"));
-    EXPECT_EQ(library.GetNextUniqueID(), 12);
+    EXPECT_EQ(library.GetNextUniqueID(), 14);
     EXPECT_EQ(library.GetLEDFixture(7), nullptr);
     EXPECT_TRUE(log.Has("GetLEDFixture could not find #7"));
     library.Clear();
@@ -179,21 +183,14 @@ protected:
     {
         const Row row = {lastId + 1, static_cast<wchar_t>(L'A' + random() % 5),
                          1 + static_cast<int>(random() % 3)};
-        answer = static_cast<int>(random() % 5) - 1; // mostly to overwrite or to keep
         const auto old = std::ranges::find_if(rows, [&](const Row& other) {
             return other.product == row.product && leads[other.id] == other.id;
         });
-        const bool conflict = old != rows.end() && old->cells != row.cells;
-        const bool taken = old == rows.end() || (conflict && answer == OverwriteFixture);
-        asked.clear();
+        const bool taken = old == rows.end() || old->cells != row.cells;
         auto item = std::make_unique<DeviceLedItem>(L"M", std::wstring(1, row.product),
                                                     PixelMap(row.cells, 1, PixelMapType::L), 0, -1);
-        const int result = library.AddFixture(std::move(item));
-        EXPECT_EQ(result, taken                                ? OverwriteFixture
-                          : !conflict || answer == KeepFixture ? KeepFixture
-                                                               : StopMerge);
+        EXPECT_EQ(library.AddFixture(std::move(item)), taken ? OverwriteFixture : KeepFixture);
         EXPECT_EQ(item == nullptr, taken); // NOLINT(bugprone-use-after-move): refused, it is ours
-        EXPECT_EQ(asked.size(), conflict ? 1 : 0);
         if (!taken)
             return;
         lastId = row.id;
@@ -244,6 +241,7 @@ protected:
 
 TEST_F(LibraryWalk, EveryNumberLeadsToTheFixtureThatItMeans)
 {
+    answer = OverwriteFixture;
     for (int step = 0; step < 400 && !HasFailure(); ++step) {
         SCOPED_TRACE(step);
         if (rows.empty() || random() % 4)
