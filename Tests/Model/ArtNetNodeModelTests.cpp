@@ -8,6 +8,7 @@
 
 #include <QColor>
 #include <QHeaderView>
+#include <QSignalSpy>
 #include <QTreeView>
 
 #include <string>
@@ -187,6 +188,10 @@ TEST_F(ArtNetNodeModelTest, WhatStaysKeepsItsRowAndColumnsKeepTheirWidths)
                      ".Port 0|||0|2", ".Port 1|||0|3", ".Port 2|||0|4"}));
     EXPECT_TRUE(right.isValid() && port.isValid());
     EXPECT_EQ(labelsAndWidths(), "Name 321 IP 150 Nb 35 Sub 35 Univ 77");
+    const QSignalSpy repaints(&nodes, &QAbstractItemModel::dataChanged);
+    nodes.UpdateNodes({});
+    Rows(&view);
+    EXPECT_GT(repaints.count(), 0) << "no text has changed, but all are red now";
 }
 
 TEST_F(ArtNetNodeModelTest, AFloodOfAddressesIsBoundedAndWrittenInPortions)
@@ -196,8 +201,10 @@ TEST_F(ArtNetNodeModelTest, AFloodOfAddressesIsBoundedAndWrittenInPortions)
                std::to_string(number / 256 % 256) + "." + std::to_string(number % 256);
     };
     const auto faithful = Node("2.9.9.9", "Faithful", {1});
-    nodes.AddManualNode(Node("2.1.0.1", "Mine", {}, true)); // an address of the flood
-    nodes.AddManualNode(Node("2.0.0.1", "Mine", {}, true));
+    nodes.UpdateNodes({Node("2.0.0.1", "Lamp")});
+    nodes.UpdateNodes({});
+    nodes.RemoveNode(QStringLiteral("2.0.0.1"));
+    nodes.AddManualNode(Node("2.0.0.1", "Mine", {}, true)); // of an address that is forgotten
     for (int first = 0; first < 3000; first += 100) {
         Records heard = {faithful};
         for (int i = 0; i < 100; ++i)

@@ -90,6 +90,12 @@ TEST_F(SaveSafety, AFullDiskKeepsTheOldFilesAndLeavesNothingBehind)
     Show large(folder, 60);
     Show small(folder, 3);
     const Files wanted = Saved(large);
+    // Small files wait in a buffer for the end of their save, large ones do not.
+    const Files before = Saved(small);
+    for (const std::size_t room : {0U, 1U, 1000U}) {
+        EXPECT_EQ(small.SaveWithin(room), 0);
+        EXPECT_EQ(Now(), before) << room;
+    }
     const std::size_t library = wanted.at("user.wfl").size();
     const std::size_t document = wanted.at("show.wfm").size(); // the larger one
     ASSERT_GT(library, 20'000U);
