@@ -134,9 +134,9 @@ TEST_F(LibraryTest, OnlyANewerVersionIsTakenUnlessForced)
 TEST_F(LibraryTest, AFileCostsANumberForEachFixtureAndABrokenOneNothing)
 {
     const std::string file =
-        Library(Fixture("Elation", "A") + R"(<LEDFixture manufacturer="M" product="Broken" />)" +
-                Fixture("Other", "A") + Fixture("Zed", "C") + Fixture("ELATION", "B", 2));
-    const std::string rows = "Elation|A 1x1 #1|B 2x1 #5|Zed|C 1x1 #4";
+        Library(Fixture("Elation", "B") + R"(<LEDFixture manufacturer="M" product="Broken" />)" +
+                Fixture("Other", "B") + Fixture("Zed", "C") + Fixture("ELATION", "a", 2));
+    const std::string rows = "Elation|B 1x1 #1|a 2x1 #5|Zed|C 1x1 #4";
     Merge(file);
     EXPECT_FALSE(library.WasReadWhole());
     Merge(file);
@@ -145,14 +145,14 @@ TEST_F(LibraryTest, AFileCostsANumberForEachFixtureAndABrokenOneNothing)
     EXPECT_TRUE(log.Has("No LEDFixtureLibrary node found"));
     Merge(file.substr(0, file.size() - 2));
     EXPECT_TRUE(log.Has("Could not read library XML file"));
-    const std::string conflict = Library(Fixture("Zed", "B", 3) + Fixture("Zed", "E"));
+    const std::string conflict = Library(Fixture("Zed", "a", 3) + Fixture("Zed", "E"));
     answer = -1; // which stops
     Merge(conflict);
     EXPECT_EQ(Rows(), rows);
     answer = KeepFixture;
     Merge(conflict);
     EXPECT_EQ(Rows(), rows + "|E 1x1 #13");
-    EXPECT_EQ(asked, QStringList({QStringLiteral("ZedB"), QStringLiteral("ZedB")}));
+    EXPECT_EQ(asked, QStringList({QStringLiteral("Zeda"), QStringLiteral("Zeda")}));
     EXPECT_EQ(library.GetManufacturers().join(QLatin1Char('|')),
               QStringLiteral("ELATION|Elation|Zed"));
     EXPECT_EQ(library.GetNextUniqueID(), 14);
@@ -162,6 +162,9 @@ TEST_F(LibraryTest, AFileCostsANumberForEachFixtureAndABrokenOneNothing)
     EXPECT_EQ(Rows(), "");
     Merge(file);
     EXPECT_EQ(Rows(), rows);
+    auto& proxy = *manager.GetDeviceListProxy();
+    proxy.sort(DeviceModel::ProductColumn);
+    EXPECT_EQ(proxy.index(0, 1, proxy.index(0, 0)).data().toString(), QStringLiteral("a"));
     EXPECT_EQ(library.headerData(1, Qt::Horizontal).toString(), QStringLiteral("Product Name"));
 }
 
