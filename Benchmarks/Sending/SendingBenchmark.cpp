@@ -21,14 +21,17 @@
 #include <vector>
 
 #include "ArtNet/ArtNetClient.h"
-#include "ArtNet/Stage.h"
 #include "ArtNet/ZenArtNetService.h"
 #include "Platform/IPv4.h"
+#include "Support/ArtNetBytes.h"
+#include "Support/Stage.h"
 #include "Timing.h"
 
 namespace {
 
 using namespace Stage;
+using ArtNetBytes::Dmx;
+using ArtNetBytes::Reply;
 using namespace std::chrono_literals;
 
 using Sender = std::function<void(const std::string& host, int universe, const Bytes& channels)>;
@@ -222,8 +225,8 @@ private:
     void Run()
     {
         const Flooder flooder;
-        const std::vector<Bytes> kinds{PollPacket, Reply("flood", 4), Dmx(0x4000, Bytes(512, 1)),
-                                       Bytes(300, 0x41)};
+        const std::vector<Bytes> kinds{ArtNetBytes::Poll(), Reply("flood", 4),
+                                       Dmx(0x4000, Bytes(512, 1)), Bytes(300, 0x41)};
         while (!stop_) {
             const auto passed = std::chrono::steady_clock::now() - begin_;
             const auto due = static_cast<std::uint32_t>(

@@ -13,10 +13,3 @@ ArtNetStage::~ArtNetStage()
 {
     Zen::ArtNetService::SetGlobal(nullptr);
 }
-
-int main(int argc, char** argv)
-{
-    Stage::Enter(argc, argv);
-    testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}

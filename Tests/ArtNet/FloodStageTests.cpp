@@ -53,7 +53,7 @@ TEST_F(ArtNetStage, AFloodNeitherStarvesTheSendsNorGrowsAnything)
         auto next = std::chrono::steady_clock::now();
         for (std::uint32_t i = 0; !stop; next += 1ms) {
             for (int burst = 0; burst < 25; ++burst, ++i) { // four packets each
-                flooder.Send(0x02100000 + i % 100000, PollPacket);
+                flooder.Send(0x02100000 + i % 100000, ArtNetBytes::Poll());
                 flooder.Send(0x02100000 + i % 100000, reply);
                 flooder.Send(0x02100000 + i % 100000, dmx);
                 flooder.Send(0x02100000 + i % 100000, garbage);
@@ -98,7 +98,7 @@ TEST_F(ArtNetStage, AFloodNeitherStarvesTheSendsNorGrowsAnything)
 
     // Afterwards everything is as it was: a poller gets its answer.
     EXPECT_TRUE(ComesTrue([&] {
-        rig->Send(Desk0, PollPacket);
+        rig->Send(Desk0, ArtNetBytes::Poll());
         for (const Heard& heard : rig->All(50ms)) {
             if (heard.bytes.size() == 239)
                 return true;

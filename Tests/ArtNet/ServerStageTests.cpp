@@ -35,7 +35,7 @@ TEST_F(ArtNetStage, PollsGoToEachTargetAfterTwoAndAHalfSeconds)
     for (int target = 0; target < 2; ++target) {
         const auto poll = rig->Next(5s);
         ASSERT_TRUE(poll);
-        EXPECT_EQ(poll->bytes, PollPacket);
+        EXPECT_EQ(poll->bytes, ArtNetBytes::Poll());
         EXPECT_EQ(poll->source, Desk0);
         EXPECT_EQ(poll->port, 6454);
         EXPECT_EQ(poll->destination, Broadcast0);

@@ -152,7 +152,7 @@ TEST_F(ArtNetStage, TheIdentityReachesEveryServerAndSurvivesARestart)
     service.RestartServers();
     EXPECT_EQ(Status(), ArtNetServerStatus::Ready);
     const auto poller = RigSocket(0, 0);
-    poller->Send(Desk0, PollPacket);
+    poller->Send(Desk0, ArtNetBytes::Poll());
     const auto reply = poller->Next(2s);
     ASSERT_TRUE(reply);
     ASSERT_EQ(reply->bytes.size(), 239U);
@@ -170,7 +170,7 @@ TEST_F(ArtNetStage, StoppingIsSilent)
         ArtNetClient client("2.0.0.1", "2.255.255.255", 1, 1, "test");
         for (int packet = 0; packet < 20; ++packet) {
             client.SendDmx("2.0.0.10", 1, Bytes(512, 1));
-            rig->Send(Desk0, PollPacket);
+            rig->Send(Desk0, ArtNetBytes::Poll());
         }
     }
     Zen::ArtNetService::SetGlobal(nullptr);

@@ -6,9 +6,9 @@
 #include <QAction>
 #include <QTest>
 
-#include "ArtNet/Stage.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
+#include "Support/Stage.h"
 #include "UI/Main/LiveCanvas.h"
 #include "UI/Main/WEFTMain.h"
 

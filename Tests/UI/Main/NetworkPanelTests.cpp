@@ -15,7 +15,6 @@
 #include <QTreeView>
 #include <QWheelEvent>
 
-#include "ArtNet/Stage.h"
 #include "HostStandIn/Host.h"
 #include "LEDEngine/GetIPRange.h"
 #include "LEDEngine/LEDEngine.h"
@@ -27,6 +26,7 @@
 #include "Settings/ExternalServerPreferences.h"
 #include "Settings/SettingsBlock.h"
 #include "Support/LogCapture.h"
+#include "Support/Stage.h"
 #include "UI/Editor/MappingRectangle.h"
 #include "UI/Main/LiveCanvas.h"
 #include "UI/Main/NetworkChoice.h"

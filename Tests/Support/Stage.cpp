@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Stage.h"
+#include "Support/Stage.h"
 
 #include <algorithm>
 #include <array>
@@ -69,8 +69,6 @@ std::optional<Heard> Receive(int handle)
 
 } // namespace
 
-const Bytes PollPacket{'A', 'r', 't', '-', 'N', 'e', 't', 0, 0x00, 0x20, 0x00, 0x0E, 0x02, 0x00};
-
 Socket::Socket(std::uint32_t address, std::uint16_t port)
     : handle_(socket(AF_INET, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0))
 {
@@ -118,6 +116,20 @@ std::vector<Heard> Socket::All(std::chrono::milliseconds duration) const
     }
 }
 
+void OnRig(const std::function<void()>& work)
+{
+    const int desk = open("/proc/thread-self/ns/net", O_RDONLY | O_CLOEXEC);
+    const std::string path = std::string("/proc/") + std::getenv("STAGE_PID_rig") + "/ns/net";
+    const int rig = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (setns(rig, CLONE_NEWNET) != 0)
+        throw std::system_error(errno, std::system_category(), "to the rig");
+    work();
+    if (setns(desk, CLONE_NEWNET) != 0)
+        throw std::system_error(errno, std::system_category(), "back to the desk");
+    close(rig);
+    close(desk);
+}
+
 Flooder::Flooder()
 {
     OnRig([this] { handle_ = socket(AF_INET, SOCK_RAW | SOCK_CLOEXEC, IPPROTO_RAW); });
@@ -149,20 +161,6 @@ void Flooder::Send(std::uint32_t source, const Bytes& payload) const
     const sockaddr_in target = Endpoint(Desk0, 0);
     sendto(handle_, packet.data(), packet.size(), MSG_DONTWAIT,
            reinterpret_cast<const sockaddr*>(&target), sizeof target);
-}
-
-void OnRig(const std::function<void()>& work)
-{
-    const int desk = open("/proc/thread-self/ns/net", O_RDONLY | O_CLOEXEC);
-    const std::string path = std::string("/proc/") + std::getenv("STAGE_PID_rig") + "/ns/net";
-    const int rig = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (setns(rig, CLONE_NEWNET) != 0)
-        throw std::system_error(errno, std::system_category(), "to the rig");
-    work();
-    if (setns(desk, CLONE_NEWNET) != 0)
-        throw std::system_error(errno, std::system_category(), "back to the desk");
-    close(rig);
-    close(desk);
 }
 
 std::unique_ptr<Socket> RigSocket(std::uint32_t address, std::uint16_t port)
@@ -207,30 +205,6 @@ std::int64_t WallClock()
     timespec time{};
     clock_gettime(CLOCK_REALTIME, &time);
     return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
-}
-
-Bytes Dmx(std::uint16_t universe, const Bytes& channels)
-{
-    Bytes packet{'A', 'r', 't', '-', 'N', 'e', 't', 0, 0x00, 0x50, 0, 14, 0, 0};
-    packet.push_back(static_cast<std::uint8_t>(universe));
-    packet.push_back(static_cast<std::uint8_t>(universe >> 8));
-    packet.push_back(static_cast<std::uint8_t>(channels.size() >> 8));
-    packet.push_back(static_cast<std::uint8_t>(channels.size()));
-    packet.insert(packet.end(), channels.begin(), channels.end());
-    return packet;
-}
-
-Bytes Reply(const std::string& name, std::uint8_t outputs)
-{
-    Bytes packet(239, 0);
-    const Bytes head{'A', 'r', 't', '-', 'N', 'e', 't', 0, 0x00, 0x21};
-    std::ranges::copy(head, packet.begin());
-    std::ranges::copy(name, packet.begin() + 44);
-    for (std::uint8_t i = 0; i < outputs; ++i) {
-        packet[174U + i] = 0x80;
-        packet[190U + i] = i;
-    }
-    return packet;
 }
 
 } // namespace Stage
