@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ArtNetStage.h"
 
-#include "ArtNet/ZenArtNetService.h"
-
 ArtNetStage::ArtNetStage()
 {
     Zen::ArtNetService::SetGlobal(
@@ -12,4 +10,39 @@ ArtNetStage::ArtNetStage()
 ArtNetStage::~ArtNetStage()
 {
     Zen::ArtNetService::SetGlobal(nullptr);
+}
+
+ArtNetStage::Page ArtNetStage::Read(const ArtNetClient& client, std::int32_t universe)
+{
+    Page page;
+    page.fill(0xEE);
+    client.ReadDmx(universe, page);
+    return page;
+}
+
+bool ArtNetStage::ComesIn(const ArtNetClient& client, std::int32_t universe, std::uint8_t value)
+{
+    return Stage::ComesTrue([&] { return Read(client, universe) == Page{value}; });
+}
+
+ArtNetStage::List ArtNetStage::IpsOf(const ArtNetClient& client)
+{
+    ArtNetNodeList nodes;
+    client.GetNodes(nodes);
+    List ips;
+    for (const ArtNetNodeInfo& node : nodes)
+        ips.emplace_back(node.Ip());
+    return ips;
+}
+
+void ArtNetStage::FeedNode(ArtNetClient& client, const std::string& ip)
+{
+    ArtNetNodeInfo node;
+    node.SetIp(ip);
+    client.FeedNodes({&node, 1});
+}
+
+Zen::ArtNetServerStatus ArtNetStage::Status()
+{
+    return Zen::ArtNetService::Global()->GetStatus();
 }

@@ -1,8 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
+#include <string>
+#include <vector>
+
 #include <gtest/gtest.h>
 
+#include "ArtNet/ArtNetClient.h"
+#include "ArtNet/ZenArtNetService.h"
 #include "Support/ArtNetBytes.h"
 #include "Support/LogCapture.h"
 #include "Support/Stage.h"
@@ -14,8 +20,19 @@ using ArtNetBytes::Reply;
 class ArtNetStage : public testing::Test
 {
 protected:
+    using Page = std::array<std::uint8_t, 512>;
+    using List = std::vector<std::string>;
+
     ArtNetStage();
     ~ArtNetStage() override;
+
+    [[nodiscard]] static Page Read(const ArtNetClient& client, std::int32_t universe);
+    /// Whether this comes in as the universe's first channel, with zeros behind it.
+    [[nodiscard]] static bool ComesIn(const ArtNetClient& client, std::int32_t universe,
+                                      std::uint8_t value);
+    [[nodiscard]] static List IpsOf(const ArtNetClient& client);
+    static void FeedNode(ArtNetClient& client, const std::string& ip);
+    [[nodiscard]] static Zen::ArtNetServerStatus Status();
 
     Support::LogCapture log_;
 };

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ArtNet/ArtNetOutbox.h"
 
-#include <array>
 #include <atomic>
 #include <thread>
 #include <vector>
@@ -21,34 +20,30 @@ std::vector<ArtNetOutbox::Packet> Flushed(ArtNetOutbox& outbox)
 
 int UniverseOf(const ArtNetOutbox::Packet& packet)
 {
-    const auto dmx = ArtNetPackets::ReadDmx(std::span(packet.bytes).first(packet.size));
-    return dmx ? dmx->portAddress : -1;
+    return ArtNetPackets::ReadDmx(std::span(packet.bytes).first(packet.size))->portAddress;
 }
 
 TEST(Outbox, CallsForTheFirstPacketOfAFlushOnly)
 {
     ArtNetOutbox outbox;
-    const std::array<std::uint8_t, 3> channels{1, 2, 3};
-    EXPECT_TRUE(outbox.Add(0x02000001, 7, channels));
-    EXPECT_FALSE(outbox.Add(0x02000002, 8, channels));
+    const std::int64_t begin = Platform::MonotonicNanoseconds();
+    EXPECT_TRUE(outbox.Add(0x02000001, 7, std::vector<std::uint8_t>{1, 2, 3}));
+    EXPECT_FALSE(outbox.Add(0x02000002, 8, {}));
     const auto packets = Flushed(outbox);
     ASSERT_EQ(packets.size(), 2U);
     EXPECT_EQ(packets[0].address, 0x02000001U);
-    EXPECT_EQ(packets[1].address, 0x02000002U);
-    EXPECT_EQ(packets[1].size, 22U);
-    EXPECT_EQ(packets[1].bytes[20], std::byte{3});
-    EXPECT_LE(packets[0].written, packets[1].written);
-    EXPECT_LT(Platform::MonotonicNanoseconds() - packets[1].written, 5'000'000'000);
+    EXPECT_EQ(packets[0].size, 22U);
+    EXPECT_EQ(packets[1].size, 18U);
+    EXPECT_LE(begin, packets[0].written);
+    EXPECT_LE(packets[1].written, Platform::MonotonicNanoseconds());
     EXPECT_TRUE(Flushed(outbox).empty());
 
-    // What is added during a flush goes with it.
-    EXPECT_TRUE(outbox.Add(0x02000001, 9, {})); // a shorter packet in a used block
+    // What is added during a flush is sent with it.
+    EXPECT_TRUE(outbox.Add(0x02000001, 9, {}));
     std::vector<int> universes;
     outbox.Flush([&](auto batch) {
         universes.push_back(UniverseOf(batch[0]));
-        if (universes.size() == 1) {
-            EXPECT_FALSE(outbox.Add(1, 2, {}));
-        }
+        EXPECT_FALSE(universes.size() == 1 && outbox.Add(1, 2, {}));
     });
     EXPECT_EQ(universes, (std::vector<int>{9, 2}));
     EXPECT_TRUE(outbox.Add(1, 3, {}));

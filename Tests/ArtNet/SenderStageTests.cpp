@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+// The last step of a packet: what leaves when the socket's buffer has little room, and how old.
+#include "ArtNet/ArtNetSender.h"
+
+#include <algorithm>
+#include <chrono>
+#include <numeric>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "Platform/Clock.h"
+#include "Support/Stage.h"
+
+namespace {
+
+using Universes = std::vector<int>;
+
+/// A sender on a socket's buffer with room for so many packets.
+class Sender : public testing::Test
+{
+protected:
+    void Send(const Universes& universes, std::int64_t age = 0)
+    {
+        std::vector<ArtNetOutbox::Packet> packets(universes.size());
+        for (std::size_t i = 0; i < packets.size(); ++i) {
+            const auto universe = static_cast<std::uint16_t>(universes[i]);
+            packets[i].size = ArtNetPackets::WriteDmx(packets[i].bytes, universe, {});
+            packets[i].address = Stage::Loopback;
+            packets[i].written = Platform::MonotonicNanoseconds() - age;
+        }
+        sender_.Send(packets);
+    }
+
+    std::size_t room_ = 0;
+    Universes left_; ///< what has left, in order
+    int calls_ = 0;
+    ArtNetSender sender_{[this](std::span<const Platform::Datagram> batch) {
+        ++calls_;
+        Platform::SendOutcome outcome;
+        outcome.sent = std::min(batch.size(), room_);
+        outcome.untried = batch.size() - outcome.sent;
+        room_ -= outcome.sent;
+        for (const Platform::Datagram& datagram : batch.first(outcome.sent)) {
+            EXPECT_EQ(datagram.address, Stage::Loopback);
+            EXPECT_EQ(datagram.port, 6454);
+            left_.push_back(ArtNetPackets::ReadDmx(datagram.bytes)->portAddress);
+        }
+        return outcome;
+    }};
+};
+
+// The packets are dated ahead, so that a busy machine lets none of them get too old.
+constexpr std::int64_t Fresh = -60'000'000'000;
+
+TEST_F(Sender, AFullBufferKeepsTheRestInOrderUntilThereIsRoomAgain)
+{
+    room_ = 2;
+    Send({1, 2, 3, 4}, Fresh);
+    EXPECT_EQ(left_, (Universes{1, 2}));
+    const int calls = calls_;
+    room_ = 1;
+    Send({5}, Fresh);
+    EXPECT_EQ(calls_, calls) << "none may overtake an older one";
+    sender_.SendWaiting();
+    EXPECT_EQ(left_, (Universes{1, 2, 3}));
+    EXPECT_TRUE(sender_.HasWaiting());
+    room_ = 100;
+    sender_.SendWaiting();
+    EXPECT_FALSE(sender_.HasWaiting());
+    Send({6}, Fresh);
+    EXPECT_EQ(left_, (Universes{1, 2, 3, 4, 5, 6}));
+    const int after = calls_;
+    sender_.SendWaiting();
+    EXPECT_EQ(calls_, after) << "nothing waits";
+}
+
+TEST_F(Sender, NothingLeavesThatIsOlderThanATick)
+{
+    room_ = 100;
+    Send({1}, ArtNetSender::OldestAge);
+    Send({2}, Fresh);
+    EXPECT_EQ(left_, Universes{2});
+    room_ = 0;
+    Send({3});
+    std::this_thread::sleep_for(std::chrono::nanoseconds(ArtNetSender::OldestAge));
+    room_ = 100;
+    sender_.SendWaiting();
+    EXPECT_FALSE(sender_.HasWaiting());
+    EXPECT_EQ(left_, Universes{2});
+}
+
+TEST_F(Sender, WhatWaitsIsBounded)
+{
+    Universes many(5000);
+    std::iota(many.begin(), many.end(), 0);
+    Send(many, Fresh);
+    room_ = many.size();
+    sender_.SendWaiting();
+    many.resize(4096);
+    EXPECT_EQ(left_, many);
+}
+
+} // namespace
