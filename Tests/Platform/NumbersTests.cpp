@@ -14,62 +14,68 @@ namespace {
 
 using namespace Platform;
 
+/// A text, and the number in it; none where the text is no number.
+template <typename Number>
+struct Case
+{
+    std::string text;
+    std::optional<Number> value;
+};
+
 TEST(Numbers, WholeNumbersInTheirRangeOnly)
 {
-    EXPECT_EQ(ParseInt(" \t+42\r\n"), 42);
-    EXPECT_EQ(ParseInt("-2147483648"), INT32_MIN);
-    EXPECT_EQ(ParseInt("2147483647"), INT32_MAX);
-    EXPECT_EQ(ParseInt("007"), 7);
+    using Whole = Case<std::int32_t>;
+    for (const auto& [text, value] : {Whole{" \t+42\r\n", 42}, Whole{"-2147483648", INT32_MIN},
+                                      Whole{"2147483647", INT32_MAX}, Whole{"007", 7}})
+        EXPECT_EQ(ParseInt(text), value) << '"' << text << '"';
     for (const char* text : {"", " ", "+", "-", "--1", "+-1", "-+1", "++1", "- 1", "1 2", "1x",
                              "0x10", "1.5", "2147483648", "-2147483649", "99999999999999999999"})
         EXPECT_EQ(ParseInt(text), std::nullopt) << '"' << text << '"';
+    for (const auto& [text, value] :
+         {Whole{"0x7fFFffFF", INT32_MAX}, Whole{"-0X10", -16}, Whole{"010", 8}, Whole{"0", 0},
+          Whole{"19", 19}, Whole{"0x", {}}, Whole{"0x-1", {}}, Whole{"0xG", {}}, Whole{"08", {}},
+          Whole{"0x80000000", {}}, Whole{"0x1 0", {}}})
+        EXPECT_EQ(ParseIntAutoBase(text), value) << '"' << text << '"';
 }
 
-TEST(Numbers, AutomaticBase)
+TEST(Numbers, FloatsAreFiniteAndTheTooSmallAreZero)
 {
-    EXPECT_EQ(ParseIntAutoBase("0x7fFFffFF"), INT32_MAX);
-    EXPECT_EQ(ParseIntAutoBase("-0X10"), -16);
-    EXPECT_EQ(ParseIntAutoBase("010"), 8);
-    EXPECT_EQ(ParseIntAutoBase("0"), 0);
-    EXPECT_EQ(ParseIntAutoBase("19"), 19);
-    for (const char* text : {"0x", "0x-1", "0xG", "08", "0x80000000", "0x1 0"})
-        EXPECT_EQ(ParseIntAutoBase(text), std::nullopt) << '"' << text << '"';
-}
-
-TEST(Numbers, FloatsAreFinite)
-{
-    EXPECT_EQ(ParseFloat(" +1.5 "), 1.5F);
-    EXPECT_EQ(ParseFloat("-.25"), -0.25F);
-    EXPECT_EQ(ParseFloat("5."), 5.0F);
-    EXPECT_EQ(ParseFloat("2.5e2"), 250.0F);
-    EXPECT_EQ(ParseFloat("3.402823466e38"), FLT_MAX);
-    for (const std::string& text :
-         {std::string(), std::string("."), std::string("nan"), std::string("-inf"),
-          std::string("infinity"), std::string("1e39"), std::string("-1e999999999999"),
-          std::string(400, '9'), std::string("1,5"), std::string("0x10"), std::string("1e"),
-          std::string("1.5.2"), std::string("+-1"), std::string("1 1")})
-        EXPECT_EQ(ParseFloat(text), std::nullopt) << '"' << text << '"';
-}
-
-TEST(Numbers, AFloatTooSmallToTellIsZero)
-{
-    for (const std::string& text :
-         {std::string("1e-50"), std::string("-1e-50"), std::string("1E-400"),
-          std::string("1e-999999999999"), "0." + std::string(60, '0') + "1",
-          "0." + std::string(400, '0') + "1"})
-    {
-        const auto value = ParseFloat(text);
-        ASSERT_TRUE(value.has_value()) << text;
-        EXPECT_EQ(*value, 0.0F) << text;
-    }
-    // A minus in the exponent alone makes no number small.
-    EXPECT_EQ(ParseFloat(std::string(500, '9') + "e-1"), std::nullopt);
+    const std::string zeros(400, '0');
+    const std::string nines(500, '9');
+    using Float = Case<float>;
+    for (const auto& [text, value] : {Float{" +1.5 ", 1.5F},
+                                      Float{"-.25", -0.25F},
+                                      Float{"5.", 5.0F},
+                                      Float{"2.5e2", 250.0F},
+                                      Float{"3.402823466e38", FLT_MAX},
+                                      Float{"1e-50", 0.0F},
+                                      Float{"-1e-50", 0.0F},
+                                      Float{"1E-400", 0.0F},
+                                      Float{"1e-999999999999999999999", 0.0F},
+                                      Float{"0." + zeros + "1", 0.0F},
+                                      Float{"1" + zeros + "e-500", 0.0F},
+                                      Float{"1e39", {}},
+                                      Float{"-1e999999999999999999999", {}},
+                                      Float{nines, {}},
+                                      Float{nines + "e-1", {}},
+                                      Float{"0." + zeros + "1e500", {}},
+                                      Float{"", {}},
+                                      Float{".", {}},
+                                      Float{"nan", {}},
+                                      Float{"-inf", {}},
+                                      Float{"infinity", {}},
+                                      Float{"1,5", {}},
+                                      Float{"0x10", {}},
+                                      Float{"1e", {}},
+                                      Float{"1.5.2", {}},
+                                      Float{"+-1", {}},
+                                      Float{"1 1", {}}})
+        EXPECT_EQ(ParseFloat(text), value) << '"' << text << '"';
 }
 
 TEST(Numbers, FloatsPrintSixDecimals)
 {
     EXPECT_EQ(FormatFloat(0.1F), "0.100000");
-    EXPECT_EQ(FormatFloat(-1234.5F), "-1234.500000");
     EXPECT_EQ(FormatFloat(-FLT_MAX), "-340282346638528859811704183484516925440.000000");
     EXPECT_EQ(FormatFloat(std::numeric_limits<float>::infinity()), "0.000000");
     EXPECT_EQ(FormatFloat(std::nanf("")), "0.000000");
@@ -92,38 +98,28 @@ TEST(IPv4, DottedTexts)
 {
     EXPECT_EQ(ParseIPv4("2.0.0.1"), 0x02000001U);
     EXPECT_EQ(ParseIPv4(L"255.255.255.255"), 0xFFFFFFFFU);
-    EXPECT_EQ(ParseIPv4("0.0.0.0"), 0U);
     EXPECT_EQ(FormatIPv4(0xC0A80AFE), "192.168.10.254");
     for (const char* text :
          {"", "1", "1.2.3", "1.2.3.", ".1.2.3", "1.2.3.4.", "1.2.3.4.5", "1..2.3", "256.0.0.1",
           "1.2.3.0004", "1.2.3.4 ", " 1.2.3.4", "+1.2.3.4", "1.2.3.-4", "a.b.c.d", "1,2,3,4"})
         EXPECT_EQ(ParseIPv4(text), std::nullopt) << '"' << text << '"';
-    // A wide digit that only looks like one is none.
-    EXPECT_EQ(ParseIPv4(L"\uFF11.2.3.4"), std::nullopt);
+    EXPECT_EQ(ParseIPv4(L"\uFF11.2.3.4"), std::nullopt) << "a wide digit that looks like one";
 }
 
-TEST(IPv4, Broadcast)
+TEST(IPv4, ANetworkHasWholeOctets)
 {
-    EXPECT_EQ(BroadcastOf(0x02000001, 8), 0x02FFFFFFU);
     EXPECT_EQ(BroadcastOf(0xC0A80A81, 25), 0xC0A80AFFU);
     EXPECT_EQ(BroadcastOf(0x02000001, 0), 0xFFFFFFFFU);
     EXPECT_EQ(BroadcastOf(0x02000001, 32), 0x02000001U);
-}
-
-TEST(IPv4, ANetworkIsToldByWholeOctets)
-{
     constexpr std::uint32_t two = 0x02FFFFFF;
     for (const char* inside : {"2.0.0.1", "2.255.255.255", "127.0.0.1"})
         EXPECT_TRUE(IsInNetwork(two, inside)) << inside;
-    for (const char* outside : {"3.0.0.1", "127.0.0.2", "", "2.0.0", "2.0.0.256", "2.0.0.0.1",
-                                "2.0.0.x", "Auto", " 2.0.0.1"})
+    for (const char* outside : {"3.0.0.1", "127.0.0.2", "", "2.0.0.256", "Auto", " 2.0.0.1"})
         EXPECT_FALSE(IsInNetwork(two, outside)) << outside;
     EXPECT_TRUE(IsInNetwork(0xC0A801FF, "192.168.1.7"));
     EXPECT_FALSE(IsInNetwork(0xC0A801FF, "192.168.2.7"));
     EXPECT_TRUE(IsInNetwork(0xC0A8017F, "192.168.1.127")) << "a net of 128 matches itself only";
     EXPECT_FALSE(IsInNetwork(0xC0A8017F, "192.168.1.5"));
-    EXPECT_TRUE(IsInNetwork(0, "127.0.0.1"));
-    EXPECT_TRUE(IsInNetwork(0xFFFFFFFF, "10.1.2.3"));
 }
 
 } // namespace
