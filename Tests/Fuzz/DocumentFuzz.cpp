@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Mapping documents, all the way: the library inside, the elements, and a frame made of them.
-#include "Fuzz/InputFile.h"
+#include "Fuzz/Fuzz.h"
 #include "LEDEngine/LEDEngine.h"
 #include "LibTools/ZenBitmap.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 
-#include <cstdlib>
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const InputFile file;
     static const auto picture = ZenBitmap::Create(64, 48, 4);
@@ -23,8 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!manager.LoadMapping(QString::fromStdString(file.Path()), nodes))
         return 0;
     const MappedDeviceModel& document = *manager.GetMappedDeviceModel();
-    if (document.GetCanvasWidth() < 1 || document.GetCanvasHeight() < 1)
-        std::abort();
+    Require(document.GetCanvasWidth() >= 1 && document.GetCanvasHeight() >= 1);
     LEDEngine engine(manager);
     if (!engine.CreateElements(document.GetCanvasWidth(), document.GetCanvasHeight()))
         return 0;

@@ -1,59 +1,42 @@
 // SPDX-License-Identifier: MIT
 // The preference file of the host beside us, which another program writes whenever it likes.
-#include "Fuzz/InputFile.h"
+#include "Fuzz/Fuzz.h"
 #include "LibTools/W32System.h"
 #include "Settings/ApplicationMode.h"
 #include "Settings/ExternalServerPreferences.h"
+#include "Support/TemporaryFolder.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <memory>
 
 namespace {
 
-namespace fs = std::filesystem;
-
-/// A user of our own whose host keeps its file where hosts do.
-class User
+/// A user whose host keeps its file where hosts do.
+struct User
 {
-public:
     User()
     {
-        std::string pattern = (fs::temp_directory_path() / "hostfileXXXXXX").string();
-        if (!mkdtemp(pattern.data()))
-            std::abort();
-        home_ = pattern;
-        setenv("XDG_DATA_HOME", home_.c_str(), 1);
+        setenv("XDG_DATA_HOME", home.Path().c_str(), 1);
         System::global = std::make_unique<W32System>();
         ApplicationMode::Instance().mode = ApplicationMode::BesideReelCommand;
-        const fs::path folder = home_ / "Zentri ReelCommand 5";
-        fs::create_directories(folder);
-        fs::create_symlink(file.Path(), folder / "Zentri ReelCommand_preferences.xml");
+        const auto folder = home.Path() / "Zentri ReelCommand 5";
+        std::filesystem::create_directories(folder);
+        std::filesystem::create_symlink(file.Path(), folder / "Zentri ReelCommand_preferences.xml");
     }
-    ~User()
-    {
-        std::error_code ignored;
-        fs::remove_all(home_, ignored);
-    }
-    User(const User&) = delete;
-    User& operator=(const User&) = delete;
 
     const InputFile file; ///< the host's preferences
-
-private:
-    fs::path home_;
+    const Support::TemporaryFolder home;
 };
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const User user;
     user.file.Write(data, size);
     ExternalServerPreferences preferences;
     const bool loaded = preferences.Load();
-    const bool hasPath = preferences.mappingPath.ends_with(L"/PixelWeft/mapping.wfm");
-    if (loaded != hasPath || preferences.mappingPath.find(L'\\') != std::wstring::npos)
-        std::abort();
+    Require(loaded == preferences.mappingPath.ends_with(L"/PixelWeft/mapping.wfm"));
+    Require(preferences.mappingPath.find(L'\\') == std::wstring::npos);
     return 0;
 }

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Fixture libraries, also those inside documents. What was read is written and read again, and
 // nothing may change on the way.
-#include "Fuzz/InputFile.h"
+#include "Fuzz/Fuzz.h"
 #include "LibTools/XmlFile.h"
 #include "Model/DeviceModel.h"
 #include "XmlText/XmlText.h"
 
-#include <cstdlib>
 #include <string>
 
 namespace {
@@ -20,7 +19,7 @@ std::string TextOf(const DeviceModel& library)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const InputFile file;
     file.Write(data, size);
@@ -33,21 +32,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     library.Merge(file.WidePath(), false, answer);
 
     const std::string written = TextOf(library);
-    const std::string bytes = XmlText::Encode(written);
-    file.Write(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
-    const auto keep = [](const QString&, const QString&) {
-        return 1;
+    const auto readAgain = [](const std::string& text) {
+        file.Write(XmlText::Encode(text));
+        DeviceModel again;
+        again.Merge(file.WidePath(), true, [](const QString&, const QString&) { return 1; });
+        return TextOf(again);
     };
-    DeviceModel again;
-    again.Merge(file.WidePath(), true, keep);
-    const std::string second = TextOf(again);
-    // A fixture that was overwritten stands there twice and one with an empty name reads no more,
+    // A fixture that was overwritten is written twice and one with an empty name is not read again,
     // so the second text may be shorter; from there on it stays.
-    const std::string secondBytes = XmlText::Encode(second);
-    file.Write(reinterpret_cast<const std::uint8_t*>(secondBytes.data()), secondBytes.size());
-    DeviceModel third;
-    third.Merge(file.WidePath(), true, keep);
-    if (second.size() > written.size() || TextOf(third) != second)
-        std::abort();
+    const std::string second = readAgain(written);
+    Require(second.size() <= written.size() && readAgain(second) == second);
     return 0;
 }

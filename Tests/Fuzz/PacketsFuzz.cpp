@@ -2,17 +2,12 @@
 // Whatever arrives on the Art-Net port: every datagram is one kind or none, and what is read of it
 // lies inside it.
 #include "ArtNet/ArtNetPackets.h"
+#include "Fuzz/Fuzz.h"
 
+#include <algorithm>
 #include <array>
-#include <cstdlib>
 
 namespace {
-
-void Require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 void CheckDmx(std::span<const std::byte> datagram)
 {
@@ -31,8 +26,7 @@ void CheckDmx(std::span<const std::byte> datagram)
     const auto again = ArtNetPackets::ReadDmx(std::span<const std::byte>(packet).first(size));
     Require(again && again->portAddress == dmx->portAddress);
     Require(again->channels.size() == (dmx->channels.size() + 1) / 2 * 2);
-    for (std::size_t i = 0; i < dmx->channels.size(); ++i)
-        Require(again->channels[i] == dmx->channels[i]);
+    Require(std::ranges::equal(again->channels.first(dmx->channels.size()), dmx->channels));
 }
 
 void CheckReply(std::span<const std::byte> datagram)
@@ -48,7 +42,7 @@ void CheckReply(std::span<const std::byte> datagram)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const auto datagram = std::as_bytes(std::span(data, size));
     switch (ArtNetPackets::Classify(datagram)) {

@@ -204,7 +204,8 @@ void Host::Take(const Bytes& datagram)
     const Bytes data(datagram.begin() + dataAt, datagram.end());
     if (withPolls || subKey != 0x11)
         lines_.push_back(LineOf(subKey, data));
-    Answer(subKey, data);
+    if (!manners.silent)
+        Answer(subKey, data);
 }
 
 void Host::Answer(std::uint8_t subKey, const Bytes& data)
@@ -217,10 +218,9 @@ void Host::Answer(std::uint8_t subKey, const Bytes& data)
         Send(0x52, inputSettings);
     else if (subKey == 0x91 && manners.rebinds)
         Send(0x92);
-    else if (subKey == 0xA1 && manners.registers) {
+    else if (subKey == 0xA1) {
         Send(0xA2);
-        if (manners.asksForNodes)
-            AskForNodes();
+        AskForNodes();
     } else if (subKey == 0x61)
         AnswerNodesWanted(data);
     else if (subKey == 0x71)

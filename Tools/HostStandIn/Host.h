@@ -27,11 +27,10 @@ struct Node
 /// How well the host behaves.
 struct Manners
 {
+    bool silent = false; ///< answers nothing at all
     bool answersPolls = true;
     bool rebinds = true;                ///< acknowledges 0x91
-    bool registers = true;              ///< acknowledges 0xA1
-    bool asksForNodes = true;           ///< asks with 0x61 after the registration
-    int nodeRequests = 1;               ///< how many times it asks
+    int nodeRequests = 1;               ///< how many times it asks with 0x61 after the registration
     bool acknowledges = true;           ///< "stop", "start" and "reload"
     std::uint32_t oldBy = 0;            ///< answers carry a request number that is older by this
     double loss = 0;                    ///< part of its messages that never leaves, 0 to 1
@@ -39,10 +38,9 @@ struct Manners
     std::chrono::milliseconds delay{0}; ///< each message leaves so much later
 };
 
-/// One socket on port 6456 that sends to 6455, and what came and went as lines of text:
-///     poll
-///     register first=0 count=2 interface=2.0.0.1 broadcast=2.255.255.255 receive=2.0.0.1
-///     name=PixelWeft universe address=3 pair=0 to=2.0.0.10 channels=ff0080
+/// One socket on port 6456 that sends to 6455, and a line of text for each message that comes, such
+/// as
+///     universe address=3 pair=0 to=2.0.0.10 channels=ff0080
 class Host
 {
 public:
@@ -53,18 +51,18 @@ public:
 
     /// Opens the socket; false, with a line on standard error, when that fails.
     [[nodiscard]] bool Start();
-    /// Dies without a word. Start brings it back.
+    /// Closes the socket without a message. Start opens it again.
     void Die();
     [[nodiscard]] bool IsAlive() const { return handle_ >= 0; }
 
     /// Takes what has come, answers it, and sends what is due.
     void Pump();
-    /// Waits no longer than told for something to come.
+    /// Waits for the next message, no longer than this.
     void Wait(std::chrono::milliseconds longest) const;
 
     /// A message with this SubKey and these first bytes of data.
     void Send(std::uint8_t subKey, const Bytes& data = {});
-    /// These bytes and nothing else, as they are.
+    /// A datagram of exactly these bytes.
     void SendRaw(const Bytes& datagram);
 
     Manners manners;

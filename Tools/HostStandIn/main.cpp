@@ -10,20 +10,16 @@ namespace {
 const char* const usage =
     "host-stand-in - a host program on the control channel (127.0.0.1, ports 6456 and 6455)\n"
     "\n"
-    "It prints a line for each message that comes, with the milliseconds since its start.\n"
+    "It prints a line for each message but a poll, with the milliseconds since its start.\n"
     "\n"
     "  --seconds S        end after this time (default 10)\n"
-    "  --polls            print polls too\n"
-    "  --slow MS          each message leaves so much later\n"
-    "  --lose PART        this part of its messages (0 to 1) never leaves\n"
+    "  --slow MS          each message is sent so much later\n"
+    "  --lose PART        this part of its messages (0 to 1) is never sent\n"
     "  --reorder          answers in several pieces go last one first\n"
     "  --old N            answers carry a request number that is older by N\n"
     "  --ask N            ask for the node list N times\n"
     "  --silent           answer nothing\n"
     "  --no-rebind        don't take the Art-Net port\n"
-    "  --no-register      take no registration\n"
-    "  --die S            die after this time\n"
-    "  --back S           and come back after this time\n"
     "  --node NAME ADDRESS UNIVERSE   know this node (repeat for more)\n";
 
 using Clock = std::chrono::steady_clock;
@@ -33,15 +29,8 @@ double SecondsSince(Clock::time_point start)
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-struct Plan
-{
-    double end = 10;
-    double die = -1;
-    double back = -1;
-};
-
 /// False when the words make no sense.
-bool Parse(int count, char** words, HostStandIn::Host& host, Plan& plan)
+bool Parse(int count, char** words, HostStandIn::Host& host, double& seconds)
 {
     for (int i = 1; i < count; ++i) {
         const std::string word = words[i];
@@ -49,13 +38,7 @@ bool Parse(int count, char** words, HostStandIn::Host& host, Plan& plan)
             return i + 1 < count ? std::atof(words[++i]) : -1.0;
         };
         if (word == "--seconds")
-            plan.end = value();
-        else if (word == "--die")
-            plan.die = value();
-        else if (word == "--back")
-            plan.back = value();
-        else if (word == "--polls")
-            host.withPolls = true;
+            seconds = value();
         else if (word == "--slow")
             host.manners.delay = std::chrono::milliseconds(static_cast<int>(value()));
         else if (word == "--lose")
@@ -67,11 +50,9 @@ bool Parse(int count, char** words, HostStandIn::Host& host, Plan& plan)
         else if (word == "--ask")
             host.manners.nodeRequests = static_cast<int>(value());
         else if (word == "--silent")
-            host.manners.answersPolls = false;
+            host.manners.silent = true;
         else if (word == "--no-rebind")
             host.manners.rebinds = false;
-        else if (word == "--no-register")
-            host.manners.registers = false;
         else if (word == "--node" && i + 3 < count) {
             host.nodes.push_back({words[i + 1],
                                   words[i + 2],
@@ -80,7 +61,7 @@ bool Parse(int count, char** words, HostStandIn::Host& host, Plan& plan)
         } else
             return false;
     }
-    return plan.end > 0 && plan.end <= 86400;
+    return seconds > 0 && seconds <= 86400;
 }
 
 } // namespace
@@ -88,26 +69,15 @@ bool Parse(int count, char** words, HostStandIn::Host& host, Plan& plan)
 int main(int count, char** words)
 {
     HostStandIn::Host host;
-    Plan plan;
-    if (!Parse(count, words, host, plan)) {
+    double seconds = 10;
+    if (!Parse(count, words, host, seconds)) {
         std::fputs(usage, stderr);
         return 64;
     }
     if (!host.Start())
         return 1;
     const auto start = Clock::now();
-    bool dead = false;
-    while (SecondsSince(start) < plan.end) {
-        const double now = SecondsSince(start);
-        if (!dead && plan.die >= 0 && now >= plan.die) {
-            std::printf("%6.0f dies\n", now * 1000);
-            host.Die();
-            dead = true;
-        } else if (dead && !host.IsAlive() && plan.back >= 0 && now >= plan.back) {
-            std::printf("%6.0f is back\n", now * 1000);
-            if (!host.Start())
-                return 1;
-        }
+    while (SecondsSince(start) < seconds) {
         host.Wait(std::chrono::milliseconds(5));
         host.Pump();
         for (const std::string& line : host.TakeLines())
