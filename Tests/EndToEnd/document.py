@@ -51,7 +51,7 @@ class Document:
                 flip_vertical=False):
         """Places a fixture: the top left pixel of the picture that it covers, and how many it covers.
 
-        A turned element keeps its centre, and so covers other pixels than told.
+        A turned element keeps its centre, and so covers other pixels.
         """
         flips = [str(flip).lower() for flip in (flip_horizontal, flip_vertical)]
         name = f"{product}-{len(self._elements) + 1}"

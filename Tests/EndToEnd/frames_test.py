@@ -2,7 +2,7 @@
 """From a document and a picture to DMX on the wire: bytes, lengths, addresses, ports and rates."""
 
 import stage
-from document import HEIGHT, STRIP, WIDTH, Document, colour, write_picture
+from document import HEIGHT, STRIP, WIDTH, Document, colour
 from stage import BROADCAST, DESK, RIG, dmx
 
 OTHER_RIG = "2.0.0.11"
@@ -31,7 +31,7 @@ def many_kinds():
     document.fixture("Wall", WIDTH, HEIGHT, "RGB", range(1, 3 * WIDTH * HEIGHT, 3))
     expected = {}
 
-    # Straight, mirrored, and turned about its centre, with a gap that nobody drives.
+    # Straight, mirrored, and turned about its centre, with a gap of unused channels.
     document.element("Strip", 2, 1, 4, 1, universe=0, channel=1)
     document.element("Strip", 6, 3, 4, 1, universe=0, channel=15, flip_horizontal=True)
     document.element("Strip", 8.5, 3.5, 4, 1, universe=0, channel=27, rotation=90)
@@ -57,7 +57,7 @@ def many_kinds():
     layouts += bytes([luminance(*colour(15, 0)), 255 - colour(7, 7)[1], 255 - colour(7, 7)[2], 0])
     expected[BROADCAST, 2] = layouts
 
-    # Constants, free channels, and a pixel that hangs over the edge of the picture.
+    # Constants, free channels, and pixels beyond the edge of the picture.
     document.element("Head", 3, 4, 1, 1, universe=17, channel=1)
     document.element("Strip", -2, 0, 4, 1, universe=17, channel=10)
     expected[BROADCAST, 17] = (bytes([255]) + pixels([(3, 4)]) + bytes([0, 0, 0, 7, 0]) + bytes(6) +
@@ -87,9 +87,7 @@ class Frames(stage.Case):
 
     def setUp(self):
         super().setUp()
-        picture = self.home.folder / "picture.png"
-        write_picture(picture)
-        self.home.put_settings(visualFile=picture, usrImgFile=picture, imgSelVal=2, network="2.X.X.X")
+        self.home.use_test_picture()
 
     def test_every_universe_of_a_document(self):
         document, expected = many_kinds()
@@ -125,58 +123,50 @@ class Frames(stage.Case):
 
         # A poll of ten bytes is a poll, from whatever port it comes, and its sender alone gets the answer.
         asker = self.socket_on("rig")
-        asker.settimeout(5)
         for target in (DESK, BROADCAST):
             asker.sendto(bytes.fromhex("4172742d4e657400" "0020"), (target, 6454))
             answer, source = asker.recvfrom(2000)
             self.assertEqual((DESK, 6454), source)
             self.check_answer(answer)
         self.assertEqual([], wire.packets(lambda p: p.is_reply and p.destination not in (RIG, DESK)))
-        self.assertEqual([], wire.packets(lambda p: p.is_dmx), "an empty document is dark")
+        self.assertEqual([], wire.packets(lambda p: p.is_dmx), "an empty document sends nothing")
 
     def check_answer(self, answer):
         self.assertEqual(239, len(answer))
-        told = bytearray(239)
-        told[0:10] = b"Art-Net\0\x00\x21"
-        told[10:14] = answer[10:14]
-        told[14:16] = b"\x19\x36"
-        told[20:22] = answer[20:22]  # the maker's codes
-        told[24:26] = answer[24:26]
-        told[26:42] = b"Zentri PixelWeft"
-        told[44:60] = b"Zentri PixelWeft"
-        told[108:126] = b"#0001 [0001] Ready"
-        told[174] = told[182] = 0x80
-        told[200] = 2
-        self.assertEqual(bytes(told).hex(), answer.hex())
-        self.assertIn(answer[10:14], (bytes([2, 0, 0, 1]), bytes([2, 0, 0, 10])))
+        expected = bytearray(239)
+        expected[0:16] = b"Art-Net\0\x00\x21\x02\x00\x00\x01\x19\x36"
+        expected[20:26] = b"\x00\xff\x00\x00\x7f\xf0"  # the codes of a maker that has none
+        expected[26:42] = expected[44:60] = b"Zentri PixelWeft"
+        expected[108:126] = b"#0001 [0001] Ready"
+        expected[174] = expected[182] = 0x80
+        expected[200] = 2
+        self.assertEqual(expected.hex(), answer.hex())
 
 
 class Merging(stage.Case):
-    """Received universes with the program's own channels on top: 4 and 5 come in, 32 and 33 go out."""
+    """Received universes under the program's own channels: 4 and 5 come in, 32 and 33 are sent."""
 
     def setUp(self):
         super().setUp()
-        picture = self.home.folder / "picture.png"
-        write_picture(picture)
-        self.home.put_settings(visualFile=picture, usrImgFile=picture, imgSelVal=2, network="2.X.X.X")
+        self.home.use_test_picture()
         document = Document(merging=dict(Enabled=1, FromStartSubnet=0, FromStartUniverse=4, ConsecutiveUniverses=2,
                                          ToStartSubnet=2, ToStartUniverse=0, MergerDMXSource="PixelWeft"))
         document.fixture("Strip", 4, 1, "RGB", [1, 4, 7, 10])
         document.fixture("Head", 1, 1, "RGB", [2], channel_count=9, constants=[(1, 255), (8, 0)])
-        # The address of an element in the range plays no part; one outside it goes where it always goes.
+        # An element in the range is sent with its universe, whatever its node; one outside as without merging.
         document.element("Head", 3, 4, 1, 1, universe=4, channel=11, to=OTHER_RIG)
         document.element("Strip", 2, 1, 4, 1, universe=0, channel=1)
         self.home.put_document(document)
 
     def merged(self, received):
-        """Universe 4 as received, with a pixel and two constants on it; the free channels show through."""
+        """Universe 4 as received, with a pixel and two constants on it; the free channels stay as received."""
         channels = bytearray(received + bytes(512 - len(received)))
         channels[10] = 255
         channels[11:14] = pixels([(3, 4)])
         channels[17] = 0
         return bytes(channels)
 
-    def test_received_universes_shine_through(self):
+    def test_received_universes_lie_under_our_own(self):
         wire = self.watch()
         self.start()
         wire.wait_for(120, dmx(32), 30, "merged frames")
@@ -198,7 +188,7 @@ class Merging(stage.Case):
             wanted = self.merged(channels) if universe == 4 else channels
             wire.wait_for(1, lambda p: dmx(universe + 28)(p) and p.channels == wanted, 10,
                           f"universe {universe} as sent to {to}")
-        # What came last stays, and the universe that nobody asked for goes nowhere.
+        # What was received last stays, and a universe outside the range is not sent.
         seen = len(wire.packets(dmx(32)))
         wire.wait_for(seen + 20, dmx(32), 10, "further frames")
         last = {p.universe: p.channels for p in wire.packets(dmx())}

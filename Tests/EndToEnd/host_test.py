@@ -1,16 +1,16 @@
 # SPDX-License-Identifier: MIT
-"""A host program beside us: it gets the universes, dies, and the light goes on by ourselves."""
+"""A host program beside us: it gets the universes, dies, and we go on sending on our own port."""
 
 import re
 import time
 
 import stage
-from document import STRIP, strip_document, write_picture
+from document import STRIP, strip_document
 from stage import BROADCAST, dmx
 
 
 class Host(stage.Process):
-    """The host stand-in (Tools/HostStandIn) on the program's machine; what came to it stands in `text`."""
+    """The host stand-in (Tools/HostStandIn) on the program's machine; `lines` has what came to it."""
 
     def __init__(self, home, *arguments):
         self.path = home.folder / "host.txt"
@@ -30,14 +30,10 @@ class HostBesideUs(stage.Case):
     def setUp(self):
         super().setUp()
         self.home.put_document(strip_document())
-        picture = self.home.folder / "picture.png"
-        write_picture(picture)
-        self.home.put_settings(visualFile=picture, usrImgFile=picture, imgSelVal=2, network="2.X.X.X")
+        self.home.use_test_picture()
 
     def host(self, *arguments):
-        host = Host(self.home, "--seconds", 60, *arguments)
-        self.addCleanup(lambda: host.running() and host.end())
-        return host
+        return self.started(Host(self.home, "--seconds", 60, *arguments))
 
     def test_a_host_that_is_there_first_gets_the_universes(self):
         wire = self.watch()
@@ -76,7 +72,7 @@ class HostBesideUs(stage.Case):
         host.end(stage.signal.SIGKILL)
         wire.wait_for(1, dmx(), 20, "ArtDmx when it is gone", gone)
 
-    def test_a_slow_host_that_loses_messages_gets_there_in_the_end(self):
+    def test_a_slow_host_that_loses_messages_is_served_in_the_end(self):
         host = self.host("--slow", 40, "--lose", 0.2, "--ask", 2, "--reorder", "--old", 1, "--node", "Lamp",
                          stage.RIG, "0", "--node", "Other", "2.0.0.11", "0")
         program = self.start()

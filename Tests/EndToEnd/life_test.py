@@ -5,7 +5,7 @@ import signal
 import time
 
 import stage
-from document import STRIP, strip_document, write_picture
+from document import STRIP, strip_document
 from stage import BROADCAST, dmx
 
 HISTORY = "loghistory"
@@ -16,9 +16,7 @@ class Life(stage.Case):
 
     def setUp(self):
         super().setUp()
-        picture = self.home.folder / "picture.png"
-        write_picture(picture)
-        self.home.put_settings(visualFile=picture, usrImgFile=picture, imgSelVal=2, network="2.X.X.X")
+        self.home.use_test_picture()
 
     def history(self):
         folder = self.home.log.parent / HISTORY
@@ -35,15 +33,15 @@ class Life(stage.Case):
         again = time.time()
         second = self.start(said="second.txt")
         self.assertEqual(0, second.status(seconds=10))
-        self.assertEqual("", second.said.read_text(), "it refuses in silence")
+        self.assertEqual("", second.said.read_text(), "it ends without a word")
         self.assertEqual(names, {path.name for path in self.home.log.parent.rglob("*")})
-        self.assertEqual({}, self.history(), "the log of the first is not put away")
+        self.assertEqual({}, self.history(), "the log of the first is not moved to the history")
         self.assertEqual(document, self.home.document.read_bytes())
         frames = wire.wait_for(15, dmx(0), 10, "further frames", since=again)
-        self.assertLess(max(b.time - a.time for a, b in zip(frames, frames[1:])), 1, "no frame stays out")
+        self.assertLess(max(b.time - a.time for a, b in zip(frames, frames[1:])), 1, "no frame is missing")
         self.assertTrue(first.running())
 
-        # Once the first is gone, in whatever way, the next may start.
+        # When the first has ended, however that was, the next may start.
         first.end(signal.SIGKILL)
         third = time.time()
         self.start()
@@ -108,7 +106,7 @@ class Life(stage.Case):
             '<Mapping name="Untitled" version="1.0" resolution="100,100" autoUnicast="0" network="10.0.0.1" />\n',
             text[text.index("</LEDFixtureLibrary>\n") + len("</LEDFixtureLibrary>\n"):])
 
-        # And the next run finds it as it was.
+        # And the next run reads it as it was.
         self.assertEqual(0, program.end())
         second = self.start()
         second.wait_for_log("Entering Using local socket state")

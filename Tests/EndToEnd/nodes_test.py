@@ -34,7 +34,7 @@ class Nodes(stage.Case):
         reply = wire.wait_for(1, lambda p: p.is_reply, 10, "a reply to a poll")[0]
         first = wire.wait_for(20, dmx(0, RIG), 10, "frames for the node")[0]
         self.assertLess(first.time - reply.time, NODE_RESULTS_WITHIN)
-        # It gets what it announced and the program has; nobody gets the rest.
+        # It gets the universe that it announced and the program has; the other universe is not sent.
         later = first.time + 0.2
         self.assertEqual({(RIG, 0)}, {(p.destination, p.universe) for p in wire.packets(dmx(), since=later)})
         self.assertRate(wire.packets(dmx(0, RIG)), 10)
@@ -54,7 +54,7 @@ class Nodes(stage.Case):
         program = self.start()
         rig = self.rig("-a", addresses(1)[0], "--nodes", 40, "-u", 0)
         stage.wait(lambda: {p.destination for p in wire.packets(dmx(0))} >= set(addresses(40)), 30,
-                   "forty nodes have light")
+                   "forty nodes get the universe")
         then = max(wire.packets(dmx(0, address))[0].time for address in addresses(40)) + 0.3
         for address in addresses(40):
             frames = wire.wait_for(20, dmx(0, address), 10, f"frames for {address}", since=then)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Nodes that come and go without end must not make the program grow. SOAK_SECONDS tells how long (30)."""
+"""Nodes that come and go without end must not make the program grow. SOAK_SECONDS says how long (30)."""
 
 import os
 import pathlib
@@ -12,8 +12,8 @@ from document import strip_document
 from stage import dmx
 
 SECONDS = float(os.environ.get("SOAK_SECONDS", "30"))
-WARM_UP = 10  # seconds in which every table may find its size
-ROOM = 2048   # KiB that the process may grow: less than one node kept for each that went would take
+WARM_UP = 10  # seconds in which every table may grow to its size
+ROOM = 2048   # KiB that the process may grow: less than keeping one node for each that went would take
 
 
 def reply(name, universes):
@@ -43,7 +43,7 @@ class Soak(stage.Case):
         places = [f"2.0.{subnet}.{host}" for subnet in (3, 4) for host in range(1, 101)]
         stage.add_addresses("rig", places)
         senders = [self.socket_on("rig", place) for place in places]
-        wire = self.watch("rig", "art1")  # only to see that the other network stays silent
+        wire = self.watch("rig", "art1")  # the other network stays silent
         self.program = self.start()
         self.program.wait_for_log("Entering Using local socket state")
 

@@ -1,10 +1,10 @@
 # SPDX-License-Identifier: MIT
-"""What every end-to-end test stands on: a stage network, the program on it, and an eye on the wire.
+"""What every end-to-end test needs: a stage network, the program on it, and a view of the wire.
 
 A test script ends with `stage.run()`. Called from outside as `script.py PIXELWEFT [CASE...]` it starts itself
-again on the host "desk" of a private network (Tools/stage-net), where the program stands too; the nodes are on
-the host "rig" at the other end of the cable. Nothing here shares code with the program: what it must send is
-written down in the tests, and what it sends is read by an outside dissector.
+again on the host "desk" of a private network (Tools/stage-net), where the program runs too; the nodes are on the
+host "rig" at the other end of the cable. Nothing here shares code with the program: what the program must send is
+written in the tests, and what it sends is read by an outside dissector.
 """
 
 import contextlib
@@ -22,6 +22,8 @@ import threading
 import time
 import typing
 import unittest
+
+from document import write_picture
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 STAGE_NET = ROOT / "Tools" / "stage-net"
@@ -46,7 +48,7 @@ def run(options=("-2",)):
 
 
 def wait(condition, seconds, what):
-    """The first true value of condition(), which is asked until the time is over: then AssertionError."""
+    """The first true value of condition(), which is called until the time is over: then AssertionError."""
     end = time.monotonic() + seconds
     while not (value := condition()):
         if time.monotonic() > end:
@@ -60,7 +62,7 @@ def wait(condition, seconds, what):
 
 @contextlib.contextmanager
 def standing_on(host):
-    """Sockets that are opened inside belong to that host of the stage, and stay there."""
+    """Sockets that are opened inside belong to that host of the stage for good."""
     libc = ctypes.CDLL(None, use_errno=True)
 
     def enter(path):
@@ -85,8 +87,17 @@ def on(host, *command, **options):
     return subprocess.run([STAGE_NET, host, *map(str, command)], check=True, **options)
 
 
+def open_socket(host, address="", port=0):
+    """A UDP socket on that host that may send to broadcast addresses."""
+    with standing_on(host):
+        opened = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
+    opened.setsockopt(socket.SOL_SOCKET, socket.SO_BROADCAST, 1)
+    opened.bind((address, port))
+    return opened
+
+
 class Process:
-    """A process on a host of the stage that ends with the test."""
+    """A process of the test, on any host of the stage. Case.started() ends it with the test."""
 
     def __init__(self, command, **options):
         self.popen = subprocess.Popen(list(map(str, command)), stdin=subprocess.DEVNULL, **options)
@@ -115,13 +126,6 @@ def add_addresses(host, addresses):
     on(host, "ip", "-batch", "-", input=lines.encode())
 
 
-class Rig(Process):
-    """The rig stand-in (Tools/Rig) on the host "rig", with the arguments of its command line."""
-
-    def __init__(self, *arguments):
-        super().__init__([STAGE_NET, "rig", _executable.parent / "rig", *arguments])
-
-
 # --- the program -------------------------------------------------------------------------------------------------
 
 
@@ -146,6 +150,12 @@ class Home:
     def put_settings(self, **keys):
         self.settings.parent.mkdir(parents=True, exist_ok=True)
         self.settings.write_text("[General]\n" + "".join(f"{key}={value}\n" for key, value in keys.items()))
+
+    def use_test_picture(self):
+        """The program shows the test picture and sends on the network 2.X.X.X."""
+        picture = self.folder / "picture.png"
+        write_picture(picture)
+        self.put_settings(visualFile=picture, usrImgFile=picture, imgSelVal=2, network="2.X.X.X")
 
     def remove(self):
         shutil.rmtree(self.folder, ignore_errors=True)
@@ -230,7 +240,7 @@ class Packet(typing.NamedTuple):
 
 
 class Wire:
-    """tshark on an adapter of a host: all Art-Net packets that pass there, from the moment it stands."""
+    """tshark on an adapter of a host: all Art-Net packets that pass there, once the object is made."""
 
     FIELDS = ("frame.time_epoch", "ip.src", "udp.srcport", "ip.dst", "artnet.header.opcode", "artnet.output.universe",
               "artnet.output.length", "_ws.malformed", "udp.payload")
@@ -245,14 +255,15 @@ class Wire:
         self._packets = []
         self._ready = threading.Event()
         threading.Thread(target=self._read, daemon=True).start()
-        # It stands when it hears what is said on its own host.
-        with standing_on(host):
-            probe = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
-        probe.setsockopt(socket.SOL_SOCKET, socket.SO_BROADCAST, 1)
+        # It is ready when it captures what is sent on its own host.
         network = {"art0": BROADCAST, "art1": "10.255.255.255"}[adapter]
-        wait(lambda: probe.sendto(b"is anybody listening?", (network, ART_NET_PORT)) and self._ready.wait(0.1), 30,
-             f"tshark captures on {host} {adapter}")
-        probe.close()
+        try:
+            with open_socket(host) as probe:
+                wait(lambda: probe.sendto(b"probe", (network, ART_NET_PORT)) and self._ready.wait(0.1), 30,
+                     f"tshark captures on {host} {adapter}")
+        except BaseException:
+            self.end()
+            raise
 
     def _read(self):
         for line in self._process.stdout:
@@ -302,7 +313,7 @@ def send_dmx(sender, to, universe, channels):
 
 
 class Case(unittest.TestCase):
-    """A case with a home of its own; whatever it starts through `start` and `watch` ends with it."""
+    """A case with a home of its own. Each process and socket that it starts ends with it, by its own id."""
 
     def setUp(self):
         self.home = Home()
@@ -317,28 +328,28 @@ class Case(unittest.TestCase):
                     lines = text.read_text(errors="replace").splitlines()[-40:]
                     print(f"--- {text.name}, its end:", *lines, sep="\n", file=sys.stderr)
 
+    def started(self, process):
+        self.addCleanup(process.end, signal.SIGKILL)
+        return process
+
     def start(self, **options):
-        program = Program(self.home, **options)
-        self.addCleanup(lambda: program.running() and program.end(signal.SIGKILL))
-        return program
+        """The program."""
+        return self.started(Program(self.home, **options))
 
     def rig(self, *arguments):
-        rig = Rig(*arguments)
-        self.addCleanup(lambda: rig.running() and rig.end(signal.SIGKILL))
-        return rig
+        """The rig (Tools/Rig) on the host "rig", with the arguments of its command line."""
+        return self.started(Process([STAGE_NET, "rig", _executable.parent / "rig", *arguments]))
 
     def watch(self, host="rig", adapter="art0"):
         wire = Wire(host, adapter)
         self.addCleanup(wire.end)
         return wire
 
-    def socket_on(self, host, address=""):
-        with standing_on(host):
-            sender = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
-            sender.bind((address, 0))
-        sender.setsockopt(socket.SOL_SOCKET, socket.SO_BROADCAST, 1)
-        self.addCleanup(sender.close)
-        return sender
+    def socket_on(self, host, address="", port=0):
+        opened = open_socket(host, address, port)
+        self.addCleanup(opened.close)
+        opened.settimeout(5)
+        return opened
 
     def assertRate(self, packets, wanted):
         """About so many a second: a busy machine may be late, but half of it or twice of it is another rate."""
