@@ -23,11 +23,8 @@ namespace Platform {
 /// not answer.
 [[nodiscard]] std::vector<NetworkInterface> GetNetworkInterfaces();
 
-/// The name of the adapter that has this address now ("eth0"), empty when none has it.
-[[nodiscard]] std::string AdapterNameOf(std::uint32_t address);
-
-/// The same; when no adapter has the address, the one whose network it lies in. An address that
-/// changed leaves its network where it was.
+/// The name of the adapter ("eth0") that has this address now, or else of one whose network it lies
+/// in: when an adapter's address changes, its network usually stays. Empty when there is neither.
 [[nodiscard]] std::string AdapterNameFor(std::uint32_t address);
 
 /// The addresses that the adapter of this name has now; those of all adapters, loopback left out,

@@ -18,21 +18,21 @@ struct Datagram
     std::span<const std::byte> bytes;
 };
 
-/// What became of a batch: how many datagrams the system took, and the error of the last one that
-/// it refused. A refused datagram does not hold back the ones behind it, with one exception: when
-/// the socket's buffer is full the rest of the batch is given back untried.
+/// The outcome of a batch: how many datagrams the system took, and the error of the last one that
+/// it refused. A refused datagram does not hold back those behind it, with one exception: when the
+/// socket's buffer is full the rest of the batch is left untried.
 struct SendOutcome
 {
     std::size_t sent = 0;
-    std::size_t untried = 0; ///< so many from the end
+    std::size_t untried = 0; ///< datagrams, at the end of the batch
     std::error_code lastError;
 };
 
-/// Sends a batch on a non-blocking UDP socket with as few system calls as there are (32 datagrams
-/// each: 0.85 of the cost of a plain sendto loop, measured). Never waits.
+/// Sends a batch on a UDP socket with as few system calls as possible (32 datagrams each: 0.85 of
+/// the cost of a plain sendto loop, measured). Never waits.
 SendOutcome SendDatagrams(int socket, std::span<const Datagram> batch) noexcept;
 
-/// One datagram that came in, with where it came from.
+/// One datagram that came in, with its sender.
 struct ReceivedDatagram
 {
     std::uint32_t address = 0; ///< first octet in the top byte
@@ -40,8 +40,8 @@ struct ReceivedDatagram
     std::span<const std::byte> bytes;
 };
 
-/// Takes what has come in on a non-blocking UDP socket, many datagrams with one system call. It
-/// keeps its buffers: of a longer datagram the first `MaxSize` bytes are taken.
+/// Reads what has come in on a UDP socket, many datagrams with one system call, into buffers of its
+/// own. Of a longer datagram the first `MaxSize` bytes are read.
 class DatagramReader
 {
 public:
@@ -50,8 +50,8 @@ public:
 
     DatagramReader();
 
-    /// Never waits. The datagrams live until the next call; nothing when none are there, or with
-    /// `failure` set.
+    /// At most `MaxCount` datagrams, valid until the next call. Never waits. Nothing when none has
+    /// come in, and on an error, which `failure` then holds.
     [[nodiscard]] std::span<const ReceivedDatagram> Read(int socket, std::error_code& failure);
 
 private:

@@ -10,7 +10,7 @@ namespace Platform {
 
 // IPv4 addresses as numbers have the first octet in the top byte: 2.0.0.1 is 0x02000001.
 
-/// Four decimal octets with points between them and nothing else. Nothing for any other text.
+/// Four decimal octets with points between them. Any other text gives nothing.
 [[nodiscard]] std::optional<std::uint32_t> ParseIPv4(std::string_view text);
 [[nodiscard]] std::optional<std::uint32_t> ParseIPv4(std::wstring_view text);
 

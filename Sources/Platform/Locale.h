@@ -3,9 +3,9 @@
 
 namespace Platform {
 
-/// Text follows a UTF-8 locale (the user's own if it is one), so that wide text prints whole;
-/// numbers keep the C locale's point. Call it at the start and again after QApplication, which
-/// switches the user's whole locale on.
+/// Sets a UTF-8 locale for text (the user's own if it is one), so that wide text prints whole;
+/// numbers keep the C locale's point. Call it at the start and again after QApplication is made,
+/// which switches the user's whole locale on.
 void UseUtf8TextAndPlainNumbers() noexcept;
 
 } // namespace Platform

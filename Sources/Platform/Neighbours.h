@@ -8,13 +8,13 @@
 
 namespace Platform {
 
-/// How the system stands to a host on one of our own cables.
+/// What the system knows of a host on one of our own cables.
 enum class NeighbourState : std::uint8_t
 {
-    Forgotten, ///< it knows nothing of it
-    Asked,     ///< it is looking for it; what is sent there waits in the system
-    Answers,   ///< it knows the way
-    Silent     ///< it has looked for it in vain
+    Forgotten, ///< nothing
+    Asked,     ///< it looks for the host; packets to it wait in the system
+    Answers,   ///< the host's hardware address
+    Silent     ///< it has looked for the host in vain
 };
 
 struct Neighbour
@@ -24,7 +24,8 @@ struct Neighbour
 };
 
 /// The system's own table of the hosts on a cable, as any user may read it. Only the system knows
-/// whether a host that never sends anything is there. Where it won't tell, the table is empty.
+/// whether a host that never sends anything is present. Where the system refuses, the table is
+/// empty.
 class NeighbourTable
 {
 public:
@@ -36,14 +37,14 @@ public:
 
     [[nodiscard]] bool IsOpen() const { return table_ >= 0 && asker_ >= 0; }
 
-    /// What has changed since the last call, oldest first, and the whole table where something was
-    /// lost. Never waits. The list lives until the next call.
+    /// What has changed since the last call, oldest first, and after it the whole table where a
+    /// change was lost. Never waits. The list is valid until the next call.
     [[nodiscard]] const std::vector<Neighbour>& ReadChanges();
-    /// What has changed, and the whole table behind it.
+    /// The same, always with the whole table after it.
     [[nodiscard]] const std::vector<Neighbour>& ReadAll();
 
-    /// Makes the system look for a host, by an empty datagram to its discard port: that one says
-    /// nothing wrong when it leaves late. A broadcast address is refused with permission_denied.
+    /// Makes the system look for a host, by an empty datagram to its discard port, which does no
+    /// harm when it is sent late. A broadcast address is refused with permission_denied.
     [[nodiscard]] std::error_code Ask(std::uint32_t address) noexcept;
 
 private:

@@ -19,7 +19,7 @@ std::string_view Trimmed(std::string_view text)
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-/// from_chars knows no plus sign; ours may stand before a digit.
+/// std::from_chars accepts no plus sign; in our files a number may begin with one.
 std::string_view WithoutPlus(std::string_view text)
 {
     const bool plus = text.size() > 1 && text[0] == '+' && text[1] != '-' && text[1] != '+';
@@ -40,8 +40,8 @@ std::optional<std::int32_t> ParseWithBase(std::string_view digits, int base, boo
     return static_cast<std::int32_t>(value);
 }
 
-/// Whether a well-formed number beyond the range of a float is beyond its small end: its first
-/// digit that counts then stands behind the point.
+/// Whether a well-formed number outside of the range of a float is too small for one, not too
+/// large: its first non-zero digit then lies behind the point.
 bool IsTiny(std::string_view number)
 {
     const auto mantissa = number.substr(0, number.find_first_of("eE"));
@@ -91,7 +91,7 @@ std::optional<float> ParseFloat(std::string_view text)
     const auto result = std::from_chars(digits.data(), end, value);
     if (result.ptr != end || digits.empty())
         return std::nullopt;
-    // A number too small for a float is as good as 0; one too large is none.
+    // A number that is too small for a float is 0; one that is too large is none.
     if (result.ec == std::errc::result_out_of_range && IsTiny(digits))
         return 0.0F;
     if (result.ec != std::errc{} || !std::isfinite(value))

@@ -5,10 +5,10 @@
 
 namespace Platform {
 
-/// Claims `name` for this process, for as long as it lives. False when another process on this
-/// machine (in this network namespace) has it. The kernel frees the name with the process, however
-/// that ends, so a claim is never stale. A system that refuses the means altogether gives true: a
-/// program that runs twice is better than one that never starts.
+/// Claims `name` (at most 107 bytes count) for this process, for as long as it lives. False when a
+/// process on this machine (in this network namespace) has it. The kernel frees the name with the
+/// process, however that ends, so a claim is never stale. True where the system refuses the socket
+/// behind it: a program that runs twice is better than one that never starts.
 [[nodiscard]] bool ClaimSingleInstance(std::string_view name);
 
 } // namespace Platform

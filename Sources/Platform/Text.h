@@ -6,10 +6,10 @@
 
 namespace Platform {
 
-// Wide text holds one whole character per element on this system. UTF-16 exists only at the border
-// of our files, UTF-8 at that of the operating system and of Art-Net. No conversion ever fails:
-// what is broken in the source (half a surrogate pair, a stray continuation byte, a number beyond
-// U+10FFFF) becomes U+FFFD, one for each broken unit or sequence.
+// Wide text holds one whole character per element on this system. UTF-16 is used in our files
+// alone, UTF-8 towards the operating system and Art-Net. No conversion ever fails: what is broken
+// in the source (half a surrogate pair, a stray continuation byte, a number beyond U+10FFFF)
+// becomes U+FFFD, one for each broken unit or sequence.
 
 [[nodiscard]] std::wstring Utf8ToWide(std::string_view text);
 [[nodiscard]] std::string WideToUtf8(std::wstring_view text);

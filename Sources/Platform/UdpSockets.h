@@ -8,7 +8,7 @@
 
 namespace Platform {
 
-/// A place on an IPv4 network, both numbers as people say them: first octet in the top byte.
+/// An IPv4 address, first octet in the top byte, and a port, as people write it.
 struct Endpoint
 {
     std::uint32_t address = 0;
@@ -17,8 +17,8 @@ struct Endpoint
     bool operator==(const Endpoint&) const = default;
 };
 
-// A plain IPv4 datagram socket as a number above 0. The caller closes it. The options tell whether
-// the system took them, and log nothing.
+// A plain IPv4 datagram socket is a number above 0. The caller closes it. Each function says
+// whether the system accepted the call, and logs nothing.
 
 /// 0 when the system gives no socket.
 [[nodiscard]] int OpenUdp() noexcept;
@@ -40,7 +40,7 @@ std::error_code SendUdp(int socket, const Endpoint& to, std::span<const std::byt
 /// below 1 when there is none.
 std::ptrdiff_t ReceiveUdp(int socket, std::span<std::byte> buffer, Endpoint& from) noexcept;
 
-/// Whether the same send may succeed a moment later: the socket would block or is still at work.
+/// Whether the same send may succeed a moment later: the socket would block or is still busy.
 [[nodiscard]] bool IsRecoverable(const std::error_code& error) noexcept;
 
 } // namespace Platform

@@ -25,9 +25,9 @@ TEST(Adapters, EachAddressIsARecordAndLoopbackIsNone)
     const NetworkInterface label{"192.168.7.9", 0xC0A80709, "192.168.7.127", 0xC0A8077F, true};
     ASSERT_TRUE(Command("desk", "ip addr add 192.168.7.9/25 dev art0 label art0:1"));
     EXPECT_EQ(Platform::GetNetworkInterfaces(), (List{first, label, second}));
-    EXPECT_EQ(Platform::AdapterNameOf(label.ipValue), "art0");
-    EXPECT_EQ(Platform::AdapterNameOf(Desk1), "art1");
-    EXPECT_EQ(Platform::AdapterNameOf(Rig0), "");
+    EXPECT_EQ(Platform::AdapterNameFor(label.ipValue), "art0");
+    EXPECT_EQ(Platform::AdapterNameFor(Rig1), "art1") << "in its network";
+    EXPECT_EQ(Platform::AdapterNameFor(0xC0A80780), "");
     ASSERT_TRUE(Command("desk", "ip addr del 192.168.7.9/25 dev art0"));
 
     // A pulled cable.

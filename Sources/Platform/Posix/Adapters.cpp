@@ -43,7 +43,7 @@ NetworkInterface RecordOf(const ifaddrs& entry)
     const int prefix = entry.ifa_netmask ? std::popcount(ValueOf(entry.ifa_netmask)) : 32;
     record.broadcastValue = BroadcastOf(record.ipValue, prefix);
     record.broadcast = FormatIPv4(record.broadcastValue);
-    // Running means that the cable is in; up alone only that the adapter is switched on.
+    // "Running" means that the cable is plugged in; "up" alone that the adapter is switched on.
     record.up = (entry.ifa_flags & IFF_UP) != 0 && (entry.ifa_flags & IFF_RUNNING) != 0;
     return record;
 }
@@ -61,14 +61,14 @@ bool HoldsInNetwork(const ifaddrs& entry, std::uint32_t address)
     return (ValueOf(entry.ifa_addr) & mask) == (address & mask);
 }
 
-/// A second address carries a label such as eth0:1; the adapter is what stands before it.
+/// A second address has a label such as eth0:1; the adapter's name ends at the colon.
 std::string AdapterOf(const ifaddrs& entry)
 {
     const std::string name = entry.ifa_name;
     return name.substr(0, name.find(':'));
 }
 
-/// The first adapter of which this holds, empty when there is none.
+/// The first adapter for which `holds` is true, empty when there is none.
 std::string AdapterWith(const AddressList& list, std::uint32_t address,
                         bool (*holds)(const ifaddrs&, std::uint32_t))
 {
@@ -90,11 +90,6 @@ std::vector<NetworkInterface> GetNetworkInterfaces()
             interfaces.push_back(RecordOf(*entry));
     }
     return interfaces;
-}
-
-std::string AdapterNameOf(std::uint32_t address)
-{
-    return AdapterWith(ReadAddresses(), address, Has);
 }
 
 std::string AdapterNameFor(std::uint32_t address)

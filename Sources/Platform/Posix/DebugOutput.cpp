@@ -11,8 +11,8 @@ namespace Platform {
 
 namespace {
 
-/// A pipe whose reader has gone raises SIGPIPE, which would end the program. While this lives the
-/// calling thread raises none; one that was waiting before is left for whoever waits for it.
+/// A write to a pipe whose reader has ended raises SIGPIPE, which would end the program. While this
+/// object lives the calling thread raises none; a signal that was pending before stays pending.
 class WithoutPipeSignal
 {
 public:
@@ -48,7 +48,7 @@ void WriteDebugLine(std::string_view line) noexcept
     char lineEnd = '\n';
     const iovec parts[] = {{const_cast<char*>(line.data()), line.size()}, {&lineEnd, 1}};
     const WithoutPipeSignal guard;
-    // A channel that is closed or full is nobody's concern but its reader's.
+    // A channel that is closed or full must not disturb the program.
     [[maybe_unused]] const ssize_t written = writev(STDERR_FILENO, parts, 2);
 }
 

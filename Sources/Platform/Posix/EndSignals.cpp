@@ -11,13 +11,13 @@
 namespace {
 
 // A signal handler can reach nothing but globals, and the process has one set of signals.
-int wishes = -1;
+int pipeEnd = -1;
 
-extern "C" void TakeWish(int)
+extern "C" void TakeSignal(int)
 {
     const int error = errno;
     const char one = 1;
-    [[maybe_unused]] const auto written = write(wishes, &one, 1);
+    [[maybe_unused]] const auto written = write(pipeEnd, &one, 1);
     errno = error;
 }
 
@@ -30,13 +30,13 @@ int CatchEndSignals()
     int ends[2];
     if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0)
         return -1;
-    wishes = ends[1];
+    pipeEnd = ends[1];
     struct sigaction action
     {};
-    action.sa_handler = TakeWish;
+    action.sa_handler = TakeSignal;
     action.sa_flags = SA_RESTART | static_cast<int>(SA_RESETHAND);
-    for (const int wish : {SIGTERM, SIGINT, SIGHUP})
-        sigaction(wish, &action, nullptr);
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
+        sigaction(signal, &action, nullptr);
     return ends[0];
 }
 

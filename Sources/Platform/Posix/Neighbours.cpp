@@ -37,7 +37,7 @@ int OpenTable()
 int OpenAsker(const std::string& adapterName)
 {
     const int socket = ::socket(AF_INET, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-    // Nothing comes back that anybody reads.
+    // Nothing that comes back is read.
     const int smallest = 0;
     if (socket >= 0)
         setsockopt(socket, SOL_SOCKET, SO_RCVBUF, &smallest, sizeof smallest);

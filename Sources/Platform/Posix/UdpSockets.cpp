@@ -37,7 +37,7 @@ int OpenUdp() noexcept
     const int handle = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
     if (handle != 0)
         return std::max(handle, 0);
-    // A process whose standard input is closed is given 0, which stands for no socket here.
+    // A process whose standard input is closed is given 0, which means "no socket" to our callers.
     const int above = fcntl(handle, F_DUPFD_CLOEXEC, 3);
     close(handle);
     return std::max(above, 0);
@@ -96,7 +96,7 @@ std::ptrdiff_t ReceiveUdp(int socket, std::span<std::byte> buffer, Endpoint& fro
     sockaddr_in record{};
     socklen_t size = sizeof record;
     ssize_t received = -1;
-    // Empty ones say nothing and must not hide what waits behind them.
+    // Empty datagrams carry nothing and must not hide those that wait behind them.
     for (int skipped = 0; skipped < MostEmptyDatagrams; ++skipped) {
         received = recvfrom(socket, buffer.data(), buffer.size(), 0,
                             reinterpret_cast<sockaddr*>(&record), &size);
