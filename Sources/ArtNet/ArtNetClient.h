@@ -9,9 +9,9 @@
 
 #include "ArtNet/ArtNetNodeInfo.h"
 
-/// The handle of one registration with the process's Art-Net service: made, it is registered; gone,
-/// it is not. It must not outlive the service. No call waits for the network; all results are
-/// fetched by asking. With no service every call does nothing and gives the empty answer.
+/// One registration with the process's Art-Net service, for as long as the object lives. It must
+/// not outlive the service. No call waits for the network; results are asked for, never called
+/// back. With no service every call does nothing and gives the empty answer.
 class ArtNetClient
 {
 public:
@@ -32,9 +32,10 @@ public:
     /// with each change.
     std::uint32_t GetNodes(ArtNetNodeList& nodes) const;
 
-    /// Makes nodes that are known from elsewhere visible at once.
+    /// Makes nodes that are known from elsewhere visible at once. Counts as one poll for all nodes.
     void FeedNodes(std::span<const ArtNetNodeInfo> nodes);
 
+    /// The last failed send. It stays after later successes.
     struct SendError
     {
         std::error_code code;
@@ -42,16 +43,17 @@ public:
     };
     [[nodiscard]] SendError GetLastSendError() const;
 
-    /// Nanoseconds of the monotonic clock, 0 while nothing has come in.
+    /// When a packet was last received that counts (a poll, a reply, a registered universe), in
+    /// nanoseconds of the monotonic clock; 0 while there was none.
     [[nodiscard]] std::int64_t GetLastReceiveTime() const;
 
     /// Fills `pages`, a whole number of 512-byte pages, with the universes from `firstPortAddress`
-    /// on. A universe that nobody registered or nobody sent reads as zeros.
+    /// on. A universe that is not registered or was not received reads as zeros.
     void ReadDmx(std::int32_t firstPortAddress, std::span<std::uint8_t> pages) const;
 
     /// Queues one ArtDmx packet to port 6454 of `address`. Raises std::invalid_argument when the
     /// text is no IPv4 address, and gsl::narrowing_error when the Port-Address doesn't fit 16 bits.
-    /// At most 512 bytes go out.
+    /// At most 512 bytes are sent.
     void SendDmx(std::string_view address, std::int32_t portAddress,
                  std::span<const std::uint8_t> channels);
 

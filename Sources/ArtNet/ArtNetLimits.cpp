@@ -15,10 +15,10 @@ constexpr std::size_t MostInATick = 1024;
 bool ArtNetReplyLimit::Account::HasLeft(std::int32_t most, std::int64_t regainEvery,
                                         std::int64_t now)
 {
-    const auto back =
+    const auto regainedNow =
         static_cast<std::int32_t>(std::min<std::int64_t>((now - regained) / regainEvery, spent));
-    spent -= back;
-    regained = spent == 0 ? now : regained + back * regainEvery;
+    spent -= regainedNow;
+    regained = spent == 0 ? now : regained + regainedNow * regainEvery;
     return spent < most;
 }
 
@@ -39,10 +39,10 @@ bool ArtNetErrorLimit::Allow(const std::error_code& error, std::int64_t now)
         since_ = now;
         count_ = 0;
     }
-    const auto said = std::span(said_).first(count_);
-    if (count_ == Most || std::ranges::find(said, error) != said.end())
+    const auto logged = std::span(logged_).first(count_);
+    if (count_ == Most || std::ranges::find(logged, error) != logged.end())
         return false;
-    said_[count_++] = error;
+    logged_[count_++] = error;
     return true;
 }
 

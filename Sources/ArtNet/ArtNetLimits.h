@@ -8,29 +8,30 @@
 
 // What a flood may cost us. Times are nanoseconds of the monotonic clock. No locks.
 
-/// How many ArtPolls are answered. A reply to a poller that isn't there waits in the system for
-/// three seconds and is charged to the socket that the light leaves by, so replies have a bound: 64
-/// at once and 16 a second. Of these a poller gets 8 at once and two a second: a flood from one
-/// address leaves the others theirs.
+/// How many ArtPolls are answered. A reply to a poller that doesn't exist waits in the system for
+/// three seconds and is charged to the socket that sends the output, so replies have a bound: 64 at
+/// once and 16 a second. Of these one poller gets 8 at once and two a second, so that a flood from
+/// one address doesn't use up the others' share.
 class ArtNetReplyLimit
 {
 public:
+    /// Whether this poller gets an answer now, which is then counted.
     [[nodiscard]] bool Allow(std::uint32_t poller, std::int64_t now);
 
 private:
     struct Account
     {
         std::int32_t spent = 0;
-        std::int64_t regained = 0; ///< when one was last given back
+        std::int64_t regained = 0; ///< when one was last regained
 
         [[nodiscard]] bool HasLeft(std::int32_t most, std::int64_t regainEvery, std::int64_t now);
     };
     Account all_;
-    std::array<Account, 256> accounts_{}; ///< by address; a rig has few pollers that share one
+    std::array<Account, 256> accounts_{}; ///< by a hash of the address; few pollers share one
 };
 
-/// Which errors of the network are worth a line: each once a second, and three lines a second in
-/// all. A cable that is out fails every send.
+/// Which errors of the network are logged: each once a second, and three lines a second in all.
+/// Without it a pulled cable would log every send.
 class ArtNetErrorLimit
 {
 public:
@@ -38,13 +39,13 @@ public:
 
 private:
     static constexpr std::size_t Most = 3;
-    std::array<std::error_code, Most> said_{};
+    std::array<std::error_code, Most> logged_{};
     std::size_t count_ = 0;
     std::int64_t since_ = 0;
 };
 
-/// Whether more comes in than any show sends. To wake up for each datagram of a flood would take a
-/// processor that the window and the light need.
+/// Whether more comes in than any show sends. A wake-up for each datagram of a flood would take a
+/// processor that the window and the output need.
 class ArtNetFloodGauge
 {
 public:

@@ -8,7 +8,7 @@
 #include <boost/container/small_vector.hpp>
 
 /// One Art-Net node as discovered. The texts are 8-bit, zero-filled, without a terminator when they
-/// fill their field; what encoding a node uses is its own affair.
+/// fill their field; no encoding is assumed.
 struct ArtNetNodeInfo
 {
     std::array<char, 64> name{}; ///< LongName of its reply, or ShortName where that is empty

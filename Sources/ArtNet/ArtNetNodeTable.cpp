@@ -19,8 +19,8 @@ void ArtNetNodeTable::Hear(const ArtNetNodeInfo& node)
         return;
     }
     Entry& known = *found->second;
-    // A change stays noted until it was published, also when a later reply repeats it: with two
-    // poll targets every node answers twice between two polls.
+    // A change counts until it is published, also when a later reply repeats it: with two poll
+    // targets every node answers twice between two polls.
     known.changed = known.changed || !(known.node == node);
     known.node.name = node.name;
     known.node.universes = node.universes;
@@ -64,8 +64,8 @@ void ArtNetNodeTable::Age()
     list->reserve(entries_.size());
     for (const Entry& entry : entries_)
         list->push_back(entry.node);
-    // A node with more than four ports answers each poll with several replies, and each takes the
-    // place of the one before: nothing is new once the last of them is in.
+    // A node with more than four ports answers each poll with several reply pages, and each takes
+    // the place of the one before: after the last of them nothing has changed.
     if (*list == *published_)
         return;
     published_ = std::move(list);

@@ -9,9 +9,10 @@
 
 #include "ArtNet/ArtNetNodeInfo.h"
 
-/// The nodes of one server: what was heard, and what of it is published. Life is counted in polls:
-/// a node that answers five of them in a row with silence is gone. A reply costs the same however
-/// many nodes there are, since it is taken under the service's mutex. No lock of its own.
+/// The nodes of one server: which replies came, and which nodes are published. Life is counted in
+/// polls: a node that leaves five of them in a row without an answer is gone. A reply costs the
+/// same however many nodes there are, since it is taken under the service's mutex. No lock of its
+/// own.
 class ArtNetNodeTable
 {
 public:
@@ -24,7 +25,7 @@ public:
     ArtNetNodeTable(const ArtNetNodeTable&) = delete;
     ArtNetNodeTable& operator=(const ArtNetNodeTable&) = delete;
 
-    /// A reply came in. It shows in the published list at the next Age.
+    /// Takes a reply. It shows in the published list at the next Age.
     void Hear(const ArtNetNodeInfo& node);
     /// One poll has passed: publishes the nodes that are alive, in order of first arrival.
     void Age();
@@ -32,7 +33,7 @@ public:
     /// and the other dies of age.
     void TakeFrom(const ArtNetNodeTable& other);
 
-    /// The list as it is now; it stays as it is while the table goes on. Never null.
+    /// The list as it is now, which later changes of the table leave alone. Never null.
     [[nodiscard]] const Snapshot& Published() const { return published_; }
     /// Grows with each change of the published list.
     [[nodiscard]] std::uint32_t Generation() const { return generation_; }
@@ -45,7 +46,7 @@ private:
     {
         ArtNetNodeInfo node;
         std::int32_t timeToLive = 0;                 ///< in polls
-        bool changed = false;                        ///< since it was last published
+        bool changed = false;                        ///< since the last Age
         std::list<Entries::iterator>::iterator turn; ///< its place in byTurn_
     };
 

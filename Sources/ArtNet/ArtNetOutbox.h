@@ -16,19 +16,19 @@
 class ArtNetOutbox
 {
 public:
-    /// Beyond so many waiting packets the I/O thread has not run for many frames; what waits is
-    /// worthless then and makes room for the newest.
+    /// With so many waiting packets the I/O thread has not run for many frames; the waiting ones
+    /// are worthless then and make room for the newest.
     static constexpr std::size_t MaxWaiting = 8192;
 
     struct Packet
     {
         std::array<std::byte, ArtNetPackets::MaxDmxSize> bytes;
         std::size_t size = 0;
-        std::uint32_t address = 0; ///< where it goes
+        std::uint32_t address = 0; ///< of the receiver, first octet in the top byte
         std::int64_t written = 0;  ///< nanoseconds of the monotonic clock
     };
 
-    /// Writes one packet. True when the I/O thread must be called.
+    /// Writes one packet of at most 512 channels. True when the I/O thread must be called to Flush.
     [[nodiscard]] bool Add(std::uint32_t address, std::uint16_t portAddress,
                            std::span<const std::uint8_t> channels);
 
@@ -42,7 +42,7 @@ public:
     }
 
 private:
-    /// Takes over what waits; false, and the next Add calls anew, when nothing does.
+    /// Takes over the waiting packets. False when there are none; then the next Add calls again.
     [[nodiscard]] bool TakeWaiting();
 
     std::mutex mutex_; ///< guards waiting_, waitingCount_ and called_

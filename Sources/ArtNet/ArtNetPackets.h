@@ -33,18 +33,22 @@ enum class Kind : std::uint8_t
 [[nodiscard]] std::span<const std::byte, 14> Poll();
 
 /// Writes an ArtDmx packet and gives its size: the channels, at most 512 of them, are padded to an
-/// even number. Sequence is 0: receivers take packets as they come.
+/// even number. The Port-Address is cut to 15 bits. Sequence is 0: receivers take packets as they
+/// come.
 std::size_t WriteDmx(std::span<std::byte, MaxDmxSize> packet, std::uint16_t portAddress,
                      std::span<const std::uint8_t> channels);
 
+/// What an ArtDmx packet carries.
 struct Dmx
 {
     std::uint16_t portAddress = 0;       ///< 15 bits
     std::span<const std::byte> channels; ///< at most 512, part of the datagram
 };
+/// Nothing for a packet that is shorter than its header. A length beyond the packet counts as far
+/// as the packet goes.
 [[nodiscard]] std::optional<Dmx> ReadDmx(std::span<const std::byte> datagram);
 
-/// What we tell about ourselves.
+/// What our own replies say about us.
 struct Identity
 {
     std::string_view shortName;  ///< cut to 17 characters
@@ -56,8 +60,8 @@ struct Identity
 };
 void WritePollReply(std::span<std::byte, PollReplySize> packet, const Identity& identity);
 
-/// The node behind a reply. Nothing for a short packet, and for a program of our own family: it is
-/// no place to send light to. `source` is where the datagram came from.
+/// The node that sent a reply. Nothing for a short packet, and for a program of our own family,
+/// which takes no output. `source` is the address that the datagram came from.
 [[nodiscard]] std::optional<ArtNetNodeInfo> ReadPollReply(std::span<const std::byte> datagram,
                                                           std::uint32_t source);
 

@@ -5,9 +5,9 @@
 
 namespace {
 
-/// What was meant for a host that was just asked may wait for the answer, a tick at most.
+/// A packet for a host that was just looked for may wait for the answer, a tick at most.
 constexpr std::int64_t Patience = 25'000'000;
-/// The system gives up after three seconds and says so; later than this we must have missed it.
+/// The system gives up after three seconds and says so; later than this we have missed that.
 constexpr std::int64_t AskAgainAfter = 4'000'000'000;
 
 } // namespace
@@ -78,7 +78,7 @@ void ArtNetReach::LookFor(std::span<const std::uint32_t> addresses, std::int64_t
     Apply(neighbours_.ReadAll(), now);
     for (const std::uint32_t address : doubtful_) {
         Destination& destination = destinations_[address];
-        // The system took the question and keeps no entry: nobody there needs to answer.
+        // The system took the question and keeps no entry: no host has to answer for this address.
         if (destination.state == State::New && destination.asked == now)
             destination.state = State::Direct;
     }

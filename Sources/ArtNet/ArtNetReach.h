@@ -10,14 +10,14 @@
 
 #include "Platform/Neighbours.h"
 
-/// Knows which destinations are there. What is sent to a host that doesn't answer waits in the
-/// system, is charged to our socket and leaves late if the host returns: two such hosts are enough
-/// to starve all others. So the system is asked to look for a host before the first packet goes
-/// there, and a silent one gets nothing but that question until it answers. I/O thread only.
+/// Knows which destinations are present. A packet to a host that doesn't answer waits in the
+/// system, is charged to our socket and is sent late if the host returns: two such hosts are enough
+/// to starve all others. So the system is asked to look for a host before the first packet is sent
+/// there, and a silent host gets nothing but that question until it answers. I/O thread only.
 class ArtNetReach
 {
 public:
-    /// Far more than a rig has; what is known beyond it is learnt anew.
+    /// Far more than a rig has. When there are more, all of them are looked for again.
     static constexpr std::size_t MaxDestinations = 4096;
 
     /// For sends by one adapter, or by any when the name is empty.
@@ -25,7 +25,7 @@ public:
 
     // Times are nanoseconds of the monotonic clock.
 
-    /// Takes in what the system has found out since the last call.
+    /// Takes over what the system has found out since the last call.
     void Update(std::int64_t now);
 
     /// Makes these addresses known, and looks for those that need it.
@@ -34,7 +34,7 @@ public:
     enum class Verdict : std::uint8_t
     {
         Send,
-        Wait, ///< it was looked for a moment ago: an answer takes a millisecond or so
+        Wait, ///< the host was looked for a moment ago: an answer takes a millisecond or so
         Drop
     };
     [[nodiscard]] Verdict Judge(std::uint32_t address, std::int64_t now) const;

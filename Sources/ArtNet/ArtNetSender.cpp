@@ -27,7 +27,7 @@ void ArtNetSender::SendWaiting()
 
 void ArtNetSender::Send(std::span<const ArtNetOutbox::Packet> packets)
 {
-    if (full_) { // none may overtake an older one of its universe
+    if (full_) { // none may overtake an older packet of its universe
         for (const ArtNetOutbox::Packet& packet : packets)
             KeepWaiting(packet);
         return;

@@ -12,9 +12,9 @@
 #include "ArtNet/ArtNetReach.h"
 #include "Platform/Datagrams.h"
 
-/// The last step of an ArtDmx packet: it leaves at once, or waits a moment for its destination or
-/// for room in the socket's buffer, or is dropped. Nothing leaves that is older than a tick: a
-/// newer frame has the light by then. I/O thread only.
+/// The last step of an ArtDmx packet: it is sent at once, or waits a moment for its destination or
+/// for room in the socket's buffer, or is dropped. A packet that is older than a tick is never
+/// sent: a newer frame is due by then. I/O thread only.
 class ArtNetSender
 {
 public:
@@ -23,13 +23,16 @@ public:
 
     using SendBatch =
         std::function<Platform::SendOutcome(std::span<const Platform::Datagram> batch)>;
+    /// `sendBatch` hands a batch to the socket; it is called in Send and SendWaiting alone.
     explicit ArtNetSender(SendBatch sendBatch);
 
     /// From now on the packets leave by this adapter, or by any when the name is empty.
     void UseAdapter(const std::string& name);
 
-    /// Call it before the first packets of a wake-up: those that wait go first.
+    /// Tries the waiting packets again. Call it before the first packets of a wake-up, so that none
+    /// overtakes an older one.
     void SendWaiting();
+    /// Sends these packets, or keeps or drops them. They need not outlive the call.
     void Send(std::span<const ArtNetOutbox::Packet> packets);
 
     /// Whether SendWaiting should be called again in a moment.
@@ -45,10 +48,10 @@ private:
 
     std::vector<ArtNetOutbox::Packet> waiting_;
     std::size_t waitingCount_ = 0;
-    bool full_ = false; ///< the socket's buffer, when it was last tried
+    bool full_ = false; ///< whether the socket's buffer was full when it was last tried
     std::vector<ArtNetOutbox::Packet> retried_;
 
-    // Of the present call, kept for their memory.
+    // Of the present call; members, so that their memory is used again.
     std::vector<std::uint32_t> addresses_;
     std::vector<const ArtNetOutbox::Packet*> leaving_;
     std::vector<Platform::Datagram> datagrams_;

@@ -7,8 +7,8 @@
 
 namespace Zen {
 
-/// Memory for the one call of the I/O thread that can be outstanding, so that a frame allocates
-/// nothing on its way to that thread.
+/// Memory for the one call of the I/O thread that can be outstanding, so that posting a frame to
+/// that thread allocates nothing.
 class FlushStorage
 {
 public:
@@ -32,6 +32,7 @@ private:
     bool taken_ = false;
 };
 
+/// An allocator on that memory. The storage outlives all copies.
 template <typename T>
 struct FlushAllocator
 {
@@ -54,7 +55,7 @@ struct FlushAllocator
     }
 };
 
-/// A handler to post, with memory of its own.
+/// A handler to post that takes its memory from the storage.
 template <typename Function>
 struct FlushHandler
 {

@@ -6,7 +6,6 @@
 #include <thread>
 
 #include "Log/Log.h"
-#include "Platform/Adapters.h"
 #include "Platform/Clock.h"
 #include "Platform/IPv4.h"
 
@@ -17,13 +16,11 @@ namespace {
 constexpr auto PollPeriod = std::chrono::microseconds(2'500'000);
 constexpr auto WatchPeriod = std::chrono::milliseconds(500);
 constexpr auto RetryPeriod = std::chrono::milliseconds(2);
-/// A console may send 256 universes back to back; the default buffer holds 166. A slow cable takes
-/// a frame of as many as slowly. The system caps both where it must.
-constexpr int SocketBufferSize = 4 * 1024 * 1024;
 /// A flood must not keep the I/O thread from the sends for long.
 constexpr std::size_t DatagramsPerWakeUp = 256;
-/// In a flood the datagrams wait for each other so long: at 100,000 a second 50 of them, a third of
-/// what the smallest buffer of a stock system holds. What we send waits too, far less than a tick.
+/// In a flood the I/O thread rests so long between its reads: at 100,000 datagrams a second 50 come
+/// in meanwhile, a third of what the smallest buffer of a stock system holds. What we send waits
+/// too, far less than a tick.
 constexpr auto FloodRest = std::chrono::microseconds(500);
 
 } // namespace
@@ -31,9 +28,8 @@ constexpr auto FloodRest = std::chrono::microseconds(500);
 ArtNetServer::ArtNetServer(boost::asio::io_service& ioService, std::mutex& serviceMutex,
                            Settings settings)
     : settings_(std::move(settings))
-    , interfaceValue_(Platform::ParseIPv4(settings_.interfaceAddress).value_or(0))
     , mutex(serviceMutex)
-    , socket(ioService)
+    , socket(ioService, settings_.interfaceAddress, settings_.reuseAddress)
     , watchTimer_(ioService)
     , pollTimer(ioService)
     , ioService_(ioService)
@@ -44,106 +40,17 @@ ArtNetServer::ArtNetServer(boost::asio::io_service& ioService, std::mutex& servi
     })
     , retryTimer_(ioService)
 {
-    OpenAndBind();
+    socket.Open();
 }
 
 ArtNetServer::~ArtNetServer() = default;
 
 // ---- The socket --------------------------------------------------------------------------------
 
-bool ArtNetServer::Open()
-{
-    boost::system::error_code failure;
-    socket.close(failure);
-    socket.open(Udp::v4(), failure);
-    if (failure) {
-        if (bindError_ != failure)
-            ZEN_LOG_ERROR("%s", failure.message().c_str());
-        bindError_ = failure;
-        return false;
-    }
-    socket.set_option(boost::asio::socket_base::broadcast(true));
-    socket.set_option(boost::asio::socket_base::reuse_address(settings_.reuseAddress));
-    socket.non_blocking(true);
-    socket.set_option(boost::asio::socket_base::receive_buffer_size(SocketBufferSize), failure);
-    socket.set_option(boost::asio::socket_base::send_buffer_size(SocketBufferSize), failure);
-    return true;
-}
-
-std::error_code ArtNetServer::BindTo(const std::string& address)
-{
-    boost::system::error_code failure;
-    socket.bind({boost::asio::ip::make_address_v4(address), ArtNetPackets::Port}, failure);
-    return failure;
-}
-
-std::error_code ArtNetServer::Bind()
-{
-    const std::string everywhere = "0.0.0.0";
-    const std::string& wanted = settings_.interfaceAddress;
-    adapter_.clear();
-    if (wanted.empty())
-        return BindTo(everywhere);
-    if (interfaceValue_ == 0)
-        return std::make_error_code(std::errc::address_not_available);
-    const std::string adapter = Platform::AdapterNameFor(interfaceValue_);
-    if (wanted.starts_with("127.") || adapter.empty())
-        return BindTo(wanted);
-
-    // A socket on the interface's own address would hear no broadcast, and nodes and consoles
-    // broadcast. One that is tied to the adapter hears both.
-    std::error_code failure = Platform::BindToAdapter(socket.native_handle(), adapter);
-    if (!failure)
-        failure = BindTo(everywhere);
-    if (!failure) {
-        adapterError_.clear();
-        adapter_ = adapter;
-        adapterIndex_ = Platform::AdapterIndexOf(adapter);
-        return {};
-    }
-    if (!Open())
-        return failure;
-    const std::error_code plainFailure = BindTo(wanted);
-    if (!plainFailure && adapterError_ != failure)
-        ZEN_LOG_INFO("No socket of our own on adapter %s: %s. Listening to unicast at %s only",
-                     adapter.c_str(), failure.message().c_str(), wanted.c_str());
-    adapterError_ = plainFailure ? std::error_code() : failure;
-    return plainFailure;
-}
-
-void ArtNetServer::OpenAndBind()
-{
-    ++socketSerial_;
-    adapter_.clear();
-    if (!Open()) {
-        status = ArtNetServerStatus::OpenFailed;
-        return;
-    }
-    const std::error_code failure = Bind();
-    status = failure ? ArtNetServerStatus::BindFailed : ArtNetServerStatus::Ready;
-    // The same failure again is no news.
-    if (failure && failure != bindError_)
-        ZEN_LOG_INFO("failed to bind socket: %s", failure.message().c_str());
-    bindError_ = failure;
-}
-
-bool ArtNetServer::Stands() const
-{
-    if (status != ArtNetServerStatus::Ready)
-        return false;
-    if (adapter_.empty())
-        return true;
-    // An adapter that was removed and came back has the name of the one that the socket is tied to,
-    // and is another one. An address alone may change: the socket goes on.
-    const std::string adapter = Platform::AdapterNameFor(interfaceValue_);
-    return (adapter.empty() || adapter == adapter_) &&
-           Platform::AdapterIndexOf(adapter_) == adapterIndex_;
-}
-
 void ArtNetServer::MendSocket()
 {
     const std::lock_guard lock(socketMutex_);
-    if (!Stands() || adapterError_)
+    if (!socket.IsSound() || socket.HearsUnicastOnly())
         Reopen();
 }
 
@@ -151,10 +58,10 @@ void ArtNetServer::Reopen()
 {
     if (stopped)
         return;
-    OpenAndBind();
-    if (status != ArtNetServerStatus::Ready || !started_)
+    socket.Open();
+    if (socket.Status() != ArtNetServerStatus::Ready || !started_)
         return;
-    if (!adapterError_)
+    if (!socket.HearsUnicastOnly())
         ZEN_LOG_INFO("Port %d is open again%s%s", ArtNetPackets::Port,
                      settings_.interfaceAddress.empty() ? "" : " on ",
                      settings_.interfaceAddress.c_str());
@@ -167,7 +74,7 @@ void ArtNetServer::Start()
         const std::lock_guard lock(socketMutex_);
         started_ = true;
         SchedulePoll();
-        if (status == ArtNetServerStatus::Ready)
+        if (socket.Status() == ArtNetServerStatus::Ready)
             WaitForDatagrams();
     }
     boost::asio::post(ioService_, [self = shared_from_this()] { self->Watch(); });
@@ -180,8 +87,7 @@ void ArtNetServer::Stop()
     boost::system::error_code ignored;
     pollTimer.cancel(ignored);
     watchTimer_.cancel(ignored);
-    socket.shutdown(boost::asio::socket_base::shutdown_both, ignored);
-    socket.close(ignored);
+    socket.Close();
 }
 
 void ArtNetServer::Watch()
@@ -190,12 +96,9 @@ void ArtNetServer::Watch()
         return;
     {
         const std::lock_guard lock(socketMutex_);
-        if (!Stands())
+        if (!socket.IsSound())
             Reopen();
-        // What our socket may send from. Another program can hold the port at another address.
-        const bool plain = adapter_.empty() && !settings_.interfaceAddress.empty();
-        ownAddresses_ = plain ? std::vector<std::uint32_t>{} : Platform::AddressesOf(adapter_);
-        ownAddresses_.push_back(interfaceValue_);
+        ownAddresses_ = socket.OwnAddresses();
     }
     ScheduleWatch();
 }
@@ -255,19 +158,19 @@ const ArtNetServer::Universe* ArtNetServer::FindUniverse(std::int32_t portAddres
 
 void ArtNetServer::WaitForDatagrams()
 {
-    const std::uint64_t serial = socketSerial_;
-    socket.async_wait(Udp::socket::wait_read, [self = shared_from_this(),
-                                               serial](const boost::system::error_code& failure) {
-        if (self->stopped || failure == boost::asio::error::operation_aborted)
-            return;
-        if (failure)
-            self->LogError(failure);
-        if (self->flood_.IsFlood(self->Drain(), Platform::MonotonicNanoseconds()))
-            std::this_thread::sleep_for(FloodRest);
-        const std::lock_guard lock(self->socketMutex_);
-        if (!self->stopped && serial == self->socketSerial_)
-            self->WaitForDatagrams();
-    });
+    const std::uint64_t serial = socket.Serial();
+    socket.WaitForDatagrams(
+        [self = shared_from_this(), serial](const boost::system::error_code& failure) {
+            if (self->stopped || failure == boost::asio::error::operation_aborted)
+                return;
+            if (failure)
+                self->LogError(failure);
+            if (self->flood_.IsFlood(self->Drain(), Platform::MonotonicNanoseconds()))
+                std::this_thread::sleep_for(FloodRest);
+            const std::lock_guard lock(self->socketMutex_);
+            if (!self->stopped && serial == self->socket.Serial())
+                self->WaitForDatagrams();
+        });
 }
 
 std::size_t ArtNetServer::Drain()
@@ -278,16 +181,16 @@ std::size_t ArtNetServer::Drain()
         std::span<const Platform::ReceivedDatagram> batch;
         {
             const std::lock_guard lock(socketMutex_);
-            if (!socket.is_open())
+            if (socket.Handle() < 0)
                 break;
-            batch = reader_.Read(socket.native_handle(), failure);
+            batch = reader_.Read(socket.Handle(), failure);
         }
         if (failure && !stopped)
             LogError(failure);
         for (const Platform::ReceivedDatagram& datagram : batch)
             HandlePacket(datagram);
         taken += batch.size();
-        // What came in since wakes us again.
+        // Datagrams that have come in since cause another wake-up.
         if (batch.size() < Platform::DatagramReader::MaxCount)
             break;
     }
@@ -296,7 +199,7 @@ std::size_t ArtNetServer::Drain()
 
 bool ArtNetServer::IsOwn(const Platform::ReceivedDatagram& datagram) const
 {
-    // The port too: another program on this machine is no part of us.
+    // The port counts too: another program on this machine may send from the same address.
     return datagram.port == ArtNetPackets::Port &&
            std::ranges::find(ownAddresses_, datagram.address) != ownAddresses_.end();
 }
@@ -305,8 +208,8 @@ void ArtNetServer::HandlePacket(const Platform::ReceivedDatagram& datagram)
 {
     using ArtNetPackets::Kind;
     const Kind kind = ArtNetPackets::Classify(datagram.bytes);
-    // Our own broadcasts come back to us. They are no sign of life of the network, and what we send
-    // must not be merged into what we send next.
+    // Our own broadcasts come back to us. Such a packet is no sign of life of the network, and what
+    // we send must not be merged into what we send next.
     if (kind == Kind::Other || IsOwn(datagram))
         return;
     if (kind == Kind::Dmx)
@@ -347,15 +250,15 @@ void ArtNetServer::HandlePoll(std::uint32_t poller, std::uint16_t port)
         lastReceiveTime = now;
         if (!replyLimit_.Allow(poller, now))
             return;
-        // A server on all interfaces does not know its address towards this poller; the poller
-        // reads it from the datagram anyway.
-        ArtNetPackets::WritePollReply(reply,
-                                      {.shortName = settings_.shortName,
-                                       .nodeReport = settings_.nodeReport,
-                                       .net = net,
-                                       .subNet = subNet,
-                                       .outputs = outputUniverses,
-                                       .address = interfaceValue_ ? interfaceValue_ : poller});
+        // A server on all interfaces does not know its address towards this poller, which reads it
+        // from the datagram anyway.
+        const std::uint32_t address = socket.InterfaceValue();
+        ArtNetPackets::WritePollReply(reply, {.shortName = settings_.shortName,
+                                              .nodeReport = settings_.nodeReport,
+                                              .net = net,
+                                              .subNet = subNet,
+                                              .outputs = outputUniverses,
+                                              .address = address ? address : poller});
     }
     const Platform::Datagram datagram{poller, port, reply};
     SendNow({&datagram, 1});
@@ -388,7 +291,7 @@ void ArtNetServer::PollTick(std::uint64_t serial)
         for (const std::uint32_t target : pollTargets)
             polls.push_back({target, ArtNetPackets::Port, ArtNetPackets::Poll()});
     }
-    ArtNetNodeTable::Snapshot old; // a long list is freed while nobody waits
+    ArtNetNodeTable::Snapshot old; // a long list is freed without the mutex
     {
         const std::lock_guard lock(mutex);
         old = nodes.Published();
@@ -416,8 +319,8 @@ void ArtNetServer::FlushOutbox()
 {
     {
         const std::lock_guard lock(socketMutex_);
-        if (std::exchange(senderSerial_, socketSerial_) != socketSerial_)
-            sender_.UseAdapter(adapter_);
+        if (std::exchange(senderSerial_, socket.Serial()) != socket.Serial())
+            sender_.UseAdapter(socket.Adapter());
     }
     sender_.SendWaiting();
     outbox_.Flush([this](std::span<const ArtNetOutbox::Packet> packets) { sender_.Send(packets); });
@@ -448,10 +351,10 @@ Platform::SendOutcome ArtNetServer::SendNow(std::span<const Platform::Datagram> 
         const std::lock_guard lock(socketMutex_);
         if (stopped)
             return {};
-        outcome = Platform::SendDatagrams(socket.is_open() ? socket.native_handle() : -1, batch);
+        outcome = Platform::SendDatagrams(socket.Handle(), batch);
     }
     if (outcome.untried > 0)
-        outcome.lastError.clear(); // no room at the moment is no fault
+        outcome.lastError.clear(); // a full buffer is no fault
     if (outcome.lastError)
         LogError(outcome.lastError);
     return outcome;
@@ -468,7 +371,7 @@ void ArtNetServer::KeepError(const std::error_code& error)
 
 void ArtNetServer::LogError(const std::error_code& error)
 {
-    // Refused means that somebody's program is not running: no fault of the network.
+    // "Refused" means that another program is not running: no fault of the network.
     if (error == std::errc::connection_refused)
         return;
     if (errorLimit_.Allow(error, Platform::MonotonicNanoseconds()))

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <utility>
-
-#include <boost/asio.hpp>
 #include <boost/container/flat_map.hpp>
 
 #include <array>
@@ -19,14 +16,14 @@
 #include "ArtNet/ArtNetOutbox.h"
 #include "ArtNet/ArtNetPackets.h"
 #include "ArtNet/ArtNetSender.h"
+#include "ArtNet/ArtNetSocket.h"
 #include "ArtNet/FlushHandler.h"
-#include "ArtNet/ZenArtNetService.h"
 
 namespace Zen {
 
 /// One socket on the Art-Net port, on one interface or on all of them, with its receive loop, its
-/// universes, its nodes and its sends. Pending operations hold the server; a stopped one lives
-/// until the last of them has run. The operations are called with the service's mutex held.
+/// universes, its nodes and its sends. Pending operations own the server: a stopped one lives until
+/// the last of them has run. All public operations are called with the service's mutex held.
 class ArtNetServer : public std::enable_shared_from_this<ArtNetServer>
 {
 public:
@@ -40,17 +37,18 @@ public:
         bool reuseAddress = false;
     };
 
-    /// Opens and binds; the status tells the outcome. `serviceMutex` outlives the server.
+    /// Opens and binds; where that fails, clients get no data and it is tried again every half
+    /// second. `serviceMutex` outlives the server.
     ArtNetServer(boost::asio::io_service& ioService, std::mutex& serviceMutex, Settings settings);
     ~ArtNetServer();
 
     void Start();
     /// For good. The port is free when it returns.
     void Stop();
-    /// Opens the socket anew where it does not stand as it should, or not as well as it might.
+    /// Opens the socket again where it is not bound as it should be, or not as well as it might be.
     void MendSocket();
-    /// Dotted addresses that are polled every 2.5 s from now on; a text that is none is logged and
-    /// left out.
+    /// Dotted addresses that are polled every 2.5 s from now on; any other text is logged and left
+    /// out.
     void SetPollTargets(const std::vector<std::string>& targets);
     void SetNodeIdentity(std::uint8_t netValue, std::uint8_t subNetValue,
                          std::span<const std::uint8_t> universes);
@@ -65,26 +63,18 @@ public:
     [[nodiscard]] const Universe* FindUniverse(std::int32_t portAddress) const;
 
     [[nodiscard]] const std::string& GetInterface() const { return settings_.interfaceAddress; }
-    [[nodiscard]] ArtNetServerStatus GetStatus() const { return status; }
     [[nodiscard]] const ArtNetNodeTable& GetNodes() const { return nodes; }
     [[nodiscard]] std::int64_t GetLastReceiveTime() const { return lastReceiveTime; }
     [[nodiscard]] std::int64_t GetLastSendErrorTime() const { return lastSendErrorTime; }
     [[nodiscard]] std::error_code GetLastSendError() const { return lastSendError; }
 
 private:
-    using Udp = boost::asio::ip::udp;
-
-    bool Open();
-    [[nodiscard]] std::error_code Bind();
-    [[nodiscard]] std::error_code BindTo(const std::string& address);
-    void OpenAndBind();
     void Reopen();
-    [[nodiscard]] bool Stands() const;
     void ScheduleWatch();
     void Watch();
 
     void WaitForDatagrams();
-    /// How many datagrams it took.
+    /// Reads and handles what has come in; the number of datagrams.
     std::size_t Drain();
     void HandlePacket(const Platform::ReceivedDatagram& datagram);
     void HandleDmx(std::span<const std::byte> datagram);
@@ -101,9 +91,9 @@ private:
     void LogError(const std::error_code& error);
 
     Settings settings_;
-    std::uint32_t interfaceValue_ = 0;
-    std::mutex&
-        mutex; ///< the service's: guards dmxIn, nodes and the three fields of times and error
+    /// The service's: guards dmxIn, nodes, the node's identity and the three fields of times and
+    /// error.
+    std::mutex& mutex;
     boost::container::flat_map<std::int32_t, Universe> dmxIn;
     ArtNetNodeTable nodes;
     std::int64_t lastReceiveTime = 0;
@@ -113,24 +103,17 @@ private:
     std::uint8_t net = 0;
     std::uint8_t subNet = 0;
 
-    /// Guards the socket, what is known of how it stands, and the timers between the I/O thread and
-    /// the callers. May be taken while the service's mutex is held, never the other way round.
+    /// Guards the socket, the poll targets and the timers between the I/O thread and the callers.
+    /// May be taken while the service's mutex is held, never the other way round.
     std::mutex socketMutex_;
-    Udp::socket socket;
-    std::uint64_t socketSerial_ =
-        0;                ///< tells the receive loop of the present socket from older ones
-    std::string adapter_; ///< to which the socket is tied, empty for none
-    unsigned adapterIndex_ = 0;
-    std::error_code bindError_;
-    std::error_code adapterError_; ///< why the socket is not tied to its adapter
+    ArtNetSocket socket;
     bool started_ = false;
     boost::asio::steady_timer watchTimer_;
     boost::asio::steady_timer pollTimer;
-    std::uint64_t pollSerial_ = 0; ///< tells a timer's completion of the present arming from older
+    std::uint64_t pollSerial_ = 0; ///< of the present arming of pollTimer; an older one is void
     std::vector<std::uint32_t> pollTargets;
 
     std::atomic<bool> stopped{false};
-    std::atomic<ArtNetServerStatus> status{ArtNetServerStatus::OpenFailed};
 
     ArtNetOutbox outbox_;
     FlushStorage flushStorage_;
@@ -142,7 +125,7 @@ private:
     ArtNetReplyLimit replyLimit_;
     ArtNetErrorLimit errorLimit_;
     ArtNetFloodGauge flood_;
-    std::uint64_t senderSerial_ = 0; ///< of the socket that sender_ knows the adapter of
+    std::uint64_t senderSerial_ = 0; ///< the socket's, when sender_ was given its adapter
     ArtNetSender sender_;
     boost::asio::steady_timer retryTimer_;
 };

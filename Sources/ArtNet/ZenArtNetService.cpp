@@ -41,8 +41,8 @@ struct ClientRecord
 
 using ServerList = std::vector<std::shared_ptr<ArtNetServer>>;
 
-/// Where the socket for this interface stands: on its adapter, which has room for one, however many
-/// addresses it has. An address without an adapter stands for itself.
+/// What one socket is for: the adapter of this interface, however many addresses that has, or the
+/// address itself where it has no adapter. Two interfaces of one place share a socket.
 std::string PlaceOf(const std::string& interfaceAddress)
 {
     const auto address = Platform::ParseIPv4(interfaceAddress);
@@ -64,7 +64,7 @@ std::shared_ptr<ArtNetServer> TakeServer(ServerList& servers, const std::string&
     return server;
 }
 
-void EnterUniverses(ArtNetServer& server, const ClientRecord& client)
+void AddUniverses(ArtNetServer& server, const ClientRecord& client)
 {
     constexpr std::uint32_t portAddresses = 32768;
     for (std::int32_t i = 0; i < client.universeCount; ++i) {
@@ -151,7 +151,7 @@ struct ArtNetService::Impl
 
     void RebuildForEachInterface(ServerList& old)
     {
-        // What nobody needs goes first: its socket may be in the way of one that is opened now.
+        // Servers without a client stop first: their socket may block one that is opened now.
         std::erase_if(old, [this](const auto& server) {
             const bool needed = std::ranges::any_of(
                 clients, [place = PlaceOf(server->GetInterface())](const ClientRecord& client) {
@@ -169,7 +169,7 @@ struct ArtNetService::Impl
             client.serverIndex =
                 earlier->id != client.id ? earlier->serverIndex : ProvideServer(client, old);
             ArtNetServer& server = *servers[static_cast<std::size_t>(client.serverIndex)];
-            EnterUniverses(server, client);
+            AddUniverses(server, client);
         }
     }
 
@@ -214,7 +214,7 @@ struct ArtNetService::Impl
             }
         }
         for (ClientRecord& client : clients) {
-            EnterUniverses(*server, client);
+            AddUniverses(*server, client);
             client.serverIndex = 0;
         }
         servers.push_back(std::move(server));
@@ -299,7 +299,7 @@ std::uint32_t ArtNetService::GetNodes(std::uint32_t id, ArtNetNodeList& nodes)
         known = server->GetNodes().Published();
         generation = server->GetNodes().Generation();
     }
-    nodes = *known; // may be long: the I/O thread need not wait for it
+    nodes = *known; // it may be long: the I/O thread need not wait for the copy
     return generation;
 }
 
@@ -369,15 +369,6 @@ void ArtNetService::RestartServers()
         server->Stop();
     impl->servers.clear();
     impl->RebuildServers();
-}
-
-ArtNetServerStatus ArtNetService::GetStatus()
-{
-    const std::lock_guard lock(impl->mutex);
-    ArtNetServerStatus worst = ArtNetServerStatus::Ready;
-    for (const auto& server : impl->servers)
-        worst = std::max(worst, server->GetStatus());
-    return worst;
 }
 
 } // namespace Zen

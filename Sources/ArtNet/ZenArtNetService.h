@@ -11,30 +11,28 @@
 
 namespace Zen {
 
-/// Outcome of opening a server's socket.
-enum class ArtNetServerStatus : std::int32_t
-{
-    Ready = 0,
-    BindFailed = 1,
-    OpenFailed = 2
-};
-
 /// The one owner of Art-Net sockets in the process. Clients register with an interface, a poll
 /// target and universes; the service keeps as many servers as that needs and carries them over
-/// changes. Calls may come from any thread and never wait for the network. Use it through
-/// ArtNetClient.
+/// changes. Calls may come from any thread and never wait for the network. An id that is not
+/// registered does nothing and gives the empty answer. Use the service through ArtNetClient, which
+/// says what the operations for one id do.
 class ArtNetService
 {
 public:
-    /// `reuseAddress` shares the port with other programs, on all interfaces.
+    /// The texts are for our ArtPollReply. `reuseAddress` shares the port with other programs, on
+    /// all interfaces.
     ArtNetService(std::string_view shortName, std::string_view nodeReport, bool reuseAddress);
+    /// Stops all servers and joins the I/O thread.
     ~ArtNetService();
     ArtNetService(const ArtNetService&) = delete;
     ArtNetService& operator=(const ArtNetService&) = delete;
 
+    /// The process's service, null while there is none.
     [[nodiscard]] static std::shared_ptr<ArtNetService> Global();
     static void SetGlobal(std::shared_ptr<ArtNetService> service);
 
+    /// The id of a new registration, which is never used again. Opens and closes sockets as the
+    /// clients now need them.
     std::uint32_t RegisterClient(std::string_view interfaceAddress, std::string_view pollTarget,
                                  std::uint32_t firstUniverse, std::int32_t universeCount,
                                  std::string_view name);
@@ -47,12 +45,12 @@ public:
     void SendDmx(std::uint32_t id, std::string_view address, std::int32_t portAddress,
                  std::span<const std::uint8_t> channels);
     void FeedNodes(std::uint32_t id, std::span<const ArtNetNodeInfo> nodes);
+
+    /// What our ArtPollReply says of our own outputs: at most 4 universes.
     void SetNodeIdentity(std::uint8_t net, std::uint8_t subNet,
                          std::span<const std::uint8_t> universes);
+    /// Makes all servers again; their nodes are lost.
     void RestartServers();
-
-    /// How the worst of the sockets stands now.
-    [[nodiscard]] ArtNetServerStatus GetStatus();
 
 private:
     struct Impl;

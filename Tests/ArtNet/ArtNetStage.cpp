@@ -41,8 +41,3 @@ void ArtNetStage::FeedNode(ArtNetClient& client, const std::string& ip)
     node.SetIp(ip);
     client.FeedNodes({&node, 1});
 }
-
-Zen::ArtNetServerStatus ArtNetStage::Status()
-{
-    return Zen::ArtNetService::Global()->GetStatus();
-}

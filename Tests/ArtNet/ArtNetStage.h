@@ -32,7 +32,6 @@ protected:
                                       std::uint8_t value);
     [[nodiscard]] static List IpsOf(const ArtNetClient& client);
     static void FeedNode(ArtNetClient& client, const std::string& ip);
-    [[nodiscard]] static Zen::ArtNetServerStatus Status();
 
     Support::LogCapture log_;
 };

@@ -9,7 +9,6 @@ namespace {
 
 using namespace Stage;
 using namespace std::chrono_literals;
-using Zen::ArtNetServerStatus;
 
 bool PortIsFree()
 {
@@ -55,7 +54,6 @@ TEST_F(ArtNetStage, AServerOnAllInterfacesTakesOverAndGivesBack)
     EXPECT_EQ(log_.Messages(),
               (List{"Creating new ALL server", "ALL server taking data from 2.0.0.1 server",
                     "ALL server taking data from 10.0.0.1 server"}));
-    EXPECT_EQ(Status(), ArtNetServerStatus::Ready);
     EXPECT_EQ(IpsOf(on0), (List{"2.0.0.50", "10.0.0.50"}));
     rig->Send(Desk0, Dmx(1, {1, 0}));
     EXPECT_TRUE(ComesIn(on0, 1, 1));
@@ -75,7 +73,6 @@ TEST_F(ArtNetStage, AServerOnAllInterfacesTakesOverAndGivesBack)
     everywhere.reset();
     EXPECT_EQ(log_.Messages(),
               (List{"Creating new 2.0.0.1 server", "Creating new 10.0.0.1 server"}));
-    EXPECT_EQ(Status(), ArtNetServerStatus::Ready);
     EXPECT_EQ(IpsOf(on0), List{});
     rig->Send(Broadcast0, Dmx(1, {4, 0}));
     EXPECT_TRUE(ComesIn(on0, 1, 4));
@@ -108,7 +105,6 @@ TEST_F(ArtNetStage, TheIdentityReachesEveryServerAndSurvivesARestart)
     auto& service = *Zen::ArtNetService::Global();
     service.SetNodeIdentity(1, 2, Bytes{3, 4, 5, 6, 7});
     service.RestartServers();
-    EXPECT_EQ(Status(), ArtNetServerStatus::Ready);
     const auto poller = RigSocket(0, 0);
     poller->Send(Desk0, ArtNetBytes::Poll());
     const auto reply = poller->Next(2s);
@@ -142,12 +138,11 @@ TEST_F(ArtNetStage, ARegistrationTriesATakenPortAtOnceAndKeepsTheNodes)
     for (const char* interface : {"2.0.0.1", ""}) {
         auto holder = std::make_unique<Socket>();
         ArtNetClient client(interface, "", "test");
-        EXPECT_EQ(Status(), ArtNetServerStatus::BindFailed);
         EXPECT_EQ(log_.Count("failed to bind socket: Address already in use"), 1);
         FeedNode(client, "2.0.0.50");
         holder.reset();
         const ArtNetClient again(interface, "", "test");
-        EXPECT_EQ(Status(), ArtNetServerStatus::Ready);
+        EXPECT_FALSE(PortIsFree());
         EXPECT_EQ(IpsOf(again), List{"2.0.0.50"});
         log_.Clear();
     }
@@ -183,8 +178,9 @@ TEST_F(ArtNetStage, AnAddressThatNobodyHasIsAFailureAndNoMore)
 {
     const ArtNetClient absent("192.168.99.1", "", 1, 1, "test");
     EXPECT_TRUE(log_.Has("failed to bind socket: Cannot assign requested address"));
+    log_.Clear();
     const ArtNetClient junk("not an address", "", "test");
-    EXPECT_EQ(Status(), ArtNetServerStatus::BindFailed);
+    EXPECT_TRUE(log_.Has("failed to bind socket: Cannot assign requested address"));
     const ArtNetClient loopback("127.0.0.1", "", 1, 1, "test");
     const Socket peer(Loopback, 0);
     peer.Send(Loopback, Dmx(1, {6, 0}));
@@ -199,7 +195,6 @@ TEST_F(ArtNetStage, TwoAddressesOfOneCardShareItsSocket)
     const auto rig = RigSocket();
     auto output = std::make_optional<ArtNetClient>("10.0.0.1", "10.255.255.255", 3, 1, "test");
     auto input = std::make_optional<ArtNetClient>("192.168.5.1", "", 7, 1, "test");
-    EXPECT_EQ(Status(), ArtNetServerStatus::Ready);
     FeedNode(*output, "10.0.0.50");
     for (const std::uint32_t address : {0xC0A80501U, 0xC0A805FFU, Broadcast1}) {
         rig->Send(address, Dmx(7, {static_cast<std::uint8_t>(address % 100), 0}));
