@@ -2,7 +2,6 @@
 #include "Platform/Numbers.h"
 
 #include <cfloat>
-#include <clocale>
 #include <cmath>
 #include <limits>
 
@@ -79,19 +78,6 @@ TEST(Numbers, FloatsPrintSixDecimals)
     EXPECT_EQ(FormatFloat(-FLT_MAX), "-340282346638528859811704183484516925440.000000");
     EXPECT_EQ(FormatFloat(std::numeric_limits<float>::infinity()), "0.000000");
     EXPECT_EQ(FormatFloat(std::nanf("")), "0.000000");
-}
-
-TEST(Numbers, PointInEveryLocale)
-{
-    bool comma = false;
-    for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "fr_FR.UTF-8", "nl_NL.UTF-8"})
-        comma = comma || std::setlocale(LC_NUMERIC, name);
-    if (!comma)
-        GTEST_SKIP() << "no locale with a decimal comma on this machine";
-    EXPECT_EQ(ParseFloat("1.5"), 1.5F);
-    EXPECT_EQ(ParseFloat("1,5"), std::nullopt);
-    EXPECT_EQ(FormatFloat(1.5F), "1.500000");
-    std::setlocale(LC_NUMERIC, "C");
 }
 
 TEST(IPv4, DottedTexts)

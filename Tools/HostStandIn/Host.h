@@ -10,9 +10,8 @@
 #include <string>
 #include <vector>
 
-/// A host program as PixelWeft meets it on the control channel, for tests. It is written from the
-/// layout of the messages and shares no line with the program: it is a judge, and a mistake that
-/// both make would hide from it.
+/// A host program on the control channel, for tests. It is written from the layout of the messages
+/// and shares no line with the program: it judges it, and could not see a mistake that both make.
 namespace HostStandIn {
 
 using Bytes = std::vector<std::uint8_t>;
@@ -33,9 +32,9 @@ struct Manners
     int nodeRequests = 1;               ///< how many times it asks with 0x61 after the registration
     bool acknowledges = true;           ///< "stop", "start" and "reload"
     std::uint32_t oldBy = 0;            ///< answers carry a request number that is older by this
-    double loss = 0;                    ///< part of its messages that never leaves, 0 to 1
-    bool reorders = false;              ///< node and DMX pieces go last one first
-    std::chrono::milliseconds delay{0}; ///< each message leaves so much later
+    double loss = 0;                    ///< part of its messages that is never sent, 0 to 1
+    bool reorders = false;              ///< node and DMX pieces are sent last one first
+    std::chrono::milliseconds delay{0}; ///< each message is sent so much later
 };
 
 /// One socket on port 6456 that sends to 6455, and a line of text for each message that comes, such
@@ -55,14 +54,14 @@ public:
     void Die();
     [[nodiscard]] bool IsAlive() const { return handle_ >= 0; }
 
-    /// Takes what has come, answers it, and sends what is due.
+    /// Reads and answers what has come in, and sends what is due.
     void Pump();
     /// Waits for the next message, no longer than this.
     void Wait(std::chrono::milliseconds longest) const;
 
-    /// A message with this SubKey and these first bytes of data.
+    /// Sends a message with this SubKey and these first bytes of data.
     void Send(std::uint8_t subKey, const Bytes& data = {});
-    /// A datagram of exactly these bytes.
+    /// Sends a datagram of exactly these bytes.
     void SendRaw(const Bytes& datagram);
 
     Manners manners;

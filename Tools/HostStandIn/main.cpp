@@ -15,7 +15,7 @@ const char* const usage =
     "  --seconds S        end after this time (default 10)\n"
     "  --slow MS          each message is sent so much later\n"
     "  --lose PART        this part of its messages (0 to 1) is never sent\n"
-    "  --reorder          answers in several pieces go last one first\n"
+    "  --reorder          answers in several pieces are sent last one first\n"
     "  --old N            answers carry a request number that is older by N\n"
     "  --ask N            ask for the node list N times\n"
     "  --silent           answer nothing\n"

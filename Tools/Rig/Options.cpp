@@ -8,11 +8,11 @@
 namespace Rig {
 
 const char* const usage =
-    "rig - Art-Net nodes, an eye on the wire and a console, for tests and for the demonstration\n"
+    "rig - Art-Net nodes, a watcher and a console, for tests and for the demonstration\n"
     "\n"
     "  rig [answer|watch|print|send|poll] [OPTION...]\n"
     "\n"
-    "  answer  be the nodes, say nothing (the default)\n"
+    "  answer  be the nodes, print nothing (the default)\n"
     "  watch   be the nodes and show the received universes in colour\n"
     "  print   be the nodes and print a line for each packet:\n"
     "            dmx universe=3 from=2.0.0.1 to=2.0.0.10 length=512 data=ff0080...\n"
@@ -26,7 +26,7 @@ const char* const usage =
     "  -u LIST              universes as 15-bit Port-Addresses: 0-3,16\n"
     "  --stride N           node k has its universes k times N higher (default 0)\n"
     "  --name TEXT          name of the nodes; with several, their number follows\n"
-    "  --broadcast-replies  answer to 255.255.255.255 or what --to says, as older nodes do\n"
+    "  --broadcast-replies  answer to 255.255.255.255 or to --to, as older nodes do\n"
     "  --seconds S          end after this time (default: 10; watch and answer 3600)\n"
     "  --count N            print: count ArtDmx only and end after N, status 1 when fewer came\n"
     "  --changes            print: leave out ArtDmx that repeats the universe's last content\n"
@@ -89,7 +89,7 @@ Address Next(Address address)
     return address;
 }
 
-/// Walks the words; a value that is missing or makes no sense sets `bad`.
+/// Reads the words in order, up to the first that makes no sense.
 class Parser
 {
 public:

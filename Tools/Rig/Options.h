@@ -28,8 +28,8 @@ struct Options
     std::string name = "Rig node";
     bool broadcastReplies = false;
     bool changesOnly = false;
-    double seconds = 0; ///< always more than zero after parsing: the rig never runs for ever
-    int count = 0;      ///< packets after which print ends; 0: only the time ends it
+    double seconds = 0; ///< more than 0 after parsing, so that the rig always ends
+    int count = 0;      ///< packets after which print ends; 0: the time alone ends it
     std::optional<Address> target;
     Bytes values;
     double rate = 40;
@@ -37,7 +37,7 @@ struct Options
 
 extern const char* const usage;
 
-/// Nothing when the words make no sense; why then stands on standard error.
+/// Nothing when the words make no sense; the reason is then written to standard error.
 [[nodiscard]] std::optional<Options> ParseOptions(const std::vector<std::string>& words);
 
 } // namespace Rig

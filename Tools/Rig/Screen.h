@@ -15,13 +15,15 @@ class Screen
 {
 public:
     Screen();
-    /// Gives the terminal its cursor and colours back.
+    /// Restores the terminal's cursor and colours.
     ~Screen();
     Screen(const Screen&) = delete;
     Screen& operator=(const Screen&) = delete;
 
+    /// Keeps a received universe for the next Draw.
     void Take(const Dmx& dmx, const Address& source);
-    /// Draws anew; call it ten times a second: each call also closes a slot of the packet rates.
+    /// Draws everything again. Call it ten times a second: each call also closes a slot of the
+    /// packet rates.
     void Draw();
 
     static constexpr std::chrono::milliseconds period{100};

@@ -12,10 +12,11 @@ namespace Rig {
 
 using Address = std::array<std::uint8_t, 4>;
 
+/// Four dotted octets; any other text gives nothing.
 [[nodiscard]] std::optional<Address> ParseAddress(const std::string& text);
 [[nodiscard]] std::string ToText(const Address& address);
 
-/// A datagram as it came: valid until the next Receive.
+/// A received datagram, valid until the next Receive.
 struct Datagram
 {
     std::span<const std::uint8_t> bytes;
@@ -25,8 +26,8 @@ struct Datagram
     bool broadcast = false; ///< the destination is none of this host's own addresses
 };
 
-/// One UDP socket on 0.0.0.0 that hears unicast and broadcast of all addresses of its host, and
-/// sends from whichever of them it is told to: so that one rig can be many nodes.
+/// One UDP socket on 0.0.0.0 that hears unicast and broadcast of all addresses of its host and can
+/// send from each of them, so that one rig can be many nodes.
 class Socket
 {
 public:
@@ -35,13 +36,13 @@ public:
     Socket(const Socket&) = delete;
     Socket& operator=(const Socket&) = delete;
 
-    /// Says on standard error why when it fails.
+    /// Writes the reason to standard error when it fails.
     [[nodiscard]] bool Open(std::uint16_t port);
-    /// Waits for a datagram no longer than told (less when a signal comes).
+    /// Waits for a datagram, no longer than this (less when a signal comes).
     void Wait(std::chrono::milliseconds longest) const;
-    /// The next datagram that is already there, or nothing.
+    /// The next datagram that has come in, or nothing.
     [[nodiscard]] std::optional<Datagram> Receive();
-    /// From 0.0.0.0 means: let the system choose. False when the system refused it.
+    /// With `from` 0.0.0.0 the system chooses the address. False when the system refuses the send.
     bool Send(std::span<const std::uint8_t> bytes, const Address& from, const Address& to,
               std::uint16_t port) const;
 

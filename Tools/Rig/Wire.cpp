@@ -39,7 +39,7 @@ std::string GetText(std::span<const std::uint8_t> datagram, std::size_t offset, 
 {
     const auto bytes = datagram.subspan(offset, field);
     std::string text(bytes.begin(), std::find(bytes.begin(), bytes.end(), std::uint8_t{0}));
-    // It goes to a terminal: a stranger's control characters must not.
+    // The text is shown on a terminal, which must not get a node's control characters.
     std::replace_if(
         text.begin(), text.end(),
         [](char c) { return static_cast<unsigned char>(c) < 0x20U || c == 0x7F; }, '?');
@@ -68,8 +68,8 @@ std::optional<Dmx> ReadDmx(std::span<const std::uint8_t> datagram)
 {
     if (datagram.size() < dmxHead)
         return std::nullopt;
-    const auto told = static_cast<std::size_t>((datagram[16] << 8) | datagram[17]);
-    const auto count = std::min({told, datagram.size() - dmxHead, universeSize});
+    const auto stated = static_cast<std::size_t>((datagram[16] << 8) | datagram[17]);
+    const auto count = std::min({stated, datagram.size() - dmxHead, universeSize});
     const auto data = datagram.subspan(dmxHead, count);
     const auto universe = static_cast<std::uint16_t>(((datagram[15] & 0x7F) << 8) | datagram[14]);
     return Dmx{universe, Bytes(data.begin(), data.end())};

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-/// The Art-Net packets a node on the other end of the cable sends and reads. Written from the
-/// published layout and sharing no line with the program: the rig is a judge, and a mistake that
-/// both make would hide from it.
+/// The Art-Net packets that a node on the other end of the cable sends and reads. They are written
+/// from the published layout and share no line with the program: the rig judges it, and could not
+/// see a mistake that both make.
 namespace Rig {
 
 inline constexpr std::uint16_t artNetPort = 6454;
@@ -50,6 +50,7 @@ enum class Kind
 [[nodiscard]] std::optional<Dmx> ReadDmx(std::span<const std::uint8_t> datagram);
 [[nodiscard]] std::optional<Reply> ReadReply(std::span<const std::uint8_t> datagram);
 
+/// The ArtPoll of a controller that wants to know of changes.
 [[nodiscard]] Bytes WritePoll();
 /// The channels are cut at 512 and padded with a zero to an even count.
 [[nodiscard]] Bytes WriteDmx(std::uint16_t universe, std::span<const std::uint8_t> channels,
@@ -57,7 +58,7 @@ enum class Kind
 [[nodiscard]] Bytes WriteReply(const Reply& reply);
 
 /// All replies of a node that outputs these universes: one for each group of four under one net and
-/// sub-net, told apart by their bind index. A node without outputs still gives one reply.
+/// sub-net, which differ in their bind index. A node without outputs still gives one reply.
 [[nodiscard]] std::vector<Reply> RepliesOf(const std::array<std::uint8_t, 4>& address,
                                            const std::string& name,
                                            const std::vector<std::uint16_t>& universes);

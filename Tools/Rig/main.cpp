@@ -128,7 +128,7 @@ private:
     {
         if (socket.Send(packet, from, to, port) || failed_)
             return;
-        failed_ = true; // once is enough to hear about it, and to fail the run
+        failed_ = true; // the first one is reported, and fails the run
         std::fprintf(stderr, "rig: the system refused to send from %s to %s\n",
                      ToText(from).c_str(), ToText(to).c_str());
     }
