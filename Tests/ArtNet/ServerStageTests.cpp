@@ -46,7 +46,6 @@ TEST_F(ArtNetStage, PollsLeaveAfterTwoAndAHalfSecondsAndNodesShowThen)
     ASSERT_EQ(nodes.size(), 2U);
     EXPECT_EQ(nodes[0].Name(), "second");
     EXPECT_EQ(nodes[0].Ip(), "2.0.0.11");
-    EXPECT_EQ(nodes[0].universes.size(), 2U);
     EXPECT_EQ(nodes[1].Name(), "first");
 }
 
@@ -55,15 +54,12 @@ TEST_F(ArtNetStage, RegisteredUniversesOfTheInterfaceAreHeardByUnicastAndBroadca
     const ArtNetClient client("2.0.0.1", "", 0x7FFE, 3, "test"); // the third is beyond the last
     const ArtNetClient other("10.0.0.1", "", 0x7FFE, 2, "test");
     const auto rig = RigSocket();
-    EXPECT_EQ(Read(client, 0x7FFE), Page{});
-    Page full;
-    full.fill(5);
     rig->Send(Desk0, Dmx(0x7FFE, Bytes(512, 5)));
     rig->Send(Broadcast0, Dmx(0xFFFF, {1, 0})); // the top bit of the Port-Address does not count
     EXPECT_TRUE(ComesIn(client, 0x7FFF, 1));
-    EXPECT_EQ(Read(client, 0x7FFE), full);
+    EXPECT_EQ(std::ranges::count(Read(client, 0x7FFE), 5), 512);
     EXPECT_EQ(Read(client, 0x7FFD), Page{}) << "not registered";
-    EXPECT_EQ(Read(other, 0x7FFE), Page{});
+    EXPECT_EQ(Read(other, 0x7FFE), Page{}) << "of the other interface";
     rig->Send(Desk0, Dmx(0x7FFE, {9}));
     EXPECT_TRUE(ComesIn(client, 0x7FFE, 9)) << "a short packet blanks the other channels";
 

@@ -47,25 +47,17 @@ class Life(stage.Case):
         self.start()
         wire.wait_for(5, dmx(0), 30, "frames of the third", since=third)
 
-    def test_the_log_keeps_its_history(self):
+    def test_a_signal_ends_it_in_order_and_the_log_keeps_its_history(self):
         self.home.put_document(strip_document())
         logs = []
-        for _ in range(3):
+        for how in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
             program = self.start()
             program.wait_for_log("Entering Using local socket state")
             self.assertIn("*" * 50, program.log_text())
             self.assertEqual({f"{LOG}.{n + 1}": text for n, text in enumerate(reversed(logs))}, self.history())
-            self.assertEqual(0, program.end(signal.SIGTERM))
-            logs.append(program.log_text())
-
-    def test_a_signal_ends_it_in_order(self):
-        self.home.put_document(strip_document())
-        for how in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
-            program = self.start()
-            program.wait_for_log("Entering Using local socket state")
             self.assertEqual(0, program.end(how))
             self.assertIn("Destroying local ArtNet client", program.log_text())
-            self.home.log.unlink()
+            logs.append(program.log_text())
 
     def test_without_a_mode_it_does_not_start(self):
         program = self.start(executable=stage.copy_of_program(self.home.folder))
