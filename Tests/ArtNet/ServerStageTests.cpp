@@ -13,15 +13,20 @@ namespace {
 using namespace Stage;
 using namespace std::chrono_literals;
 
-TEST_F(ArtNetStage, PollsLeaveAfterTwoAndAHalfSecondsAndNodesShowThen)
+/// The interface of all clients, empty for all interfaces.
+class Polls : public ArtNetStage, public testing::WithParamInterface<const char*>
+{};
+INSTANTIATE_TEST_SUITE_P(Interfaces, Polls, testing::Values("2.0.0.1", ""));
+
+TEST_P(Polls, AreSentAfterTwoAndAHalfSecondsAndNodesShowThen)
 {
     const auto rig = RigSocket();
     const auto second = RigSocket(Rig0 + 1, 0);
     const std::int64_t begin = WallClock();
-    const ArtNetClient client("2.0.0.1", "2.255.255.255", "test");
-    const ArtNetClient same("2.0.0.1", "2.255.255.255", "test");
-    const ArtNetClient silent("2.0.0.1", "", "test");
-    const ArtNetClient wrong("2.0.0.1", "2.0.0.300", "test");
+    const ArtNetClient client(GetParam(), "2.255.255.255", "test");
+    const ArtNetClient same(GetParam(), "2.255.255.255", "test");
+    const ArtNetClient silent(GetParam(), "", "test");
+    const ArtNetClient wrong(GetParam(), "2.0.0.300", "test");
     EXPECT_TRUE(log_.Has("exception: 2.0.0.300 is no address to poll"));
     EXPECT_EQ(client.GetLastReceiveTime(), 0);
     second->Send(Desk0, Reply("second", 2));
