@@ -84,6 +84,8 @@ TEST(Datagrams, ABatchOfAnyLengthArrivesInOrderAndIsReadAsFarAsItHasCome)
     EXPECT_EQ(part[1].bytes.size(), 1024U);
     EXPECT_TRUE(reader.Read(-1, failure).empty());
     EXPECT_EQ(failure, std::errc::bad_file_descriptor);
+    EXPECT_TRUE(reader.Read(receiver.Handle(), failure).empty());
+    EXPECT_FALSE(failure);
 }
 
 TEST(Datagrams, ARefusedOneDoesNotHoldBackTheOthersAndAFullBufferGivesThemBack)
