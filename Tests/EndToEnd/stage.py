@@ -34,7 +34,7 @@ BROADCAST = "2.255.255.255"
 _executable = None  # the PixelWeft that is tested; its rig and mode.xml lie beside it
 
 
-def run(options=("-2",)):
+def run():
     """Runs the script's cases on a stage and ends with status 0, 1, or 77 where there can be no stage."""
     global _executable
     if len(sys.argv) < 2:
@@ -42,7 +42,7 @@ def run(options=("-2",)):
     if "STAGE_NET" not in os.environ:
         if not shutil.which("tshark"):
             sys.exit("tshark is missing (Tools/packages.txt)")
-        os.execv(STAGE_NET, [STAGE_NET, *options, "desk", sys.executable, "-B", *sys.argv])
+        os.execv(STAGE_NET, [STAGE_NET, "-2", "desk", sys.executable, "-B", *sys.argv])
     _executable = pathlib.Path(sys.argv[1]).resolve()
     unittest.main(argv=[sys.argv[0], *sys.argv[2:]], verbosity=2)
 
@@ -292,17 +292,13 @@ class Wire:
 
 
 def from_program(packet):
+    """A filter: sent by the program's machine."""
     return packet.source in (DESK, "10.0.0.1")
 
 
 def dmx(universe=None, to=None):
     """A filter: ArtDmx of the program, of that universe, to that address."""
     return lambda p: (p.is_dmx and from_program(p) and universe in (None, p.universe) and to in (None, p.destination))
-
-
-def rate(packets):
-    """Packets a second over the time from the first to the last."""
-    return (len(packets) - 1) / (packets[-1].time - packets[0].time)
 
 
 def send_dmx(sender, to, universe, channels):
@@ -353,6 +349,6 @@ class Case(unittest.TestCase):
 
     def assertRate(self, packets, wanted):
         """About so many a second: a busy machine may be late, but half of it or twice of it is another rate."""
-        found = rate(packets)
+        found = (len(packets) - 1) / (packets[-1].time - packets[0].time)
         self.assertTrue(0.65 * wanted <= found <= 1.15 * wanted,
                         f"{found:.1f} packets a second instead of about {wanted}")
