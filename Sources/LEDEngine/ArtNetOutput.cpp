@@ -3,22 +3,25 @@
 
 #include "DebugVariables/DebugVariables.h"
 #include "FixtureModel/DMXMapping.h"
-#include "LEDEngine/ArtNetTrigger.h"
 #include "Log/Log.h"
 #include "Platform/IPv4.h"
 #include "Platform/Text.h"
 
 namespace {
 
-/// No network has more; a host that goes on and on is cut short.
+constexpr char ClientName[] = "PixelWeft";
+
+/// More than any network has; the list of a host that never ends is cut here.
 constexpr std::size_t MaxRemoteNodes = 4096;
 
-/// From here on a universe costs the wire less as one broadcast than as so many unicasts.
+/// With so many subscribers a universe is broadcast, since many unicasts load the network more.
 constexpr std::int32_t SubscribersForBroadcast = 41;
 
 } // namespace
 
-ArtNetOutput::ArtNetOutput() = default;
+ArtNetOutput::ArtNetOutput(HostLink& hostLink)
+    : trigger(hostLink)
+{}
 
 ArtNetOutput::~ArtNetOutput()
 {
@@ -40,10 +43,91 @@ bool ArtNetOutput::Initialize(const std::wstring& interface, const std::wstring&
     return true;
 }
 
+// ---- The state machine --------------------------------------------------------------------------
+
+void ArtNetOutput::HandleEvent(OutputEvent event)
+{
+    const auto transition = TransitionOf({state, broadcastValue != 0, retryCounter}, event);
+    retryCounter = transition.retryCounter;
+    if (transition.event)
+        ZEN_LOG_INFO("%s in %s", transition.event, OutputStateText(state));
+    if (transition.reason)
+        ZEN_LOG_INFO("%s", transition.reason);
+    if (transition.enters)
+        ChangeState(transition.next);
+    else
+        Perform(transition.action);
+}
+
+void ArtNetOutput::ChangeState(OutputState next)
+{
+    ZEN_LOG_INFO("Exiting %s", OutputStateText(state));
+    Perform(ExitOf(state));
+    state = next;
+    ZEN_LOG_INFO("Entering %s", OutputStateText(state));
+    Perform(EntryOf(state));
+}
+
+void ArtNetOutput::Perform(const OutputStep& step)
+{
+    if (step.restartsWait)
+        retryCounter = 0;
+    if (step.text)
+        ZEN_LOG_INFO("%s", step.text);
+    Perform(step.action);
+}
+
+void ArtNetOutput::Perform(OutputAction action)
+{
+    switch (action) {
+    case OutputAction::None:
+        break;
+    case OutputAction::CreateLocalClients:
+        CreateLocalClients();
+        break;
+    case OutputAction::DestroyLocalClients:
+        DestroyLocalClients();
+        break;
+    case OutputAction::SendRebind:
+        trigger.SendRebind();
+        break;
+    case OutputAction::RegisterWithHost:
+        RegisterWithHost();
+        break;
+    }
+}
+
+void ArtNetOutput::CreateLocalClients()
+{
+    // New clients are made before the old ones are destroyed: the interface stays in use, so the
+    // service keeps its socket and its list of nodes.
+    outputClient = std::make_unique<ArtNetClient>(interfaceAddress, broadcastAddress, ClientName);
+    outputClient->FeedNodes({nodes.data(), nodes.size()});
+    const auto firstUniverse = static_cast<std::uint32_t>(merging.GetFromStartAddress());
+    inputClient = std::make_unique<ArtNetClient>(receiveAddress, std::string_view{}, firstUniverse,
+                                                 merging.GetConsecutiveUniverses(), ClientName);
+}
+
+void ArtNetOutput::DestroyLocalClients()
+{
+    outputClient.reset();
+    inputClient.reset();
+}
+
+void ArtNetOutput::RegisterWithHost()
+{
+    trigger.RegisterClient(interfaceAddress, broadcastAddress, receiveAddress,
+                           static_cast<std::uint16_t>(merging.GetFromStartAddress()),
+                           static_cast<std::uint16_t>(merging.GetConsecutiveUniverses()),
+                           ClientName);
+}
+
+// ---- Nodes and received DMX ---------------------------------------------------------------------
+
 void ArtNetOutput::RefreshNodes()
 {
-    if (state == OutputState::UsingRemoteSocket && trigger)
-        trigger->RequestDevices();
+    if (state == OutputState::UsingRemoteSocket)
+        trigger.RequestDevices();
     if (state != OutputState::UsingLocalSocket)
         return;
     nodes.clear();
@@ -53,8 +137,8 @@ void ArtNetOutput::RefreshNodes()
 void ArtNetOutput::AddRemoteNode(const ArtNetNodeInfo& node, std::uint32_t total,
                                  std::uint32_t version)
 {
-    const bool counts = !node.Name().empty() && !node.Ip().empty();
-    if (counts && remoteNodes.size() < MaxRemoteNodes)
+    const bool usable = !node.Name().empty() && !node.Ip().empty();
+    if (usable && remoteNodes.size() < MaxRemoteNodes)
         remoteNodes.push_back(node);
     if (remoteNodes.size() != total)
         return;
@@ -83,11 +167,11 @@ void ArtNetOutput::CheckInput()
 
 void ArtNetOutput::ReadInputUniverses()
 {
-    if (state == OutputState::UsingRemoteSocket && trigger)
-        trigger->RequestDMXInput(static_cast<std::uint16_t>(merging.GetFromStartAddress()));
+    if (state == OutputState::UsingRemoteSocket)
+        trigger.RequestDMXInput(static_cast<std::uint16_t>(merging.GetFromStartAddress()));
     if (state != OutputState::UsingLocalSocket)
         return;
-    // A host may have left another number of pages.
+    // The last answer of a host may have had another number of pages.
     inputUniverses.resize(static_cast<std::size_t>(merging.GetConsecutiveUniverses()));
     inputClient->ReadDmx(
         merging.GetFromStartAddress(),
@@ -99,28 +183,30 @@ void ArtNetOutput::MergeInputUniverses()
     if (!merging.IsEnabled())
         return;
     ReadInputUniverses();
-    static const std::wstring everybody = AutoNode;
+    static const std::wstring allNodes = AutoNode;
     static constexpr InputPages::value_type silence{};
     const auto count = static_cast<std::size_t>(merging.GetConsecutiveUniverses());
     std::int32_t portAddress = merging.GetToStartAddress();
     for (std::size_t i = 0; i < count; ++i) {
         const auto& page = i < inputUniverses.size() ? inputUniverses[i] : silence;
-        CopyToUniverse(static_cast<std::uint16_t>(portAddress++), everybody, 1, page);
+        CopyToUniverse(static_cast<std::uint16_t>(portAddress++), allNodes, 1, page);
     }
 }
 
+// ---- Sending ------------------------------------------------------------------------------------
+
 bool ArtNetOutput::SendUniverse(std::string_view address, const DMXUniverse& universe)
 {
-    if (state == OutputState::UsingRemoteSocket && trigger) {
-        trigger->SendDmx(static_cast<std::uint16_t>(universe.portAddress), address,
-                         {universe.channels.data(), universe.channels.size()});
+    if (state == OutputState::UsingRemoteSocket) {
+        trigger.SendDmx(static_cast<std::uint16_t>(universe.portAddress), address,
+                        {universe.channels.data(), universe.channels.size()});
         return true;
     }
     if (state != OutputState::UsingLocalSocket)
         return false;
     outputClient->SendDmx(address, static_cast<std::int32_t>(universe.portAddress),
                           {universe.channels.data(), universe.channels.size()});
-    // The send is on its way; a failure shows at the next universe.
+    // The service sends later, so a failure is seen with the next universe.
     const std::int64_t errorTime = outputClient->GetLastSendError().time;
     if (errorTime == lastSendErrorTime)
         return true;

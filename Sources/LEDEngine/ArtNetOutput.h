@@ -13,25 +13,27 @@
 #include "ArtNet/ArtNetClient.h"
 #include "FixtureModel/UniverseMerging.h"
 #include "LEDEngine/ArtNetUniverses.h"
+#include "LEDEngine/HostLink.h"
 #include "LEDEngine/OutputState.h"
 
-class ArtNetTrigger;
-
-/// Decides how universes leave, and sends them: through clients of the Art-Net service while the
-/// port is ours, or as messages to a host program that owns it. With a network chosen it gives a
-/// host 12 ticks to answer before it takes the port; it gives the port up when a host turns up, and
-/// takes it back when the host dies. Events are handled on the main thread, one after the other.
+/// Sends universes: through clients of the Art-Net service while the port is ours, or as messages
+/// to a host program that owns the port. With a network chosen the output waits 12 ticks for an
+/// answer of a host before it takes the port; it gives the port up when a host appears, and takes
+/// it back when the host is gone. Which state follows an event is decided in OutputState.h.
+/// Everything runs on the main thread, one event after the other.
 class ArtNetOutput : public QObject
 {
     Q_OBJECT
 
 public:
-    ArtNetOutput();
+    /// `hostLink` outlives the output, and is not used before the first event nor on destruction.
+    explicit ArtNetOutput(HostLink& hostLink);
     ~ArtNetOutput() override;
 
-    /// A new choice of network or of the merger's settings. Addresses are dotted text; a broadcast
-    /// address that is none means that no network is chosen. `receive` is the interface on which
-    /// merged DMX comes in, empty for all of them. Always true.
+    /// Applies a choice of network and of the merging settings. Addresses are dotted text; a
+    /// broadcast address that is not an address means that no network is chosen. `receive` is the
+    /// address of the adapter on which DMX for merging is received, empty for all adapters. Always
+    /// true.
     bool Initialize(const std::wstring& interface, const std::wstring& broadcast,
                     const std::wstring& receive, const UniverseMerging& mergingSettings);
 
@@ -45,22 +47,22 @@ public:
     /// The generation of the node list.
     [[nodiscard]] std::uint32_t GetNodesVersion() const { return nodesVersion; }
 
-    /// Fetches the known nodes from the service, or asks the host for them; a new list makes the
-    /// next frame count anew who takes which universe.
+    /// Fetches the known nodes from the service, or asks the host for them. After a changed list
+    /// the next frame counts the subscribers of each universe again.
     void RefreshNodes();
 
     // ---- What comes from a host -----------------------------------------------------------------
 
-    /// A new answer begins.
+    /// Forgets the nodes of an answer that is not complete.
     void ClearRemoteNodes() { remoteNodes.clear(); }
-    /// One node of the host's list of `total`; one without name or address doesn't count. The whole
-    /// list takes the place of the known nodes.
+    /// One node of the host's list of `total` nodes; a node without name or address is ignored. The
+    /// complete list replaces the known nodes.
     void AddRemoteNode(const ArtNetNodeInfo& node, std::uint32_t total, std::uint32_t version);
     using InputPages = std::vector<std::array<std::uint8_t, DMXUniverse::ChannelCount>>;
-    /// All received universes of the merge range, from its first one on.
+    /// All received universes of the merge range, from the first one on.
     void TakeInputUniverses(const InputPages& pages) { inputUniverses = pages; }
 
-    /// Announces received DMX by dataInOn() when some has come in since the last call.
+    /// Emits dataInOn() when DMX was received since the last call.
     void CheckInput();
 
     // ---- One frame, in this order ---------------------------------------------------------------
@@ -76,14 +78,15 @@ public:
     {
         CopyChannels(GetUniverse(portAddress, address), first, values);
     }
-    /// With merging on: the received universes, whole, as the ground of the output's run.
+    /// With merging on: writes the received universes, at full size, to the universes of the merge
+    /// output. Elements are laid on top of them.
     void MergeInputUniverses();
 
-    /// What became of a sending step.
+    /// The outcome of sending several universes.
     struct SendResult
     {
         bool allSent = true;
-        bool anySent = false;
+        bool anySent = false; ///< at least the first one was sent
 
         void Add(bool sent)
         {
@@ -93,15 +96,13 @@ public:
     };
     SendResult SendUnicastUniverses();
     SendResult SendBroadcastUniverses();
-    /// Each universe to the nodes that announced it, and by broadcast from 41 of them on.
+    /// Each universe to the nodes that announced it, and by broadcast when 41 or more did.
     SendResult SendAutoUnicastUniverses();
 
     [[nodiscard]] const ArtNetUniverses& GetUniverses() const { return universes; }
 
     /// Set while a host sends the DMX by itself: frames are built and not sent.
     bool outputSuspended = false;
-    /// The channel to the host, set by who owns both; may be null.
-    ArtNetTrigger* trigger = nullptr;
 
 signals:
     void dataInOn();
@@ -110,41 +111,21 @@ signals:
 private:
     using Subscribers = boost::container::flat_map<std::uint16_t, std::int32_t>;
 
-    using Handler = void (ArtNetOutput::*)();
-    using HandlerTable = std::array<std::array<Handler, OutputEventCount>, OutputStateCount>;
-    static const HandlerTable handlers;
-
     void ChangeState(OutputState next);
-    void Enter();
-    void Exit();
+    void Perform(const OutputStep& step);
+    void Perform(OutputAction action);
     void CreateLocalClients();
+    void DestroyLocalClients();
     void RegisterWithHost();
-
-    // The cells of the table of states and events.
-    template <OutputState Next>
-    void GoTo()
-    {
-        ChangeState(Next);
-    }
-    void BeginWhenChosen();
-    void RebuildClientsOrDisable();
-    void StayOrDisable();
-    void RegisterAnewOrDisable();
-    void WaitForServer();
-    void WaitForRebind();
-    void WaitForRegistration();
-    void Rebound();
-    void Registered();
-    void DevicesSent();
-    [[nodiscard]] bool CountTick();
 
     void NoteNodesVersion(std::uint32_t version);
     void ReadInputUniverses();
     bool SendUniverse(std::string_view address, const DMXUniverse& universe);
     void CountSubscriber(std::uint16_t portAddress, std::string_view ip);
-    /// False when the table of subscribers is out of date: the rest of the frame waits for a count.
+    /// False when the table of subscribers is out of date: the rest of the frame is not sent.
     bool SendToSubscriber(const DMXUniverse& universe, std::string_view ip, SendResult& result);
 
+    HostLink& trigger; ///< the channel to the host
     OutputState state = OutputState::Disabled;
     std::uint32_t retryCounter = 0; ///< ticks since the present wait began
 
@@ -164,6 +145,6 @@ private:
     bool subscribersDirty = true;
     std::uint32_t nodesVersion = 0;
     ArtNetNodeList nodes;
-    ArtNetNodeList remoteNodes; ///< the host's list as far as it has come
+    ArtNetNodeList remoteNodes; ///< the host's list as far as it was received
     InputPages inputUniverses;
 };

@@ -16,7 +16,7 @@ constexpr std::uint32_t Loopback = 0x7F000001;
 constexpr std::size_t ReceiveBufferSize = 1584;
 constexpr std::int64_t NanosecondsPerMillisecond = 1'000'000;
 constexpr std::int64_t LongestSilence = 5000; // milliseconds
-/// A whole answer of 64 universes is read in a tenth of this; the rest of a flood waits for the
+/// A whole answer of 64 universes is read in a tenth of this. The rest of a flood waits for the
 /// next tick, or is lost.
 constexpr std::int64_t LongestDrain = 3 * NanosecondsPerMillisecond;
 constexpr int SendTries = 4;
@@ -29,7 +29,7 @@ constexpr std::size_t PieceSize = 256;
 constexpr std::size_t MaxPieces = 128;
 constexpr std::size_t UniverseBlock = 480;
 
-/// The place of each field in the data.
+/// The offset of each field in the data.
 namespace At {
 namespace Settings {
 constexpr std::size_t enabled = 0, address = 1, universes = 17;
@@ -122,7 +122,7 @@ void ArtNetTrigger::HandleWaitingMessages()
     const std::int64_t end = Platform::MonotonicNanoseconds() + LongestDrain;
     std::size_t length = 0;
     Platform::Endpoint sender;
-    // A handler may meet a send error and with it another socket.
+    // A handler may run into a send error, which can replace or destroy the socket.
     while (socket && socket->Receive(buffer, length, sender)) {
         const ReceivedControlPacket packet(
             {reinterpret_cast<const std::uint8_t*>(buffer.data()), length});
@@ -156,7 +156,8 @@ void ArtNetTrigger::LoseServer()
     socket.reset();
 }
 
-// ---- What the host says -------------------------------------------------------------------------
+// ---- Received messages
+// ---------------------------------------------------------------------------
 
 void ArtNetTrigger::HandleMessage(const ReceivedControlPacket& packet)
 {
@@ -171,8 +172,8 @@ void ArtNetTrigger::HandleMessage(const ReceivedControlPacket& packet)
         output.outputSuspended = false;
         break;
     case ControlMessage::StartDone:
-        // A late word of a host that is gone must not leave the stage dark: nobody would take it
-        // back.
+        // A late message of a host that is gone must not stop the output: nothing would start it
+        // again.
         output.outputSuspended = output.outputSuspended || serverKnown;
         break;
     case ControlMessage::ReloadDone:
@@ -242,9 +243,9 @@ void ArtNetTrigger::HandleNode(const ReceivedControlPacket& packet)
     node.SetName(packet.Text(At::Node::name, NameField));
     node.SetIp(packet.Text(At::Node::address, AddressField));
     for (std::size_t i = 0; i < NodePorts; ++i) {
-        const std::uint16_t place = packet.Get16(At::Node::ports + 2 * i);
-        if (place != 0)
-            node.universes.push_back(static_cast<std::uint16_t>(place - 1));
+        const std::uint16_t port = packet.Get16(At::Node::ports + 2 * i);
+        if (port != 0)
+            node.universes.push_back(static_cast<std::uint16_t>(port - 1));
     }
     output.AddRemoteNode(node, packet.Get32(At::Node::count), packet.Get32(At::Node::version));
 }
@@ -267,7 +268,8 @@ void ArtNetTrigger::HandleInputPiece(const ReceivedControlPacket& packet)
         output.TakeInputUniverses(inputBuffer);
 }
 
-// ---- What the host is told ----------------------------------------------------------------------
+// ---- Messages to the host
+// ------------------------------------------------------------------------
 
 bool ArtNetTrigger::SendMessage(std::string_view text, ControlMessage message)
 {
@@ -334,7 +336,7 @@ bool ArtNetTrigger::SendDmx(std::uint16_t portAddress, std::string_view address,
         return SendPacket(packet);
     packet.Put16(At::Universe::pair, dmxPairNumber++);
     const bool begun = SendPacket(packet);
-    // The second half overwrites the first one from its start; the rest of the block stays.
+    // The second part overwrites the block from its start; the rest of the block stays.
     packet.SetMessage(ControlMessage::UniverseEnd);
     packet.PutBytes(At::Universe::channels, channels.subspan(UniverseBlock));
     return SendPacket(packet) && begun;

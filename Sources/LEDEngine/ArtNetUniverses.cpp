@@ -22,14 +22,14 @@ std::size_t Fitting(std::int32_t first, std::size_t count)
 
 NodeAddress::NodeAddress(std::wstring_view address)
 {
-    constexpr char noAddress = '?';
+    constexpr char notInAddresses = '?';
     const std::size_t room = text_.size() - 1;
     const std::size_t count = std::min(address.size(), room);
-    std::transform(address.begin(), address.begin() + static_cast<std::ptrdiff_t>(count),
-                   text_.begin(),
-                   [](wchar_t c) { return c > 0 && c < 128 ? static_cast<char>(c) : noAddress; });
+    std::transform(
+        address.begin(), address.begin() + static_cast<std::ptrdiff_t>(count), text_.begin(),
+        [](wchar_t c) { return c > 0 && c < 128 ? static_cast<char>(c) : notInAddresses; });
     if (address.size() > room)
-        text_[room - 1] = noAddress;
+        text_[room - 1] = notInAddresses;
 }
 
 void ArtNetUniverses::Clear()
@@ -55,7 +55,7 @@ void CopyChannels(DMXUniverse& universe, std::int32_t first, std::span<const std
     const std::size_t start = static_cast<std::size_t>(first) - 1;
     if (universe.channels.size() < start)
         universe.channels.resize(start, std::uint8_t{0});
-    // What is about to be written needs no zeros first: a frame fills every universe this way.
+    // The channels that are written next need no zeros first; this is what fills most universes.
     if (universe.channels.size() < start + count)
         universe.channels.resize(start + count, boost::container::default_init);
     std::memcpy(universe.channels.data() + start, values.data(), count);

@@ -15,7 +15,8 @@
 
 #include "LEDEngine/ElementDMX.h"
 
-/// The content of one universe. The size is the highest channel written so far, and what goes out.
+/// The content of one universe. The size is the highest channel written so far; so many channels
+/// are sent.
 struct DMXUniverse
 {
     static constexpr std::size_t ChannelCount = 512;
@@ -24,8 +25,9 @@ struct DMXUniverse
     std::uint32_t portAddress = 0;
 };
 
-/// A node's address as text, in the object itself so that a frame's tables need no heap. A text
-/// that can be no IPv4 address (too long, beyond ASCII) keeps a mark that makes it none.
+/// A node's address as text, kept in the object itself so that the tables of a frame need no heap.
+/// A text that cannot be an IPv4 address (too long, beyond ASCII) contains a "?" afterwards, so
+/// that cutting it never makes an address of it.
 class NodeAddress
 {
 public:
@@ -38,8 +40,9 @@ private:
     std::array<char, 16> text_{};
 };
 
-/// The universes of one frame, built from nothing each time: what nobody writes doesn't go out. The
-/// tables keep their memory, so a frame like the one before allocates nothing.
+/// The universes of one frame. Each frame builds them from nothing: a universe that no element and
+/// no merged input writes is not sent. The tables keep their memory, so a frame like the one before
+/// allocates nothing.
 class ArtNetUniverses
 {
 public:
@@ -53,9 +56,9 @@ public:
 
     void Clear();
 
-    /// The universe of this Port-Address, made when it isn't there: among those for everybody when
-    /// `address` is exactly "Auto", else among those of that address. The reference stays good
-    /// until the next universe is made. Universes made in sorted order cost no moves.
+    /// The universe of this Port-Address, added when it doesn't exist: a broadcast universe when
+    /// `address` is exactly "Auto", otherwise one for that address. The reference is valid until
+    /// the next universe is added. Adding universes in sorted order moves no other universe.
     DMXUniverse& Get(std::uint16_t portAddress, const std::wstring& address);
 
     [[nodiscard]] const BroadcastTable& Broadcast() const { return broadcast_; }
@@ -69,7 +72,7 @@ private:
 // Channels are 1-based. What runs past channel 512 is cut; a first channel below 1 or above 512
 // writes nothing.
 
-/// Plain copy: the tags don't count, and a free channel goes out as 0.
+/// Plain copy: the tags have no meaning here, and a free channel is sent as 0.
 void CopyChannels(DMXUniverse& universe, std::int32_t first, std::span<const std::uint8_t> values);
 
 /// Pixels and constants overwrite, free channels leave the universe as it is.

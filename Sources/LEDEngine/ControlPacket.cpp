@@ -8,24 +8,17 @@ namespace {
 constexpr std::size_t SubKeyOffset = 15;
 constexpr std::size_t ShortestPacket = 10;
 
-/// Tells our channel from triggers of other makers: the letters PW on the wire. Nobody checks it.
+/// Marks our triggers among those of other makers: the letters PW on the wire. No receiver checks
+/// it.
 constexpr std::uint16_t MakerCode = 0x5750;
 
-constexpr std::array<std::uint8_t, 15> Head = {'A',
-                                               'r',
-                                               't',
-                                               '-',
-                                               'N',
-                                               'e',
-                                               't',
-                                               0, // ID
-                                               0x00,
-                                               0x99, // OpCode ArtTrigger, low byte first
-                                               0x00,
-                                               14, // protocol version, high byte first
-                                               MakerCode & 0xFF,
-                                               MakerCode >> 8, // low byte first
-                                               1};             // Key
+// clang-format off
+constexpr std::array<std::uint8_t, 15> Head = {
+    'A', 'r', 't', '-', 'N', 'e', 't', 0,
+    0x00, 0x99, // OpCode ArtTrigger, low byte first
+    0x00, 14,   // protocol version, high byte first
+    MakerCode & 0xFF, MakerCode >> 8, 1}; // low byte first, then the Key
+// clang-format on
 
 } // namespace
 

@@ -7,7 +7,7 @@
 #include <span>
 #include <string_view>
 
-/// What a message of the control channel says. The number is its SubKey.
+/// The meaning of a message of the control channel. The number is its SubKey.
 enum class ControlMessage : std::uint8_t
 {
     Poll = 0x11,
@@ -33,10 +33,10 @@ enum class ControlMessage : std::uint8_t
     RegisterDone = 0xA2
 };
 
-/// One packet of the control channel: an ArtTrigger head and 512 bytes of data, always whole.
-/// Numbers in the data have their low byte first; texts fill the rest of their field with zeros,
-/// and have no end mark when they fill it. What lies outside the data is cut on writing and zero on
-/// reading.
+/// One packet of the control channel: an ArtTrigger header and always 512 bytes of data. Offsets
+/// count from the beginning of the data, numbers have their low byte first. A text is padded with
+/// zeros to the size of its field, cut to that size, and has no terminator when it fills the field.
+/// What would lie behind the data is not written.
 class ControlPacket
 {
 public:
@@ -47,7 +47,6 @@ public:
     explicit ControlPacket(ControlMessage message);
 
     void SetMessage(ControlMessage message);
-    void PutByte(std::size_t offset, std::uint8_t value);
     void Put16(std::size_t offset, std::uint16_t value);
     void Put32(std::size_t offset, std::uint32_t value);
     void PutText(std::size_t offset, std::size_t fieldSize, std::string_view text);
@@ -59,17 +58,19 @@ public:
     }
 
 private:
+    void PutByte(std::size_t offset, std::uint8_t value);
+
     std::array<std::uint8_t, Size> bytes_{};
 };
 
-/// A received packet. Reads beyond a short one give zeros.
+/// A received packet of any length. What lies behind its end reads as zeros.
 class ReceivedControlPacket
 {
 public:
     /// `datagram` outlives this object.
     explicit ReceivedControlPacket(std::span<const std::uint8_t> datagram);
 
-    /// Whether ID and OpCode are those of the channel; nothing else of the head counts.
+    /// Whether ID and OpCode are those of the channel; the rest of the header is not checked.
     [[nodiscard]] bool IsControlPacket() const;
     [[nodiscard]] ControlMessage Message() const;
 

@@ -21,7 +21,7 @@ Corners CornersOf(const VideoMapping& mapping, CanvasSize canvas)
 {
     const auto canvasWidth = static_cast<float>(canvas.width);
     const auto canvasHeight = static_cast<float>(canvas.height);
-    // Half sizes in canvas pixels: a turned rectangle keeps its shape on a canvas that isn't
+    // Half sizes in canvas pixels: a rotated rectangle keeps its shape on a canvas that isn't
     // square.
     const float halfWidth = mapping.width * 0.5F * canvasWidth;
     const float halfHeight = mapping.height * 0.5F * canvasHeight;
@@ -46,7 +46,7 @@ Corners CornersOf(const VideoMapping& mapping, CanvasSize canvas)
     return {topLeft, topRight, bottomLeft};
 }
 
-/// True for 0 to 1, the ends included; false for anything else, a number that is none too.
+/// True for 0 to 1, the ends included; false for anything else, NaN too.
 bool IsOnCanvas(float fraction)
 {
     return fraction >= 0.0F && fraction <= 1.0F;
@@ -98,7 +98,7 @@ void ComputeOffsets(const VideoMapping& mapping, CanvasSize canvas, const Source
 void CopyPixels(const ZenBitmap& source, std::span<const std::int32_t> offsets,
                 std::uint8_t* target)
 {
-    // A pixel of four bytes is one load and one store; this loop is half of what a frame costs.
+    // A pixel of four bytes is one load and one store; this loop takes half of a frame's time.
     if (ZenBitmap::BytesPerPixel(source.format) == 4) {
         for (const std::int32_t offset : offsets) {
             std::uint32_t pixel = 0;

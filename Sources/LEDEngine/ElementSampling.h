@@ -7,11 +7,12 @@
 #include "FixtureModel/VideoMapping.h"
 #include "LibTools/ZenBitmap.h"
 
-/// Nearest-neighbour sampling of a picture through an element's turned and mirrored rectangle. The
-/// picture is stretched over the canvas; its own size has nothing to do with the canvas' size.
+/// Nearest-neighbour sampling of a picture through an element's rotated and mirrored rectangle. The
+/// picture is stretched over the canvas, whatever the size of the picture is.
 namespace ElementSampling {
 
-/// What of a source decides where its pixels lie. Offsets stay good as long as this stays the same.
+/// The part of a source that decides where its pixels lie in memory. Offsets stay valid as long as
+/// it stays the same.
 struct SourceShape
 {
     std::int32_t width = 0;
@@ -33,17 +34,18 @@ struct CanvasSize
     bool operator==(const CanvasSize&) const = default;
 };
 
-/// An offset for a sample that falls beside the canvas: its pixel is black.
+/// The offset of a sample that falls outside the canvas: its pixel is black.
 inline constexpr std::int32_t OutsideCanvas = -1;
 
 /// The byte offset in the source for each of columns x rows pixels of an element, row by row. The
 /// arithmetic is in 32-bit floats throughout, so that every machine picks the same pixel. A
-/// rectangle that is not finite, or a source without pixels, gives OutsideCanvas.
+/// rectangle that is not finite, a source without pixels or one of fewer than 3 bytes a pixel gives
+/// OutsideCanvas.
 void ComputeOffsets(const VideoMapping& mapping, CanvasSize canvas, const SourceShape& source,
                     std::int32_t columns, std::int32_t rows, std::span<std::int32_t> offsets);
 
 /// Copies the pixels at `offsets` to `target`, 4 bytes each: blue, green, red and a byte without
-/// meaning.
+/// meaning. The source has the shape that the offsets were computed for.
 void CopyPixels(const ZenBitmap& source, std::span<const std::int32_t> offsets,
                 std::uint8_t* target);
 

@@ -9,16 +9,16 @@
 
 namespace {
 
-/// All pixels of a document. 32,768 universes of 170 pixels are 5.6 million; a document beyond this
-/// is broken or hostile.
+/// The most pixels of a document. 32,768 universes of 170 pixels are 5.6 million; a document with
+/// more than this is broken or hostile.
 constexpr std::size_t MaxPixels = 16U << 20U;
 
-/// An element of so many pixels begins a run of its own, so that one scattered fixture does not
-/// make the packed ones behind it scattered too.
+/// An element with so many pixels begins a run of its own, so that one scattered fixture doesn't
+/// make the packed ones after it scattered too.
 constexpr std::size_t PixelsForOwnRun = 16;
 
-/// A packed run shorter than this is not worth its overhead when the next pixel does not continue
-/// it.
+/// A packed run shorter than this becomes a scattered one when the next pixel doesn't continue it:
+/// many short runs would cost more than they save.
 constexpr std::uint32_t ShortRun = 8;
 
 std::uint32_t ChannelCountOf(const MappedLedItem& item)
@@ -73,8 +73,8 @@ void FramePlan::Clear()
     offsets_.clear();
     values_.clear();
     types_.clear();
-    layoutGood_ = false;
-    offsetsGood_ = false;
+    layoutValid_ = false;
+    offsetsValid_ = false;
 }
 
 bool FramePlan::Place(const MappedLedItem& item)
@@ -101,28 +101,28 @@ bool FramePlan::Place(const MappedLedItem& item)
 
 void FramePlan::FollowEdits(const MappedDeviceModel& model)
 {
-    if (model.GetRevision() != modelRevision_ || !layoutGood_) {
+    if (model.GetRevision() != modelRevision_ || !layoutValid_) {
         for (std::size_t row = 0; row < elements_.size(); ++row) {
             Element& element = elements_[row];
             const MappedLedItem* item = model.GetElement(static_cast<int>(row));
             if (!item || item->GetRevision() == element.revision)
                 continue;
             element.revision = item->GetRevision();
-            layoutGood_ = false;
+            layoutValid_ = false;
             const VideoMapping* mapping = item->GetVideoMapping();
-            if (mapping && !(element.offsetsGood && *mapping == element.mapping)) {
+            if (mapping && !(element.offsetsValid && *mapping == element.mapping)) {
                 element.mapping = *mapping;
-                element.offsetsGood = false;
-                offsetsGood_ = false;
+                element.offsetsValid = false;
+                offsetsValid_ = false;
             }
         }
         modelRevision_ = model.GetRevision();
     }
-    if (layoutGood_ && copiesMerging_ == model.GetMerging())
+    if (layoutValid_ && copiesMerging_ == model.GetMerging())
         return;
     MakeRuns(model);
     MakeCopies(model, model.GetMerging());
-    layoutGood_ = true;
+    layoutValid_ = true;
 }
 
 // ---- Sampling ----------------------------------------------------------------------------------
@@ -139,18 +139,18 @@ void FramePlan::UpdateOffsets(const MappedDeviceModel& model)
     const ElementSampling::CanvasSize canvas{model.GetCanvasWidth(), model.GetCanvasHeight()};
     const bool all = canvas != canvas_;
     canvas_ = canvas;
-    if (offsetsGood_ && !all)
+    if (offsetsValid_ && !all)
         return;
     for (std::size_t row = 0; row < elements_.size(); ++row) {
         Element& element = elements_[row];
         const MappedLedItem* item = model.GetElement(static_cast<int>(row));
-        if (!item || !item->GetVideoMapping() || (element.offsetsGood && !all))
+        if (!item || !item->GetVideoMapping() || (element.offsetsValid && !all))
             continue;
         ElementSampling::ComputeOffsets(element.mapping, canvas_, shape_, element.columns,
                                         element.rows, OffsetsOf(element));
-        element.offsetsGood = true;
+        element.offsetsValid = true;
     }
-    offsetsGood_ = true;
+    offsetsValid_ = true;
 }
 
 void FramePlan::SampleAll(const MappedDeviceModel& model, const ZenBitmap& source)
@@ -159,9 +159,9 @@ void FramePlan::SampleAll(const MappedDeviceModel& model, const ZenBitmap& sourc
     const auto shape = ElementSampling::ShapeOf(source);
     if (shape != shape_) {
         shape_ = shape;
-        offsetsGood_ = false;
+        offsetsValid_ = false;
         for (Element& element : elements_)
-            element.offsetsGood = false;
+            element.offsetsValid = false;
     }
     UpdateOffsets(model);
     ElementSampling::CopyPixels(source, offsets_, pixels_.data());
@@ -173,11 +173,11 @@ void FramePlan::SampleOne(const MappedDeviceModel& model, std::size_t row, const
     const MappedLedItem* item = model.GetElement(static_cast<int>(row));
     if (!item || !item->GetVideoMapping())
         return;
-    looseOffsets_.resize(OffsetsOf(element).size());
+    singleOffsets_.resize(OffsetsOf(element).size());
     ElementSampling::ComputeOffsets(
         *item->GetVideoMapping(), {model.GetCanvasWidth(), model.GetCanvasHeight()},
-        ElementSampling::ShapeOf(source), element.columns, element.rows, looseOffsets_);
-    ElementSampling::CopyPixels(source, looseOffsets_, PixelsOf(row));
+        ElementSampling::ShapeOf(source), element.columns, element.rows, singleOffsets_);
+    ElementSampling::CopyPixels(source, singleOffsets_, PixelsOf(row));
 }
 
 std::uint8_t* FramePlan::PixelsOf(std::size_t row)
@@ -192,7 +192,7 @@ void FramePlan::MakeRuns(const MappedDeviceModel& model)
     runs_.clear();
     slots_.clear();
     coveredConstants_.clear();
-    ridiculous_.clear();
+    tooLarge_.clear();
     std::ranges::fill(values_, std::uint8_t{0});
     std::ranges::fill(types_, ChannelType::Pixel);
     for (std::size_t row = 0; row < elements_.size(); ++row) {
@@ -201,7 +201,7 @@ void FramePlan::MakeRuns(const MappedDeviceModel& model)
         if (!item)
             continue;
         if (element.columns > MaxBitmapSize || element.rows > MaxBitmapSize) {
-            ridiculous_.push_back(row);
+            tooLarge_.push_back(row);
             continue;
         }
         AddPixels(element, *item);
@@ -224,11 +224,11 @@ void FramePlan::AddPixels(Element& element, const MappedLedItem& item)
 {
     underPixel_.reset();
     const PixelMap& map = item.GetFixture().pixelMap;
-    // A map that was edited since the last Build may reach further than the one of then.
+    // A map that was edited since the last Build may reach further than it did then.
     MakeRoom(element, RoomFor(map, element.valueCount));
     const std::int32_t n = map.GetChannelsPerPixel();
     const auto& cells = map.GetChannels();
-    // The blocks are those of the last Build; a map that was edited since may be another size.
+    // The blocks are those of the last Build; a map that was edited since may have another size.
     const std::size_t count = std::min(cells.size(), OffsetsOf(element).size());
     if (count >= PixelsForOwnRun)
         runs_.push_back({.type = map.GetType(),
@@ -295,7 +295,7 @@ void FramePlan::AddConstants(const Element& element, const MappedLedItem& item)
 
 void FramePlan::Convert()
 {
-    for (std::size_t i = 0; i < ridiculous_.size(); ++i)
+    for (std::size_t i = 0; i < tooLarge_.size(); ++i)
         ZEN_LOG_ERROR("Ridiculous values for bitmap size");
     for (const PixelRun& run : runs_)
         ConvertRun(run, slots_, pixels_.data(), values_.data());
@@ -354,7 +354,7 @@ bool FramePlan::Continues(const ChannelCopy& last, const ChannelCopy& next)
 
 void FramePlan::Assemble(ArtNetOutput& output) const
 {
-    // In sorted order, so that each universe goes to the end of its table.
+    // In sorted order, so that each universe is added at the end of its table.
     auto copy = copies_.begin();
     for (std::uint32_t i = 0; i < targets_.size(); ++i) {
         DMXUniverse& universe = output.GetUniverse(targets_[i].portAddress, targets_[i].address);

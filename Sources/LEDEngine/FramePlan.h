@@ -20,21 +20,21 @@
 class MappedDeviceModel;
 class MappedLedItem;
 
-/// A document laid out for speed: the pixels of all elements in one block, their channel values in
+/// A document arranged for speed: the pixels of all elements in one block, their channel values in
 /// another, and between them flat lists of what to copy where. A frame walks the lists from front
-/// to back and allocates nothing. The lists are made anew when the document's revision says that an
-/// element changed; the blocks only by Build, when the set of elements changes.
+/// to back and allocates nothing. The lists are made again when the document's revision says that
+/// an element changed; the blocks only by Build, when the set of elements changes.
 class FramePlan
 {
 public:
-    /// Lays out all elements of the document. False, with a line in the log, for a row without an
-    /// element.
+    /// Makes the blocks for all elements of the document. False, with a line in the log, for a row
+    /// without an element or when the document has too many pixels.
     bool Build(const MappedDeviceModel& model);
     void Clear();
 
     [[nodiscard]] std::size_t ElementCount() const { return elements_.size(); }
 
-    /// Follows edits of elements since the last call. The row count is the one of Build.
+    /// Takes over edits of elements since the last call. The row count is still that of Build.
     void FollowEdits(const MappedDeviceModel& model);
 
     /// Samples every element from `source`.
@@ -42,14 +42,14 @@ public:
     /// Samples one element, from another source than the others.
     void SampleOne(const MappedDeviceModel& model, std::size_t row, const ZenBitmap& source);
 
-    /// Turns all pixels into channel values.
+    /// Converts all pixels to channel values.
     void Convert();
 
     /// Puts the channel values into universes. Later rows win over earlier ones.
     void Assemble(ArtNetOutput& output) const;
 
-    /// The sampled pixels of an element, 4 bytes each, row by row; stays in place until the next
-    /// Build.
+    /// The sampled pixels of an element, 4 bytes each, row by row; valid until the next Build or
+    /// Clear.
     [[nodiscard]] std::uint8_t* PixelsOf(std::size_t row);
     [[nodiscard]] std::int32_t ColumnsOf(std::size_t row) const { return elements_[row].columns; }
     [[nodiscard]] std::int32_t RowsOf(std::size_t row) const { return elements_[row].rows; }
@@ -68,11 +68,11 @@ private:
         std::uint32_t valueRoom = 0; ///< the values, and the tail of a pixel that begins among them
         std::uint64_t revision = 0;
         VideoMapping mapping; ///< that the offsets were made from
-        bool offsetsGood = false;
+        bool offsetsValid = false;
     };
 
-    /// One element's way into a universe; neighbours on the wire that are neighbours here share
-    /// one.
+    /// The copy of an element's channel values into a universe. Elements that follow each other
+    /// both in the block and in the universe share one.
     struct ChannelCopy
     {
         std::uint32_t firstValue = 0;
@@ -106,7 +106,7 @@ private:
     std::vector<Element> elements_;
     std::vector<std::uint8_t> pixels_;
     std::vector<std::int32_t> offsets_;
-    std::vector<std::int32_t> looseOffsets_; ///< of SampleOne
+    std::vector<std::int32_t> singleOffsets_; ///< of SampleOne
     std::vector<std::uint8_t> values_;
     std::vector<ChannelType> types_;
 
@@ -115,16 +115,16 @@ private:
     /// Constants under a pixel: written again after each conversion.
     std::vector<std::pair<std::uint32_t, std::uint8_t>> coveredConstants_;
     std::bitset<LEDFixture::MaxChannels + 8>
-        underPixel_;                      ///< scratch: values of the element in hand
-    std::vector<std::size_t> ridiculous_; ///< elements too large to convert
+        underPixel_;                    ///< scratch of AddPixels: channels that a pixel writes
+    std::vector<std::size_t> tooLarge_; ///< elements too large to convert
 
     std::vector<Target> targets_;
     std::vector<ChannelCopy> copies_;              ///< target by target
     std::optional<UniverseMerging> copiesMerging_; ///< that the copies were made for
 
     std::uint64_t modelRevision_ = 0;
-    bool layoutGood_ = false;
-    bool offsetsGood_ = false;
+    bool layoutValid_ = false;
+    bool offsetsValid_ = false;
     ElementSampling::SourceShape shape_;
     ElementSampling::CanvasSize canvas_;
 };

@@ -19,7 +19,7 @@ bool IsListed(const std::string& ip)
     const auto point = ip.find('.');
     if (point == std::string::npos)
         return false;
-    // Loopback, and the addresses that a machine gives itself when nobody else does.
+    // Loopback, and the addresses that a machine gives itself when no server assigns one.
     const auto firstOctet = std::string_view(ip).substr(0, point);
     return firstOctet != "127" && firstOctet != "169";
 }
@@ -67,10 +67,10 @@ std::vector<NetworkChange> GetIPRange::DetectChanges()
     std::vector<NetworkChange> changes;
     for (std::size_t i = 0; i < interfaces.size(); ++i) {
         const NetworkInterface& adapter = interfaces[i];
-        // Of two adapters with one address the last counts: otherwise each look would find a
-        // change from the one to the other.
-        const bool again = i + 1 < interfaces.size() && interfaces[i + 1].ip == adapter.ip;
-        if (again || !IsListed(adapter.ip))
+        // Of two adapters with one address only the last counts: otherwise each call would find
+        // a change from the one to the other.
+        const bool superseded = i + 1 < interfaces.size() && interfaces[i + 1].ip == adapter.ip;
+        if (superseded || !IsListed(adapter.ip))
             continue;
         const std::wstring ip = Platform::Utf8ToWide(adapter.ip);
         const KnownNetwork now{adapter.ipValue, Platform::Utf8ToWide(adapter.broadcast),

@@ -9,7 +9,7 @@
 
 #include "Platform/Adapters.h"
 
-/// A network that this process has seen, as it was seen last.
+/// A network that this process has seen, in its last seen state.
 struct KnownNetwork
 {
     std::uint32_t ipValue = 0;
@@ -20,7 +20,7 @@ struct KnownNetwork
     bool operator==(const KnownNetwork&) const = default;
 };
 
-/// A network that is new or differs from what it was.
+/// A network that is new or has changed, in its present state.
 using NetworkChange = KnownNetwork;
 
 /// A line of the operator's list of networks.
@@ -33,22 +33,24 @@ struct NetworkListEntry
 };
 
 /// The IPv4 networks that the machine has and has had, and the ranges that the user typed. A
-/// network text is a dotted address or four parts with "X" for any part: 2.X.X.X. Networks are
-/// never forgotten: a document that names one which is away waits for it. Main thread only.
+/// network text is a dotted address, or four parts with "X" for any part: 2.X.X.X. Networks are
+/// never forgotten: a document that names an absent network waits for it. Main thread only.
 class GetIPRange
 {
 public:
     using Source = std::function<std::vector<NetworkInterface>()>;
 
-    /// The process's own, over the machine's adapters.
+    /// The one of the process, which reads the machine's adapters.
     [[nodiscard]] static GetIPRange& Instance();
 
+    /// `source` lists the adapters each time that it is called.
     explicit GetIPRange(Source source);
 
-    /// Asks the machine again; what is new or changed, in the order of the addresses as text.
+    /// Reads the adapters again. Gives what is new or changed, in the order of the addresses as
+    /// text. A network whose adapter is gone keeps its last state.
     std::vector<NetworkChange> DetectChanges();
 
-    /// All networks, then all ranges, for the operator's list.
+    /// All networks, then all ranges, for the operator's list. Reads the adapters again.
     [[nodiscard]] std::vector<NetworkListEntry> GetNetworks();
 
     struct Match
@@ -56,7 +58,8 @@ public:
         std::wstring ip;
         KnownNetwork network;
     };
-    /// The networks that the text names, in the order in which they were first seen.
+    /// The networks that the text names, in the order in which they were first seen; none for a
+    /// text that isn't four parts. Reads the adapters again.
     [[nodiscard]] std::vector<Match> FindMatching(const std::wstring& text);
 
     void AddManualRange(const std::wstring& text);
@@ -64,7 +67,7 @@ public:
     [[nodiscard]] bool HasManualRange(const std::wstring& text) const;
     /// Whether the text is a range of the user, a network, or 127.0.0.1.
     [[nodiscard]] bool IsKnownNetwork(const std::wstring& text);
-    /// Whether an address lies in a network or a range of these. Doesn't ask the machine again.
+    /// Whether an address lies in a known network or a range. Doesn't read the adapters again.
     [[nodiscard]] bool IsInKnownNetwork(const std::wstring& address) const;
 
     /// Every X becomes 255. A text is a range when the result is an IPv4 address other than
@@ -77,6 +80,6 @@ private:
     KnownNetwork* Find(const std::wstring& ip);
 
     Source source_;
-    std::vector<std::pair<std::wstring, KnownNetwork>> networks_; ///< by first sight
+    std::vector<std::pair<std::wstring, KnownNetwork>> networks_; ///< in the order first seen
     std::vector<std::wstring> manualRanges_;
 };

@@ -32,9 +32,8 @@ ArtNetNodeRecord RecordOf(const ArtNetNodeInfo& node)
 LEDEngine::LEDEngine(DeviceManager& manager)
     : deviceManager(manager)
     , trigger(std::make_unique<ArtNetTrigger>(output))
-{
-    output.trigger = trigger.get();
-}
+    , output(*trigger)
+{}
 
 LEDEngine::~LEDEngine()
 {
@@ -70,18 +69,19 @@ void LEDEngine::ReleaseElements()
     plan_.Clear();
 }
 
-// No fault of one frame may end the show: the next tick makes the next frame. A fault that stays
-// would fill the log at the frame rate.
+// No fault of one frame may end the show: the next tick makes the next frame. A lasting fault would
+// fill the log at the frame rate, so it is logged once a second.
 template <typename Step>
 void LEDEngine::KeepFaultsIn(Step step)
 {
     try {
         step();
     } catch (const std::exception& failure) {
+        constexpr std::int64_t second = 1'000'000'000;
         const std::int64_t now = Platform::MonotonicNanoseconds();
-        if (now - lostFrameTold_ < 1'000'000'000)
+        if (now - lostFrameLogTime_ < second)
             return;
-        lostFrameTold_ = now;
+        lostFrameLogTime_ = now;
         ZEN_LOG_ERROR("Frame lost: %s", failure.what());
     }
 }
@@ -96,7 +96,7 @@ void LEDEngine::UpdateElementBitmaps(const ZenBitmap& source)
         KeepFaultsIn([&] { plan_.SampleAll(model, source); });
         return;
     }
-    // Rows came or went and the buffers were not laid out anew: those that have one go on.
+    // Rows were added or removed without a rebuild: elements that have a buffer are sampled.
     for (int row = 0; row < rows; ++row)
         UpdateElementBitmap(row, source);
 }

@@ -17,9 +17,12 @@ class ArtNetNodeModel;
 class DeviceManager;
 class MappedLedItem;
 
-/// From the picture to the wire: samples each placed element's rectangle of a source, turns the
-/// pixels into channel values and sends them as universes. It has no timer and no thread: the frame
+/// From the picture to the wire: samples each element's rectangle of a source, converts the pixels
+/// to channel values and sends them as universes. The engine has no timer and no thread: the frame
 /// loop calls it on the main thread. An element's index is its row in the document.
+///
+/// Rebuild (`updateLEDEngine`: ReleaseElements and CreateElements) makes the buffers for a changed
+/// set of elements. A tick (`UpdateEngine`) runs every 25 ms, and sends a frame when one is due.
 class LEDEngine : public QObject
 {
     Q_OBJECT
@@ -29,29 +32,29 @@ public:
     explicit LEDEngine(DeviceManager& manager);
     ~LEDEngine() override;
 
-    /// Lays out the buffers of all elements. False when that fails; the engine then has none.
+    /// Makes the buffers of all elements, for a canvas of this size in pixels. False, with a line
+    /// in the log, when that fails; the engine then has none.
     bool CreateElements(int width, int height);
     void ReleaseElements();
-    [[nodiscard]] bool AreElementsReady() const { return elementsReady; }
 
-    // No exception leaves the three steps of a frame.
+    // The steps of a frame. They do nothing without buffers, and no exception leaves them.
 
     /// Samples all elements from `source`.
     void UpdateElementBitmaps(const ZenBitmap& source);
-    /// Samples one element, for a source of its own such as the mark of a selection.
+    /// Samples one element from another source than the others, such as the mark of a selection.
     void UpdateElementBitmap(int index, const ZenBitmap& source);
 
-    /// Converts all elements and sends one frame. 0, or -1 when not everything went out.
+    /// Converts all elements and sends one frame. 0, or -1 when not everything was sent.
     int SendFrame();
 
-    /// The pixels of the first element with the name of `item`; null when the buffers don't match
-    /// the document. Good until the buffers are released.
+    /// The pixels of the first element with the name of `item`; null when there is none or the
+    /// buffers don't match the document. Valid until the buffers are released.
     [[nodiscard]] const ZenBitmap* FindElementBitmap(const MappedLedItem& item);
 
     void InitializeOutput(const std::wstring& interface, const std::wstring& broadcast,
                           const std::wstring& receive, const UniverseMerging& merging);
 
-    /// Fetches the nodes and hands them to the table; true when its rows must be rebuilt.
+    /// Fetches the nodes and hands them to the table; true when the rows of it must be rebuilt.
     bool UpdateNodeList(ArtNetNodeModel& table);
 
     [[nodiscard]] ArtNetOutput& GetOutput() { return output; }
@@ -65,13 +68,15 @@ private:
     ArtNetOutput::SendResult SendUniverses();
 
     DeviceManager& deviceManager;
+    // Each has a reference to the other. The trigger is made first and uses the output only when
+    // it is polled.
+    std::unique_ptr<ArtNetTrigger> trigger;
     ArtNetOutput output;
-    std::unique_ptr<ArtNetTrigger> trigger; ///< the output uses it
     FramePlan plan_;
     /// One for each row of the document; the pixels lie in the plan.
     std::vector<std::unique_ptr<ZenBitmap>> elementBitmaps_;
     bool elementsReady = false;
     int canvasWidth = 0;
     int canvasHeight = 0;
-    std::int64_t lostFrameTold_ = 0; ///< when the log was last told of one
+    std::int64_t lostFrameLogTime_ = 0; ///< when a lost frame was last logged
 };

@@ -28,7 +28,8 @@ std::uint8_t Minus(int from, int amount)
     return static_cast<std::uint8_t>(from - amount);
 }
 
-/// Writes the channels of one pixel; one function for each colour layout, chosen once for a run.
+/// Writes the channels of one pixel. There is one function for each colour layout, chosen once per
+/// run.
 template <PixelMapType Type>
 void WritePixel(const Colour& c, std::uint8_t* out)
 {
@@ -92,7 +93,7 @@ template <PixelMapType Type>
 void Convert(const PixelRun& run, std::span<const PixelSlot> slotList, const std::uint8_t* pixels,
              std::uint8_t* values)
 {
-    // Copies, since a written byte could be the run's own for all that the compiler knows.
+    // Copies: the compiler must assume that a written byte changes the run itself.
     const std::uint32_t count = run.count;
     const std::uint8_t intensity = run.intensity;
     if (run.packed) {

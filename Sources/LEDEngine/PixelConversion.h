@@ -6,7 +6,7 @@
 
 #include "FixtureModel/PixelMap.h"
 
-/// One pixel on its way to its channels: the index of the sampled pixel, and the index of its first
+/// Where one pixel is converted to: the index of the sampled pixel, and the index of its first
 /// channel value.
 struct PixelSlot
 {
@@ -14,8 +14,8 @@ struct PixelSlot
     std::uint32_t channel = 0;
 };
 
-/// Pixels of one colour layout. Pixel and channel i of a packed run follow from its first slot; the
-/// pixels of a scattered run have a slot each.
+/// Pixels of one colour layout. In a packed run pixels and channels follow each other from the
+/// first slot on; in a scattered run each pixel has a slot of its own.
 struct PixelRun
 {
     PixelMapType type = PixelMapType::RGB;
@@ -23,7 +23,7 @@ struct PixelRun
     bool packed = true;
     std::uint32_t count = 0;
     PixelSlot first;
-    std::uint32_t firstSlot = 0; ///< of a scattered run, in the list of slots
+    std::uint32_t firstSlot = 0; ///< of a scattered run: index in the list of slots
 };
 
 /// Writes the channel values of a run. `pixels` holds 4 bytes a pixel: blue, green, red and a byte

@@ -5,10 +5,10 @@
 
 namespace {
 
-/// What Initialize writes down; every send then goes to the host's own port.
+/// The port that Initialize notes; each send replaces it with the port of the host.
 constexpr std::uint16_t ArtNetPort = 6454;
 
-/// A frame of a large show leaves in one burst of two messages a universe.
+/// In bytes. A frame of a large document is sent in one burst of two messages a universe.
 constexpr int BufferSize = 100000;
 
 } // namespace

@@ -8,8 +8,8 @@
 
 #include "Platform/UdpSockets.h"
 
-/// The datagram socket of the control channel: it hears on port 6455 and sends to port 6456. It
-/// never waits, so its owner drains it from a timer. Main thread only.
+/// The datagram socket of the control channel: it receives on port 6455 and sends to port 6456. No
+/// call waits, so the owner empties it from a timer. Main thread only.
 class UDPSocket
 {
 public:
@@ -23,25 +23,25 @@ public:
 
     /// Opens a socket that sends to this address (first octet in the top byte).
     bool Initialize(std::uint32_t address);
-    /// A new socket in place of one that no longer sends. It is not bound: what comes to our port
-    /// no longer arrives, until the owner makes a new object.
+    /// Replaces a socket that no longer sends. The new one is not bound: nothing is received until
+    /// the owner makes a new object.
     bool Reinitialize();
-    /// Takes port 6455 on all interfaces.
+    /// Binds port 6455 on all interfaces.
     bool Bind();
 
     /// One datagram to port 6456 of the remote address. False without a socket or when the system
-    /// refused it; why stands in GetLastError.
+    /// refuses it; GetLastError gives the reason.
     bool Send(std::span<const std::byte> bytes);
     /// The next datagram that is already there: its length, cut to `buffer`, and its sender. False
     /// when there is none.
     bool Receive(std::span<std::byte> buffer, std::size_t& length, Platform::Endpoint& sender);
 
-    /// Only the address counts: the port is always 6456.
+    /// Takes the address; the port is always 6456.
     void SetRemoteAddress(const Platform::Endpoint& endpoint);
 
-    [[nodiscard]] bool IsOpen() const { return open; }
     [[nodiscard]] std::error_code GetLastError() const { return lastError_; }
 
+    // The options that Initialize and Reinitialize set, for the present socket.
     bool SetNonBlocking();
     bool SetBroadcast();
     bool SetReuseAddress();

@@ -60,7 +60,6 @@ class Desk
 public:
     Desk()
     {
-        output.trigger = &trigger;
         QObject::connect(&trigger, &ArtNetTrigger::artNetDMXInputSettingsReceived,
                          [](bool, const std::wstring& ip, const std::vector<int>& used) {
                              Require(ip.size() <= 16 && used.size() <= 247);
@@ -88,10 +87,10 @@ public:
         }));
     }
 
-    ArtNetOutput output;
     ArtNetTrigger trigger{output, [] {
                               return now;
                           }};
+    ArtNetOutput output{trigger};
 };
 
 /// Removes the next part of the input and gives it.

@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: MIT
 // A program of its own, since it replaces the allocator of the process: a frame after the first
-// takes no memory from the heap, and one that gets none when it needs some is lost without ending
+// takes no memory from the heap, and a frame that needs memory and gets none is lost without ending
 // the show.
-#include <gtest/gtest.h>
-
-#include <QCoreApplication>
-
 #include <chrono>
 #include <cstdlib>
 #include <new>
 #include <stdexcept>
 #include <thread>
+
+#include <gtest/gtest.h>
 
 #include "ArtNet/ZenArtNetService.h"
 #include "Show.h"
@@ -18,16 +16,14 @@
 
 namespace {
 
-/// Of this thread: the I/O thread looks after adapters and nodes in its own time.
+/// Of this thread: the I/O thread works for adapters and nodes at its own times.
 thread_local int allocations = 0;
 thread_local bool refuse = false;
 
 void* Allocate(std::size_t size)
 {
     ++allocations;
-    if (refuse)
-        return nullptr;
-    return std::malloc(size > 0 ? size : 1);
+    return refuse ? nullptr : std::malloc(size > 0 ? size : 1);
 }
 
 void* AllocateOrThrow(std::size_t size)
@@ -39,7 +35,7 @@ void* AllocateOrThrow(std::size_t size)
 
 } // namespace
 
-// Every form of both: beside AddressSanitizer's own forms they would not fit together.
+// Every form of both: they would not fit to the forms of AddressSanitizer.
 void* operator new(std::size_t size)
 {
     return AllocateOrThrow(size);
@@ -84,158 +80,107 @@ namespace {
 
 constexpr int Strips = 40;
 
-/// Panels of many pixels, elements of one pixel, scattered ones, constants; for everybody, for one
-/// node and into the merger's run.
-void Fill(Show& show)
-{
-    PixelMap strip(170, 1, PixelMapType::RGB);
-    for (int i = 0; i < 170; ++i)
-        strip.SetCell(i, 0, 1 + 3 * i);
-    const auto dot = FixtureOf(MapOf(1, 1, PixelMapType::RGBWAmber, {2}), 8, {{1, 200}, {8, -1}});
-    for (int universe = 0; universe < Strips; ++universe) {
-        const VideoMapping place({0.5F, static_cast<float>(universe) / Strips}, {0.9F, 0.01F}, 10,
-                                 false, false);
-        show.Add(FixtureOf(strip, 510), place, Address(universe / 16, universe % 16, 1));
-        show.Add(dot, place, Address(universe / 16, universe % 16, 17, L"2.0.0.10"));
-        show.Add(dot, place, Address(universe / 16, universe % 16, 101));
-    }
-}
-
-int AllocationsOf(Show& show, const ZenBitmap& picture, int frames)
-{
-    const auto mark = Picture(1, 1, {{255, 255, 255}}, 3);
-    show.Frame(picture);
-    show.engine.UpdateElementBitmap(0, *mark);
-    show.Frame(picture);
-    const int before = allocations;
-    for (int i = 0; i < frames; ++i) {
-        show.engine.UpdateElementBitmaps(picture);
-        show.engine.UpdateElementBitmap(0, *mark);
-        show.engine.SendFrame();
-    }
-    return allocations - before;
-}
-
-std::unique_ptr<ZenBitmap> Noise()
-{
-    return Picture(64, 36, std::vector<Rgb>(64 * 36, Rgb{11, 22, 33}));
-}
-
-TEST(FrameAllocation, NoFrameAfterTheFirstTakesMemory)
-{
-    const int before = allocations;
-    const auto picture = Noise();
-    ASSERT_GT(allocations, before) << "it counts";
-    for (const bool merged : {false, true}) {
-        Show show;
-        Fill(show);
-        const UniverseMerging merging(merged, 0, 1, 8, 9, 0, MergerDMXSource::PixelWeft);
-        show.Document().SetMerging(merging);
-        show.engine.InitializeOutput(L"", L"", L"", merging);
-        ASSERT_TRUE(show.Create());
-        EXPECT_EQ(AllocationsOf(show, *picture, 20), 0) << merged;
-        // In the merger's run an element goes to the universe for everybody, whatever its node.
-        EXPECT_EQ(show.UniverseCount(), merged ? 2U * Strips - 8 : 2U * Strips);
-    }
-}
-
-TEST(FrameAllocation, AFrameWithoutMemoryIsLostAndTheNextOneIsNot)
-{
-    Show show;
-    Fill(show);
-    const auto picture = Noise();
-    ASSERT_TRUE(show.Create());
-    show.Frame(*picture);
-    const auto full = show.UniverseCount();
-    // The edit makes the next frame lay out its lists anew, which takes memory.
-    constexpr int middle = Strips / 2 * 3;
-    *show.Document().GetElement(middle)->EditArtNetMapping() = Address(3, 0, 1);
-    {
-        Support::LogCapture log;
-        refuse = true;
-        show.engine.UpdateElementBitmaps(*picture);
-        show.engine.UpdateElementBitmap(middle, *picture);
-        const int result = show.engine.SendFrame();
-        refuse = false;
-        EXPECT_EQ(result, -1);
-        EXPECT_EQ(log.Messages().size(), 1U);
-    }
-    show.Frame(*picture);
-    EXPECT_EQ(show.UniverseCount(), full + 1);
-    EXPECT_EQ(show.Universe(48).size(), 510U);
-    EXPECT_EQ(show.Universe(48)[0], 11);
-}
-
-/// These stand on a private network with sockets of their own (Tools/stage-net desk).
-class OnStage : public testing::Test
+/// A show on our own port: many pixels in a row, single ones, constants; broadcast, for one node
+/// and into the merge range.
+class FrameAllocation : public testing::TestWithParam<bool>
 {
 protected:
-    void SetUp() override
+    FrameAllocation()
     {
-        if (!std::getenv("STAGE_NET"))
-            GTEST_SKIP() << "needs a stage network";
         Zen::ArtNetService::SetGlobal(
             std::make_shared<Zen::ArtNetService>("PixelWeft", "test", false));
-    }
-    void TearDown() override { Zen::ArtNetService::SetGlobal(nullptr); }
-
-    /// A show on our own port.
-    void Open(Show& show, const UniverseMerging& merging = {})
-    {
-        Fill(show);
-        show.Document().SetMerging(merging);
-        show.engine.InitializeOutput(L"2.0.0.1", L"2.255.255.255", L"", merging);
+        show = std::make_unique<Show>();
+        PixelMap strip(170, 1, PixelMapType::RGB);
+        for (int i = 0; i < 170; ++i)
+            strip.SetCell(i, 0, 1 + 3 * i);
+        const auto dot =
+            FixtureOf(MapOf(1, 1, PixelMapType::RGBWAmber, {2}), 8, {{1, 200}, {8, -1}});
+        for (int universe = 0; universe < Strips; ++universe) {
+            const VideoMapping place({0.5F, static_cast<float>(universe) / Strips}, {0.9F, 0.01F},
+                                     10, false, false);
+            const auto at = [universe](int channel, const std::wstring& node = AutoNode) {
+                return Address(universe / 16, universe % 16, channel, node);
+            };
+            show->Add(FixtureOf(strip, 510), place, at(1));
+            show->Add(dot, place, at(17, L"2.0.0.10"));
+            show->Add(dot, place, at(101));
+        }
+        const UniverseMerging merging(GetParam(), 0, 1, 8, 9, 0, MergerDMXSource::PixelWeft);
+        show->Document().SetMerging(merging);
+        show->engine.InitializeOutput(L"2.0.0.1", L"2.255.255.255", L"", merging);
         for (int tick = 0; tick < 12; ++tick)
-            show.engine.GetOutput().HandleEvent(OutputEvent::Tick);
-        ASSERT_EQ(show.engine.GetOutput().GetState(), OutputState::UsingLocalSocket);
-        ASSERT_TRUE(show.Create());
+            show->engine.GetOutput().HandleEvent(OutputEvent::Tick);
+        EXPECT_TRUE(show->Create());
     }
-};
+    ~FrameAllocation() override
+    {
+        show.reset();
+        Zen::ArtNetService::SetGlobal(nullptr);
+    }
 
-TEST_F(OnStage, SendingTakesNoMemory)
+    const std::unique_ptr<ZenBitmap> picture =
+        Picture(64, 36, std::vector<Rgb>(64 * 36, Rgb{11, 22, 33}));
+    const std::unique_ptr<ZenBitmap> mark = Picture(1, 1, {{255, 255, 255}}, 3);
+    std::unique_ptr<Show> show;
+};
+INSTANTIATE_TEST_SUITE_P(Merging, FrameAllocation, testing::Bool());
+
+TEST_P(FrameAllocation, NoFrameAfterTheFirstTakesMemory)
 {
-    const auto picture = Noise();
-    Show show;
-    Open(show, {true, 0, 1, 8, 9, 0, MergerDMXSource::PixelWeft});
     int sent = 0;
-    QObject::connect(&show.engine.GetOutput(), &ArtNetOutput::dataOutOn, &show.engine,
+    QObject::connect(&show->engine.GetOutput(), &ArtNetOutput::dataOutOn, &show->engine,
                      [&sent] { ++sent; });
+    ASSERT_GT(allocations, 0);
     // Packets wait for the I/O thread in two buffers in turn, which grow to the longest wait: on a
     // busy machine that takes a while to settle. A frame that always takes memory never does.
     int taken = -1;
     for (int attempt = 0; attempt < 20 && taken != 0; ++attempt) {
         const int before = allocations;
         for (int frame = 0; frame < 20; ++frame) {
-            show.engine.UpdateElementBitmaps(*picture);
-            show.engine.SendFrame();
+            show->engine.UpdateElementBitmaps(*picture);
+            show->engine.UpdateElementBitmap(0, *mark);
+            show->engine.SendFrame();
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
         }
         taken = allocations - before;
     }
     EXPECT_EQ(taken, 0);
     EXPECT_GE(sent, 20);
+    // Elements of the merge range are broadcast whatever their node is.
+    EXPECT_EQ(show->AllUniverses().size(), GetParam() ? 2U * Strips - 8 : 2U * Strips);
 }
 
-TEST_F(OnStage, ASlotThatThrowsCostsOneFrame)
+TEST_P(FrameAllocation, AFrameWithoutMemoryIsLostAndTheNextOneIsNot)
 {
-    const auto picture = Noise();
-    Show show;
-    Open(show);
+    show->Frame(*picture);
+    const auto full = show->AllUniverses().size();
+    // After the edit the next frame makes its lists again, which takes memory.
+    constexpr int middle = Strips / 2 * 3;
+    *show->Document().GetElement(middle)->EditArtNetMapping() = Address(3, 0, 1);
     Support::LogCapture log;
-    const auto fault = QObject::connect(&show.engine.GetOutput(), &ArtNetOutput::dataOutOn,
-                                        &show.engine, [] { throw std::runtime_error("no lamp"); });
-    EXPECT_EQ(show.Frame(*picture), -1);
-    EXPECT_EQ(show.Frame(*picture), -1);
+    refuse = true;
+    show->engine.UpdateElementBitmaps(*picture);
+    show->engine.UpdateElementBitmap(middle, *picture);
+    const int result = show->engine.SendFrame();
+    refuse = false;
+    EXPECT_EQ(result, -1);
+    EXPECT_EQ(log.Messages().size(), 1U);
+    show->Frame(*picture);
+    EXPECT_EQ(show->AllUniverses().size(), full + 1);
+    EXPECT_EQ(show->Universe(48).size(), 510U);
+    EXPECT_EQ(show->Universe(48)[0], 11);
+}
+
+TEST_P(FrameAllocation, ASlotThatThrowsCostsOneFrame)
+{
+    Support::LogCapture log;
+    const auto fault = QObject::connect(&show->engine.GetOutput(), &ArtNetOutput::dataOutOn,
+                                        &show->engine, [] { throw std::runtime_error("no lamp"); });
+    EXPECT_EQ(show->Frame(*picture), -1);
+    EXPECT_EQ(show->Frame(*picture), -1);
     EXPECT_EQ(log.Count("Frame lost: no lamp"), 1) << "once a second";
     QObject::disconnect(fault);
-    EXPECT_EQ(show.Frame(*picture), 0);
+    EXPECT_EQ(show->Frame(*picture), 0);
 }
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    testing::InitGoogleTest(&argc, argv);
-    const QCoreApplication application(argc, argv);
-    return RUN_ALL_TESTS();
-}

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "ArtNet/ZenArtNetService.h"
 #include "HostStandIn/Host.h"
 #include "LEDEngine/ArtNetOutput.h"
 #include "LEDEngine/ArtNetTrigger.h"
@@ -16,13 +18,22 @@ using Bytes = std::vector<std::uint8_t>;
 using Lines = std::vector<std::string>;
 
 /// Output and trigger as the engine has them, with a host stand-in beside them and a clock that the
-/// test sets. Loopback ports are the machine's own, so these cases run on a private network.
+/// test sets.
 class HostChannel : public testing::Test
 {
 protected:
-    HostChannel() { output.trigger = &trigger; }
+    HostChannel()
+    {
+        Zen::ArtNetService::SetGlobal(
+            std::make_shared<Zen::ArtNetService>("Test", "#0001 [0001] Ready", false));
+    }
+    ~HostChannel() override
+    {
+        ChooseNoNetwork(); // destroys the clients before the service
+        Zen::ArtNetService::SetGlobal(nullptr);
+    }
 
-    /// Chooses the network of the stage's desk.
+    /// Chooses the first network of the stage's desk.
     void ChooseNetwork(const UniverseMerging& merging = {})
     {
         output.Initialize(L"2.0.0.1", L"2.255.255.255", L"2.0.0.1", merging);
@@ -46,46 +57,35 @@ protected:
         ChooseNetwork(merging);
         for (int i = 0; i < 20 && output.GetState() != OutputState::UsingRemoteSocket; ++i)
             Tick();
+        (void)Received();
         return output.GetState() == OutputState::UsingRemoteSocket;
     }
 
-    /// What came to the host since the last look, without the "stop" of every tick.
-    Lines Said()
+    /// What the host received since the last call, without the messages of every tick.
+    Lines Received()
     {
         host.Pump();
         Lines lines = host.TakeLines();
         std::erase(lines, "0x21 stop");
+        std::erase(lines, "0x51 universes");
         return lines;
     }
 
-    /// The host dies, and the program notices.
-    void KillHost()
+    /// The host is gone, and the program notices.
+    void LoseHost()
     {
         host.Die();
-        trigger.Poll(); // what it said before still counts
-        Pass(5001);
+        trigger.Poll(); // what the host sent before still counts
+        now += 5'001'000'000;
         trigger.Poll();
     }
 
-    /// Milliseconds later on the program's clock.
-    static void Pass(std::int64_t milliseconds) { now += milliseconds * 1'000'000; }
-
-    static std::int64_t now;
+    inline static std::int64_t now = 1'000'000'000;
 
     Support::LogCapture log;
-    ArtNetOutput output;
     ArtNetTrigger trigger{output, [] {
                               return now;
                           }};
+    ArtNetOutput output{trigger};
     HostStandIn::Host host;
 };
-
-/// A value at an offset of a message's data.
-struct Field
-{
-    std::size_t offset;
-    Bytes bytes;
-};
-[[nodiscard]] Bytes Ascii(const std::string& text);
-/// A whole message: the head, and zeros where no field lies.
-[[nodiscard]] Bytes Message(std::uint8_t subKey, const std::vector<Field>& fields);

@@ -30,9 +30,9 @@ DeviceLedItem RowOf(PixelMapType type, int pixels, int channelsPerPixel)
 
 TEST(PixelConversion, EveryTypePutsItsBytesInOrder)
 {
-    // Orange: the smallest is blue, the smaller of red and green is green.
-    // lum = (201 + 100 + 50 + 15) / 3 = 122. And a cold colour whose smallest is red, with odd
-    // halves: lum = (7 + 131 + 65 + 126) / 3 = 109.
+    // Orange: its minimum is blue, and green that of red and green;
+    // luminance = (201 + 100 + 50 + 15) / 3 = 122. And a cold colour whose minimum is red, with odd
+    // halves: luminance = (7 + 131 + 65 + 126) / 3 = 109.
     const std::vector<Rgb> colours{{201, 100, 31}, {7, 131, 253}};
     const std::vector<std::pair<PixelMapType, Bytes>> expected{
         {PixelMapType::RGB, {201, 100, 31, 7, 131, 253}},
@@ -62,7 +62,7 @@ TEST(PixelConversion, EveryTypePutsItsBytesInOrder)
         ASSERT_EQ(static_cast<int>(type), i);
         const int n = static_cast<int>(bytes.size() / 2);
         EXPECT_EQ(ChannelsOf(RowOf(type, 2, n), colours), bytes) << i;
-        // The same pixels one by one, with the second in front of the first.
+        // The same pixels, the second one on the first channels.
         auto turned = FixtureOf(MapOf(2, 1, type, {n + 1, 1}), 2 * n);
         Bytes swapped(bytes.begin() + n, bytes.end());
         swapped.insert(swapped.end(), bytes.begin(), bytes.begin() + n);
@@ -125,7 +125,8 @@ TEST(PixelConversion, CellsCountsAndConstantsOfEveryKind)
         {"cells that name no channel", FixtureOf(rgb({0, -1, 4}), 9), {0, 0, 0, 7, 8, 9, 0, 0, 0}},
         {"nor do these", FixtureOf(rgb({513, 512, least}), 3), {0, 0, 0}},
         {"nor these", FixtureOf(rgb({most, most - 2, 0}), 3), {0, 0, 0}},
-        // What begins inside is written as far as the fixture goes; what begins behind it is not.
+        // A pixel that begins among the fixture's channels is cut; one that begins behind them is
+        // not written.
         {"beyond the channels of the fixture", FixtureOf(rgb({1, 4, 6}), 5), {1, 2, 3, 4, 5}},
         {"no channels", FixtureOf(rgb({1, 0, 0}), 0), {}},
         {"fewer than a pixel", FixtureOf(rgb({1, 0, 0}), 2), {1, 2}},
@@ -142,7 +143,7 @@ TEST(PixelConversion, CellsCountsAndConstantsOfEveryKind)
         EXPECT_EQ(ChannelsOf(each.fixture, three), each.channels) << each.what;
 }
 
-TEST(PixelConversion, APixelBeyondItsFixtureIsInNobodysWay)
+TEST(PixelConversion, APixelThatIsCutTouchesNoOtherElement)
 {
     Show show;
     show.Add(FixtureOf(MapOf(1, 1, PixelMapType::RrGgBb, {2}), 2), WholeCanvas(), Address(0, 0, 1));

@@ -39,13 +39,13 @@ Picture(int width, int height, const std::vector<Rgb>& colours, std::uint32_t fo
 [[nodiscard]] DeviceLedItem FixtureOf(PixelMap map, int channelCount,
                                       const StaticChannelList& constants = {});
 
-/// The whole canvas, upright.
+/// The whole canvas, not rotated.
 [[nodiscard]] VideoMapping WholeCanvas();
 
 [[nodiscard]] DMXMappingArtNet Address(int subnet, int universe, int channel,
                                        const std::wstring& ipconf = AutoNode);
 
-/// A document with its engine. No network is chosen, so frames are built and nothing leaves.
+/// A document with its engine. No network is chosen, so frames are built and not sent.
 class Show
 {
 public:
@@ -54,14 +54,13 @@ public:
     MappedLedItem& Add(const DeviceLedItem& fixture, const VideoMapping& video,
                        const DMXMappingArtNet& address, const std::wstring& name = L"Element");
 
-    /// Lays out the elements anew.
+    /// Rebuilds the engine's buffers.
     bool Create();
     /// Samples and sends; the result is that of SendFrame.
     int Frame(const ZenBitmap& source);
 
     /// The channels of the last frame's universe, empty when there is none.
     [[nodiscard]] Bytes Universe(int portAddress, const std::wstring& address = AutoNode);
-    [[nodiscard]] std::size_t UniverseCount() { return AllUniverses().size(); }
     [[nodiscard]] Universes AllUniverses();
 
     [[nodiscard]] MappedDeviceModel& Document() { return *manager.GetMappedDeviceModel(); }
