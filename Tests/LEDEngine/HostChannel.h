@@ -29,7 +29,7 @@ protected:
     }
     ~HostChannel() override
     {
-        ChooseNoNetwork(); // destroys the clients before the service
+        output.Initialize(L"", L"", L"", {}); // destroys the clients before the service
         Zen::ArtNetService::SetGlobal(nullptr);
     }
 
@@ -38,7 +38,6 @@ protected:
     {
         output.Initialize(L"2.0.0.1", L"2.255.255.255", L"2.0.0.1", merging);
     }
-    void ChooseNoNetwork() { output.Initialize(L"", L"", L"", {}); }
 
     /// One tick of the program, then one of the host.
     void Tick(int times = 1)
@@ -49,16 +48,15 @@ protected:
         }
     }
 
-    /// Up to the state in which universes go to the host. False when that takes too long.
-    bool Connect(const UniverseMerging& merging = {})
+    /// Up to the state in which universes go to the host.
+    void Connect(const UniverseMerging& merging = {})
     {
-        if (!host.Start())
-            return false;
+        ASSERT_TRUE(host.Start());
         ChooseNetwork(merging);
         for (int i = 0; i < 20 && output.GetState() != OutputState::UsingRemoteSocket; ++i)
             Tick();
+        ASSERT_EQ(output.GetState(), OutputState::UsingRemoteSocket);
         (void)Received();
-        return output.GetState() == OutputState::UsingRemoteSocket;
     }
 
     /// What the host received since the last call, without the messages of every tick.

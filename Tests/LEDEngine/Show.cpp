@@ -9,55 +9,59 @@ std::unique_ptr<ZenBitmap> Picture(int width, int height, const std::vector<Rgb>
     auto picture = ZenBitmap::Create(width, height, format);
     std::uint8_t* next = picture->data;
     for (const Rgb& colour : colours) {
-        *next++ = colour.b;
-        *next++ = colour.g;
-        *next++ = colour.r;
+        for (const std::uint8_t byte : {colour.b, colour.g, colour.r})
+            *next++ = byte;
         if (format == 4)
             *next++ = 255;
     }
-    EXPECT_EQ(next, picture->data + std::ptrdiff_t{picture->bytesPerRow} * height);
     return picture;
 }
 
-PixelMap MapOf(int width, int height, PixelMapType type, std::initializer_list<std::int32_t> cells)
+DeviceLedItem Fixture(PixelMapType type, const std::vector<std::int32_t>& cells, int channelCount,
+                      const StaticChannelList& constants, int rows)
 {
-    PixelMap map(width, height, type);
-    std::int32_t index = 0;
-    for (const std::int32_t cell : cells) {
-        map.SetCell(index % width, index / width, cell);
-        ++index;
-    }
-    EXPECT_EQ(index, width * height);
-    return map;
-}
-
-DeviceLedItem FixtureOf(PixelMap map, int channelCount, const StaticChannelList& constants)
-{
+    const int width = static_cast<int>(cells.size()) / rows;
+    PixelMap map(width, rows, type);
+    for (int i = 0; i < width * rows; ++i)
+        map.SetCell(i % width, i / width, cells[static_cast<std::size_t>(i)]);
     DeviceLedItem fixture(L"Maker", L"Product", std::move(map), 1, channelCount);
     fixture.staticChannels = constants;
     return fixture;
 }
 
-VideoMapping WholeCanvas()
+DMXMappingArtNet Address(int portAddress, int channel, const std::wstring& ipconf)
 {
-    return {{0.5F, 0.5F}, {1.0F, 1.0F}, 0.0F, false, false};
+    return {portAddress / 16, portAddress % 16, channel, ipconf, L""};
 }
 
-DMXMappingArtNet Address(int subnet, int universe, int channel, const std::wstring& ipconf)
+UniverseMerging Merge(int from, int count, int to)
 {
-    return {subnet, universe, channel, ipconf, L""};
+    const auto number = [](int value) {
+        return static_cast<std::uint32_t>(value);
+    };
+    return {true,
+            number(from / 16),
+            number(from % 16),
+            count,
+            number(to / 16),
+            number(to % 16),
+            MergerDMXSource::PixelWeft};
 }
 
-Show::Show()
+Show::Show(const std::vector<Placed>& elements)
     : manager(QString())
     , engine((manager.Initialize(), manager))
-{}
-
-MappedLedItem& Show::Add(const DeviceLedItem& fixture, const VideoMapping& video,
-                         const DMXMappingArtNet& address, const std::wstring& name)
 {
-    auto item = std::make_unique<MappedLedItem>(name, fixture,
-                                                std::make_unique<VideoMapping>(video), &address);
+    for (const Placed& element : elements)
+        Add(element);
+    EXPECT_TRUE(Create());
+}
+
+MappedLedItem& Show::Add(const Placed& element)
+{
+    auto item = std::make_unique<MappedLedItem>(element.name, element.fixture,
+                                                std::make_unique<VideoMapping>(element.video),
+                                                &element.address);
     MappedLedItem& added = *item;
     added.uniqueID = Document().GetNextElementID();
     Document().AddMappingElement(std::move(item));
@@ -68,6 +72,12 @@ bool Show::Create()
 {
     engine.ReleaseElements();
     return engine.CreateElements(Document().GetCanvasWidth(), Document().GetCanvasHeight());
+}
+
+void Show::SetMerging(const UniverseMerging& merging)
+{
+    Document().SetMerging(merging);
+    engine.InitializeOutput(L"", L"", L"", merging);
 }
 
 int Show::Frame(const ZenBitmap& source)

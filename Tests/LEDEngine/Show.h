@@ -2,17 +2,13 @@
 #pragma once
 
 #include <cstdint>
-#include <initializer_list>
 #include <map>
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "FixtureModel/DMXMapping.h"
-#include "FixtureModel/VideoMapping.h"
 #include "LEDEngine/LEDEngine.h"
-#include "LibTools/ZenBitmap.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 
@@ -31,31 +27,37 @@ struct Rgb
 [[nodiscard]] std::unique_ptr<ZenBitmap>
 Picture(int width, int height, const std::vector<Rgb>& colours, std::uint32_t format = 4);
 
-/// A map with these cells, row by row.
-[[nodiscard]] PixelMap MapOf(int width, int height, PixelMapType type,
-                             std::initializer_list<std::int32_t> cells);
+/// A fixture with these cells in rows of equal length. The channel count -1 is automatic.
+[[nodiscard]] DeviceLedItem Fixture(PixelMapType type, const std::vector<std::int32_t>& cells,
+                                    int channelCount = -1, const StaticChannelList& constants = {},
+                                    int rows = 1);
 
-/// A fixture; constants and free channels as given, in their order.
-[[nodiscard]] DeviceLedItem FixtureOf(PixelMap map, int channelCount,
-                                      const StaticChannelList& constants = {});
-
-/// The whole canvas, not rotated.
-[[nodiscard]] VideoMapping WholeCanvas();
-
-[[nodiscard]] DMXMappingArtNet Address(int subnet, int universe, int channel,
+[[nodiscard]] DMXMappingArtNet Address(int portAddress, int channel = 1,
                                        const std::wstring& ipconf = AutoNode);
+
+/// Merging of `count` universes.
+[[nodiscard]] UniverseMerging Merge(int from, int count, int to);
+
+/// An element to place; at first it covers the whole canvas.
+struct Placed
+{
+    DeviceLedItem fixture;
+    DMXMappingArtNet address = Address(0);
+    VideoMapping video{{0.5F, 0.5F}, {1, 1}, 0, false, false};
+    std::wstring name = L"Element";
+};
 
 /// A document with its engine. No network is chosen, so frames are built and not sent.
 class Show
 {
 public:
-    Show();
+    /// Places the elements and makes the engine's buffers.
+    explicit Show(const std::vector<Placed>& elements = {});
 
-    MappedLedItem& Add(const DeviceLedItem& fixture, const VideoMapping& video,
-                       const DMXMappingArtNet& address, const std::wstring& name = L"Element");
-
+    MappedLedItem& Add(const Placed& element);
     /// Rebuilds the engine's buffers.
     bool Create();
+    void SetMerging(const UniverseMerging& merging);
     /// Samples and sends; the result is that of SendFrame.
     int Frame(const ZenBitmap& source);
 
