@@ -84,6 +84,7 @@ TEST(PixelConversion, CellsCountsAndConstants)
     const std::pair<DeviceLedItem, Bytes> cases[] = {
         // Cells that name no channel.
         {Fixture(RGB, {0, -1, 4}, 9), {0, 0, 0, 7, 8, 9, 0, 0, 0}},
+        {Fixture(RGB, {1, 0, 4}), {1, 2, 3, 7, 8, 9}},
         {Fixture(RGB, {513, 512, least}, 3), {0, 0, 0}},
         {Fixture(RGB, {most, most - 2, 0}, 3), {0, 0, 0}},
         // A pixel that begins among the fixture's channels is cut; one behind them is not written.
