@@ -16,7 +16,7 @@
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Editor/EditorDisplayState.h"
 #include "UI/Editor/WeftMapEditorScene.h"
-#include "UI/Main/NetworkChoice.h"
+#include "UI/Network/NetworkChoice.h"
 #include "UI/Main/OperatorNotices.h"
 
 namespace {

@@ -29,8 +29,8 @@
 #include "Support/Stage.h"
 #include "UI/Editor/MappingRectangle.h"
 #include "UI/Main/LiveCanvas.h"
-#include "UI/Main/NetworkChoice.h"
-#include "UI/Main/NetworkPanel.h"
+#include "UI/Network/NetworkChoice.h"
+#include "UI/Network/NetworkPanel.h"
 #include "UI/Main/WEFTMain.h"
 #include "UI/Widgets/LedIndicator.h"
 

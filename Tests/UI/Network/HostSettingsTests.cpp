@@ -15,8 +15,8 @@
 #include "Settings/SettingsBlock.h"
 #include "Support/LogCapture.h"
 #include "Support/TemporaryFolder.h"
-#include "UI/Main/HostSettings.h"
-#include "UI/Main/NetworkChoice.h"
+#include "UI/Network/HostSettings.h"
+#include "UI/Network/NetworkChoice.h"
 
 namespace {
 

@@ -13,7 +13,7 @@
 #include "Platform/IPv4.h"
 #include "Settings/SettingsBlock.h"
 #include "Support/LogCapture.h"
-#include "UI/Main/NetworkChoice.h"
+#include "UI/Network/NetworkChoice.h"
 #include "UI/Main/OperatorNotices.h"
 
 namespace {

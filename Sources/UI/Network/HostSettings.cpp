@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "UI/Main/HostSettings.h"
+#include "UI/Network/HostSettings.h"
 
 #include "Log/Log.h"
 #include "Platform/Clock.h"
 #include "Settings/ApplicationMode.h"
 #include "Settings/ExternalServerPreferences.h"
-#include "UI/Main/NetworkChoice.h"
+#include "UI/Network/NetworkChoice.h"
 
 namespace {
 

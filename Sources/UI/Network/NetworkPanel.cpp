@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "UI/Main/NetworkPanel.h"
+#include "UI/Network/NetworkPanel.h"
 
 #include <algorithm>
 
@@ -18,7 +18,7 @@
 #include "UI/Dialogs/LEDDialogDMXUniverseMerging.h"
 #include "UI/Dialogs/LedDialogAddIPrange.h"
 #include "UI/Main/ActionTable.h"
-#include "UI/Main/NetworkChoice.h"
+#include "UI/Network/NetworkChoice.h"
 #include "UI/Widgets/LedIndicator.h"
 #include "UI/Widgets/SteadyComboBox.h"
 

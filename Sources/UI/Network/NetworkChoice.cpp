@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "UI/Main/NetworkChoice.h"
+#include "UI/Network/NetworkChoice.h"
 
 #include <algorithm>
 #include <utility>
