@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "Log/Log.h"
+#include "UI/Widgets/Version.h"
 
 namespace {
 
@@ -43,7 +44,8 @@ WEFTAboutDialog::WEFTAboutDialog(QWidget* parent, const QString& creditsFile)
     large.setPointSizeF(large.pointSizeF() * 1.5);
     large.setBold(true);
     name->setFont(large);
-    auto* version = Line(QStringLiteral("labelVersion"), tr("Version 3.2.5 alpha"));
+    auto* version =
+        Line(QStringLiteral("labelVersion"), tr("Version %1 alpha").arg(ProgramVersion()));
     auto* copyright = Line(QStringLiteral("labelCopyRight"), tr("Copyright"));
     auto* team = Line(QStringLiteral("labelTeam"), tr("Team"));
     team->setWordWrap(true);

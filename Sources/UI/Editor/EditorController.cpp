@@ -15,6 +15,7 @@
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
 #include "Model/MappedObjectListProxy.h"
+#include "UI/Dialogs/LEDDialogCanvasSize.h"
 #include "UI/Editor/CanvasCommands.h"
 #include "UI/Editor/GeometryCommands.h"
 #include "UI/Editor/WeftMapEditorScene.h"
@@ -228,6 +229,15 @@ void EditorController::ActionCropCanvasToSelectedDevices()
         return;
     scene_.UnSelectAll();
     Push(std::make_unique<CropCanvasToSelectionCommand>(manager_, std::move(selected)));
+}
+
+void EditorController::ActionCanvasSize()
+{
+    LEDDialogCanvasSize dialog(view_.window());
+    const QSize canvas = manager_.CanvasPixels();
+    dialog.SetSize(canvas.width(), canvas.height());
+    if (dialog.exec() == QDialog::Accepted)
+        ResizeCanvas(dialog.GetWidth(), dialog.GetHeight(), dialog.KeepsPositions());
 }
 
 void EditorController::ResizeCanvas(int width, int height, bool keepPixels)

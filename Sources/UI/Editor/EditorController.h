@@ -49,6 +49,8 @@ public slots:
     void ActionRotateLeft90() { ActionRotateLeftRight(-90); }
     void ActionRotateLeftRight(float degrees);
     void ActionCropCanvasToSelectedDevices();
+    /// Asks for the size of the canvas.
+    void ActionCanvasSize();
     void ActionFlip(int direction, bool state);
 
     /// Gives the canvas another size. With `keepPixels` elements stay where they are in pixels,

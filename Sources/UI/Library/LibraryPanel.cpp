@@ -3,9 +3,11 @@
 
 #include <QDir>
 #include <QFile>
+#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QPushButton>
 #include <QUndoStack>
+#include <QVBoxLayout>
 
 #include "Log/Log.h"
 #include "Model/DeviceListProxy.h"
@@ -14,39 +16,126 @@
 #include "Model/MappedDeviceModel.h"
 #include "Settings/FixtureLibraryPath.h"
 #include "UI/Dialogs/OperatorBoxes.h"
+#include "UI/Library/FixtureConflictBox.h"
 #include "UI/Library/LEDDeviceListView.h"
+#include "UI/Widgets/ListLook.h"
 
 LibraryPanel::LibraryPanel(const Parts& parts)
     : parts_(parts)
+    , actions_(parts.window)
+    , contents_(new QWidget)
+    , view_(new LEDDeviceListView)
 {
-    LEDDeviceListView& view = parts_.view;
-    view.setModel(parts_.manager.GetDeviceListProxy());
-    view.SetDeviceManager(&parts_.manager);
-    view.sortByColumn(DeviceModel::ProductColumn, Qt::AscendingOrder);
-    connect(view.selectionModel(), &QItemSelectionModel::selectionChanged, this,
+    BuildContents();
+    view_->setModel(parts_.manager.GetDeviceListProxy());
+    view_->SetDeviceManager(&parts_.manager);
+    view_->sortByColumn(DeviceModel::ProductColumn, Qt::AscendingOrder);
+    actions_.Add({.objectName = "actionImport_fixtures",
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Import Fixtures...")},
+                 this, &LibraryPanel::ActionImportFixtures);
+    WatchLibrary();
+    AskAboutFixturesOfDocuments();
+}
+
+LibraryPanel::~LibraryPanel()
+{
+    DeviceModel::defaultConflictCallback = {};
+    view_->setModel(nullptr);
+}
+
+// ---- Building ----------------------------------------------------------------------------------
+
+void LibraryPanel::BuildContents()
+{
+    auto* column = new QVBoxLayout(contents_);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(4);
+    SetUpList(*view_, QStringLiteral("treeView"),
+              WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Fixture Library")));
+    column->addWidget(view_);
+    auto* row = new QHBoxLayout;
+    AddButton(QStringLiteral("buttonCustomFixture"),
+              WindowText(QT_TRANSLATE_NOOP("WEFTMain", "New...")), *row);
+    AddButton(QStringLiteral("buttonEditFixture"),
+              WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Edit...")), *row);
+    deleteButton_ = AddButton(QStringLiteral("buttonDeleteFixture"),
+                              WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Delete")), *row);
+    connect(deleteButton_, &QPushButton::clicked, this,
+            &LibraryPanel::ActionConfirmDeleteFixtureDialog);
+    column->addLayout(row);
+}
+
+/// A button that has nothing to act on yet.
+QPushButton* LibraryPanel::AddButton(const QString& objectName, const QString& text, QLayout& row)
+{
+    auto* button = new QPushButton(text);
+    button->setObjectName(objectName);
+    button->setEnabled(false);
+    row.addWidget(button);
+    return button;
+}
+
+void LibraryPanel::WatchLibrary()
+{
+    connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &LibraryPanel::UpdateButtonStatesFromDeviceListSelection);
     connect(parts_.manager.GetDeviceListProxy(), &QAbstractItemModel::modelReset, this,
             &LibraryPanel::UpdateButtonStatesFromDeviceListSelection);
-    connect(&parts_.deleteButton, &QPushButton::clicked, this,
-            &LibraryPanel::ActionConfirmDeleteFixtureDialog);
+    // A list that was empty has all its columns with its first row, and no use for them before the
+    // header is done.
+    connect(view_->header(), &QHeaderView::sectionCountChanged, this, &LibraryPanel::SetUpColumns,
+            Qt::QueuedConnection);
     // Queued: the library is also saved at the start, before the frames run, and nobody may be
     // there to press the button.
-    const auto tellOf = [this](auto signal, const QString& title, const QString& text) {
+    const auto notify = [this](auto signal, const QString& title, const QString& text) {
         connect(
             &parts_.manager, signal, this,
             [this, title, text](const QString& path) {
-                parts_.boxes.Notify(parts_.window, title, text.arg(path));
+                parts_.boxes.Notify(&parts_.window, title, text.arg(path));
             },
             Qt::QueuedConnection);
     };
-    tellOf(&DeviceManager::librarySaveFailed, tr("Fixture Library Not Saved"),
+    notify(&DeviceManager::librarySaveFailed, tr("Fixture Library Not Saved"),
            tr("The fixture library could not be saved to %1.\n\nYour change is lost when PixelWeft "
               "ends."));
-    tellOf(&DeviceManager::libraryKeptAside, tr("Fixture Library Not Read"),
+    notify(&DeviceManager::libraryKeptAside, tr("Fixture Library Not Read"),
            tr("A part of the fixture library could not be read.\n\nThe file as it was is kept as "
               "%1."));
 }
 
+void LibraryPanel::AskAboutFixturesOfDocuments()
+{
+    DeviceModel::defaultConflictCallback = [&boxes = parts_.boxes](const QString& manufacturer,
+                                                                   const QString& product) {
+        return AskAboutDocumentFixture(boxes, manufacturer, product);
+    };
+}
+
+void LibraryPanel::UpdateFromProgram()
+{
+    parts_.manager.MergeLibrary(QStringLiteral(":/wfl/Resources/LEDFixtureLib.wfl"), false,
+                                [&boxes = parts_.boxes](const QString&, const QString&) {
+                                    return AskAboutLibraryUpdate(boxes);
+                                });
+}
+
+// ---- The list ----------------------------------------------------------------------------------
+
+void LibraryPanel::SetUpColumns()
+{
+    view_->SetUpColumns();
+}
+
+/// After a fixture went or was replaced. A library that could not be saved stays as it is in
+/// memory.
+void LibraryPanel::FollowChange(bool saved)
+{
+    if (saved)
+        Reload();
+    parts_.undoStack.clear();
+}
+
+/// Loads the list from the user's file and sorts it as it was.
 void LibraryPanel::Reload()
 {
     const QString path = GetFixtureLibraryPath();
@@ -55,35 +144,37 @@ void LibraryPanel::Reload()
         return;
     }
     parts_.manager.LoadLibrary(path);
-    parts_.view.SetUpColumns();
-    const int column = parts_.view.header()->sortIndicatorSection();
-    const Qt::SortOrder order = parts_.view.header()->sortIndicatorOrder();
-    parts_.view.sortByColumn(DeviceModel::ManufacturerColumn, order);
+    SetUpColumns();
+    const int column = view_->header()->sortIndicatorSection();
+    const Qt::SortOrder order = view_->header()->sortIndicatorOrder();
+    view_->sortByColumn(DeviceModel::ManufacturerColumn, order);
     if (column != DeviceModel::ManufacturerColumn)
-        parts_.view.sortByColumn(DeviceModel::ProductColumn, order);
+        view_->sortByColumn(DeviceModel::ProductColumn, order);
 }
 
 void LibraryPanel::SortByProduct()
 {
-    parts_.view.sortByColumn(DeviceModel::ManufacturerColumn, Qt::AscendingOrder);
-    parts_.view.sortByColumn(DeviceModel::ProductColumn, Qt::AscendingOrder);
+    view_->sortByColumn(DeviceModel::ManufacturerColumn, Qt::AscendingOrder);
+    view_->sortByColumn(DeviceModel::ProductColumn, Qt::AscendingOrder);
 }
 
 void LibraryPanel::UpdateButtonStatesFromDeviceListSelection()
 {
-    const QModelIndexList rows = parts_.view.selectionModel()->selectedRows();
-    parts_.deleteButton.setEnabled(rows.size() == 1 && rows.first().parent().isValid());
+    const QModelIndexList rows = view_->selectionModel()->selectedRows();
+    deleteButton_->setEnabled(rows.size() == 1 && rows.first().parent().isValid());
 }
+
+// ---- What the operator does --------------------------------------------------------------------
 
 void LibraryPanel::ActionConfirmDeleteFixtureDialog()
 {
-    const auto fixtureID = parts_.view.CurrentFixtureID();
+    const auto fixtureID = view_->CurrentFixtureID();
     const DeviceLedItem* fixture =
         fixtureID ? parts_.manager.GetDeviceModel()->GetLEDFixture(*fixtureID) : nullptr;
     if (!fixture)
         return;
     if (parts_.manager.GetMappedDeviceModel()->IsFixtureUsed(*fixtureID)) {
-        parts_.boxes.Notify(parts_.window, tr("Delete Used Fixture"),
+        parts_.boxes.Notify(&parts_.window, tr("Delete Used Fixture"),
                             tr("This fixture is used in your current mapping file.\n\nIt cannot be "
                                "deleted until you remove it from your mapping."));
         return;
@@ -91,27 +182,28 @@ void LibraryPanel::ActionConfirmDeleteFixtureDialog()
     const QString text = tr("Are you sure you want to delete this fixture from the library?") +
                          tr("\n\nManufacturer: ") + QString::fromStdWString(fixture->manufacturer) +
                          tr("\nProduct: ") + QString::fromStdWString(fixture->product);
-    if (!parts_.boxes.Ask(parts_.window, QString(), text, QMessageBox::Yes))
+    if (!parts_.boxes.Ask(&parts_.window, QString(), text, QMessageBox::Yes))
         return;
-    parts_.manager.RemoveFixture(parts_.view.currentIndex());
-    parts_.view.clearSelection();
-    parts_.view.update();
+    parts_.manager.RemoveFixture(view_->currentIndex());
+    view_->clearSelection();
+    view_->update();
     ZEN_LOG_INFO("Writing to WFL file...");
-    if (parts_.manager.SaveLibrary())
-        Reload();
-    parts_.undoStack.clear();
+    FollowChange(parts_.manager.SaveLibrary());
     parts_.manager.SetDocumentDirty(true);
 }
 
 void LibraryPanel::ActionImportFixtures()
 {
-    const QString file = parts_.boxes.OpenFile(
-        parts_.window, tr("Import Fixtures"), QDir::homePath(), tr("Fixture Library File (*.wfl)"));
+    const QString file =
+        parts_.boxes.OpenFile(&parts_.window, tr("Import Fixtures"), QDir::homePath(),
+                              tr("Fixture Library File (*.wfl)"));
     if (file.isEmpty())
         return;
-    parts_.manager.MergeLibrary(file, true, {});
-    if (!parts_.manager.GetDeviceModel()->WasReadWhole())
-        parts_.boxes.Notify(parts_.window, tr("Import Fixtures"),
+    const bool saved = parts_.manager.MergeLibrary(file, true, {});
+    const bool whole = parts_.manager.GetDeviceModel()->WasReadWhole();
+    FollowChange(saved);
+    if (!whole)
+        parts_.boxes.Notify(&parts_.window, tr("Import Fixtures"),
                             tr("%1 could not be read whole. The fixtures that could be read are in "
                                "your library.")
                                 .arg(file));

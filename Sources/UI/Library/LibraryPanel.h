@@ -3,14 +3,19 @@
 
 #include <QObject>
 
+#include "UI/Widgets/ActionSet.h"
+
 class DeviceManager;
 class LEDDeviceListView;
 class OperatorBoxes;
+class QLayout;
 class QPushButton;
 class QUndoStack;
 
-/// The operator's side of the fixture library: the list, what may be deleted, import and the way
-/// back to the fixtures of the program. Every change is in the library's file at once.
+/// The operator's side of the fixture library, the dock "Fixture Library": the list, what may be
+/// deleted, import and the way back to the fixtures of the program. Every change is in the
+/// library's file at once. While the panel lives, it asks about fixtures that come with a document
+/// and differ.
 class LibraryPanel : public QObject
 {
     Q_OBJECT
@@ -19,19 +24,25 @@ public:
     struct Parts
     {
         DeviceManager& manager;
-        LEDDeviceListView& view;
-        QPushButton& deleteButton;
-        QUndoStack& undoStack;
+        QUndoStack& undoStack; ///< forgets its steps when a fixture goes or is replaced
         OperatorBoxes& boxes;
-        QWidget* window; ///< the parent of the boxes
+        QWidget& window; ///< owns the action, and is the parent of the boxes
     };
-    /// All parts outlive the panel. Gives the view its model.
+    /// All parts outlive the panel.
     explicit LibraryPanel(const Parts& parts);
+    /// The list, which its dock owns, shows nothing from then on.
+    ~LibraryPanel() override;
 
-    /// Loads the list from the user's file and sorts it as it was.
-    void Reload();
+    /// The list and its buttons. They belong to the dock that takes them.
+    [[nodiscard]] QWidget* Contents() const { return contents_; }
+
+    /// Adds the fixtures that came with this version of the program to the user's, with a question
+    /// about each one that differs.
+    void UpdateFromProgram();
     /// By manufacturer and, within one, by product.
     void SortByProduct();
+    /// The model forgets its columns when it is loaded again.
+    void SetUpColumns();
 
 public slots:
     void ActionConfirmDeleteFixtureDialog();
@@ -40,7 +51,17 @@ public slots:
     void RemoveLocalFixtures();
 
 private:
+    void BuildContents();
+    QPushButton* AddButton(const QString& objectName, const QString& text, QLayout& row);
+    void WatchLibrary();
+    void AskAboutFixturesOfDocuments();
     void UpdateButtonStatesFromDeviceListSelection();
+    void FollowChange(bool saved);
+    void Reload();
 
     Parts parts_;
+    ActionSet actions_;
+    QWidget* contents_;
+    LEDDeviceListView* view_;
+    QPushButton* deleteButton_ = nullptr;
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "UI/Main/ZoomControls.h"
+#include "UI/Main/DisplayControls.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,11 +11,18 @@
 #include "Settings/SettingsBlock.h"
 #include "UI/Editor/EditorDisplayState.h"
 
-ZoomControls::ZoomControls(EditorDisplayState& display, SettingsBlock& settings, QWidget* parent)
-    : QObject(parent)
-    , display_(display)
+DisplayControls::DisplayControls(EditorDisplayState& display, SettingsBlock& settings,
+                                 QWidget& window)
+    : display_(display)
     , settings_(settings)
-    , combo_(new QComboBox(parent))
+    , actions_(window)
+    , combo_(new QComboBox(&window))
+{
+    FillCombo();
+    AddActions();
+}
+
+void DisplayControls::FillCombo()
 {
     combo_->setObjectName(QStringLiteral("zoomCombo"));
     combo_->setAccessibleName(tr("Zoom"));
@@ -25,41 +32,110 @@ ZoomControls::ZoomControls(EditorDisplayState& display, SettingsBlock& settings,
     combo_->setCompleter(nullptr);
     combo_->setInputMethodHints(Qt::ImhNoPredictiveText);
     combo_->setMaximumWidth(96);
-    for (const double preset : display.zoomPresets)
+    for (const double preset : display_.zoomPresets)
         combo_->addItem(ZoomText(preset));
-    connect(combo_, &QComboBox::textActivated, this, &ZoomControls::ActionOnZoomCombo);
+    connect(combo_, &QComboBox::textActivated, this, &DisplayControls::ActionOnZoomCombo);
     connect(combo_->lineEdit(), &QLineEdit::returnPressed, this,
             [this] { ActionOnZoomCombo(combo_->lineEdit()->text()); });
 }
 
-void ZoomControls::ActionZoomIn()
+void DisplayControls::AddActions()
+{
+    actions_.Add({.objectName = "actionZoom_In",
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Zoom In"),
+                  .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Zoom In"),
+                  .shortcut = "+",
+                  .icon = "icon_zoomin.png"},
+                 this, &DisplayControls::ActionZoomIn);
+    actions_.Add({.objectName = "actionZoom_Out",
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Zoom Out"),
+                  .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Zoom Out"),
+                  .shortcut = "-",
+                  .icon = "icon_zoomout.png"},
+                 this, &DisplayControls::ActionZoomOut);
+    grid_ = actions_.Add({.objectName = "actionDisplay_Pixel_Grid",
+                          .text = QT_TRANSLATE_NOOP("WEFTMain", "Display Pixel Grid"),
+                          .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Display pixel grid"),
+                          .shortcut = "Ctrl+G",
+                          .icon = "icon_grid.png",
+                          .checkable = true},
+                         this, &DisplayControls::ActionDisplayPixelGrid);
+    snap_ = actions_.Add({.objectName = "actionSnapToGrid",
+                          .text = QT_TRANSLATE_NOOP("WEFTMain", "SnapToGrid"),
+                          .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Snap fixtures to the grid"),
+                          .icon = "icon_snap_grid.png",
+                          .checkable = true},
+                         this, &DisplayControls::ActionToggleSnapToGrid);
+}
+
+void DisplayControls::TakeSettings()
+{
+    UpdateZoomWidgets();
+    display_.showGrid = settings_.showGrid;
+    grid_->setChecked(settings_.showGrid);
+    display_.snapToGrid = settings_.snapToGrid;
+    snap_->setChecked(settings_.snapToGrid);
+}
+
+// ---- Grid and snapping -------------------------------------------------------------------------
+
+void DisplayControls::ShowGrid(bool on)
+{
+    settings_.showGrid = on;
+    settings_.Save();
+    display_.showGrid = on;
+    grid_->setChecked(on);
+    emit gridChanged();
+}
+
+void DisplayControls::SnapToGrid(bool on)
+{
+    settings_.snapToGrid = on;
+    settings_.Save();
+    display_.snapToGrid = on;
+    snap_->setChecked(on);
+}
+
+void DisplayControls::ActionDisplayPixelGrid()
+{
+    ShowGrid(grid_->isChecked());
+}
+
+void DisplayControls::ActionToggleSnapToGrid()
+{
+    SnapToGrid(snap_->isChecked());
+}
+
+// ---- The zoom ----------------------------------------------------------------------------------
+
+void DisplayControls::ActionZoomIn()
 {
     display_.ZoomIn();
-    TellZoom();
+    FollowZoom();
 }
 
-void ZoomControls::ActionZoomOut()
+void DisplayControls::ActionZoomOut()
 {
     display_.ZoomOut();
-    TellZoom();
+    FollowZoom();
 }
 
-void ZoomControls::ActionOnZoomCombo(const QString& text)
+void DisplayControls::ActionOnZoomCombo(const QString& text)
 {
     const auto zoom = ZoomFromText(text);
     if (!zoom)
         return;
     display_.SetZoom(*zoom);
-    TellZoom();
+    FollowZoom();
 }
 
-void ZoomControls::TellZoom()
+void DisplayControls::FollowZoom()
 {
     UpdateZoomWidgets();
     emit zoomChanged();
 }
 
-void ZoomControls::UpdateZoomWidgets()
+void DisplayControls::UpdateZoomWidgets()
 {
     settings_.zoomFactor = static_cast<float>(display_.zoom);
     settings_.Save();

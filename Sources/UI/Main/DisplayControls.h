@@ -3,38 +3,52 @@
 
 #include <QObject>
 
+#include "UI/Widgets/ActionSet.h"
+
 class QComboBox;
-class QWidget;
 class SettingsBlock;
 struct EditorDisplayState;
 
-/// The zoom combo and the steps of the zoom. What is chosen goes to the display's record and to the
-/// user's settings at once.
-class ZoomControls : public QObject
+/// How the canvas is shown: the zoom with its combo, the pixel grid and the snapping. What is
+/// chosen goes to the display's record and to the user's settings at once.
+class DisplayControls : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Both outlive this object; Qt's parent owns the combo.
-    ZoomControls(EditorDisplayState& display, SettingsBlock& settings, QWidget* parent);
+    /// All three outlive this object; `window` owns the combo `zoomCombo` and the actions.
+    DisplayControls(EditorDisplayState& display, SettingsBlock& settings, QWidget& window);
 
-    [[nodiscard]] QComboBox* Combo() const { return combo_; }
+    /// Shows and takes over what the user's settings say, when they were loaded.
+    void TakeSettings();
+
+    void ShowGrid(bool on);
+    void SnapToGrid(bool on);
 
 public slots:
     void ActionZoomIn();
     void ActionZoomOut();
     void ActionOnZoomCombo(const QString& text);
+    void ActionDisplayPixelGrid();
+    void ActionToggleSnapToGrid();
     /// Shows and keeps the zoom of the display's record.
     void UpdateZoomWidgets();
 
 signals:
     /// The canvas has to be drawn at another scale.
     void zoomChanged();
+    /// The canvas has to be drawn with or without its grid.
+    void gridChanged();
 
 private:
-    void TellZoom();
+    void AddActions();
+    void FillCombo();
+    void FollowZoom();
 
     EditorDisplayState& display_;
     SettingsBlock& settings_;
+    ActionSet actions_;
     QComboBox* combo_;
+    QAction* grid_ = nullptr;
+    QAction* snap_ = nullptr;
 };

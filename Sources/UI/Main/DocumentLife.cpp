@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Main/DocumentLife.h"
 
+#include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QLocale>
 #include <QUndoStack>
 
 #include "LEDEngine/GetIPRange.h"
@@ -14,34 +17,14 @@
 #include "Settings/FixtureLibraryPath.h"
 #include "Settings/SettingsBlock.h"
 #include "UI/Dialogs/OperatorBoxes.h"
-#include "UI/Editor/EditorDisplayState.h"
+#include "UI/Dialogs/OperatorNotices.h"
 #include "UI/Editor/WeftMapEditorScene.h"
+#include "UI/Main/UnsavedWork.h"
 #include "UI/Network/NetworkChoice.h"
-#include "UI/Main/OperatorNotices.h"
 
 namespace {
 
 constexpr int DefaultCanvasSize = 100;
-
-/// Elements land where a file puts them, not where the grid would: snapping is off while this
-/// lives.
-class WithoutSnapping
-{
-public:
-    explicit WithoutSnapping(EditorDisplayState& display)
-        : display_(display)
-        , snap_(display.snapToGrid)
-    {
-        display_.snapToGrid = false;
-    }
-    ~WithoutSnapping() { display_.snapToGrid = snap_; }
-    WithoutSnapping(const WithoutSnapping&) = delete;
-    WithoutSnapping& operator=(const WithoutSnapping&) = delete;
-
-private:
-    EditorDisplayState& display_;
-    bool snap_;
-};
 
 /// Also for a name in other letters, which a share may take for the same, and through a link.
 bool IsSameFile(const QString& one, const QString& other)
@@ -57,7 +40,42 @@ bool IsSameFile(const QString& one, const QString& other)
 
 DocumentLife::DocumentLife(const Parts& parts)
     : parts_(parts)
-{}
+    , actions_(parts.window)
+{
+    AddActions();
+}
+
+void DocumentLife::AddActions()
+{
+    actions_.Add({.objectName = "actionNew",
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "New..."),
+                  .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Creates an empty canvas"),
+                  .shortcut = "Ctrl+N",
+                  .icon = "icon_filenew.png"},
+                 this, &DocumentLife::ActionNew);
+    QAction* save =
+        actions_.Add({.objectName = "actionSave_File",
+                      .text = QT_TRANSLATE_NOOP("WEFTMain", "Save"),
+                      .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Save mapping to current file"),
+                      .shortcut = "Ctrl+S",
+                      .icon = "icon_filesave.png"},
+                     this, &DocumentLife::ActionSaveFile);
+    connect(&parts_.manager, &DeviceManager::signalDocumentSavedState, save, &QAction::setDisabled);
+    actions_.Add({.objectName = "actionImport",
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Import..."),
+                  .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Open an existing mapping file "),
+                  .shortcut = "Ctrl+O",
+                  .icon = "icon_fileopen.png"},
+                 this, &DocumentLife::ActionImport);
+    actions_.Add({.objectName = "actionExport",
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Export..."),
+                  .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Save mapping to a mapping file "),
+                  .shortcut = "Ctrl+Shift+S",
+                  .icon = "icon_filesaveas.png"},
+                 this, &DocumentLife::ActionExport);
+}
+
+// ---- The first document of a run ---------------------------------------------------------------
 
 void DocumentLife::LoadFirst()
 {
@@ -69,7 +87,7 @@ void DocumentLife::LoadFirst()
     parts_.network.updateArtNetOutput();
     if (exists)
         parts_.notices.Tell(
-            {parts_.window, tr("Mapping Not Read"),
+            {&parts_.window, tr("Mapping Not Read"),
              tr("The mapping %1 could not be read.\n\n%2")
                  .arg(mappingFilePath, kept.isEmpty() ? tr("It stays as it is until you save.")
                                                       : tr("It is kept as %1.").arg(kept))});
@@ -77,20 +95,56 @@ void DocumentLife::LoadFirst()
     if (exists && kept.isEmpty())
         parts_.manager.SetDocumentDirty(true);
     else if (!Write())
-        parts_.notices.Tell({parts_.window, tr("Mapping Not Saved"),
+        parts_.notices.Tell({&parts_.window, tr("Mapping Not Saved"),
                              tr("The mapping could not be saved to %1.").arg(mappingFilePath)});
 }
+
+void DocumentLife::OfferUnsavedWork()
+{
+    const QString kept = UnsavedWork::FileFor(mappingFilePath);
+    if (!UnsavedWork::IsLeftOver(mappingFilePath)) {
+        QFile::remove(kept);
+        return;
+    }
+    const int answer = AskAboutUnsavedWork(kept);
+    if (answer == 1)
+        QFile::remove(kept);
+    if (answer != 0)
+        return;
+    if (ImportFile(kept))
+        return;
+    if (KeepUnreadableFile(kept).isEmpty())
+        ZEN_LOG_ERROR("The unsaved work can't be read");
+    LoadFirst();
+}
+
+/// 0 restores it, 1 discards it; any other answer leaves it for the next start.
+int DocumentLife::AskAboutUnsavedWork(const QString& kept)
+{
+    const QString when = QLocale().toString(QFileInfo(kept).lastModified(), QLocale::ShortFormat);
+    OperatorBoxes::Choice choice;
+    choice.icon = QMessageBox::Question;
+    choice.title = tr("Unsaved Work Found");
+    choice.text = tr("PixelWeft ended before your last changes were saved. They were kept on %1."
+                     "\n\nDo you want to go on with them?")
+                      .arg(when);
+    choice.buttons = QStringList{tr("Restore"), tr("Discard")};
+    // Escape loses nothing: what is restored is unsaved until the operator saves it.
+    choice.onEscape = 0;
+    return parts_.boxes.Choose(choice);
+}
+
+// ---- Import and new ----------------------------------------------------------------------------
 
 bool DocumentLife::Import(const QString& path)
 {
     if (parts_.manager.documentDirty &&
-        !parts_.boxes.Ask(parts_.window, tr("Unsaved Mapping"),
+        !parts_.boxes.Ask(&parts_.window, tr("Unsaved Mapping"),
                           tr("Your current mapping has unsaved changes.\n\nAre you sure you "
                              "want to import the mapping and lose your changes?"),
                           QMessageBox::Cancel))
         return false;
     Reset();
-    const WithoutSnapping exactly(parts_.display);
     if (LoadInto(path))
         return true;
     StopMerging();
@@ -136,15 +190,16 @@ void DocumentLife::Reset()
     UpdateCanvasSize(DefaultCanvasSize, DefaultCanvasSize);
 }
 
-bool DocumentLife::Save()
+// ---- Save and export ---------------------------------------------------------------------------
+
+void DocumentLife::ActionSaveFile()
 {
     if (Write())
-        return true;
-    parts_.boxes.Notify(parts_.window, tr("Mapping Not Saved"),
+        return;
+    parts_.boxes.Notify(&parts_.window, tr("Mapping Not Saved"),
                         tr("The mapping could not be saved to %1.\n\nThe file there is as it was "
                            "before.")
                             .arg(mappingFilePath));
-    return false;
 }
 
 bool DocumentLife::Write()
@@ -171,7 +226,7 @@ bool DocumentLife::ImportFile(const QString& path)
 void DocumentLife::ActionNew()
 {
     if (parts_.manager.documentDirty &&
-        !parts_.boxes.Ask(parts_.window, tr("New Mapping"),
+        !parts_.boxes.Ask(&parts_.window, tr("New Mapping"),
                           tr("Your current mapping has unsaved changes.\n\nAre you sure you "
                              "want to start a new mapping and lose your changes?"),
                           QMessageBox::Cancel))
@@ -189,7 +244,7 @@ QString DocumentLife::StartDirectory() const
 
 void DocumentLife::ActionImport()
 {
-    const QString file = parts_.boxes.OpenFile(parts_.window, tr("Import Mapping"),
+    const QString file = parts_.boxes.OpenFile(&parts_.window, tr("Import Mapping"),
                                                StartDirectory(), tr("Mapping files (*.wfm)"));
     if (!file.isEmpty())
         ImportFile(file);
@@ -198,21 +253,21 @@ void DocumentLife::ActionImport()
 void DocumentLife::ActionExport()
 {
     const QString suffix = QStringLiteral("wfm");
-    QString file = parts_.boxes.SaveFile(parts_.window, tr("Export Mapping"), StartDirectory(),
+    QString file = parts_.boxes.SaveFile(&parts_.window, tr("Export Mapping"), StartDirectory(),
                                          tr("Mapping files (*.wfm)"), suffix);
     if (file.isEmpty())
         return;
     if (QFileInfo(file).suffix().compare(suffix, Qt::CaseInsensitive) != 0)
         file += QLatin1Char('.') + suffix;
     if (IsSameFile(file, mappingFilePath)) {
-        parts_.boxes.Notify(parts_.window, tr("Export Mapping Forbidden"),
+        parts_.boxes.Notify(&parts_.window, tr("Export Mapping Forbidden"),
                             tr("Exporting to the mapping.wfm file is forbidden. Use Save feature "
                                "instead to update this file."));
         return;
     }
     if (parts_.manager.SaveMapping(file, parts_.nodes) != 0) {
         ZEN_LOG_ERROR("The mapping could not be exported to %ls", file.toStdWString().c_str());
-        parts_.boxes.Notify(parts_.window, tr("Mapping Not Exported"),
+        parts_.boxes.Notify(&parts_.window, tr("Mapping Not Exported"),
                             tr("The mapping could not be written to %1.").arg(file));
         return;
     }
@@ -224,7 +279,7 @@ void DocumentLife::ActionExport()
 bool DocumentLife::MayClose()
 {
     return !parts_.manager.documentDirty ||
-           parts_.boxes.Ask(parts_.window, tr("Unsaved Mapping"),
+           parts_.boxes.Ask(&parts_.window, tr("Unsaved Mapping"),
                             tr("The current mapping has changes that you have not saved yet."
                                "\n\nAre you sure you want to exit the Zentri PixelWeft?"),
                             QMessageBox::Cancel);

@@ -4,16 +4,16 @@
 #include <QObject>
 #include <QString>
 
+#include "UI/Widgets/ActionSet.h"
+
 class ArtNetNodeModel;
 class DeviceManager;
 class NetworkChoice;
 class OperatorBoxes;
 class OperatorNotices;
 class QUndoStack;
-class QWidget;
 class SettingsBlock;
 class WeftMapEditorScene;
-struct EditorDisplayState;
 
 /// The one mapping document and its fixed file: the first document of a run, new, import, save,
 /// export, and the questions that keep unsaved work from being lost.
@@ -28,12 +28,11 @@ public:
         ArtNetNodeModel& nodes;
         NetworkChoice& network;
         SettingsBlock& settings;
-        EditorDisplayState& display;
         WeftMapEditorScene& scene;
         QUndoStack& undoStack;
         OperatorBoxes& boxes;
         OperatorNotices& notices;
-        QWidget* window; ///< the parent of the boxes
+        QWidget& window; ///< owns the actions, and is the parent of the boxes
     };
     /// All parts outlive this object.
     explicit DocumentLife(const Parts& parts);
@@ -43,17 +42,8 @@ public:
 
     /// Loads the document, or begins a new one on the first network and saves it at once.
     void LoadFirst();
-
-    /// Loads another file into the document, after a question when there is unsaved work. False
-    /// leaves an empty document, or all as it was when the operator wants that.
-    bool Import(const QString& path);
-
-    /// Empties the document and loads the library anew.
-    void Reset();
-
-    /// Writes the document. A save that fails leaves the old file whole and the document unsaved,
-    /// and the operator reads it.
-    bool Save();
+    /// Asks what becomes of the work that an earlier run left unsaved, if there is any.
+    void OfferUnsavedWork();
 
     /// Whether the program may end: asks when there is unsaved work.
     [[nodiscard]] bool MayClose();
@@ -64,24 +54,35 @@ public slots:
     void ActionNew();
     void ActionImport();
     void ActionExport();
+    /// Writes the document. A save that fails leaves the old file whole and the document unsaved,
+    /// and the operator reads of it.
+    void ActionSaveFile();
     void UpdateCanvasSize(int width, int height);
 
 signals:
-    /// The models are built anew: their views set up their columns.
+    /// The models are empty or were loaded again: their views set up their columns.
     void cleared();
-    /// A document stands in the model.
+    /// A document is in the model.
     void loaded();
-    /// The canvas has this size now, be it another one or not.
+    /// The size of the canvas was set, be it another one or not.
     void canvasSizeChanged();
     /// The file was written: a host beside us reads it again.
     void FileSaved();
 
 private:
+    void AddActions();
+    /// Loads another file into the document, after a question when there is unsaved work. False
+    /// leaves an empty document, or all as it was when the operator wants that.
+    bool Import(const QString& path);
     bool Write();
     bool LoadInto(const QString& path);
+    /// Empties the document and loads the library again.
+    void Reset();
     void StopMerging();
+    [[nodiscard]] int AskAboutUnsavedWork(const QString& kept);
     [[nodiscard]] QString StartDirectory() const;
 
     Parts parts_;
+    ActionSet actions_;
     QString mappingFilePath;
 };

@@ -57,8 +57,12 @@ int FrameLoop::Tick()
         lastOutputTime = now;
     }
 
-    const std::int64_t used =
-        (Platform::MonotonicNanoseconds() - start) / NanosecondsPerMillisecond;
+    return IntervalAfter(start, Platform::MonotonicNanoseconds());
+}
+
+int FrameLoop::IntervalAfter(std::int64_t start, std::int64_t end)
+{
+    const std::int64_t used = (end - start) / NanosecondsPerMillisecond;
     return static_cast<int>(used < TickMilliseconds ? TickMilliseconds - used : used);
 }
 

@@ -23,11 +23,15 @@ public:
     /// All three outlive the loop. `selection` holds the elements that the selection mode marks.
     FrameLoop(DeviceManager& manager, LEDEngine& engine, const Selection& selection);
 
-    /// One tick. The result is the time to the next one in milliseconds: ticks start 25 ms apart,
-    /// and a slow tick is followed by a wait as long as itself.
+    /// One tick. The result is the time to the next one in milliseconds.
     int Tick();
 
-    /// One frame, from the test picture to the wire. Without a picture nothing goes out.
+    /// How long to wait after a tick between these times of the monotonic clock (nanoseconds), in
+    /// milliseconds: ticks start 25 ms apart, and a slow tick is followed by a wait as long as
+    /// itself.
+    [[nodiscard]] static int IntervalAfter(std::int64_t start, std::int64_t end);
+
+    /// One frame, from the test picture to the wire. Without a picture nothing is sent.
     void SendOutput();
 
     static constexpr int TickMilliseconds = 25;

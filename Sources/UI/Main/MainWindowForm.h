@@ -1,66 +1,49 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <array>
+#include <span>
 
-#include "UI/Main/ActionTable.h"
-
-class LEDDeviceListView;
-class QAction;
-class QDockWidget;
 class QFrame;
 class QMainWindow;
 class QMenu;
-class QPushButton;
-class QStatusBar;
 class QToolBar;
-class QTreeView;
-class QVBoxLayout;
 class QWidget;
 class WeftMapEditorView;
-class WeftMappedObjectTreeView;
 
-/// The widgets and actions of the main window and where they stand, without any behaviour. Qt
-/// parents own all of them.
+/// The frame of the main window: its centre, its docks, menus and tool bar, and which part of a
+/// room stands where, without any behaviour. Qt parents own the widgets.
 class MainWindowForm
 {
 public:
-    void SetUp(QMainWindow& window);
-    /// Gives every widget and action its text.
-    void Retranslate(QMainWindow& window);
+    /// `window` outlives the form.
+    explicit MainWindowForm(QMainWindow& window);
+    /// Takes the centre with it: the canvas reads the document until it goes.
+    ~MainWindowForm();
+    MainWindowForm(const MainWindowForm&) = delete;
+    MainWindowForm& operator=(const MainWindowForm&) = delete;
 
-    [[nodiscard]] QAction* Action(ActionId id) const
+    struct Dock
     {
-        return actions_[static_cast<std::size_t>(id)];
-    }
+        const char* objectName;
+        const char* title; ///< untranslated
+        QWidget* contents; ///< the dock owns it from then on
+        int share;         ///< of the height, beside those of the other docks
+    };
+    /// Docks on the left side, from the top.
+    void AddDocks(std::span<const Dock> docks);
+
+    /// Puts the actions and widgets that the rooms made into menus and tool bar.
+    void PlaceActions();
 
     QWidget* centralwidget = nullptr;
     WeftMapEditorView* mappingEditorView = nullptr;
     QWidget* objectInspectorPannel = nullptr; ///< empty and hidden until the inspector fills it
-    QDockWidget* dockWidgetFixtureLibrary = nullptr;
-    LEDDeviceListView* treeView = nullptr;
-    QPushButton* buttonCustomFixture = nullptr;
-    QPushButton* buttonEditFixture = nullptr;
-    QPushButton* buttonDeleteFixture = nullptr;
-    QDockWidget* dockWidgetMappedFixtures = nullptr;
-    WeftMappedObjectTreeView* mappedTreeView = nullptr;
-    QDockWidget* dockWidgetArtNetNodes = nullptr;
-    QTreeView* artNetNodes = nullptr;
-    QMenu* menuEdit = nullptr;
-    QMenu* menuAlign = nullptr;
-    QMenu* menuRotate_2 = nullptr;
     QToolBar* toolBar = nullptr;
-    QStatusBar* statusbar = nullptr;
 
 private:
-    void SetUpActions(QMainWindow& window);
-    void SetUpMenus(QMainWindow& window);
-    void SetUpToolBar(QMainWindow& window);
-    void SetUpCentre(QMainWindow& window);
-    void SetUpDocks(QMainWindow& window);
-    QMenu* AddMenu(const MenuRow& row, QWidget& bar);
+    void SetUpCentre();
+    void Place(const char* entry, QMenu& menu);
+    void PlaceInToolBar(const char* entry);
 
-    std::array<QAction*, static_cast<std::size_t>(ActionId::Count)> actions_{};
-    std::array<std::pair<QMenu*, const MenuRow*>, 6> menus_{};
-    std::size_t menuCount_ = 0;
+    QMainWindow& window_;
 };

@@ -5,23 +5,29 @@
 
 #include <QToolButton>
 
+#include "UI/Widgets/ActionSet.h"
+
 class DeviceManager;
-class QAction;
 
 /// Chooses how the selection shows on the fixtures themselves: not at all, in solid colour,
-/// flashing. The button wears the mode in force.
+/// flashing. The button shows the mode in force.
 class SelectionModeButton : public QToolButton
 {
     Q_OBJECT
 
 public:
-    /// `modes` are the actions of the modes 0, 1 and 2. All outlive the button.
-    SelectionModeButton(DeviceManager& manager, const std::array<QAction*, 3>& modes,
-                        QWidget* parent = nullptr);
+    /// `manager` outlives the button, `window` owns the button and its actions.
+    SelectionModeButton(DeviceManager& manager, QWidget& window);
 
-    void SetMode(int mode);
+public slots:
+    void ActionSelectionMode_None() { SetMode(0); }
+    void ActionSelectionMode_Solid() { SetMode(1); }
+    void ActionSelectionMode_Flash() { SetMode(2); }
 
 private:
+    void SetMode(int mode);
+
     DeviceManager& manager_;
-    std::array<QAction*, 3> modes_;
+    ActionSet actions_;
+    std::array<QAction*, 3> modes_{}; ///< by the number of their mode
 };

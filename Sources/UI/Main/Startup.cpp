@@ -5,8 +5,6 @@
 #include <exception>
 #include <memory>
 
-#include <QCoreApplication>
-
 #include "LibTools/QSysFileSystem.h"
 #include "LibTools/W32BlitterService.h"
 #include "LibTools/W32RegistryService.h"
@@ -16,20 +14,16 @@
 #include "Settings/ApplicationMode.h"
 #include "Settings/ModeLogPath.h"
 #include "UI/Dialogs/OperatorBoxes.h"
+#include "UI/Widgets/ActionSet.h"
 
 namespace {
 
-/// The start can't go on: the log has the reason, no document was touched.
+/// The start can't go on. The log has the reason, and no document was touched.
 [[noreturn]] void EndProcess()
 {
     if (const auto log = Zen::Log::Global())
         log->Flush();
     std::_Exit(EXIT_FAILURE);
-}
-
-QString Translated(const char* text)
-{
-    return QCoreApplication::translate("WEFTMain", text);
 }
 
 } // namespace
@@ -42,7 +36,7 @@ void Startup::ReadApplicationMode()
     EndProcess();
 }
 
-void Startup::InstallServices()
+ServicesInUse::ServicesInUse()
 {
     StringService::global = std::make_unique<W32StringService>();
     System::global = std::make_unique<W32System>();
@@ -52,7 +46,7 @@ void Startup::InstallServices()
         std::make_unique<W32RegistryService>(ApplicationMode::Instance().RegistryRoot()));
 }
 
-void Startup::FreeServices()
+ServicesInUse::~ServicesInUse()
 {
     System::global.reset();
     StringService::global.reset();
@@ -68,8 +62,7 @@ void Startup::StartLogOfMode()
     try {
         Zen::Log::SetGlobal(std::make_shared<Zen::Log>(path));
     } catch (const std::exception& failure) {
-        // A log that can't be written (a full or read-only home) is no reason to leave the stage
-        // dark.
+        // A log that can't be written (a full or read-only home) is no reason to send nothing.
         ZEN_LOG_ERROR("The log file can't be opened: %s", failure.what());
     }
 }
@@ -79,13 +72,13 @@ QString Startup::AskForDocumentPath(OperatorBoxes& boxes)
     const QString host = ApplicationMode::Instance().HostName();
     ZEN_LOG_ERROR("%s Library not found", host.toUtf8().constData());
     OperatorBoxes::Choice choice;
-    choice.title = Translated(QT_TRANSLATE_NOOP("WEFTMain", "%1 Library Not Found")).arg(host);
-    choice.text = Translated(QT_TRANSLATE_NOOP(
+    choice.title = WindowText(QT_TRANSLATE_NOOP("WEFTMain", "%1 Library Not Found")).arg(host);
+    choice.text = WindowText(QT_TRANSLATE_NOOP(
                                  "WEFTMain", "PixelWeft requires that %1 has an active Library "
                                              "before starting, please choose a working directory"))
                       .arg(host);
-    choice.buttons = QStringList{Translated(QT_TRANSLATE_NOOP("WEFTMain", "Choose")),
-                                 Translated(QT_TRANSLATE_NOOP("WEFTMain", "Quit"))};
+    choice.buttons = QStringList{WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Choose")),
+                                 WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Quit"))};
     choice.onEscape = 1;
     QString folder;
     while (folder.isEmpty()) {
@@ -94,7 +87,7 @@ QString Startup::AskForDocumentPath(OperatorBoxes& boxes)
             EndProcess();
         }
         folder = boxes.ChooseDirectory(
-            nullptr, Translated(QT_TRANSLATE_NOOP("WEFTMain", "working directory")));
+            nullptr, WindowText(QT_TRANSLATE_NOOP("WEFTMain", "working directory")));
     }
     return folder + QStringLiteral("/mapping.wfm");
 }

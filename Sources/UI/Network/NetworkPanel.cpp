@@ -17,8 +17,8 @@
 #include "Settings/ExternalServerPreferences.h"
 #include "UI/Dialogs/LEDDialogDMXUniverseMerging.h"
 #include "UI/Dialogs/LedDialogAddIPrange.h"
-#include "UI/Main/ActionTable.h"
 #include "UI/Network/NetworkChoice.h"
+#include "UI/Widgets/ActionSet.h"
 #include "UI/Widgets/LedIndicator.h"
 #include "UI/Widgets/SteadyComboBox.h"
 
@@ -193,6 +193,8 @@ void NetworkPanel::comboNetworkChanged(int)
     else
         Take(entry);
     parts_.manager.SetDocumentDirty(true);
+    // Behind "New..." and "Edit..." too the list goes back to the chosen network.
+    RefillNetworks();
 }
 
 void NetworkPanel::Take(const QString& network)
@@ -207,10 +209,8 @@ void NetworkPanel::AddManualIPRange()
 {
     LedDialogAddIPrange dialog(parts_.window);
     dialog.SetUpForNew();
-    if (dialog.exec() != QDialog::Accepted) {
-        RefillNetworks();
+    if (dialog.exec() != QDialog::Accepted)
         return;
-    }
     parts_.networks.AddManualRange(dialog.GetRange().toStdWString());
     Take(dialog.GetRange());
 }
@@ -222,10 +222,8 @@ void NetworkPanel::editManualIPRange()
     dialog.SetUpForEdit(before);
     const int result = dialog.exec();
     const QString after = result == LedDialogAddIPrange::Deleted ? QString() : dialog.GetRange();
-    if (result == QDialog::Rejected || after == before) {
-        RefillNetworks();
+    if (result == QDialog::Rejected || after == before)
         return;
-    }
     parts_.networks.RemoveManualRange(before.toStdWString());
     if (!after.isEmpty())
         parts_.networks.AddManualRange(after.toStdWString());

@@ -1,122 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Main/Desk.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QDialog>
-#include <QDir>
-#include <QFile>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRegularExpression>
-#include <QSpinBox>
-#include <QTest>
-#include <QTreeView>
-
-#include "UI/Main/WEFTMain.h"
-
-namespace {
-
-QString Plain(QString text)
-{
-    return text.remove(QLatin1Char('&'));
-}
-
-SeenBox Read(QDialog& dialog)
-{
-    SeenBox seen;
-    seen.title = dialog.windowTitle();
-    seen.hasParent = dialog.parent() != nullptr;
-    const auto* box = qobject_cast<QMessageBox*>(&dialog);
-    if (!box)
-        return seen;
-    seen.text = box->text();
-    for (const QAbstractButton* button : box->buttons()) {
-        seen.buttons.append(Plain(button->text()));
-        const auto* push = qobject_cast<const QPushButton*>(button);
-        if (push && push->isDefault())
-            seen.byDefault = Plain(button->text());
-    }
-    seen.buttons.sort();
-    return seen;
-}
-
-void Press(QDialog& dialog, const QString& text)
-{
-    if (text == QLatin1String("Escape")) {
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        return;
-    }
-    for (auto* button : dialog.findChildren<QAbstractButton*>()) {
-        if (button->isVisible() && Plain(button->text()) == text) {
-            QTest::mouseClick(button, Qt::LeftButton);
-            return;
-        }
-    }
-    ADD_FAILURE() << "no button " << text.toStdString();
-    dialog.reject();
-}
-
-void WriteMode(const char* value)
-{
-    QFile file(QCoreApplication::applicationDirPath() + QStringLiteral("/mode.xml"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray("<Mode value=\"") + value + "\" />");
-}
-
-} // namespace
-
-Operator::Operator()
-{
-    timer_.setInterval(5);
-    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { Look(); });
-    timer_.start();
-}
-
-void Operator::WillPress(const QString& button)
-{
-    acts_.emplace_back([button](QDialog& dialog) { Press(dialog, button); });
-}
-
-void Operator::Will(std::function<void(QDialog&)> act)
-{
-    acts_.push_back(std::move(act));
-}
-
-void Operator::WillChoose(const QString& file)
-{
-    acts_.emplace_back([file](QDialog& dialog) {
-        auto* chooser = qobject_cast<QFileDialog*>(&dialog);
-        ASSERT_TRUE(chooser);
-        auto* name = chooser->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        ASSERT_TRUE(name);
-        name->setText(file);
-        QMetaObject::invokeMethod(chooser, "accept");
-    });
-}
-
-void Operator::Look()
-{
-    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (!dialog || !dialog->isVisible())
-        return;
-    timer_.stop();
-    seen.push_back(Read(*dialog));
-    if (acts_.empty()) {
-        ADD_FAILURE() << "an unexpected box: " << seen.back().title.toStdString() << ": "
-                      << seen.back().text.toStdString();
-        dialog->reject();
-        dialog->hide();
-    } else {
-        const auto act = acts_.front();
-        acts_.erase(acts_.begin());
-        // What the act opens is looked at too.
-        timer_.start();
-        act(*dialog);
-    }
-    timer_.start();
-}
+#include "UI/Widgets/Version.h"
 
 Desk::Desk()
 {
@@ -126,7 +11,8 @@ Desk::Desk()
     home.UseAsHome();
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
                        QString::fromStdString((home.Path() / "config").string()));
-    WriteMode("LMT");
+    WriteBytes(QCoreApplication::applicationDirPath() + QStringLiteral("/mode.xml"),
+               "<Mode value=\"LMT\" />");
 }
 
 Desk::~Desk()
@@ -145,9 +31,13 @@ void Desk::Start()
     window->activateWindow();
 }
 
-void Desk::Crash()
+void Desk::StartWith(const QString& elements, int width, int height)
 {
-    window.reset();
+    WriteDocument(DocumentPath(), width, height, QStringLiteral("2.X.X.X"), elements);
+    // The network is written in another way than the list's.
+    person.WillPress(QStringLiteral("OK"));
+    Start();
+    person.seen.clear();
 }
 
 QObject* Desk::FindObject(const char* name) const
@@ -156,15 +46,20 @@ QObject* Desk::FindObject(const char* name) const
     return window->objectName() == wanted ? window.get() : window->findChild<QObject*>(wanted);
 }
 
-QAction* Desk::Action(const char* name) const
-{
-    return Find<QAction>(name);
-}
-
 void Desk::Trigger(const char* name)
 {
     ASSERT_TRUE(Action(name)->isEnabled()) << name;
     Action(name)->trigger();
+}
+
+void Desk::Import(const QString& file, std::initializer_list<const char*> answers)
+{
+    person.seen.clear();
+    person.WillChoose(file);
+    for (const char* answer : answers)
+        person.WillPress(QLatin1String(answer));
+    Trigger("actionImport");
+    QCoreApplication::processEvents(); // the notices come behind it
 }
 
 void Desk::Type(QWidget* target, int key, Qt::KeyboardModifiers modifiers)
@@ -176,19 +71,21 @@ void Desk::Type(QWidget* target, int key, Qt::KeyboardModifiers modifiers)
     QTest::keyClick(target, static_cast<Qt::Key>(key), modifiers);
 }
 
-QString Desk::Title() const
+QString Desk::State() const
 {
-    return window->windowTitle();
-}
-
-bool Desk::SaveIsPossible() const
-{
-    return Action("actionSave_File")->isEnabled();
+    const QString title = window->windowTitle();
+    EXPECT_TRUE(title.startsWith(ProgramTitle())) << title.toStdString();
+    const QString state = title.mid(ProgramTitle().size());
+    if (!state.isEmpty()) {
+        EXPECT_TRUE(state.startsWith(QStringLiteral(" (")) && state.endsWith(QLatin1Char(')')));
+        EXPECT_EQ(Action("actionSave_File")->isEnabled(), state == QStringLiteral(" (unsaved)"));
+    }
+    return state.mid(2).chopped(state.isEmpty() ? 0 : 1);
 }
 
 QString Desk::DocumentPath() const
 {
-    return QString::fromStdString((home.Path() / "data/LoomTap2/PixelWeft/mapping.wfm").string());
+    return Path(QStringLiteral("data/LoomTap2/PixelWeft/mapping.wfm"));
 }
 
 QString Desk::Path(const QString& name) const
@@ -196,35 +93,53 @@ QString Desk::Path(const QString& name) const
     return QString::fromStdString(home.Path().string()) + QLatin1Char('/') + name;
 }
 
-QByteArray Desk::DocumentBytes() const
+QByteArray Desk::Bytes(const QString& path)
 {
-    QFile file(DocumentPath());
+    QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QString Desk::WriteDocument(const QString& path, int width, int height,
-                            const QString& network) const
-{
-    QFile demo(QStringLiteral(":/wfm/Resources/DemoMapping.wfm"));
-    EXPECT_TRUE(demo.open(QIODevice::ReadOnly));
-    const QByteArray bytes = demo.readAll();
-    QString text = QString::fromUtf16(reinterpret_cast<const char16_t*>(bytes.constData()),
-                                      static_cast<int>(bytes.size() / 2));
-    text.replace(QRegularExpression(QStringLiteral("resolution=\"[^\"]*\"")),
-                 QStringLiteral("resolution=\"%1,%2\"").arg(width).arg(height));
-    text.replace(QRegularExpression(QStringLiteral(" network=\"[^\"]*\"")),
-                 QStringLiteral(" network=\"%1\"").arg(network));
-    WriteText(path, text);
-    return path;
-}
-
-void Desk::WriteText(const QString& path, QString text)
+QString Desk::WriteBytes(const QString& path, const QByteArray& bytes)
 {
     QDir().mkpath(QFileInfo(path).path());
     QFile file(path);
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_EQ(file.write(bytes), bytes.size());
+    return path;
+}
+
+QString Desk::Element(QPointF centre, QSizeF size, int rotation, int universe, int channel,
+                      const QString& node)
+{
+    static int count = 0;
+    return QStringLiteral("<Element description=\"Bar %1\" fixture=\"%2\"><VideoMapping>"
+                          "<center>%3,%4</center><size>%5,%6</size><rotation>%7</rotation>"
+                          "</VideoMapping><DMXMapping type=\"ArtNet\"><ArtNetMapping subnet=\"0\" "
+                          "universe=\"%8\" channel=\"%9\" ipconf=\"")
+               .arg(++count)
+               .arg(Bar)
+               .arg(centre.x())
+               .arg(centre.y())
+               .arg(size.width())
+               .arg(size.height())
+               .arg(rotation)
+               .arg(universe)
+               .arg(channel) +
+           node + QStringLiteral("\" /></DMXMapping></Element>\n");
+}
+
+QString Desk::WriteDocument(const QString& path, int width, int height, const QString& network,
+                            const QString& elements, const QString& before)
+{
+    QString text = QStringLiteral("<LEDFixtureLibrary>\n</LEDFixtureLibrary>\n%5"
+                                  "<Mapping name=\"Show\" version=\"1.0\" resolution=\"%1,%2\" "
+                                  "network=\"%3\">\n%4</Mapping>\n")
+                       .arg(width)
+                       .arg(height)
+                       .arg(network, elements, before);
     text.prepend(QChar(QChar::ByteOrderMark));
-    file.write(reinterpret_cast<const char*>(text.utf16()), 2LL * text.size());
+    return WriteBytes(path, QByteArray(reinterpret_cast<const char*>(text.utf16()),
+                                       2 * static_cast<int>(text.size())));
 }
 
 int Desk::PlacedFixtures() const
@@ -239,12 +154,23 @@ int Desk::CanvasWidth()
         width = dialog.findChild<QSpinBox*>(QStringLiteral("spinBoxWidth"))->value();
         dialog.reject();
     });
-    Action("actionCanvas_Size")->trigger();
+    Trigger("actionCanvas_Size");
+    person.seen.pop_back();
     return width;
 }
 
-void Desk::Edit()
+void Desk::SetCanvasWidth(int width)
 {
-    person.WillPress(QStringLiteral("OK"));
+    person.Will([width](QDialog& dialog) {
+        dialog.findChild<QSpinBox*>(QStringLiteral("spinBoxWidth"))->setValue(width);
+        dialog.accept();
+    });
     Trigger("actionCanvas_Size");
+    person.seen.pop_back();
+}
+
+QVariant Desk::Kept(const char* key)
+{
+    return QSettings(QStringLiteral("Zentri"), QStringLiteral("PixelWeft3"))
+        .value(QLatin1String(key));
 }

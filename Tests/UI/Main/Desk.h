@@ -1,60 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
 #include <memory>
-#include <vector>
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QFont>
-#include <QSettings>
-#include <QStringList>
-#include <QTimer>
+#include <QtTest>
+#include <QtWidgets>
 
+#include "Support/Operator.h"
 #include "Support/TemporaryFolder.h"
 #include "UI/Dialogs/OperatorBoxes.h"
+#include "UI/Main/WEFTMain.h"
 
-class QAction;
-class QDialog;
-class QWidget;
-class WEFTMain;
-
-/// What was to be read in a box, and what was done with it.
-struct SeenBox
-{
-    QString title;
-    QString text;
-    QStringList buttons;
-    QString byDefault;
-    bool hasParent = false;
-};
-
-/// Stands before the screen while a box is open: answers the boxes in the order in which the
-/// answers were given, and remembers what it read. A box without an answer fails the test and is
-/// closed.
-class Operator
-{
-public:
-    Operator();
-
-    /// Presses the button with this text in the next box. "Escape" presses the key.
-    void WillPress(const QString& button);
-    /// Does something else with the next dialog.
-    void Will(std::function<void(QDialog&)> act);
-    /// Chooses this file or folder in the next file dialog.
-    void WillChoose(const QString& file);
-
-    [[nodiscard]] bool IsDone() const { return acts_.empty(); }
-    std::vector<SeenBox> seen;
-
-private:
-    void Look();
-
-    std::vector<std::function<void(QDialog&)>> acts_;
-    QTimer timer_;
-};
+using Support::SeenBox;
 
 /// The program in a font of this size while it lives. Nine points is what desktops have.
 class InFont
@@ -81,42 +40,55 @@ protected:
     Desk();
     ~Desk() override;
 
+    /// A fixture of the library with twelve pixels in a row on its channels 1 to 36.
+    static inline const QString Bar = QStringLiteral("COLORband PiX - 36 channels");
+
     /// Builds and shows a window; the document as it is in the home.
     void Start();
-    /// The process ends without a word.
-    void Crash();
+    /// Starts with a document of these elements, on the stage's network.
+    void StartWith(const QString& elements, int width = 100, int height = 100);
 
     template <typename Type>
     [[nodiscard]] Type* Find(const char* name) const
     {
-        auto* found = FindObject(name);
-        auto* object = qobject_cast<Type*>(found);
+        auto* object = qobject_cast<Type*>(FindObject(name));
         EXPECT_TRUE(object) << name;
         return object;
     }
-    [[nodiscard]] QAction* Action(const char* name) const;
+    [[nodiscard]] QAction* Action(const char* name) const { return Find<QAction>(name); }
     void Trigger(const char* name);
+    /// Imports this file by the menu, with these answers to what it asks and reports.
+    void Import(const QString& file, std::initializer_list<const char*> answers = {});
     /// A key as it comes from the keyboard while this widget has the focus.
     static void Type(QWidget* target, int key, Qt::KeyboardModifiers modifiers = {});
 
-    [[nodiscard]] QString Title() const;
-    [[nodiscard]] bool SaveIsPossible() const;
+    /// "saved" or "unsaved", as the title says; empty when the title says neither.
+    [[nodiscard]] QString State() const;
     [[nodiscard]] QString DocumentPath() const;
     [[nodiscard]] QString Path(const QString& name) const;
-    [[nodiscard]] QByteArray DocumentBytes() const;
-    /// A document with this canvas and network in the home; its path.
-    QString WriteDocument(const QString& path, int width, int height,
-                          const QString& network = QStringLiteral("2.X.X.X")) const;
-    /// A file in the encoding of documents.
-    static void WriteText(const QString& path, QString text);
+    [[nodiscard]] static QByteArray Bytes(const QString& path);
+    [[nodiscard]] QByteArray DocumentBytes() const { return Bytes(DocumentPath()); }
+    /// A bar of a document. Lengths are fractions of the canvas.
+    [[nodiscard]] static QString Element(QPointF centre, QSizeF size, int rotation = 0,
+                                         int universe = 0, int channel = 1,
+                                         const QString& node = QStringLiteral("Auto"));
+    /// Writes a document; its path. `more` are attributes of the mapping and what stands behind it.
+    static QString WriteDocument(const QString& path, int width, int height,
+                                 const QString& network = QStringLiteral("2.X.X.X"),
+                                 const QString& elements = Element({0.5, 0.5}, {0.12, 0.01}),
+                                 const QString& before = QString());
+    static QString WriteBytes(const QString& path, const QByteArray& bytes);
     [[nodiscard]] int PlacedFixtures() const;
     [[nodiscard]] int CanvasWidth();
+    void SetCanvasWidth(int width);
     /// Makes the document unsaved, as any edit does.
-    void Edit();
+    void Edit() { SetCanvasWidth(101); }
+    /// What the user's settings keep.
+    [[nodiscard]] static QVariant Kept(const char* key);
 
     Support::TemporaryFolder home;
     WidgetBoxes boxes;
-    Operator person;
+    Support::Operator person;
     std::unique_ptr<WEFTMain> window;
 
 private:

@@ -3,22 +3,9 @@
 
 #include <chrono>
 
-#include <QAction>
-#include <QApplication>
-#include <QContextMenuEvent>
-#include <QMenu>
-#include <QMimeData>
-#include <QMouseEvent>
-#include <QTest>
-#include <QTreeView>
-#include <QWindow>
-
-#include "Model/DeviceManager.h"
 #include "Model/DeviceModel.h"
-#include "Model/MappedDeviceModel.h"
-#include "Model/MappedLedItem.h"
+#include "UI/Editor/MappingRectangle.h"
 #include "UI/Library/LEDDeviceListView.h"
-#include "UI/Main/WEFTMain.h"
 
 namespace {
 
@@ -31,38 +18,6 @@ std::int64_t WallClock()
 
 } // namespace
 
-void LiveCanvas::StartWith(const QString& elements, int width, int height)
-{
-    WriteText(DocumentPath(),
-              QStringLiteral("<LEDFixtureLibrary>\n</LEDFixtureLibrary>\n<ManualNetworkNodes />\n"
-                             "<Mapping name=\"Show\" version=\"1.0\" resolution=\"%1,%2\" "
-                             "network=\"2.X.X.X\">\n%3</Mapping>\n")
-                  .arg(width)
-                  .arg(height)
-                  .arg(elements));
-    // The network is written in another way than the list's.
-    person.WillPress(QStringLiteral("OK"));
-    Start();
-}
-
-QString LiveCanvas::Element(QPointF centre, QSizeF size, int rotation, int universe, int channel)
-{
-    static int count = 0;
-    return QStringLiteral("<Element description=\"Bar %1\" fixture=\"%2\"><VideoMapping>"
-                          "<center>%3,%4</center><size>%5,%6</size><rotation>%7</rotation>"
-                          "</VideoMapping><DMXMapping type=\"ArtNet\"><ArtNetMapping subnet=\"0\" "
-                          "universe=\"%8\" channel=\"%9\" /></DMXMapping></Element>\n")
-        .arg(++count)
-        .arg(Bar)
-        .arg(centre.x())
-        .arg(centre.y())
-        .arg(size.width())
-        .arg(size.height())
-        .arg(rotation)
-        .arg(universe)
-        .arg(channel);
-}
-
 WeftMapEditorView& LiveCanvas::View() const
 {
     return *Find<WeftMapEditorView>("mappingEditorView");
@@ -73,29 +28,9 @@ WeftMapEditorScene& LiveCanvas::Scene() const
     return *qobject_cast<WeftMapEditorScene*>(View().scene());
 }
 
-QImage LiveCanvas::Picture() const
+const MappingRectangle& LiveCanvas::Item(std::size_t row) const
 {
-    return View().viewport()->grab().toImage();
-}
-
-QColor LiveCanvas::Pixel(QPointF at) const
-{
-    return Picture().pixelColor(OnScreen(at));
-}
-
-std::vector<ElementState> LiveCanvas::Document() const
-{
-    DeviceManager& manager = Scene().GetManager();
-    std::vector<ElementState> states;
-    for (const MappedLedItem* element : manager.GetMappedDeviceModel()->GetAllItems())
-        states.push_back(*ReadElement(
-            manager, manager.GetMappedDeviceModel()->GetIndexOfUniqueID(element->uniqueID)));
-    return states;
-}
-
-const MappedLedItem& LiveCanvas::Last() const
-{
-    return *Scene().GetManager().GetMappedDeviceModel()->GetAllItems().last();
+    return *Scene().Find(Scene().AllIds().at(row));
 }
 
 void LiveCanvas::DragFromLibrary(const QString& product, QPointF to)
@@ -110,7 +45,7 @@ void LiveCanvas::DragFromLibrary(const QString& product, QPointF to)
     const QPoint row = list.visualRect(found.front()).center();
 
     if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
-        // Without a display there are no drags: what this one carries is let fall by hand.
+        // Without a display there are no drags: what this one carries is dropped by hand.
         QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::NoModifier, row);
         const auto load = Find<LEDDeviceListView>("treeView")->DragData();
         ASSERT_TRUE(load);
@@ -133,24 +68,6 @@ void LiveCanvas::DragFromLibrary(const QString& product, QPointF to)
     QMouseEvent move(QEvent::MouseMove, aside, list.viewport()->mapToGlobal(aside), Qt::NoButton,
                      Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(list.viewport(), &move);
-}
-
-void LiveCanvas::ChooseFromMenu(const QString& text, QPointF at)
-{
-    QTimer::singleShot(0, window.get(), [text] {
-        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        ASSERT_TRUE(menu);
-        for (QAction* action : menu->actions()) {
-            if (action->text() == text)
-                return QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
-                                         menu->actionGeometry(action).center());
-        }
-        ADD_FAILURE() << "no entry " << text.toStdString();
-        menu->close();
-    });
-    const QPoint place = OnScreen(at);
-    QContextMenuEvent event(QContextMenuEvent::Mouse, place, View().viewport()->mapToGlobal(place));
-    QApplication::sendEvent(View().viewport(), &event);
 }
 
 void LiveCanvas::Undo()

@@ -3,19 +3,9 @@
 #include <cmath>
 #include <set>
 
-#include <QAction>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QPushButton>
-#include <QTest>
-#include <QToolBar>
-#include <QTreeView>
-
 #include "UI/Dialogs/LEDDialogDMXUniverseMerging.h"
 #include "UI/Dialogs/LedDialogAddIPrange.h"
 #include "UI/Main/Desk.h"
-#include "UI/Main/WEFTMain.h"
 
 namespace {
 
@@ -49,7 +39,7 @@ QMap<QRgb, int> ColoursOf(const QImage& picture)
     return colours;
 }
 
-/// What covers most of a picture.
+/// The colour that covers most of a picture.
 QColor GroundOf(const QImage& picture)
 {
     const auto colours = ColoursOf(picture);
@@ -95,21 +85,9 @@ void ExpectNothingClipped(const QDialog& dialog)
 
 } // namespace
 
-TEST_F(Look, TheGreysAreTheToldOnes)
-{
-    Start();
-    const QString sheet = window->styleSheet();
-    EXPECT_TRUE(sheet.contains(QStringLiteral("background: rgb(134, 134, 134)")));
-    QImage bar = Find<QToolBar>("toolBar")->grab().toImage();
-    const int right = bar.width() - 2;
-    EXPECT_NEAR(qRed(bar.pixel(right, 1)), 100, 8);
-    EXPECT_NEAR(qRed(bar.pixel(right, bar.height() - 2)), 200, 8);
-}
-
 TEST_F(Look, TextIsLegible)
 {
-    WriteDocument(DocumentPath(), 100, 100, QString());
-    Start();
+    StartWith(Element({0.5, 0.5}, {0.1, 0.1}));
     for (const char* name : {"treeView", "mappedTreeView", "menubar", "networkCombo", "zoomCombo",
                              "buttonCustomFixture", "dockWidgetArtNetNodes"})
         EXPECT_GE(ContrastOf(*Find<QWidget>(name)), 4.5) << name;
@@ -122,7 +100,8 @@ TEST_F(Look, TextIsLegible)
     merging.show();
     EXPECT_TRUE(merging.findChild<QLabel*>(QStringLiteral("universeOverlapWarning"))->isVisible());
     ExpectLabelsLegible(merging);
-    // The colours of an address that has none, or shares its universe, stand on the list's ground.
+    // The colours of an address that has none, or shares its universe, are read on the list's
+    // ground.
     const QColor ground = GroundOf(Find<QTreeView>("mappedTreeView")->viewport()->grab().toImage());
     EXPECT_GE(Contrast(QColor(255, 0, 0), ground), 4.5);
     EXPECT_GE(Contrast(QColor(255, 102, 0), ground), 4.5);
@@ -130,28 +109,29 @@ TEST_F(Look, TextIsLegible)
 
 TEST_F(Look, EveryIconIsThereOnceAndTwiceTheSize)
 {
-    Start();
-    const QStringList names =
-        QStringLiteral(
-            "canvassize fileopen filesaveas filesave zoomin zoomout grid cropcanvas alignleft "
-            "aligncenter alignright aligntop aligncmiddle alignbottom aligndistrhorz "
-            "aligndistrvert "
-            "rotateright90 rotateleft90 delete filenew snap_grid selectionmode selectionmode_none "
-            "selectionmode_flash undo redo imageprev imagenext merge merge_button gear arrow_up "
-            "arrow_down")
-            .split(QLatin1Char(' '));
+    const QDir folder(QStringLiteral(":/bitmaps/Bin/bitmaps"));
     std::set<QByteArray> pictures;
-    for (const QString& name : names) {
-        const QString file = QStringLiteral(":/bitmaps/Bin/bitmaps/icon_%1%2.png");
-        const QImage once(file.arg(name, QString()));
-        const QImage twice(file.arg(name, QStringLiteral("@2x")));
-        EXPECT_EQ(once.size() * 2, twice.size()) << name.toStdString();
+    int icons = 0;
+    for (const QString& name : folder.entryList({QStringLiteral("icon_*.png")})) {
+        if (name.contains(QLatin1Char('@')))
+            continue;
+        const QImage once(folder.filePath(name));
+        const QImage twice(
+            folder.filePath(QString(name).replace(QLatin1Char('.'), QStringLiteral("@2x."))));
         EXPECT_FALSE(once.isNull()) << name.toStdString();
+        EXPECT_EQ(once.size() * 2, twice.size()) << name.toStdString();
         pictures.insert(QByteArray(reinterpret_cast<const char*>(once.constBits()),
                                    static_cast<int>(once.sizeInBytes())));
+        ++icons;
     }
-    EXPECT_EQ(pictures.size(), static_cast<std::size_t>(names.size())) << "no two are the same";
+    EXPECT_EQ(icons, 33);
+    EXPECT_EQ(pictures.size(), static_cast<std::size_t>(icons)) << "no two are the same";
+    Start();
     EXPECT_FALSE(window->windowIcon().isNull());
+    // An action of the tool bar shows its icon and not its text.
+    for (const QAction* action : Find<QToolBar>("toolBar")->actions())
+        EXPECT_EQ(action->icon().isNull(), action->objectName().isEmpty())
+            << action->objectName().toStdString();
 }
 
 TEST_F(Look, NothingIsClippedInASmallWindow)

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFile>
 #include <QImage>
 #include <QSettings>
 
@@ -11,40 +10,52 @@
 
 namespace {
 
-/// Pictures of one colour each, so that the picture in force tells itself.
+/// Pictures of one colour each, so that the picture in force shows which one it is.
 class TestPattern : public testing::Test
 {
 protected:
-    TestPattern() { QDir().mkpath(Directory()); }
-
-    [[nodiscard]] QString Path(const QString& name) const
+    [[nodiscard]] QString Path(const char* name) const
     {
-        return QString::fromStdString(folder.Path().string()) + QLatin1Char('/') + name;
+        return QString::fromStdString((folder.Path() / name).string());
     }
-    [[nodiscard]] QString Directory() const { return Path(QStringLiteral("pictures")); }
-    void Picture(const QString& path, const QColor& colour) const
+    void Picture(const char* name, const QColor& colour) const
     {
         QImage image(4, 4, QImage::Format_RGB32);
         image.fill(colour);
-        ASSERT_TRUE(image.save(path));
+        ASSERT_TRUE(image.save(Path(name)));
     }
-    void ThreePictures() const
+    /// Four files: three pictures, and one in their middle that is none.
+    void FillDirectory() const
     {
-        Picture(Directory() + QStringLiteral("/a.png"), Qt::red);
-        Picture(Directory() + QStringLiteral("/b.bmp"), Qt::green);
-        Picture(Directory() + QStringLiteral("/c.png"), Qt::blue);
-        QFile(Directory() + QStringLiteral("/d.txt")).open(QIODevice::WriteOnly);
+        QDir().mkpath(Path("pictures"));
+        Picture("pictures/a.png", Qt::red);
+        Picture("pictures/b.bmp", Qt::green);
+        Picture("pictures/d.png", Qt::blue);
+        folder.Write("pictures/c.gif", "nothing");
+        folder.Write("pictures/e.txt", "no picture by its name");
     }
-    void Select(const QString& directory, const QString& file, int selection)
+    void Select(const char* directory, const char* file, int selection)
     {
-        QSettings store(Path(QStringLiteral("store.ini")), QSettings::IniFormat);
-        store.setValue(QStringLiteral("defaultImgDir"), directory);
-        store.setValue(QStringLiteral("usrImgFile"), file);
+        QSettings store(Path("store.ini"), QSettings::IniFormat);
+        store.setValue(QStringLiteral("defaultImgDir"), Path(directory));
+        store.setValue(QStringLiteral("usrImgFile"), Path(file));
         store.setValue(QStringLiteral("imgSelVal"), selection);
         control.ReadSettings(store);
         control.Update();
     }
-    [[nodiscard]] QColor Shown() const { return control.GetPixmap()->toImage().pixelColor(1, 1); }
+    /// The letter of the picture's colour, D for the demonstration and B for the colour bars.
+    [[nodiscard]] char Shown() const
+    {
+        const QImage image = control.GetPixmap()->toImage();
+        if (image.width() > 4)
+            return control.GetSelection() == 0 ? 'D' : 'B';
+        const QColor colour = image.pixelColor(1, 1);
+        return colour == Qt::red     ? 'r'
+               : colour == Qt::green ? 'g'
+               : colour == Qt::blue  ? 'b'
+               : colour == Qt::cyan  ? 'c'
+                                     : '?';
+    }
 
     Support::TemporaryFolder folder;
     LEDTestPatternControl control;
@@ -52,91 +63,77 @@ protected:
 
 } // namespace
 
-TEST_F(TestPattern, WithoutPicturesOfTheUserTheBuiltInOnesTakeTurns)
+TEST_F(TestPattern, TheStepsFromPictureToPicture)
 {
-    Select(Directory(), QString(), 0);
-    const QSize demo = control.GetPixmap()->size();
-    control.Next();
-    EXPECT_EQ(control.GetSelection(), 1);
-    control.Next();
-    EXPECT_EQ(control.GetSelection(), 0);
-    EXPECT_EQ(control.GetPixmap()->size(), demo);
-    control.Previous();
-    EXPECT_EQ(control.GetSelection(), 1);
-}
-
-TEST_F(TestPattern, PreviousGoesToTheUserFileWhereThereIsOne)
-{
-    Picture(Path(QStringLiteral("own.png")), Qt::cyan);
-    Select(Directory(), Path(QStringLiteral("own.png")), 0);
-    control.Previous();
-    EXPECT_EQ(control.GetSelection(), 2);
-    EXPECT_EQ(Shown(), QColor(Qt::cyan));
-}
-
-TEST_F(TestPattern, AFolderOfPicturesInOrderAndRound)
-{
-    ThreePictures();
-    Select(Directory(), QString(), 1);
-    for (const auto& [selection, colour] :
-         {std::pair(2, Qt::red), std::pair(3, Qt::green), std::pair(4, Qt::blue)})
+    FillDirectory();
+    QDir().mkpath(Path("empty"));
+    QDir().mkpath(Path("none loads"));
+    folder.Write("none loads/a.png", "nothing");
+    folder.Write("none loads/b.png", "nothing");
+    Picture("own.png", Qt::cyan);
+    struct Case
     {
-        control.Next();
-        EXPECT_EQ(control.GetSelection(), selection);
-        EXPECT_EQ(Shown(), QColor(colour));
+        const char* directory;
+        const char* file;
+        int selection;
+        const char* steps; ///< + the next one, - the previous one
+        const char* shown; ///< at first and after each step
+        int at;            ///< the selection in the end
+    };
+    for (const auto& [directory, file, selection, steps, shown, at] : std::initializer_list<Case>{
+             // Without pictures of the user the two built-in ones take turns.
+             {"empty", "gone.png", 0, "++-", "DBDB", 1},
+             {"gone", "gone.png", 4, "", "D", 0},
+             {"gone", "gone.png", 2, "", "D", 0},
+             // The user's file is the third; back from the first leads to it where there is no
+             // folder.
+             {"empty", "own.png", 0, "-", "Dc", 2},
+             {"gone", "own.png", 2, "+", "cD", 0},
+             // A folder in its order, round, and what is no picture passed over.
+             {"pictures", "gone.png", 1, "+++++", "BrgbDB", 1},
+             {"pictures", "gone.png", 0, "--", "Dbb", 5},
+             {"pictures", "gone.png", 3, "-+", "grg", 3},
+             {"pictures", "gone.png", 5, "+-", "bDb", 5},
+             {"pictures", "gone.png", 99, "", "D", 0},
+             // Behind the user's file.
+             {"pictures", "own.png", 1, "+++++", "BcrgbD", 0},
+             {"pictures", "own.png", 0, "-", "Db", 6},
+             {"none loads", "gone.png", 2, "", "D", 0},
+             {"none loads", "own.png", 3, "-", "DD", 0}})
+    {
+        Select(directory, file, selection);
+        std::string seen(1, Shown());
+        for (const char* step = steps; *step; ++step) {
+            *step == '+' ? control.Next() : control.Previous();
+            seen += Shown();
+        }
+        EXPECT_EQ(seen, shown) << directory << " " << file << " " << selection << steps;
+        EXPECT_EQ(control.GetSelection(), at) << directory << " " << file << " " << selection;
     }
+    // The last of the folder's files is none: on from the one before begins the folder again.
+    folder.Write("pictures/d.png", "nothing");
+    Select("pictures", "gone.png", 3);
     control.Next();
-    EXPECT_EQ(control.GetSelection(), 0);
-    control.Previous();
-    EXPECT_EQ(control.GetSelection(), 4);
-}
-
-TEST_F(TestPattern, TheUserFileMovesTheFolderUpByOne)
-{
-    ThreePictures();
-    Picture(Path(QStringLiteral("own.png")), Qt::cyan);
-    control.SetDirectory(Directory());
-    EXPECT_EQ(Shown(), QColor(Qt::green)) << "without a user file 3 is the second picture";
-    control.SetFile(Path(QStringLiteral("own.png")));
+    EXPECT_EQ(Shown(), 'r');
     EXPECT_EQ(control.GetSelection(), 2);
-    EXPECT_EQ(Shown(), QColor(Qt::cyan));
-    control.SetDirectory(Directory());
-    EXPECT_EQ(Shown(), QColor(Qt::red));
-    control.Previous();
-    EXPECT_EQ(Shown(), QColor(Qt::cyan));
 }
 
-TEST_F(TestPattern, WhatCantBeReadIsPassedOverForward)
+TEST_F(TestPattern, AChoiceIsShownAtOnceAndKept)
 {
-    ThreePictures();
-    QFile broken(Directory() + QStringLiteral("/b.bmp"));
-    ASSERT_TRUE(broken.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    broken.write("nothing");
-    broken.close();
-    Select(Directory(), QString(), 2);
-    control.Next();
-    EXPECT_EQ(Shown(), QColor(Qt::blue));
-    control.Previous();
-    EXPECT_EQ(Shown(), QColor(Qt::blue)) << "back would be the broken one";
-    for (const char* name : {"/a.png", "/c.png"})
-        QFile::remove(Directory() + QLatin1String(name));
-    control.Next();
-    EXPECT_EQ(control.GetSelection(), 0) << "none loads";
-}
-
-TEST_F(TestPattern, AFolderThatIsGoneFallsBack)
-{
-    Select(Path(QStringLiteral("gone")), QString(), 4);
-    EXPECT_EQ(control.GetSelection(), 0);
-    Picture(Path(QStringLiteral("own.png")), Qt::cyan);
-    Select(Path(QStringLiteral("gone")), Path(QStringLiteral("own.png")), 2);
-    EXPECT_EQ(control.GetSelection(), 2);
-    EXPECT_EQ(Shown(), QColor(Qt::cyan));
-}
-
-TEST_F(TestPattern, TheOldPictureLivesUntilTheNewOneIsTaken)
-{
-    Select(Directory(), QString(), 0);
+    FillDirectory();
+    Picture("own.png", Qt::cyan);
+    control.SetDirectory(Path("pictures"));
+    EXPECT_EQ(Shown(), 'g') << "without a user's file the fourth is the folder's second";
+    control.SetFile(Path("own.png"));
+    EXPECT_EQ(Shown(), 'c');
+    control.SetDirectory(Path("pictures"));
+    EXPECT_EQ(Shown(), 'r');
+    QSettings store(Path("kept.ini"), QSettings::IniFormat);
+    control.WriteSettings(store);
+    EXPECT_EQ(store.value(QStringLiteral("imgSelVal")).toInt(), 3);
+    EXPECT_EQ(store.value(QStringLiteral("defaultImgDir")), Path("pictures"));
+    EXPECT_EQ(store.value(QStringLiteral("usrImgFile")), Path("own.png"));
+    // The old picture lives until everyone has taken the new one.
     const QPixmap* old = control.GetPixmap();
     QSize oldSize;
     QObject::connect(&control, &LEDTestPatternControl::testPatternChange, [&](QPixmap* picture) {
@@ -145,13 +142,4 @@ TEST_F(TestPattern, TheOldPictureLivesUntilTheNewOneIsTaken)
     });
     control.Next();
     EXPECT_FALSE(oldSize.isEmpty());
-}
-
-TEST_F(TestPattern, TheCorrectedSelectionIsKept)
-{
-    Select(Directory(), QString(), 9);
-    QSettings store(Path(QStringLiteral("store.ini")), QSettings::IniFormat);
-    control.WriteSettings(store);
-    EXPECT_EQ(store.value(QStringLiteral("imgSelVal")).toInt(), 0);
-    EXPECT_EQ(store.value(QStringLiteral("defaultImgDir")), Directory());
 }

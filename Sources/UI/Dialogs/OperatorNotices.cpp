@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "UI/Main/OperatorNotices.h"
+#include "UI/Dialogs/OperatorNotices.h"
 
 #include <utility>
 

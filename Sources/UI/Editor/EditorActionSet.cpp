@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Editor/EditorActionSet.h"
+
+#include <array>
+
+#include <QMenu>
+#include <QUndoStack>
+
+#include "UI/Editor/EditorController.h"
+#include "UI/Editor/WeftMapEditorScene.h"
+
+EditorActionSet::EditorActionSet(const Parts& parts)
+    : parts_(parts)
+    , actions_(parts.window)
+{
+    AddCanvas();
+    AddSelection();
+    AddArranging();
+    AddCopies();
+    AddUndo();
+    parts_.scene.SetActions(shown_);
+}
+
+void EditorActionSet::AddCanvas()
+{
+    EditorController* editor = &parts_.editor;
+    shown_.canvasSize =
+        actions_.Add({.objectName = "actionCanvas_Size",
+                      .text = QT_TRANSLATE_NOOP("WEFTMain", "Canvas Size..."),
+                      .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Adjust the canvas dimensions"),
+                      .shortcut = "Ctrl+Shift+R",
+                      .icon = "icon_canvassize.png"},
+                     editor, &EditorController::ActionCanvasSize);
+    actions_.Add({.objectName = "actionCrop_Canvas",
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Crop to selection"),
+                  .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Crop canvas to selected devices"),
+                  .shortcut = "Ctrl+Shift+C",
+                  .icon = "icon_cropcanvas.png"},
+                 editor, &EditorController::ActionCropCanvasToSelectedDevices);
+}
+
+void EditorActionSet::AddSelection()
+{
+    actions_.Add({.objectName = "actionSelect_All",
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Select All"),
+                  .shortcut = "Ctrl+A"},
+                 &parts_.editor, &EditorController::ActionSelectAll);
+    shown_.remove = actions_.Add(
+        {.objectName = "actionActionDelete",
+         .text = QT_TRANSLATE_NOOP("WEFTMain", "Delete"),
+         .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Delete device from the mapping canvas"),
+         .shortcut = "Backspace",
+         .icon = "icon_delete.png"},
+        &parts_.scene, &WeftMapEditorScene::RemoveSelectedRectangle);
+    shown_.remove->setEnabled(false); // until something is selected
+}
+
+void EditorActionSet::AddArranging()
+{
+    using namespace ElementGeometry;
+    struct Align
+    {
+        ActionRow row;
+        AlignMode mode;
+    };
+    const std::array<Align, 6> aligns = {{
+        {{.objectName = "actionAlign_Left",
+          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align Left"),
+          .icon = "icon_alignleft.png"},
+         AlignLeft},
+        {{.objectName = "actionAlign_Center",
+          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align Center"),
+          .icon = "icon_aligncenter.png"},
+         AlignCenter},
+        {{.objectName = "actionAlign_Right",
+          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align Right"),
+          .icon = "icon_alignright.png"},
+         AlignRight},
+        {{.objectName = "actionAlign_Top",
+          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align Top"),
+          .icon = "icon_aligntop.png"},
+         AlignTop},
+        {{.objectName = "actionAlign_Middle",
+          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align Middle"),
+          .icon = "icon_aligncmiddle.png"},
+         AlignMiddle},
+        {{.objectName = "actionAlign_Bottom",
+          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align Bottom"),
+          .icon = "icon_alignbottom.png"},
+         AlignBottom},
+    }};
+    EditorController* editor = &parts_.editor;
+    std::vector<QAction*> entries;
+    for (const Align& align : aligns) {
+        if (align.mode == AlignTop)
+            entries.push_back(nullptr);
+        entries.push_back(actions_.Add(align.row, editor,
+                                       [editor, mode = align.mode] { editor->ActionAlign(mode); }));
+    }
+    entries.push_back(nullptr);
+    entries.push_back(
+        actions_.Add({.objectName = "actionDistribute_Horizontally",
+                      .text = QT_TRANSLATE_NOOP("WEFTMain", "Distribute Horizontally"),
+                      .icon = "icon_aligndistrhorz.png"},
+                     editor, [editor] { editor->ActionAlignDistribute(DistributeHorizontally); }));
+    entries.push_back(
+        actions_.Add({.objectName = "actionDistribute_Vertically",
+                      .text = QT_TRANSLATE_NOOP("WEFTMain", "Distribute Vertically"),
+                      .icon = "icon_aligndistrvert.png"},
+                     editor, [editor] { editor->ActionAlignDistribute(DistributeVertically); }));
+    shown_.align = AddMenu("menuAlign", QT_TRANSLATE_NOOP("WEFTMain", "Align"), entries);
+    shown_.rotate =
+        AddMenu("menuRotate_2", QT_TRANSLATE_NOOP("WEFTMain", "Rotate"),
+                {actions_.Add({.objectName = "actionRotate_Right_90",
+                               .text = QT_TRANSLATE_NOOP("WEFTMain", "Rotate Right 90°"),
+                               .shortcut = "Ctrl+R",
+                               .icon = "icon_rotateright90.png"},
+                              editor, &EditorController::ActionRotateRight90),
+                 actions_.Add({.objectName = "actionRotate_Left_90",
+                               .text = QT_TRANSLATE_NOOP("WEFTMain", "Rotate Left 90°"),
+                               .icon = "icon_rotateleft90.png"},
+                              editor, &EditorController::ActionRotateLeft90)});
+}
+
+// What works on copies of elements has no slot yet.
+void EditorActionSet::AddCopies()
+{
+    shown_.duplicate = actions_.AddWithoutSlot(
+        {.objectName = "actionDuplicate_Element",
+         .text = QT_TRANSLATE_NOOP("WEFTMain", "Duplicate Element..."),
+         .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Duplicate element to create a wall."),
+         .shortcut = "Ctrl+D"});
+    shown_.copy = actions_.AddWithoutSlot(
+        {.objectName = "actionCopy",
+         .text = QT_TRANSLATE_NOOP("WEFTMain", "Copy"),
+         .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Copy selected element(s)"),
+         .shortcut = "Ctrl+C"});
+    shown_.paste =
+        actions_.AddWithoutSlot({.objectName = "actionPaste",
+                                 .text = QT_TRANSLATE_NOOP("WEFTMain", "Paste element(s)"),
+                                 .shortcut = "Ctrl+V"});
+}
+
+void EditorActionSet::AddUndo()
+{
+    shown_.undo = parts_.undoStack.createUndoAction(
+        &parts_.window, WindowText(QT_TRANSLATE_NOOP("WEFTMain", "&Undo")));
+    shown_.undo->setObjectName(QStringLiteral("actionUndo"));
+    shown_.undo->setShortcut(QKeySequence::Undo);
+    shown_.undo->setIcon(ActionIcon("icon_undo.png"));
+    shown_.redo = parts_.undoStack.createRedoAction(
+        &parts_.window, WindowText(QT_TRANSLATE_NOOP("WEFTMain", "&Redo")));
+    shown_.redo->setObjectName(QStringLiteral("actionRedo"));
+    shown_.redo->setShortcut(QKeySequence::Redo);
+    shown_.redo->setIcon(ActionIcon("icon_redo.png"));
+}
+
+/// A submenu with the icon of its first entry; null entries are separators.
+QMenu* EditorActionSet::AddMenu(const char* objectName, const char* title,
+                                const std::vector<QAction*>& entries)
+{
+    auto* menu = new QMenu(&parts_.window);
+    menu->setObjectName(QLatin1String(objectName));
+    menu->setTitle(WindowText(title));
+    menu->setIcon(entries.front()->icon());
+    for (QAction* entry : entries) {
+        if (entry)
+            menu->addAction(entry);
+        else
+            menu->addSeparator();
+    }
+    return menu;
+}

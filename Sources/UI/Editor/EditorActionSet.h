@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vector>
+
+#include "UI/Editor/EditorActions.h"
+#include "UI/Widgets/ActionSet.h"
+
+class EditorController;
+class QMenu;
+class QUndoStack;
+class WeftMapEditorScene;
+
+/// The actions that work on the elements of the canvas, with undo and redo, and the two submenus
+/// that the canvas shows as well.
+class EditorActionSet
+{
+public:
+    struct Parts
+    {
+        EditorController& editor;
+        WeftMapEditorScene& scene;
+        QUndoStack& undoStack;
+        QWidget& window; ///< owns the actions and the menus
+    };
+    /// All parts outlive the set. Gives the scene what it shows and switches.
+    explicit EditorActionSet(const Parts& parts);
+
+private:
+    void AddCanvas();
+    void AddSelection();
+    void AddArranging();
+    void AddCopies();
+    void AddUndo();
+    QMenu* AddMenu(const char* objectName, const char* title, const std::vector<QAction*>& entries);
+
+    Parts parts_;
+    ActionSet actions_;
+    EditorActions shown_;
+};

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Network/NodeList.h"
+
+#include <utility>
+
+#include <QTreeView>
+
+#include "LEDEngine/LEDEngine.h"
+#include "Model/ArtNetNodeModel.h"
+#include "Model/DeviceManager.h"
+#include "Model/MappedDeviceModel.h"
+#include "Platform/IPv4.h"
+#include "UI/Network/NetworkChoice.h"
+#include "UI/Widgets/ActionSet.h"
+#include "UI/Widgets/ListLook.h"
+
+NodeList::NodeList(ArtNetNodeModel& nodes, DeviceManager& manager, LEDEngine& engine,
+                   const NetworkChoice& choice)
+    : nodes_(nodes)
+    , manager_(manager)
+    , engine_(engine)
+    , choice_(choice)
+    , view_(new QTreeView)
+{
+    SetUpList(*view_, QStringLiteral("artNetNodes"),
+              WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Fixture Nodes")));
+    view_->setModel(&nodes_);
+    view_->sortByColumn(ArtNetNodeModel::IpColumn, Qt::AscendingOrder);
+    // The ports of a node are always in sight.
+    connect(&nodes_, &ArtNetNodeModel::rowsInserted, view_,
+            [this](const QModelIndex& parent, int first, int last) {
+                view_->expand(parent);
+                for (int row = first; row <= last; ++row)
+                    view_->expand(nodes_.index(row, 0, parent));
+            });
+    connect(&choice_, &NetworkChoice::networkChanged, this, &NodeList::RebuildNodeRows);
+    connect(&choice_, &NetworkChoice::networkChanged, this, &NodeList::ProcessNodesList);
+    WatchDocument();
+}
+
+NodeList::~NodeList()
+{
+    view_->setModel(nullptr);
+}
+
+/// The rows count the elements that are sent to each address.
+void NodeList::WatchDocument()
+{
+    const MappedDeviceModel* document = manager_.GetMappedDeviceModel();
+    connect(document, &MappedDeviceModel::rowsInserted, this, &NodeList::RequestRows);
+    connect(document, &MappedDeviceModel::rowsRemoved, this, &NodeList::RequestRows);
+    connect(document, &MappedDeviceModel::dataChanged, this, &NodeList::RequestRows);
+    connect(document, &MappedDeviceModel::modelReset, this, &NodeList::RequestRows);
+}
+
+void NodeList::WorkBetweenTicks()
+{
+    if (std::exchange(nodesDue_, false))
+        ProcessNodesList();
+    else if (std::exchange(rowsDue_, false))
+        RebuildNodeRows();
+    else
+        nodes_.WriteWaitingRows();
+}
+
+void NodeList::ProcessNodesList()
+{
+    rowsDue_ = engine_.UpdateNodeList(nodes_) || rowsDue_;
+}
+
+void NodeList::RebuildNodeRows()
+{
+    nodes_.Rebuild(*manager_.GetMappedDeviceModel(), view_,
+                   Platform::ParseIPv4(choice_.GetNetworkBroadcast()).value_or(0));
+}

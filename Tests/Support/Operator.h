@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include <QString>
+#include <QStringList>
+#include <QTimer>
+
+class QDialog;
+
+namespace Support {
+
+/// What was to be read in a box.
+struct SeenBox
+{
+    QString title;
+    QString text;
+    QStringList buttons; ///< in alphabetical order
+    QString byDefault;
+    bool hasParent = false;
+};
+
+/// Sits before the screen while a box is open: answers the boxes in the order in which the answers
+/// were given, and remembers what it read. A box without an answer fails the test and is closed.
+class Operator
+{
+public:
+    Operator();
+
+    /// Presses the button with this text in the next box. "Escape" presses the key.
+    void WillPress(const QString& button);
+    /// Does something else with the next dialog.
+    void Will(std::function<void(QDialog&)> act);
+    /// Chooses this file or folder in the next file dialog.
+    void WillChoose(const QString& file);
+
+    [[nodiscard]] bool IsDone() const { return acts_.empty(); }
+    std::vector<SeenBox> seen;
+
+private:
+    void Look();
+
+    std::vector<std::function<void(QDialog&)>> acts_;
+    QTimer timer_;
+};
+
+} // namespace Support

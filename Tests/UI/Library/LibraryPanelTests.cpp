@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Library/LibraryPanel.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QDialog>
+#include <QDir>
+#include <QFile>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QUndoStack>
+
+#include "LibTools/W32System.h"
+#include "Model/DeviceManager.h"
+#include "Model/MappedDeviceModel.h"
+#include "Settings/FixtureLibraryPath.h"
+#include "Support/Operator.h"
+#include "Support/TemporaryFolder.h"
+#include "UI/Dialogs/OperatorBoxes.h"
+#include "UI/Library/FixtureConflictBox.h"
+#include "UI/Library/LEDDeviceListView.h"
+
+namespace {
+
+using Support::SeenBox;
+
+std::unique_ptr<DeviceLedItem> Fixture(const wchar_t* maker, const wchar_t* product)
+{
+    return std::make_unique<DeviceLedItem>(maker, product, PixelMap(1, 1, PixelMapType::RGB), 0, 3);
+}
+
+/// The panel on a new user's library: the fixtures of the program.
+class Library : public testing::Test
+{
+protected:
+    Library()
+    {
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        home.UseAsHome();
+        System::global = std::make_unique<W32System>();
+        manager = std::make_unique<DeviceManager>(GetFixtureLibraryPath());
+        manager->Initialize();
+        manager->LoadLibrary(GetFixtureLibraryPath());
+        panel = std::make_unique<LibraryPanel>(LibraryPanel::Parts{*manager, steps, boxes, window});
+        window.setCentralWidget(panel->Contents());
+        list = window.findChild<LEDDeviceListView*>(QStringLiteral("treeView"));
+        erase = window.findChild<QPushButton*>(QStringLiteral("buttonDeleteFixture"));
+        panel->SortByProduct();
+        list->expandAll();
+        window.show();
+        steps.push(new QUndoCommand);
+    }
+    ~Library() override
+    {
+        EXPECT_TRUE(person.IsDone());
+        panel.reset();
+        manager.reset();
+        System::global.reset();
+    }
+
+    [[nodiscard]] QModelIndexList RowsOf(const char* product) const
+    {
+        return list->model()->match(list->model()->index(0, 1), Qt::DisplayRole,
+                                    QLatin1String(product), -1,
+                                    Qt::MatchExactly | Qt::MatchRecursive);
+    }
+    /// Chooses the fixture of this product and presses the button.
+    void Delete(const char* product) const
+    {
+        ASSERT_EQ(RowsOf(product).size(), 1);
+        list->setCurrentIndex(RowsOf(product).front());
+        ASSERT_TRUE(erase->isEnabled());
+        QTest::mouseClick(erase, Qt::LeftButton);
+        QCoreApplication::processEvents(); // what the library reports comes behind it
+    }
+    void Import(const QString& file, const char* answer)
+    {
+        person.WillChoose(file);
+        person.WillPress(QLatin1String(answer));
+        window.findChild<QAction*>(QStringLiteral("actionImport_fixtures"))->trigger();
+    }
+
+    Support::TemporaryFolder home;
+    WidgetBoxes boxes;
+    Support::Operator person;
+    QUndoStack steps;
+    QMainWindow window;
+    std::unique_ptr<DeviceManager> manager;
+    std::unique_ptr<LibraryPanel> panel;
+    LEDDeviceListView* list = nullptr;
+    QPushButton* erase = nullptr;
+};
+
+} // namespace
+
+TEST_F(Library, OneFixtureIsDeletedWithAQuestion)
+{
+    EXPECT_FALSE(erase->isEnabled());
+    list->setCurrentIndex(list->model()->index(0, 0));
+    EXPECT_FALSE(erase->isEnabled()) << "a manufacturer";
+    const QModelIndex wanted = RowsOf("ArcLine 36").front();
+    list->setCurrentIndex(wanted);
+    list->selectionModel()->select(list->indexBelow(wanted),
+                                   QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    EXPECT_FALSE(erase->isEnabled()) << "two";
+
+    person.WillPress(QStringLiteral("Cancel"));
+    Delete("ArcLine 36");
+    EXPECT_EQ(person.seen[0].text,
+              QStringLiteral("Are you sure you want to delete this fixture from the library?"
+                             "\n\nManufacturer: Anolis\nProduct: ArcLine 36"));
+    EXPECT_EQ(person.seen[0].byDefault, QStringLiteral("Yes"));
+    EXPECT_FALSE(manager->documentDirty);
+    person.WillPress(QStringLiteral("Yes"));
+    Delete("ArcLine 36");
+    EXPECT_TRUE(RowsOf("ArcLine 36").isEmpty());
+    EXPECT_FALSE(erase->isEnabled());
+    EXPECT_FALSE(steps.canUndo());
+    EXPECT_TRUE(manager->documentDirty);
+    manager->LoadLibrary(GetFixtureLibraryPath());
+    EXPECT_TRUE(RowsOf("ArcLine 36").isEmpty()) << "it is in the file at once";
+}
+
+TEST_F(Library, AFixtureInUseStays)
+{
+    const DeviceLedItem* fixture = manager->GetLEDFixtureByProduct(L"ArcLine 36");
+    ASSERT_TRUE(fixture);
+    manager->GetMappedDeviceModel()->AddMappingElement(
+        std::make_unique<MappedLedItem>(L"Bar", *fixture, nullptr, nullptr));
+    person.WillPress(QStringLiteral("OK"));
+    Delete("ArcLine 36");
+    EXPECT_EQ(person.seen[0].title, QStringLiteral("Delete Used Fixture"));
+    EXPECT_EQ(RowsOf("ArcLine 36").size(), 1);
+    EXPECT_TRUE(steps.canUndo());
+}
+
+TEST_F(Library, AfterASaveThatFailsNothingIsSelectedForTheNextDelete)
+{
+    ASSERT_TRUE(QFile::remove(GetFixtureLibraryPath()));
+    ASSERT_TRUE(QDir().mkdir(manager->GetLibraryPath()));
+    person.WillPress(QStringLiteral("Yes"));
+    person.WillPress(QStringLiteral("OK"));
+    Delete("ArcLine 36");
+    EXPECT_EQ(person.seen.back().title, QStringLiteral("Fixture Library Not Saved"));
+    EXPECT_TRUE(person.seen.back().text.contains(manager->GetLibraryPath()));
+    EXPECT_TRUE(RowsOf("ArcLine 36").isEmpty());
+    EXPECT_GT(list->model()->rowCount(), 5) << "the others are still there";
+    EXPECT_FALSE(erase->isEnabled());
+}
+
+TEST_F(Library, ImportedFixturesTakeTheirPlacesInTheList)
+{
+    DeviceModel other;
+    other.AddFixture(Fixture(L"Anolis", L"ArcLine 36"));
+    other.AddFixture(Fixture(L"Aaron", L"New Lamp"));
+    const QString file = QString::fromStdString((home.Path() / "other.wfl").string());
+    ASSERT_EQ(other.Save(file.toStdWString()), 0);
+    Import(file, "Yes, use the fixture from the mapping file");
+    EXPECT_EQ(list->model()->index(0, 0).data().toString(), QStringLiteral("Aaron"));
+    EXPECT_EQ(RowsOf("New Lamp").size(), 1);
+    ASSERT_EQ(RowsOf("ArcLine 36").size(), 1) << "the imported one alone";
+    EXPECT_EQ(manager->GetLEDFixtureByProduct(L"ArcLine 36")->GetChannelCount(), 3);
+    EXPECT_FALSE(list->isColumnHidden(1));
+    EXPECT_TRUE(list->isColumnHidden(3));
+    EXPECT_FALSE(steps.canUndo());
+
+    home.Write("broken.wfl", "no library");
+    Import(QString::fromStdString((home.Path() / "broken.wfl").string()), "OK");
+    EXPECT_TRUE(person.seen.back().text.contains(QStringLiteral("could not be read whole")));
+    EXPECT_EQ(RowsOf("New Lamp").size(), 1);
+}
+
+TEST_F(Library, TheProgramsFixturesComeBackInPlaceOfTheUsers)
+{
+    person.WillPress(QStringLiteral("Yes"));
+    Delete("ArcLine 36");
+    panel->RemoveLocalFixtures();
+    manager->LoadLibrary(GetFixtureLibraryPath());
+    EXPECT_EQ(RowsOf("ArcLine 36").size(), 1);
+}
+
+TEST_F(Library, AFixtureThatDiffersIsAskedAbout)
+{
+    const QString yes = QStringLiteral("Yes, use the fixture from the mapping file");
+    const QString no = QStringLiteral("No, use the original fixture from the library");
+    person.Will([](QDialog& box) {
+        QTest::keyClick(&box, Qt::Key_Escape);
+        box.close();
+        EXPECT_TRUE(box.isVisible()) << "Escape is no answer";
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    person.WillPress(no);
+    for (const int answer : {OverwriteFixture, KeepFixture})
+        EXPECT_EQ(DeviceModel::defaultConflictCallback(QStringLiteral("Kinetix"),
+                                                       QStringLiteral("%2 & Söhne")),
+                  answer);
+    EXPECT_EQ(person.seen[0].title, QStringLiteral("Fixture conflict"));
+    EXPECT_TRUE(person.seen[0].text.contains(QStringLiteral("\"Kinetix %2 & Söhne\"")));
+    EXPECT_EQ(person.seen[0].byDefault, yes);
+    EXPECT_FALSE(person.seen[0].hasParent);
+    int expected = 0;
+    for (const char* answer : {"Overwrite", "Skip", "Cancel"}) {
+        person.WillPress(QLatin1String(answer));
+        EXPECT_EQ(AskAboutLibraryUpdate(boxes), expected++) << answer;
+        EXPECT_EQ(person.seen.back().byDefault, QStringLiteral("Overwrite"));
+    }
+}

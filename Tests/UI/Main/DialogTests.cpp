@@ -1,0 +1,285 @@
+// SPDX-License-Identifier: MIT
+// Dialogs and controls by themselves, worked as a person does.
+
+#include "UI/Dialogs/LEDDialogDMXUniverseMerging.h"
+#include "UI/Dialogs/OperatorNotices.h"
+#include "UI/Main/Desk.h"
+#include "UI/Widgets/DeskLook.h"
+#include "UI/Widgets/IPCtrlManual.h"
+
+namespace {
+
+void Show(QWidget& widget)
+{
+    widget.setStyleSheet(DeskStyleSheet());
+    widget.show();
+    widget.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&widget));
+}
+
+/// Keys go to whatever has the focus then. < and > are the arrows, ^ End, ~ Backspace, @ Tab, #
+/// Shift and Tab, ! Shift alone.
+void Type(const QString& keys)
+{
+    static const QMap<QChar, int> special = {
+        {QLatin1Char('<'), Qt::Key_Left}, {QLatin1Char('>'), Qt::Key_Right},
+        {QLatin1Char('^'), Qt::Key_End},  {QLatin1Char('~'), Qt::Key_Backspace},
+        {QLatin1Char('@'), Qt::Key_Tab},  {QLatin1Char('!'), Qt::Key_Shift}};
+    for (const QChar key : keys) {
+        QWidget* target = QApplication::focusWidget();
+        if (special.contains(key))
+            QTest::keyClick(target, static_cast<Qt::Key>(special[key]));
+        else if (key == QLatin1Char('#'))
+            QTest::keyClick(target, Qt::Key_Backtab, Qt::ShiftModifier);
+        else
+            QTest::keyClick(target, key.toLatin1());
+        QCoreApplication::processEvents();
+    }
+}
+
+/// The place of the address field with the focus, 1 to 4.
+int Place()
+{
+    return QApplication::focusWidget()->objectName().right(1).toInt();
+}
+
+QLineEdit& Field(const QWidget& control, int place)
+{
+    return *control.findChild<QLineEdit*>(QStringLiteral("octet%1").arg(place));
+}
+
+} // namespace
+
+// ---- Addresses ---------------------------------------------------------------------------------
+
+TEST(AddressTest, TypingMovesOnWhereAFieldIsDone)
+{
+    struct Case
+    {
+        const char* before; ///< the range that is set; the first field has the focus
+        const char* keys;
+        const char* after;
+        int place;
+    };
+    const InFont usual(9);
+    IPCtrlManualIPRange range;
+    Show(range);
+    EXPECT_EQ(range.width(), IPCtrl::MaximumWidth);
+    for (const auto& [before, keys, after, place] : std::initializer_list<Case>{
+             {"X.X.X.X", "192168019", "192.168.0.19", 4},
+             {"X.X.X.X", "19", "19.X.X.X", 1},         // there could be a third
+             {"X.X.X.X", "19.256", "19.25.X.X", 2},    // 256 is no octet
+             {"X.X.X.X", "19,7.255", "19.7.X.X", 4},   // 255 is open
+             {"X.X.X.X", "1.2.3.100", "1.2.3.100", 4}, // the last has nowhere to go
+             {"X.X.X.X", "100x", "100.X.X.X", 3},
+             {"...", "0005", "0.0.0.5", 4}, // a 0 is a whole octet in an empty field
+             {"...", ".@", "X.X..", 3},     // what is left empty is open
+             {"2.255.255.0", "", "2.X.X.0", 1},
+             {"2.255.0.1", "!", "2.X.0.1", 1},
+             // The cursor leaves a field at its ends, with all of the next one selected.
+             {"192.16.8.1", ">", "192.16.8.1", 2},
+             {"192.16.8.1", ">7", "192.7.8.1", 2},
+             {"192.16.8.1", ">>", "192.16.8.1", 2},
+             {"192.16.8.1", ">^>", "192.16.8.1", 3},
+             {"192.16.8.1", ">^><", "192.16.8.1", 2},
+             {"192.16.8.1", ">^><~", "192..8.1", 2},
+             {"192.16.8.1", ">^><~~", "192.X.8.1", 1},
+             {"X.X.X.X", "!", "X.X.X.X", 1}, // a modifier is no typing
+         })
+    {
+        range.SetIP(QLatin1String(before));
+        Type(QLatin1String(keys));
+        EXPECT_EQ(range.GetIP(), QLatin1String(after)) << before << " " << keys;
+        EXPECT_EQ(Place(), place) << before << " " << keys;
+    }
+    // A full field holds on to nothing, not to the focus that Shift and Tab take back.
+    range.SetIP(QStringLiteral("1.168.8.1"));
+    Field(range, 2).setFocus();
+    Field(range, 2).end(false);
+    Type(QStringLiteral("#"));
+    EXPECT_EQ(Place(), 1);
+    range.Clear();
+    EXPECT_EQ(range.GetIPWithWildcards(), QStringLiteral("X.X.X.X"));
+    Field(range, 1).setFocus();
+    QTest::mouseClick(&Field(range, 4), Qt::LeftButton);
+    EXPECT_EQ(range.GetIP(), QStringLiteral("X..."));
+    range.SetIP(QStringLiteral("2.3.4"));
+    range.SetIPAndMask(QStringLiteral("1.2.3.4"), QStringLiteral("1.255.255.255"));
+    EXPECT_EQ(range.GetIP(), QStringLiteral("X..."));
+}
+
+TEST(AddressTest, OfANodeOnlyTheOpenPartCanBeTyped)
+{
+    IPCtrlManualNodeIP node;
+    Show(node);
+    node.SetIP(QStringLiteral("192.168.1.255"));
+    EXPECT_EQ(node.GetIP(), QStringLiteral("192.168.1."));
+    EXPECT_TRUE(Field(node, 3).isReadOnly());
+    EXPECT_EQ(Field(node, 3).focusPolicy(), Qt::NoFocus);
+    Type(QStringLiteral("~"));
+    EXPECT_EQ(Place(), 4) << "nothing to type in the third";
+    Type(QStringLiteral("255"));
+    EXPECT_EQ(node.GetIP(), QStringLiteral("192.168.1.255"));
+
+    // The same control for another node.
+    node.SetIPAndMask(QStringLiteral("2.17.9.33"), QStringLiteral("2.255.0.255"));
+    EXPECT_EQ(node.GetIP(), QStringLiteral("2.17.0.33"));
+    EXPECT_EQ(Place(), 2);
+    EXPECT_FALSE(Field(node, 4).isReadOnly());
+    Type(QStringLiteral("200"));
+    EXPECT_EQ(Place(), 2) << "the third can't be typed in";
+}
+
+// ---- The merger --------------------------------------------------------------------------------
+
+namespace {
+
+constexpr auto OurSource = MergerDMXSource::PixelWeft;
+constexpr auto HostSource = MergerDMXSource::ReelCommand;
+
+class Merging : public testing::Test
+{
+protected:
+    void OpenBesideReelCommand(const UniverseMerging& settings, bool offers = true)
+    {
+        dialog = std::make_unique<LEDDialogDMXUniverseMerging>(settings, QStringLiteral("2.X.X.X"),
+                                                               L"2.0.0.77", offers);
+        Show(*dialog);
+    }
+    template <typename Type = QSpinBox>
+    [[nodiscard]] Type& The(const char* name) const
+    {
+        return *dialog->findChild<Type*>(QLatin1String(name));
+    }
+    void Press(QDialogButtonBox::StandardButton which) const
+    {
+        QTest::mouseClick(The<QDialogButtonBox>("buttonBox").button(which), Qt::LeftButton);
+    }
+    void Click(const char* name) const
+    {
+        QTest::mouseClick(&The<QAbstractButton>(name), Qt::LeftButton, {}, {8, 8});
+    }
+    [[nodiscard]] MergerDMXSource Source() const
+    {
+        return dialog->GetUniverseMerging().GetMergerDMXSource();
+    }
+
+    const InFont usual{9};
+    std::unique_ptr<LEDDialogDMXUniverseMerging> dialog;
+};
+
+} // namespace
+
+TEST_F(Merging, OverlappingRunsCanNotBeConfirmed)
+{
+    OpenBesideReelCommand({});
+    const int top = The<QLabel>("unicastWarning").y();
+    struct Step
+    {
+        const char* box;
+        int value;
+        bool confirmable;
+    };
+    for (const auto& [box, value, confirmable] : std::initializer_list<Step>{
+             {"ConsecutiveUniverses", 1, false}, // equal starts, even with the merger off
+             {"ToStartUniverse", 4, true},
+             {"ConsecutiveUniverses", 4, true}, // side by side
+             {"ConsecutiveUniverses", 5, false},
+             {"FromStartSubnet", 1, true}, // the result may lie below
+             {"ToStartSubnet", 1, false},
+             {"FromStartUniverse", 9, true}})
+    {
+        The(box).setValue(value);
+        const auto& buttons = The<QDialogButtonBox>("buttonBox");
+        EXPECT_EQ(buttons.button(QDialogButtonBox::Ok)->isEnabled(), confirmable) << box << value;
+        EXPECT_EQ(buttons.button(QDialogButtonBox::Apply)->isEnabled(), confirmable);
+        EXPECT_EQ(The<QLabel>("universeOverlapWarning").isVisible(), !confirmable);
+        EXPECT_EQ(The<QLabel>("unicastWarning").y(), top) << "nothing jumps";
+    }
+    EXPECT_EQ(dialog->GetUniverseMerging(), UniverseMerging(false, 1, 9, 5, 1, 4, OurSource));
+    // The ends of the spin boxes are those of the settings.
+    for (auto* box : dialog->findChildren<QSpinBox*>())
+        box->setValue(1000);
+    EXPECT_EQ(dialog->GetUniverseMerging(), UniverseMerging(false, 15, 15, 64, 15, 15, OurSource));
+}
+
+TEST_F(Merging, ApplyEmitsAndTheDialogStays)
+{
+    OpenBesideReelCommand({true, 0, 0, 4, 1, 0, OurSource});
+    std::vector<UniverseMerging> applied;
+    QObject::connect(dialog.get(), &LEDDialogDMXUniverseMerging::apply,
+                     [&] { applied.push_back(dialog->GetUniverseMerging()); });
+    // What one types first replaces the number that is there; Return ends it and nothing else.
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("3\r"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Enter);
+    Press(QDialogButtonBox::Apply);
+    EXPECT_EQ(The<QLabel>("mergerStatusLabel").text(), QStringLiteral("Merger On"));
+    Click("ToggleMergingUniversesButton");
+    EXPECT_EQ(The<QLabel>("mergerStatusLabel").text(), QStringLiteral("Merger Off"));
+    Press(QDialogButtonBox::Apply);
+    EXPECT_EQ(applied, (std::vector{UniverseMerging(true, 3, 0, 4, 1, 0, OurSource),
+                                    UniverseMerging(false, 3, 0, 4, 1, 0, OurSource)}));
+    EXPECT_TRUE(dialog->isVisible());
+}
+
+TEST_F(Merging, TheSourceIsTheOperatorsEvenWhenItCanNotBeShown)
+{
+    OpenBesideReelCommand({true, 0, 0, 4, 1, 0, HostSource}, false);
+    auto& ours = The<QRadioButton>("DMXSourcePixelWeft");
+    auto& host = The<QRadioButton>("DMXSourceReelCommand");
+    EXPECT_EQ(The<QLabel>("PixelWeftIP").text(), QStringLiteral("(2.X.X.X)"));
+    EXPECT_EQ(The<QLabel>("ReelCommandIP").text(), QStringLiteral("(2.0.0.77)"));
+    EXPECT_TRUE(ours.isChecked());
+    EXPECT_FALSE(host.isEnabled());
+    EXPECT_EQ(Source(), HostSource);
+
+    dialog->ArtNetDMXInputSettingsChanged(true, L"10.0.0.5");
+    EXPECT_EQ(The<QLabel>("ReelCommandIP").text(), QStringLiteral("(10.0.0.5)"));
+    EXPECT_TRUE(host.isChecked());
+    EXPECT_TRUE(host.isEnabled());
+
+    dialog->ArtNetDMXInputSettingsChanged(false, L"10.0.0.5");
+    Click("DMXSourcePixelWeft");
+    EXPECT_EQ(Source(), OurSource) << "a click on what is checked already";
+    dialog->ArtNetDMXInputSettingsChanged(true, L"10.0.0.5");
+    EXPECT_TRUE(ours.isChecked());
+    QTest::keyClick(&ours, Qt::Key_Down);
+    EXPECT_EQ(Source(), HostSource);
+
+    // Beside the other host there is no choice.
+    dialog = std::make_unique<LEDDialogDMXUniverseMerging>(
+        UniverseMerging(true, 0, 0, 4, 1, 0, HostSource));
+    Show(*dialog);
+    EXPECT_FALSE(The<QWidget>("DMXSourceGroup").isVisible());
+    EXPECT_EQ(Source(), OurSource);
+}
+
+// ---- Notices -----------------------------------------------------------------------------------
+
+TEST(OperatorNoticesTest, WaitForNobodyAndNeverPileUp)
+{
+    const QString first = QStringLiteral("first");
+    const QString second = QStringLiteral("second");
+    QStringList read;
+    std::function<void()> behind;
+    OperatorNotices notices([&](const OperatorNotices::Notice& notice) {
+        read.append(notice.text);
+        behind(); // nobody closes the box before
+    });
+    behind = [&] {
+        if (read.last() == second)
+            return;
+        notices.Tell({nullptr, {}, first}); // the same network came and went again
+        notices.Tell({nullptr, {}, second});
+        QCoreApplication::processEvents();
+    };
+    notices.Tell({nullptr, {}, first});
+    EXPECT_TRUE(read.isEmpty());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(read, QStringList({first, second}));
+    notices.Tell({nullptr, {}, first});
+    notices.Show();
+    EXPECT_EQ(read.mid(2), QStringList({first, second})) << "read, and true again";
+    QCoreApplication::processEvents();
+    EXPECT_EQ(read.size(), 4);
+}

@@ -1,0 +1,304 @@
+// SPDX-License-Identifier: MIT
+// From the hand on the window to the wire, heard on the rig at the other end of the cable.
+#include <algorithm>
+#include <chrono>
+
+#include "ArtNet/Stage.h"
+#include "HostStandIn/Host.h"
+#include "UI/Editor/MappingRectangle.h"
+#include "UI/Main/LiveCanvas.h"
+#include "UI/Widgets/LedIndicator.h"
+
+namespace {
+
+using Channels = Stage::Bytes;
+
+constexpr std::int64_t Milliseconds = 1'000'000;
+constexpr int Patience = 10'000;
+
+/// The channels of a packet when it is one of this universe.
+std::optional<Channels> DmxOf(const Stage::Heard& heard, int universe)
+{
+    constexpr std::size_t head = 18;
+    const Stage::Bytes& bytes = heard.bytes;
+    if (bytes.size() < head || bytes[8] != 0 || bytes[9] != 0x50 ||
+        bytes[14] + 256 * bytes[15] != universe)
+        return std::nullopt;
+    return Channels(bytes.begin() + head, bytes.end());
+}
+
+/// The same colour for each of some pixels.
+Channels Pixels(int count, std::uint8_t red, std::uint8_t green, std::uint8_t blue)
+{
+    Channels channels;
+    for (int i = 0; i < count; ++i)
+        channels.insert(channels.end(), {red, green, blue});
+    return channels;
+}
+
+class Output : public LiveCanvas
+{
+protected:
+    void StartOutput(const QString& elements, int width = 100, int height = 100)
+    {
+        StartWith(elements, width, height);
+        window->StartTimers();
+        // Left half one colour, right half another.
+        QImage picture(100, 100, QImage::Format_RGB32);
+        picture.fill(QColor(200, 10, 20));
+        for (int y = 0; y < 100; ++y) {
+            for (int x = 50; x < 100; ++x)
+                picture.setPixel(x, y, qRgb(30, 40, 250));
+        }
+        const QString file = Path(QStringLiteral("halves.png"));
+        ASSERT_TRUE(picture.save(file));
+        person.WillChoose(file);
+        Trigger("actionChoose_Test_Image");
+    }
+
+    /// Waits for a frame of universe 2 that `accept` takes; when it arrived, 0 for never.
+    std::int64_t Await(const std::function<bool(const Channels&)>& accept)
+    {
+        std::int64_t arrived = 0;
+        const bool came = QTest::qWaitFor(
+            [&] {
+                while (const auto heard = rig->Next(std::chrono::milliseconds(0))) {
+                    const auto channels = DmxOf(*heard, 2);
+                    if (channels && accept(*channels)) {
+                        arrived = heard->arrived;
+                        return true;
+                    }
+                }
+                return false;
+            },
+            Patience);
+        return came ? arrived : 0;
+    }
+    std::int64_t AwaitAt(int channel, const Channels& wanted)
+    {
+        return Await([&](const Channels& channels) {
+            return At(channels, channel, wanted.size()) == wanted;
+        });
+    }
+    /// Channels from this one, as numbered on a desk; those that were not sent are 0.
+    static Channels At(Channels channels, int channel, std::size_t count)
+    {
+        channels.resize(512);
+        const auto begin = channels.begin() + channel - 1;
+        return {begin, begin + static_cast<std::ptrdiff_t>(count)};
+    }
+    /// Sends two channels of this universe from the rig.
+    void SendDmx(std::uint8_t universe) const
+    {
+        rig->Send(Stage::Broadcast0, {'A', 'r', 't', '-', 'N',      'e', 't', 0, 0, 0x50,
+                                      0,   14,  0,   0,   universe, 0,   0,   2, 9, 9});
+    }
+    /// How many frames of a universe come while the rig sends another, in a time like `pauses`.
+    int FramesWhileSending(std::uint8_t universe, int wanted, int pauses)
+    {
+        int frames = 0;
+        for (int i = 0; i < pauses; ++i) {
+            SendDmx(universe);
+            QTest::qWait(20);
+            while (const auto heard = rig->Next(std::chrono::milliseconds(0)))
+                frames += DmxOf(*heard, wanted) ? 1 : 0;
+        }
+        return frames;
+    }
+    void Pick(const char* name, const char* entry) const
+    {
+        auto* combo = Find<QComboBox>(name);
+        combo->setFocus();
+        QTest::keyClick(combo, Qt::Key_Down);
+        combo->view()->setCurrentIndex(
+            combo->model()->index(combo->findText(QLatin1String(entry)), 0));
+        QTest::keyClick(combo->view(), Qt::Key_Return);
+        QCoreApplication::processEvents();
+    }
+
+    std::unique_ptr<Stage::Socket> rig = Stage::RigSocket();
+};
+
+} // namespace
+
+TEST_F(Output, ADroppedFixtureIsSentAtOnceAtItsAddressInItsColours)
+{
+    // The first is black: its middle lies left of the canvas.
+    StartOutput(Element({-0.2, 0.8}, {0.12, 0.01}, 0, 2, 100));
+    ASSERT_TRUE(Await([](const Channels&) { return true; }));
+
+    const Channels black(36);
+    Channels halves = Pixels(6, 200, 10, 20);
+    std::ranges::copy(Pixels(6, 30, 40, 250), std::back_inserter(halves));
+    std::vector<std::int64_t> delays;
+    for (const int channel : {136, 172, 208}) {
+        DragFromLibrary(Bar, {56, 30.5});
+        const std::int64_t arrived = Await([&](const Channels& channels) {
+            EXPECT_EQ(At(channels, 100, 36), black);
+            const Channels now = At(channels, channel, 36);
+            EXPECT_TRUE(now == halves || now == black) << "a colour of nowhere";
+            return now == halves;
+        });
+        ASSERT_NE(arrived, 0) << "nothing at " << channel;
+        delays.push_back((arrived - dropped) / Milliseconds);
+    }
+    std::ranges::sort(delays);
+    EXPECT_LE(delays[1], 250) << "of " << delays[0] << " to " << delays[2];
+
+    // It follows the mouse, shows that it is selected, and is no longer sent when it is taken back.
+    Drag({50, 30}, {80, 30});
+    EXPECT_TRUE(AwaitAt(208, Pixels(12, 30, 40, 250)));
+    Trigger("actionSelectionMode_Solid");
+    Channels both = halves; // The one before isn't selected.
+    std::ranges::copy(Pixels(12, 0, 255, 0), std::back_inserter(both));
+    EXPECT_TRUE(AwaitAt(172, both));
+    Trigger("actionSelectionMode_Flash");
+    EXPECT_TRUE(AwaitAt(208, Pixels(12, 255, 255, 255)));
+    EXPECT_TRUE(AwaitAt(208, black));
+    EXPECT_TRUE(AwaitAt(208, Pixels(12, 255, 255, 255)));
+    Trigger("actionSelectionMode_None");
+    Type(&View(), Qt::Key_Backspace);
+    EXPECT_TRUE(AwaitAt(208, black));
+    Undo();
+    EXPECT_TRUE(AwaitAt(208, Pixels(12, 30, 40, 250)));
+}
+
+TEST_F(Output, KeepsItsPaceWhileAThousandElementsAreDragged)
+{
+    QString elements;
+    for (int i = 0; i < 1024; ++i)
+        elements += Element({(i % 32 + 0.5) / 32, (i / 32 + 0.5) / 32}, {0.02, 0.004}, 0, 2,
+                            i % 14 * 36 + 1);
+    StartOutput(elements, 512, 512);
+    Type(&View(), Qt::Key_A, Qt::ControlModifier);
+    ASSERT_EQ(Scene().SelectedCount(), 1024);
+
+    constexpr int seconds = 2;
+    const auto way = [](int step) {
+        return QPointF(step % 20 + 1, step % 15);
+    };
+    for (const int framesASecond : {10, 40}) { // without and with merging
+        ASSERT_TRUE(Await([](const Channels&) { return true; }));
+        const QPointF middle = Item(0).pos();
+        Press(middle);
+        [[maybe_unused]] const auto before = rig->All(std::chrono::milliseconds(0));
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
+        int steps = 0;
+        while (std::chrono::steady_clock::now() < end) {
+            ++steps;
+            MoveTo(middle + way(steps));
+            QCoreApplication::processEvents();
+        }
+        int frames = 0;
+        for (const Stage::Heard& heard : rig->All(std::chrono::milliseconds(0)))
+            frames += DmxOf(heard, 2) ? 1 : 0;
+        Release(middle + way(steps));
+        EXPECT_EQ(Scene().SelectedCount(), 1024);
+        // Half of the pace, for a machine that has more to do.
+        EXPECT_GE(frames, seconds * framesASecond / 2) << "during " << steps << " steps";
+        EXPECT_GE(steps, seconds * 10);
+        Trigger("actionMergerToggle");
+    }
+}
+
+TEST_F(Output, LampsShowTraffic)
+{
+    StartWith(Element({0.5, 0.5}, {0.12, 0.01}));
+    auto* in = Find<LedIndicator>("inTrafficLamp");
+    auto* out = Find<LedIndicator>("outTrafficLamp");
+    window->StartTimers();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return out->IsOn(); }));
+    EXPECT_FALSE(in->IsOn());
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        SendDmx(0);
+        return in->IsOn();
+    }));
+    Pick("networkCombo", "Disabled");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !in->IsOn() && !out->IsOn(); }));
+}
+
+TEST_F(Output, MergingFollowsTheDocument)
+{
+    const QString merging = QStringLiteral(
+        "<UniverseMerging Enabled=\"1\" FromStartSubnet=\"0\" FromStartUniverse=\"2\" "
+        "ConsecutiveUniverses=\"1\" ToStartSubnet=\"0\" ToStartUniverse=\"9\" "
+        "MergerDMXSource=\"PixelWeft\" />\n");
+    const QString show = WriteDocument(Path(QStringLiteral("show.wfm")), 100, 100,
+                                       QStringLiteral("2.0.0.1"), QString(), merging);
+    const QString broken = WriteBytes(Path(QStringLiteral("broken.wfm")), "no document");
+    Start();
+    window->StartTimers();
+    const auto* toggle = Action("actionMergerToggle");
+    EXPECT_FALSE(toggle->isChecked());
+    Import(show);
+    EXPECT_TRUE(toggle->isChecked());
+    EXPECT_GT(FramesWhileSending(2, 9, 100), 0);
+    Trigger("actionSave_File");
+    Import(broken);
+    EXPECT_FALSE(toggle->isChecked());
+    FramesWhileSending(2, 9, 10); // what is still on its way
+    EXPECT_EQ(FramesWhileSending(2, 9, 20), 0) << "nothing of the document before";
+
+    Start();
+    EXPECT_TRUE(Action("actionMergerToggle")->isChecked());
+    EXPECT_EQ(State(), QString()) << "nobody pressed it";
+    QTest::mouseClick(Find<QToolBar>("toolBar")->widgetForAction(Action("actionMergerToggle")),
+                      Qt::LeftButton);
+    EXPECT_EQ(State(), QStringLiteral("unsaved"));
+    person.WillPress(QStringLiteral("Yes"));
+    Trigger("actionNew");
+    EXPECT_FALSE(Action("actionMergerToggle")->isChecked());
+}
+
+TEST_F(Output, WhatTheHostSendsWeDoNot)
+{
+    HostStandIn::Host host;
+    ASSERT_TRUE(host.Start());
+    StartWith(Element({0.5, 0.5}, {0.12, 0.01}));
+    window->StartTimers();
+    // Each tick the host reads who sends; a frame is due every fourth.
+    constexpr int someTicks = 12;
+    int silence = 0;
+    int frames = 0;
+    const auto listen = [&] {
+        host.Pump();
+        for (const std::string& line : host.TakeLines()) {
+            if (line.starts_with("universe")) {
+                ++frames;
+                silence = 0;
+            } else if (line.starts_with("0x31 start")) {
+                ++silence;
+            }
+        }
+    };
+    const auto hearsFrames = [&] {
+        listen();
+        return frames > 2;
+    };
+    ASSERT_TRUE(QTest::qWaitFor(hearsFrames, Patience));
+    Pick("senderCombo", "LoomTap");
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        listen();
+        return silence > someTicks;
+    }));
+    Pick("senderCombo", "Pixel Weft");
+    frames = 0;
+    EXPECT_TRUE(QTest::qWaitFor(hearsFrames));
+}
+
+TEST_F(Output, AddressesOfADeletedRangeGoFromListAndCanvas)
+{
+    WriteDocument(DocumentPath(), 100, 100, QStringLiteral("7.X.X.X"),
+                  Element({0.5, 0.5}, {0.12, 0.01}, 0, 0, 1, QStringLiteral("7.0.0.5")));
+    person.WillPress(QStringLiteral("OK"));
+    person.WillPress(QStringLiteral("OK"));
+    Start();
+    EXPECT_TRUE(Find<QComboBox>("networkCombo")->property("absent").toBool());
+    EXPECT_FALSE(Item(0).HasAutoMark());
+    const QModelIndex address = Find<QTreeView>("mappedTreeView")->model()->index(0, 9);
+    EXPECT_TRUE(address.data().toString().contains(QStringLiteral("7.0.0.5")));
+    person.WillPress(QStringLiteral("Delete"));
+    Pick("networkCombo", "Edit...");
+    EXPECT_TRUE(address.data().toString().contains(QStringLiteral("Auto")));
+    EXPECT_TRUE(Item(0).HasAutoMark());
+}

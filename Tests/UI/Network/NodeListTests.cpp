@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: MIT
+#include <QTreeView>
+
+#include "UI/Network/Machine.h"
+#include "UI/Network/NodeList.h"
+
+namespace {
+
+class NodeListTest : public Machine
+{
+protected:
+    NodeListTest() { choice.Choose(QStringLiteral("2.X.X.X")); }
+    ~NodeListTest() override
+    {
+        const std::unique_ptr<QTreeView> view(list->View());
+        list.reset();
+    }
+
+    /// What the list says after the next pauses: address and uses of each row.
+    QStringList Rows()
+    {
+        for (int pause = 0; pause < 3; ++pause)
+            list->WorkBetweenTicks();
+        QStringList rows;
+        const QAbstractItemModel& model = *list->View()->model();
+        for (int row = 0; row < model.rowCount(); ++row)
+            rows.append(model.index(row, ArtNetNodeModel::IpColumn).data().toString() +
+                        QLatin1Char(' ') +
+                        model.index(row, ArtNetNodeModel::UseCountColumn).data().toString());
+        return rows;
+    }
+    static QStringList Are(std::initializer_list<const char*> rows)
+    {
+        QStringList list;
+        for (const char* row : rows)
+            list.append(QLatin1String(row));
+        return list;
+    }
+
+    std::unique_ptr<NodeList> list = std::make_unique<NodeList>(nodes, manager, engine, choice);
+};
+
+} // namespace
+
+TEST_F(NodeListTest, TheRowsFollowTheDocumentWhoeverAnswers)
+{
+    EXPECT_EQ(Rows(), Are({}));
+    MappedDeviceModel& document = *manager.GetMappedDeviceModel();
+    Place(L"2.0.0.5");
+    const QModelIndex second = Place(L"2.0.0.5");
+    EXPECT_EQ(Rows(), Are({"2.0.0.5 2"}));
+    manager.EditObjectArtNetMappings(
+        {second}, [](DMXMappingArtNet& mapping) { mapping.SetNode(L"2.0.0.6", std::wstring()); });
+    EXPECT_EQ(Rows(), Are({"2.0.0.6 1", "2.0.0.5 1"}));
+    document.RemoveMappingElement(document.GetElement(0)->uniqueID);
+    EXPECT_FALSE(Rows().contains(QStringLiteral("2.0.0.5 1")));
+    manager.ClearAll();
+    nodes.Clear();
+    EXPECT_EQ(Rows(), Are({}));
+}
+
+TEST_F(NodeListTest, NodesThatAnswerShowTheirPorts)
+{
+    ArtNetNodeRecord node;
+    node.ip = "2.0.0.7";
+    node.universes = {{3, 0}, {4, 0}};
+    ASSERT_TRUE(nodes.UpdateNodes({node}));
+    list->RequestRows();
+    EXPECT_EQ(Rows(), Are({"2.0.0.7 0"}));
+    const QModelIndex row = nodes.index(0, 0);
+    EXPECT_EQ(nodes.rowCount(row), 2);
+    EXPECT_TRUE(list->View()->isExpanded(row));
+    // Of another network the list shows others, at once.
+    choice.Choose(QStringLiteral("10.0.0.1"));
+    EXPECT_EQ(nodes.rowCount(), 0);
+    // A discovery without this node leaves it in its place, and it comes with its network again.
+    choice.Choose(QStringLiteral("2.0.0.1"));
+    EXPECT_EQ(Rows(), Are({"2.0.0.7 0"}));
+    list->RequestNodes();
+    EXPECT_EQ(Rows(), Are({"2.0.0.7 0"}));
+    EXPECT_TRUE(nodes.GetLiveNodes().isEmpty()) << "nobody answers here";
+}
