@@ -6,7 +6,7 @@
 #include "Platform/Locale.h"
 #include "UI/Widgets/DeskLook.h"
 
-PixelWeftApp::Ground::Ground()
+PixelWeftApp::Surroundings::Surroundings()
 {
     Platform::UseUtf8TextAndPlainNumbers();
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));

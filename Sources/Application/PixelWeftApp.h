@@ -6,7 +6,7 @@
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Main/WEFTMain.h"
 
-/// The application with its one window, which is built after QApplication and goes before it.
+/// The application with its one window, which is built after QApplication and destroyed before it.
 class PixelWeftApp : public QApplication
 {
     Q_OBJECT
@@ -19,13 +19,13 @@ public:
     bool event(QEvent* event) override;
 
 private:
-    /// What must stand before the window: plain numbers for the first file it reads, the look of
-    /// the desk for the first box.
-    struct Ground
+    /// What must be set before the window is built: plain numbers for the first file that it reads,
+    /// the look for the first box.
+    struct Surroundings
     {
-        Ground();
+        Surroundings();
     };
-    Ground ground_;
+    Surroundings surroundings_;
     WidgetBoxes boxes_;
     WEFTMain window_;
 };

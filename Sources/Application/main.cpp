@@ -49,14 +49,14 @@ struct Globals
 
 int main(int argc, char** argv)
 {
-    // A second start ends here in silence: the first one has the port, the document and the show.
+    // A second instance ends here silently: the first one owns the port and the document.
     if (!Platform::ClaimSingleInstance("Global\\PixelWeft"))
         return 0;
     Platform::UseUtf8TextAndPlainNumbers();
     const Globals globals;
     ReadSwitches(argc, argv);
 
-    // Where a desktop asks for 200 percent by its dots per inch, what is told in pixels grows too.
+    // Where a desktop asks for 200 percent by its dots per inch, lengths in pixels grow too.
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
@@ -71,8 +71,8 @@ int main(int argc, char** argv)
     WEFTMain& window = application.MainWindow();
     window.showNormal();
     window.LoadFirstDocument();
-    // The wish to end may come while a box is open over the first document, and no box opens after
-    // it.
+    // The signal to end may come while a box is open over the first document, and no box opens
+    // after it.
     if (ended)
         return EXIT_SUCCESS;
     window.StartTimers();

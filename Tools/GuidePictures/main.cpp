@@ -31,7 +31,7 @@
 
 namespace {
 
-/// A person who has read every notice before it comes up.
+/// Answers every box at once, so that none is in the picture.
 class QuietBoxes final : public OperatorBoxes
 {
 public:

@@ -5,11 +5,11 @@
 
 #include <QLayout>
 
-FixedDialog::FixedDialog(QSize told, QWidget* parent)
+FixedDialog::FixedDialog(QSize requested, QWidget* parent)
     : QDialog(parent)
-    , told_(told)
+    , requested_(requested)
 {
-    setFixedSize(told);
+    setFixedSize(requested);
 }
 
 QDialogButtonBox* FixedDialog::MakeButtons(QDialogButtonBox::StandardButtons which)
@@ -24,9 +24,9 @@ QDialogButtonBox* FixedDialog::MakeButtons(QDialogButtonBox::StandardButtons whi
 void FixedDialog::showEvent(QShowEvent* event)
 {
     // Only now the fonts of the style are known. A wrapped text needs its height at this width.
-    const int width = std::max(told_.width(), layout()->totalMinimumSize().width());
+    const int width = std::max(requested_.width(), layout()->totalMinimumSize().width());
     const int height = layout()->hasHeightForWidth() ? layout()->minimumHeightForWidth(width)
                                                      : layout()->totalMinimumSize().height();
-    setFixedSize(width, std::max(told_.height(), height));
+    setFixedSize(width, std::max(requested_.height(), height));
     QDialog::showEvent(event);
 }

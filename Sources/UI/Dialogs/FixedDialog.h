@@ -4,14 +4,14 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 
-/// A dialog of a fixed size, which is the told one (in device-independent pixels) or what its texts
-/// need in the desktop's font.
+/// A dialog of a fixed size: the requested one (in device-independent pixels), or more where its
+/// texts need more in the desktop's font.
 class FixedDialog : public QDialog
 {
     Q_OBJECT
 
 public:
-    FixedDialog(QSize told, QWidget* parent);
+    FixedDialog(QSize requested, QWidget* parent);
 
 protected:
     /// Buttons that accept and reject the dialog, whose layout owns them.
@@ -20,5 +20,5 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    QSize told_;
+    QSize requested_;
 };

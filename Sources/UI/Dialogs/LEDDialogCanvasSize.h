@@ -6,7 +6,7 @@
 class QCheckBox;
 class QSpinBox;
 
-/// Asks for the size of the canvas in pixels, and what becomes of the fixtures on it.
+/// Asks for the size of the canvas in pixels, and what becomes of the elements on it.
 class LEDDialogCanvasSize : public FixedDialog
 {
     Q_OBJECT

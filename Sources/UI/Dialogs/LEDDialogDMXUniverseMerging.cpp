@@ -100,7 +100,7 @@ void LEDDialogDMXUniverseMerging::Build()
                   tr("Universe ranges \"Merge From\" and \"Merge To\" should never overlap."));
     universeOverlapWarning->setStyleSheet(QStringLiteral("color: rgb(252, 0, 0);"));
     universeOverlapWarning->setWordWrap(true);
-    // Nothing jumps under the mouse when it comes.
+    // Nothing moves under the mouse when the warning appears.
     QSizePolicy keepsPlace = universeOverlapWarning->sizePolicy();
     keepsPlace.setRetainSizeWhenHidden(true);
     universeOverlapWarning->setSizePolicy(keepsPlace);

@@ -33,7 +33,7 @@ public:
     [[nodiscard]] const UniverseMerging& GetUniverseMerging() const { return merging_; }
 
 signals:
-    /// The operator wants the settings to hold now. A later reject takes that back.
+    /// The settings are to take effect now. A later reject takes that back.
     void apply();
 
 public slots:

@@ -34,7 +34,7 @@ LedDialogAddIPrange::LedDialogAddIPrange(QWidget* parent)
     deleteButton->setAutoDefault(false);
     connect(deleteButton, &QPushButton::clicked, this, &LedDialogAddIPrange::DeleteItem);
 
-    // Delete has no question behind it: it stands away from the other two.
+    // Delete asks no question: it is placed apart from the other two.
     auto* row = new QHBoxLayout;
     row->addWidget(deleteButton);
     row->addWidget(buttons);

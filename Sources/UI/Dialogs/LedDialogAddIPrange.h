@@ -6,7 +6,7 @@
 class IPCtrlManualIPRange;
 class QPushButton;
 
-/// Asks for a range of addresses, such as 2.X.X.X, that stands for a network. Its results are
+/// Asks for a range of addresses, such as 2.X.X.X, that names a network. Its results are
 /// accepted, rejected and `Deleted`; what becomes of the range is its caller's work.
 class LedDialogAddIPrange : public FixedDialog
 {

@@ -5,7 +5,7 @@
 #include <QString>
 #include <QStringList>
 
-/// The boxes through which the program speaks with the operator. The program shows real ones; a
+/// The boxes in which the program asks and informs the operator. The program shows real ones; a
 /// test can give the answers itself. All of them wait for the answer; frames go on meanwhile.
 class OperatorBoxes
 {

@@ -10,7 +10,7 @@ OperatorNotices::OperatorNotices(Box box)
     QObject::connect(&soon_, &QTimer::timeout, &soon_, [this] { Show(); });
 }
 
-void OperatorNotices::Tell(const Notice& notice)
+void OperatorNotices::Add(const Notice& notice)
 {
     if (waiting_.contains(notice))
         return;

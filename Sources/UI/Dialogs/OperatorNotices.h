@@ -9,9 +9,9 @@
 
 class QWidget;
 
-/// What the operator should read, and need not answer. Nobody may be there, so nothing waits for
-/// it: a notice comes when the program is done with what it is at, one after the other, and a
-/// network that comes and goes all night leaves one box and not a pile.
+/// What the operator should read, and need not answer. Nobody may be there, so the program never
+/// waits for it: notices appear one after the other when the event loop runs again, and a network
+/// that comes and goes all night leaves one box and not a pile.
 class OperatorNotices
 {
 public:
@@ -27,14 +27,14 @@ public:
     using Box = std::function<void(const Notice&)>;
     explicit OperatorNotices(Box box);
 
-    /// Returns at once. What waits or stands in an open box is not told twice.
-    void Tell(const Notice& notice);
+    /// Returns at once. A notice that already waits or is shown is not added again.
+    void Add(const Notice& notice);
     /// Shows what waits, now, and returns when all of it was read.
     void Show();
 
 private:
     Box box_;
-    QList<Notice> waiting_; ///< the first one stands in the open box
+    QList<Notice> waiting_; ///< the first one is in the open box
     bool open_ = false;
     QTimer soon_;
 };

@@ -21,7 +21,7 @@ int Ask(OperatorBoxes& boxes, const QString& question, const QStringList& answer
     choice.text = question;
     choice.buttons = answers;
     const int pressed = boxes.Choose(choice);
-    // None only when the program ends under the box: the library stays as it is.
+    // No button only when the program ends while the box is open: the library stays as it is.
     return pressed >= 0 ? pressed : KeepFixture;
 }
 

@@ -67,7 +67,7 @@ void LEDDeviceListView::mouseMoveEvent(QMouseEvent* event)
 {
     if (!event->buttons().testFlag(Qt::LeftButton) || !pressedFixture_)
         return QTreeView::mouseMoveEvent(event);
-    // On the way there Qt would select the rows that the mouse passes over, and drag another one.
+    // Before that Qt would select each row that the mouse passes over, and drag the wrong one.
     if ((event->pos() - pressPosition_).manhattanLength() < QApplication::startDragDistance())
         return;
     auto load = DragData();

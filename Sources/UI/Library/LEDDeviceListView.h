@@ -19,8 +19,8 @@ class LEDDeviceListView : public QTreeView
 public:
     explicit LEDDeviceListView(QWidget* parent = nullptr);
 
-    /// `manager` outlives the view; its library's proxy is the view's model by then. Hides what
-    /// only the program reads.
+    /// `manager` outlives the view; its library's proxy is the view's model by then. Hides the
+    /// columns that only the program reads.
     void SetDeviceManager(DeviceManager* manager);
     /// The model forgets its columns with every reload.
     void SetUpColumns();

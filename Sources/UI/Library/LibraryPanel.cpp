@@ -81,12 +81,11 @@ void LibraryPanel::WatchLibrary()
             &LibraryPanel::UpdateButtonStatesFromDeviceListSelection);
     connect(parts_.manager.GetDeviceListProxy(), &QAbstractItemModel::modelReset, this,
             &LibraryPanel::UpdateButtonStatesFromDeviceListSelection);
-    // A list that was empty has all its columns with its first row, and no use for them before the
-    // header is done.
+    // An empty list gets all its columns with its first row. Queued: the header must be done first.
     connect(view_->header(), &QHeaderView::sectionCountChanged, this, &LibraryPanel::SetUpColumns,
             Qt::QueuedConnection);
     // Queued: the library is also saved at the start, before the frames run, and nobody may be
-    // there to press the button.
+    // there to close the box.
     const auto notify = [this](auto signal, const QString& title, const QString& text) {
         connect(
             &parts_.manager, signal, this,

@@ -3,8 +3,8 @@
 
 #include <span>
 
-/// Where the actions of the rooms stand. Each entry is the object name of an action, a submenu or a
-/// widget of the window; null is a separator.
+/// Where the actions of the rooms go in menus and tool bar. Each entry is the object name of an
+/// action, a submenu or a widget of the window; null is a separator.
 namespace ActionPlaces {
 
 /// One menu of the menu bar with its entries in order. The title is the untranslated one.

@@ -26,7 +26,7 @@ namespace {
 
 constexpr int DefaultCanvasSize = 100;
 
-/// Also for a name in other letters, which a share may take for the same, and through a link.
+/// Also through a link, and for a name in other case, which a network share may take for the same.
 bool IsSameFile(const QString& one, const QString& other)
 {
     const QFileInfo first(one);
@@ -86,17 +86,17 @@ void DocumentLife::LoadFirst()
     parts_.network.ChooseFirst();
     parts_.network.updateArtNetOutput();
     if (exists)
-        parts_.notices.Tell(
+        parts_.notices.Add(
             {&parts_.window, tr("Mapping Not Read"),
              tr("The mapping %1 could not be read.\n\n%2")
                  .arg(mappingFilePath, kept.isEmpty() ? tr("It stays as it is until you save.")
                                                       : tr("It is kept as %1.").arg(kept))});
-    // A file that could not even be renamed is not written over without the operator's wish.
+    // A file that could not even be renamed is not overwritten without the operator's consent.
     if (exists && kept.isEmpty())
         parts_.manager.SetDocumentDirty(true);
     else if (!Write())
-        parts_.notices.Tell({&parts_.window, tr("Mapping Not Saved"),
-                             tr("The mapping could not be saved to %1.").arg(mappingFilePath)});
+        parts_.notices.Add({&parts_.window, tr("Mapping Not Saved"),
+                            tr("The mapping could not be saved to %1.").arg(mappingFilePath)});
 }
 
 void DocumentLife::OfferUnsavedWork()

@@ -40,12 +40,13 @@ public:
     void SetMappingFilePath(const QString& path) { mappingFilePath = path; }
     [[nodiscard]] const QString& GetMappingFilePath() const { return mappingFilePath; }
 
-    /// Loads the document, or begins a new one on the first network and saves it at once.
+    /// Loads the document at the mapping file path. Without one, starts a new document on the first
+    /// network and saves it at once.
     void LoadFirst();
     /// Asks what becomes of the work that an earlier run left unsaved, if there is any.
     void OfferUnsavedWork();
 
-    /// Whether the program may end: asks when there is unsaved work.
+    /// Whether the program may end. Asks the operator when there is unsaved work.
     [[nodiscard]] bool MayClose();
 
 public slots:
@@ -55,7 +56,7 @@ public slots:
     void ActionImport();
     void ActionExport();
     /// Writes the document. A save that fails leaves the old file whole and the document unsaved,
-    /// and the operator reads of it.
+    /// and the operator gets a notice.
     void ActionSaveFile();
     void UpdateCanvasSize(int width, int height);
 
@@ -64,15 +65,15 @@ signals:
     void cleared();
     /// A document is in the model.
     void loaded();
-    /// The size of the canvas was set, be it another one or not.
+    /// The size of the canvas was set, to another one or the same.
     void canvasSizeChanged();
-    /// The file was written: a host beside us reads it again.
+    /// The file was written: the host reads it again.
     void FileSaved();
 
 private:
     void AddActions();
     /// Loads another file into the document, after a question when there is unsaved work. False
-    /// leaves an empty document, or all as it was when the operator wants that.
+    /// leaves an empty document, or the present one when the operator wants that.
     bool Import(const QString& path);
     bool Write();
     bool LoadInto(const QString& path);

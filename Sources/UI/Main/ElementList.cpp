@@ -20,8 +20,7 @@ ElementList::ElementList(DeviceManager& manager)
     view_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view_->setModel(manager.GetMappedObjectListProxy());
     view_->sortByColumn(MappedDeviceModel::ManufacturerColumn, Qt::AscendingOrder);
-    // A list that was empty has all its columns with its first row, and no use for them before the
-    // header is done.
+    // An empty list gets all its columns with its first row. Queued: the header must be done first.
     connect(view_->header(), &QHeaderView::sectionCountChanged, this, &ElementList::SetUpColumns,
             Qt::QueuedConnection);
     SetUpColumns();

@@ -5,8 +5,8 @@
 
 class OperatorBoxes;
 
-/// The platform services, with the key of the host's mode, while it lives. The registry stays
-/// behind: nothing holds on to it.
+/// Installs the platform services, with the registry key of the mode, and frees them at its end.
+/// The registry service stays: nothing refers to it.
 class ServicesInUse
 {
 public:

@@ -52,7 +52,7 @@ void UnsavedWork::Watch(const QString& mappingFilePath)
         else
             NoteChange();
     });
-    // An undone step changes the document and says nothing of its saved state.
+    // An undone step changes the document without a signal about its saved state.
     const MappedDeviceModel* document = manager_.GetMappedDeviceModel();
     connect(&manager_, &DeviceManager::devicesChangedGeometry, this, &UnsavedWork::NoteChange);
     connect(&manager_, &DeviceManager::mappingsChanged, this, &UnsavedWork::NoteChange);
@@ -88,7 +88,7 @@ void UnsavedWork::Discard()
 
 void UnsavedWork::NoteChange()
 {
-    // Not started anew by each change: a long drag is kept while it goes on.
+    // Not restarted by each change, so that a long drag is kept while it lasts.
     if (!timer_.isActive())
         timer_.start();
 }

@@ -10,10 +10,10 @@
 class ArtNetNodeModel;
 class DeviceManager;
 
-/// Keeps a copy of unsaved work beside the document, so that a crash or a power cut costs seconds
-/// and not the evening. The copy exists only while there is something unsaved; the document's own
-/// file is never touched. The operator notices nothing of it: the text is made and brought to the
-/// disk beside the frames.
+/// Keeps a copy of unsaved work beside the document, so that a crash or a power cut costs
+/// seconds of work and not hours. The copy exists only while there is something unsaved; the
+/// document's own file is never touched. Writing never delays a frame by much: the text is made in
+/// a pause, and a thread of its own writes it to the disk.
 class UnsavedWork : public QObject
 {
     Q_OBJECT
@@ -21,8 +21,8 @@ class UnsavedWork : public QObject
 public:
     /// Both outlive this object. Nothing is written before Watch.
     UnsavedWork(DeviceManager& manager, const ArtNetNodeModel& nodes);
-    /// A change that still waits is kept: this end was not the operator's wish, which begins with
-    /// Discard.
+    /// Writes a change that still waits: the operator didn't ask for this end, or Discard would
+    /// have come before.
     ~UnsavedWork() override;
 
     /// From now on the unsaved work of the document at `mappingFilePath` is kept.
@@ -32,7 +32,7 @@ public:
     /// Whether an earlier run left work that differs from the document or can't be read.
     [[nodiscard]] static bool IsLeftOver(const QString& mappingFilePath);
 
-    /// The operator is done with it, in one way or the other.
+    /// Removes the copy: the work was saved or given up.
     void Discard();
 
     static constexpr int WriteMilliseconds = 3000;

@@ -48,8 +48,8 @@ namespace {
 
 constexpr int NodesMilliseconds = 1000;
 constexpr int NetworkMilliseconds = 3000;
-/// After a tick the frame is still on its way through the I/O thread, which may wait for the very
-/// processor that we run on: the system may leave it to us for 4 ms.
+/// After a tick the I/O thread still sends the frame, and may have to wait for this processor: the
+/// scheduler may leave it to us for 4 ms.
 constexpr int PauseAfterTickMilliseconds = 5;
 constexpr int NewCanvasSize = 100;
 constexpr int UndoLimit = 10;
@@ -92,7 +92,7 @@ WEFTMain::WEFTMain(OperatorBoxes& boxes)
     setWindowTitle(ProgramTitle());
 }
 
-// The members' order is all that the end needs: see there.
+// The order of the members is the order of the end.
 WEFTMain::~WEFTMain() = default;
 
 // ---- Building ----------------------------------------------------------------------------------
@@ -107,7 +107,7 @@ void WEFTMain::BuildParts()
     frameLoop_ = std::make_unique<FrameLoop>(*deviceManager_, *engine_, selectionSet);
     network_ = std::make_unique<NetworkChoice>(GetIPRange::Instance(), settings_, *deviceManager_,
                                                *engine_, [this](const QString& text) {
-                                                   notices_.Tell({nullptr, QString(), text});
+                                                   notices_.Add({nullptr, QString(), text});
                                                });
     preferences_ = std::make_unique<ExternalServerPreferences>();
     network_->SetHostPreferences(preferences_.get());
@@ -282,7 +282,7 @@ void WEFTMain::LoadWindowSettings()
     const QSettings* store = settings_.Load();
     resize(store->value(QStringLiteral("lastSize"), DefaultSize).toSize());
     move(store->value(QStringLiteral("lastPosition"), DefaultPosition).toPoint());
-    // The screen that it stood on may be gone.
+    // The screen of the last run may be gone.
     if (!QGuiApplication::screenAt(geometry().center()))
         move(DefaultPosition);
     testPattern_->ReadSettings(*store);

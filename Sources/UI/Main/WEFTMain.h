@@ -93,7 +93,8 @@ private:
     void ApplyPreferences();
     void ReadSelection();
 
-    // The parts are built in about this order, and go in the reverse one: each before what it uses.
+    // The order matters: members are destroyed from the last to the first, each before what it
+    // uses. The services are freed after all that may still write a file, and before the engine.
     OperatorBoxes& boxes_;
     OperatorNotices notices_;
     WEFTDialogPreferences preferencesDialog_;

@@ -18,15 +18,15 @@ HostSettings::HostSettings(ExternalServerPreferences& preferences, NetworkChoice
     , network_(network)
 {}
 
-HostSettings::Told HostSettings::InPreferences() const
+HostSettings::Report HostSettings::InPreferences() const
 {
     return {preferences_.IsArtNet(), preferences_.artNetIPAddress};
 }
 
-bool HostSettings::IsDue(const Told& told)
+bool HostSettings::IsDue(const Report& report)
 {
     const std::int64_t now = Platform::MonotonicNanoseconds();
-    if (told == handled_ && now - handledTime_ < RepeatInterval)
+    if (report == handled_ && now - handledTime_ < RepeatInterval)
         return false;
     handledTime_ = now;
     return true;
@@ -38,21 +38,21 @@ void HostSettings::artNetDMXInputSettingsReceived(bool enabled, const std::wstri
     if (preferences_.mode != ApplicationMode::BesideReelCommand)
         return;
     emit usedUniversesReceived(usedUniverses);
-    const Told told{enabled, IP};
-    const Told before = InPreferences();
-    if (told == before) {
+    const Report report{enabled, IP};
+    const Report before = InPreferences();
+    if (report == before) {
         handled_.reset();
         return;
     }
-    if (!IsDue(told))
+    if (!IsDue(report))
         return;
     if (!preferences_.Load())
         ZEN_LOG_INFO("The preferences of the host can't be read");
-    // Each registration anew costs frames: one for each thing that the host tells, and one when its
+    // Each new registration costs frames: one registration for each report, and one when the
     // preferences have followed.
-    if (told == handled_ && InPreferences() == before)
+    if (report == handled_ && InPreferences() == before)
         return;
-    handled_ = told;
+    handled_ = report;
     network_.updateArtNetOutput();
     emit artNetDMXInputSettingsChanged(enabled, IP);
 }

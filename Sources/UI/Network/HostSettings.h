@@ -12,8 +12,8 @@
 class ExternalServerPreferences;
 class NetworkChoice;
 
-/// Follows the DMX input settings that a host tells over the control channel. Only ReelCommand has
-/// any; beside another host nothing happens here.
+/// Follows the DMX input settings that the host reports over the control channel. Only ReelCommand
+/// reports any; beside another host nothing happens here.
 class HostSettings : public QObject
 {
     Q_OBJECT
@@ -23,9 +23,9 @@ public:
     HostSettings(ExternalServerPreferences& preferences, NetworkChoice& network);
 
 public slots:
-    /// When the host tells something else than its preferences did, they are read again and the
-    /// output follows. A host repeats itself 40 times a second: what its preferences still
-    /// contradict after that is looked up once a second.
+    /// When the settings differ from those in the preferences, the preferences are read again and
+    /// the output follows. The host repeats its report 40 times a second: a report that the
+    /// preferences still contradict is looked up once a second.
     void artNetDMXInputSettingsReceived(bool enabled, const std::wstring& IP,
                                         std::vector<int>& usedUniverses);
 
@@ -35,13 +35,13 @@ signals:
     void usedUniversesReceived(const std::vector<int>& usedUniverses);
 
 private:
-    using Told = std::pair<bool, std::wstring>;
+    using Report = std::pair<bool, std::wstring>;
 
-    [[nodiscard]] Told InPreferences() const;
-    [[nodiscard]] bool IsDue(const Told& told);
+    [[nodiscard]] Report InPreferences() const;
+    [[nodiscard]] bool IsDue(const Report& report);
 
     ExternalServerPreferences& preferences_;
     NetworkChoice& network_;
-    std::optional<Told> handled_; ///< what was told last and differed
+    std::optional<Report> handled_; ///< the last one that differed
     std::int64_t handledTime_ = 0;
 };

@@ -21,7 +21,7 @@ class NetworkChoice : public QObject
     Q_OBJECT
 
 public:
-    /// Takes a text for the operator, who reads it later: the light doesn't wait for anybody.
+    /// Takes a text for the operator, who reads it later: the output doesn't wait for that.
     using Notice = std::function<void(const QString&)>;
 
     /// Everything but `notice` outlives this object.
@@ -35,14 +35,14 @@ public:
     /// Takes the network that a document names, with the notices that go with it.
     void ChooseFromDocument(const std::wstring& documentText);
 
-    /// The first network there is, for a document that is made anew.
+    /// The first network there is, for a new document.
     void ChooseFirst();
 
-    /// Elements for a node that is nowhere any more, in no known network and not entered by hand,
-    /// are for nobody in particular again.
+    /// Elements lose the address of a node that is in no known network and was not entered by hand:
+    /// they are sent to "Auto" again.
     void ClearStaleAddresses(const ArtNetNodeModel& nodes);
 
-    /// Where merged DMX comes in. Null preferences: at the chosen network.
+    /// Where merged DMX is received when the host is its source. Null: on the chosen network.
     void SetHostPreferences(const ExternalServerPreferences* preferences);
 
     /// The wanted network, as a text of the list of networks; empty for none.
@@ -54,11 +54,11 @@ public:
 public slots:
     /// Hands the choice and the merger's settings to the output.
     void updateArtNetOutput();
-    /// Every 3 seconds: takes up a chosen network that has come, or come back.
+    /// Every 3 seconds: takes up a chosen network that appeared or came back.
     void CheckNetworkUpdates();
 
 signals:
-    /// The known networks, the choice, or what is sent in it is another.
+    /// The known networks, the choice or the addresses of elements changed.
     void networkChanged();
 
 private:

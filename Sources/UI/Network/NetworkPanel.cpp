@@ -113,7 +113,7 @@ QAction* NetworkPanel::AddMergerAction(const char* name, const char* icon, const
     QAction* action = parts_.toolBar.addAction(ActionIcon(icon), text);
     action->setObjectName(QLatin1String(name));
     action->setToolTip(toolTip);
-    // No menu has it: the keyboard reaches it here.
+    // It is in no menu, so the keyboard must reach it here.
     parts_.toolBar.widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
     return action;
 }
@@ -135,7 +135,7 @@ void NetworkPanel::AddMerger()
 
 void NetworkPanel::RefillNetworks()
 {
-    // It is filled when it closes.
+    // The list is filled when it closes.
     if (networkCombo_->IsOpen())
         return;
     const QSignalBlocker silent(networkCombo_);
@@ -177,7 +177,7 @@ void NetworkPanel::ShowState(bool connected)
     networkCombo_->setToolTip(state);
     networkCombo_->setAccessibleDescription(state);
     networkCombo_->setProperty("absent", !connected);
-    // A style sheet looks at a property once.
+    // A style sheet reads a property only when the widget is polished.
     networkCombo_->style()->unpolish(networkCombo_);
     networkCombo_->style()->polish(networkCombo_);
 }

@@ -51,13 +51,14 @@ public slots:
     void ActionToggleMergingUniverses(bool checked);
     void ActionMergingUniversesSettings();
 
-    /// Lists the networks as they are now. A list that is open is left alone until it closes.
+    /// Lists the networks as they are now. An open list stays as it is until it closes.
     void RefillNetworks();
     /// Shows whether the document merges.
     void ShowMerging();
 
 signals:
-    /// The host told other settings of its DMX input: they reach the merger's settings if open.
+    /// The host reported other settings of its DMX input, which the merger's dialog shows when
+    /// open.
     void artNetDMXInputSettingsChanged(bool enabled, const std::wstring& ip);
 
 private:

@@ -26,7 +26,7 @@ NodeList::NodeList(ArtNetNodeModel& nodes, DeviceManager& manager, LEDEngine& en
               WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Fixture Nodes")));
     view_->setModel(&nodes_);
     view_->sortByColumn(ArtNetNodeModel::IpColumn, Qt::AscendingOrder);
-    // The ports of a node are always in sight.
+    // The ports of a node are always visible.
     connect(&nodes_, &ArtNetNodeModel::rowsInserted, view_,
             [this](const QModelIndex& parent, int first, int last) {
                 view_->expand(parent);

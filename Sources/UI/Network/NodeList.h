@@ -29,9 +29,9 @@ public:
 public slots:
     /// The next pause takes the latest discovery.
     void RequestNodes() { nodesDue_ = true; }
-    /// The next pause rebuilds the rows: what they say of the document may have changed.
+    /// The next pause rebuilds the rows: the document may have changed.
     void RequestRows() { rowsDue_ = true; }
-    /// One portion of what is due.
+    /// Does one portion of what is due.
     void WorkBetweenTicks();
 
     /// Takes the latest discovery now; the rows follow in a pause.

@@ -13,7 +13,7 @@ class QSettings;
 
 /// Which picture the canvas shows and the engine samples: one of two built-in pictures, one file of
 /// the user or the pictures of one directory. The selection counts through them in this order, and
-/// a picture that can't be read is passed over without a word. Main thread only.
+/// a picture that can't be read is skipped without a message. Main thread only.
 class LEDTestPatternControl : public QObject
 {
     Q_OBJECT
@@ -22,16 +22,17 @@ public:
     explicit LEDTestPatternControl(QObject* parent = nullptr);
     ~LEDTestPatternControl() override;
 
-    /// The picture now in force; null before the first Update.
+    /// The current picture; null before the first Update.
     [[nodiscard]] QPixmap* GetPixmap() const { return pixmap_.get(); }
     [[nodiscard]] std::int32_t GetSelection() const { return selection_; }
 
-    /// Loads the selected picture, corrects the selection where nothing is behind it, and tells.
+    /// Loads the selected picture, corrects a selection that has no
+    /// picture, and emits testPatternChange.
     void Update();
 
-    /// The pictures of this directory from now on.
+    /// Shows the pictures of this directory, from its second one when there is no user file.
     void SetDirectory(const QString& directory);
-    /// This file of the user from now on.
+    /// Shows this file.
     void SetFile(const QString& file);
     void Next();
     void Previous();
@@ -41,7 +42,7 @@ public:
     void WriteSettings(QSettings& store) const;
 
 signals:
-    /// The old picture lives until everybody has taken the new one.
+    /// The old picture lives until all receivers have taken the new one.
     void testPatternChange(QPixmap* newtestpattern);
 
 private:

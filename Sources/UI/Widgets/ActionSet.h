@@ -25,7 +25,7 @@ struct ActionRow
 [[nodiscard]] QString WindowText(const char* text);
 
 /// The actions of one room, which adds each one beside what performs it. Where an action stands in
-/// menus and tool bar is the window's matter: the window finds it by its object name.
+/// menus and tool bar is decided in UI/Main, by its object name.
 class ActionSet
 {
 public:

@@ -51,12 +51,12 @@ IPCtrl::IPCtrl(QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->setSpacing(0);
     row->setContentsMargins(1, 1, 1, 1);
-    for (int place = 0; place < static_cast<int>(fields.size()); ++place) {
+    for (int place = 0; place < static_cast<int>(fields_.size()); ++place) {
         if (place > 0)
             row->addWidget(new QLabel(QStringLiteral(".")));
         AddField(place);
     }
-    setFocusProxy(fields.front());
+    setFocusProxy(fields_.front());
     // Only after the field has taken its key.
     connect(this, &IPCtrl::signalTextChanged, this, &IPCtrl::slotTextChanged, Qt::QueuedConnection);
 }
@@ -78,21 +78,21 @@ void IPCtrl::AddField(int place)
     field->setValidator(new QRegularExpressionValidator(octet, field));
     field->installEventFilter(this);
     layout()->addWidget(field);
-    fields[static_cast<std::size_t>(place)] = field;
+    fields_[static_cast<std::size_t>(place)] = field;
 }
 
 void IPCtrl::Clear()
 {
-    for (QLineEdit* field : fields)
+    for (QLineEdit* field : fields_)
         field->clear();
 }
 
 void IPCtrl::SetIP(const QString& address)
 {
     const QStringList octets = address.split(QLatin1Char('.'));
-    if (octets.size() == static_cast<int>(fields.size())) {
+    if (octets.size() == static_cast<int>(fields_.size())) {
         for (int place = 0; place < octets.size(); ++place)
-            SetOctet(octets[place], *fields[static_cast<std::size_t>(place)]);
+            SetOctet(octets[place], *fields_[static_cast<std::size_t>(place)]);
     }
     FocusFirstEditable();
 }
@@ -101,9 +101,9 @@ void IPCtrl::SetIPAndMask(const QString& address, const QString& network)
 {
     const QStringList octets = address.split(QLatin1Char('.'));
     const QStringList mask = network.split(QLatin1Char('.'));
-    if (octets.size() == static_cast<int>(fields.size()) && mask.size() == octets.size()) {
+    if (octets.size() == static_cast<int>(fields_.size()) && mask.size() == octets.size()) {
         for (int place = 0; place < octets.size(); ++place)
-            SetMaskedOctet(octets[place], mask[place], *fields[static_cast<std::size_t>(place)]);
+            SetMaskedOctet(octets[place], mask[place], *fields_[static_cast<std::size_t>(place)]);
     }
     FocusFirstEditable();
 }
@@ -121,7 +121,7 @@ QString IPCtrl::GetIPWithWildcards() const
 QString IPCtrl::Joined(const QString& forEmpty) const
 {
     QStringList octets;
-    for (const QLineEdit* field : fields)
+    for (const QLineEdit* field : fields_)
         octets.append(field->text().isEmpty() ? forEmpty : field->text());
     return octets.join(QLatin1Char('.'));
 }
@@ -130,8 +130,8 @@ QString IPCtrl::Joined(const QString& forEmpty) const
 
 bool IPCtrl::eventFilter(QObject* watched, QEvent* event)
 {
-    const auto field = std::find(fields.begin(), fields.end(), watched);
-    if (field == fields.end())
+    const auto field = std::find(fields_.begin(), fields_.end(), watched);
+    if (field == fields_.end())
         return QFrame::eventFilter(watched, event);
     if (event->type() == QEvent::KeyPress)
         HandleKey(**field, *static_cast<QKeyEvent*>(event));
@@ -172,7 +172,7 @@ void IPCtrl::HandleKey(QLineEdit& field, const QKeyEvent& key)
             MoveToNext(field);
         return;
     default:
-        // Shift moves nothing by itself: the X that it makes belongs into this field.
+        // Shift moves nothing by itself: the X that it makes belongs to this field.
         if (IsModifier(key.key()))
             return;
     }
@@ -212,9 +212,9 @@ void IPCtrl::MoveToPrevious(QLineEdit& field)
 
 void IPCtrl::FocusFirstEditable()
 {
-    const auto field = std::find_if(fields.begin(), fields.end(),
+    const auto field = std::find_if(fields_.begin(), fields_.end(),
                                     [](const QLineEdit* each) { return !each->isReadOnly(); });
-    if (field == fields.end())
+    if (field == fields_.end())
         return;
     setFocusProxy(*field);
     (*field)->setFocus();
@@ -223,9 +223,9 @@ void IPCtrl::FocusFirstEditable()
 
 QLineEdit* IPCtrl::Neighbour(const QLineEdit& field, int step) const
 {
-    const auto place = std::find(fields.begin(), fields.end(), &field) - fields.begin() + step;
-    const bool exists = place >= 0 && place < static_cast<int>(fields.size());
-    return exists ? fields[static_cast<std::size_t>(place)] : nullptr;
+    const auto place = std::find(fields_.begin(), fields_.end(), &field) - fields_.begin() + step;
+    const bool exists = place >= 0 && place < static_cast<int>(fields_.size());
+    return exists ? fields_[static_cast<std::size_t>(place)] : nullptr;
 }
 
 void IPCtrl::showEvent(QShowEvent* event)

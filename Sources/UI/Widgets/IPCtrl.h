@@ -9,8 +9,8 @@
 class QKeyEvent;
 class QLineEdit;
 
-/// An IPv4 address in four fields, each a number from 0 to 255 or an X. The focus moves from field
-/// to field as one types. How an octet looks, and when its field is done, is for the subclasses.
+/// An IPv4 address in four fields, each a number from 0 to 255 or an X. The focus moves on
+/// while the operator types. How an octet looks, and when its field is done, is for the subclasses.
 class IPCtrl : public QFrame
 {
     Q_OBJECT
@@ -60,5 +60,5 @@ private:
     [[nodiscard]] QLineEdit* Neighbour(const QLineEdit& field, int step) const;
     [[nodiscard]] QString Joined(const QString& forEmpty) const;
 
-    std::array<QLineEdit*, 4> fields{};
+    std::array<QLineEdit*, 4> fields_{};
 };

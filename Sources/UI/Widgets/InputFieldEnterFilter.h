@@ -3,8 +3,8 @@
 
 #include <QObject>
 
-/// Installed on the input fields of a dialog, it swallows Return and Enter: who ends a number with
-/// them doesn't mean to end the dialog.
+/// Installed on the input fields of a dialog, it swallows Return and Enter: an operator who
+/// ends a number with them doesn't mean to end the dialog.
 class InputFieldEnterFilter final : public QObject
 {
     Q_OBJECT

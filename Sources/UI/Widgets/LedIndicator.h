@@ -8,7 +8,7 @@
 #include <QTimer>
 #include <QWidget>
 
-/// A lamp that tells of traffic: it lights with toggleOn() and goes out by itself 100 to 200 ms
+/// A lamp that shows traffic: it lights with toggleOn() and goes out by itself 100 to 200 ms
 /// after the last call, so that a steady stream keeps it lit without flicker.
 class LedIndicator : public QWidget
 {
@@ -18,7 +18,6 @@ public:
     explicit LedIndicator(QWidget* parent = nullptr);
 
     [[nodiscard]] bool IsOn() const { return on_; }
-    [[nodiscard]] QColor GetColor() const { return color_; }
     void SetColor(const QColor& color);
 
     static constexpr int SideLength = 28;

@@ -22,7 +22,7 @@ bool SteadyComboBox::IsOpen() const
 
 bool SteadyComboBox::eventFilter(QObject* watched, QEvent* event)
 {
-    // Queued: Qt hides the list first and tells the choice then.
+    // Queued: Qt hides the list before it emits the choice.
     if (watched == view() && event->type() == QEvent::Hide)
         QMetaObject::invokeMethod(this, &SteadyComboBox::closed, Qt::QueuedConnection);
     return QComboBox::eventFilter(watched, event);

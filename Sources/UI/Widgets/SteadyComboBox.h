@@ -3,8 +3,8 @@
 
 #include <QComboBox>
 
-/// A list whose choice reaches the stage at once, so only a choice that is meant counts: the wheel
-/// and keys that pass by change nothing. Arrows, Space and Return open the list; Return in it
+/// A list whose choice takes effect on the output at once, so only a deliberate choice counts: the
+/// wheel and other keys change nothing. Arrows, Space and Return open the list; Return in it
 /// chooses.
 class SteadyComboBox : public QComboBox
 {
@@ -13,11 +13,11 @@ class SteadyComboBox : public QComboBox
 public:
     explicit SteadyComboBox(QWidget* parent = nullptr);
 
-    /// The operator is at the list: what it says must not move.
+    /// While the list is open its entries must not change.
     [[nodiscard]] bool IsOpen() const;
 
 signals:
-    /// The list is closed, and what was chosen in it was told.
+    /// The list is closed, after the signal of what was chosen in it.
     void closed();
 
 protected:

@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTest>
 #include <QUndoStack>
@@ -17,6 +18,7 @@
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "Settings/FixtureLibraryPath.h"
+#include "Support/Literals.h"
 #include "Support/Operator.h"
 #include "Support/TemporaryFolder.h"
 #include "UI/Dialogs/OperatorBoxes.h"
@@ -46,8 +48,8 @@ protected:
         manager->LoadLibrary(GetFixtureLibraryPath());
         panel = std::make_unique<LibraryPanel>(LibraryPanel::Parts{*manager, steps, boxes, window});
         window.setCentralWidget(panel->Contents());
-        list = window.findChild<LEDDeviceListView*>(QStringLiteral("treeView"));
-        erase = window.findChild<QPushButton*>(QStringLiteral("buttonDeleteFixture"));
+        list = window.findChild<LEDDeviceListView*>("treeView"_q);
+        erase = window.findChild<QPushButton*>("buttonDeleteFixture"_q);
         panel->SortByProduct();
         list->expandAll();
         window.show();
@@ -80,7 +82,7 @@ protected:
     {
         person.WillChoose(file);
         person.WillPress(QLatin1String(answer));
-        window.findChild<QAction*>(QStringLiteral("actionImport_fixtures"))->trigger();
+        window.findChild<QAction*>("actionImport_fixtures"_q)->trigger();
     }
 
     Support::TemporaryFolder home;
@@ -107,14 +109,14 @@ TEST_F(Library, OneFixtureIsDeletedWithAQuestion)
                                    QItemSelectionModel::Select | QItemSelectionModel::Rows);
     EXPECT_FALSE(erase->isEnabled()) << "two";
 
-    person.WillPress(QStringLiteral("Cancel"));
+    person.WillPress("Cancel"_q);
     Delete("ArcLine 36");
-    EXPECT_EQ(person.seen[0].text,
-              QStringLiteral("Are you sure you want to delete this fixture from the library?"
-                             "\n\nManufacturer: Anolis\nProduct: ArcLine 36"));
-    EXPECT_EQ(person.seen[0].byDefault, QStringLiteral("Yes"));
+    EXPECT_EQ(
+        person.seen[0].text,
+        "Are you sure you want to delete this fixture from the library?\n\nManufacturer: Anolis\nProduct: ArcLine 36"_q);
+    EXPECT_EQ(person.seen[0].byDefault, "Yes"_q);
     EXPECT_FALSE(manager->documentDirty);
-    person.WillPress(QStringLiteral("Yes"));
+    person.WillPress("Yes"_q);
     Delete("ArcLine 36");
     EXPECT_TRUE(RowsOf("ArcLine 36").isEmpty());
     EXPECT_FALSE(erase->isEnabled());
@@ -130,9 +132,9 @@ TEST_F(Library, AFixtureInUseStays)
     ASSERT_TRUE(fixture);
     manager->GetMappedDeviceModel()->AddMappingElement(
         std::make_unique<MappedLedItem>(L"Bar", *fixture, nullptr, nullptr));
-    person.WillPress(QStringLiteral("OK"));
+    person.WillPress("OK"_q);
     Delete("ArcLine 36");
-    EXPECT_EQ(person.seen[0].title, QStringLiteral("Delete Used Fixture"));
+    EXPECT_EQ(person.seen[0].title, "Delete Used Fixture"_q);
     EXPECT_EQ(RowsOf("ArcLine 36").size(), 1);
     EXPECT_TRUE(steps.canUndo());
 }
@@ -141,10 +143,10 @@ TEST_F(Library, AfterASaveThatFailsNothingIsSelectedForTheNextDelete)
 {
     ASSERT_TRUE(QFile::remove(GetFixtureLibraryPath()));
     ASSERT_TRUE(QDir().mkdir(manager->GetLibraryPath()));
-    person.WillPress(QStringLiteral("Yes"));
-    person.WillPress(QStringLiteral("OK"));
+    person.WillPress("Yes"_q);
+    person.WillPress("OK"_q);
     Delete("ArcLine 36");
-    EXPECT_EQ(person.seen.back().title, QStringLiteral("Fixture Library Not Saved"));
+    EXPECT_EQ(person.seen.back().title, "Fixture Library Not Saved"_q);
     EXPECT_TRUE(person.seen.back().text.contains(manager->GetLibraryPath()));
     EXPECT_TRUE(RowsOf("ArcLine 36").isEmpty());
     EXPECT_GT(list->model()->rowCount(), 5) << "the others are still there";
@@ -159,7 +161,7 @@ TEST_F(Library, ImportedFixturesTakeTheirPlacesInTheList)
     const QString file = QString::fromStdString((home.Path() / "other.wfl").string());
     ASSERT_EQ(other.Save(file.toStdWString()), 0);
     Import(file, "Yes, use the fixture from the mapping file");
-    EXPECT_EQ(list->model()->index(0, 0).data().toString(), QStringLiteral("Aaron"));
+    EXPECT_EQ(list->model()->index(0, 0).data().toString(), "Aaron"_q);
     EXPECT_EQ(RowsOf("New Lamp").size(), 1);
     ASSERT_EQ(RowsOf("ArcLine 36").size(), 1) << "the imported one alone";
     EXPECT_EQ(manager->GetLEDFixtureByProduct(L"ArcLine 36")->GetChannelCount(), 3);
@@ -169,23 +171,48 @@ TEST_F(Library, ImportedFixturesTakeTheirPlacesInTheList)
 
     home.Write("broken.wfl", "no library");
     Import(QString::fromStdString((home.Path() / "broken.wfl").string()), "OK");
-    EXPECT_TRUE(person.seen.back().text.contains(QStringLiteral("could not be read whole")));
+    EXPECT_TRUE(person.seen.back().text.contains("could not be read whole"_q));
     EXPECT_EQ(RowsOf("New Lamp").size(), 1);
 }
 
 TEST_F(Library, TheProgramsFixturesComeBackInPlaceOfTheUsers)
 {
-    person.WillPress(QStringLiteral("Yes"));
+    person.WillPress("Yes"_q);
     Delete("ArcLine 36");
     panel->RemoveLocalFixtures();
     manager->LoadLibrary(GetFixtureLibraryPath());
     EXPECT_EQ(RowsOf("ArcLine 36").size(), 1);
 }
 
+TEST_F(Library, ADragCarriesTheFixtureAndAManufacturerNone)
+{
+    const auto pressAt = [this](QPoint at) {
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    };
+    EXPECT_EQ(list->DragData(), nullptr);
+    pressAt(list->visualRect(list->model()->index(0, 0)).center());
+    EXPECT_EQ(list->DragData(), nullptr);
+    const QModelIndex fixture = list->model()->index(0, 1, list->model()->index(0, 0));
+    const QPoint lowerEdge = list->visualRect(fixture).bottomLeft() + QPoint(20, 0);
+    pressAt(lowerEdge);
+    // On its way the mouse passes over the next row.
+    const QPoint next = lowerEdge + QPoint(2, 5);
+    QMouseEvent move(QEvent::MouseMove, next, list->viewport()->mapToGlobal(next), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(list->viewport(), &move);
+    EXPECT_EQ(list->selectionModel()->selectedRows(1), QModelIndexList{fixture});
+    const auto load = list->DragData();
+    ASSERT_TRUE(load);
+    const auto id = load->data(QLatin1String(LEDDeviceListView::FixtureMimeType)).toLongLong();
+    ASSERT_TRUE(manager->GetDeviceModel()->GetLEDFixture(id));
+    EXPECT_EQ(QString::fromStdWString(manager->GetDeviceModel()->GetLEDFixture(id)->product),
+              fixture.data().toString());
+}
+
 TEST_F(Library, AFixtureThatDiffersIsAskedAbout)
 {
-    const QString yes = QStringLiteral("Yes, use the fixture from the mapping file");
-    const QString no = QStringLiteral("No, use the original fixture from the library");
+    const QString yes = "Yes, use the fixture from the mapping file"_q;
+    const QString no = "No, use the original fixture from the library"_q;
     person.Will([](QDialog& box) {
         QTest::keyClick(&box, Qt::Key_Escape);
         box.close();
@@ -194,17 +221,15 @@ TEST_F(Library, AFixtureThatDiffersIsAskedAbout)
     });
     person.WillPress(no);
     for (const int answer : {OverwriteFixture, KeepFixture})
-        EXPECT_EQ(DeviceModel::defaultConflictCallback(QStringLiteral("Kinetix"),
-                                                       QStringLiteral("%2 & Söhne")),
-                  answer);
-    EXPECT_EQ(person.seen[0].title, QStringLiteral("Fixture conflict"));
-    EXPECT_TRUE(person.seen[0].text.contains(QStringLiteral("\"Kinetix %2 & Söhne\"")));
+        EXPECT_EQ(DeviceModel::defaultConflictCallback("Kinetix"_q, "%2 & Söhne"_q), answer);
+    EXPECT_EQ(person.seen[0].title, "Fixture conflict"_q);
+    EXPECT_TRUE(person.seen[0].text.contains("\"Kinetix %2 & Söhne\""_q));
     EXPECT_EQ(person.seen[0].byDefault, yes);
     EXPECT_FALSE(person.seen[0].hasParent);
     int expected = 0;
     for (const char* answer : {"Overwrite", "Skip", "Cancel"}) {
         person.WillPress(QLatin1String(answer));
         EXPECT_EQ(AskAboutLibraryUpdate(boxes), expected++) << answer;
-        EXPECT_EQ(person.seen.back().byDefault, QStringLiteral("Overwrite"));
+        EXPECT_EQ(person.seen.back().byDefault, "Overwrite"_q);
     }
 }

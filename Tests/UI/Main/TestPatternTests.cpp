@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QSettings>
 
+#include "Support/Literals.h"
 #include "Support/TemporaryFolder.h"
 #include "UI/TestPattern/LEDTestPatternControl.h"
 
@@ -37,9 +38,9 @@ protected:
     void Select(const char* directory, const char* file, int selection)
     {
         QSettings store(Path("store.ini"), QSettings::IniFormat);
-        store.setValue(QStringLiteral("defaultImgDir"), Path(directory));
-        store.setValue(QStringLiteral("usrImgFile"), Path(file));
-        store.setValue(QStringLiteral("imgSelVal"), selection);
+        store.setValue("defaultImgDir"_q, Path(directory));
+        store.setValue("usrImgFile"_q, Path(file));
+        store.setValue("imgSelVal"_q, selection);
         control.ReadSettings(store);
         control.Update();
     }
@@ -130,9 +131,9 @@ TEST_F(TestPattern, AChoiceIsShownAtOnceAndKept)
     EXPECT_EQ(Shown(), 'r');
     QSettings store(Path("kept.ini"), QSettings::IniFormat);
     control.WriteSettings(store);
-    EXPECT_EQ(store.value(QStringLiteral("imgSelVal")).toInt(), 3);
-    EXPECT_EQ(store.value(QStringLiteral("defaultImgDir")), Path("pictures"));
-    EXPECT_EQ(store.value(QStringLiteral("usrImgFile")), Path("own.png"));
+    EXPECT_EQ(store.value("imgSelVal"_q).toInt(), 3);
+    EXPECT_EQ(store.value("defaultImgDir"_q), Path("pictures"));
+    EXPECT_EQ(store.value("usrImgFile"_q), Path("own.png"));
     // The old picture lives until everyone has taken the new one.
     const QPixmap* old = control.GetPixmap();
     QSize oldSize;

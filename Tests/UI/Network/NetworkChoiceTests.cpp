@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "Support/Literals.h"
 #include "UI/Network/Machine.h"
 
 namespace {
@@ -139,5 +140,5 @@ TEST_F(NetworkChoiceTest, ADocumentNamesItsNetwork)
     }
     EXPECT_TRUE(networks.HasManualRange(L"10.X.X.X"));
     choice.ChooseFirst();
-    EXPECT_EQ(choice.GetNetworkText(), QStringLiteral("10.0.0.1")) << "the first in the list";
+    EXPECT_EQ(choice.GetNetworkText(), "10.0.0.1"_q) << "the first in the list";
 }

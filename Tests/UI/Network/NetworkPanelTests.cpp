@@ -15,6 +15,7 @@
 #include <QWheelEvent>
 
 #include "Settings/ApplicationMode.h"
+#include "Support/Literals.h"
 #include "Support/Operator.h"
 #include "UI/Network/Machine.h"
 #include "UI/Network/NetworkPanel.h"
@@ -28,7 +29,7 @@ protected:
     {
         ApplicationMode::Instance().mode = ApplicationMode::BesideLoomTap;
         preferences.mode = ApplicationMode::BesideLoomTap;
-        choice.Choose(QStringLiteral("2.X.X.X"));
+        choice.Choose("2.X.X.X"_q);
         window.addToolBar(&toolBar);
         panel = new NetworkPanel(
             {networks, choice, manager, nodes, engine, preferences, toolBar, &window});
@@ -71,10 +72,10 @@ protected:
         person.Will([octets = QString(QLatin1String(range)).split(QLatin1Char('.')),
                      first = QString(QLatin1String(before))](QDialog& dialog) {
             const auto field = [&dialog](int i) {
-                return dialog.findChild<QLineEdit*>(QStringLiteral("octet%1").arg(i + 1));
+                return dialog.findChild<QLineEdit*>("octet%1"_q.arg(i + 1));
             };
             EXPECT_EQ(field(0)->text(), first);
-            const auto* erase = dialog.findChild<QPushButton*>(QStringLiteral("deleteButton"));
+            const auto* erase = dialog.findChild<QPushButton*>("deleteButton"_q);
             EXPECT_EQ(erase->isVisible(), first != QLatin1String("X")) << "only what is there goes";
             for (int i = 0; i < octets.size(); ++i)
                 field(i)->setText(octets[i]);
@@ -104,10 +105,9 @@ TEST_F(Panel, TheListShowsWhatIsThereAndWhatIsChosen)
     adapters[1].up = false;
     choice.CheckNetworkUpdates();
     const QComboBox& combo = Networks();
-    EXPECT_EQ(Entries(),
-              QStringLiteral("Disabled 10.0.0.1 2.0.0.1 2.X.X.X 7.X.X.X New... Edit..."));
-    EXPECT_EQ(combo.currentText(), QStringLiteral("2.X.X.X"));
-    EXPECT_TRUE(combo.toolTip().contains(QStringLiteral("2.0.0.1"))) << "our address in it";
+    EXPECT_EQ(Entries(), "Disabled 10.0.0.1 2.0.0.1 2.X.X.X 7.X.X.X New... Edit..."_q);
+    EXPECT_EQ(combo.currentText(), "2.X.X.X"_q);
+    EXPECT_TRUE(combo.toolTip().contains("2.0.0.1"_q)) << "our address in it";
     for (int row = 0; row < combo.count(); ++row) {
         const bool there = row < 2 || row > 4;
         EXPECT_EQ(combo.itemData(row, Qt::ForegroundRole).value<QColor>() == QColor(Qt::lightGray),
@@ -119,16 +119,16 @@ TEST_F(Panel, TheListShowsWhatIsThereAndWhatIsChosen)
     Pick("Disabled");
     EXPECT_TRUE(TakeDirty());
     EXPECT_EQ(Broadcast(), 0U);
-    EXPECT_FALSE(Entries().contains(QStringLiteral("Edit..."))) << "it is no range";
+    EXPECT_FALSE(Entries().contains("Edit..."_q)) << "it is no range";
     EXPECT_FALSE(combo.property("absent").toBool()) << "none is a choice";
-    EXPECT_TRUE(combo.toolTip().contains(QStringLiteral("nothing is sent")));
+    EXPECT_TRUE(combo.toolTip().contains("nothing is sent"_q));
     Pick("10.0.0.1");
     EXPECT_TRUE(TakeDirty());
     EXPECT_EQ(Broadcast(), 0x0AFFFFFFU);
-    EXPECT_EQ(combo.currentText(), QStringLiteral("10.0.0.1"));
+    EXPECT_EQ(combo.currentText(), "10.0.0.1"_q);
     Pick("7.X.X.X");
     EXPECT_TRUE(combo.property("absent").toBool());
-    EXPECT_TRUE(combo.toolTip().contains(QStringLiteral("No adapter has the network 7.X.X.X")));
+    EXPECT_TRUE(combo.toolTip().contains("No adapter has the network 7.X.X.X"_q));
 }
 
 TEST_F(Panel, NothingMovesUnderTheHand)
@@ -154,8 +154,8 @@ TEST_F(Panel, NothingMovesUnderTheHand)
     EXPECT_EQ(combo.view()->currentIndex().row(), 1);
     QTest::keyClick(combo.view(), Qt::Key_Escape);
     QCoreApplication::processEvents();
-    EXPECT_TRUE(Entries().contains(QStringLiteral("1.0.0.1"))) << "now it is free";
-    EXPECT_EQ(combo.currentText(), QStringLiteral("2.X.X.X"));
+    EXPECT_TRUE(Entries().contains("1.0.0.1"_q)) << "now it is free";
+    EXPECT_EQ(combo.currentText(), "2.X.X.X"_q);
     EXPECT_FALSE(TakeDirty());
 }
 
@@ -164,10 +164,10 @@ TEST_F(Panel, ANewRangeIsTakenAtOnceAndCancelChangesNothing)
     Place(L"9.0.0.9");
     choice.updateArtNetOutput();
     log.Clear();
-    person.WillPress(QStringLiteral("Cancel"));
+    person.WillPress("Cancel"_q);
     Pick("New...");
     EXPECT_EQ(Networks().currentIndex(), 0) << "no entry has the wanted text";
-    EXPECT_EQ(settings.networkText, QStringLiteral("2.X.X.X"));
+    EXPECT_EQ(settings.networkText, "2.X.X.X"_q);
     EXPECT_EQ(Addresses(), (std::vector<std::wstring>{L"9.0.0.9"}));
     EXPECT_TRUE(log.Messages().empty());
     EXPECT_TRUE(TakeDirty());
@@ -176,7 +176,7 @@ TEST_F(Panel, ANewRangeIsTakenAtOnceAndCancelChangesNothing)
         WillType("X", "10.X.X.X");
         Pick("New...");
         EXPECT_TRUE(networks.HasManualRange(L"10.X.X.X"));
-        EXPECT_EQ(Networks().currentText(), QStringLiteral("10.X.X.X")) << again;
+        EXPECT_EQ(Networks().currentText(), "10.X.X.X"_q) << again;
         EXPECT_EQ(Broadcast(), 0x0AFFFFFFU);
         EXPECT_TRUE(TakeDirty());
     }
@@ -185,7 +185,7 @@ TEST_F(Panel, ANewRangeIsTakenAtOnceAndCancelChangesNothing)
 TEST_F(Panel, ARangeIsEditedAndDeletedAndItsNodesAreForgotten)
 {
     networks.AddManualRange(L"7.X.X.X");
-    choice.Choose(QStringLiteral("7.X.X.X"));
+    choice.Choose("7.X.X.X"_q);
     ArtNetNodeRecord manual;
     manual.ip = "7.0.0.6";
     manual.manual = true;
@@ -197,22 +197,22 @@ TEST_F(Panel, ARangeIsEditedAndDeletedAndItsNodesAreForgotten)
     for (const char* button : {"Cancel", "OK"}) {
         person.WillPress(QLatin1String(button));
         Pick("Edit...");
-        EXPECT_EQ(Networks().currentText(), QStringLiteral("7.X.X.X"));
+        EXPECT_EQ(Networks().currentText(), "7.X.X.X"_q);
         EXPECT_EQ(Addresses(), all) << button;
     }
     WillType("7", "2.0.X.X");
     Pick("Edit...");
     EXPECT_FALSE(networks.HasManualRange(L"7.X.X.X"));
-    EXPECT_EQ(Networks().currentText(), QStringLiteral("2.0.X.X"));
+    EXPECT_EQ(Networks().currentText(), "2.0.X.X"_q);
     EXPECT_EQ(Broadcast(), 0x02FFFFFFU);
     EXPECT_EQ(Addresses(), (std::vector<std::wstring>{L"Auto", L"7.0.0.6", L"10.0.0.20", L"Auto"}));
     EXPECT_TRUE(
         manager.GetMappedDeviceModel()->GetElement(0)->GetArtNetMapping()->GetIpName().empty());
 
-    person.WillPress(QStringLiteral("Delete"));
+    person.WillPress("Delete"_q);
     Pick("Edit...");
     EXPECT_FALSE(networks.HasManualRange(L"2.0.X.X"));
-    EXPECT_EQ(Networks().currentText(), QStringLiteral("Disabled"));
+    EXPECT_EQ(Networks().currentText(), "Disabled"_q);
     EXPECT_EQ(Broadcast(), 0U);
     EXPECT_TRUE(TakeDirty());
 }
@@ -224,14 +224,13 @@ TEST_F(Panel, TheMergerIsSetUpAppliedAndTakenBack)
     auto& properties = The<QAction>("actionMergerSettings");
     QSignalSpy toggled(&toggle, &QAction::toggled);
     const auto setUp = [](QDialog& dialog, int toUniverse) {
-        dialog.findChild<QSpinBox*>(QStringLiteral("ToStartUniverse"))->setValue(toUniverse);
-        dialog.findChild<QPushButton*>(QStringLiteral("ToggleMergingUniversesButton"))
-            ->setChecked(true);
+        dialog.findChild<QSpinBox*>("ToStartUniverse"_q)->setValue(toUniverse);
+        dialog.findChild<QPushButton*>("ToggleMergingUniversesButton"_q)->setChecked(true);
     };
     person.Will([&](QDialog& dialog) {
         setUp(dialog, 5);
         EXPECT_FALSE(document.GetMerging().IsEnabled());
-        auto* box = dialog.findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
+        auto* box = dialog.findChild<QDialogButtonBox*>("buttonBox"_q);
         QTest::mouseClick(box->button(QDialogButtonBox::Apply), Qt::LeftButton);
         EXPECT_EQ(document.GetMerging().GetToStartUniverse(), 5U);
         EXPECT_TRUE(toggle.isChecked());
@@ -252,7 +251,7 @@ TEST_F(Panel, TheMergerIsSetUpAppliedAndTakenBack)
     EXPECT_TRUE(toggle.isChecked());
     EXPECT_TRUE(TakeDirty());
     log.Clear();
-    person.WillPress(QStringLiteral("OK"));
+    person.WillPress("OK"_q);
     properties.trigger();
     EXPECT_FALSE(TakeDirty());
     EXPECT_TRUE(log.Messages().empty()) << "the output goes on undisturbed";
@@ -266,12 +265,13 @@ TEST_F(Panel, TheMergerIsSetUpAppliedAndTakenBack)
     preferences.mode = ApplicationMode::BesideReelCommand;
     preferences.artNetIPAddress = L"2.0.0.5";
     person.Will([&](QDialog& dialog) {
-        const auto* address = dialog.findChild<QLabel*>(QStringLiteral("ReelCommandIP"));
-        EXPECT_EQ(address->text(), QStringLiteral("(2.0.0.5)"));
-        EXPECT_EQ(dialog.findChild<QLabel*>(QStringLiteral("PixelWeftIP"))->text(),
-                  QStringLiteral("(2.X.X.X)"));
+        const auto text = [&dialog](const char* label) {
+            return dialog.findChild<QLabel*>(QLatin1String(label))->text();
+        };
+        EXPECT_EQ(text("ReelCommandIP"), "(2.0.0.5)"_q);
+        EXPECT_EQ(text("PixelWeftIP"), "(2.X.X.X)"_q);
         emit panel->artNetDMXInputSettingsChanged(true, L"ALL");
-        EXPECT_EQ(address->text(), QStringLiteral("(ALL)"));
+        EXPECT_EQ(text("ReelCommandIP"), "(ALL)"_q);
         dialog.reject();
     });
     properties.trigger();
@@ -286,6 +286,6 @@ TEST_F(Panel, WithoutAHostThereIsNobodyElseToSend)
     QToolBar other;
     QWidget parent;
     const NetworkPanel alone({networks, choice, manager, nodes, engine, none, other, &parent});
-    EXPECT_FALSE(other.findChild<QComboBox*>(QStringLiteral("senderCombo"))->isEnabled());
-    EXPECT_FALSE(other.findChild<QAction*>(QStringLiteral("actionMergerSettings"))->isEnabled());
+    EXPECT_FALSE(other.findChild<QComboBox*>("senderCombo"_q)->isEnabled());
+    EXPECT_FALSE(other.findChild<QAction*>("actionMergerSettings"_q)->isEnabled());
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <QTreeView>
 
+#include "Support/Literals.h"
 #include "UI/Network/Machine.h"
 #include "UI/Network/NodeList.h"
 
@@ -9,7 +10,7 @@ namespace {
 class NodeListTest : public Machine
 {
 protected:
-    NodeListTest() { choice.Choose(QStringLiteral("2.X.X.X")); }
+    NodeListTest() { choice.Choose("2.X.X.X"_q); }
     ~NodeListTest() override
     {
         const std::unique_ptr<QTreeView> view(list->View());
@@ -53,7 +54,7 @@ TEST_F(NodeListTest, TheRowsFollowTheDocumentWhoeverAnswers)
         {second}, [](DMXMappingArtNet& mapping) { mapping.SetNode(L"2.0.0.6", std::wstring()); });
     EXPECT_EQ(Rows(), Are({"2.0.0.6 1", "2.0.0.5 1"}));
     document.RemoveMappingElement(document.GetElement(0)->uniqueID);
-    EXPECT_FALSE(Rows().contains(QStringLiteral("2.0.0.5 1")));
+    EXPECT_FALSE(Rows().contains("2.0.0.5 1"_q));
     manager.ClearAll();
     nodes.Clear();
     EXPECT_EQ(Rows(), Are({}));
@@ -71,10 +72,10 @@ TEST_F(NodeListTest, NodesThatAnswerShowTheirPorts)
     EXPECT_EQ(nodes.rowCount(row), 2);
     EXPECT_TRUE(list->View()->isExpanded(row));
     // Of another network the list shows others, at once.
-    choice.Choose(QStringLiteral("10.0.0.1"));
+    choice.Choose("10.0.0.1"_q);
     EXPECT_EQ(nodes.rowCount(), 0);
     // A discovery without this node leaves it in its place, and it comes with its network again.
-    choice.Choose(QStringLiteral("2.0.0.1"));
+    choice.Choose("2.0.0.1"_q);
     EXPECT_EQ(Rows(), Are({"2.0.0.7 0"}));
     list->RequestNodes();
     EXPECT_EQ(Rows(), Are({"2.0.0.7 0"}));
