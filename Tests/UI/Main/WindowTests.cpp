@@ -45,7 +45,9 @@ TEST_F(Window, EveryActionHasItsPlaceAndItsKey)
     QStringList placed = ActionsIn(*Find<QMenuBar>("menubar"));
     EXPECT_EQ(placed.size(), 30);
     EXPECT_EQ(placed.removeDuplicates(), 0) << "an action stands twice";
-    placed += ActionsIn(*Find<QToolBar>("toolBar"));
+    const QStringList inBar = ActionsIn(*Find<QToolBar>("toolBar"));
+    EXPECT_EQ(inBar.size(), 7);
+    placed += inBar;
     placed += ActionsIn(*Find<QToolButton>("selectionModeButton")->menu());
     QStringList keys;
     for (const QAction* action : window->findChildren<QAction*>()) {
@@ -207,6 +209,24 @@ TEST_F(Window, PreferencesShowAndTakeWhatIsSet)
         });
         Trigger("actionPreferences");
         EXPECT_EQ(State(), QLatin1String(state));
+    }
+}
+
+TEST_F(Window, TheDefaultFixturesComeBackEvenWhenThePreferencesAreCancelled)
+{
+    Start();
+    for (const auto& [answer, width] : {std::pair("No", 101), std::pair("Yes", 100)}) {
+        Edit();
+        person.Will([](QDialog& dialog) {
+            QTest::mouseClick(In<QPushButton>(dialog, "restoreFixturesButton"), Qt::LeftButton);
+            dialog.reject();
+        });
+        person.WillPress(QLatin1String(answer));
+        Trigger("actionPreferences");
+        EXPECT_TRUE(person.seen.back().text.contains("overwrite your local fixture definitions"_q));
+        // A restore begins a new document without a question about the old one.
+        EXPECT_EQ(CanvasWidth(), width);
+        EXPECT_EQ(State(), "unsaved"_q);
     }
 }
 
