@@ -15,7 +15,8 @@ EditorActionSet::EditorActionSet(const Parts& parts)
 {
     AddCanvas();
     AddSelection();
-    AddArranging();
+    AddAligning();
+    AddRotating();
     AddCopies();
     AddUndo();
     parts_.scene.SetActions(shown_);
@@ -55,7 +56,7 @@ void EditorActionSet::AddSelection()
     shown_.remove->setEnabled(false); // until something is selected
 }
 
-void EditorActionSet::AddArranging()
+void EditorActionSet::AddAligning()
 {
     using namespace ElementGeometry;
     struct Align
@@ -109,6 +110,11 @@ void EditorActionSet::AddArranging()
                       .icon = "icon_aligndistrvert.png"},
                      editor, [editor] { editor->ActionAlignDistribute(DistributeVertically); }));
     shown_.align = AddMenu("menuAlign", QT_TRANSLATE_NOOP("WEFTMain", "Align"), entries);
+}
+
+void EditorActionSet::AddRotating()
+{
+    EditorController* editor = &parts_.editor;
     shown_.rotate =
         AddMenu("menuRotate_2", QT_TRANSLATE_NOOP("WEFTMain", "Rotate"),
                 {actions_.Add({.objectName = "actionRotate_Right_90",

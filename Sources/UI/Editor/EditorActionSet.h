@@ -29,7 +29,8 @@ public:
 private:
     void AddCanvas();
     void AddSelection();
-    void AddArranging();
+    void AddAligning();
+    void AddRotating();
     void AddCopies();
     void AddUndo();
     QMenu* AddMenu(const char* objectName, const char* title, const std::vector<QAction*>& entries);

@@ -261,7 +261,6 @@ void WEFTMain::WireDocument()
     for (const auto replaced : {&DocumentLife::cleared, &DocumentLife::loaded}) {
         connect(document, replaced, libraryPanel_.get(), &LibraryPanel::SetUpColumns);
         connect(document, replaced, elementList_.get(), &ElementList::SetUpColumns);
-        connect(document, replaced, nodeList_.get(), &NodeList::RequestRows);
     }
     connect(document, &DocumentLife::canvasSizeChanged, form_->mappingEditorView,
             &WeftMapEditorView::CanvasChanged);

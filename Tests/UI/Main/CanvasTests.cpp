@@ -109,7 +109,11 @@ TEST_F(CanvasInWindow, KeysAndSwitchesReachTheCanvas)
     Drag({24, 23}, {28.4, 26.3});
     EXPECT_GT(left(), 0.05);
     const QImage withGrid = Picture();
+    QCoreApplication::processEvents();
+    const QSignalSpy redrawn(&Scene(), &QGraphicsScene::changed);
     Trigger("actionDisplay_Pixel_Grid");
+    QCoreApplication::processEvents();
+    EXPECT_GT(redrawn.count(), 0);
     EXPECT_NE(Picture(), withGrid);
 
     // In a field the keys edit its text.

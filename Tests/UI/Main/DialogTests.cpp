@@ -169,14 +169,17 @@ protected:
 
 TEST_F(Merging, OverlappingRunsCanNotBeConfirmed)
 {
-    OpenBesideReelCommand({true, 0, 0, 4, 0, 0, OurSource});
+    OpenBesideReelCommand({true, 0, 0, 4, 1, 0, OurSource});
     // What one types first replaces the number that is there; Return ends it and nothing else.
-    QTest::keyClicks(QApplication::focusWidget(), "0\r"_q);
+    QTest::keyClicks(QApplication::focusWidget(), "3\r"_q);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Enter);
     EXPECT_TRUE(dialog->isVisible());
     EXPECT_EQ(The<QLabel>("mergerStatusLabel").text(), "Merger On"_q);
     Click("ToggleMergingUniversesButton");
     EXPECT_EQ(The<QLabel>("mergerStatusLabel").text(), "Merger Off"_q);
+    EXPECT_EQ(dialog->GetUniverseMerging(), UniverseMerging(false, 3, 0, 4, 1, 0, OurSource));
+
+    OpenBesideReelCommand({});
     const int top = The<QLabel>("unicastWarning").y();
     struct Step
     {

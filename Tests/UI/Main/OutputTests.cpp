@@ -230,6 +230,13 @@ TEST_F(Output, MergingFollowsTheDocument)
     EXPECT_FALSE(toggle->isChecked());
     FramesWhileSending(10); // what is still on its way
     EXPECT_EQ(FramesWhileSending(20), 0) << "nothing of the document before";
+    // Nor is its run of universes received: a new document's begins at 0.
+    const auto* in = Find<LedIndicator>("inTrafficLamp");
+    EXPECT_TRUE(QTest::qWaitFor([in] { return !in->IsOn(); }));
+    EXPECT_TRUE(QTest::qWaitFor([this, in] {
+        SendDmx(0);
+        return in->IsOn();
+    }));
 
     Start();
     EXPECT_TRUE(Action("actionMergerToggle")->isChecked());

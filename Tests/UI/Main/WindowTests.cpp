@@ -250,16 +250,17 @@ TEST_F(Window, TheTestPictureIsChosenAndLeft)
 {
     Start();
     QDir().mkpath(Path("pictures"_q));
+    ASSERT_TRUE(QImage(8, 8, QImage::Format_RGB32).save(Path("pictures/one.png"_q)));
     person.WillChoose(Path("pictures"_q));
     Trigger("actionChoose_Test_Image_Dir");
     EXPECT_EQ(person.seen.back().title, "Choose Test Image Directory"_q);
     person.WillPress("Escape"_q);
     Trigger("actionChoose_Test_Image");
-    for (const char* button : {"nextImageButton", "nextImageButton", "previousImageButton"})
+    for (const char* button : {"nextImageButton", "previousImageButton", "previousImageButton"})
         QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
     window->close();
     EXPECT_EQ(Kept("defaultImgDir"), Path("pictures"_q));
-    EXPECT_EQ(Kept("imgSelVal").toInt(), 1);
+    EXPECT_EQ(Kept("imgSelVal").toInt(), 2);
 }
 
 TEST_F(Window, WithoutTheHostsLibraryTheOperatorChoosesAFolder)

@@ -67,40 +67,44 @@ TEST_F(NetworkChoiceTest, ATextIsMatchedAgainstTheAdapters)
     }
 }
 
-TEST_F(NetworkChoiceTest, ACableOutChangesNothingAndBackStartsAgain)
+TEST_F(NetworkChoiceTest, AdaptersThatComeAndGoAreFollowed)
 {
+    const NetworkInterface other = adapters[0];
+    const NetworkInterface there = Adapter("2.0.0.7", "2.255.255.255");
+    const NetworkInterface away = Adapter("2.0.0.7", "2.255.255.255", false);
+    const NetworkInterface third = Adapter("3.0.0.1", "3.255.255.255");
+    struct Step
+    {
+        std::vector<NetworkInterface> adapters;
+        Lines said;
+        std::uint32_t broadcast;
+    };
+    adapters = {other};
     Choose("2.X.X.X");
-    EXPECT_EQ(Look(), Lines());
-    EXPECT_EQ(changes, 0);
-    adapters[1].up = false;
-    EXPECT_EQ(Look(), Lines({"Current network disconnected"}));
-    EXPECT_EQ(Broadcast(), 0x02FFFFFFU);
-    EXPECT_EQ(changes, 1) << "the list is filled again";
-    adapters[1].up = true;
-    EXPECT_EQ(Look(),
-              Lines({"Current network connected", "Initialize in Determine socket type state"}));
-    adapters[0].up = false;
-    EXPECT_EQ(Look(), Lines()) << "another network is none of ours";
-    EXPECT_TRUE(notices.empty());
-    // The network's first address stays the one until the next choice.
-    adapters = {Adapter("2.0.0.0", "2.255.255.255")};
-    EXPECT_EQ(Look().at(0), "Current network connected");
-    EXPECT_EQ(choice.GetNetworkIP(), L"2.0.0.1");
-}
-
-TEST_F(NetworkChoiceTest, AnAbsentNetworkIsTakenWhenItComes)
-{
-    adapters.pop_back();
-    Choose("2.X.X.X");
-    adapters.push_back(Adapter("192.168.1.10", "192.168.1.255"));
-    EXPECT_EQ(Look(), Lines({Checking}));
-    adapters.push_back(Adapter("2.0.0.7", "2.255.255.255", false));
-    EXPECT_EQ(Look(), Lines({Checking, "Found matching network", "Initialize in Disabled state"}));
+    for (const auto& [now, said, broadcast] : std::initializer_list<Step>{
+             {{other}, {}, 0},
+             {{other, third}, {Checking}, 0},
+             {{other, third, away},
+              {Checking, "Found matching network", "Initialize in Disabled state"},
+              0x02FFFFFF},
+             {{other, third, there},
+              {"Current network connected", "Initialize in Determine socket type state"},
+              0x02FFFFFF},
+             // Pulled, it isn't given up: it usually comes back.
+             {{other, third, away}, {"Current network disconnected"}, 0x02FFFFFF},
+             {{third, away}, {}, 0x02FFFFFF},
+             {{other, Adapter("3.0.0.1", "3.255.255.255", false), away}, {}, 0x02FFFFFF}})
+    {
+        adapters = now;
+        changes = 0;
+        EXPECT_EQ(Look(), said);
+        EXPECT_EQ(Broadcast(), broadcast);
+        EXPECT_EQ(changes > 0, !log.Messages().empty()) << "the list is filled again";
+    }
     EXPECT_EQ(choice.GetNetworkIP(), L"2.0.0.7");
-    EXPECT_EQ(Broadcast(), 0x02FFFFFFU);
     EXPECT_EQ(notices.size(), 1U) << "only at the choice";
     Choose("");
-    adapters.push_back(Adapter("3.0.0.1", "3.255.255.255"));
+    adapters.push_back(Adapter("4.0.0.1", "4.255.255.255"));
     EXPECT_EQ(Look(), Lines({Checking}));
     EXPECT_EQ(Broadcast(), 0U) << "no network stays none";
 }
