@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <deque>
+#include <iterator>
 #include <set>
 #include <tuple>
 
@@ -164,6 +165,13 @@ bool ArtNetNodeModel::AddManualNode(const ArtNetNodeRecord& record)
     WriteWaitingRows();
     offlineNodes.insert(key, record);
     return true;
+}
+
+std::vector<ArtNetNodeRecord> ArtNetNodeModel::GetManualNodes() const
+{
+    std::vector<ArtNetNodeRecord> manual;
+    std::ranges::copy_if(allNodes, std::back_inserter(manual), &ArtNetNodeRecord::manual);
+    return manual;
 }
 
 ArtNetNodeRecord* ArtNetNodeModel::GetNode(const QString& address)

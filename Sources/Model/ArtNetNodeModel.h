@@ -12,35 +12,18 @@
 #include <QStandardItemModel>
 #include <QString>
 
-#include <boost/container/small_vector.hpp>
-
+#include "Model/ArtNetNodeRecord.h"
 #include "Settings/Observable.h"
 
 class DMXMappingArtNet;
 class MappedDeviceModel;
 class QTreeView;
 
-/// A node of the network, or an address that the document or the operator names. A plain value.
-struct ArtNetNodeRecord
-{
-    using Port = std::pair<std::uint16_t, std::uint32_t>;
-
-    std::string ip;            ///< dotted address, the key of all tables here
-    std::int32_t useCount = 0; ///< how many elements send to it
-    std::int32_t subnet = 0;   ///< of the element that this record stands for
-    std::int32_t universe = 0; ///< of the element that this record stands for
-    std::string name;
-    bool manual = false;          ///< entered by the operator or read from a document
-    bool mirrorsLiveNode = false; ///< made for an element whose node answers; lives for one rebuild
-    /// A Port-Address and its use count for each output, in port order.
-    boost::container::small_vector<Port, 4> universes;
-};
-
 /// The nodes that answer on the network, and the addresses that a document or the operator names,
 /// as tables and as rows of a tree: a row for each node with its ports below it, and a row for each
 /// other address. What does not answer at the moment is shown in red. An address is either in the
 /// table of live nodes or in that of offline ones. Main thread only.
-class ArtNetNodeModel : public QStandardItemModel, public Observable
+class ArtNetNodeModel : public QStandardItemModel, public Observable, public ManualNodes
 {
     Q_OBJECT
 
@@ -78,7 +61,8 @@ public:
     void RebuildAllNodes();
 
     /// Adds an address of the operator with its row. False when the address is known already.
-    bool AddManualNode(const ArtNetNodeRecord& record);
+    bool AddManualNode(const ArtNetNodeRecord& record) override;
+    [[nodiscard]] std::vector<ArtNetNodeRecord> GetManualNodes() const override;
     /// The record to read or edit, null when there is none. Valid until the tables change.
     [[nodiscard]] ArtNetNodeRecord* GetNode(const QString& address);
     /// Empty when there is no such node.

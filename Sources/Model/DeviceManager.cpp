@@ -3,6 +3,7 @@
 
 #include "LibTools/XmlFile.h"
 #include "Log/Log.h"
+#include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceListProxy.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedObjectListProxy.h"

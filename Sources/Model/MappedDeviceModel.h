@@ -19,7 +19,7 @@
 #include "Model/MappedLedItem.h"
 #include "Model/TakenElement.h"
 
-class ArtNetNodeModel;
+class ManualNodes;
 class DeviceModel;
 class SettingsBlock;
 class XmlFile;
@@ -57,14 +57,14 @@ public:
 
     /// 0, or -1 when the file can't be read or a required value is missing; the table is then empty
     /// and no signal came. An element that is wrong is left out, with a line in the log.
-    int Load(const XmlFile& file, const DeviceModel& library, ArtNetNodeModel& nodes);
-    int Load(const std::wstring& path, const DeviceModel& library, ArtNetNodeModel& nodes);
+    int Load(const XmlFile& file, const DeviceModel& library, ManualNodes& nodes);
+    int Load(const std::wstring& path, const DeviceModel& library, ManualNodes& nodes);
     /// 0; 1 when the file could not be written, which leaves the old one whole; -1 when its folder
     /// could not be made.
-    int Save(const std::wstring& path, const DeviceModel& library, const ArtNetNodeModel& nodes);
+    int Save(const std::wstring& path, const DeviceModel& library, const ManualNodes& nodes);
     /// Adds what Save writes to an empty document, for callers that write it elsewhere.
     void ToXml(tinyxml2::XMLDocument& document, const DeviceModel& library,
-               const ArtNetNodeModel& nodes) const;
+               const ManualNodes& nodes) const;
 
     /// Adds a row; the table owns the element. The index of its column 7.
     QModelIndex AddMappingElement(std::unique_ptr<MappedLedItem> item);

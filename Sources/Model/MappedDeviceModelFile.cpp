@@ -2,7 +2,7 @@
 // The .wfm file of the mapping document.
 #include "LibTools/XmlFile.h"
 #include "Log/Log.h"
-#include "Model/ArtNetNodeModel.h"
+#include "Model/ArtNetNodeRecord.h"
 #include "Model/DeviceModel.h"
 #include "Model/DocumentNetwork.h"
 #include "Model/MappedDeviceModel.h"
@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t LongestNodeAddress = 64;
 
-void ReadManualNodes(const tinyxml2::XMLDocument& document, ArtNetNodeModel& nodes)
+void ReadManualNodes(const tinyxml2::XMLDocument& document, ManualNodes& nodes)
 {
     const auto* list = document.FirstChildElement("ManualNetworkNodes");
     if (!list)
@@ -41,12 +41,10 @@ void ReadManualNodes(const tinyxml2::XMLDocument& document, ArtNetNodeModel& nod
     }
 }
 
-void WriteManualNodes(tinyxml2::XMLDocument& document, const ArtNetNodeModel& nodes)
+void WriteManualNodes(tinyxml2::XMLDocument& document, const ManualNodes& nodes)
 {
     auto& list = XmlText::AddElement(document, "ManualNetworkNodes");
-    for (const ArtNetNodeRecord& record : nodes.GetAllNodes()) {
-        if (!record.manual)
-            continue;
+    for (const ArtNetNodeRecord& record : nodes.GetManualNodes()) {
         auto& child = XmlText::AddElement(list, "ManualNode");
         XmlText::SetAttribute(child, "Name", Platform::Utf8ToWide(record.name));
         XmlText::SetAttribute(child, "IP", Platform::Utf8ToWide(record.ip));
@@ -66,12 +64,12 @@ struct MappedDeviceModel::Header
 // ---- Loading -----------------------------------------------------------------------------------
 
 int MappedDeviceModel::Load(const std::wstring& path, const DeviceModel& library,
-                            ArtNetNodeModel& nodes)
+                            ManualNodes& nodes)
 {
     return Load(XmlFile(path), library, nodes);
 }
 
-int MappedDeviceModel::Load(const XmlFile& file, const DeviceModel& library, ArtNetNodeModel& nodes)
+int MappedDeviceModel::Load(const XmlFile& file, const DeviceModel& library, ManualNodes& nodes)
 {
     Clear();
     if (!file.IsReadable()) {
@@ -158,7 +156,7 @@ void MappedDeviceModel::ReadElements(const tinyxml2::XMLElement& mapping,
 // ---- Saving ------------------------------------------------------------------------------------
 
 int MappedDeviceModel::Save(const std::wstring& path, const DeviceModel& library,
-                            const ArtNetNodeModel& nodes)
+                            const ManualNodes& nodes)
 {
     const std::filesystem::path file(Platform::WideToUtf8(path));
     std::error_code failure;
@@ -174,7 +172,7 @@ int MappedDeviceModel::Save(const std::wstring& path, const DeviceModel& library
 }
 
 void MappedDeviceModel::ToXml(tinyxml2::XMLDocument& document, const DeviceModel& library,
-                              const ArtNetNodeModel& nodes) const
+                              const ManualNodes& nodes) const
 {
     library.WriteFixtures(XmlText::AddElement(document, "LEDFixtureLibrary"));
     merging.ToXml(document);
