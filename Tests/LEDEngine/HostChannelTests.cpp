@@ -31,7 +31,7 @@ std::string Hex(int count, const std::string& pair)
 TEST_F(HostChannel, Messages)
 {
     ASSERT_TRUE(host.Start());
-    host.manners = {.answersPolls = false, .rebinds = false, .registers = false};
+    host.manners.answersPolls = false;
     ChooseNetwork();
     Tick();
     EXPECT_EQ(host.TakeDatagrams(), (std::vector<Bytes>{Poll()}));
@@ -83,17 +83,19 @@ TEST_F(HostChannel, TheWayToTheHostAndBack)
     EXPECT_TRUE(sends());
     EXPECT_FALSE(portIsFree());
     ASSERT_TRUE(host.Start());
-    host.manners.rebinds = host.manners.registers = false;
+    host.manners.rebinds = false;
     Tick(15);
     EXPECT_FALSE(sends());
     EXPECT_TRUE(Stage::ComesTrue(portIsFree));
-    host.Send(0x92);
-    Tick(14);
-    host.Send(0xA2);
-    Tick(10); // the wait of the registration goes on
-    host.Send(0xA2);
-    host.Send(0x61);
-    Tick();
+    const auto ticksAfter = [this](int ticks, const Bytes& messages) {
+        for (const std::uint8_t subKey : messages)
+            host.Send(subKey);
+        for (int i = 0; i < ticks; ++i)
+            trigger.Poll(); // the host itself answers nothing meanwhile
+    };
+    ticksAfter(14, {0x92});
+    ticksAfter(10, {0xA2}); // the wait of the registration goes on
+    ticksAfter(1, {0xA2, 0x61});
     (void)Received();
     EXPECT_TRUE(sends());
     EXPECT_EQ(Received(), (Lines{"universe address=3 pair=0 to=2.255.255.255 channels=ff0080"}));
@@ -127,8 +129,8 @@ TEST_F(HostChannel, TheWayToTheHostAndBack)
               "Registering remote client did not succed, retrying; "
               "Registering remote ArtNet client; Remote client registered; "
               "Sent device list to server; Initialize in Using remote socket state; "
-              "Registering remote ArtNet client; "
-              "Server stopped in Registering to remote socket state; "
+              "Registering remote ArtNet client; Remote client registered; "
+              "Sent device list to server; Server stopped in Using remote socket state; "
               "Registering local ArtNet client; Initialize in Using local socket state; "
               "Destroying local ArtNet client");
 }
