@@ -20,7 +20,7 @@ protected:
         output.RefreshNodes();
         host.Pump();
         host.manners.loss = 0;
-        Tick();
+        Tick(5);
         std::string names;
         for (const auto& node : output.GetNodes())
             names += node.Name();
@@ -117,7 +117,7 @@ TEST_F(HostChannel, SettingsOfTheHost)
     host.Send(0x52, data);
     Bytes cut = {'A', 'r', 't', '-', 'N', 'e', 't', 0, 0, 0x99, 0, 14, 0, 0, 1, 0x52, 1, '9'};
     host.SendRaw(cut); // what is missing reads as zeros
-    Tick();
+    Poll();
     EXPECT_EQ(received, (std::vector<Settings>{{true, L"2.0.0.5", {0x1234, 0x7FFF, 0x102}},
                                                {false, std::wstring(16, L'7'), {}},
                                                {true, L"9", std::vector<int>(247, 0)}}));
@@ -142,7 +142,7 @@ protected:
         (void)Merged();
         host.Pump();
         host.manners.loss = 0;
-        trigger.Poll();
+        Poll();
         return Merged(portAddress);
     }
 };
@@ -154,7 +154,7 @@ TEST_F(Merging, OnlyACompleteAnswerOfTheHostCounts)
     Connect(Merge(2, 2, 16));
     EXPECT_EQ(Merged(), Bytes(512, 0)) << "the answer is not there yet";
     EXPECT_EQ(Received(), (Lines{"input-wanted first=2 request=1"}));
-    trigger.Poll();
+    Poll();
     EXPECT_EQ(Merged(16), Bytes(512, 0x22));
     EXPECT_EQ(Merged(17), Bytes(512, 0x33));
     EXPECT_EQ(Merged(18), Bytes());
@@ -190,8 +190,9 @@ TEST_F(Merging, AnAnswerHas128PiecesAtMost)
             std::ranges::copy(Bytes{pieces, 0, index, 0, request, 0, 0, 0}, piece.begin());
             piece.back() = index;
             host.Send(0x72, piece);
-            trigger.Poll();
+            Poll(1);
         }
+        Poll();
         EXPECT_EQ(Merged(16 + 63), expected) << int{pieces};
         ++request;
     }
