@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Adapters and sockets, on a private network. The neighbours are judged by what the Art-Net service
-// makes of them.
+// Adapters, neighbours and sockets, on a private network.
 #include <algorithm>
 #include <string>
 #include <vector>
@@ -11,6 +10,7 @@
 
 #include "Platform/Adapters.h"
 #include "Platform/Datagrams.h"
+#include "Platform/Neighbours.h"
 #include "Support/Stage.h"
 
 namespace {
@@ -37,6 +37,32 @@ TEST(Adapters, EachAddressIsARecordAndLoopbackIsNone)
     second.up = true;
     ASSERT_TRUE(Command("hub", "ip link set desk.1 up"));
     EXPECT_TRUE(ComesTrue([&] { return Platform::GetNetworkInterfaces() == List{first, second}; }));
+}
+
+TEST(Neighbours, TheTableOfAnAdapterSaysWhoAnswers)
+{
+    using Platform::NeighbourState;
+    Platform::NeighbourTable table("art0");
+    Platform::NeighbourTable elsewhere("art1");
+    ASSERT_TRUE(table.IsOpen());
+    constexpr std::uint32_t absent = 0x0200004E;
+    constexpr std::uint32_t living = Rig0 + 2;
+    EXPECT_FALSE(table.Ask(absent));
+    EXPECT_FALSE(table.Ask(living));
+    EXPECT_EQ(table.Ask(Broadcast0), std::errc::permission_denied);
+    const auto shows = [&](std::uint32_t address, NeighbourState state, bool whole = false) {
+        return ComesTrue([&] {
+            const auto& read = whole ? table.ReadAll() : table.ReadChanges();
+            return std::ranges::any_of(read, [&](const auto& neighbour) {
+                return neighbour.address == address && neighbour.state == state;
+            });
+        });
+    };
+    EXPECT_TRUE(shows(living, NeighbourState::Answers));
+    EXPECT_TRUE(shows(absent, NeighbourState::Asked, true));
+    EXPECT_TRUE(shows(absent, NeighbourState::Silent)); // after three seconds
+    for (const auto& neighbour : elsewhere.ReadAll())
+        EXPECT_NE(neighbour.address, living);
 }
 
 /// Datagrams to these addresses, each with one more byte than the one before.
