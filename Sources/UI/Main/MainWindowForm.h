@@ -3,15 +3,14 @@
 
 #include <span>
 
-class QFrame;
 class QMainWindow;
 class QMenu;
 class QToolBar;
 class QWidget;
 class WeftMapEditorView;
 
-/// The frame of the main window: its centre, its docks, menus and tool bar, and which part of a
-/// room stands where, without any behaviour. Qt parents own the widgets.
+/// The frame of the main window: its centre, its docks, menus and tool bar, and where the
+/// parts of the rooms go in them, without any behaviour. Qt parents own the widgets.
 class MainWindowForm
 {
 public:

@@ -10,7 +10,7 @@
 class DeviceManager;
 
 /// Chooses how the selection shows on the fixtures themselves: not at all, in solid colour,
-/// flashing. The button shows the mode in force.
+/// flashing. The button shows the current mode.
 class SelectionModeButton : public QToolButton
 {
     Q_OBJECT

@@ -24,7 +24,7 @@ struct ActionRow
 /// A text of the window in the user's language.
 [[nodiscard]] QString WindowText(const char* text);
 
-/// The actions of one room, which adds each one beside what performs it. Where an action stands in
+/// The actions of one room, which adds each one beside what performs it. Where an action goes in
 /// menus and tool bar is decided in UI/Main, by its object name.
 class ActionSet
 {

@@ -162,12 +162,14 @@ TEST_F(Library, ImportedFixturesTakeTheirPlacesInTheList)
 {
     DeviceModel other;
     other.AddFixture(Fixture(L"Anolis", L"ArcLine 36"));
+    other.AddFixture(Fixture(L"Anolis", L"A Lamp"));
     other.AddFixture(Fixture(L"Aaron", L"New Lamp"));
     const QString file = QString::fromStdString((home.Path() / "other.wfl").string());
     ASSERT_EQ(other.Save(file.toStdWString()), 0);
     Import(file, "Yes, use the fixture from the mapping file");
     EXPECT_EQ(list->model()->index(0, 0).data().toString(), "Aaron"_q);
-    EXPECT_EQ(RowsOf("New Lamp").size(), 1);
+    ASSERT_EQ(RowsOf("A Lamp").size(), 1);
+    EXPECT_EQ(RowsOf("A Lamp").front().row(), 0) << "before the others of its maker";
     ASSERT_EQ(RowsOf("ArcLine 36").size(), 1) << "the imported one alone";
     EXPECT_EQ(manager->GetLEDFixtureByProduct(L"ArcLine 36")->GetChannelCount(), 3);
     EXPECT_FALSE(list->isColumnHidden(1));

@@ -73,7 +73,7 @@ protected:
     [[nodiscard]] static QString Element(QPointF centre, QSizeF size, int rotation = 0,
                                          int universe = 0, int channel = 1,
                                          const QString& node = "Auto"_q);
-    /// Writes a document; its path. `more` are attributes of the mapping and what stands behind it.
+    /// Writes a document; its path. `before` is text in front of the mapping.
     static QString WriteDocument(const QString& path, int width, int height,
                                  const QString& network = "2.X.X.X"_q,
                                  const QString& elements = Element({0.5, 0.5}, {0.12, 0.01}),

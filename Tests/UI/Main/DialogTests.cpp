@@ -282,7 +282,7 @@ TEST(OperatorNoticesTest, WaitForNobodyAndNeverPileUp)
             return;
         notices->Add({nullptr, {}, "first"_q}); // the same network came and went again
         notices->Add({nullptr, {}, "second"_q});
-        QCoreApplication::processEvents(); // nobody closes the box
+        QCoreApplication::processEvents(); // the box stays open
     });
     notices = &shown;
     shown.Add({nullptr, {}, "first"_q});

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Pictures of one colour each, so that the picture in force shows which one it is.
+/// Pictures of one colour each, so that the current picture shows which one it is.
 class TestPattern : public testing::Test
 {
 protected:

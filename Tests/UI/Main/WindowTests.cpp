@@ -44,7 +44,7 @@ TEST_F(Window, EveryActionHasItsPlaceAndItsKey)
     Start();
     QStringList placed = ActionsIn(*Find<QMenuBar>("menubar"));
     EXPECT_EQ(placed.size(), 30);
-    EXPECT_EQ(placed.removeDuplicates(), 0) << "an action stands twice";
+    EXPECT_EQ(placed.removeDuplicates(), 0) << "an action has two places";
     const QStringList inBar = ActionsIn(*Find<QToolBar>("toolBar"));
     EXPECT_EQ(inBar.size(), 7);
     placed += inBar;
@@ -130,7 +130,7 @@ TEST_F(Window, TheZoomByActionAndByText)
     EXPECT_EQ(combo->itemText(combo->currentIndex()), "200%"_q) << "the nearest";
 }
 
-TEST_F(Window, KeysReachTheirTargetWhoeverHasTheFocus)
+TEST_F(Window, KeysReachTheirTargetWhereverTheFocusIs)
 {
     Start();
     auto* field = Find<QComboBox>("zoomCombo")->lineEdit();

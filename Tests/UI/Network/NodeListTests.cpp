@@ -43,7 +43,7 @@ protected:
 
 } // namespace
 
-TEST_F(NodeListTest, TheRowsFollowTheDocumentWhoeverAnswers)
+TEST_F(NodeListTest, TheRowsFollowTheDocumentAlsoWithoutAnswers)
 {
     EXPECT_EQ(Rows(), Are({}));
     MappedDeviceModel& document = *manager.GetMappedDeviceModel();
@@ -79,5 +79,5 @@ TEST_F(NodeListTest, NodesThatAnswerShowTheirPorts)
     EXPECT_EQ(Rows(), Are({"2.0.0.7 0"}));
     list->RequestNodes();
     EXPECT_EQ(Rows(), Are({"2.0.0.7 0"}));
-    EXPECT_TRUE(nodes.GetLiveNodes().isEmpty()) << "nobody answers here";
+    EXPECT_TRUE(nodes.GetLiveNodes().isEmpty()) << "no node answers here";
 }
