@@ -20,7 +20,7 @@ auto FromText(std::string_view text, Read read)
     return read(*document.FirstChildElement());
 }
 
-/// What `value` writes into an element <P>, as it stands in a file.
+/// The file text of an element <P> into which `value` was written.
 template <typename Value>
 std::string Written(const Value& value, int result = 0)
 {
