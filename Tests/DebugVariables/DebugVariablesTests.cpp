@@ -90,16 +90,21 @@ TEST(DebugVariables, AFullTableRefusesNewNamesAndStillAnswers)
     DebugVariables variables;
     const std::string longName = "abcdefghijklmnopqrstuvwxyz0123456789";
     variables.Set(longName, 0);
+    variables.Set(std::string_view("part of a text").substr(0, 4), 0);
     for (int i = 1; i <= 200; ++i)
         variables.Set("name" + std::to_string(i), i);
     EXPECT_EQ(Names(variables).size(), 126U);
     EXPECT_EQ(std::ranges::count(Names(variables), longName.substr(0, 32)), 1);
+    EXPECT_EQ(std::ranges::count(Names(variables), "part"), 1);
     EXPECT_EQ(variables.Get(longName.substr(0, 32)), variables.Get("absent"));
     for (int i = 1; i <= 200; ++i)
         EXPECT_EQ(variables.Get("name" + std::to_string(i)),
-                  DebugVariables::Tagged(i < 126 ? i : 0));
-    variables.Set("name125", true); // a known name may still change
-    EXPECT_EQ(variables.Get("name125"), DebugVariables::Tagged(true));
+                  DebugVariables::Tagged(i < 125 ? i : 0));
+    std::string dump(8192, '#');
+    dump.resize(variables.DumpValues(dump));
+    EXPECT_EQ(std::ranges::count(dump, ':'), 126);
+    variables.Set("name124", true); // a known name may still change
+    EXPECT_EQ(variables.Get("name124"), DebugVariables::Tagged(true));
 }
 
 TEST(DebugVariables, ThreadsThatSetTheSameNewNamesMeetInOneSlot)
