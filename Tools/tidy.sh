@@ -4,6 +4,7 @@
 # Tools. Fails when it finds anything.
 set -u
 cd "$(dirname "$0")/.." || exit 1
+mkdir -p build
 cmake --preset tidy >build/tidy.log 2>&1 || { cat build/tidy.log >&2; exit 1; }
 if [ $# -gt 0 ]; then
     files=("$@")
