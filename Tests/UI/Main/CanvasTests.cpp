@@ -73,9 +73,8 @@ TEST_F(CanvasInWindow, AnotherDocumentLeavesNothingOfTheOldOne)
     EXPECT_FALSE(Action("actionUndo")->isEnabled());
     EXPECT_FALSE(Action("actionActionDelete")->isEnabled());
 
-    // A document that goes away under the mouse. The new one is seen from its middle.
+    // A document that goes away under the mouse.
     const QPointF held = Item(0).pos();
-    View().horizontalScrollBar()->setValue(View().horizontalScrollBar()->maximum());
     Press(held);
     MoveTo(held + QPointF(5, 5));
     person.WillPress("Yes"_q);
@@ -83,6 +82,11 @@ TEST_F(CanvasInWindow, AnotherDocumentLeavesNothingOfTheOldOne)
     Release(held + QPointF(9, 9));
     EXPECT_TRUE(Scene().AllIds().empty());
     EXPECT_FALSE(Action("actionUndo")->isEnabled());
+
+    // A new document of the same size is seen from its middle, wherever the old one was left.
+    View().horizontalScrollBar()->setValue(View().horizontalScrollBar()->maximum());
+    person.WillPress("Yes"_q);
+    Trigger("actionNew");
     const QPoint apart = OnScreen({50, 50}) - View().viewport()->rect().center();
     EXPECT_LT(apart.manhattanLength(), 20);
 }
@@ -143,8 +147,10 @@ TEST_F(CanvasInWindow, TheArrangingActionsDoWhatTheySay)
     EXPECT_EQ(Item(0).rotation(), -90);
     Trigger("actionRotate_Right_90");
     EXPECT_EQ(Item(0).rotation(), 0);
+    const double whole = View().sceneRect().width();
     Trigger("actionCrop_Canvas");
     EXPECT_LT(CanvasWidth(), 100);
+    EXPECT_LT(View().sceneRect().width(), whole) << "the view follows";
     Undo();
     EXPECT_EQ(CanvasWidth(), 100);
 }
