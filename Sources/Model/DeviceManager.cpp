@@ -13,7 +13,6 @@
 #include <QMutexLocker>
 #include <QThread>
 
-#include <ranges>
 #include <utility>
 
 namespace {
@@ -220,6 +219,7 @@ DeviceManager::AddMappedObjects(const std::vector<MappedObjectParams>& records)
 {
     std::vector<std::unique_ptr<MappedLedItem>> items;
     std::vector<AddedElement> added;
+    QModelIndexList indexes;
     {
         const QMutexLocker lock(&mutex);
         for (const MappedObjectParams& record : records) {
@@ -236,11 +236,11 @@ DeviceManager::AddMappedObjects(const std::vector<MappedObjectParams>& records)
             items.back()->uniqueID = uniqueID;
             added.push_back({QModelIndex(), record});
         }
-        const auto indexes = mappedDeviceModel->AddMappingElements(std::move(items));
+        indexes = mappedDeviceModel->AddMappingElements(std::move(items));
         for (std::size_t i = 0; i < added.size(); ++i)
             added[i].index = indexes[static_cast<int>(i)];
     }
-    TellAdded(added | std::views::transform(&AddedElement::index));
+    TellAdded(indexes);
     return added;
 }
 
@@ -259,8 +259,7 @@ QList<QModelIndex> DeviceManager::AddMappedItems(std::vector<std::unique_ptr<Map
     return indexes;
 }
 
-template <class Indexes>
-void DeviceManager::TellAdded(const Indexes& indexes)
+void DeviceManager::TellAdded(const QModelIndexList& indexes)
 {
     ElementIds ids;
     for (const QModelIndex& index : indexes)

@@ -242,8 +242,7 @@ private:
     template <class Entry, class Change, class Tell>
     void ChangeEach(const std::vector<Entry>& entries, MissingElement missing, const Change& change,
                     const Tell& tell);
-    template <class Indexes>
-    void TellAdded(const Indexes& indexes);
+    void TellAdded(const QModelIndexList& indexes);
     void WriteMappings(const std::vector<ElementMapping>& mappings, bool canvasChanged);
     void TellCentre(std::int64_t uniqueID, double x, double y);
 

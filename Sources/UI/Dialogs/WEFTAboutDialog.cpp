@@ -2,6 +2,7 @@
 #include "UI/Dialogs/WEFTAboutDialog.h"
 
 #include <QFile>
+#include <QIcon>
 #include <QLabel>
 #include <QPixmap>
 #include <QTextStream>

@@ -117,7 +117,7 @@ void WeftMapEditorScene::SetCanvasSize(int width, int height)
     if (canvas_->GetSize().toSize() == QSize(width, height))
         return;
     canvas_->SetSize(QSizeF(width, height));
-    setSceneRect(-(width / 2), -(height / 2), 2 * width, 2 * height);
+    setSceneRect(QRect(-(width / 2), -(height / 2), 2 * width, 2 * height));
     emit sceneSizeChanged();
 }
 

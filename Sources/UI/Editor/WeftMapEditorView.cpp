@@ -104,8 +104,8 @@ QSize WeftMapEditorView::CanvasSize() const
 
 void WeftMapEditorView::ShowScene(QSize canvas)
 {
-    setSceneRect(-(canvas.width() / 2), -(canvas.height() / 2), 2 * canvas.width(),
-                 2 * canvas.height());
+    setSceneRect(QRect(-(canvas.width() / 2), -(canvas.height() / 2), 2 * canvas.width(),
+                       2 * canvas.height()));
 }
 
 double WeftMapEditorView::FitScale(QSize canvas) const
@@ -154,7 +154,7 @@ void WeftMapEditorView::CanvasChanged()
     const QSize canvas = CanvasSize();
     ShowScene(canvas);
     UpdateMatrix();
-    centerOn(canvas.width() / 2, canvas.height() / 2);
+    centerOn(QPoint(canvas.width() / 2, canvas.height() / 2));
     UpdateBackground();
 }
 

@@ -12,9 +12,9 @@
 
 namespace {
 
-constexpr QLatin1String directoryKey("defaultImgDir");
-constexpr QLatin1String userFileKey("usrImgFile");
-constexpr QLatin1String selectionKey("imgSelVal");
+const QLatin1String directoryKey("defaultImgDir");
+const QLatin1String userFileKey("usrImgFile");
+const QLatin1String selectionKey("imgSelVal");
 
 enum : std::int32_t
 {

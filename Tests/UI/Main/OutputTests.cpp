@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <chrono>
 
-#include "ArtNet/Stage.h"
+#include "Support/Stage.h"
 #include "HostStandIn/Host.h"
 #include "UI/Editor/MappingRectangle.h"
 #include "UI/Main/LiveCanvas.h"
