@@ -233,7 +233,8 @@ void MappedDeviceModel::PutBackElements(TakenElements taken)
                                  (taken[returned].row <= row || std::cmp_equal(staying, stay));
             target[returns ? static_cast<std::size_t>(stay) + returned++ : staying++] = row;
         }
-        Rearrange(target);
+        if (!std::ranges::is_sorted(target))
+            Rearrange(target);
     }
     RecalculateConflicts();
 }
