@@ -3,7 +3,7 @@
 
 #include <climits>
 
-#include "Reading.h"
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -18,25 +18,16 @@ PixelMap MapOf(std::int32_t width, std::int32_t height, PixelMapType type, const
     return map;
 }
 
-std::unique_ptr<PixelMap> Read(std::string_view text)
-{
-    return FromText(text, PixelMap::FromXml);
-}
-
 TEST(PixelMapType, TextAndChannelsOfAllTypes)
 {
-    const std::vector<std::pair<std::wstring, std::int32_t>> types{
-        {L"RGB", 3},      {L"RBG", 3},       {L"GRB", 3},  {L"GBR", 3},    {L"BRG", 3},
-        {L"BGR", 3},      {L"RGBL", 4},      {L"RGBA", 4}, {L"RGBW+", 4},  {L"RGBW-", 4},
-        {L"L", 1},        {L"CMY", 3},       {L"YMC", 3},  {L"RGBXXX", 6}, {L"RrGgBb", 6},
-        {L"RGBAmber", 4}, {L"RGBWAmber", 5}, {L"RB", 2},   {L"R", 1},      {L"G", 1},
-        {L"B", 1}};
+    std::wstring types;
     for (std::int32_t i = 0; i < 21; ++i) {
-        const auto& [text, channels] = types[static_cast<std::size_t>(i)];
-        EXPECT_EQ(PixelMapTypeToText(static_cast<PixelMapType>(i)), text);
+        const wchar_t* text = PixelMapTypeToText(static_cast<PixelMapType>(i));
+        types += text + std::to_wstring(ChannelsPerPixel(static_cast<PixelMapType>(i))) + L' ';
         EXPECT_EQ(PixelMapTypeFromText(text), i);
-        EXPECT_EQ(ChannelsPerPixel(static_cast<PixelMapType>(i)), channels);
     }
+    EXPECT_EQ(types, L"RGB3 RBG3 GRB3 GBR3 BRG3 BGR3 RGBL4 RGBA4 RGBW+4 RGBW-4 L1 CMY3 YMC3 "
+                     L"RGBXXX6 RrGgBb6 RGBAmber4 RGBWAmber5 RB2 R1 G1 B1 ");
     for (const std::int32_t outside : {-1, 21, INT_MAX}) {
         EXPECT_EQ(PixelMapTypeToText(static_cast<PixelMapType>(outside)), nullptr);
         EXPECT_EQ(ChannelsPerPixel(static_cast<PixelMapType>(outside)), -1);
@@ -74,81 +65,23 @@ TEST(PixelMap, QueriesOfChannels)
     EXPECT_EQ(ends.GetPixelsBeyondChannel(INT_MAX), Indices({0}));
 }
 
-TEST(PixelMap, AnySizeForgetsTheCells)
+TEST(PixelMap, ANewSizeForgetsTheCells)
 {
     const auto full = MapOf(2, 1, RGB, {1, 4});
-    auto map = full;
-    map.SetWidth(2);
-    EXPECT_EQ(map, PixelMap(2, 1, RGB));
-    map = full;
-    map.SetHeight(2);
-    EXPECT_EQ(map, PixelMap(2, 2, RGB));
-    map = full;
-    map.SetType(RGBL);
-    EXPECT_EQ(map, MapOf(2, 1, RGBL, {1, 4}));
-    map.Clear();
-    EXPECT_EQ(map, PixelMap(2, 1, RGBL));
     for (const PixelMap& other :
          {MapOf(2, 1, RGB, {4, 1}), MapOf(1, 2, RGB, {1, 4}), MapOf(2, 1, RBG, {1, 4})})
         EXPECT_NE(full, other);
-}
-
-TEST(PixelMap, WritesTwoBlanksAfterEachRowAndReadsAnySeparation)
-{
-    const auto map = MapOf(2, 2, RGBWPlus, {5, 9, 1, -13});
-    EXPECT_EQ(Written(map),
-              "<P>\n    <PixelMapping width=\"2\" height=\"2\" type=\"RGBW+\">5 9  1 -13"
-              "  </PixelMapping>\n</P>\n");
-    EXPECT_EQ(Written(PixelMap(1, 1, static_cast<PixelMapType>(21)), -1), "<P />\n");
-    const Support::LogCapture log;
-    for (const char* cells :
-         {"5 9  1 -13  ", "\n 5 9\n\n 1\n-13", "5 9 1 -13 17 x", "+5 9 1 -13", "5x 9 1y -13z"})
-    {
-        const auto read = Read("<PixelMapping width=\"2\" height=\"2\" type=\"RGBW+\">" +
-                               std::string(cells) + "</PixelMapping>");
-        ASSERT_TRUE(read) << cells;
-        EXPECT_EQ(*read, map) << cells;
-    }
-    EXPECT_TRUE(log.Messages().empty());
-}
-
-TEST(PixelMap, RejectsWithOneLine)
-{
-    Rejections cases{{R"(<M height="x" type="?" />)", "Width not found in Description"},
-                     {R"(<M width="4.5" />)", "Syntact error in Description / Width"},
-                     {R"(<M width="4" type="?" />)", "Height not found in Description"},
-                     {R"(<M width="4" height="1a" />)", "Syntact error in Description / Height"},
-                     {R"(<M width="4" height="1">1 2 3 4</M>)", "Type not found in Description"},
-                     {R"(<M width="1" height="1" type="rgb">1</M>)", "Unknown PixelMap Type"}};
-    const std::string many = "2147483647";
-    for (const auto& [width, height, cells] : {std::tuple("4", "1", "1 4 7"),
-                                               {"4", "1", "1 4 x 10"},
-                                               {"1", "1", "+-1"},
-                                               {"1", "1", "2147483648"},
-                                               {"1", "1", ""},
-                                               {"1", "1", "<!-- 1 -->1"},
-                                               {"0", "1", "1"},
-                                               {"1", "0", "1"},
-                                               {"-1", "-1", "1"},
-                                               {"65536", "65536", "1"},
-                                               {many.c_str(), many.c_str(), "1"}})
-        cases.emplace_back(std::string("<M width=\"") + width + "\" height=\"" + height +
-                               "\" type=\"RGB\">" + cells + "</M>",
-                           "PixelMap content not completely filled");
-    ExpectRejected(cases, PixelMap::FromXml);
-}
-
-TEST(PixelMap, TheLargestMapAndOneCellMore)
-{
-    std::string cells;
-    for (std::int64_t i = 0; i <= MaxPixelMapCells; ++i)
-        cells += "1 ";
-    const std::string end = R"(" height="1" type="L">)" + cells + "</M>";
-    const auto map = Read(R"(<M width="1000000)" + end);
-    ASSERT_TRUE(map);
-    EXPECT_EQ(map->GetTotalChannels(), 1'000'000);
-    ExpectRejected({{R"(<M width="1000001)" + end, "PixelMap content not completely filled"}},
-                   PixelMap::FromXml);
+    auto map = full;
+    map.SetType(RGBL);
+    EXPECT_EQ(map, MapOf(2, 1, RGBL, {1, 4}));
+    map.SetWidth(2);
+    EXPECT_EQ(map, PixelMap(2, 1, RGBL));
+    map.SetCell(0, 0, 1);
+    map.SetHeight(2);
+    EXPECT_EQ(map, PixelMap(2, 2, RGBL));
+    map.SetCell(1, 1, 1);
+    map.Clear();
+    EXPECT_EQ(map, PixelMap(2, 2, RGBL));
 }
 
 } // namespace

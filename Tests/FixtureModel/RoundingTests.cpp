@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "FixtureModel/Rounding.h"
 
+#include <array>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -19,29 +20,24 @@ TEST(Rounding, HalvesGoUpward)
 TEST(Rounding, WholeDegreesLieAtOrBelowAFullTurn)
 {
     constexpr double hair = 1e-4;
-    struct Case
+    // Degrees, within a full turn, whole, and whole with a tolerance of a hair.
+    for (const auto& [degrees, within, whole, wholeWithHair] :
+         {std::array<double, 4>{725.5, 5.5, 5, 5},
+          {360, 360, 360, 360},
+          {720, 360, 360, 360},
+          {360.5, 0.5, 0, 0},
+          {360 + hair / 2, hair / 2, 0, 360},
+          {360 + 2 * hair, 2 * hair, 0, 0},
+          {359.99, 359.99, 359, 359},
+          {90 - hair / 2, 90 - hair / 2, 89, 90},
+          {90 - 2 * hair, 90 - 2 * hair, 89, 89},
+          {0, 0, 0, 0},
+          {-1.5, -1.5, -2, -2},
+          {-725, -725, -725, -725}})
     {
-        double degrees;
-        double within;
-        double whole;
-        double wholeWithHair;
-    };
-    for (const Case& c : {Case{725.5, 5.5, 5, 5},
-                          {360, 360, 360, 360},
-                          {720, 360, 360, 360},
-                          {360.5, 0.5, 0, 0},
-                          {360 + hair / 2, hair / 2, 0, 360},
-                          {360 + 2 * hair, 2 * hair, 0, 0},
-                          {359.99, 359.99, 359, 359},
-                          {90 - hair / 2, 90 - hair / 2, 89, 90},
-                          {90 - 2 * hair, 90 - 2 * hair, 89, 89},
-                          {0, 0, 0, 0},
-                          {-1.5, -1.5, -2, -2},
-                          {-725, -725, -725, -725}})
-    {
-        EXPECT_NEAR(Rounding::WithinFullTurn(c.degrees), c.within, 1e-9) << c.degrees;
-        EXPECT_EQ(Rounding::WholeDegrees(c.degrees), c.whole) << c.degrees;
-        EXPECT_EQ(Rounding::WholeDegrees(c.degrees, hair), c.wholeWithHair) << c.degrees;
+        EXPECT_NEAR(Rounding::WithinFullTurn(degrees), within, 1e-9) << degrees;
+        EXPECT_EQ(Rounding::WholeDegrees(degrees), whole) << degrees;
+        EXPECT_EQ(Rounding::WholeDegrees(degrees, hair), wholeWithHair) << degrees;
     }
     EXPECT_FALSE(std::signbit(Rounding::WholeDegrees(-0.0)));
     EXPECT_LE(Rounding::WholeDegrees(std::numeric_limits<float>::max()), 360);
