@@ -13,29 +13,19 @@ namespace {
 
 using Entries = std::vector<StaticChannel>;
 
-/// An element with these attributes beside the names, an RGB map of one row, and these children.
-std::string FixtureText(const std::string& attributes, const std::string& cells,
-                        const std::string& children = {})
+/// A fixture with these attributes, an RGB map of one row, and constants.
+LEDFixture Loaded(const std::string& attributes, const std::string& cells,
+                  const std::string& constants = {})
 {
     const auto width = std::to_string(std::count(cells.begin(), cells.end(), ' ') + 1);
-    return "<LEDFixture manufacturer=\"Generic\" product=\"Bar\" " + attributes +
-           "><PixelMapping width=\"" + width + "\" height=\"1\" type=\"RGB\">" + cells +
-           "</PixelMapping>" + children + "</LEDFixture>";
-}
-
-std::string Constant(int channel, int value = 0)
-{
-    return "<StaticChannel channel=\"" + std::to_string(channel) + "\" value=\"" +
-           std::to_string(value) + "\" />";
-}
-
-LEDFixture Loaded(const std::string& text)
-{
     XmlText::Document document;
-    EXPECT_TRUE(XmlText::Parse(text, document)) << text;
+    EXPECT_TRUE(XmlText::Parse("<LEDFixture manufacturer='Maker' product='Bar' " + attributes +
+                                   "><PixelMapping height='1' type='RGB' width='" + width + "'>" +
+                                   cells + "</PixelMapping>" + constants + "</LEDFixture>",
+                               document));
     std::int32_t intensityChannel = 0;
-    auto fixture = LEDFixture::FromXml(*document.FirstChildElement(), 7, intensityChannel);
-    EXPECT_TRUE(fixture) << text;
+    auto fixture = LEDFixture::FromXml(*document.FirstChildElement(), 1, intensityChannel);
+    EXPECT_TRUE(fixture) << attributes << cells << constants;
     return fixture.value_or(LEDFixture(L"", L"", PixelMap(0, 0, PixelMapType::RGB), 0, 0));
 }
 
@@ -61,33 +51,31 @@ TEST(StaticChannelList, SetsFindsAndRemoves)
 
 TEST(LEDFixture, CountAndFreeChannels)
 {
-    const std::string six = "1 4 7 10 13 16";
-    const std::string two = Constant(19, 255) + Constant(20);
-    using Case = std::tuple<std::string, std::int32_t, Entries>;
-    for (const auto& [text, count, list] :
-         {Case{FixtureText("", "1 4 7 10"), 12, {}},
+    const std::string five = "<StaticChannel channel='5' value='0' />";
+    const std::string one = "<StaticChannel channel='1' value='9' />";
+    const std::string twenty = "<StaticChannel channel='20' />";
+    using Case = std::tuple<LEDFixture, std::int32_t, Entries>;
+    for (const auto& [fixture, count, list] :
+         {Case{Loaded("", "1 4 7 10"), 12, {}},
           // The free channels end with the pixels when a constant lies beyond them.
-          Case{FixtureText("", "2 6", Constant(20)), 20, {{20, 0}, {1, -1}, {5, -1}}},
-          Case{FixtureText("channel_count=\"6\"", "2", Constant(5) + Constant(1) + Constant(6)),
-               6,
-               {{5, 0}, {1, 0}, {6, 0}}},
-          Case{FixtureText("channel_count=\"21\"", six, two), 21, {{19, 255}, {20, 0}, {21, -1}}},
-          Case{FixtureText("channel_count=\"0\"", six), 0, {}},
-          Case{FixtureText("", "1", "<StaticChannel channel=\"5\" />"), 5, {{5, -1}}}})
+          Case{Loaded("", "2 6", twenty), 20, {{20, -1}, {1, -1}, {5, -1}}},
+          Case{Loaded("channel_count='6'", "2", five + one), 6, {{5, 0}, {1, 9}, {6, -1}}},
+          Case{Loaded("channel_count='0'", "1 4"), 0, {}}})
     {
-        const LEDFixture fixture = Loaded(text);
-        EXPECT_EQ(fixture.uniqueID, 7);
-        EXPECT_EQ(fixture.GetChannelCount(), count) << text;
-        EXPECT_EQ(static_cast<const Entries&>(fixture.staticChannels), list) << text;
+        EXPECT_EQ(fixture.GetChannelCount(), count);
+        EXPECT_EQ(static_cast<const Entries&>(fixture.staticChannels), list) << count;
     }
-    EXPECT_EQ(Loaded(FixtureText("channel_count=\"512\"", "1")).staticChannels.size(), 509U);
+    EXPECT_EQ(Loaded("channel_count='512'", "1").staticChannels.size(), 509U);
     // The pixel on -1 reaches channel 1; free channels stay within a universe.
-    const auto wild = Loaded(FixtureText("", "2147483647 -2147483648 -1"));
+    const auto wild = Loaded("", "2147483647 -2147483648 -1");
     EXPECT_EQ(wild.GetChannelCount(), INT_MAX);
     EXPECT_EQ(wild.staticChannels.size(), 511U);
+    // Product and pixels make a fixture, not its channels and constants.
+    EXPECT_EQ(wild, Loaded("channel_count='9'", "2147483647 -2147483648 -1", five));
+    EXPECT_NE(wild, Loaded("", "2147483647 -2147483648 -2"));
 }
 
-TEST(LEDFixture, ChannelCountOutOfRangeChangesNothing)
+TEST(LEDFixture, AChannelCountOutOfRangeChangesNothing)
 {
     LEDFixture fixture(L"m", L"p", PixelMap(1, 1, PixelMapType::RGB), 1, 9);
     const Support::LogCapture log;
@@ -95,20 +83,8 @@ TEST(LEDFixture, ChannelCountOutOfRangeChangesNothing)
         fixture.SetChannelCount(set);
         EXPECT_EQ(fixture.GetChannelCount(), count);
     }
-    EXPECT_EQ(log.Messages(),
-              (std::vector<std::string>{"Setting channel count is out of range 513",
-                                        "Setting channel count is out of range -1"}));
-}
-
-TEST(LEDFixture, EqualByProductAndPixelsAlone)
-{
-    const auto one = Loaded(FixtureText("channel_count=\"9\"", "1", Constant(5)));
-    auto other = Loaded(FixtureText("", "1", Constant(6, 9)));
-    other.manufacturer = L"Another";
-    EXPECT_EQ(one, other);
-    other.product = L"bar";
-    EXPECT_NE(one, other);
-    EXPECT_NE(one, Loaded(FixtureText("", "2")));
+    EXPECT_EQ(log.Count("Setting channel count is out of range 513"), 1);
+    EXPECT_EQ(log.Count("Setting channel count is out of range -1"), 1);
 }
 
 } // namespace

@@ -32,7 +32,6 @@ TEST(PixelMapType, TextAndChannelsOfAllTypes)
         EXPECT_EQ(PixelMapTypeToText(static_cast<PixelMapType>(outside)), nullptr);
         EXPECT_EQ(ChannelsPerPixel(static_cast<PixelMapType>(outside)), -1);
     }
-    EXPECT_EQ(PixelMapTypeFromText(L"rgb"), -1);
 }
 
 TEST(PixelMap, QueriesOfChannels)
@@ -67,11 +66,7 @@ TEST(PixelMap, QueriesOfChannels)
 
 TEST(PixelMap, ANewSizeForgetsTheCells)
 {
-    const auto full = MapOf(2, 1, RGB, {1, 4});
-    for (const PixelMap& other :
-         {MapOf(2, 1, RGB, {4, 1}), MapOf(1, 2, RGB, {1, 4}), MapOf(2, 1, RBG, {1, 4})})
-        EXPECT_NE(full, other);
-    auto map = full;
+    auto map = MapOf(2, 1, RGB, {1, 4});
     map.SetType(RGBL);
     EXPECT_EQ(map, MapOf(2, 1, RGBL, {1, 4}));
     map.SetWidth(2);

@@ -153,7 +153,6 @@ TEST(Readers, Fixture)
 {
     ExpectWritten(Fixtures, {{" manufacturer='M&amp;N'", " manufacturer=''", ""},
                              {" product='P 1'", " product=''", ""},
-                             {" channel_count='24'", "", ""},
                              {" channel_count='24'", " intensity_channel='9'", ""},
                              {"'24'", "'0'", "'0'"},
                              {"'24'", "'512'", "'512'"},
