@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "Settings/Observable.h"
 #include "Settings/SettingsBlock.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <memory>
 #include <string>
 #include <tuple>
-#include <vector>
 
 namespace {
 
@@ -36,16 +33,6 @@ protected:
     Support::TemporaryFolder folder;
 };
 
-struct Listener : Observer
-{
-    void Update(Observable& observable, const ObservableData* data) override
-    {
-        updates.push_back({this, data});
-        observable.observers.clear(); // Leaving during the update is allowed.
-    }
-    static inline std::vector<std::pair<const Observer*, const ObservableData*>> updates;
-};
-
 } // namespace
 
 TEST_F(Settings, AnEmptyStoreReplacesTheDefaults)
@@ -54,34 +41,27 @@ TEST_F(Settings, AnEmptyStoreReplacesTheDefaults)
     EXPECT_EQ(loaded.zoomFactor, 0.0F);
     EXPECT_TRUE(loaded.showGrid && loaded.snapToGrid);
     EXPECT_EQ(loaded.visualFile + loaded.lastFile, QString());
-}
-
-TEST_F(Settings, WithoutAStoreNothingIsSaved)
-{
     SettingsBlock block{SettingsBlock::WithoutStore()};
-    EXPECT_EQ(block.zoomFactor, 0.5F);
     EXPECT_EQ(block.lastFile, QStringLiteral(":/wfm/Resources/DemoMapping.wfm"));
     block.Save();
     EXPECT_EQ(block.SaveInterfaceKeys(), nullptr);
-    EXPECT_EQ(block.settings, nullptr);
 }
 
 TEST_F(Settings, EverythingOutlivesTheBlock)
 {
-    const auto values = [](const SettingsBlock& block) {
-        return std::tuple(block.zoomFactor, block.zoomStyle, block.showGrid, block.snapToGrid,
-                          block.visualFile, block.lastFile, block.lastDirectory, block.networkText);
+    const auto fields = [](SettingsBlock& block) {
+        return std::tie(block.zoomFactor, block.zoomStyle, block.showGrid, block.snapToGrid,
+                        block.visualFile, block.lastFile, block.lastDirectory, block.networkText);
     };
     const auto set = std::tuple(1.75F, 1, false, false, QStringLiteral("/p/\u00FC \"1\";2.bmp"),
                                 QStringLiteral("a,b.wfm"), QStringLiteral("/d"),
                                 QStringLiteral("2.255.255.255"));
     {
         SettingsBlock block(Store());
-        std::tie(block.zoomFactor, block.zoomStyle, block.showGrid, block.snapToGrid,
-                 block.visualFile, block.lastFile, block.lastDirectory, block.networkText) = set;
+        fields(block) = set;
     }
     SettingsBlock block(Store());
-    EXPECT_EQ(values(block), set);
+    EXPECT_EQ(fields(block), set);
     EXPECT_EQ(Store()->allKeys().size(), 8);
 
     // Saving what the interface alone changes leaves the stored place of the document.
@@ -114,45 +94,15 @@ TEST_F(Settings, TheOldRangeBecomesTheNetworkOnce)
 
 TEST_F(Settings, ValuesOfAnotherTypeReadAsZero)
 {
-    for (const char* key : {"zoomFactor", "zoomStyle", "dmxRange"})
-        Put(key, QStringLiteral("lots"));
+    Put("zoomStyle", QStringLiteral("lots"));
+    Put("dmxRange", QStringLiteral("lots"));
     Put("showGrid", QStringLiteral("false"));
-    const SettingsBlock block(Store());
-    EXPECT_EQ(block.zoomFactor, 0.0F);
-    EXPECT_EQ(block.zoomStyle, 0);
-    EXPECT_FALSE(block.showGrid);
-    EXPECT_EQ(block.networkText, QString());
-    for (const char* number : {"nan", "inf", "-inf"}) {
+    for (const char* number : {"lots", "nan", "inf", "-inf"}) {
         Put("zoomFactor", QString::fromLatin1(number));
         EXPECT_EQ(SettingsBlock(Store()).zoomFactor, 0.0F) << number;
     }
-}
-
-TEST(UserSettings, LieInTheUsersOwnStore)
-{
-    {
-        SettingsBlock block;
-        block.lastDirectory = QStringLiteral("/mine");
-    }
-    const QSettings store(QStringLiteral("Zentri"), QStringLiteral("PixelWeft3"));
-    EXPECT_EQ(store.value(QStringLiteral("lastDirectory")), QStringLiteral("/mine"));
-    EXPECT_TRUE(store.fileName().startsWith(qEnvironmentVariable("XDG_CONFIG_HOME")));
-}
-
-TEST(Observers, AreUpdatedOnceForAChangeAndInOrder)
-{
-    Listener a;
-    Listener b;
-    Listener late;
-    Observable observable;
-    observable.observers = {&a, &b};
-    observable.lateObservers = {&late};
-    const WEFTObservableData data;
-    observable.Notify(&data);
-    EXPECT_TRUE(Listener::updates.empty());
-    observable.SetChanged();
-    observable.Notify(&data);
-    observable.Notify(&data);
-    EXPECT_EQ(Listener::updates,
-              (decltype(Listener::updates){{&a, &data}, {&b, &data}, {&late, &data}}));
+    const SettingsBlock block(Store());
+    EXPECT_EQ(block.zoomStyle, 0);
+    EXPECT_FALSE(block.showGrid);
+    EXPECT_EQ(block.networkText, QString());
 }
