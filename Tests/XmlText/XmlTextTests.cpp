@@ -18,18 +18,6 @@ bool Parses(std::string_view text)
     return XmlText::Parse(text, document);
 }
 
-/// A value through a printed file and back.
-std::wstring RoundTrip(std::wstring_view value)
-{
-    XmlText::Document written;
-    XmlText::SetAttribute(XmlText::AddElement(written, "E"), "v", value);
-    const std::string bytes = XmlText::Encode(XmlText::Print(written));
-    XmlText::Document read;
-    if (!XmlText::Parse(XmlText::Decode(bytes), read))
-        return L"unreadable";
-    return XmlText::Attribute(*read.FirstChildElement(), "v").value_or(L"missing");
-}
-
 std::string PrintedValue(std::wstring_view value)
 {
     XmlText::Document document;
@@ -39,34 +27,11 @@ std::string PrintedValue(std::wstring_view value)
 
 } // namespace
 
-TEST(XmlPrint, LayoutIsFixed)
-{
-    XmlText::Document document;
-    auto& mapping = XmlText::AddElement(document, "Mapping");
-    XmlText::SetAttribute(mapping, "version", 1);
-    XmlText::SetAttribute(mapping, "name", L"Bühne");
-    auto& element = XmlText::AddElement(mapping, "LED");
-    XmlText::AddTextElement(element, "rotation", "0.000000");
-    XmlText::AddTextElement(element, "note", "a<b>&\"'\x01");
-    XmlText::AddElement(element, "empty");
-    XmlText::AddElement(document, "Second");
-
-    EXPECT_EQ(XmlText::Print(document), "<Mapping version=\"1\" name=\"B\xC3\xBChne\">\n"
-                                        "    <LED>\n"
-                                        "        <rotation>0.000000</rotation>\n"
-                                        "        <note>a&lt;b&gt;&amp;&quot;&apos;&#x01;</note>\n"
-                                        "        <empty />\n"
-                                        "    </LED>\n"
-                                        "</Mapping>\n"
-                                        "<Second />\n");
-    EXPECT_EQ(XmlText::Print(XmlText::Document()), "");
-}
-
 TEST(XmlPrint, QuotesAndReferencesInValues)
 {
     EXPECT_EQ(PrintedValue(L"it's"), "<E v=\"it&apos;s\" />\n");
     EXPECT_EQ(PrintedValue(L"a \"b\" 'c'"), "<E v='a &quot;b&quot; &apos;c&apos;' />\n");
-    EXPECT_EQ(PrintedValue(L"\x1F\n"), "<E v=\"&#x1F;&#x0A;\" />\n");
+    EXPECT_EQ(PrintedValue(L"\x1F\n\r ]]>"), "<E v=\"&#x1F;&#x0A;&#x0D; ]]&gt;\" />\n");
     EXPECT_EQ(PrintedValue(L"&#xA9; & &#65; &amp;"),
               "<E v=\"&#xA9; &amp; &amp;#65; &amp;amp;\" />\n");
     // No semicolon, or something before it that would break the file: no reference.
@@ -77,21 +42,13 @@ TEST(XmlPrint, QuotesAndReferencesInValues)
 
 TEST(XmlPrint, MixedChildrenEachHaveTheirLine)
 {
+    EXPECT_EQ(XmlText::Print(XmlText::Document()), "");
     XmlText::Document document;
-    ASSERT_TRUE(XmlText::Parse("<?xml version='1.0'?><a>one<b/>two<!-- c --></a>", document));
-    EXPECT_EQ(XmlText::Print(document), "<a>\n    one\n    <b />\n    two\n    <!-- c -->\n</a>\n");
-}
-
-TEST(XmlPrint, OddCharactersSurviveTheFile)
-{
-    for (const wchar_t* value :
-         {L"", L"\"'<>&", L"  blanks  inside ", L"tab\tline\nreturn\r", L"\x01\x02\x1F\x7F",
-          L"\x1F4A1 \x65E5\x672C", L"&amp;", L"&#x", L"&#xAB", L"]]>", L"<!--", L"\xFEFF"})
-        EXPECT_EQ(RoundTrip(value), value);
-    // Half a pair is no character, nor is a number beyond the last one.
-    EXPECT_EQ(RoundTrip(L"a\xD800z"), L"a\xFFFDz");
-    EXPECT_EQ(RoundTrip(L"a\xDC00"), L"a\xFFFD");
-    EXPECT_EQ(RoundTrip(std::wstring(1, static_cast<wchar_t>(0x110000))), L"\xFFFD");
+    ASSERT_TRUE(XmlText::Parse("<?xml version='1.0'?><a>one<b c='1' d='2'/>&lt;two<!-- c -->"
+                               "<e>&lt;'</e></a><f/>",
+                               document));
+    EXPECT_EQ(XmlText::Print(document), "<a>\n    one\n    <b c=\"1\" d=\"2\" />\n    &lt;two\n"
+                                        "    <!-- c -->\n    <e>&lt;&apos;</e>\n</a>\n<f />\n");
 }
 
 TEST(XmlRead, EncodingsAndLineEnds)
@@ -133,28 +90,13 @@ TEST(XmlRead, SyntaxErrorsMakeTheWholeUnreadable)
     EXPECT_FALSE(XmlText::Parse("<a/><b>", document));
     EXPECT_EQ(document.FirstChild(), nullptr) << "nothing of the old or the broken text stays";
 
-    for (const char* text : {"",
-                             " \n",
-                             "text",
-                             "text<a/>",
-                             "<a/>text",
-                             "<a/>text<b/>",
-                             "<",
-                             "<a",
-                             "<a>",
-                             "</a>",
-                             "<a></b>",
-                             "<a b/>",
-                             "<a b=/>",
-                             "<a b='/>",
-                             "<a b='1' b='2'/>",
-                             "<a><b></a></b>",
-                             "<a/></a><b/>",
-                             "<a></a></b><c/>",
-                             "<!--",
-                             "<![CDATA[x",
-                             "<?xml",
-                             "<a>\xFF</a"})
+    for (const char* text : {"", " \n", "text", "text<a/>", "<a/>text", "<a/>text<b/>", "<", "<a"})
+        EXPECT_FALSE(Parses(text)) << text;
+    for (const char* text :
+         {"<a>", "</a>", "<a></b>", "<a b/>", "<a b=/>", "<a b='/>", "<!--", "<?xml"})
+        EXPECT_FALSE(Parses(text)) << text;
+    for (const char* text : {"<a b='1' b='2'/>", "<a><b></a></b>", "<a/></a><b/>",
+                             "<a></a></b><c/>", "<![CDATA[x", "<a>\xFF</a"})
         EXPECT_FALSE(Parses(text)) << text;
     EXPECT_FALSE(Parses("<a/>\0<b/>"sv));
 }
@@ -225,12 +167,10 @@ TEST(XmlNumbers, PairsAreTwoNumbersAndNothingElse)
 {
     const auto whole = XmlText::ParseIntPair("3,-4", ',');
     ASSERT_TRUE(whole);
-    EXPECT_EQ(whole->first, 3);
-    EXPECT_EQ(whole->second, -4);
+    EXPECT_EQ(std::pair(whole->first, whole->second), std::pair(3, -4));
     const auto real = XmlText::ParseFloatPair("0.5x-1e3", 'x');
     ASSERT_TRUE(real);
-    EXPECT_EQ(real->first, 0.5F);
-    EXPECT_EQ(real->second, -1000.0F);
+    EXPECT_EQ(std::pair(real->first, real->second), std::pair(0.5F, -1000.0F));
     for (const char* text : {"", ",", "1", "1,", ",1", "1,2,3", "1;2", "99999999999,1", "1.5,2"})
         EXPECT_FALSE(XmlText::ParseIntPair(text, ',')) << text;
     for (const char* text : {"nan,1", "1,inf", "1e99,1", "1,2,3", ","})
