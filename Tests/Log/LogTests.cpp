@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "Log/Log.h"
 
-#include <algorithm>
 #include <clocale>
 #include <exception>
 #include <filesystem>
 #include <map>
 #include <regex>
+#include <set>
 #include <sstream>
 #include <string>
 #include <thread>
-#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -44,27 +43,27 @@ TEST(Log, BothFormsWriteTimeThreadSourceAndMessage)
     ZEN_LOG_ERROR("without a log %s", "nothing happens");
     CaptureStderr();
     Log::SetGlobal(std::make_shared<Log>());
-    ZEN_LOG_INFO("to the debugger alone");
+    ZEN_LOG_INFO("to the debugger alone %%s");
     Log::SetGlobal(std::make_shared<Log>(folder.Path() / "Log.txt"));
     const auto heard = Lines(GetCapturedStderr());
     for (const char* file : {"C:\\folder\\A.cpp", "/folder/B.cpp", "C.cpp", "D.cpp/"})
         Zen::LogFormatted(Zen::LogLevel::Debug, file, 5, "a {0} and a %%s stay: h\xC3\xA9");
     Log::SetGlobal(nullptr);
-    const auto written = Lines(ReadBytes(folder.Path() / "Log.txt"));
-    ASSERT_GE(heard.size(), 2U);
-    ASSERT_EQ(written.size(), 5U);
-    const std::string time = R"(\[\d{4}(-\d\d){2} \d\d(:\d\d){2})";
-    const std::string zone = R"( [+-]\d\d:\d\d\]\[)";
-    const std::string begun =
-        R"(\[Log.cpp:\d+\] Async log thread started with thread id: [1-9]\d*)";
+    auto lines = Lines(ReadBytes(folder.Path() / "Log.txt"));
+    lines.push_back(heard.at(1));
     const std::string text = R"(:5\] a \{0\} and a %s stay: h..)";
-    const auto expect = [&](const std::string& line, const std::string& pattern) {
-        EXPECT_TRUE(std::regex_match(line, std::regex(pattern))) << line;
-    };
-    expect(heard[1], time + zone + R"(T:\d+\]\[LogTests.cpp:\d+\] to the debugger alone)");
-    expect(written[0], time + R"( T:\d+\])" + begun);
-    for (const auto& [i, name] : {std::pair(1U, "A.cpp"), {2U, "B.cpp"}, {3U, "C.cpp"}, {4U, ""}})
-        expect(written[i], time + R"( T:\d+\]\[)" + name + text);
+    const std::vector<std::string> patterns{
+        R"( T:\d+\]\[Log.cpp:\d+\] Async log thread started with thread id: [1-9]\d*)",
+        R"( T:\d+\]\[A.cpp)" + text,
+        R"( T:\d+\]\[B.cpp)" + text,
+        R"( T:\d+\]\[C.cpp)" + text,
+        R"( T:\d+\]\[)" + text,
+        R"( [+-]\d\d:\d\d\]\[T:\d+\]\[LogTests.cpp:\d+\] to the debugger alone %s)"};
+    ASSERT_EQ(lines.size(), patterns.size());
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        const std::regex whole(R"(\[\d{4}(-\d\d){2} \d\d(:\d\d){2})" + patterns[i]);
+        EXPECT_TRUE(std::regex_match(lines[i], whole)) << lines[i];
+    }
 }
 
 TEST(Log, ALineTooLongForTheDebuggerIsWholeInTheFile)
@@ -123,17 +122,15 @@ TEST(Log, FlushReturnsWhenTheCallersLinesAreInTheFile)
         for (int i = 0; i < 20000; ++i)
             log.Info("noise", 1, "noise");
     });
-    int found = 0;
     for (int round = 0; round < 100; ++round) {
         const std::string mark = "mark " + std::to_string(round) + '\n';
         log.Info("own", 1, "filler");
         log.Info("own", 1, mark);
         log.Flush();
-        found += ReadBytes(path).find(mark) != std::string::npos ? 1 : 0;
+        EXPECT_NE(ReadBytes(path).find(mark), std::string::npos);
     }
     other.join();
     GetCapturedStderr();
-    EXPECT_EQ(found, 100);
 }
 
 // More lines than the queue holds, from several threads, while the log changes under them: none is
@@ -161,16 +158,15 @@ TEST(Log, NoLineIsLostWhileTheLogIsReplaced)
     Log::SetGlobal(nullptr);
     GetCapturedStderr();
 
-    std::map<std::string, int> seen;
+    std::vector<std::string> seen;
     for (const fs::path& path : paths) {
         for (const std::string& line : Lines(ReadBytes(path))) {
-            const auto begin = line.find("] line ");
-            if (begin != std::string::npos && line.ends_with(" end"))
-                ++seen[line.substr(begin + 2)];
+            if (line.ends_with(" end"))
+                seen.push_back(line.substr(line.rfind("] line ") + 2));
         }
     }
     EXPECT_EQ(seen.size(), std::size_t{threadCount} * lineCount);
-    EXPECT_TRUE(std::ranges::all_of(seen, [](const auto& entry) { return entry.second == 1; }));
+    EXPECT_EQ(std::set(seen.begin(), seen.end()).size(), seen.size());
 }
 
 TEST(LogHistory, NineOlderLogsAreKeptTheYoungestFirst)
@@ -208,9 +204,6 @@ TEST(LogHistory, WithoutAHistoryFolderTheOldLogGoesOnAndAFolderIsNoLog)
     Log(path).Info("History", 1, "new line");
     EXPECT_TRUE(ReadBytes(path).starts_with("old line\n"));
     EXPECT_TRUE(ReadBytes(path).ends_with("] new line\n"));
-    const fs::path deep = folder.Path() / "made" / "deep" / "PW.txt";
-    Log(deep).Info("History", 1, "in folders that were not there");
-    EXPECT_TRUE(fs::is_directory(deep.parent_path() / "loghistory"));
     EXPECT_THROW(Log{folder.Path()}, std::exception);
     EXPECT_THROW(Log(path / "PW.txt"), std::exception);
 }
