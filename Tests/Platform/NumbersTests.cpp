@@ -12,18 +12,11 @@
 namespace {
 
 using namespace Platform;
-
-/// A text, and the number in it; none where the text is no number.
-template <typename Number>
-struct Case
-{
-    std::string text;
-    std::optional<Number> value;
-};
+using namespace std::string_literals;
 
 TEST(Numbers, WholeNumbersInTheirRangeOnly)
 {
-    using Whole = Case<std::int32_t>;
+    using Whole = std::pair<const char*, std::optional<std::int32_t>>;
     for (const auto& [text, value] : {Whole{" \t+42\r\n", 42}, Whole{"-2147483648", INT32_MIN},
                                       Whole{"2147483647", INT32_MAX}, Whole{"007", 7}})
         EXPECT_EQ(ParseInt(text), value) << '"' << text << '"';
@@ -32,7 +25,7 @@ TEST(Numbers, WholeNumbersInTheirRangeOnly)
         EXPECT_EQ(ParseInt(text), std::nullopt) << '"' << text << '"';
     for (const auto& [text, value] :
          {Whole{"0x7fFFffFF", INT32_MAX}, Whole{"-0X10", -16}, Whole{"010", 8}, Whole{"0", 0},
-          Whole{"19", 19}, Whole{"0x", {}}, Whole{"0x-1", {}}, Whole{"0xG", {}}, Whole{"08", {}},
+          Whole{"0x", {}}, Whole{"0x-1", {}}, Whole{"0xG", {}}, Whole{"08", {}},
           Whole{"0x80000000", {}}, Whole{"0x1 0", {}}})
         EXPECT_EQ(ParseIntAutoBase(text), value) << '"' << text << '"';
 }
@@ -41,35 +34,20 @@ TEST(Numbers, FloatsAreFiniteAndTheTooSmallAreZero)
 {
     const std::string zeros(400, '0');
     const std::string nines(500, '9');
-    using Float = Case<float>;
-    for (const auto& [text, value] : {Float{" +1.5 ", 1.5F},
-                                      Float{"-.25", -0.25F},
-                                      Float{"5.", 5.0F},
-                                      Float{"2.5e2", 250.0F},
-                                      Float{"3.402823466e38", FLT_MAX},
-                                      Float{"1e-50", 0.0F},
-                                      Float{"-1e-50", 0.0F},
-                                      Float{"1E-400", 0.0F},
-                                      Float{"1e-999999999999999999999", 0.0F},
-                                      Float{"0." + zeros + "1", 0.0F},
-                                      Float{"1" + zeros + "e-500", 0.0F},
-                                      Float{"1e39", {}},
-                                      Float{"-1e999999999999999999999", {}},
-                                      Float{nines, {}},
-                                      Float{nines + "e-1", {}},
-                                      Float{"0." + zeros + "1e500", {}},
-                                      Float{"", {}},
-                                      Float{".", {}},
-                                      Float{"nan", {}},
-                                      Float{"-inf", {}},
-                                      Float{"infinity", {}},
-                                      Float{"1,5", {}},
-                                      Float{"0x10", {}},
-                                      Float{"1e", {}},
-                                      Float{"1.5.2", {}},
-                                      Float{"+-1", {}},
-                                      Float{"1 1", {}}})
+    using Float = std::pair<const char*, float>;
+    for (const auto& [text, value] :
+         {Float{" +1.5 ", 1.5F}, Float{"-.25", -0.25F}, Float{"5.", 5.0F}, Float{"2.5e2", 250.0F},
+          Float{"3.402823466e38", FLT_MAX}})
         EXPECT_EQ(ParseFloat(text), value) << '"' << text << '"';
+    for (const std::string& text : {"1e-50"s, "-1e-50"s, "1E-400"s, "1e-999999999999999999999"s,
+                                    "0." + zeros + "1", "1" + zeros + "e-500"})
+        EXPECT_EQ(ParseFloat(text), 0.0F) << '"' << text << '"';
+    for (const std::string& text :
+         {"1e39"s, "-1e999999999999999999999"s, nines, nines + "e-1", "0." + zeros + "1e500"})
+        EXPECT_EQ(ParseFloat(text), std::nullopt) << '"' << text << '"';
+    for (const char* text :
+         {"", ".", "nan", "-inf", "infinity", "1,5", "0x10", "1e", "1.5.2", "+-1", "1 1"})
+        EXPECT_EQ(ParseFloat(text), std::nullopt) << '"' << text << '"';
 }
 
 TEST(Numbers, FloatsPrintSixDecimals)
