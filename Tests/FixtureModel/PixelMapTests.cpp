@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "FixtureModel/PixelMap.h"
 
+#include "XmlText/XmlText.h"
+
 #include <climits>
 
 #include <gtest/gtest.h>
@@ -31,6 +33,9 @@ TEST(PixelMapType, TextAndChannelsOfAllTypes)
     for (const std::int32_t outside : {-1, 21, INT_MAX}) {
         EXPECT_EQ(PixelMapTypeToText(static_cast<PixelMapType>(outside)), nullptr);
         EXPECT_EQ(ChannelsPerPixel(static_cast<PixelMapType>(outside)), -1);
+        XmlText::Document document;
+        auto& parent = XmlText::AddElement(document, "P");
+        EXPECT_EQ(PixelMap(1, 1, static_cast<PixelMapType>(outside)).ToXml(parent), -1);
     }
 }
 
@@ -72,6 +77,8 @@ TEST(PixelMap, ANewSizeForgetsTheCells)
     map.SetWidth(2);
     EXPECT_EQ(map, PixelMap(2, 1, RGBL));
     map.SetCell(0, 0, 1);
+    map.SetHeight(-1);
+    EXPECT_EQ(map, PixelMap(2, 0, RGBL));
     map.SetHeight(2);
     EXPECT_EQ(map, PixelMap(2, 2, RGBL));
     map.SetCell(1, 1, 1);

@@ -94,7 +94,7 @@ TEST(Strings, ConversionsKeepToTheirBuffers)
     std::u16string units = u"xxxx";
     std::size_t size = 5;
     EXPECT_FALSE(strings.Utf8ToWide("abc", 3, units.data(), size));
-    EXPECT_EQ(units, u"\0\0xx"s);
+    EXPECT_EQ(std::tuple(size, units), std::tuple(0U, u"\0\0xx"s));
 }
 
 TEST(Registry, KeepsTextsUnderTheirKeys)

@@ -99,6 +99,9 @@ TEST_F(Host, ReelCommandTellsItsLibraryAndArtNet)
         EXPECT_EQ(preferences->dmxInterface + preferences->artNetIPAddress, L"");
     }
     EXPECT_EQ(preferences->mappingPath, L"");
+    System::global.reset();
+    preferences->mode = ApplicationMode::BesideLoomTap;
+    EXPECT_FALSE(preferences->Load()) << "a user without a folder";
 }
 
 TEST_F(Host, IncompletePreferencesOfReelCommand)
