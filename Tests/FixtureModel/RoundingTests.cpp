@@ -27,9 +27,9 @@ TEST(Rounding, WholeDegreesLieAtOrBelowAFullTurn)
           {720, 360, 360, 360},
           {360.5, 0.5, 0, 0},
           {360 + hair / 2, hair / 2, 0, 360},
-          {360 + 2 * hair, 2 * hair, 0, 0},
+          {360 + 1.5 * hair, 1.5 * hair, 0, 0},
           {90 - hair / 2, 90 - hair / 2, 89, 90},
-          {90 - 2 * hair, 90 - 2 * hair, 89, 89},
+          {90 - 1.5 * hair, 90 - 1.5 * hair, 89, 89},
           {-1.5, -1.5, -2, -2},
           {-725, -725, -725, -725}})
     {
