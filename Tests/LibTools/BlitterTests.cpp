@@ -38,7 +38,7 @@ Numbers Pixels(const ZenBitmap& bitmap)
 TEST(Bitmap, SizesThatCantBeHeldGiveNoBitmap)
 {
     for (const auto& [width, height] :
-         {std::pair(-1, 1), {1, -1}, {maxInt, maxInt}, {maxInt, 1}, {32768, 32768}})
+         {std::pair(-1, 0), {0, -1}, {maxInt, maxInt}, {maxInt, 1}, {32768, 32768}})
         EXPECT_EQ(ZenBitmap::Create(width, height, 4), nullptr);
     EXPECT_EQ(ZenBitmap::Create(3, 2, 7)->bytesPerRow, 9);
     EXPECT_EQ(Pixels(*ZenBitmap::Create(3, 2, 4)), Numbers(6, 0));
@@ -73,16 +73,16 @@ TEST(Blitter, StretchTakesTheNearestPixelAndTouchesNothingOutside)
 TEST(Blitter, EveryFormatKeepsItsColours)
 {
     W32BlitterService blitter;
-    QImage image(2, 1, QImage::Format_ARGB32);
+    QImage image(1, 2, QImage::Format_ARGB32);
     image.setPixel(0, 0, qRgba(1, 2, 3, 255));
-    image.setPixel(1, 0, qRgba(200, 100, 50, 255));
-    const auto bitmap = Bitmap(2, {0, 0});
+    image.setPixel(0, 1, qRgba(200, 100, 50, 255));
+    const auto bitmap = Bitmap(1, {0, 0});
     blitter.ImageToBitmap(image, *bitmap);
     EXPECT_EQ(Pixels(*bitmap), Numbers({0xFF010203, 0xFFC86432}));
     // 3 pixels of 3 bytes: QImage pads its rows, the colours must not drift.
     QImage preview(3, 2, QImage::Format_RGB888);
     blitter.BitmapToImage(*bitmap, preview);
-    EXPECT_EQ(preview.pixel(1, 1), qRgb(1, 2, 3));
+    EXPECT_EQ(preview.pixel(2, 0), qRgb(1, 2, 3));
     EXPECT_EQ(preview.pixel(2, 1), qRgb(200, 100, 50));
     Numbers colours; // of grey, two bytes a pixel, three bytes a pixel
     using Case = std::pair<std::uint32_t, std::vector<std::uint8_t>>;
