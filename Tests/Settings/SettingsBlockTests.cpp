@@ -65,11 +65,12 @@ TEST_F(Settings, EverythingOutlivesTheBlock)
     EXPECT_EQ(Store()->allKeys().size(), 8);
 
     // Saving what the interface alone changes leaves the stored place of the document.
-    block.lastFile = QStringLiteral("new");
-    block.visualFile = QStringLiteral("new");
+    const QString changed = QStringLiteral("new");
+    fields(block) = std::tuple(2.5F, 2, true, true, changed, changed, changed, changed);
     ASSERT_EQ(block.SaveInterfaceKeys(), block.settings.get());
-    EXPECT_EQ(block.settings->value(QStringLiteral("lastFile")), QStringLiteral("a,b.wfm"));
-    EXPECT_EQ(block.settings->value(QStringLiteral("visualFile")), QStringLiteral("new"));
+    block.Load();
+    EXPECT_EQ(fields(block), std::tuple(2.5F, 2, true, true, changed, QStringLiteral("a,b.wfm"),
+                                        QStringLiteral("/d"), changed));
 }
 
 TEST_F(Settings, TheOldRangeBecomesTheNetworkOnce)
