@@ -86,9 +86,11 @@ TEST(XmlRead, SeveralElementsAtTheTopAndCollapsedText)
 TEST(XmlRead, SyntaxErrorsMakeTheWholeUnreadable)
 {
     XmlText::Document document;
-    ASSERT_TRUE(XmlText::Parse("<a/>", document));
-    EXPECT_FALSE(XmlText::Parse("<a/><b>", document));
-    EXPECT_EQ(document.FirstChild(), nullptr) << "nothing of the old or the broken text stays";
+    for (const char* broken : {"<a/><b>", "<a/></b>"}) {
+        ASSERT_TRUE(XmlText::Parse("<a/>", document));
+        EXPECT_FALSE(XmlText::Parse(broken, document));
+        EXPECT_EQ(document.FirstChild(), nullptr) << "nothing of the old or the broken text stays";
+    }
 
     for (const char* text : {"", " \n", "text", "text<a/>", "<a/>text", "<a/>text<b/>", "<", "<a"})
         EXPECT_FALSE(Parses(text)) << text;
