@@ -77,11 +77,14 @@ std::int64_t CanvasStage::Place(std::int64_t fixture, QPointF centre, QSizeF siz
     return manager.GetUniqueID(index);
 }
 
-CanvasStage::Element CanvasStage::Model(std::int64_t id) const
+const VideoMapping& CanvasStage::Video(std::int64_t id) const
 {
-    const VideoMapping& video = *Item(id).GetVideoMapping();
-    return {ElementGeometry::PlacementOf(video, manager.CanvasPixels()), video.rotation,
-            video.flipHorizontal, video.flipVertical};
+    return *Item(id).GetVideoMapping();
+}
+
+ElementGeometry::Placement CanvasStage::PlaceOf(std::int64_t id) const
+{
+    return ElementGeometry::PlacementOf(Video(id), manager.CanvasPixels());
 }
 
 MappedLedItem& CanvasStage::Item(std::int64_t id) const
@@ -101,9 +104,11 @@ std::vector<std::int64_t> CanvasStage::Ids() const
 std::vector<std::int64_t> CanvasStage::SelectedInList() const
 {
     std::vector<std::int64_t> ids;
-    for (const QModelIndex& row :
-         list->selectionModel()->selectedRows(MappedDeviceModel::IdentifierColumn))
-        ids.push_back(row.data(Qt::UserRole).toLongLong());
+    for (int row = 0; row < list->model()->rowCount(); ++row) {
+        const QModelIndex cell = list->model()->index(row, MappedDeviceModel::IdentifierColumn);
+        if (list->selectionModel()->isSelected(cell))
+            ids.push_back(cell.data(Qt::UserRole).toLongLong());
+    }
     std::ranges::sort(ids);
     return ids;
 }
@@ -112,24 +117,17 @@ std::string CanvasStage::Disagreement() const
 {
     if (Ids() != scene->AllIds())
         return "the scene holds other elements than the document";
-    std::vector<std::int64_t> listed;
-    for (int row = 0; row < list->model()->rowCount(); ++row)
-        listed.push_back(list->model()
-                             ->index(row, MappedDeviceModel::IdentifierColumn)
-                             .data(Qt::UserRole)
-                             .toLongLong());
-    std::ranges::sort(listed);
-    if (listed != Ids())
+    if (list->model()->rowCount() != std::ssize(Ids()))
         return "the list shows other elements than the document";
     if (SelectedInList() != scene->SelectedIds())
         return "canvas and list have other selections";
     for (const std::int64_t id : Ids()) {
-        const Element model = Model(id);
+        const VideoMapping& video = Video(id);
         const MappingRectangle& item = *scene->Find(id);
-        const bool same = item.GetPlacement() == model.placement &&
-                          item.rotation() == static_cast<double>(model.rotation) &&
-                          item.IsFlipped(FlipHorizontal) == model.flipHorizontal &&
-                          item.IsFlipped(FlipVertical) == model.flipVertical;
+        const bool same = item.GetPlacement() == PlaceOf(id) &&
+                          item.rotation() == static_cast<double>(video.rotation) &&
+                          item.IsFlipped(FlipHorizontal) == video.flipHorizontal &&
+                          item.IsFlipped(FlipVertical) == video.flipVertical;
         if (!same)
             return "element " + std::to_string(id) + " is elsewhere than the document says";
         if (item.isSelected() != (item.zValue() == 1))

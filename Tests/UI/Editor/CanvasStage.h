@@ -33,14 +33,8 @@ public:
 
     // ---- What the model, the list and the canvas say -------------------------------------------
 
-    struct Element
-    {
-        ElementGeometry::Placement placement; ///< scene pixels
-        float rotation = 0;
-        bool flipHorizontal = false;
-        bool flipVertical = false;
-    };
-    [[nodiscard]] Element Model(std::int64_t id) const;
+    [[nodiscard]] const VideoMapping& Video(std::int64_t id) const;
+    [[nodiscard]] ElementGeometry::Placement PlaceOf(std::int64_t id) const; ///< scene pixels
     [[nodiscard]] MappedLedItem& Item(std::int64_t id) const;
     [[nodiscard]] std::vector<std::int64_t> Ids() const;
     [[nodiscard]] std::vector<std::int64_t> SelectedInList() const;

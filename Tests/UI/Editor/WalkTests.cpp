@@ -11,6 +11,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <functional>
 #include <random>
 
 #include <QTransform>
@@ -139,7 +140,7 @@ public:
         // What only a file can bring: angles between degrees, another filter, a node of its own.
         for (int i = 0; i < 14; ++i) {
             const auto id = stage.Place(bar_, {10.0 + 6 * i, 15.0 + 5 * i}, {12.0 + i, 4});
-            VideoMapping video = *stage.Item(id).GetVideoMapping();
+            VideoMapping video = stage.Video(id);
             video.rotation = 12.75F * static_cast<float>(i);
             video.filterMode = static_cast<VideoFilterMode>(i % 3);
             stage.manager.SetVideoMappings({{id, video}});
@@ -151,68 +152,7 @@ public:
 
     int Pick(int below) { return static_cast<int>(random_() % static_cast<unsigned>(below)); }
 
-    void Edit()
-    {
-        EditorController& editor = *stage_.controller;
-        const auto ids = stage_.Ids();
-        switch (Pick(17)) {
-        case 0:
-            if (ids.size() < 30)
-                stage_.DropFixture(bar_, Point());
-            break;
-        case 1:
-        case 2:
-            stage_.Drag(Point(), Point());
-            break;
-        case 3:
-        case 4:
-            if (!ids.empty())
-                stage_.Drag(stage_.Model(AnyOf(ids)).placement.centre, Point());
-            break;
-        case 5:
-            DragCorner();
-            break;
-        case 6:
-            editor.ActionSelectAll();
-            break;
-        case 7:
-            editor.ActionAlign(static_cast<ElementGeometry::AlignMode>(Pick(6)));
-            break;
-        case 8:
-            editor.ActionAlignDistribute(static_cast<ElementGeometry::DistributeMode>(Pick(2)));
-            break;
-        case 9:
-            editor.ActionRotateLeftRight(static_cast<float>(Pick(720) - 360));
-            break;
-        case 10:
-            editor.ActionFlip(Pick(2), Pick(2) == 0);
-            break;
-        case 11:
-            stage_.Key(Qt::Key_Delete);
-            break;
-        case 12:
-            if (!ids.empty())
-                stage_.scene->SetSelected(AnyOf(ids), Pick(3) > 0);
-            break;
-        case 13:
-            TurnGroup();
-            break;
-        case 14:
-            stage_.display.snapToGrid = Pick(2) == 0;
-            break;
-        case 15:
-            Type();
-            break;
-        case 16:
-            if (Pick(4) == 0)
-                editor.ActionCropCanvasToSelectedDevices();
-            else
-                editor.ResizeCanvas(60 + Pick(60), 60 + Pick(60), Pick(2) == 0);
-            break;
-        default:
-            break;
-        }
-    }
+    void Edit() { edits_[static_cast<std::size_t>(Pick(static_cast<int>(edits_.size())))](); }
 
 private:
     QPointF Point()
@@ -221,9 +161,16 @@ private:
         return {static_cast<double>(Pick(canvas.width())),
                 static_cast<double>(Pick(canvas.height()))};
     }
-    std::int64_t AnyOf(const std::vector<std::int64_t>& ids)
+    /// Nothing, when there is no element.
+    void WithAny(const std::function<void(std::int64_t)>& act)
     {
-        return ids[static_cast<std::size_t>(Pick(static_cast<int>(ids.size())))];
+        const auto ids = stage_.Ids();
+        if (!ids.empty())
+            act(ids[static_cast<std::size_t>(Pick(static_cast<int>(ids.size())))]);
+    }
+    void DragElement()
+    {
+        WithAny([this](std::int64_t id) { stage_.Drag(stage_.PlaceOf(id).centre, Point()); });
     }
     void DragCorner()
     {
@@ -265,6 +212,34 @@ private:
     CanvasStage& stage_;
     std::int64_t bar_;
     std::mt19937 random_{20};
+    EditorController& editor_ = *stage_.controller;
+    const std::vector<std::function<void()>> edits_ = {
+        [this] { stage_.DropFixture(stage_.Ids().size() < 30 ? bar_ : -1, Point()); },
+        [this] { stage_.Drag(Point(), Point()); },
+        [this] { stage_.Drag(Point(), Point()); },
+        [this] { DragElement(); },
+        [this] { DragElement(); },
+        [this] { DragCorner(); },
+        [this] { editor_.ActionSelectAll(); },
+        [this] { editor_.ActionAlign(static_cast<ElementGeometry::AlignMode>(Pick(6))); },
+        [this] {
+            editor_.ActionAlignDistribute(static_cast<ElementGeometry::DistributeMode>(Pick(2)));
+        },
+        [this] { editor_.ActionRotateLeftRight(static_cast<float>(Pick(720) - 360)); },
+        [this] { editor_.ActionFlip(Pick(2), Pick(2) == 0); },
+        [this] { stage_.Key(Qt::Key_Delete); },
+        [this] {
+            WithAny([this](std::int64_t id) { stage_.scene->SetSelected(id, Pick(3) > 0); });
+        },
+        [this] { TurnGroup(); },
+        [this] { stage_.display.snapToGrid = Pick(2) == 0; },
+        [this] { Type(); },
+        [this] {
+            if (Pick(4) == 0)
+                editor_.ActionCropCanvasToSelectedDevices();
+            else
+                editor_.ResizeCanvas(60 + Pick(60), 60 + Pick(60), Pick(2) == 0);
+        }};
 };
 
 } // namespace
