@@ -2,7 +2,6 @@
 """Documents and pictures that the tests give to the program, written without any of its code."""
 
 import struct
-import zlib
 
 WIDTH, HEIGHT = 16, 8  # of the test picture, in pixels; the canvas is twice as large
 
@@ -15,14 +14,11 @@ def colour(x, y):
 
 
 def write_picture(path):
-    """The test picture as a PNG of 8 bits a colour."""
-
-    def chunk(kind, data):
-        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
-
-    rows = b"".join(b"\0" + bytes(byte for x in range(WIDTH) for byte in colour(x, y)) for y in range(HEIGHT))
-    path.write_bytes(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", WIDTH, HEIGHT, 8, 2, 0, 0, 0)) +
-                     chunk(b"IDAT", zlib.compress(rows)) + chunk(b"IEND", b""))
+    """The test picture as a bitmap file of 24 bits a pixel, its first row first."""
+    rows = bytes(byte for y in range(HEIGHT) for x in range(WIDTH) for byte in reversed(colour(x, y)))
+    path.write_bytes(
+        struct.pack("<2sIIIIiiHHIIiiII", b"BM", 54 + len(rows), 0, 54, 40, WIDTH, -HEIGHT, 1, 24, 0, len(rows), 0, 0, 0,
+                    0) + rows)
 
 
 class Document:

@@ -115,7 +115,7 @@ class Frames(stage.Case):
         self.home.put_document(Document())
         wire = self.watch()
         self.start()
-        polls = wire.wait_for(4, lambda p: p.is_poll and stage.from_program(p), 30, "polls")
+        polls = wire.wait_for(4, lambda p: p.kind == "poll" and stage.from_program(p), 30, "polls")
         self.assertEqual({(DESK, 6454, BROADCAST, bytes.fromhex("4172742d4e657400" "0020" "000e" "0200"))},
                          {(p.source, p.source_port, p.destination, p.payload) for p in polls})
         for earlier, later in zip(polls, polls[1:]):
@@ -128,8 +128,8 @@ class Frames(stage.Case):
             answer, source = asker.recvfrom(2000)
             self.assertEqual((DESK, 6454), source)
             self.check_answer(answer)
-        self.assertEqual([], wire.packets(lambda p: p.is_reply and p.destination not in (RIG, DESK)))
-        self.assertEqual([], wire.packets(lambda p: p.is_dmx), "an empty document sends nothing")
+        self.assertEqual([], wire.packets(lambda p: p.kind == "reply" and p.destination not in (RIG, DESK)))
+        self.assertEqual([], wire.packets(lambda p: p.kind == "dmx"), "an empty document sends nothing")
 
     def check_answer(self, answer):
         self.assertEqual(239, len(answer))

@@ -31,7 +31,7 @@ class Nodes(stage.Case):
         wire.wait_for(5, dmx(0, BROADCAST), 30, "broadcast while no node is known")
 
         node = self.rig("-a", RIG, "-u", "0,7")
-        reply = wire.wait_for(1, lambda p: p.is_reply, 10, "a reply to a poll")[0]
+        reply = wire.wait_for(1, lambda p: p.kind == "reply", 10, "a reply to a poll")[0]
         first = wire.wait_for(20, dmx(0, RIG), 10, "frames for the node")[0]
         self.assertLess(first.time - reply.time, NODE_RESULTS_WITHIN)
         # It gets the universe that it announced and the program has; the other universe is not sent.
@@ -40,7 +40,7 @@ class Nodes(stage.Case):
         self.assertRate(wire.packets(dmx(0, RIG)), 10)
 
         node.end()
-        last = wire.packets(lambda p: p.is_reply)[-1]
+        last = wire.packets(lambda p: p.kind == "reply")[-1]
         back = wire.wait_for(20, dmx(0, BROADCAST), 20, "broadcast again", since=later)[0]
         self.assertTrue(10 <= back.time - last.time <= 12.5 + 1.5,
                         f"forgotten after {back.time - last.time:.1f} s instead of 10 to 12.5 and a second's timer")

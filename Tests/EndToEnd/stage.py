@@ -65,20 +65,16 @@ def standing_on(host):
     """Sockets that are opened inside belong to that host of the stage for good."""
     libc = ctypes.CDLL(None, use_errno=True)
 
-    def enter(path):
-        handle = os.open(path, os.O_RDONLY)
-        try:
-            if libc.setns(handle, 0x40000000) != 0:
+    def enter(name):
+        with open(f"/proc/{os.environ['STAGE_PID_' + name]}/ns/net", "rb") as network:
+            if libc.setns(network.fileno(), 0x40000000) != 0:
                 raise OSError(ctypes.get_errno(), "setns")
-        finally:
-            os.close(handle)
 
-    home = f"/proc/{os.environ['STAGE_PID_desk']}/ns/net"
-    enter(f"/proc/{os.environ['STAGE_PID_' + host]}/ns/net")
+    enter(host)
     try:
         yield
     finally:
-        enter(home)
+        enter("desk")
 
 
 def on(host, *command, **options):
@@ -153,7 +149,7 @@ class Home:
 
     def use_test_picture(self):
         """The program shows the test picture and sends on the network 2.X.X.X."""
-        picture = self.folder / "picture.png"
+        picture = self.folder / "picture.bmp"
         write_picture(picture)
         self.put_settings(visualFile=picture, usrImgFile=picture, imgSelVal=2, network="2.X.X.X")
 
@@ -168,11 +164,8 @@ class Program(Process):
         self.log = log or home.log
         self.said = home.folder / said
         self._older_log = self.log.stat().st_ino if self.log.exists() else None
-        environment = {
-            key: value for key, value in os.environ.items()
-            if not key.startswith("XDG_") and key not in ("DISPLAY", "WAYLAND_DISPLAY")
-        }
-        environment |= {
+        of_the_user = ("XDG_", "DISPLAY", "WAYLAND_DISPLAY")
+        environment = {key: value for key, value in os.environ.items() if not key.startswith(of_the_user)} | {
             "HOME": str(home.folder),
             "XDG_DATA_HOME": str(home.data),
             "XDG_CONFIG_HOME": str(home.config),
@@ -209,6 +202,9 @@ def copy_of_program(folder, mode=None):
 # --- the wire ----------------------------------------------------------------------------------------------------
 
 
+KINDS = {0x2000: "poll", 0x2100: "reply", 0x5000: "dmx"}
+
+
 class Packet(typing.NamedTuple):
     """One Art-Net packet as the dissector read it; `payload` is what UDP carried."""
 
@@ -216,23 +212,11 @@ class Packet(typing.NamedTuple):
     source: str
     source_port: int
     destination: str
-    opcode: int
+    kind: str  # of KINDS
     universe: int
     length: int
     malformed: bool
     payload: bytes
-
-    @property
-    def is_dmx(self):
-        return self.opcode == 0x5000
-
-    @property
-    def is_poll(self):
-        return self.opcode == 0x2000
-
-    @property
-    def is_reply(self):
-        return self.opcode == 0x2100
 
     @property
     def channels(self):
@@ -273,7 +257,7 @@ class Wire:
                 self._ready.set()
                 continue
             self._packets.append(
-                Packet(float(time_), source, int(port), destination, int(opcode, 0), int(universe or "-1"),
+                Packet(float(time_), source, int(port), destination, KINDS.get(int(opcode, 0), opcode), int(universe or "-1"),
                        int(length or "-1"), bool(malformed), bytes.fromhex(payload)))
 
     def packets(self, which=None, since=0.0):
@@ -298,7 +282,7 @@ def from_program(packet):
 
 def dmx(universe=None, to=None):
     """A filter: ArtDmx of the program, of that universe, to that address."""
-    return lambda p: (p.is_dmx and from_program(p) and universe in (None, p.universe) and to in (None, p.destination))
+    return lambda p: (p.kind == "dmx" and from_program(p) and universe in (None, p.universe) and to in (None, p.destination))
 
 
 def send_dmx(sender, to, universe, channels):
