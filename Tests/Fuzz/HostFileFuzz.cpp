@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The preference file of the host beside us, which another program writes whenever it likes.
+// The files that another program writes whenever it likes: the one beside the executable that names
+// the host, one of three modes or none, and the preferences of that host.
 #include "Fuzz/Fuzz.h"
 #include "LibTools/W32System.h"
 #include "Settings/ApplicationMode.h"
@@ -34,6 +35,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const User user;
     user.file.Write(data, size);
+    ApplicationMode mode;
+    mode.mode = -1;
+    const bool understood = mode.LoadFrom(QString::fromStdString(user.file.Path()));
+    Require(understood ? mode.mode >= 0 && mode.mode <= 2 : mode.mode == -1);
     ExternalServerPreferences preferences;
     const bool loaded = preferences.Load();
     Require(loaded == preferences.mappingPath.ends_with(L"/PixelWeft/mapping.wfm"));

@@ -45,18 +45,11 @@ void CheckReply(std::span<const std::byte> datagram)
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const auto datagram = std::as_bytes(std::span(data, size));
-    switch (ArtNetPackets::Classify(datagram)) {
-    case ArtNetPackets::Kind::Dmx:
+    const auto kind = ArtNetPackets::Classify(datagram);
+    Require(kind != ArtNetPackets::Kind::Poll || size >= 10);
+    if (kind == ArtNetPackets::Kind::Dmx)
         CheckDmx(datagram);
-        break;
-    case ArtNetPackets::Kind::PollReply:
+    if (kind == ArtNetPackets::Kind::PollReply)
         CheckReply(datagram);
-        break;
-    case ArtNetPackets::Kind::Poll:
-        Require(size >= 10);
-        break;
-    case ArtNetPackets::Kind::Other:
-        break;
-    }
     return 0;
 }
