@@ -12,12 +12,10 @@ using namespace ElementGeometry;
 
 namespace {
 
-constexpr double Tolerance = 1e-6;
-
-void ExpectNear(QPointF actual, QPointF expected)
+void ExpectNear(QPointF actual, QPointF expected, double tolerance = 1e-6)
 {
-    EXPECT_NEAR(actual.x(), expected.x(), Tolerance);
-    EXPECT_NEAR(actual.y(), expected.y(), Tolerance);
+    EXPECT_NEAR(actual.x(), expected.x(), tolerance);
+    EXPECT_NEAR(actual.y(), expected.y(), tolerance);
 }
 
 /// Where a point of the element's own frame lies on the scene, by Qt's matrices and not by ours.
@@ -144,20 +142,18 @@ TEST(ElementGeometry, ACroppedCanvasKeepsSizesAndPutsCornersOnWholePixels)
     const Layout cropped = Cropped(layout, std::span(layout.elements).first(1), 100'000);
     // Turned by 90 degrees in fractions: 0.2 x 0.2 of 200 x 100.
     EXPECT_EQ(cropped.canvas, QSize(40, 20));
-    const Placement first = PlacementOf(cropped.elements[0].video, cropped.canvas);
-    EXPECT_EQ(first.size.toSize(), QSize(40, 20));
-    ExpectNear(first.Rect().topLeft(), {0, 0});
-    const Placement second = PlacementOf(cropped.elements[1].video, cropped.canvas);
-    EXPECT_NEAR(second.size.width(), 20, 1e-4);
-    EXPECT_NEAR(second.Rect().left(), -70, 1e-4);
-    EXPECT_NEAR(second.Rect().top(), -35, 1e-4);
+    const QRectF first = PlacementOf(cropped.elements[0].video, cropped.canvas).Rect();
+    ExpectNear(first.topLeft(), {0, 0}, 1e-4);
+    ExpectNear(first.bottomRight(), {40, 20}, 1e-4);
+    const QRectF second = PlacementOf(cropped.elements[1].video, cropped.canvas).Rect();
+    ExpectNear(second.topLeft(), {-70, -35}, 1e-4);
+    ExpectNear(second.bottomRight(), {-50, -25}, 1e-4);
     EXPECT_TRUE(cropped.elements[1].video.flipHorizontal);
     EXPECT_EQ(Cropped(layout, layout.elements, 16).canvas, QSize(16, 16));
 
     EXPECT_EQ(Rescaled(layout, {400, 50}, false).elements, layout.elements);
-    const auto kept = Rescaled(layout, {400, 50}, true).elements[0].video;
-    EXPECT_EQ(kept.GetCenter(), (PointF{0.25F, 1.0F}));
-    EXPECT_EQ(kept.GetSize(), (PointF{0.1F, 0.4F}));
+    EXPECT_EQ(Rescaled(layout, {400, 50}, true).elements[0].video,
+              (VideoMapping{{0.25F, 1.0F}, {0.1F, 0.4F}, 90, false, false}));
 }
 
 TEST(ElementGeometry, AlignedElementsShareAnEdgeOrALine)

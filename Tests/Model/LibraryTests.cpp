@@ -157,75 +157,68 @@ TEST_F(LibraryTest, AFileCostsANumberForEachFixtureAndABrokenOneNothing)
 
 // ---- Overwriting and removing ------------------------------------------------------------------
 
-/// A row of the tree, which stays as it was when another fixture overwrites its own.
-struct Row
-{
-    qint64 id = 0;
-    wchar_t product = 0;
-    int cells = 0;
-};
-
-/// Additions and removals at random, beside the rows of the tree and what each number leads to.
+/// Additions and removals at random, beside what the library must know of each product.
 class LibraryWalk : public LibraryTest
 {
 protected:
+    struct Known
+    {
+        int cells = 0;
+        Identifiers numbers; ///< of all definitions so far: each leads to the present one
+        int rows = 0;        ///< an overwritten fixture leaves its row
+    };
+
     void Add()
     {
-        const Row row = {lastId + 1, static_cast<wchar_t>(L'A' + random() % 5),
-                         1 + static_cast<int>(random() % 3)};
-        const auto old = std::ranges::find_if(rows, [&](const Row& other) {
-            return other.product == row.product && leads[other.id] == other.id;
-        });
-        const bool taken = old == rows.end() || old->cells != row.cells;
-        auto item = std::make_unique<DeviceLedItem>(L"M", std::wstring(1, row.product),
-                                                    PixelMap(row.cells, 1, PixelMapType::L), 0, -1);
+        const auto product = static_cast<wchar_t>(L'A' + random() % 5);
+        const int cells = 1 + static_cast<int>(random() % 3);
+        const bool taken = known[product].cells != cells;
+        auto item = std::make_unique<DeviceLedItem>(L"M", std::wstring(1, product),
+                                                    PixelMap(cells, 1, PixelMapType::L), 0, -1);
         EXPECT_EQ(library.AddFixture(std::move(item)), taken ? OverwriteFixture : KeepFixture);
         EXPECT_EQ(item == nullptr, taken); // NOLINT(bugprone-use-after-move): refused, it is ours
         if (!taken)
             return;
-        lastId = row.id;
-        for (auto& [id, fixture] : leads)
-            fixture = old != rows.end() && fixture == old->id ? row.id : fixture;
-        leads[row.id] = row.id;
-        rows.push_back(row);
+        known[product].cells = cells;
+        known[product].numbers << ++lastId;
+        ++known[product].rows;
     }
     void Remove()
     {
-        const std::size_t number = random() % rows.size();
-        const qint64 id = rows[number].id;
-        EXPECT_TRUE(RemoveRow(static_cast<int>(number)));
-        if (leads[id] != id) { // It was overwritten: the row goes, the definition stays.
-            rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(number));
-            return;
-        }
-        std::erase_if(rows, [&](const Row& other) { return leads[other.id] == id; });
-        std::erase_if(leads, [&](const auto& entry) { return entry.second == id; });
+        const QModelIndex maker = library.index(0, 0);
+        const int row = static_cast<int>(random() % static_cast<unsigned>(library.rowCount(maker)));
+        const QString product = library.index(row, 1, maker).data().toString();
+        const auto found = known.find(static_cast<wchar_t>(product.at(0).unicode()));
+        const bool isPresent =
+            library.index(row, 7, maker).data().toLongLong() == found->second.numbers.last();
+        EXPECT_TRUE(RemoveRow(row));
+        --found->second.rows;
+        if (isPresent)
+            known.erase(found);
     }
     void Check()
     {
-        std::string texts = "M";
-        std::map<wchar_t, const DeviceLedItem*> products;
-        for (const Row& row : rows) {
-            texts += std::string("|") + static_cast<char>(row.product) + ' ' +
-                     std::to_string(row.cells) + "x1 #" + std::to_string(row.id);
-            if (leads[row.id] == row.id)
-                products[row.product] = library.GetLEDFixture(row.id);
-        }
-        EXPECT_EQ(Rows(), texts);
         Identifiers numbers;
-        for (const auto& [id, fixture] : leads) {
-            numbers << id;
-            EXPECT_EQ(library.GetLEDFixture(id)->uniqueID, fixture);
+        int rows = 0;
+        for (const wchar_t product : {L'A', L'B', L'C', L'D', L'E'}) {
+            const DeviceLedItem* present = library.GetLEDFixtureByProduct({product});
+            ASSERT_EQ(present != nullptr, known.contains(product));
+            if (!present)
+                continue;
+            EXPECT_EQ(present->pixelMap.GetWidth(), known[product].cells);
+            for (const qint64 number : known[product].numbers)
+                EXPECT_EQ(library.GetLEDFixture(number), present);
+            numbers << known[product].numbers;
+            rows += known[product].rows;
         }
+        std::sort(numbers.begin(), numbers.end());
         EXPECT_EQ(library.GetFixtures().keys(), numbers);
-        EXPECT_EQ(static_cast<QList<DeviceLedItem*>&>(library).size(), int(products.size()));
-        for (const wchar_t product : {L'A', L'B', L'C', L'D', L'E'})
-            EXPECT_EQ(library.GetLEDFixtureByProduct({product}), products[product]);
+        EXPECT_EQ(library.rowCount(library.index(0, 0)), rows);
+        EXPECT_EQ(static_cast<QList<DeviceLedItem*>&>(library).size(), int(known.size()));
     }
 
     std::mt19937 random{2026};
-    std::vector<Row> rows;
-    std::map<qint64, qint64> leads;
+    std::map<wchar_t, Known> known;
     qint64 lastId = 0;
 };
 
@@ -234,7 +227,7 @@ TEST_F(LibraryWalk, EveryNumberLeadsToTheFixtureThatItMeans)
     answer = OverwriteFixture;
     for (int step = 0; step < 400 && !HasFailure(); ++step) {
         SCOPED_TRACE(step);
-        if (rows.empty() || random() % 4)
+        if (known.empty() || random() % 4)
             Add();
         else
             Remove();
