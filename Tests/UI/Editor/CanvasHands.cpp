@@ -49,13 +49,6 @@ void CanvasHands::Click(QPointF at)
     Release(at);
 }
 
-void CanvasHands::DoubleClick(QPointF at)
-{
-    Click(at);
-    SendMouse(QEvent::MouseButtonDblClick, at, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    Release(at);
-}
-
 void CanvasHands::Drag(QPointF from, QPointF to)
 {
     constexpr int steps = 5;

@@ -25,10 +25,10 @@ public:
     void Hover(QPointF to);
     void Release(QPointF at, Qt::KeyboardModifiers keys = Qt::NoModifier);
     void Click(QPointF at);
-    void DoubleClick(QPointF at);
     /// Press, some moves in between, release.
     void Drag(QPointF from, QPointF to);
-    /// The same, so soon after the last press that the system takes it for a double click.
+    /// The same, so soon after the last press that the system takes it for a double click. To where
+    /// it begins, it is the second half of one.
     void QuickDrag(QPointF from, QPointF to);
     void Wheel(QPointF at, int delta, Qt::KeyboardModifiers keys = Qt::ControlModifier);
     void Key(Qt::Key key);

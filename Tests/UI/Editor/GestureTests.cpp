@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "CanvasStage.h"
+#include "UI/Editor/EditorActionSet.h"
 #include "UI/Editor/RotationHandle.h"
 
 #include <gtest/gtest.h>
@@ -59,6 +60,8 @@ TEST_F(Gestures, EachDragIsAStepThatTheModelFollowsAndNoneWhenItEndsWhereItBegan
         {"Rotate Fixture", false, handle, {60, 40.2}, {start, size, 90}, stays},
         {"", true, groupHandle, {95, 40}, {{50, 20}, size, 90}, {{50, 60}, size, 90}}};
     stage.display.snapToGrid = true;
+    const EditorActionSet actions({*stage.controller, *stage.scene, stage.undo, stage.window});
+    const auto* undo = stage.window.findChild<QAction*>(QStringLiteral("actionUndo"));
     for (std::size_t i = 0; i < 2 * gestures.size(); ++i) {
         SCOPED_TRACE(i);
         const auto& [step, group, from, to, one, other] = gestures[i / 2];
@@ -70,14 +73,17 @@ TEST_F(Gestures, EachDragIsAStepThatTheModelFollowsAndNoneWhenItEndsWhereItBegan
                 stage.controller->ActionSelectAll();
         };
         select();
+        stage.undo.push(new QUndoCommand(QStringLiteral("before")));
         stage.manager.SetDocumentDirty(false);
         stage.Press(from);
         stage.MoveTo((from + to) / 2);
         EXPECT_NE(stage.Video(ids[0]), before) << "before the release";
+        EXPECT_FALSE(undo->isEnabled());
         stage.MoveTo(from);
         stage.Release(from);
         EXPECT_EQ(stage.Video(ids[0]), before);
-        EXPECT_EQ(stage.undo.count(), 0);
+        EXPECT_TRUE(undo->isEnabled());
+        EXPECT_EQ(stage.undo.count(), 1);
         EXPECT_FALSE(stage.manager.documentDirty);
 
         select();
@@ -100,7 +106,7 @@ TEST_F(Gestures, EachDragIsAStepThatTheModelFollowsAndNoneWhenItEndsWhereItBegan
             EXPECT_NEAR(overlay.GetRotation(), one.rotation, 1);
         }
         EXPECT_EQ(stage.undo.undoText(), QLatin1String(step));
-        EXPECT_EQ(stage.undo.count(), 1);
+        EXPECT_EQ(stage.undo.count(), 2);
         EXPECT_TRUE(stage.manager.documentDirty);
         stage.undo.clear();
         stage.manager.RemoveMappedObjects({ids[0], ids[1]});
@@ -125,15 +131,12 @@ TEST_F(Gestures, ARubberBandFramesAGroup)
     // A band over nothing selects nothing.
     stage.Drag({70, 2}, {95, 10});
     EXPECT_EQ(stage.scene->SelectedCount(), 0);
-}
-
-TEST_F(Gestures, ASmallSelectedElementCanStillBeMoved)
-{
-    const auto id = stage.Place(bar, {20, 20}, {3, 1});
-    stage.Click({20, 20});
-    stage.Drag({20, 20}, {30, 20});
-    EXPECT_NEAR(stage.PlaceOf(id).size.width(), 3, 1e-3);
-    ExpectNear(stage.PlaceOf(id).centre, {30, 20}, 0.2);
+    // A small selected element can still be moved.
+    const auto small = stage.Place(bar, {80, 20.5}, {4, 1});
+    stage.Click({80, 20.5});
+    stage.Drag({80, 20.5}, {85, 20.5});
+    ExpectNear(stage.PlaceOf(small).Rect().topLeft(), {83, 20});
+    ExpectNear(stage.PlaceOf(small).Rect().bottomRight(), {87, 21});
 }
 
 TEST_F(Gestures, ALostReleaseEndsTheDragAtTheNextSignOfTheMouse)
@@ -142,7 +145,6 @@ TEST_F(Gestures, ALostReleaseEndsTheDragAtTheNextSignOfTheMouse)
     stage.Press({20, 20});
     stage.MoveTo({30, 30});
     stage.Hover({50, 50});
-    EXPECT_FALSE(stage.scene->GetGestures().IsDragging());
     ExpectNear(stage.PlaceOf(id).centre, {30, 30}, 0.2);
     EXPECT_EQ(stage.undo.count(), 1);
     // A drag whose release went to another window doesn't lend its start to the next one.
@@ -191,22 +193,6 @@ TEST_F(Gestures, AnActionInTheMiddleOfADragComesAfterIt)
     ExpectNear(stage.PlaceOf(two).centre, {70, 60}, 0.2);
 }
 
-TEST_F(Gestures, UndoWaitsForTheMouse)
-{
-    QAction undoAction;
-    EditorActions actions;
-    actions.undo = &undoAction;
-    stage.scene->SetActions(actions);
-    stage.Place(bar, {20, 20}, {12, 4});
-    stage.Drag({20, 20}, {30, 30});
-    EXPECT_TRUE(undoAction.isEnabled());
-    stage.Press({30, 30});
-    stage.MoveTo({40, 40});
-    EXPECT_FALSE(undoAction.isEnabled());
-    stage.Release({40, 40});
-    EXPECT_TRUE(undoAction.isEnabled());
-}
-
 TEST_F(Gestures, ElementsMayGoAwayUnderTheMouse)
 {
     const auto one = stage.Place(bar, {20, 20}, {12, 4});
@@ -218,7 +204,6 @@ TEST_F(Gestures, ElementsMayGoAwayUnderTheMouse)
     stage.MoveTo({30, 30});
     ExpectNear(stage.PlaceOf(two).centre, {70, 60}, 0.2);
     stage.Release({30, 30});
-    EXPECT_EQ(stage.Disagreement(), "");
 
     stage.Press(stage.PlaceOf(two).centre);
     stage.MoveTo({50, 50});

@@ -65,9 +65,10 @@ protected:
         return row;
     }
 
-    std::vector<std::string> Some(std::initializer_list<int> rows)
+    using Rows = std::vector<std::string>;
+    Rows Some(std::initializer_list<int> rows)
     {
-        std::vector<std::string> some;
+        Rows some;
         for (const int y : rows)
             some.push_back(Row(y));
         return some;
@@ -90,7 +91,6 @@ protected:
 TEST_F(Look, AnElementShowsItsSizeItsNodeAndItsHandles)
 {
     const auto id = Place({20, 18}, {24, 16}, L"Auto");
-    using Rows = std::vector<std::string>;
     EXPECT_EQ(Some({9, 11, 25, 27}),
               (Rows{"..       RRRRRRRRRRRRRRRRRRRRRRRRR                ..",
                     "..       RgggggggggggggggggggggggR                ..",
@@ -124,7 +124,6 @@ TEST_F(Look, AGroupHasAFrameThatItsHandleTurns)
     Place({40, 34}, {8, 6}, L"2.0.0.1");
     stage.scene->SelectAll();
     stage.scene->ShowGroupOverlay();
-    using Rows = std::vector<std::string>;
     EXPECT_EQ(Some({-3, 4, 9, 20, 29, 33, 37}),
               (Rows{"....................oo.........oo...................",
                     "..                   soos   soos                  ..",
@@ -162,7 +161,6 @@ TEST_F(Look, TheGridLiesOverThePicture)
     stage.display.gridStepX = 8;
     stage.display.gridStepY = 10;
     stage.scene->RedrawCanvas();
-    using Rows = std::vector<std::string>;
     EXPECT_EQ(Some({-1, 0, 1, 10, 39, 40}),
               (Rows{"....................................................",
                     "..bbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbb..",
