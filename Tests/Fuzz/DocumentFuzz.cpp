@@ -9,16 +9,15 @@
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static const InputFile file;
     static const auto picture = ZenBitmap::Create(64, 48, 4);
-    file.Write(data, size);
+    const std::string path = InputFile(BytesOf(data, size)).string();
     DeviceModel::defaultConflictCallback = [](const QString&, const QString&) {
         return OverwriteFixture;
     };
     DeviceManager manager{QString()};
     manager.Initialize();
     ArtNetNodeModel nodes;
-    if (!manager.LoadMapping(QString::fromStdString(file.Path()), nodes))
+    if (!manager.LoadMapping(QString::fromStdString(path), nodes))
         return 0;
     const MappedDeviceModel& document = *manager.GetMappedDeviceModel();
     Require(document.GetCanvasWidth() >= 1 && document.GetCanvasHeight() >= 1);

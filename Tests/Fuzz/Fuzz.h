@@ -5,11 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <string>
+#include <filesystem>
 #include <string_view>
 
-#include <sys/mman.h>
-#include <unistd.h>
+#include "Support/TemporaryFolder.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
@@ -20,37 +19,14 @@ inline void Require(bool holds)
         std::abort();
 }
 
-/// A file in memory, for readers that want a path.
-class InputFile
+/// The bytes as a file, for readers that want a path. The next ones take its place.
+inline std::filesystem::path InputFile(std::string_view bytes)
 {
-public:
-    InputFile()
-        : descriptor_(memfd_create("input", 0))
-    {
-        Require(descriptor_ >= 0);
-    }
-    ~InputFile() { close(descriptor_); }
-    InputFile(const InputFile&) = delete;
-    InputFile& operator=(const InputFile&) = delete;
+    static const Support::TemporaryFolder folder;
+    return folder.Write("input", bytes);
+}
 
-    /// Replaces the whole content.
-    void Write(const void* data, std::size_t size) const
-    {
-        Require(ftruncate(descriptor_, 0) == 0 &&
-                pwrite(descriptor_, data, size, 0) == static_cast<ssize_t>(size));
-    }
-    void Write(std::string_view bytes) const { Write(bytes.data(), bytes.size()); }
-
-    [[nodiscard]] std::string Path() const
-    {
-        return "/proc/self/fd/" + std::to_string(descriptor_);
-    }
-    [[nodiscard]] std::wstring WidePath() const
-    {
-        const std::string path = Path();
-        return {path.begin(), path.end()};
-    }
-
-private:
-    int descriptor_;
-};
+inline std::string_view BytesOf(const std::uint8_t* data, std::size_t size)
+{
+    return {reinterpret_cast<const char*>(data), size};
+}

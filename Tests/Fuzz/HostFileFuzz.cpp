@@ -5,9 +5,7 @@
 #include "LibTools/W32System.h"
 #include "Settings/ApplicationMode.h"
 #include "Settings/ExternalServerPreferences.h"
-#include "Support/TemporaryFolder.h"
 
-#include <filesystem>
 #include <memory>
 
 namespace {
@@ -20,12 +18,9 @@ struct User
         setenv("XDG_DATA_HOME", home.Path().c_str(), 1);
         System::global = std::make_unique<W32System>();
         ApplicationMode::Instance().mode = ApplicationMode::BesideReelCommand;
-        const auto folder = home.Path() / "Zentri ReelCommand 5";
-        std::filesystem::create_directories(folder);
-        std::filesystem::create_symlink(file.Path(), folder / "Zentri ReelCommand_preferences.xml");
+        std::filesystem::create_directories(home.Path() / "Zentri ReelCommand 5");
     }
 
-    const InputFile file; ///< the host's preferences
     const Support::TemporaryFolder home;
 };
 
@@ -34,10 +29,11 @@ struct User
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static const User user;
-    user.file.Write(data, size);
+    const auto file = user.home.Write("Zentri ReelCommand 5/Zentri ReelCommand_preferences.xml",
+                                      BytesOf(data, size));
     ApplicationMode mode;
     mode.mode = -1;
-    const bool understood = mode.LoadFrom(QString::fromStdString(user.file.Path()));
+    const bool understood = mode.LoadFrom(QString::fromStdString(file.string()));
     Require(understood ? mode.mode >= 0 && mode.mode <= 2 : mode.mode == -1);
     ExternalServerPreferences preferences;
     const bool loaded = preferences.Load();

@@ -21,21 +21,20 @@ std::string TextOf(const DeviceModel& library)
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    static const InputFile file;
-    file.Write(data, size);
+    const std::wstring path = InputFile(BytesOf(data, size)).wstring();
     int questions = 0;
     const auto answer = [&](const QString&, const QString&) {
         return ++questions % 3;
     };
     DeviceModel library;
-    library.Merge(file.WidePath(), true, answer);
-    library.Merge(file.WidePath(), false, answer);
+    library.Merge(path, true, answer);
+    library.Merge(path, false, answer);
 
     const std::string written = TextOf(library);
-    const auto readAgain = [](const std::string& text) {
-        file.Write(XmlText::Encode(text));
+    const auto readAgain = [&path](const std::string& text) {
+        InputFile(XmlText::Encode(text));
         DeviceModel again;
-        again.Merge(file.WidePath(), true, [](const QString&, const QString&) { return 1; });
+        again.Merge(path, true, [](const QString&, const QString&) { return 1; });
         return TextOf(again);
     };
     // A fixture that was overwritten is written twice and one with an empty name is not read again,
