@@ -108,6 +108,19 @@ protected:
 
 TEST_F(TwoElements, AreMovedSizedTurnedAndMirrored)
 {
+    // A batch ends at an entry without element, but for rotations.
+    const QModelIndex none;
+    manager.MoveObjects({{none, 2, 2}, {second, 3, 3}}, true);
+    manager.SetObjectCentre({{none, 2, 2}, {second, 3, 3}});
+    manager.SetObjectSize({{none, 2, 2}, {second, 3, 3}});
+    manager.SetObjectFlipState({{none, 0, true}, {second, 0, true}});
+    manager.SetObjectRects({{none, 2, 2, 2, 2}, {second, 3, 3, 3, 3}});
+    manager.CropToSelection({none});
+    Expect({}, "0 0 20 10 0", "0 0 20 10 0");
+    EXPECT_EQ(manager.GetFixtureUniqueID(none), 0);
+    EXPECT_EQ(manager.GetObjectRotation(none), 0);
+    EXPECT_EQ(manager.GetMappedObjectArtNetMapping(none), nullptr);
+
     manager.MoveObjects({{first, 30, 40}, {second, -10, 0}}, false);
     Expect({"step 1 30 40 10 20", "step 2 -10 0 10 20", "end"}, "40 45 20 10 0", "0 5 20 10 0");
     manager.SetObjectSize(first, 0, 0);
@@ -130,24 +143,9 @@ TEST_F(TwoElements, AreMovedSizedTurnedAndMirrored)
     const std::vector<std::pair<float, std::string>> angles = {
         {725, "5"}, {360, "360"}, {720, "360"}, {360.5F, "0"}, {44.9F, "44"}, {-0.5F, "0"}};
     for (const auto& [given, stored] : angles) {
-        manager.SetObjectRotation({{QModelIndex(), 5}, {first, given}});
+        manager.SetObjectRotation({{none, 5}, {first, given}});
         Expect({"turn 1 " + stored, "end"}, "11 20 4 10 " + stored + " h", "-10 20 4 10 0 v");
     }
-}
-
-TEST_F(TwoElements, StayAsTheyAreBehindAnEntryWithoutElement)
-{
-    const QModelIndex none;
-    manager.MoveObjects({{none, 2, 2}, {second, 3, 3}}, true);
-    manager.SetObjectCentre({{none, 2, 2}, {second, 3, 3}});
-    manager.SetObjectSize({{none, 2, 2}, {second, 3, 3}});
-    manager.SetObjectFlipState({{none, 0, true}, {second, 0, true}});
-    manager.SetObjectRects({{none, 2, 2, 2, 2}, {second, 3, 3, 3, 3}});
-    manager.CropToSelection({none});
-    Expect({}, "0 0 20 10 0", "0 0 20 10 0");
-    EXPECT_EQ(manager.GetFixtureUniqueID(none), 0);
-    EXPECT_EQ(manager.GetObjectRotation(none), 0);
-    EXPECT_EQ(manager.GetMappedObjectArtNetMapping(none), nullptr);
 }
 
 TEST_F(TwoElements, AreJoinedByOthers)
