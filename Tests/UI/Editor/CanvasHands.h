@@ -27,8 +27,7 @@ public:
     void Click(QPointF at);
     /// Press, some moves in between, release.
     void Drag(QPointF from, QPointF to);
-    /// The same, so soon after the last press that the system takes it for a double click. To where
-    /// it begins, it is the second half of one.
+    /// The same, so soon after the last press that the system takes it for a double click.
     void QuickDrag(QPointF from, QPointF to);
     void Wheel(QPointF at, int delta, Qt::KeyboardModifiers keys = Qt::ControlModifier);
     void Key(Qt::Key key);

@@ -24,7 +24,6 @@ protected:
 
 } // namespace
 
-/// How an element lies.
 struct Shape
 {
     QPointF centre;
