@@ -49,7 +49,6 @@ class Document:
 
         A turned element keeps its centre, and so covers other pixels.
         """
-        flips = [str(flip).lower() for flip in (flip_horizontal, flip_vertical)]
         name = f"{product}-{len(self._elements) + 1}"
         self._elements.append("\n".join([
             f'    <Element description="{name}" fixture="{product}">',
@@ -57,8 +56,8 @@ class Document:
             f"            <center>{(x + width / 2) / WIDTH:f},{(y + height / 2) / HEIGHT:f}</center>",
             f"            <size>{width / WIDTH:f},{height / HEIGHT:f}</size>",
             f"            <rotation>{rotation:f}</rotation>",
-            f"            <horizontalflip>{flips[0]}</horizontalflip>",
-            f"            <verticalflip>{flips[1]}</verticalflip>",
+            f"            <horizontalflip>{str(flip_horizontal).lower()}</horizontalflip>",
+            f"            <verticalflip>{str(flip_vertical).lower()}</verticalflip>",
             "            <filtermode>bilinear</filtermode>",
             "        </VideoMapping>",
             '        <DMXMapping type="ArtNet">',

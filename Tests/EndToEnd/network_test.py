@@ -26,7 +26,7 @@ class Networks(stage.Case):
     def assertBackWithin(self, seconds, since, source=DESK):
         """Frames from the Art-Net port (what comes from another one meanwhile is not enough), polls and answers."""
         frames = self.wire.wait_for(
-            10, lambda p: p.kind == "dmx" and p.destination == BROADCAST and (p.source, p.source_port) == (source, 6454), 15,
+            10, lambda p: (p.kind, p.destination, p.source, p.source_port) == ("dmx", BROADCAST, source, 6454), 15,
             f"output from {source}", since)
         late = frames[0].time - since
         print(f"output after {late:.2f} s ", end="", flush=True)

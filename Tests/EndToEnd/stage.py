@@ -224,7 +224,7 @@ class Packet(typing.NamedTuple):
 
 
 class Wire:
-    """tshark on an adapter of a host: all Art-Net packets that pass there, once the object is made."""
+    """tshark on an adapter of a host: all Art-Net packets that pass there, once it captures."""
 
     FIELDS = ("frame.time_epoch", "ip.src", "udp.srcport", "ip.dst", "artnet.header.opcode", "artnet.output.universe",
               "artnet.output.length", "_ws.malformed", "udp.payload")
@@ -237,28 +237,27 @@ class Wire:
         self._process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                          stderr=subprocess.DEVNULL, text=True)
         self._packets = []
-        self._ready = threading.Event()
+        self._captures = threading.Event()
         threading.Thread(target=self._read, daemon=True).start()
-        # It is ready when it captures what is sent on its own host.
+
+    def wait_until_it_captures(self, host, adapter):
+        """It does when it hears what is sent on its own host."""
         network = {"art0": BROADCAST, "art1": "10.255.255.255"}[adapter]
-        try:
-            with open_socket(host) as probe:
-                wait(lambda: probe.sendto(b"probe", (network, ART_NET_PORT)) and self._ready.wait(0.1), 30,
-                     f"tshark captures on {host} {adapter}")
-        except BaseException:
-            self.end()
-            raise
+        with open_socket(host) as probe:
+            wait(lambda: probe.sendto(b"probe", (network, ART_NET_PORT)) and self._captures.wait(0.1), 30,
+                 f"tshark captures on {host} {adapter}")
 
     def _read(self):
         for line in self._process.stdout:
             time_, source, port, destination, opcode, universe, length, malformed, payload = line.rstrip(
                 "\n").split("\t")
             if not opcode:
-                self._ready.set()
+                self._captures.set()
                 continue
+            kind = KINDS.get(int(opcode, 0), opcode)
             self._packets.append(
-                Packet(float(time_), source, int(port), destination, KINDS.get(int(opcode, 0), opcode), int(universe or "-1"),
-                       int(length or "-1"), bool(malformed), bytes.fromhex(payload)))
+                Packet(float(time_), source, int(port), destination, kind, int(universe or "-1"), int(length or "-1"),
+                       bool(malformed), bytes.fromhex(payload)))
 
     def packets(self, which=None, since=0.0):
         """Those for which which(packet) holds; `since` is a time as time.time() gives it."""
@@ -282,7 +281,8 @@ def from_program(packet):
 
 def dmx(universe=None, to=None):
     """A filter: ArtDmx of the program, of that universe, to that address."""
-    return lambda p: (p.kind == "dmx" and from_program(p) and universe in (None, p.universe) and to in (None, p.destination))
+    return lambda p: (p.kind == "dmx" and from_program(p) and universe in (None, p.universe) and to in
+                      (None, p.destination))
 
 
 def send_dmx(sender, to, universe, channels):
@@ -323,6 +323,7 @@ class Case(unittest.TestCase):
     def watch(self, host="rig", adapter="art0"):
         wire = Wire(host, adapter)
         self.addCleanup(wire.end)
+        wire.wait_until_it_captures(host, adapter)
         return wire
 
     def socket_on(self, host, address="", port=0):
