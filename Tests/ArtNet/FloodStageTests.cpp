@@ -26,7 +26,7 @@ void Flood(const std::stop_token& stop)
     }
 }
 
-TEST_F(ArtNetStage, AFloodStarvesNeitherTheOutputNorTheLogNorTheNextPoller)
+TEST_F(ArtNetStage, AFloodStarvesNeitherTheOutputNorTheLog)
 {
     ArtNetClient client("2.0.0.1", "2.255.255.255", 1, 4, "test");
     const auto rig = RigSocket(Rig0);
@@ -50,11 +50,6 @@ TEST_F(ArtNetStage, AFloodStarvesNeitherTheOutputNorTheLogNorTheNextPoller)
     count();
     EXPECT_GE(arrived, ticks * 32 * 9 / 10);
     EXPECT_LE(static_cast<double>(log_.Messages().size()), 10 * seconds.count());
-    EXPECT_TRUE(ComesTrue([&] {
-        rig->Send(Desk0, ArtNetBytes::Poll());
-        const auto heard = rig->All(50ms);
-        return std::ranges::any_of(heard, [](const Heard& h) { return h.bytes.size() == 239; });
-    }));
 }
 
 } // namespace

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "ArtNet/ArtNetOutbox.h"
 
-#include <atomic>
-#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -11,6 +9,8 @@
 
 namespace {
 
+// That no packet is lost between two threads is judged where silent hosts and living ones are sent
+// to.
 std::vector<ArtNetOutbox::Packet> Flushed(ArtNetOutbox& outbox)
 {
     std::vector<ArtNetOutbox::Packet> all;
@@ -57,35 +57,6 @@ TEST(Outbox, BeyondItsBoundTheNewestPacketsStay)
     const auto packets = Flushed(outbox);
     ASSERT_EQ(packets.size(), 1U);
     EXPECT_EQ(UniverseOf(packets[0]), int{ArtNetOutbox::MaxWaiting});
-}
-
-TEST(Outbox, NoPacketIsLostOrStrandedBetweenTwoThreads)
-{
-    constexpr int count = 20000;
-    ArtNetOutbox outbox;
-    std::atomic<int> called{0};
-    std::atomic<int> taken{0};
-    std::atomic<bool> done{false};
-    std::thread flusher([&] {
-        for (int served = 0; !done || served != called;) {
-            if (served == called) {
-                std::this_thread::yield();
-                continue;
-            }
-            ++served;
-            for (const auto& packet : Flushed(outbox))
-                EXPECT_EQ(UniverseOf(packet), taken++);
-        }
-    });
-    for (int i = 0; i < count; ++i) {
-        while (i - taken > 4000) // well below the bound, beyond which packets make room
-            std::this_thread::yield();
-        if (outbox.Add(1, static_cast<std::uint16_t>(i), {}))
-            ++called;
-    }
-    done = true;
-    flusher.join();
-    EXPECT_EQ(taken, count);
 }
 
 } // namespace

@@ -54,32 +54,21 @@ Bytes NodeReply(std::size_t size = 239)
     return reply;
 }
 
-TEST(Poll, Bytes)
-{
-    EXPECT_EQ(ToBytes(Poll()), ArtNetBytes::Poll());
-}
-
 TEST(Dmx, AnOddCountIsPaddedAndNothingOfTheBlockShows)
 {
     EXPECT_EQ(Written(0x1234, {0xAA, 0xBB, 0xCC}),
               (Bytes{'A',  'r', 't', '-',  'N',  'e',  't',  0,    0x00, 0x50, 0x00,
                      0x0E, 0,   0,   0x34, 0x12, 0x00, 0x04, 0xAA, 0xBB, 0xCC, 0x00}));
     EXPECT_EQ(Written(0, {}), ArtNetBytes::Dmx(0, {}));
-    EXPECT_EQ(Written(0x7FFF, Bytes(512, 0x5A)), ArtNetBytes::Dmx(0x7FFF, Bytes(512, 0x5A)));
     EXPECT_EQ(Written(0xFFFF, Bytes(600, 1)), ArtNetBytes::Dmx(0x7FFF, Bytes(512, 1)));
 }
 
 TEST(Dmx, TheSmallestOfLengthFieldPacketAndUniverseCounts)
 {
-    struct Case
-    {
-        std::size_t length;
-        std::size_t carried;
-        std::size_t counts;
-    };
+    using Case = std::array<std::size_t, 3>;
     for (const auto& [length, carried, counts] :
-         {Case{0, 0, 0}, Case{0, 512, 0}, Case{512, 100, 100}, Case{3, 512, 3}, Case{1, 1, 1},
-          Case{514, 514, 512}, Case{0xFFFF, 1006, 512}, Case{0x0102, 512, 258}})
+         {Case{0, 512, 0}, Case{512, 100, 100}, Case{3, 512, 3}, Case{514, 514, 512},
+          Case{0xFFFF, 1006, 512}, Case{0x0102, 512, 258}})
     {
         Bytes packet = ArtNetBytes::Dmx(0xFF12, {}); // the top bit does not count
         packet[10] = packet[11] = packet[12] = packet[13] = 0xFF;
@@ -96,15 +85,16 @@ TEST(Dmx, TheSmallestOfLengthFieldPacketAndUniverseCounts)
 
 TEST(Classify, ByIdAndOpCodeAlone)
 {
-    const auto classified = [](std::uint8_t low, std::uint8_t high) {
-        return Classify(Span({'A', 'r', 't', '-', 'N', 'e', 't', 0, low, high}));
+    const auto of = [](int opCode) {
+        return Classify(
+            Span({'A', 'r', 't', '-', 'N', 'e', 't', 0, static_cast<std::uint8_t>(opCode & 0xFF),
+                  static_cast<std::uint8_t>(opCode >> 8)}));
     };
-    EXPECT_EQ(classified(0x00, 0x20), Kind::Poll);
-    EXPECT_EQ(classified(0x00, 0x21), Kind::PollReply);
-    EXPECT_EQ(classified(0x00, 0x50), Kind::Dmx);
-    for (const auto& [low, high] : {std::pair{0x20, 0x00}, {0x00, 0x51}, {0x01, 0x20}})
-        EXPECT_EQ(classified(static_cast<std::uint8_t>(low), static_cast<std::uint8_t>(high)),
-                  Kind::Other);
+    EXPECT_EQ(of(0x2000), Kind::Poll);
+    EXPECT_EQ(of(0x2100), Kind::PollReply);
+    EXPECT_EQ(of(0x5000), Kind::Dmx);
+    for (const int opCode : {0x0020, 0x5100, 0x2001})
+        EXPECT_EQ(of(opCode), Kind::Other);
     const Bytes poll = ArtNetBytes::Poll();
     for (std::size_t i = 0; i < 8; ++i) {
         Bytes wrong = poll;
@@ -156,12 +146,7 @@ TEST(Reply, ANodeIsReadFromItsFirst207Bytes)
 
 TEST(Reply, TheNameIsTheLongOneOrElseTheShort)
 {
-    struct Case
-    {
-        std::string shortName;
-        std::string longName;
-        std::string read; ///< "ignored": our own family takes no output
-    };
+    using Case = std::array<std::string, 3>; // "ignored": our own family takes no output
     for (const auto& [shortName, longName, read] :
          {Case{"Short", "", "Short"}, Case{"", "", ""},
           Case{std::string(18, 's'), "", std::string(18, 's')}, // no room for a zero

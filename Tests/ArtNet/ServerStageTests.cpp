@@ -28,14 +28,12 @@ TEST_P(Polls, AreSentAfterTwoAndAHalfSecondsAndNodesShowThen)
     const ArtNetClient silent(GetParam(), "", "test");
     const ArtNetClient wrong(GetParam(), "2.0.0.300", "test");
     EXPECT_TRUE(log_.Has("exception: 2.0.0.300 is no address to poll"));
-    EXPECT_EQ(client.GetLastReceiveTime(), 0);
     second->Send(Desk0, Reply("second", 2));
     EXPECT_TRUE(ComesTrue([&] { return client.GetLastReceiveTime() != 0; }));
     rig->Send(Broadcast0, Reply("first")); // as older nodes do
     rig->Send(Desk0, Reply("My LoomTap"));
     (void)rig->All(50ms); // its own broadcast among them
-    ArtNetNodeList nodes;
-    EXPECT_EQ(client.GetNodes(nodes), 0U);
+    EXPECT_EQ(IpsOf(client), List{});
 
     const std::int64_t received = client.GetLastReceiveTime();
     for (int target = 0; target < 2; ++target) {
@@ -47,11 +45,7 @@ TEST_P(Polls, AreSentAfterTwoAndAHalfSecondsAndNodesShowThen)
     }
     EXPECT_TRUE(rig->All(100ms).empty());
     EXPECT_EQ(client.GetLastReceiveTime(), received) << "our own polls come back to us";
-    EXPECT_EQ(client.GetNodes(nodes), 1U);
-    ASSERT_EQ(nodes.size(), 2U);
-    EXPECT_EQ(nodes[0].Name(), "second");
-    EXPECT_EQ(nodes[0].Ip(), "2.0.0.11");
-    EXPECT_EQ(nodes[1].Name(), "first");
+    EXPECT_EQ(IpsOf(client), (List{"2.0.0.11", "2.0.0.10"}));
 }
 
 TEST_F(ArtNetStage, RegisteredUniversesOfTheInterfaceAreHeardByUnicastAndBroadcast)
@@ -63,7 +57,6 @@ TEST_F(ArtNetStage, RegisteredUniversesOfTheInterfaceAreHeardByUnicastAndBroadca
     rig->Send(Broadcast0, Dmx(0xFFFF, {1, 0})); // the top bit of the Port-Address does not count
     EXPECT_TRUE(ComesIn(client, 0x7FFF, 1));
     EXPECT_EQ(std::ranges::count(Read(client, 0x7FFE), 5), 512);
-    EXPECT_EQ(Read(client, 0x7FFD), Page{}) << "not registered";
     EXPECT_EQ(Read(other, 0x7FFE), Page{}) << "of the other interface";
     rig->Send(Desk0, Dmx(0x7FFE, {9}));
     EXPECT_TRUE(ComesIn(client, 0x7FFE, 9)) << "a short packet blanks the other channels";
@@ -71,34 +64,14 @@ TEST_F(ArtNetStage, RegisteredUniversesOfTheInterfaceAreHeardByUnicastAndBroadca
     const std::int64_t before = client.GetLastReceiveTime();
     for (const Bytes& ignored : {Dmx(1, {5, 5}), Dmx(0x7FFF, {}), Bytes{1, 2, 3}, Bytes{}})
         rig->Send(Desk0, ignored);
-    rig->Send(Desk0, Dmx(0x7FFF, {8}));
-    EXPECT_TRUE(ComesIn(client, 0x7FFF, 8));
+    EXPECT_TRUE(ComesIn(client, 0x7FFF, 0)) << "no channel at all is zeros too";
+    EXPECT_EQ(Read(client, 1), Page{}) << "not registered";
     const std::int64_t after = client.GetLastReceiveTime();
     EXPECT_GT(after, before);
     rig->Send(Desk0, Dmx(1, {5, 5}));
     rig->Send(Broadcast1, Dmx(0x7FFE, {6}));
     EXPECT_TRUE(ComesIn(other, 0x7FFE, 6));
     EXPECT_EQ(client.GetLastReceiveTime(), after) << "a universe that is not registered";
-}
-
-TEST_F(ArtNetStage, OurOwnBroadcastIsNoInput)
-{
-    ArtNetClient everywhere("", "", 1, 1, "test");
-    const auto rig = RigSocket();
-    // The server learns its own addresses on the I/O thread, just after it has started.
-    EXPECT_TRUE(ComesTrue([&] {
-        everywhere.SendDmx("2.255.255.255", 1, Bytes{0xAA});
-        return !rig->All(20ms).empty();
-    }));
-    rig->Send(Desk0, Dmx(1, {0x55, 0}));
-    EXPECT_TRUE(ComesIn(everywhere, 1, 0x55));
-    for (int i = 0; i < 10; ++i)
-        everywhere.SendDmx("2.255.255.255", 1, Bytes{0xAA});
-    EXPECT_GE(rig->All(200ms).size(), 10U);
-    EXPECT_EQ(Read(everywhere, 1), Page{0x55});
-    const Socket neighbour(0, 0);
-    neighbour.Send(Broadcast0, Dmx(1, {0x66, 0}));
-    EXPECT_TRUE(ComesIn(everywhere, 1, 0x66)) << "another program on this machine is not us";
 }
 
 TEST_F(ArtNetStage, ASendThatCannotBeIsThrownOrKeptAndLoggedOnce)
@@ -109,13 +82,12 @@ TEST_F(ArtNetStage, ASendThatCannotBeIsThrownOrKeptAndLoggedOnce)
     for (const std::int32_t portAddress : {65536, -1})
         EXPECT_THROW(client.SendDmx("2.0.0.10", portAddress, {}), gsl::narrowing_error);
     EXPECT_EQ(client.GetLastSendError().time, 0);
-    const std::string words = "Network is unreachable";
     for (int i = 0; i < 20; ++i)
         client.SendDmx("192.168.77.1", 1, Bytes{1});
     EXPECT_TRUE(ComesTrue([&] { return client.GetLastSendError().time != 0; }));
     EXPECT_EQ(client.GetLastSendError().code, std::errc::network_unreachable);
-    EXPECT_TRUE(ComesTrue([&] { return log_.Has(words); }));
-    EXPECT_LE(log_.Count(words), 2);
+    EXPECT_TRUE(log_.Has("Network is unreachable"));
+    EXPECT_LE(log_.Count("Network is unreachable"), 2);
     const auto rig = RigSocket();
     client.SendDmx("2.0.0.10", 1, Bytes{1});
     ASSERT_TRUE(rig->Next(2s));
