@@ -1,17 +1,105 @@
 // SPDX-License-Identifier: MIT
 // The control channel as a host sees it: messages, the way from our own port to the host and back,
-// and the faults of hosts and sockets.
-#include "HostChannel.h"
-
-#include <sys/resource.h>
-
+// the faults of hosts and sockets, and what a host passes on: its nodes, its settings and the DMX
+// that it receives.
 #include <algorithm>
+#include <memory>
+#include <string>
+#include <tuple>
+#include <vector>
 
 #include <boost/algorithm/string/join.hpp>
+#include <gtest/gtest.h>
 
+#include "ArtNet/ZenArtNetService.h"
+#include "HostStandIn/Host.h"
+#include "LEDEngine/ArtNetOutput.h"
+#include "LEDEngine/ArtNetTrigger.h"
+#include "Show.h"
+#include "Support/LogCapture.h"
 #include "Support/Stage.h"
 
 namespace {
+
+using Lines = std::vector<std::string>;
+
+/// Output and trigger as the engine has them, with a host stand-in beside them and a clock that the
+/// test sets.
+class HostChannel : public testing::Test
+{
+protected:
+    HostChannel()
+    {
+        Zen::ArtNetService::SetGlobal(
+            std::make_shared<Zen::ArtNetService>("Test", "#0001 [0001] Ready", false));
+    }
+    ~HostChannel() override
+    {
+        output.Initialize(L"", L"", L"", {}); // destroys the clients before the service
+        Zen::ArtNetService::SetGlobal(nullptr);
+    }
+
+    /// Chooses the first network of the stage's desk.
+    void ChooseNetwork(const UniverseMerging& merging = {})
+    {
+        output.Initialize(L"2.0.0.1", L"2.255.255.255", L"2.0.0.1", merging);
+    }
+
+    /// Ticks of the program alone. On a busy machine a tick may end before all that waits is read.
+    void Poll(int times = 5)
+    {
+        for (int i = 0; i < times; ++i)
+            trigger.Poll();
+    }
+
+    /// Ticks of the program, each with one of the host behind it.
+    void Tick(int times = 1)
+    {
+        for (int i = 0; i < times; ++i) {
+            trigger.Poll();
+            host.Pump();
+        }
+    }
+
+    /// Up to the state in which universes go to the host.
+    void Connect(const UniverseMerging& merging = {})
+    {
+        ASSERT_TRUE(host.Start());
+        ChooseNetwork(merging);
+        for (int i = 0; i < 20 && output.GetState() != OutputState::UsingRemoteSocket; ++i)
+            Tick();
+        ASSERT_EQ(output.GetState(), OutputState::UsingRemoteSocket);
+        (void)Received();
+    }
+
+    /// What the host received since the last call, without the messages of every tick.
+    Lines Received()
+    {
+        host.Pump();
+        Lines lines = host.TakeLines();
+        std::erase(lines, "0x21 stop");
+        std::erase(lines, "0x51 universes");
+        return lines;
+    }
+
+    /// The host is gone, and the program notices.
+    void LoseHost()
+    {
+        host.Die();
+        Poll(); // what the host sent before still counts
+        now += 5'001'000'000;
+        Poll(1);
+    }
+
+    inline static std::int64_t now = 1'000'000'000;
+
+    Support::LogCapture log;
+    ArtNetTrigger trigger{output, [] {
+                              return now;
+                          }};
+    ArtNetOutput output{trigger};
+    HostStandIn::Host host;
+};
 
 /// A whole "poll" with another byte somewhere, or of another length.
 Bytes PollPacket(std::size_t offset = 0, std::uint8_t value = 0x41, std::size_t length = 528)
@@ -36,32 +124,21 @@ TEST_F(HostChannel, Messages)
     Tick();
     EXPECT_EQ(host.TakeDatagrams(), (std::vector<Bytes>{PollPacket()}));
     EXPECT_EQ(host.lastSenderPort, 6455);
-    trigger.SendMessage(std::string(600, 'x'), ControlMessage::Reload);
-    trigger.SendData(Bytes(513, 'y'), ControlMessage::Reload);
-    trigger.RegisterClient("2.0.0.1", "2.255.255.255", "192.168.100.200.9", 0x0123, 64, "We");
-    trigger.RequestDevices();
-    trigger.RequestDevices();
-    EXPECT_EQ(Received(), (Lines{"0x41 " + std::string(512, 'x'), "0x41 " + std::string(512, 'y'),
-                                 "register first=291 count=64 interface=2.0.0.1 broadcast="
-                                 "2.255.255.255 receive=192.168.100.200. name=We",
-                                 "nodes-wanted request=1 interface=2.0.0.1",
-                                 "nodes-wanted request=2 interface=2.0.0.1"}));
+    (void)Received();
     Bytes values(512, 0x11);
     std::fill(values.begin() + 480, values.end(), std::uint8_t{0x22});
     const std::span<const std::uint8_t> all(values);
-    trigger.SendDmx(0x1234, "2.0.0.10", all.first(3));
-    trigger.SendDmx(1, "2.0.0.10", all.first(480));
+    trigger.SendDmx(0x1234, "2.0.0.10", all.first(480));
     trigger.SendDmx(2, "2.0.0.10", all.first(481));
     trigger.SendDmx(3, "2.255.255.255", all);
     const std::string begin = Hex(480, "11");
-    const std::string end = Hex(32, "22") + Hex(448, "11");
     EXPECT_EQ(Received(),
-              (Lines{"universe address=4660 pair=0 to=2.0.0.10 channels=111111",
-                     "universe address=1 pair=0 to=2.0.0.10 channels=" + begin,
+              (Lines{"universe address=4660 pair=0 to=2.0.0.10 channels=" + begin,
                      "universe-begin address=2 pair=0 to=2.0.0.10 channels=" + begin,
                      "universe-end address=2 pair=0 to=2.0.0.10 channels=22" + Hex(479, "11"),
                      "universe-begin address=3 pair=1 to=2.255.255.255 channels=" + begin,
-                     "universe-end address=3 pair=1 to=2.255.255.255 channels=" + end}));
+                     "universe-end address=3 pair=1 to=2.255.255.255 channels=" + Hex(32, "22") +
+                         Hex(448, "11")}));
 }
 
 TEST_F(HostChannel, TheWayToTheHostAndBack)
@@ -76,74 +153,34 @@ TEST_F(HostChannel, TheWayToTheHostAndBack)
         EXPECT_EQ(result.allSent, result.anySent);
         return result.anySent;
     };
+    ASSERT_TRUE(host.Start());
+    host.manners.answersPolls = host.manners.rebinds = false;
     ChooseNetwork();
     Tick(11);
     EXPECT_FALSE(sends());
     Tick();
     EXPECT_TRUE(sends());
     EXPECT_FALSE(portIsFree());
-    ASSERT_TRUE(host.Start());
-    host.manners.rebinds = false;
-    Tick(13);
-    host.manners.answersPolls = host.manners.acknowledges = false;
-    Poll();
+    log.Clear();
+    host.manners.answersPolls = true;
+    Tick(14);
     EXPECT_FALSE(sends());
     EXPECT_TRUE(Stage::ComesTrue(portIsFree));
-    // From here on the host sends what the test sends: it isn't pumped.
-    host.Send(0x92);
-    Poll(14);
-    host.Send(0xA2);
-    Poll(10); // the wait of the registration goes on
-    host.Send(0xA2);
-    host.Send(0x61);
-    Poll();
-    (void)Received();
-    EXPECT_TRUE(sends());
-    EXPECT_EQ(Received(), (Lines{"universe address=3 pair=0 to=2.255.255.255 channels=ff0080"}));
+    EXPECT_EQ(log.Messages()[2], "Destroying local ArtNet client") << "and then it asks";
+    EXPECT_EQ(log.Count("Sending rebind DMX socket"), 2);
+    host.manners.rebinds = true;
+    for (const int requests : {0, 1}) { // the host has the port, and then it wants the nodes
+        host.manners.nodeRequests = requests;
+        Tick(14);
+        EXPECT_EQ(sends(), requests == 1);
+    }
+    EXPECT_EQ(Received().back(), "universe address=3 pair=0 to=2.255.255.255 channels=ff0080");
     output.Initialize(L"10.0.0.1", L"10.255.255.255", L"", {});
     EXPECT_EQ(Received(), (Lines{"register first=0 count=1 interface=10.0.0.1 "
                                  "broadcast=10.255.255.255 receive= name=PixelWeft"}));
-    LoseHost();
-    output.Initialize(L"", L"", L"", {});
 
-    Lines lines = log.Messages();
-    std::erase_if(lines, [](const std::string& line) { // of the service
-        return line.starts_with("Creating") || line.starts_with("Recycling") ||
-               line.starts_with("ALL server");
-    });
-    EXPECT_EQ(boost::join(Lines(lines.begin(), lines.begin() + 12), "; "),
-              "Initialize in Disabled state; Exiting Disabled state; "
-              "Entering Determine socket type state; Server was not detected; "
-              "Exiting Determine socket type state; Entering Using local socket state; "
-              "Registering local ArtNet client; Server detected in Using local socket state; "
-              "Exiting Using local socket state; Destroying local ArtNet client; "
-              "Entering Rebind remote socket state; Sending rebind DMX socket");
-    lines.erase(lines.begin(), lines.begin() + 12);
-    std::erase_if(lines, [](const std::string& line) {
-        return line.starts_with("Exiting") || line.starts_with("Entering");
-    });
-    EXPECT_EQ(boost::join(lines, "; "),
-              "Rebind socked did not succed, retrying; Sending rebind DMX socket; "
-              "Dmx socket rebound; Registering remote ArtNet client; "
-              "Registering remote client did not succed, retrying; "
-              "Registering remote ArtNet client; Remote client registered; "
-              "Registering remote client did not succed, retrying; "
-              "Registering remote ArtNet client; Remote client registered; "
-              "Sent device list to server; Initialize in Using remote socket state; "
-              "Registering remote ArtNet client; Remote client registered; "
-              "Sent device list to server; Server stopped in Using remote socket state; "
-              "Registering local ArtNet client; Initialize in Using local socket state; "
-              "Destroying local ArtNet client");
-}
-
-TEST_F(HostChannel, AHostIsThereFor5000MillisecondsAndGoneAt5001)
-{
-    ASSERT_TRUE(host.Start());
+    // The host is there for 5000 milliseconds and gone at 5001.
     host.manners.answersPolls = false;
-    ChooseNetwork();
-    Tick(11);
-    ChooseNetwork();
-    host.Send(0x12); // an answer that waits at the twelfth tick counts
     Tick(6);
     const std::int64_t last = now;
     for (const std::int64_t later : {5'000'000'000, 5'000'999'999, 5'001'000'000}) {
@@ -151,7 +188,7 @@ TEST_F(HostChannel, AHostIsThereFor5000MillisecondsAndGoneAt5001)
         now = last + later;
         Tick();
     }
-    EXPECT_EQ(output.GetState(), OutputState::UsingLocalSocket);
+    EXPECT_FALSE(portIsFree());
     host.manners.answersPolls = true;
     Tick(10);
     EXPECT_EQ(output.GetState(), OutputState::UsingRemoteSocket) << "a new socket, the same host";
@@ -159,41 +196,33 @@ TEST_F(HostChannel, AHostIsThereFor5000MillisecondsAndGoneAt5001)
 
 TEST_F(HostChannel, StopStartAndReloadAreRepeatedUntilTheHostIsGone)
 {
-    trigger.reloadMappingFile();
-    Tick(2);
-    ASSERT_TRUE(host.Start());
-    host.withPolls = true;
-    host.manners.acknowledges = false;
-    const auto tick = [this] {
+    /// Takes this message of the host, and gives what the host receives in the same tick.
+    const auto tick = [this](std::uint8_t subKey) {
         (void)host.TakeLines();
+        host.Send(subKey);
         Tick();
         return boost::join(host.TakeLines(), ", ");
     };
-    Tick(2);
-    host.manners.answersPolls = false;
+    host.withPolls = true;
+    host.manners.answersPolls = host.manners.acknowledges = false;
+    trigger.reloadMappingFile();
+    ASSERT_TRUE(host.Start());
     Tick();
-    EXPECT_EQ(tick(), "poll, 0x21 stop, 0x41 reload");
+    EXPECT_EQ(tick(0x12), "0x51 universes, poll, 0x21 stop, 0x41 reload");
     trigger.disableReelCommandOrLoomTapDMX(5);
-    EXPECT_EQ(tick(), "poll, 0x31 start, 0x41 reload");
-    host.Send(0x42);
-    EXPECT_EQ(tick(), "poll, 0x31 start");
+    EXPECT_EQ(tick(0x42), "poll, 0x31 start");
     EXPECT_FALSE(output.outputSuspended) << "until the host confirms";
-    host.Send(0x32);
     trigger.hostSendsDMX = 0;
-    EXPECT_EQ(tick(), "poll, 0x21 stop");
+    EXPECT_EQ(tick(0x32), "poll, 0x21 stop");
     EXPECT_TRUE(output.outputSuspended);
-    host.Send(0x22);
-    Tick();
+    (void)tick(0x22);
     EXPECT_FALSE(output.outputSuspended);
-    host.Send(0x32);
-    Tick();
-    ASSERT_TRUE(output.outputSuspended);
+    (void)tick(0x32);
     LoseHost();
     EXPECT_FALSE(output.outputSuspended);
     ASSERT_TRUE(host.Start());
     Tick(); // opens the new socket
-    host.Send(0x32);
-    EXPECT_EQ(tick(), "poll");
+    EXPECT_EQ(tick(0x32), "poll");
     EXPECT_FALSE(output.outputSuspended) << "a late message of a host that is gone";
 }
 
@@ -234,13 +263,10 @@ TEST_F(HostChannel, AFloodLeavesTheTickShort)
         EXPECT_LT(handled - before, 5000) << "more than a machine handles in three milliseconds";
     }
     EXPECT_GT(handled, 50);
-    EXPECT_EQ(output.GetState(), OutputState::UsingRemoteSocket);
 }
 
-TEST_F(HostChannel, APortInUseIsTriedOnceATickAndCanBeShared)
+TEST_F(HostChannel, APortInUseIsTriedOnceATickAndAChannelThatFailedReceivesAgain)
 {
-    UDPSocket socket;
-    EXPECT_FALSE(socket.Send({})) << "not open";
     {
         const Stage::Socket holder(0, UDPSocket::LocalPort);
         for (const int tick : {1, 2}) {
@@ -250,38 +276,193 @@ TEST_F(HostChannel, APortInUseIsTriedOnceATickAndCanBeShared)
         }
     }
     Connect();
-    EXPECT_TRUE(socket.Initialize(Stage::Loopback) && socket.Bind());
+    ASSERT_TRUE(Stage::Command("desk", "ip route replace prohibit 127.0.0.1 table local"));
+    log.Clear();
+    EXPECT_FALSE(trigger.SendRebind());
+    EXPECT_FALSE(trigger.SendRebind());
+    // The fourth failure ends it, and for the whole tick: a frame of 500 messages would hold up the
+    // window.
+    EXPECT_EQ(log.Messages(), Lines(3, "Error ocurred while sending UDP packet: 13."));
+    ASSERT_TRUE(Stage::Command("desk", "ip route replace local 127.0.0.1 dev lo table local"));
+    for (int i = 0; i < 5; ++i) {
+        Tick();
+        now += 2'000'000'000;
+    }
+    EXPECT_EQ(output.GetState(), OutputState::UsingRemoteSocket) << "10 seconds later";
+    EXPECT_EQ(host.lastSenderPort, UDPSocket::LocalPort);
+    UDPSocket second;
+    EXPECT_TRUE(second.Initialize(Stage::Loopback) && second.Bind()) << "the port can be shared";
 }
 
-TEST_F(HostChannel, AChannelThatFailedReceivesAgain)
+// ---- What a host passes on ---------------------------------------------------------------------
+
+class HostData : public HostChannel
 {
+protected:
+    /// The names of the known nodes after the host was asked.
+    std::string Refresh()
+    {
+        output.RefreshNodes();
+        host.Pump();
+        host.manners.loss = 0;
+        Poll();
+        std::string names;
+        for (const auto& node : output.GetNodes())
+            names += node.Name();
+        return names;
+    }
+    /// Merges what was received, and gives the channels of a universe.
+    Bytes Merged(std::uint16_t portAddress = 16)
+    {
+        output.ClearUniverses();
+        output.MergeInputUniverses();
+        const auto& channels = output.GetUniverse(portAddress, L"Auto").channels;
+        return {channels.begin(), channels.end()};
+    }
+    /// The same after the host answered a request.
+    Bytes Asked(std::uint16_t portAddress = 16)
+    {
+        (void)Merged();
+        host.Pump();
+        host.manners.loss = 0;
+        Poll();
+        return Merged(portAddress);
+    }
+};
+
+TEST_F(HostData, OnlyACompleteListReplacesTheKnownNodes)
+{
+    host.nodes = {{"A", "2.0.0.10", {0, 5}}, {"B", "2.0.0.11", {32767}}, {"C", "2.0.0.12", {}}};
     Connect();
-    rlimit usual{};
-    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &usual), 0);
-    for (const bool moreSockets : {true, false}) {
-        ASSERT_TRUE(Stage::Command("desk", "ip route replace prohibit 127.0.0.1 table local"));
-        log.Clear();
-        const rlimit limit{moreSockets ? usual.rlim_cur : 0, usual.rlim_max};
-        ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &limit), 0);
-        EXPECT_FALSE(trigger.SendRebind());
-        EXPECT_FALSE(trigger.SendRebind());
-        ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &usual), 0);
-        // The fourth failure ends it, or that there is no other socket, and for the whole tick: a
-        // frame of 500 messages would hold up the window.
-        const Lines lines = log.Messages();
-        EXPECT_EQ(std::ranges::count_if(lines,
-                                        [](const std::string& line) {
-                                            return line.starts_with(
-                                                "Error ocurred while sending UDP packet: ");
-                                        }),
-                  moreSockets ? 3 : 1);
-        ASSERT_TRUE(Stage::Command("desk", "ip route replace local 127.0.0.1 dev lo table local"));
-        for (int i = 0; i < 5; ++i) {
-            Tick();
-            now += 2'000'000'000;
+    EXPECT_EQ(Refresh(), "ABC");
+    (void)Received();
+    host.Send(0x61, {0x78, 0x56, 0x34, 0x12}); // what was received is what we pass on
+    Tick();
+    const std::string node = "node count=3 request=305419896 generation=1 ";
+    EXPECT_EQ(Received(), (Lines{node + "name=A address=2.0.0.10 universes=0,5",
+                                 node + "name=B address=2.0.0.11 universes=32767",
+                                 node + "name=C address=2.0.0.12 universes="}));
+    host.nodes[1].name.clear();
+    EXPECT_EQ(Refresh(), "ABC") << "a node without a name is ignored";
+    host.nodes[1].name = "D";
+    host.nodes[0].address.clear();
+    EXPECT_EQ(Refresh(), "ABC") << "and one without an address";
+    host.nodes[0].address = "2.0.0.10";
+    host.manners.loss = 1;
+    EXPECT_EQ(Refresh(), "ABC") << "a message was lost";
+    host.manners.oldBy = 1;
+    EXPECT_EQ(Refresh(), "ABC") << "the answer to an older request";
+    for (int i = 0; i < 5000; ++i) // a list that never ends
+        output.AddRemoteNode(output.GetNodes()[0], 4097, 1);
+    EXPECT_EQ(output.GetNodes().size(), 3U);
+    host.manners.oldBy = 0;
+    host.manners.reorders = true;
+    EXPECT_EQ(Refresh(), "CDA") << "the order is free";
+    LoseHost();
+    EXPECT_EQ(Refresh(), "CDA") << "the service knows them too";
+    host.nodes.clear();
+    Connect();
+    EXPECT_EQ(Refresh(), "");
+}
+
+TEST_F(HostData, NodesThatChangeWithoutANewGenerationAreCountedOneFrameLater)
+{
+    const auto packets = [this] {
+        (void)Received();
+        output.ClearUniverses();
+        output.CopyToUniverse(5, L"Auto", 1, Bytes{9});
+        output.CopyToUniverse(6, L"Auto", 1, Bytes{9});
+        output.SendAutoUnicastUniverses();
+        return Received().size();
+    };
+    // The third is outside the network.
+    host.nodes = {{"A", "2.0.0.10", {5, 9}}, {"B", "2.0.0.11", {9}}, {"C", "10.0.0.9", {5}}};
+    Connect();
+    (void)Refresh();
+    EXPECT_EQ(packets(), 1U);
+    host.nodes[1].universes = {6, 5};
+    (void)Refresh();
+    EXPECT_EQ(packets(), 1U) << "ends at a universe that was not counted";
+    EXPECT_EQ(packets(), 3U);
+    EXPECT_EQ(packets(), 3U);
+    EXPECT_EQ(log.Count("Detected devices version changed, clearing autounicast subscribers"), 2);
+}
+
+TEST_F(HostData, Settings)
+{
+    using Settings = std::tuple<bool, std::wstring, std::vector<int>>;
+    std::vector<Settings> received;
+    QObject::connect(&trigger, &ArtNetTrigger::artNetDMXInputSettingsReceived,
+                     [&](bool enabled, const std::wstring& ip, const std::vector<int>& used) {
+                         received.emplace_back(enabled, ip, used);
+                     });
+    ASSERT_TRUE(host.Start());
+    Tick();
+    // The address fills its field. Then universe 0x1234, 0x8000, which is an empty place, and
+    // 0x7FFF; the last place and beyond.
+    Bytes data(17, '7');
+    data[0] = 2;
+    data.insert(data.end(), {0x34, 0x12, 0x00, 0x80, 0xFF, 0x7F});
+    data.resize(509, 0xFF);
+    data.insert(data.end(), {2, 1, 0});
+    host.Send(0x52, data);
+    host.SendRaw({'A', 'r', 't', '-', 'N', 'e', 't', 0, 0, 0x99, 0, 14, 0, 0, 1, 0x52, 0, '9'});
+    Poll();
+    EXPECT_EQ(received,
+              (std::vector<Settings>{{true, std::wstring(16, L'7'), {0x1234, 0x7FFF, 0x102}},
+                                     {false, L"9", std::vector<int>(247, 0)}}))
+        << "what is missing reads as zeros";
+}
+
+// What comes in on our own port is judged from end to end.
+TEST_F(HostData, OnlyACompleteAnswerIsMerged)
+{
+    host.input = {{2, 0x22}, {3, 0x33}};
+    host.inputUniverses = 2;
+    Connect(Merge(2, 2, 16));
+    EXPECT_EQ(Merged(), Bytes(512, 0)) << "the answer is not there yet";
+    EXPECT_EQ(Received(), (Lines{"input-wanted first=2 request=1"}));
+    Poll();
+    EXPECT_EQ(Merged(16), Bytes(512, 0x22));
+    EXPECT_EQ(Merged(17), Bytes(512, 0x33));
+    EXPECT_EQ(Merged(18), Bytes());
+    host.input[2] = 0x44;
+    host.manners.loss = 1;
+    EXPECT_EQ(Asked(), Bytes(512, 0x22)) << "lost";
+    host.manners.oldBy = 1;
+    EXPECT_EQ(Asked(), Bytes(512, 0x22)) << "the answer to an older request";
+    host.manners.oldBy = 0;
+    host.manners.reorders = true;
+    EXPECT_EQ(Asked(), Bytes(512, 0x44)) << "the order of the pieces is free";
+    host.inputUniverses = 1; // fewer than were asked for
+    EXPECT_EQ(Asked(17), Bytes(512, 0));
+    ChooseNetwork();
+    (void)Received();
+    EXPECT_EQ(Merged(), Bytes());
+    EXPECT_TRUE(Received().empty()) << "with merging off there is no request";
+}
+
+TEST_F(HostData, AnAnswerHas128PiecesAtMost)
+{
+    Connect(Merge(2, 64, 16));
+    host.inputUniverses = 0; // this test sends the answers
+    Bytes expected(512, 128);
+    expected[255] = 126;
+    expected[511] = 127;
+    std::uint8_t request = 0;
+    for (const auto pieces : Bytes{128, 129}) {
+        (void)Merged();
+        ++request;
+        for (std::uint8_t index = 0; index < pieces; ++index) {
+            Bytes piece(8 + 256, pieces);
+            std::ranges::copy(Bytes{pieces, 0, index, 0, request, 0, 0, 0}, piece.begin());
+            piece.back() = index;
+            host.Send(0x72, piece);
+            Poll(1);
         }
-        EXPECT_EQ(output.GetState(), OutputState::UsingRemoteSocket) << "10 seconds later";
-        EXPECT_EQ(host.lastSenderPort, UDPSocket::LocalPort);
+        Poll();
+        EXPECT_EQ(Merged(16 + 63), expected) << int{pieces};
+        ++request;
     }
 }
 

@@ -51,10 +51,6 @@ TEST(PixelConversion, EveryTypePutsItsBytesInOrder)
         ASSERT_EQ(static_cast<int>(type), i);
         const int n = static_cast<int>(bytes.size() / 2);
         EXPECT_EQ(ChannelsOf(Fixture(type, {1, n + 1}), colours), bytes) << i;
-        // The same pixels, the second one on the first channels.
-        Bytes swapped(bytes.begin() + n, bytes.end());
-        swapped.insert(swapped.end(), bytes.begin(), bytes.begin() + n);
-        EXPECT_EQ(ChannelsOf(Fixture(type, {n + 1, 1}), colours), swapped) << i;
     }
     EXPECT_EQ(ChannelsOf(Fixture(L, {1, 2}), {{255, 255, 255}, {1, 1, 1}}), Bytes({254, 0}));
     for (const int none : {-1, 21, std::numeric_limits<int>::max()})
@@ -62,26 +58,22 @@ TEST(PixelConversion, EveryTypePutsItsBytesInOrder)
                   Bytes({0, 9, 0, 0}));
 }
 
-TEST(PixelConversion, APixelEndsOnChannel511AtTheLatest)
-{
-    const auto last = [](PixelMapType type, int cell) {
-        const Bytes channels = ChannelsOf(Fixture(type, {cell}, 512), {{201, 100, 31}});
-        EXPECT_EQ(channels.size(), 512U);
-        return Bytes(channels.begin() + 506, channels.end());
-    };
-    EXPECT_EQ(last(RGB, 509), Bytes({0, 0, 201, 100, 31, 0}));
-    EXPECT_EQ(last(RGB, 510), Bytes(6));
-    EXPECT_EQ(last(R, 511), Bytes({0, 0, 0, 0, 201, 0}));
-    EXPECT_EQ(last(R, 512), Bytes(6));
-    EXPECT_EQ(last(RrGgBb, 506), Bytes({201, 100, 100, 31, 31, 0}));
-    EXPECT_EQ(last(RrGgBb, 507), Bytes(6));
-}
-
 TEST(PixelConversion, CellsCountsAndConstants)
 {
     constexpr int least = std::numeric_limits<int>::min();
     constexpr int most = std::numeric_limits<int>::max();
+    const auto endingIn = [](const Bytes& end) {
+        Bytes channels(512 - end.size());
+        channels.insert(channels.end(), end.begin(), end.end());
+        return channels;
+    };
     const std::pair<DeviceLedItem, Bytes> cases[] = {
+        // A pixel ends on channel 511 at the latest.
+        {Fixture(RGB, {509, 0, 0}, 512), endingIn({0, 1, 2, 3, 0})},
+        {Fixture(RGB, {510, 0, 0}, 512), Bytes(512)},
+        {Fixture(R, {511, 0, 0}, 512), endingIn({0, 1, 0})},
+        {Fixture(R, {512, 0, 0}, 512), Bytes(512)},
+        {Fixture(RrGgBb, {506, 507, 0}, 512), endingIn({0, 1, 1, 2, 2, 3, 3, 0})},
         // Cells that name no channel.
         {Fixture(RGB, {0, -1, 4}, 9), {0, 0, 0, 7, 8, 9, 0, 0, 0}},
         {Fixture(RGB, {1, 0, 4}), {1, 2, 3, 7, 8, 9}},
@@ -103,18 +95,6 @@ TEST(PixelConversion, CellsCountsAndConstants)
     };
     for (const auto& [fixture, channels] : cases)
         EXPECT_EQ(ChannelsOf(fixture, {{1, 2, 3}, {4, 5, 6}, {7, 8, 9}}), channels);
-}
-
-TEST(PixelConversion, ConstantsStayAndACutPixelTouchesNoOtherElement)
-{
-    Show show({{Fixture(RGB, {1, 4}, 6, {{2, 77}, {6, -1}})},
-               {Fixture(RrGgBb, {2}, 2), Address(1)},
-               {Fixture(G, {2}, 3), Address(1, 3)}});
-    show.Frame(*Picture(2, 1, {{1, 2, 3}, {4, 5, 6}}));
-    EXPECT_EQ(show.Universe(0), Bytes({1, 77, 3, 4, 5, 0}));
-    show.Frame(*Picture(2, 1, {{11, 12, 13}, {14, 15, 16}}));
-    EXPECT_EQ(show.Universe(0), Bytes({11, 77, 13, 14, 15, 0}));
-    EXPECT_EQ(show.Universe(1), Bytes({0, 14, 0, 15, 0}));
 }
 
 } // namespace
