@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include "Platform/Clock.h"
-
 namespace {
 
 // That no packet is lost between two threads is judged where silent hosts and living ones are sent
@@ -23,19 +21,16 @@ int UniverseOf(const ArtNetOutbox::Packet& packet)
     return ArtNetPackets::ReadDmx(std::span(packet.bytes).first(packet.size))->portAddress;
 }
 
-TEST(Outbox, CallsForTheFirstPacketOfAFlushOnly)
+TEST(Outbox, CallsForTheFirstPacketOfAFlushOnlyAndKeepsTheNewest)
 {
     ArtNetOutbox outbox;
-    const std::int64_t begin = Platform::MonotonicNanoseconds();
     EXPECT_TRUE(outbox.Add(0x02000001, 7, std::vector<std::uint8_t>{1, 2, 3}));
     EXPECT_FALSE(outbox.Add(0x02000002, 8, {}));
-    const auto packets = Flushed(outbox);
+    auto packets = Flushed(outbox);
     ASSERT_EQ(packets.size(), 2U);
     EXPECT_EQ(packets[0].address, 0x02000001U);
     EXPECT_EQ(packets[0].size, 22U);
     EXPECT_EQ(packets[1].size, 18U);
-    EXPECT_LE(begin, packets[0].written);
-    EXPECT_LE(packets[1].written, Platform::MonotonicNanoseconds());
     EXPECT_TRUE(Flushed(outbox).empty());
 
     // What is added during a flush is sent with it.
@@ -46,15 +41,10 @@ TEST(Outbox, CallsForTheFirstPacketOfAFlushOnly)
         EXPECT_FALSE(universes.size() == 1 && outbox.Add(1, 2, {}));
     });
     EXPECT_EQ(universes, (std::vector<int>{9, 2}));
-    EXPECT_TRUE(outbox.Add(1, 3, {}));
-}
 
-TEST(Outbox, BeyondItsBoundTheNewestPacketsStay)
-{
-    ArtNetOutbox outbox;
     for (std::size_t i = 0; i <= ArtNetOutbox::MaxWaiting; ++i)
-        (void)outbox.Add(1, static_cast<std::uint16_t>(i), {});
-    const auto packets = Flushed(outbox);
+        EXPECT_EQ(outbox.Add(1, static_cast<std::uint16_t>(i), {}), i == 0);
+    packets = Flushed(outbox);
     ASSERT_EQ(packets.size(), 1U);
     EXPECT_EQ(UniverseOf(packets[0]), int{ArtNetOutbox::MaxWaiting});
 }
