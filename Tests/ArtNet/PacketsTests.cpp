@@ -102,7 +102,6 @@ TEST(Classify, ByIdAndOpCodeAlone)
         EXPECT_EQ(Classify(Span(wrong)), Kind::Other) << i;
     }
     EXPECT_EQ(Classify(Span(poll).first(9)), Kind::Other);
-    EXPECT_EQ(Classify({}), Kind::Other);
 }
 
 TEST(Reply, OursByteForByteWithTextsThatAreCut)
