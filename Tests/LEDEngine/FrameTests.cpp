@@ -175,33 +175,6 @@ TEST(Frame, AnEditedDocumentIsTheSumOfItsElements)
 
 // ---- Documents by hand --------------------------------------------------------------------------
 
-TEST(Frame, AMarkHoldsForOneElementAndOneFrameAndTheOutputCanBeSuspended)
-{
-    Show show({{Fixture(R, {1, 2}), Address(0), {{0, 0.5F}, {1, 1}, 0, false, false}},
-               {Fixture(R, {1}), Address(0, 3), {}}});
-    const auto picture = Picture(1, 1, {{1, 2, 3}});
-    int sent = 0;
-    QObject::connect(&show.engine.GetOutput(), &ArtNetOutput::dataOutOn, [&sent] { ++sent; });
-    show.engine.UpdateElementBitmaps(*picture);
-    show.engine.UpdateElementBitmap(0, *Picture(1, 1, {{9, 8, 7}}, 3));
-    EXPECT_EQ(show.engine.SendFrame(), -1) << "no network";
-    EXPECT_EQ(show.Universe(0), Bytes({0, 9, 1}));
-    EXPECT_EQ(sent, 0);
-    show.SetOutput({}, L"2.255.255.255");
-    EXPECT_EQ(show.Frame(*picture), 0) << "a service that isn't there takes all";
-    EXPECT_EQ(sent, 1);
-    EXPECT_EQ(show.Universe(0), Bytes({0, 1, 1}));
-    const ZenBitmap* bitmap = show.engine.FindElementBitmap(*show.Document().GetElement(0));
-    ASSERT_TRUE(bitmap && bitmap->width == 2 && bitmap->height == 1 && bitmap->format == 4);
-    EXPECT_EQ(Bytes(bitmap->data, bitmap->data + 7), Bytes({0, 0, 0, 0, 3, 2, 1}));
-    show.engine.GetOutput().outputSuspended = true;
-    EXPECT_EQ(show.Frame(*picture), -1);
-    EXPECT_EQ(sent, 1);
-    show.engine.ReleaseElements();
-    EXPECT_EQ(show.Frame(*picture), -1);
-    EXPECT_EQ(Show().Frame(*picture), 0) << "an empty frame cannot fail";
-}
-
 TEST(Frame, ElementsThatAreNowhereOrTooLargeAreNotConvertedAndADocumentTooLargeIsRefused)
 {
     Support::LogCapture log;
@@ -226,6 +199,7 @@ TEST(Frame, ElementsThatAreNowhereOrTooLargeAreNotConvertedAndADocumentTooLargeI
     show.Add({Fixture(RGB, std::vector<std::int32_t>(16'000'000), 3, {}, 4000)});
     EXPECT_FALSE(show.Create());
     EXPECT_EQ(show.engine.SendFrame(), -1);
+    EXPECT_EQ(Show().engine.SendFrame(), 0) << "an empty frame cannot fail";
 }
 
 TEST(Frame, RowsAddedOrRemovedStopTheOutputUntilARebuild)
@@ -234,7 +208,6 @@ TEST(Frame, RowsAddedOrRemovedStopTheOutputUntilARebuild)
     const auto picture = Picture(1, 1, {{1, 2, 3}});
     const MappedLedItem& second = show.Add({Fixture(R, {1}), Address(0, 2)});
     EXPECT_EQ(show.Frame(*picture), -1);
-    EXPECT_EQ(show.engine.FindElementBitmap(second), nullptr);
     ASSERT_TRUE(show.Create());
     show.Frame(*picture);
     EXPECT_EQ(show.Universe(0), Bytes({1, 1}));

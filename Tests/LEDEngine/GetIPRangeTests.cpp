@@ -54,14 +54,9 @@ TEST_F(GetIPRangeTest, NetworksAreNewOnceAndThenChange)
                 Adapter("", ""),
                 Adapter("nonsense", "")};
     EXPECT_EQ(networks.DetectChanges().size(), 3U);
-    for (const NetworkInterface& now :
-         {Adapter("2.0.0.1", "2.255.255.255", false), Adapter("2.0.0.1", "2.255.255.255"),
-          Adapter("2.0.0.1", "2.0.0.255")})
-    {
-        adapters = {now};
-        EXPECT_EQ(networks.DetectChanges().size(), 1U);
-        EXPECT_TRUE(networks.DetectChanges().empty());
-    }
+    adapters = {Adapter("2.0.0.1", "2.0.0.255")};
+    EXPECT_EQ(networks.DetectChanges().size(), 1U);
+    EXPECT_TRUE(networks.DetectChanges().empty());
     // Of two adapters with one address the last counts; one that is up comes first, whatever order
     // the system lists them in.
     adapters = {Adapter("16.9.0.1", "16.0.255.255", false), Adapter("16.9.0.1", "16.255.255.255"),
