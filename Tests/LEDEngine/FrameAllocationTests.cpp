@@ -49,8 +49,7 @@ namespace {
 TEST(FrameAllocation, NoFrameAfterTheFirstTakesMemoryAndOneThatGetsNoneIsLostAlone)
 {
     Zen::ArtNetService::SetGlobal(std::make_shared<Zen::ArtNetService>("PixelWeft", "test", false));
-    // Many pixels in a row, single ones, constants; broadcast, for one node and into the merge
-    // range.
+    // Rows of pixels, single ones and constants; broadcast, for one node and merged.
     constexpr int strips = 40;
     constexpr int middle = strips / 2 * 3;
     Show show;
@@ -70,8 +69,6 @@ TEST(FrameAllocation, NoFrameAfterTheFirstTakesMemoryAndOneThatGetsNoneIsLostAlo
     const auto picture = Picture(64, 36, std::vector<Rgb>(64 * 36, Rgb{11, 22, 33}));
     const auto mark = Picture(1, 1, {{9, 8, 7}}, 3);
 
-    int sent = 0;
-    QObject::connect(&show.engine.GetOutput(), &ArtNetOutput::dataOutOn, [&sent] { ++sent; });
     EXPECT_GT(allocations, 0);
     // Packets wait for the I/O thread in two buffers in turn, which grow to the longest wait: on a
     // busy machine that takes a while to settle. A frame that always takes memory never does.
@@ -89,7 +86,6 @@ TEST(FrameAllocation, NoFrameAfterTheFirstTakesMemoryAndOneThatGetsNoneIsLostAlo
     EXPECT_EQ(taken, 0);
     EXPECT_EQ(show.Universe(strips / 2)[0], 9);
     EXPECT_EQ(show.Universe(strips / 2)[2], 7);
-    EXPECT_GE(sent, 20);
     // Elements of the merge range are broadcast whatever their node is.
     EXPECT_EQ(show.AllUniverses().size(), 2U * strips - 8);
 
@@ -101,7 +97,7 @@ TEST(FrameAllocation, NoFrameAfterTheFirstTakesMemoryAndOneThatGetsNoneIsLostAlo
     refuse = false;
     EXPECT_EQ(result, -1);
     EXPECT_EQ(log.Messages().size(), 1U);
-    show.Frame(*picture);
+    EXPECT_EQ(show.Frame(*picture), 0);
     EXPECT_EQ(show.AllUniverses().size(), 2U * strips - 7);
     EXPECT_EQ(show.Universe(48).size(), 510U);
     EXPECT_EQ(show.Universe(48)[0], 11) << "a mark holds for one frame";
