@@ -19,7 +19,7 @@ LogCapture::~LogCapture()
     Zen::Log::SetGlobal(nullptr);
 }
 
-std::vector<std::string> LogCapture::AllMessages() const
+std::vector<std::string> LogCapture::Messages() const
 {
     if (const auto log = Zen::Log::Global())
         log->Flush();
@@ -36,12 +36,6 @@ std::vector<std::string> LogCapture::AllMessages() const
             messages.push_back(line.substr(end + 2));
         }
     }
-    return messages;
-}
-
-std::vector<std::string> LogCapture::Messages() const
-{
-    auto messages = AllMessages();
     messages.erase(messages.begin(), messages.begin() + static_cast<std::ptrdiff_t>(
                                                             std::min(skip_, messages.size())));
     return messages;
@@ -49,13 +43,12 @@ std::vector<std::string> LogCapture::Messages() const
 
 int LogCapture::Count(const std::string& message) const
 {
-    const auto messages = Messages();
-    return static_cast<int>(std::ranges::count(messages, message));
+    return static_cast<int>(std::ranges::count(Messages(), message));
 }
 
 void LogCapture::Clear()
 {
-    skip_ = AllMessages().size();
+    skip_ += Messages().size();
 }
 
 } // namespace Support

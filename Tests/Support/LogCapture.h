@@ -29,8 +29,7 @@ public:
 
 private:
     TemporaryFolder folder_;
-    mutable std::size_t skip_ = 0;
-    [[nodiscard]] std::vector<std::string> AllMessages() const;
+    std::size_t skip_ = 0;
 };
 
 } // namespace Support

@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -29,13 +31,10 @@ SeenBox Read(QDialog& dialog)
     if (!box)
         return seen;
     seen.text = box->text();
-    for (const QAbstractButton* button : box->buttons()) {
-        seen.buttons.append(Plain(button->text()));
-        const auto* push = qobject_cast<const QPushButton*>(button);
-        if (push && push->isDefault())
+    for (const auto* button : box->findChildren<QPushButton*>()) {
+        if (button->isDefault())
             seen.byDefault = Plain(button->text());
     }
-    seen.buttons.sort();
     return seen;
 }
 
@@ -91,21 +90,30 @@ void Operator::Look()
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (!dialog || !dialog->isVisible())
         return;
-    timer_.stop();
     seen.push_back(Read(*dialog));
     if (acts_.empty()) {
         ADD_FAILURE() << "an unexpected box: " << seen.back().title.toStdString() << ": "
                       << seen.back().text.toStdString();
         dialog->reject();
         dialog->hide();
-    } else {
-        const auto act = acts_.front();
-        acts_.erase(acts_.begin());
-        // What the act opens is looked at too.
-        timer_.start();
-        act(*dialog);
+        return;
     }
-    timer_.start();
+    const auto act = acts_.front();
+    acts_.erase(acts_.begin());
+    timer_.start(); // what the act opens is looked at too
+    act(*dialog);
+}
+
+void Pick(QComboBox& combo, const char* entry)
+{
+    combo.setFocus();
+    QTest::keyClick(&combo, Qt::Key_Down);
+    ASSERT_TRUE(combo.view()->isVisible());
+    const int row = combo.findText(QLatin1String(entry));
+    ASSERT_GE(row, 0) << entry;
+    combo.view()->setCurrentIndex(combo.model()->index(row, 0));
+    QTest::keyClick(combo.view(), Qt::Key_Return);
+    QCoreApplication::processEvents();
 }
 
 } // namespace Support

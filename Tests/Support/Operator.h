@@ -5,9 +5,9 @@
 #include <vector>
 
 #include <QString>
-#include <QStringList>
 #include <QTimer>
 
+class QComboBox;
 class QDialog;
 
 namespace Support {
@@ -17,7 +17,6 @@ struct SeenBox
 {
     QString title;
     QString text;
-    QStringList buttons; ///< in alphabetical order
     QString byDefault;
     bool hasParent = false;
 };
@@ -45,5 +44,8 @@ private:
     std::vector<std::function<void(QDialog&)>> acts_;
     QTimer timer_;
 };
+
+/// Opens the list of a combo box and chooses an entry, as a hand on the keyboard does.
+void Pick(QComboBox& combo, const char* entry);
 
 } // namespace Support

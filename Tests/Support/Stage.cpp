@@ -67,6 +67,21 @@ std::optional<Heard> Receive(int handle)
     return heard;
 }
 
+/// Runs `work` with this thread on the rig; sockets that are made there stay there.
+void OnRig(const std::function<void()>& work)
+{
+    const int desk = open("/proc/thread-self/ns/net", O_RDONLY | O_CLOEXEC);
+    const std::string path = std::string("/proc/") + std::getenv("STAGE_PID_rig") + "/ns/net";
+    const int rig = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (setns(rig, CLONE_NEWNET) != 0)
+        throw std::system_error(errno, std::system_category(), "to the rig");
+    work();
+    if (setns(desk, CLONE_NEWNET) != 0)
+        throw std::system_error(errno, std::system_category(), "back to the desk");
+    close(rig);
+    close(desk);
+}
+
 } // namespace
 
 Socket::Socket(std::uint32_t address, std::uint16_t port)
@@ -114,20 +129,6 @@ std::vector<Heard> Socket::All(std::chrono::milliseconds duration) const
         else if (left <= std::chrono::milliseconds(0))
             return all;
     }
-}
-
-void OnRig(const std::function<void()>& work)
-{
-    const int desk = open("/proc/thread-self/ns/net", O_RDONLY | O_CLOEXEC);
-    const std::string path = std::string("/proc/") + std::getenv("STAGE_PID_rig") + "/ns/net";
-    const int rig = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (setns(rig, CLONE_NEWNET) != 0)
-        throw std::system_error(errno, std::system_category(), "to the rig");
-    work();
-    if (setns(desk, CLONE_NEWNET) != 0)
-        throw std::system_error(errno, std::system_category(), "back to the desk");
-    close(rig);
-    close(desk);
 }
 
 Flooder::Flooder()

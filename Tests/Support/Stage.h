@@ -31,9 +31,6 @@ void Enter(int argc, char** argv);
 /// Runs a command on a host of the stage ("desk", "rig", "hub"). False when it fails.
 [[nodiscard]] bool Command(const std::string& host, const std::string& command);
 
-/// Runs `work` with this thread on the rig; sockets that are made there stay there.
-void OnRig(const std::function<void()>& work);
-
 struct Heard
 {
     Bytes bytes;
