@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <filesystem>
-
 #include "LibTools/W32System.h"
 #include "Settings/ApplicationMode.h"
 #include "Support/TemporaryFolder.h"
@@ -28,9 +26,7 @@ protected:
 
     void WritePreferences(const std::string& interface, const std::string& address) const
     {
-        const std::string folder = "Zentri ReelCommand 5";
-        std::filesystem::create_directories(user.Path() / folder);
-        user.Write(folder + "/Zentri ReelCommand_preferences.xml",
+        user.Write("Zentri ReelCommand 5/Zentri ReelCommand_preferences.xml",
                    "<RMS_Preferences><DATA DMXINTERFACE=\"" + interface +
                        "\" ART_NET_IP_ADDRESS=\"" + address +
                        "\" LIBRARYROOTFOLDER=\"/nowhere\"/></RMS_Preferences>");
@@ -40,9 +36,6 @@ protected:
         std::vector<int> universes = {1, 2};
         host.artNetDMXInputSettingsReceived(enabled, ip, universes);
     }
-    /// How often the output was set up again.
-    [[nodiscard]] int SetUps() const { return log.Count("Initialize in Disabled state"); }
-
     Support::TemporaryFolder user;
     std::vector<int> used;
     std::vector<std::wstring> changed;
@@ -53,29 +46,35 @@ protected:
 
 TEST_F(HostSettingsTest, WhatDiffersFromThePreferencesIsLookedUpAndFollowedOnce)
 {
-    using Changes = std::vector<std::wstring>;
-    Receive(true, L"2.0.0.5");
-    EXPECT_EQ(used, (std::vector<int>{1, 2}));
-    EXPECT_EQ(changed, Changes());
-    EXPECT_EQ(SetUps(), 0);
-    WritePreferences("ArtNet", "ALL");
-    for (int repeated = 0; repeated < 2; ++repeated)
-        Receive(true, L"ALL");
+    struct Step
+    {
+        const char* interface; ///< what the host's preferences say by now
+        const char* address;
+        bool enabled; ///< what it reports, so often
+        const wchar_t* reported;
+        int times;
+        std::size_t followed; ///< how many reports were followed so far
+    };
+    for (const auto& [interface, address, enabled, reported, times, followed] :
+         std::initializer_list<Step>{
+             {"ArtNet", "2.0.0.5", true, L"2.0.0.5", 1, 0},
+             {"ArtNet", "ALL", true, L"ALL", 2, 1},
+             {"sACN", "ALL", false, L"ALL", 1, 2},
+             // A host that contradicts its own preferences, forty times a second.
+             {"sACN", "ALL", true, L"2.0.0.6", 100, 3},
+             {"sACN", "ALL", false, L"2.0.0.6", 1, 4}})
+    {
+        WritePreferences(interface, address);
+        for (int repeated = 0; repeated < times; ++repeated)
+            Receive(enabled, reported);
+        EXPECT_EQ(changed.size(), followed) << reported;
+        EXPECT_EQ(static_cast<std::size_t>(log.Count("Initialize in Disabled state")), followed)
+            << "the output is set up";
+        EXPECT_EQ(used, (std::vector<int>{1, 2}));
+    }
+    EXPECT_EQ(changed.front(), L"ALL");
     EXPECT_EQ(preferences.artNetIPAddress, L"ALL");
-    EXPECT_EQ(changed, Changes({L"ALL"}));
-    EXPECT_EQ(SetUps(), 1);
-    WritePreferences("sACN", "ALL");
-    Receive(false, L"ALL");
-    EXPECT_EQ(changed.size(), 2U);
     EXPECT_EQ(preferences.dmxInterface, L"sACN");
-
-    // A host that contradicts its own preferences, forty times a second.
-    for (int repeated = 0; repeated < 100; ++repeated)
-        Receive(true, L"2.0.0.6");
-    EXPECT_EQ(changed.size(), 3U);
-    EXPECT_EQ(SetUps(), 3);
-    Receive(false, L"2.0.0.6");
-    EXPECT_EQ(changed.size(), 4U) << "something else";
 
     preferences.mode = ApplicationMode::BesideLoomTap;
     used.clear();

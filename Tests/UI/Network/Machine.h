@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QStringList>
+
 #include "LEDEngine/GetIPRange.h"
 #include "LEDEngine/LEDEngine.h"
 #include "Model/ArtNetNodeModel.h"
@@ -46,7 +48,7 @@ protected:
 
     std::vector<NetworkInterface> adapters = {Adapter("10.0.0.1", "10.255.255.255"),
                                               Adapter("2.0.0.1", "2.255.255.255")};
-    std::vector<QString> notices;
+    QStringList notices;
     Support::LogCapture log;
     GetIPRange networks{[this] {
         return adapters;
