@@ -29,6 +29,8 @@ namespace {
 
 using Support::SeenBox;
 
+constexpr auto Arc = "ArcLine 36"; ///< a fixture of the program
+
 std::unique_ptr<DeviceLedItem> Fixture(const wchar_t* maker, const wchar_t* product)
 {
     return std::make_unique<DeviceLedItem>(maker, product, PixelMap(1, 1, PixelMapType::RGB), 0, 3);
@@ -78,9 +80,9 @@ protected:
         QTest::mouseClick(erase, Qt::LeftButton);
         QCoreApplication::processEvents(); // what the library reports comes behind it
     }
-    void Import(const QString& file, const char* answer)
+    void Import(const char* file, const char* answer)
     {
-        person.WillChoose(file);
+        person.WillChoose(QString::fromStdString((home.Path() / file).string()));
         person.WillPress(QLatin1String(answer));
         window.findChild<QAction*>("actionImport_fixtures"_q)->trigger();
     }
@@ -98,62 +100,54 @@ protected:
 
 } // namespace
 
-TEST_F(Library, OneFixtureIsDeletedWithAQuestion)
+TEST_F(Library, OneFixtureThatIsNotInUseIsDeletedWithAQuestion)
 {
-    EXPECT_FALSE(erase->isEnabled());
     list->setCurrentIndex(list->model()->index(0, 0));
     EXPECT_FALSE(erase->isEnabled()) << "a manufacturer";
-    const QModelIndex wanted = RowsOf("ArcLine 36").front();
-    list->setCurrentIndex(wanted);
-    list->selectionModel()->select(list->indexBelow(wanted),
+    list->setCurrentIndex(RowsOf(Arc).front());
+    list->selectionModel()->select(list->indexBelow(RowsOf(Arc).front()),
                                    QItemSelectionModel::Select | QItemSelectionModel::Rows);
     EXPECT_FALSE(erase->isEnabled()) << "two";
 
-    person.WillPress("Cancel"_q);
-    Delete("ArcLine 36");
-    EXPECT_EQ(
-        person.seen[0].text,
-        "Are you sure you want to delete this fixture from the library?\n\nManufacturer: Anolis\nProduct: ArcLine 36"_q);
-    EXPECT_EQ(person.seen[0].byDefault, "Yes"_q);
-    EXPECT_FALSE(manager->documentDirty);
+    MappedDeviceModel& document = *manager->GetMappedDeviceModel();
+    document.AddMappingElement(std::make_unique<MappedLedItem>(
+        L"Bar", *manager->GetLEDFixtureByProduct(L"ArcLine 36"), nullptr, nullptr));
+    for (const char* answer : {"OK", "Cancel"}) {
+        person.WillPress(QLatin1String(answer));
+        Delete(Arc);
+        EXPECT_EQ(RowsOf(Arc).size(), 1) << answer;
+        EXPECT_TRUE(steps.canUndo());
+        EXPECT_FALSE(manager->documentDirty);
+        if (document.rowCount() > 0)
+            document.RemoveMappingElement(document.GetElement(0)->uniqueID);
+    }
+    EXPECT_EQ(person.seen[0].title, "Delete Used Fixture"_q);
+    EXPECT_TRUE(person.seen[1].text.endsWith("\n\nManufacturer: Anolis\nProduct: ArcLine 36"_q));
+    EXPECT_EQ(person.seen[1].byDefault, "Yes"_q);
     person.WillPress("Yes"_q);
-    Delete("ArcLine 36");
-    EXPECT_TRUE(RowsOf("ArcLine 36").isEmpty());
+    Delete(Arc);
+    EXPECT_TRUE(RowsOf(Arc).isEmpty());
     EXPECT_FALSE(erase->isEnabled());
     EXPECT_FALSE(steps.canUndo());
     EXPECT_TRUE(manager->documentDirty);
     manager->LoadLibrary(GetFixtureLibraryPath());
-    EXPECT_TRUE(RowsOf("ArcLine 36").isEmpty()) << "it is in the file at once";
-}
-
-TEST_F(Library, AFixtureInUseStays)
-{
-    const DeviceLedItem* fixture = manager->GetLEDFixtureByProduct(L"ArcLine 36");
-    ASSERT_TRUE(fixture);
-    manager->GetMappedDeviceModel()->AddMappingElement(
-        std::make_unique<MappedLedItem>(L"Bar", *fixture, nullptr, nullptr));
-    person.WillPress("OK"_q);
-    Delete("ArcLine 36");
-    EXPECT_EQ(person.seen[0].title, "Delete Used Fixture"_q);
-    EXPECT_EQ(RowsOf("ArcLine 36").size(), 1);
-    EXPECT_TRUE(steps.canUndo());
+    EXPECT_TRUE(RowsOf(Arc).isEmpty()) << "it is in the file at once";
+    panel->RemoveLocalFixtures();
+    manager->LoadLibrary(GetFixtureLibraryPath());
+    EXPECT_EQ(RowsOf(Arc).size(), 1) << "the program's fixtures in place of the user's";
 }
 
 TEST_F(Library, AfterASaveThatFailsNothingIsSelectedForTheNextDelete)
 {
     ASSERT_TRUE(QFile::remove(GetFixtureLibraryPath()));
     ASSERT_TRUE(QDir().mkdir(manager->GetLibraryPath()));
-    // One with another behind it, which Qt selects when the first goes.
-    QModelIndex maker = list->model()->index(0, 0);
-    while (list->model()->rowCount(maker) < 2)
-        maker = maker.siblingAtRow(maker.row() + 1);
-    const QByteArray product = list->model()->index(0, 1, maker).data().toString().toUtf8();
+    // Another is behind it, which Qt selects when the first goes.
     person.WillPress("Yes"_q);
     person.WillPress("OK"_q);
-    Delete(product);
+    Delete(Arc);
     EXPECT_EQ(person.seen.back().title, "Fixture Library Not Saved"_q);
     EXPECT_TRUE(person.seen.back().text.contains(manager->GetLibraryPath()));
-    EXPECT_TRUE(RowsOf(product).isEmpty());
+    EXPECT_TRUE(RowsOf(Arc).isEmpty());
     EXPECT_GT(list->model()->rowCount(), 5) << "the others are still there";
     EXPECT_FALSE(erase->isEnabled());
 }
@@ -164,31 +158,21 @@ TEST_F(Library, ImportedFixturesTakeTheirPlacesInTheList)
     other.AddFixture(Fixture(L"Anolis", L"ArcLine 36"));
     other.AddFixture(Fixture(L"Anolis", L"A Lamp"));
     other.AddFixture(Fixture(L"Aaron", L"New Lamp"));
-    const QString file = QString::fromStdString((home.Path() / "other.wfl").string());
-    ASSERT_EQ(other.Save(file.toStdWString()), 0);
-    Import(file, "Yes, use the fixture from the mapping file");
+    ASSERT_EQ(other.Save((home.Path() / "other.wfl").wstring()), 0);
+    Import("other.wfl", "Yes, use the fixture from the mapping file");
     EXPECT_EQ(list->model()->index(0, 0).data().toString(), "Aaron"_q);
     ASSERT_EQ(RowsOf("A Lamp").size(), 1);
     EXPECT_EQ(RowsOf("A Lamp").front().row(), 0) << "before the others of its maker";
-    ASSERT_EQ(RowsOf("ArcLine 36").size(), 1) << "the imported one alone";
+    ASSERT_EQ(RowsOf(Arc).size(), 1) << "the imported one alone";
     EXPECT_EQ(manager->GetLEDFixtureByProduct(L"ArcLine 36")->GetChannelCount(), 3);
     EXPECT_FALSE(list->isColumnHidden(1));
     EXPECT_TRUE(list->isColumnHidden(3));
     EXPECT_FALSE(steps.canUndo());
 
     home.Write("broken.wfl", "no library");
-    Import(QString::fromStdString((home.Path() / "broken.wfl").string()), "OK");
+    Import("broken.wfl", "OK");
     EXPECT_TRUE(person.seen.back().text.contains("could not be read whole"_q));
     EXPECT_EQ(RowsOf("New Lamp").size(), 1);
-}
-
-TEST_F(Library, TheProgramsFixturesComeBackInPlaceOfTheUsers)
-{
-    person.WillPress("Yes"_q);
-    Delete("ArcLine 36");
-    panel->RemoveLocalFixtures();
-    manager->LoadLibrary(GetFixtureLibraryPath());
-    EXPECT_EQ(RowsOf("ArcLine 36").size(), 1);
 }
 
 TEST_F(Library, ADragCarriesTheFixtureAndAManufacturerNone)
@@ -196,10 +180,10 @@ TEST_F(Library, ADragCarriesTheFixtureAndAManufacturerNone)
     const auto pressAt = [this](QPoint at) {
         QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
     };
-    EXPECT_EQ(list->DragData(), nullptr);
     pressAt(list->visualRect(list->model()->index(0, 0)).center());
     EXPECT_EQ(list->DragData(), nullptr);
-    const QModelIndex fixture = list->model()->index(0, 1, list->model()->index(0, 0));
+    const QModelIndex fixture = RowsOf(Arc).front();
+    list->scrollTo(fixture);
     const QPoint lowerEdge = list->visualRect(fixture).bottomLeft() + QPoint(20, 0);
     pressAt(lowerEdge);
     // On its way the mouse passes over the next row.
@@ -210,10 +194,8 @@ TEST_F(Library, ADragCarriesTheFixtureAndAManufacturerNone)
     EXPECT_EQ(list->selectionModel()->selectedRows(1), QModelIndexList{fixture});
     const auto load = list->DragData();
     ASSERT_TRUE(load);
-    const auto id = load->data(QLatin1String(LEDDeviceListView::FixtureMimeType)).toLongLong();
-    ASSERT_TRUE(manager->GetDeviceModel()->GetLEDFixture(id));
-    EXPECT_EQ(QString::fromStdWString(manager->GetDeviceModel()->GetLEDFixture(id)->product),
-              fixture.data().toString());
+    EXPECT_EQ(load->data(QLatin1String(LEDDeviceListView::FixtureMimeType)).toLongLong(),
+              manager->GetLEDFixtureByProduct(L"ArcLine 36")->uniqueID);
 }
 
 TEST_F(Library, AFixtureThatDiffersIsAskedAbout)
