@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Main/Desk.h"
 
+#include "Model/DeviceModel.h"
+#include "Support/Stage.h"
+#include "UI/Editor/GraphCanvas.h"
+#include "UI/Editor/MappingRectangle.h"
+#include "UI/Library/LEDDeviceListView.h"
 #include "UI/Widgets/Version.h"
 
 Desk::Desk()
@@ -9,15 +14,64 @@ Desk::Desk()
     QTimer::singleShot(0, qApp, &QCoreApplication::quit);
     QCoreApplication::exec();
     home.UseAsHome();
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
-                       QString::fromStdString((home.Path() / "config").string()));
-    WriteBytes(QCoreApplication::applicationDirPath() + "/mode.xml"_q, "<Mode value=\"LMT\" />");
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, Path("config"_q));
+    home.Write(QCoreApplication::applicationDirPath().toStdString() + "/mode.xml",
+               "<Mode value=\"LMT\" />");
 }
 
 Desk::~Desk()
 {
     EXPECT_TRUE(person.IsDone()) << "a box that was expected did not come";
 }
+
+// ---- Documents ---------------------------------------------------------------------------------
+
+QString Desk::Element(QPointF centre, QSizeF size, int universe, int channel, const QString& node)
+{
+    return "<Element description=\"Bar\" fixture=\"%1\"><VideoMapping><center>%2,%3</center><size>%4,%5</size><rotation>0</rotation></VideoMapping><DMXMapping type=\"ArtNet\"><ArtNetMapping subnet=\"0\" universe=\"%6\" channel=\"%7\" ipconf=\"%8\" /></DMXMapping></Element>\n"_q
+        .arg(Bar)
+        .arg(centre.x())
+        .arg(centre.y())
+        .arg(size.width())
+        .arg(size.height())
+        .arg(universe)
+        .arg(channel)
+        .arg(node);
+}
+
+QString Desk::WriteDocument(const QString& name, const Show& show) const
+{
+    const QString text =
+        "<LEDFixtureLibrary>\n</LEDFixtureLibrary>\n%1<Mapping name=\"Show\" version=\"1.0\" resolution=\"%2,%3\" network=\"%4\">\n%5</Mapping>\n"_q
+            .arg(show.before)
+            .arg(show.width)
+            .arg(show.height)
+            .arg(show.network, show.elements);
+    home.Write(name.toStdString(), "\xEF\xBB\xBF" + text.toStdString());
+    return Path(name);
+}
+
+QString Desk::Path(const QString& name) const
+{
+    return QString::fromStdString((home.Path() / name.toStdString()).string());
+}
+
+QString Desk::DocumentPath() const
+{
+    return Path("data/LoomTap2/PixelWeft/mapping.wfm"_q);
+}
+
+std::string Desk::Bytes(const QString& path)
+{
+    return Support::ReadBytes(path.toStdString());
+}
+
+QVariant Desk::Kept(const char* key)
+{
+    return QSettings("Zentri"_q, "PixelWeft3"_q).value(QLatin1String(key));
+}
+
+// ---- The window --------------------------------------------------------------------------------
 
 void Desk::Start()
 {
@@ -30,22 +84,16 @@ void Desk::Start()
     window->activateWindow();
 }
 
-void Desk::StartWith(const QString& elements, int width, int height)
+void Desk::StartWith(const QString& elements)
 {
-    WriteDocument(DocumentPath(), width, height, "2.X.X.X"_q, elements);
+    WriteDocument(DocumentPath(), {.elements = elements});
     // The network is written in another way than the list's.
     person.WillPress("OK"_q);
     Start();
     person.seen.clear();
 }
 
-QObject* Desk::FindObject(const char* name) const
-{
-    const QString wanted = QLatin1String(name);
-    return window->objectName() == wanted ? window.get() : window->findChild<QObject*>(wanted);
-}
-
-void Desk::Trigger(const char* name)
+void Desk::Trigger(const char* name) const
 {
     ASSERT_TRUE(Action(name)->isEnabled()) << name;
     Action(name)->trigger();
@@ -73,68 +121,13 @@ void Desk::Type(QWidget* target, int key, Qt::KeyboardModifiers modifiers)
 QString Desk::State() const
 {
     const QString title = window->windowTitle();
-    EXPECT_TRUE(title.startsWith(ProgramTitle())) << title.toStdString();
-    const QString state = title.mid(ProgramTitle().size());
-    if (!state.isEmpty()) {
-        EXPECT_TRUE(state.startsWith(" ("_q) && state.endsWith(QLatin1Char(')')));
-        EXPECT_EQ(Action("actionSave_File")->isEnabled(), state == " (unsaved)"_q);
+    const bool saved = title == ProgramTitle() + " (saved)"_q;
+    EXPECT_EQ(Action("actionSave_File")->isEnabled(), !saved);
+    if (!saved && title != ProgramTitle()) {
+        EXPECT_EQ(title, ProgramTitle() + " (unsaved)"_q);
+        return "unsaved"_q;
     }
-    return state.mid(2).chopped(state.isEmpty() ? 0 : 1);
-}
-
-QString Desk::DocumentPath() const
-{
-    return Path("data/LoomTap2/PixelWeft/mapping.wfm"_q);
-}
-
-QString Desk::Path(const QString& name) const
-{
-    return QString::fromStdString(home.Path().string()) + QLatin1Char('/') + name;
-}
-
-QByteArray Desk::Bytes(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-QString Desk::WriteBytes(const QString& path, const QByteArray& bytes)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    EXPECT_EQ(file.write(bytes), bytes.size());
-    return path;
-}
-
-QString Desk::Element(QPointF centre, QSizeF size, int rotation, int universe, int channel,
-                      const QString& node)
-{
-    static int count = 0;
-    return "<Element description=\"Bar %1\" fixture=\"%2\"><VideoMapping><center>%3,%4</center><size>%5,%6</size><rotation>%7</rotation></VideoMapping><DMXMapping type=\"ArtNet\"><ArtNetMapping subnet=\"0\" universe=\"%8\" channel=\"%9\" ipconf=\""_q
-               .arg(++count)
-               .arg(Bar)
-               .arg(centre.x())
-               .arg(centre.y())
-               .arg(size.width())
-               .arg(size.height())
-               .arg(rotation)
-               .arg(universe)
-               .arg(channel) +
-           node + "\" /></DMXMapping></Element>\n"_q;
-}
-
-QString Desk::WriteDocument(const QString& path, int width, int height, const QString& network,
-                            const QString& elements, const QString& before)
-{
-    QString text =
-        "<LEDFixtureLibrary>\n</LEDFixtureLibrary>\n%5<Mapping name=\"Show\" version=\"1.0\" resolution=\"%1,%2\" network=\"%3\">\n%4</Mapping>\n"_q
-            .arg(width)
-            .arg(height)
-            .arg(network, elements, before);
-    text.prepend(QChar(QChar::ByteOrderMark));
-    return WriteBytes(path, QByteArray(reinterpret_cast<const char*>(text.utf16()),
-                                       2 * static_cast<int>(text.size())));
+    return saved ? "saved"_q : QString();
 }
 
 int Desk::PlacedFixtures() const
@@ -142,29 +135,73 @@ int Desk::PlacedFixtures() const
     return Find<QTreeView>("mappedTreeView")->model()->rowCount();
 }
 
-int Desk::CanvasWidth()
+double Desk::CanvasWidth() const
 {
-    int width = 0;
-    person.Will([&width](QDialog& dialog) {
-        width = dialog.findChild<QSpinBox*>("spinBoxWidth"_q)->value();
-        dialog.reject();
-    });
-    Trigger("actionCanvas_Size");
-    person.seen.pop_back();
-    return width;
+    return Scene().GetCanvas().GetSize().width();
 }
 
-void Desk::SetCanvasWidth(int width)
+void Desk::SetCanvasWidth(int width, bool keepPositions)
 {
-    person.Will([width](QDialog& dialog) {
-        dialog.findChild<QSpinBox*>("spinBoxWidth"_q)->setValue(width);
+    person.Will([=, before = CanvasWidth()](QDialog& dialog) {
+        auto* box = dialog.findChild<QSpinBox*>("spinBoxWidth"_q);
+        EXPECT_EQ(box->value(), before);
+        box->setValue(width);
+        dialog.findChild<QCheckBox*>("cbKeepPositions"_q)->setChecked(keepPositions);
         dialog.accept();
     });
     Trigger("actionCanvas_Size");
     person.seen.pop_back();
 }
 
-QVariant Desk::Kept(const char* key)
+// ---- The canvas --------------------------------------------------------------------------------
+
+WeftMapEditorView& Desk::View() const
 {
-    return QSettings("Zentri"_q, "PixelWeft3"_q).value(QLatin1String(key));
+    return *Find<WeftMapEditorView>("mappingEditorView");
+}
+
+WeftMapEditorScene& Desk::Scene() const
+{
+    return *qobject_cast<WeftMapEditorScene*>(View().scene());
+}
+
+const MappingRectangle& Desk::Item(std::size_t row) const
+{
+    return *Scene().Find(Scene().AllIds().at(row));
+}
+
+void Desk::DragFromLibrary(QPointF to)
+{
+    auto& list = *Find<LEDDeviceListView>("treeView");
+    const QModelIndexList found =
+        list.model()->match(list.model()->index(0, DeviceModel::ProductColumn), Qt::DisplayRole,
+                            Bar, 1, Qt::MatchExactly | Qt::MatchRecursive);
+    ASSERT_EQ(found.size(), 1);
+    list.expand(found.front().parent());
+    list.scrollTo(found.front());
+    const QPoint row = list.visualRect(found.front()).center();
+
+    if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
+        // Without a display there are no drags: what this one carries is dropped by hand.
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::NoModifier, row);
+        const auto load = list.DragData();
+        ASSERT_TRUE(load);
+        const QString format = QLatin1String(LEDDeviceListView::FixtureMimeType);
+        dropped = Stage::WallClock();
+        DropData(format, load->data(format), to);
+        return;
+    }
+    // The drag has an event loop of its own: the hand moves on from within.
+    QWindow* screen = window->windowHandle();
+    const QPoint target = View().viewport()->mapTo(window.get(), OnScreen(to));
+    QTimer::singleShot(0, window.get(), [screen, target] {
+        QTest::mouseMove(screen, target - QPoint(30, 30));
+        QTest::mouseMove(screen, target);
+        QTest::mouseRelease(screen, Qt::LeftButton, Qt::NoModifier, target);
+    });
+    QTest::mousePress(list.viewport(), Qt::LeftButton, Qt::NoModifier, row);
+    const QPoint aside = row + QPoint(QApplication::startDragDistance(), 0);
+    QMouseEvent move(QEvent::MouseMove, aside, list.viewport()->mapToGlobal(aside), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(list.viewport(), &move);
 }

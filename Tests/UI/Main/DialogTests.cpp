@@ -6,7 +6,6 @@
 #include "UI/Main/Desk.h"
 #include "UI/Widgets/DeskLook.h"
 #include "UI/Widgets/IPCtrlManual.h"
-#include "UI/Widgets/LedIndicator.h"
 
 namespace {
 
@@ -23,15 +22,14 @@ void Show(QWidget& widget)
 void Type(const QString& keys)
 {
     static const QMap<QChar, int> special = {
-        {QLatin1Char('<'), Qt::Key_Left}, {QLatin1Char('>'), Qt::Key_Right},
-        {QLatin1Char('^'), Qt::Key_End},  {QLatin1Char('~'), Qt::Key_Backspace},
-        {QLatin1Char('@'), Qt::Key_Tab},  {QLatin1Char('!'), Qt::Key_Shift}};
+        {QLatin1Char('<'), Qt::Key_Left},   {QLatin1Char('>'), Qt::Key_Right},
+        {QLatin1Char('^'), Qt::Key_End},    {QLatin1Char('~'), Qt::Key_Backspace},
+        {QLatin1Char('@'), Qt::Key_Tab},    {QLatin1Char('!'), Qt::Key_Shift},
+        {QLatin1Char('#'), Qt::Key_Backtab}};
     for (const QChar key : keys) {
         QWidget* target = QApplication::focusWidget();
         if (special.contains(key))
             QTest::keyClick(target, static_cast<Qt::Key>(special[key]));
-        else if (key == QLatin1Char('#'))
-            QTest::keyClick(target, Qt::Key_Backtab, Qt::ShiftModifier);
         else
             QTest::keyClick(target, key.toLatin1());
         QCoreApplication::processEvents();
@@ -62,13 +60,11 @@ TEST(AddressTest, TypingMovesOnWhereAFieldIsDone)
         const char* after;
         int place;
     };
-    const InFont usual(9);
     IPCtrlManualIPRange range;
     Show(range);
     EXPECT_EQ(range.width(), IPCtrl::MaximumWidth);
     for (const auto& [before, keys, after, place] : std::initializer_list<Case>{
              {"X.X.X.X", "192168019", "192.168.0.19", 4},
-             {"X.X.X.X", "19", "19.X.X.X", 1},         // there could be a third
              {"X.X.X.X", "19.256", "19.25.X.X", 2},    // 256 is no octet
              {"X.X.X.X", "19,7.255", "19.7.X.X", 4},   // 255 is open
              {"X.X.X.X", "1.2.3.100", "1.2.3.100", 4}, // the last has nowhere to go
@@ -81,11 +77,10 @@ TEST(AddressTest, TypingMovesOnWhereAFieldIsDone)
              {"192.16.8.1", ">", "192.16.8.1", 2},
              {"192.16.8.1", ">7", "192.7.8.1", 2},
              {"192.16.8.1", ">>", "192.16.8.1", 2},
-             {"192.16.8.1", ">^>", "192.16.8.1", 3},
-             {"192.16.8.1", ">^><", "192.16.8.1", 2},
              {"192.16.8.1", ">^><~", "192..8.1", 2},
              {"192.16.8.1", ">^><~~", "192.X.8.1", 1},
              {"X.X.X.X", "!", "X.X.X.X", 1}, // a modifier is no typing
+             {"2.3.4", "", "X.X.X.X", 1},
          })
     {
         range.SetIP(QLatin1String(before));
@@ -101,11 +96,7 @@ TEST(AddressTest, TypingMovesOnWhereAFieldIsDone)
     EXPECT_EQ(Place(), 1);
     range.Clear();
     EXPECT_EQ(range.GetIPWithWildcards(), "X.X.X.X"_q);
-    Field(range, 1).setFocus();
     QTest::mouseClick(&Field(range, 4), Qt::LeftButton);
-    EXPECT_EQ(range.GetIP(), "X..."_q);
-    range.SetIP("2.3.4"_q);
-    range.SetIPAndMask("1.2.3.4"_q, "1.255.255.255"_q);
     EXPECT_EQ(range.GetIP(), "X..."_q);
 }
 
@@ -114,21 +105,18 @@ TEST(AddressTest, OfANodeOnlyTheOpenPartCanBeTyped)
     IPCtrlManualNodeIP node;
     Show(node);
     node.SetIP("192.168.1.255"_q);
-    EXPECT_EQ(node.GetIP(), "192.168.1."_q);
-    EXPECT_TRUE(Field(node, 3).isReadOnly());
-    EXPECT_EQ(Field(node, 3).focusPolicy(), Qt::NoFocus);
     Type("~"_q);
     EXPECT_EQ(Place(), 4) << "nothing to type in the third";
     Type("255"_q);
     EXPECT_EQ(node.GetIP(), "192.168.1.255"_q);
-
     // The same control for another node.
     node.SetIPAndMask("2.17.9.33"_q, "2.255.0.255"_q);
     EXPECT_EQ(node.GetIP(), "2.17.0.33"_q);
     EXPECT_EQ(Place(), 2);
-    EXPECT_FALSE(Field(node, 4).isReadOnly());
     Type("200"_q);
     EXPECT_EQ(Place(), 2) << "the third can't be typed in";
+    EXPECT_EQ(Field(node, 3).focusPolicy(), Qt::NoFocus);
+    EXPECT_FALSE(Field(node, 4).isReadOnly());
 }
 
 // ---- The merger --------------------------------------------------------------------------------
@@ -141,12 +129,6 @@ constexpr auto HostSource = MergerDMXSource::ReelCommand;
 class Merging : public testing::Test
 {
 protected:
-    void OpenBesideReelCommand(const UniverseMerging& settings, bool offers = true)
-    {
-        dialog = std::make_unique<LEDDialogDMXUniverseMerging>(settings, "2.X.X.X"_q, L"2.0.0.77",
-                                                               offers);
-        Show(*dialog);
-    }
     template <typename Type = QSpinBox>
     [[nodiscard]] Type& The(const char* name) const
     {
@@ -161,7 +143,6 @@ protected:
         return dialog->GetUniverseMerging().GetMergerDMXSource();
     }
 
-    const InFont usual{9};
     std::unique_ptr<LEDDialogDMXUniverseMerging> dialog;
 };
 
@@ -169,18 +150,17 @@ protected:
 
 TEST_F(Merging, OverlappingRunsCanNotBeConfirmed)
 {
-    OpenBesideReelCommand({true, 0, 0, 4, 1, 0, OurSource});
+    dialog = std::make_unique<LEDDialogDMXUniverseMerging>(
+        UniverseMerging(true, 0, 0, 4, 1, 0, HostSource));
+    Show(*dialog);
+    EXPECT_FALSE(The<QWidget>("DMXSourceGroup").isVisible());
+    EXPECT_EQ(Source(), OurSource) << "without a host that offers its own there is no choice";
     // What one types first replaces the number that is there; Return ends it and nothing else.
     QTest::keyClicks(QApplication::focusWidget(), "3\r"_q);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Enter);
     EXPECT_TRUE(dialog->isVisible());
-    EXPECT_EQ(The<QLabel>("mergerStatusLabel").text(), "Merger On"_q);
     Click("ToggleMergingUniversesButton");
     EXPECT_EQ(The<QLabel>("mergerStatusLabel").text(), "Merger Off"_q);
-    EXPECT_EQ(dialog->GetUniverseMerging(), UniverseMerging(false, 3, 0, 4, 1, 0, OurSource));
-
-    OpenBesideReelCommand({});
-    const int top = The<QLabel>("unicastWarning").y();
     struct Step
     {
         const char* box;
@@ -188,12 +168,11 @@ TEST_F(Merging, OverlappingRunsCanNotBeConfirmed)
         bool confirmable;
     };
     for (const auto& [box, value, confirmable] : std::initializer_list<Step>{
-             {"ConsecutiveUniverses", 1, false}, // equal starts, even with the merger off
-             {"ToStartUniverse", 4, true},
-             {"ConsecutiveUniverses", 4, true}, // side by side
+             {"FromStartSubnet", 1, false}, // equal starts, even with the merger off
+             {"ToStartUniverse", 4, true},  // side by side
              {"ConsecutiveUniverses", 5, false},
-             {"FromStartSubnet", 1, true}, // the result may lie below
-             {"ToStartSubnet", 1, false},
+             {"FromStartSubnet", 2, true}, // the result may lie below
+             {"ToStartSubnet", 2, false},
              {"FromStartUniverse", 9, true}})
     {
         The(box).setValue(value);
@@ -201,9 +180,8 @@ TEST_F(Merging, OverlappingRunsCanNotBeConfirmed)
         EXPECT_EQ(buttons.button(QDialogButtonBox::Ok)->isEnabled(), confirmable) << box << value;
         EXPECT_EQ(buttons.button(QDialogButtonBox::Apply)->isEnabled(), confirmable);
         EXPECT_EQ(The<QLabel>("universeOverlapWarning").isVisible(), !confirmable);
-        EXPECT_EQ(The<QLabel>("unicastWarning").y(), top) << "nothing jumps";
     }
-    EXPECT_EQ(dialog->GetUniverseMerging(), UniverseMerging(false, 1, 9, 5, 1, 4, OurSource));
+    EXPECT_EQ(dialog->GetUniverseMerging(), UniverseMerging(false, 2, 9, 5, 2, 4, OurSource));
     // The ends of the spin boxes are those of the settings.
     for (auto* box : dialog->findChildren<QSpinBox*>())
         box->setValue(1000);
@@ -212,20 +190,17 @@ TEST_F(Merging, OverlappingRunsCanNotBeConfirmed)
 
 TEST_F(Merging, TheSourceIsTheOperatorsEvenWhenItCanNotBeShown)
 {
-    OpenBesideReelCommand({true, 0, 0, 4, 1, 0, HostSource}, false);
+    dialog = std::make_unique<LEDDialogDMXUniverseMerging>(
+        UniverseMerging(true, 0, 0, 4, 1, 0, HostSource), "2.X.X.X"_q, L"2.0.0.77", false);
+    Show(*dialog);
     auto& ours = The<QRadioButton>("DMXSourcePixelWeft");
     auto& host = The<QRadioButton>("DMXSourceReelCommand");
-    EXPECT_EQ(The<QLabel>("PixelWeftIP").text(), "(2.X.X.X)"_q);
-    EXPECT_EQ(The<QLabel>("ReelCommandIP").text(), "(2.0.0.77)"_q);
     EXPECT_TRUE(ours.isChecked());
     EXPECT_FALSE(host.isEnabled());
     EXPECT_EQ(Source(), HostSource);
-
     dialog->ArtNetDMXInputSettingsChanged(true, L"10.0.0.5");
-    EXPECT_EQ(The<QLabel>("ReelCommandIP").text(), "(10.0.0.5)"_q);
     EXPECT_TRUE(host.isChecked());
     EXPECT_TRUE(host.isEnabled());
-
     dialog->ArtNetDMXInputSettingsChanged(false, L"10.0.0.5");
     Click("DMXSourcePixelWeft");
     EXPECT_EQ(Source(), OurSource) << "a click on what is checked already";
@@ -233,41 +208,6 @@ TEST_F(Merging, TheSourceIsTheOperatorsEvenWhenItCanNotBeShown)
     EXPECT_TRUE(ours.isChecked());
     QTest::keyClick(&ours, Qt::Key_Down);
     EXPECT_EQ(Source(), HostSource);
-
-    // Beside the other host there is no choice.
-    dialog = std::make_unique<LEDDialogDMXUniverseMerging>(
-        UniverseMerging(true, 0, 0, 4, 1, 0, HostSource));
-    Show(*dialog);
-    EXPECT_FALSE(The<QWidget>("DMXSourceGroup").isVisible());
-    EXPECT_EQ(Source(), OurSource);
-}
-
-// ---- Lamps --------------------------------------------------------------------------------------
-
-TEST(LedIndicatorTest, ALampIsLitFromOneCallToTheSecondRunAfterIt)
-{
-    LedIndicator lamp;
-    const auto green = [&lamp] {
-        return lamp.grab().toImage().pixelColor(14, 12).green();
-    };
-    const int dark = green();
-    lamp.toggleOn();
-    const int lit = green();
-    EXPECT_GT(lit, dark + 60);
-    // A steady stream keeps it lit.
-    for (int i = 0; i < 5; ++i) {
-        lamp.toggleOn();
-        lamp.toggleOff();
-        EXPECT_TRUE(lamp.IsOn());
-    }
-    lamp.toggleOff();
-    EXPECT_FALSE(lamp.IsOn());
-    EXPECT_EQ(green(), dark);
-    lamp.toggleOn();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !lamp.IsOn(); })) << "it goes out by itself";
-    lamp.toggleOn();
-    lamp.SetColor(Qt::red);
-    EXPECT_LT(green(), lit);
 }
 
 // ---- Notices -----------------------------------------------------------------------------------
@@ -288,9 +228,7 @@ TEST(OperatorNoticesTest, WaitForNobodyAndNeverPileUp)
     shown.Add({nullptr, {}, "first"_q});
     EXPECT_TRUE(read.isEmpty());
     QCoreApplication::processEvents();
-    EXPECT_EQ(read, QStringList({"first"_q, "second"_q}));
-    shown.Add({nullptr, {}, "first"_q});
+    shown.Add({nullptr, {}, "first"_q}); // read, and true again
     shown.Show();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(read.mid(2), QStringList({"first"_q, "second"_q})) << "read, and true again";
+    EXPECT_EQ(read.join(QLatin1Char(' ')), "first second first second"_q);
 }

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <cstdlib>
-#include <iostream>
 #include <memory>
 
 #include <gtest/gtest.h>
@@ -11,22 +9,21 @@
 #include "ArtNet/ZenArtNetService.h"
 #include "DebugVariables/DebugVariables.h"
 #include "Platform/Locale.h"
+#include "Support/Stage.h"
 #include "Support/TemporaryFolder.h"
 #include "UI/Widgets/DeskLook.h"
 
 int main(int argc, char** argv)
 {
+    Stage::Enter(argc, argv);
     testing::InitGoogleTest(&argc, argv);
-    if (!std::getenv("STAGE_NET")) {
-        std::cerr << "Run it on a stage network: Tools/stage-net desk " << argv[0] << '\n';
-        return 77;
-    }
     const Support::TemporaryFolder home;
     home.UseAsHome();
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     const QApplication application(argc, argv);
     QApplication::setPalette(DeskPalette());
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9)); // what desktops have
     Platform::UseUtf8TextAndPlainNumbers();
     Zen::ArtNetService::SetGlobal(
         std::make_shared<Zen::ArtNetService>("Zentri PixelWeft", "#0001 [0001] Ready", false));

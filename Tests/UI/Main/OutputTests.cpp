@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <chrono>
 
-#include "Support/Stage.h"
 #include "HostStandIn/Host.h"
+#include "Support/ArtNetBytes.h"
+#include "Support/Stage.h"
 #include "UI/Editor/MappingRectangle.h"
-#include "UI/Main/LiveCanvas.h"
+#include "UI/Main/Desk.h"
 #include "UI/Widgets/LedIndicator.h"
 
 namespace {
@@ -36,7 +37,7 @@ Channels Pixels(int count, std::uint8_t red, std::uint8_t green, std::uint8_t bl
     return channels;
 }
 
-class Output : public LiveCanvas
+class Output : public Desk
 {
 protected:
     void StartOutput(const QString& elements)
@@ -46,39 +47,33 @@ protected:
         // Left half one colour, right half another.
         QImage picture(100, 100, QImage::Format_RGB32);
         picture.fill(QColor(200, 10, 20));
-        for (int y = 0; y < 100; ++y) {
-            for (int x = 50; x < 100; ++x)
-                picture.setPixel(x, y, qRgb(30, 40, 250));
-        }
+        QPainter(&picture).fillRect(50, 0, 50, 100, QColor(30, 40, 250));
         const QString file = Path("halves.png"_q);
         ASSERT_TRUE(picture.save(file));
         person.WillChoose(file);
         Trigger("actionChoose_Test_Image");
     }
-
     /// Waits for a frame of universe 2 that `accept` takes; when it arrived, 0 for never.
     std::int64_t Await(const std::function<bool(const Channels&)>& accept)
     {
         std::int64_t arrived = 0;
-        const bool came = QTest::qWaitFor(
+        static_cast<void>(QTest::qWaitFor(
             [&] {
                 while (const auto heard = rig->Next(std::chrono::milliseconds(0))) {
                     const auto channels = DmxOf(*heard, 2);
-                    if (channels && accept(*channels)) {
+                    if (arrived == 0 && channels && accept(*channels))
                         arrived = heard->arrived;
-                        return true;
-                    }
                 }
-                return false;
+                return arrived != 0;
             },
-            Patience);
-        return came ? arrived : 0;
+            Patience));
+        return arrived;
     }
-    std::int64_t AwaitAt(int channel, const Channels& wanted)
+    bool Comes(int channel, const Channels& wanted)
     {
         return Await([&](const Channels& channels) {
-            return At(channels, channel, wanted.size()) == wanted;
-        });
+                   return At(channels, channel, wanted.size()) == wanted;
+               }) != 0;
     }
     /// Channels from this one, as numbered on a desk; those that were not sent are 0.
     static Channels At(Channels channels, int channel, std::size_t count)
@@ -87,11 +82,9 @@ protected:
         const auto begin = channels.begin() + channel - 1;
         return {begin, begin + static_cast<std::ptrdiff_t>(count)};
     }
-    /// Sends two channels of this universe from the rig.
-    void SendDmx(std::uint8_t universe) const
+    void SendDmx(std::uint16_t universe) const
     {
-        rig->Send(Stage::Broadcast0, {'A', 'r', 't', '-', 'N',      'e', 't', 0, 0, 0x50,
-                                      0,   14,  0,   0,   universe, 0,   0,   2, 9, 9});
+        rig->Send(Stage::Broadcast0, ArtNetBytes::Dmx(universe, {9, 9}));
     }
     /// How many frames of universe 9 come while the rig sends universe 2 so often.
     int FramesWhileSending(int times)
@@ -105,15 +98,18 @@ protected:
         }
         return frames;
     }
+    /// Whether what the rig sends to universe 0 lights the lamp.
+    [[nodiscard]] bool Receives() const
+    {
+        const auto* in = Find<LedIndicator>("inTrafficLamp");
+        return QTest::qWaitFor([&] {
+            SendDmx(0);
+            return in->IsOn();
+        });
+    }
     void Pick(const char* name, const char* entry) const
     {
-        auto* combo = Find<QComboBox>(name);
-        combo->setFocus();
-        QTest::keyClick(combo, Qt::Key_Down);
-        combo->view()->setCurrentIndex(
-            combo->model()->index(combo->findText(QLatin1String(entry)), 0));
-        QTest::keyClick(combo->view(), Qt::Key_Return);
-        QCoreApplication::processEvents();
+        Support::Pick(*Find<QComboBox>(name), entry);
     }
 
     std::unique_ptr<Stage::Socket> rig = Stage::RigSocket();
@@ -124,15 +120,15 @@ protected:
 TEST_F(Output, ADroppedFixtureIsSentAtOnceAtItsAddressInItsColours)
 {
     // The first is black: its middle lies left of the canvas.
-    StartOutput(Element({-0.2, 0.8}, {0.12, 0.01}, 0, 2, 100));
-    ASSERT_TRUE(Await([](const Channels&) { return true; }));
-
+    StartOutput(Element({-0.2, 0.8}, {0.12, 0.01}, 2, 100));
     const Channels black(36);
+    ASSERT_TRUE(Comes(100, black));
+
     Channels halves = Pixels(6, 200, 10, 20);
     std::ranges::copy(Pixels(6, 30, 40, 250), std::back_inserter(halves));
     std::vector<std::int64_t> delays;
     for (const int channel : {136, 172, 208}) {
-        DragFromLibrary(Bar, {56, 30.5});
+        DragFromLibrary({56, 30.5});
         const std::int64_t arrived = Await([&](const Channels& channels) {
             EXPECT_EQ(At(channels, 100, 36), black);
             const Channels now = At(channels, channel, 36);
@@ -147,22 +143,33 @@ TEST_F(Output, ADroppedFixtureIsSentAtOnceAtItsAddressInItsColours)
 
     // It follows the mouse, shows that it is selected, and is no longer sent when it is taken back.
     Drag({50, 30}, {80, 30});
-    EXPECT_TRUE(AwaitAt(208, Pixels(12, 30, 40, 250)));
+    EXPECT_TRUE(Comes(208, Pixels(12, 30, 40, 250)));
     Trigger("actionSelectionMode_Solid");
     Channels both = halves; // The one before isn't selected.
     std::ranges::copy(Pixels(12, 0, 255, 0), std::back_inserter(both));
-    EXPECT_TRUE(AwaitAt(172, both));
+    EXPECT_TRUE(Comes(172, both));
     Trigger("actionSelectionMode_Flash");
-    EXPECT_TRUE(AwaitAt(208, Pixels(12, 255, 255, 255)));
-    EXPECT_TRUE(AwaitAt(208, black));
-    EXPECT_TRUE(AwaitAt(208, Pixels(12, 255, 255, 255)));
-    const auto* button = Find<QToolButton>("selectionModeButton");
-    EXPECT_EQ(button->defaultAction(), Action("actionSelectionMode_Flash"));
+    for (const Channels& flash : {Pixels(12, 255, 255, 255), black, Pixels(12, 255, 255, 255)})
+        EXPECT_TRUE(Comes(208, flash));
+    EXPECT_EQ(Find<QToolButton>("selectionModeButton")->defaultAction(),
+              Action("actionSelectionMode_Flash"));
     Trigger("actionSelectionMode_None");
     Type(&View(), Qt::Key_Backspace);
-    EXPECT_TRUE(AwaitAt(208, black));
-    Undo();
-    EXPECT_TRUE(AwaitAt(208, Pixels(12, 30, 40, 250)));
+    EXPECT_TRUE(Comes(208, black));
+    Trigger("actionUndo");
+    EXPECT_TRUE(Comes(208, Pixels(12, 30, 40, 250)));
+}
+
+TEST(LedIndicatorTest, ALampIsLitFromOneCallToTheSecondRunAfterIt)
+{
+    LedIndicator lamp;
+    for (int call = 0; call < 3; ++call) {
+        lamp.toggleOn();
+        lamp.toggleOff();
+        EXPECT_TRUE(lamp.IsOn()) << "a steady stream keeps it lit";
+    }
+    lamp.toggleOff();
+    EXPECT_FALSE(lamp.IsOn());
 }
 
 TEST_F(Output, LampsShowTraffic)
@@ -173,21 +180,21 @@ TEST_F(Output, LampsShowTraffic)
     window->StartTimers();
     EXPECT_TRUE(QTest::qWaitFor([&] { return out->IsOn(); }));
     EXPECT_FALSE(in->IsOn());
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        SendDmx(0);
-        return in->IsOn();
-    }));
+    const QImage dark = in->grab().toImage();
+    EXPECT_TRUE(Receives());
+    EXPECT_NE(in->grab().toImage(), dark);
     Pick("networkCombo", "Disabled");
     EXPECT_TRUE(QTest::qWaitFor([&] { return !in->IsOn() && !out->IsOn(); }));
+    EXPECT_EQ(in->grab().toImage(), dark);
 }
 
 TEST_F(Output, MergingFollowsTheDocument)
 {
     const QString merging =
         "<UniverseMerging Enabled=\"1\" FromStartSubnet=\"0\" FromStartUniverse=\"2\" ConsecutiveUniverses=\"1\" ToStartSubnet=\"0\" ToStartUniverse=\"9\" MergerDMXSource=\"PixelWeft\" />\n"_q;
-    const QString show =
-        WriteDocument(Path("show.wfm"_q), 100, 100, "2.0.0.1"_q, QString(), merging);
-    const QString broken = WriteBytes(Path("broken.wfm"_q), "no document");
+    const QString show = WriteDocument(
+        "show.wfm"_q, {.network = "2.0.0.1"_q, .elements = QString(), .before = merging});
+    home.Write("broken.wfm", "no document");
     Start();
     window->StartTimers();
     const auto* toggle = Action("actionMergerToggle");
@@ -196,17 +203,14 @@ TEST_F(Output, MergingFollowsTheDocument)
     EXPECT_TRUE(toggle->isChecked());
     EXPECT_GT(FramesWhileSending(100), 0);
     Trigger("actionSave_File");
-    Import(broken);
+    Import(Path("broken.wfm"_q));
     EXPECT_FALSE(toggle->isChecked());
     FramesWhileSending(10); // what is still on its way
     EXPECT_EQ(FramesWhileSending(20), 0) << "nothing of the document before";
     // Nor is its run of universes received: a new document's begins at 0.
     const auto* in = Find<LedIndicator>("inTrafficLamp");
     EXPECT_TRUE(QTest::qWaitFor([in] { return !in->IsOn(); }));
-    EXPECT_TRUE(QTest::qWaitFor([this, in] {
-        SendDmx(0);
-        return in->IsOn();
-    }));
+    EXPECT_TRUE(Receives());
 
     Start();
     EXPECT_TRUE(Action("actionMergerToggle")->isChecked());
@@ -226,43 +230,40 @@ TEST_F(Output, WhatTheHostSendsWeDoNot)
     StartWith(Element({0.5, 0.5}, {0.12, 0.01}));
     window->StartTimers();
     // Each tick the host reads who sends; a frame is due every fourth.
-    constexpr int someTicks = 12;
-    int silence = 0;
+    int ticksWithoutFrame = 0;
     int frames = 0;
-    const auto listen = [&] {
-        host.Pump();
-        for (const std::string& line : host.TakeLines()) {
-            if (line.starts_with("universe")) {
-                ++frames;
-                silence = 0;
-            } else if (line.starts_with("0x31 start")) {
-                ++silence;
-            }
-        }
+    const auto hears = [&](const int& count, int wanted) {
+        return QTest::qWaitFor(
+            [&] {
+                host.Pump();
+                for (const std::string& line : host.TakeLines()) {
+                    if (line.starts_with("universe")) {
+                        ++frames;
+                        ticksWithoutFrame = 0;
+                    } else if (line.starts_with("0x31 start")) {
+                        ++ticksWithoutFrame;
+                    }
+                }
+                return count > wanted;
+            },
+            Patience);
     };
-    const auto hearsFrames = [&] {
-        listen();
-        return frames > 2;
-    };
-    ASSERT_TRUE(QTest::qWaitFor(hearsFrames, Patience));
+    ASSERT_TRUE(hears(frames, 2));
     Pick("senderCombo", "LoomTap");
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        listen();
-        return silence > someTicks;
-    }));
+    EXPECT_TRUE(hears(ticksWithoutFrame, 12));
     Pick("senderCombo", "Pixel Weft");
     frames = 0;
-    EXPECT_TRUE(QTest::qWaitFor(hearsFrames));
+    EXPECT_TRUE(hears(frames, 2));
 }
 
 TEST_F(Output, AddressesOfADeletedRangeGoFromListAndCanvas)
 {
-    WriteDocument(DocumentPath(), 100, 100, "7.X.X.X"_q,
-                  Element({0.5, 0.5}, {0.12, 0.01}, 0, 0, 1, "7.0.0.5"_q));
+    WriteDocument(
+        DocumentPath(),
+        {.network = "7.X.X.X"_q, .elements = Element({0.5, 0.5}, {0.12, 0.01}, 0, 1, "7.0.0.5"_q)});
     person.WillPress("OK"_q);
     person.WillPress("OK"_q);
     Start();
-    EXPECT_TRUE(Find<QComboBox>("networkCombo")->property("absent").toBool());
     EXPECT_FALSE(Item(0).HasAutoMark());
     const QModelIndex address = Find<QTreeView>("mappedTreeView")->model()->index(0, 9);
     EXPECT_TRUE(address.data().toString().contains("7.0.0.5"_q));
