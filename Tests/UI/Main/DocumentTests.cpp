@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 
+#include <algorithm>
+
 #include "UI/Main/Desk.h"
 #include "UI/Main/UnsavedWork.h"
 
 namespace {
+
+using Support::SeenBox;
 
 const QString Saved = "saved"_q;
 const QString Unsaved = "unsaved"_q;
@@ -65,24 +69,22 @@ TEST_F(Document, UnsavedWorkIsNotLostWithoutAQuestion)
     };
     struct Case
     {
-        const char* title;
         const char* question;
         std::function<void(const char*)> attempt;
         int width; ///< of the canvas after Yes
     };
     const std::vector<Case> cases = {
-        {"Unsaved Mapping", "import the mapping and lose your changes?",
+        {"import the mapping and lose your changes?",
          [&](const char* answer) { Import(OtherDocument(), {answer}); }, 320},
-        {"New Mapping", "start a new mapping and lose your changes?",
+        {"start a new mapping and lose your changes?",
          [&](const char* answer) { press(answer, "actionNew"); }, 100},
-        {"Unsaved Mapping", "exit the Zentri PixelWeft?",
-         [&](const char* answer) { press(answer, "actionExit"); }, 77}};
-    for (const auto& [title, question, attempt, width] : cases) {
+        {"exit the Zentri PixelWeft?", [&](const char* answer) { press(answer, "actionExit"); },
+         77}};
+    for (const auto& [question, attempt, width] : cases) {
         SetCanvasWidth(77);
         for (const char* no : {"Cancel", "Escape"}) {
             attempt(no);
-            const Support::SeenBox& box = person.seen.back();
-            EXPECT_EQ(box.title, QLatin1String(title));
+            const SeenBox& box = person.seen.back();
             EXPECT_TRUE(
                 box.text.contains("\n\nAre you sure you want to "_q + QLatin1String(question)));
             EXPECT_EQ(box.byDefault, "Cancel"_q);
@@ -136,37 +138,31 @@ TEST_F(Document, ExportWritesACopyAndNeverTheWorkingFile)
     Start();
     const std::string before = DocumentBytes();
     Edit();
-    for (const auto& [typed, written] :
-         {std::pair("copy", "copy.wfm"), std::pair("LOUD.WFM", "LOUD.WFM")})
-    {
-        person.WillChoose(Path(QLatin1String(typed)));
+    const auto exportTo = [this](const QString& file, std::initializer_list<const char*> answers) {
+        person.WillChoose(file);
+        for (const char* answer : answers)
+            person.WillPress(QLatin1String(answer));
         Trigger("actionExport");
-        EXPECT_FALSE(Bytes(Path(QLatin1String(written))).empty()) << written;
-    }
+    };
+    exportTo(Path("copy"_q), {});
+    exportTo(Path("LOUD.WFM"_q), {});
     EXPECT_EQ(State(), Unsaved);
     EXPECT_EQ(Kept("lastFile"), Path("LOUD.WFM"_q));
+    EXPECT_EQ(Bytes(Path("LOUD.WFM"_q)), Bytes(Path("copy.wfm"_q)));
     EXPECT_EQ(Kept("lastDirectory"), QString::fromStdString(home.Path().string()));
 
     // Under a bare name it asks for the file that is there.
     home.Write("show.wfm", "mine");
-    person.WillChoose(Path("show"_q));
-    person.WillPress("No"_q);
-    person.WillPress("Escape"_q); // the file dialog
-    Trigger("actionExport");
+    exportTo(Path("show"_q), {"No", "Escape"}); // the last is the file dialog's
     EXPECT_EQ(Bytes(Path("show.wfm"_q)), "mine");
 
     const QString folder = QFileInfo(DocumentPath()).path();
     ASSERT_TRUE(QFile::link(DocumentPath(), Path("link.wfm"_q)));
-    for (const QString& name :
-         {folder + "/../PixelWeft/mapping.wfm"_q, folder + "/mapping.WFM"_q, Path("link"_q)})
-    {
-        person.WillChoose(name);
-        if (!name.endsWith("WFM"_q))
-            person.WillPress("Yes"_q); // the file dialog's own question
-        person.WillPress("OK"_q);
-        Trigger("actionExport");
-        EXPECT_EQ(person.seen.back().title, "Export Mapping Forbidden"_q);
-    }
+    person.seen.clear();
+    exportTo(folder + "/mapping.WFM"_q, {"OK"});
+    exportTo(folder + "/../PixelWeft/mapping.wfm"_q, {"Yes", "OK"});
+    exportTo(Path("link"_q), {"Yes", "OK"});
+    EXPECT_EQ(std::ranges::count(person.seen, "Export Mapping Forbidden"_q, &SeenBox::title), 3);
     EXPECT_EQ(DocumentBytes(), before);
     EXPECT_FALSE(QFile::exists(folder + "/mapping.WFM"_q));
     Trigger("actionSave_File");

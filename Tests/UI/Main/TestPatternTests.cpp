@@ -17,13 +17,15 @@ class TestPattern : public testing::Test
 protected:
     TestPattern()
     {
-        QDir().mkpath(Path("empty"));
+        for (const char* directory : {"empty", "two"})
+            QDir().mkpath(Path(directory));
         for (const char* broken : {"pictures/c.gif", "pictures/e.txt", "last broken/b.png",
                                    "none loads/a.png", "none loads/b.png"})
             folder.Write(broken, "nothing");
         for (const auto& [name, colour] :
              {std::pair("pictures/a.png", Qt::red), std::pair("pictures/b.bmp", Qt::green),
               std::pair("pictures/d.png", Qt::blue), std::pair("last broken/a.png", Qt::red),
+              std::pair("two/a.png", Qt::red), std::pair("two/b.png", Qt::green),
               std::pair("own.png", Qt::cyan)})
         {
             QImage image(4, 4, QImage::Format_RGB32);
@@ -77,6 +79,7 @@ TEST_F(TestPattern, TheStepsFromPictureToPicture)
              {"pictures", "gone.png", 0, "--", "Dbb", 5},
              {"pictures", "gone.png", 3, "-+", "grg", 3},
              {"pictures", "gone.png", 99, "", "D", 0},
+             {"two", "gone.png", 0, "--", "Dgr", 2},
              {"last broken", "gone.png", 2, "+", "rr", 2},
              // Behind the user's file.
              {"pictures", "own.png", 1, "+++++", "BcrgbD", 0},

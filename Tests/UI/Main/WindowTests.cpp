@@ -206,15 +206,12 @@ TEST_F(Window, TheTestPictureIsChosenAndKept)
     Start();
     QDir().mkpath(Path("pictures"_q));
     ASSERT_TRUE(QImage(8, 8, QImage::Format_RGB32).save(Path("pictures/one.png"_q)));
-    for (const auto& [action, choice] : {std::pair("actionChoose_Test_Image_Dir", "pictures"),
-                                         std::pair("actionChoose_Test_Image", "pictures/one.png")})
-    {
-        person.WillChoose(Path(QLatin1String(choice)));
-        Trigger(action);
-    }
-    EXPECT_EQ(person.seen.front().title, "Choose Test Image Directory"_q);
+    person.WillChoose(Path("pictures"_q));
+    Trigger("actionChoose_Test_Image_Dir");
+    person.WillChoose(Path("pictures/one.png"_q));
     person.WillPress("Escape"_q);
-    Trigger("actionChoose_Test_Image");
+    for (int again = 0; again < 2; ++again)
+        Trigger("actionChoose_Test_Image");
     for (const char* button : {"nextImageButton", "previousImageButton", "previousImageButton"})
         QTest::mouseClick(Find<QPushButton>(button), Qt::LeftButton);
     window->close();
