@@ -105,3 +105,10 @@ function(pixelweft_test name)
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8"
         LABELS "${arg_LABELS}" TIMEOUT 300 SKIP_RETURN_CODE 77)
 endfunction()
+
+# pixelweft_uses_regex(Name): with sanitizers g++ 12 takes parts of std::regex for uninitialised.
+function(pixelweft_uses_regex name)
+    if(PIXELWEFT_SANITIZE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        target_compile_options(${name} PRIVATE -Wno-maybe-uninitialized)
+    endif()
+endfunction()
