@@ -20,6 +20,8 @@ public:
     /// are worthless then and make room for the newest.
     static constexpr std::size_t MaxWaiting = 8192;
 
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): every packet is written up to its
+    // size
     struct Packet
     {
         std::array<std::byte, ArtNetPackets::MaxDmxSize> bytes;

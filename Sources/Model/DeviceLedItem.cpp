@@ -9,15 +9,11 @@ DeviceLedItem::DeviceLedItem(std::wstring manufacturerName, std::wstring product
                  channels)
 {}
 
-DeviceLedItem::DeviceLedItem(LEDFixture fixture)
-    : LEDFixture(std::move(fixture))
+DeviceLedItem::DeviceLedItem(const LEDFixture& fixture)
+    : LEDFixture(fixture)
 {}
 
-DeviceLedItem::DeviceLedItem(const DeviceLedItem& other)
-    : LedItem(other)
-    , LEDFixture(other)
-    , intensityChannel(other.intensityChannel)
-{}
+DeviceLedItem::DeviceLedItem(const DeviceLedItem& other) = default;
 
 std::unique_ptr<DeviceLedItem> DeviceLedItem::FromXml(const tinyxml2::XMLElement& element,
                                                       std::int64_t identifier)
@@ -26,7 +22,7 @@ std::unique_ptr<DeviceLedItem> DeviceLedItem::FromXml(const tinyxml2::XMLElement
     auto fixture = LEDFixture::FromXml(element, identifier, intensity);
     if (!fixture)
         return nullptr;
-    auto item = std::make_unique<DeviceLedItem>(std::move(*fixture));
+    auto item = std::make_unique<DeviceLedItem>(*fixture);
     item->intensityChannel = intensity;
     return item;
 }

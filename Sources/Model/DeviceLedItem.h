@@ -19,7 +19,7 @@ class DeviceLedItem : public LedItem, public LEDFixture
 public:
     DeviceLedItem(std::wstring manufacturerName, std::wstring productName, PixelMap map,
                   std::int64_t identifier, std::int32_t channels);
-    explicit DeviceLedItem(LEDFixture fixture);
+    explicit DeviceLedItem(const LEDFixture& fixture);
     /// A new item with the same data.
     DeviceLedItem(const DeviceLedItem& other);
     DeviceLedItem& operator=(const DeviceLedItem&) = delete;

@@ -133,7 +133,7 @@ bool ProperHostIsServed(Desk& desk, Host& host)
     host.manners.silent = false;
     host.nodes = {{"N", "2.0.0.9", {}}};
     for (int tries = 0; tries < 200; ++tries) {
-        for (const std::uint8_t subKey : {0x12, 0x92})
+        for (const auto subKey : {std::uint8_t{0x12}, std::uint8_t{0x92}})
             host.Send(subKey);
         desk.Tick();
         Listen(host);

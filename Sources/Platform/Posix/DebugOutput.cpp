@@ -36,8 +36,8 @@ public:
     WithoutPipeSignal& operator=(const WithoutPipeSignal&) = delete;
 
 private:
-    sigset_t pipe_;
-    sigset_t before_;
+    sigset_t pipe_{};
+    sigset_t before_{};
     bool wasPending_ = false;
 };
 

@@ -10,11 +10,11 @@ class QWidget;
 /// context of the window.
 struct ActionRow
 {
-    const char* objectName;
-    const char* text;
-    const char* toolTip = nullptr;  ///< null: Qt shows the text
-    const char* shortcut = nullptr; ///< portable text, null for none
-    const char* icon = nullptr;     ///< as ActionIcon takes it, null for none
+    const char* objectName = nullptr; ///< never null
+    const char* text = nullptr;       ///< untranslated, never null
+    const char* toolTip = nullptr;    ///< null: Qt shows the text
+    const char* shortcut = nullptr;   ///< portable text, null for none
+    const char* icon = nullptr;       ///< as ActionIcon takes it, null for none
     bool checkable = false;
 };
 
