@@ -62,7 +62,7 @@ void EditorActionSet::AddAligning()
     struct Align
     {
         ActionRow row;
-        AlignMode mode;
+        AlignMode mode = AlignLeft;
     };
     const std::array<Align, 6> aligns = {{
         {{.objectName = "actionAlign_Left",
