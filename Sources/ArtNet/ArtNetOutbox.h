@@ -20,9 +20,8 @@ public:
     /// are worthless then and make room for the newest.
     static constexpr std::size_t MaxWaiting = 8192;
 
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): every packet is written up to its
-    // size
-    struct Packet
+    // Every packet is written up to its size before it is read.
+    struct Packet // NOLINT(cppcoreguidelines-pro-type-member-init)
     {
         std::array<std::byte, ArtNetPackets::MaxDmxSize> bytes;
         std::size_t size = 0;
