@@ -7,7 +7,6 @@ ElementCommand::ElementCommand(DeviceManager& manager, const ElementIds& ids, co
     : QUndoCommand(text)
     , manager_(manager)
     , canvas_(manager.CanvasPixels())
-    , wasDirty_(manager.documentDirty)
     , before_(manager.GetVideoMappings(ids))
     , after_(before_)
 {}
@@ -19,14 +18,13 @@ void ElementCommand::undo()
 
 void ElementCommand::redo()
 {
-    manager_.SetVideoMappings(after_);
+    Preview();
     manager_.SetDocumentDirty(true);
 }
 
-void ElementCommand::RestoreSavedState() const
+void ElementCommand::Preview() const
 {
-    if (manager_.documentDirty != wasDirty_)
-        manager_.SetDocumentDirty(wasDirty_);
+    manager_.SetVideoMappings(after_);
 }
 
 void ElementCommand::AllAreCentred(std::span<const QPointF> centres)

@@ -33,8 +33,9 @@ class ElementCommand : public QUndoCommand
 public:
     /// Whether all elements are as they were, so that there is nothing to undo.
     [[nodiscard]] bool ChangesNothing() const { return before_ == after_; }
-    /// After a gesture that changed nothing in the end: a document that was saved is saved again.
-    void RestoreSavedState() const;
+    /// Shows what the elements become while a gesture still runs. The document counts as changed
+    /// only with redo, so that a gesture which ends where it began changes nothing at all.
+    void Preview() const;
 
     void undo() override;
     void redo() override;
@@ -64,7 +65,6 @@ protected:
 private:
     DeviceManager& manager_;
     QSizeF canvas_;
-    bool wasDirty_;
     std::vector<ElementMapping> before_;
     std::vector<ElementMapping> after_;
 };

@@ -21,11 +21,7 @@ template <class Command>
 void SceneGestures::Finish(std::unique_ptr<Command>& pending)
 {
     std::unique_ptr<Command> finished = std::move(pending);
-    if (!finished)
-        return;
-    if (finished->ChangesNothing())
-        finished->RestoreSavedState();
-    else
+    if (finished && !finished->ChangesNothing())
         parts_.undoStack.push(finished.release());
 }
 
@@ -35,7 +31,7 @@ void SceneGestures::MoveGesture(GesturePhase phase, QPointF delta)
         move_ = std::make_unique<MoveCommand>(parts_.manager, parts_.selection.Ids());
     if (phase == GesturePhase::Update && move_) {
         move_->MoveBy(delta);
-        move_->redo();
+        move_->Preview();
     }
     if (phase == GesturePhase::End)
         Finish(move_);
@@ -47,7 +43,7 @@ void SceneGestures::SizeGesture(GesturePhase phase, int corner, QSizeF growth)
         size_ = std::make_unique<SizeRectangleCommand>(parts_.manager, parts_.selection.Ids());
     if (phase == GesturePhase::Update && size_) {
         size_->GrowBy(growth, corner, parts_.display.snapToGrid);
-        size_->redo();
+        size_->Preview();
     }
     if (phase == GesturePhase::End)
         Finish(size_);
@@ -59,7 +55,7 @@ void SceneGestures::RotateItemsGesture(GesturePhase phase, double degrees)
         rotate_ = std::make_unique<RotateRectangleCommand>(parts_.manager, parts_.selection.Ids());
     if (phase == GesturePhase::Update && rotate_) {
         rotate_->TurnBy(degrees);
-        rotate_->redo();
+        rotate_->Preview();
     }
     if (phase == GesturePhase::End)
         Finish(rotate_);
@@ -77,7 +73,7 @@ void SceneGestures::RotateGroupGesture(GesturePhase phase, double degrees)
     if (phase == GesturePhase::Update && rotateGroup_) {
         rotateGroup_->TurnBy(degrees - startAngle_);
         overlay.TurnFrame(degrees - startAngle_);
-        rotateGroup_->redo();
+        rotateGroup_->Preview();
     }
     if (phase == GesturePhase::End) {
         Finish(rotateGroup_);

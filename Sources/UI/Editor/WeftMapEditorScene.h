@@ -91,8 +91,6 @@ public:
     void ShowGroupOverlay();
     void RemoveOverlays();
 
-    [[nodiscard]] DeviceManager& GetManager() const { return manager_; }
-    [[nodiscard]] EditorDisplayState& GetDisplay() const { return display_; }
     [[nodiscard]] const EditorActions& GetActions() const { return actions_; }
 
 public slots:
