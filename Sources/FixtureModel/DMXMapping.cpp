@@ -139,6 +139,15 @@ void DMXMappingArtNet::SetNode(std::wstring node, std::wstring nodeName)
     ipName = std::move(nodeName);
 }
 
+bool DMXMappingArtNet::operator==(const DMXMappingArtNet& other) const
+{
+    const auto fields = [](const DMXMappingArtNet& mapping) {
+        return std::tie(mapping.subnet, mapping.universe, mapping.channel, mapping.ipconf,
+                        mapping.ipName);
+    };
+    return fields(*this) == fields(other);
+}
+
 bool DMXMappingArtNet::operator<(const DMXMappingArtNet& other) const
 {
     return std::tie(subnet, universe, channel) <

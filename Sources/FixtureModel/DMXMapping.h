@@ -77,6 +77,7 @@ public:
     void SetChannel(std::int32_t value) { channel = value; }
     void SetNode(std::wstring node, std::wstring nodeName);
 
+    [[nodiscard]] bool operator==(const DMXMappingArtNet& other) const;
     /// By sub-net, then universe, then channel.
     [[nodiscard]] bool operator<(const DMXMappingArtNet& other) const;
 

@@ -120,6 +120,9 @@ public:
     /// The geometry of these elements, in their order. Ids of elements that have none are passed
     /// over.
     [[nodiscard]] std::vector<ElementMapping> GetVideoMappings(const ElementIds& ids) const;
+    /// The same for addresses and descriptions, which every element has.
+    [[nodiscard]] std::vector<ElementAddress> GetAddresses(const ElementIds& ids) const;
+    [[nodiscard]] std::vector<ElementDescription> GetDescriptions(const ElementIds& ids) const;
     /// The canvas with all elements, in row order.
     [[nodiscard]] ElementGeometry::Layout GetLayout() const;
 
@@ -129,6 +132,11 @@ public:
     /// Gives elements exactly this geometry. Elements that have it already and ids without element
     /// are passed over; when nothing changes, no signal comes.
     void SetVideoMappings(const std::vector<ElementMapping>& mappings);
+
+    /// The same for addresses, with elementsPatched.
+    void SetAddresses(const std::vector<ElementAddress>& addresses);
+    /// The same for descriptions, with elementsRenamed.
+    void SetDescriptions(const std::vector<ElementDescription>& descriptions);
 
     // An entry without element ends these batches at once, without devicesChangedGeometry; only
     // SetObjectRotation goes on behind such an entry.
@@ -151,8 +159,7 @@ public:
     void SetObjectFlipState(const QModelIndex& index, int direction, bool state);
 
     void SetDescription(const QModelIndex& index, const std::wstring& description);
-    /// Lets `edit` change the address of each element that has one, then brings the table's cells
-    /// and colours up to date.
+    /// Lets `edit` change the address of each element that has one.
     void EditObjectArtNetMappings(const QModelIndexList& indexes,
                                   const std::function<void(DMXMappingArtNet&)>& edit);
 
@@ -215,6 +222,10 @@ signals:
     void elementsAboutToBeRemoved(const ElementIds& ids);
     /// Once for each batch: the geometry of these elements has changed.
     void elementsChanged(const ElementIds& ids);
+    /// Once for each batch: these elements are sent elsewhere.
+    void elementsPatched(const ElementIds& ids);
+    /// Once for each batch: these elements have other descriptions.
+    void elementsRenamed(const ElementIds& ids);
     void changeCanvasSize(int width, int height);
     void changeFilteringMode(int filtermode);
     void devicesChangedGeometry();
@@ -242,6 +253,9 @@ private:
     template <class Entry, class Change, class Tell>
     void ChangeEach(const std::vector<Entry>& entries, MissingElement missing, const Change& change,
                     const Tell& tell);
+    template <class Entry, class Read>
+    [[nodiscard]] std::vector<Entry> ReadEach(const ElementIds& ids, const Read& read) const;
+    void TellPatched(const ElementIds& changed);
     void TellAdded(const QModelIndexList& indexes);
     void WriteMappings(const std::vector<ElementMapping>& mappings, bool canvasChanged);
     void TellCentre(std::int64_t uniqueID, double x, double y);

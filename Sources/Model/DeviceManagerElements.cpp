@@ -101,17 +101,41 @@ float DeviceManager::GetObjectRotation(const QModelIndex& index) const
     return element->GetVideoMapping()->rotation;
 }
 
-std::vector<ElementMapping> DeviceManager::GetVideoMappings(const ElementIds& ids) const
+/// One entry for each element that `read` has one for.
+template <class Entry, class Read>
+std::vector<Entry> DeviceManager::ReadEach(const ElementIds& ids, const Read& read) const
 {
     const QMutexLocker lock(&mutex);
-    std::vector<ElementMapping> mappings;
-    mappings.reserve(ids.size());
+    std::vector<Entry> entries;
+    entries.reserve(ids.size());
     for (const std::int64_t id : ids) {
-        const MappedLedItem* element = mappedDeviceModel->GetItemByUniqueID(id);
-        if (element && element->GetVideoMapping())
-            mappings.push_back({id, *element->GetVideoMapping()});
+        if (const MappedLedItem* element = mappedDeviceModel->GetItemByUniqueID(id))
+            read(*element, entries);
     }
-    return mappings;
+    return entries;
+}
+
+std::vector<ElementMapping> DeviceManager::GetVideoMappings(const ElementIds& ids) const
+{
+    return ReadEach<ElementMapping>(ids, [](const MappedLedItem& element, auto& entries) {
+        if (element.GetVideoMapping())
+            entries.push_back({element.uniqueID, *element.GetVideoMapping()});
+    });
+}
+
+std::vector<ElementAddress> DeviceManager::GetAddresses(const ElementIds& ids) const
+{
+    return ReadEach<ElementAddress>(ids, [](const MappedLedItem& element, auto& entries) {
+        const DMXMappingArtNet* address = element.GetArtNetMapping();
+        entries.push_back({element.uniqueID, address ? std::optional(*address) : std::nullopt});
+    });
+}
+
+std::vector<ElementDescription> DeviceManager::GetDescriptions(const ElementIds& ids) const
+{
+    return ReadEach<ElementDescription>(ids, [](const MappedLedItem& element, auto& entries) {
+        entries.push_back({element.uniqueID, element.description});
+    });
 }
 
 const DMXMappingArtNet* DeviceManager::GetMappedObjectArtNetMapping(const QModelIndex& index) const
@@ -348,22 +372,68 @@ void DeviceManager::ApplyObjectParams(const std::vector<AddedElement>& elements)
 
 void DeviceManager::SetDescription(const QModelIndex& index, const std::wstring& description)
 {
-    const QMutexLocker lock(&mutex);
-    if (GetMappedItem(index))
-        mappedDeviceModel->SetDescription(index.row(), description);
+    if (const MappedLedItem* element = GetMappedItem(index))
+        SetDescriptions({{element->uniqueID, description}});
+}
+
+void DeviceManager::SetDescriptions(const std::vector<ElementDescription>& descriptions)
+{
+    ElementIds changed;
+    std::vector<int> rows;
+    for (const auto& [uniqueID, description] : descriptions) {
+        const QMutexLocker lock(&mutex);
+        MappedLedItem* element = mappedDeviceModel->GetItemByUniqueID(uniqueID);
+        if (!element || element->description == description)
+            continue;
+        element->description = description;
+        changed.push_back(uniqueID);
+        rows.push_back(mappedDeviceModel->GetIndexOfUniqueID(uniqueID).row());
+    }
+    if (changed.empty())
+        return;
+    mappedDeviceModel->UpdateNameCells(rows);
+    emit elementsRenamed(changed);
+}
+
+void DeviceManager::SetAddresses(const std::vector<ElementAddress>& addresses)
+{
+    ElementIds changed;
+    for (const auto& [uniqueID, address] : addresses) {
+        const QMutexLocker lock(&mutex);
+        MappedLedItem* element = mappedDeviceModel->GetItemByUniqueID(uniqueID);
+        const DMXMappingArtNet* present = element ? element->GetArtNetMapping() : nullptr;
+        if (!element || (present ? address == *present : !address))
+            continue;
+        element->SetArtNetMapping(address);
+        changed.push_back(uniqueID);
+    }
+    TellPatched(changed);
 }
 
 void DeviceManager::EditObjectArtNetMappings(const QModelIndexList& indexes,
                                              const std::function<void(DMXMappingArtNet&)>& edit)
 {
-    std::vector<int> rows;
+    ElementIds changed;
     for (const QModelIndex& index : indexes) {
         const QMutexLocker lock(&mutex);
         MappedLedItem* element = GetMappedItem(index);
         if (!element || !element->GetArtNetMapping())
             continue;
         edit(*element->EditArtNetMapping());
-        rows.push_back(index.row());
+        changed.push_back(element->uniqueID);
     }
+    TellPatched(changed);
+}
+
+/// Brings the table's cells and colours up to date before anyone hears of the change.
+void DeviceManager::TellPatched(const ElementIds& changed)
+{
+    if (changed.empty())
+        return;
+    std::vector<int> rows;
+    rows.reserve(changed.size());
+    for (const std::int64_t id : changed)
+        rows.push_back(mappedDeviceModel->GetIndexOfUniqueID(id).row());
     mappedDeviceModel->UpdateAddressCells(rows);
+    emit elementsPatched(changed);
 }

@@ -2,11 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include <QModelIndex>
 #include <QString>
 
+#include "FixtureModel/DMXMapping.h"
 #include "FixtureModel/VideoMapping.h"
 
 // What DeviceManager takes and gives: the record of a new element, and the entries of its batch
@@ -45,6 +48,24 @@ struct ElementMapping
     VideoMapping video;
 
     bool operator==(const ElementMapping&) const = default;
+};
+
+/// Where the channels of an element are sent; nothing for an element without Art-Net address.
+struct ElementAddress
+{
+    std::int64_t uniqueID = 0;
+    std::optional<DMXMappingArtNet> address;
+
+    bool operator==(const ElementAddress&) const = default;
+};
+
+/// The name of an element.
+struct ElementDescription
+{
+    std::int64_t uniqueID = 0;
+    std::wstring description;
+
+    bool operator==(const ElementDescription&) const = default;
 };
 
 /// A place: the left top corner for a move, the centre where the operation says so.

@@ -415,14 +415,16 @@ void MappedDeviceModel::TellTextsChanged(const std::vector<int>& rows)
     emit dataChanged(index(first, 0), index(last, columnCount() - 1));
 }
 
-void MappedDeviceModel::SetDescription(int row, const std::wstring& description)
+void MappedDeviceModel::UpdateNameCells(const std::vector<int>& rows)
 {
-    const QMutexLocker lock(&mutex);
-    MappedLedItem* element = GetElement(row);
-    if (!element)
-        return;
-    element->description = description;
-    item(row, NameColumn)->setText(QString::fromStdWString(description));
+    {
+        const QSignalBlocker oneChangeForAll(this);
+        for (const int row : rows) {
+            if (const MappedLedItem* element = GetElement(row))
+                item(row, NameColumn)->setText(QString::fromStdWString(element->description));
+        }
+    }
+    TellTextsChanged(rows);
 }
 
 void MappedDeviceModel::RecalculateConflicts()

@@ -102,7 +102,7 @@ public:
                             const QString& newIpName);
     void UpdateAddressCell(int row) { UpdateAddressCells({row}); }
     void UpdateAddressCells(const std::vector<int>& rows);
-    void SetDescription(int row, const std::wstring& description);
+    void UpdateNameCells(const std::vector<int>& rows);
     /// A universe that is broadcast and also sent to a chosen node.
     [[nodiscard]] bool IsUniverseInConflict(const QModelIndex& index) const;
 

@@ -59,6 +59,12 @@ DMXMappingArtNet* MappedLedItem::EditArtNetMapping()
     return dynamic_cast<DMXMappingArtNet*>(dmxMapping_.get());
 }
 
+void MappedLedItem::SetArtNetMapping(const std::optional<DMXMappingArtNet>& address)
+{
+    CountChange();
+    dmxMapping_ = address ? address->Clone() : nullptr;
+}
+
 std::unique_ptr<MappedLedItem> MappedLedItem::FromXml(const tinyxml2::XMLElement& element,
                                                       const DeviceModel& library)
 {

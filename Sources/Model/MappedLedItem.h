@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <QPersistentModelIndex>
@@ -44,6 +45,8 @@ public:
     [[nodiscard]] DeviceLedItem& EditFixture();
     [[nodiscard]] VideoMapping* EditVideoMapping();
     [[nodiscard]] DMXMappingArtNet* EditArtNetMapping();
+    /// Gives the element another address, or none.
+    void SetArtNetMapping(const std::optional<DMXMappingArtNet>& address);
 
     /// Grows with every Edit... of this element; no two elements ever have the same, so an element
     /// in the place of another is seen as a change.

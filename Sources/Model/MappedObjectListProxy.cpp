@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Model/MappedObjectListProxy.h"
 
-#include <QSet>
+#include <algorithm>
 
 #include "Model/MappedDeviceModel.h"
 
@@ -11,13 +11,30 @@ MappedObjectListProxy::MappedObjectListProxy(QObject* parent)
     setDynamicSortFilter(true);
 }
 
-void MappedObjectListProxy::SelectByUniqueIDs(const QList<qint64>& uniqueIDs)
+QItemSelection MappedObjectListProxy::RowsOf(const std::vector<std::int64_t>& uniqueIDs) const
 {
-    const QSet<qint64> wanted(uniqueIDs.begin(), uniqueIDs.end());
-    for (int row = 0; row < rowCount(); ++row) {
-        const QModelIndex cell = index(row, MappedDeviceModel::IdentifierColumn);
-        const bool selected = wanted.contains(cell.data(Qt::UserRole).toLongLong());
-        emit select(cell, (selected ? QItemSelectionModel::Select : QItemSelectionModel::Deselect) |
-                              QItemSelectionModel::Rows);
+    const auto* document = qobject_cast<const MappedDeviceModel*>(sourceModel());
+    std::vector<int> rows;
+    rows.reserve(uniqueIDs.size());
+    for (const std::int64_t id : uniqueIDs) {
+        const QModelIndex row = mapFromSource(document->GetIndexOfUniqueID(id));
+        if (row.isValid())
+            rows.push_back(row.row());
     }
+    std::ranges::sort(rows);
+    QItemSelection selection;
+    const int lastColumn = columnCount() - 1;
+    for (std::size_t first = 0; first < rows.size();) {
+        std::size_t last = first;
+        while (last + 1 < rows.size() && rows[last + 1] == rows[last] + 1)
+            ++last;
+        selection.append(QItemSelectionRange(index(rows[first], 0), index(rows[last], lastColumn)));
+        first = last + 1;
+    }
+    return selection;
+}
+
+void MappedObjectListProxy::SelectByUniqueIDs(const std::vector<std::int64_t>& uniqueIDs)
+{
+    emit selectRows(RowsOf(uniqueIDs), QItemSelectionModel::ClearAndSelect);
 }

@@ -2,9 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include <QItemSelectionModel>
-#include <QList>
 #include <QSortFilterProxyModel>
 
 /// The placed elements as the view shows them, always sorted.
@@ -15,10 +15,13 @@ class MappedObjectListProxy : public QSortFilterProxyModel
 public:
     explicit MappedObjectListProxy(QObject* parent = nullptr);
 
-    /// Emits select() for each row: to select it when its element is among `uniqueIDs`, otherwise
-    /// to deselect it.
-    void SelectByUniqueIDs(const QList<qint64>& uniqueIDs);
+    /// The rows of these elements, whole and in as few ranges as they make: a selection model's
+    /// work grows with their number. Ids without element are passed over.
+    [[nodiscard]] QItemSelection RowsOf(const std::vector<std::int64_t>& uniqueIDs) const;
+    /// Emits selectRows() once, so that these elements and no others get selected.
+    void SelectByUniqueIDs(const std::vector<std::int64_t>& uniqueIDs);
 
 signals:
     void select(const QModelIndex& index, QItemSelectionModel::SelectionFlags command);
+    void selectRows(const QItemSelection& rows, QItemSelectionModel::SelectionFlags command);
 };

@@ -272,11 +272,11 @@ protected:
     }
     void Select()
     {
-        QList<qint64> ids;
+        ElementIds ids;
         for (Row& row : rows) {
             row.selected = Below(3) == 0;
             if (row.selected)
-                ids << row.id;
+                ids.push_back(row.id);
         }
         proxy.SelectByUniqueIDs(ids);
     }

@@ -15,33 +15,12 @@
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
 #include "Model/MappedObjectListProxy.h"
+#include "UI/Commands/CanvasCommands.h"
+#include "UI/Commands/GeometryCommands.h"
 #include "UI/Dialogs/LEDDialogCanvasSize.h"
-#include "UI/Editor/CanvasCommands.h"
-#include "UI/Editor/GeometryCommands.h"
 #include "UI/Editor/WeftMapEditorScene.h"
 #include "UI/Editor/WeftMapEditorView.h"
 #include "UI/Editor/WeftMappedObjectTreeView.h"
-
-namespace {
-
-/// Whole rows, as few ranges as they make: a selection model's work grows with their number.
-QItemSelection RowsOf(const QAbstractItemModel& model, std::vector<int> rows)
-{
-    std::ranges::sort(rows);
-    QItemSelection selection;
-    const int lastColumn = model.columnCount() - 1;
-    for (std::size_t first = 0; first < rows.size();) {
-        std::size_t last = first;
-        while (last + 1 < rows.size() && rows[last + 1] == rows[last] + 1)
-            ++last;
-        selection.append(
-            QItemSelectionRange(model.index(rows[first], 0), model.index(rows[last], lastColumn)));
-        first = last + 1;
-    }
-    return selection;
-}
-
-} // namespace
 
 EditorController::EditorController(const Parts& parts, QObject* parent)
     : QObject(parent)
@@ -72,6 +51,10 @@ EditorController::EditorController(const Parts& parts, QObject* parent)
             list_.selectionModel(),
             qOverload<const QModelIndex&, QItemSelectionModel::SelectionFlags>(
                 &QItemSelectionModel::select));
+    connect(manager_.GetMappedObjectListProxy(), &MappedObjectListProxy::selectRows,
+            list_.selectionModel(),
+            qOverload<const QItemSelection&, QItemSelectionModel::SelectionFlags>(
+                &QItemSelectionModel::select));
     connect(&list_, &WeftMappedObjectTreeView::EnvokeRemoveSelection, &scene_,
             &WeftMapEditorScene::RemoveSelectedRectangle);
 }
@@ -82,16 +65,9 @@ void EditorController::UpdateModelSelectionFromMappingScene()
 {
     if (!fromList_) {
         const QScopedValueRollback<bool> guard(fromScene_, true);
-        const MappedObjectListProxy& proxy = *manager_.GetMappedObjectListProxy();
-        std::vector<int> rows;
-        for (const std::int64_t id : scene_.SelectedIds()) {
-            const QModelIndex row =
-                proxy.mapFromSource(manager_.GetMappedDeviceModel()->GetIndexOfUniqueID(id));
-            if (row.isValid())
-                rows.push_back(row.row());
-        }
-        list_.selectionModel()->select(RowsOf(proxy, std::move(rows)),
-                                       QItemSelectionModel::ClearAndSelect);
+        list_.selectionModel()->select(
+            manager_.GetMappedObjectListProxy()->RowsOf(scene_.SelectedIds()),
+            QItemSelectionModel::ClearAndSelect);
     }
     FollowSelection();
 }

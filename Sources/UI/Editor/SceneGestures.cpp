@@ -5,9 +5,9 @@
 
 #include <QUndoStack>
 
+#include "UI/Commands/GeometryCommands.h"
 #include "UI/Editor/EditorDisplayState.h"
 #include "UI/Editor/ElementSelection.h"
-#include "UI/Editor/GeometryCommands.h"
 #include "UI/Editor/GroupOverlay.h"
 #include "UI/Editor/MappingRectangle.h"
 

@@ -12,10 +12,10 @@
 #include "Model/ElementGeometry.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
+#include "UI/Commands/PlacementCommands.h"
 #include "UI/Editor/EditorDisplayState.h"
 #include "UI/Editor/GraphCanvas.h"
 #include "UI/Editor/GraphForeground.h"
-#include "UI/Editor/PlacementCommands.h"
 
 namespace {
 
@@ -90,6 +90,7 @@ void WeftMapEditorScene::ConnectModel()
                 Place(*item);
         }
     });
+    connect(&manager_, &DeviceManager::elementsPatched, this, &WeftMapEditorScene::MarkAuto);
     connect(&manager_, &DeviceManager::devicesChangedGeometry, this, [this] { overlay_.Follow(); });
     connect(&manager_, &DeviceManager::changeCanvasSize, this, [this](int width, int height) {
         SetCanvasSize(width, height);
@@ -201,9 +202,15 @@ ElementIds WeftMapEditorScene::AllIds() const
 
 void WeftMapEditorScene::RefreshAutoMarks()
 {
-    for (const auto& [id, item] : itemsById_) {
+    MarkAuto(AllIds());
+}
+
+void WeftMapEditorScene::MarkAuto(const ElementIds& ids)
+{
+    for (const std::int64_t id : ids) {
         const MappedLedItem* element = manager_.GetMappedDeviceModel()->GetItemByUniqueID(id);
-        item->SetAutoMark(element && IsAuto(*element));
+        if (MappingRectangle* item = Find(id))
+            item->SetAutoMark(element && IsAuto(*element));
     }
 }
 

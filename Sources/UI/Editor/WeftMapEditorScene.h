@@ -127,6 +127,7 @@ protected:
 
 private:
     void ConnectModel();
+    void MarkAuto(const ElementIds& ids);
     void AddRectangle(std::int64_t id);
     void DeleteObjectItem(std::int64_t id);
     /// Shows the element as the document has it.

@@ -18,8 +18,8 @@
 #include "Log/Log.h"
 #include "Model/DeviceManager.h"
 #include "Model/DeviceModel.h"
+#include "UI/Commands/PlacementCommands.h"
 #include "UI/Editor/GraphCornerGrabber.h"
-#include "UI/Editor/PlacementCommands.h"
 
 namespace {
 

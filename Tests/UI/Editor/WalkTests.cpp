@@ -4,7 +4,7 @@
 #include "Model/ArtNetNodeModel.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
-#include "UI/Editor/GeometryCommands.h"
+#include "UI/Commands/GeometryCommands.h"
 
 #include <gtest/gtest.h>
 

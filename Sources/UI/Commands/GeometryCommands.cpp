@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "UI/Editor/GeometryCommands.h"
+#include "UI/Commands/GeometryCommands.h"
 
 #include <algorithm>
 

@@ -6,7 +6,7 @@
 #include <QPointF>
 #include <QSizeF>
 
-#include "UI/Editor/ElementCommand.h"
+#include "UI/Commands/ElementCommand.h"
 
 // The edits of geometry. `manager` outlives each command. What elements become is set once, or
 // again and again while a gesture runs, and counts from what they were when the command was made.

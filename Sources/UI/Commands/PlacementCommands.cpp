@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "UI/Editor/PlacementCommands.h"
+#include "UI/Commands/PlacementCommands.h"
 
 #include <utility>
 
 #include "Model/DeviceManager.h"
-#include "Model/MappedDeviceModel.h"
 #include "Model/MappedObjectListProxy.h"
 
 RemoveRectangleCommand::RemoveRectangleCommand(DeviceManager& manager, ElementIds ids)
@@ -41,10 +40,7 @@ void CreateNewMappingCommand::redo()
         elementId_ = manager_.GetUniqueID(added);
         manager_.ApplyObjectParams(added, params_);
     }
-    MappedObjectListProxy* list = manager_.GetMappedObjectListProxy();
-    const QModelIndex row = manager_.GetMappedDeviceModel()->GetIndexOfUniqueID(elementId_);
-    emit list->select(list->mapFromSource(row),
-                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    manager_.GetMappedObjectListProxy()->SelectByUniqueIDs({elementId_});
     manager_.SetDocumentDirty(true);
 }
 

@@ -1,31 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "UI/Editor/ElementCommand.h"
-
-#include "Model/DeviceManager.h"
+#include "UI/Commands/ElementCommand.h"
 
 ElementCommand::ElementCommand(DeviceManager& manager, const ElementIds& ids, const QString& text)
-    : QUndoCommand(text)
-    , manager_(manager)
+    : ValueCommand(manager, manager.GetVideoMappings(ids), &DeviceManager::SetVideoMappings, text)
     , canvas_(manager.CanvasPixels())
-    , before_(manager.GetVideoMappings(ids))
-    , after_(before_)
 {}
-
-void ElementCommand::undo()
-{
-    manager_.SetVideoMappings(before_);
-}
-
-void ElementCommand::redo()
-{
-    Preview();
-    manager_.SetDocumentDirty(true);
-}
-
-void ElementCommand::Preview() const
-{
-    manager_.SetVideoMappings(after_);
-}
 
 void ElementCommand::AllAreCentred(std::span<const QPointF> centres)
 {

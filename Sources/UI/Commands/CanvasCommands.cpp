@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "UI/Editor/CanvasCommands.h"
+#include "UI/Commands/CanvasCommands.h"
 
 #include <utility>
 

@@ -5,7 +5,7 @@
 
 #include "Model/ElementChanges.h"
 #include "Model/TakenElement.h"
-#include "UI/Editor/ElementCommand.h"
+#include "UI/Commands/ElementCommand.h"
 
 /// Takes elements out of the document. Undone, the same elements are back in the same rows.
 class RemoveRectangleCommand final : public QUndoCommand

@@ -5,12 +5,10 @@
 #include <vector>
 
 #include <QSizeF>
-#include <QUndoCommand>
 
 #include "Model/ElementChanges.h"
 #include "Model/ElementGeometry.h"
-
-class DeviceManager;
+#include "UI/Commands/ValueCommand.h"
 
 /// The numbers that the commands are known by. None of them merges with another.
 enum CommandId : int
@@ -25,21 +23,13 @@ enum CommandId : int
     CreateCommandId = 1241
 };
 
-/// A change of elements that stay in the document: it keeps their geometry before and after, to the
-/// last bit, and puts the one or the other into the model. Elements that have gone meanwhile are
-/// passed over.
-class ElementCommand : public QUndoCommand
+/// An edit of geometry.
+class ElementCommand : public ValueCommand<ElementMapping>
 {
 public:
-    /// Whether all elements are as they were, so that there is nothing to undo.
-    [[nodiscard]] bool ChangesNothing() const { return before_ == after_; }
     /// Shows what the elements become while a gesture still runs. The document counts as changed
     /// only with redo, so that a gesture which ends where it began changes nothing at all.
-    void Preview() const;
-
-    void undo() override;
-    void redo() override;
-    bool mergeWith(const QUndoCommand*) override { return false; }
+    void Preview() const { Set(after_); }
 
 protected:
     /// `manager` outlives the command. Ids without element are passed over.
@@ -63,8 +53,5 @@ protected:
     [[nodiscard]] std::vector<ElementGeometry::Placement> PlacementsBefore() const;
 
 private:
-    DeviceManager& manager_;
     QSizeF canvas_;
-    std::vector<ElementMapping> before_;
-    std::vector<ElementMapping> after_;
 };
