@@ -36,5 +36,5 @@ QItemSelection MappedObjectListProxy::RowsOf(const std::vector<std::int64_t>& un
 
 void MappedObjectListProxy::SelectByUniqueIDs(const std::vector<std::int64_t>& uniqueIDs)
 {
-    emit selectRows(RowsOf(uniqueIDs), QItemSelectionModel::ClearAndSelect);
+    emit select(RowsOf(uniqueIDs), QItemSelectionModel::ClearAndSelect);
 }

@@ -18,10 +18,9 @@ public:
     /// The rows of these elements, whole and in as few ranges as they make: a selection model's
     /// work grows with their number. Ids without element are passed over.
     [[nodiscard]] QItemSelection RowsOf(const std::vector<std::int64_t>& uniqueIDs) const;
-    /// Emits selectRows() once, so that these elements and no others get selected.
+    /// Emits select() once, so that these elements and no others get selected.
     void SelectByUniqueIDs(const std::vector<std::int64_t>& uniqueIDs);
 
 signals:
-    void select(const QModelIndex& index, QItemSelectionModel::SelectionFlags command);
-    void selectRows(const QItemSelection& rows, QItemSelectionModel::SelectionFlags command);
+    void select(const QItemSelection& rows, QItemSelectionModel::SelectionFlags command);
 };

@@ -206,7 +206,7 @@ protected:
     TableWalk()
     {
         QObject::connect(&proxy, &MappedObjectListProxy::select, &selection,
-                         qOverload<const QModelIndex&, QItemSelectionModel::SelectionFlags>(
+                         qOverload<const QItemSelection&, QItemSelectionModel::SelectionFlags>(
                              &QItemSelectionModel::select));
         // Also in the middle of a removal, each element is found under its own row.
         QObject::connect(&selection, &QItemSelectionModel::selectionChanged, &manager, [this] {

@@ -49,10 +49,6 @@ EditorController::EditorController(const Parts& parts, QObject* parent)
             &EditorController::UpdateModelSelectionFromMappedObjectList);
     connect(manager_.GetMappedObjectListProxy(), &MappedObjectListProxy::select,
             list_.selectionModel(),
-            qOverload<const QModelIndex&, QItemSelectionModel::SelectionFlags>(
-                &QItemSelectionModel::select));
-    connect(manager_.GetMappedObjectListProxy(), &MappedObjectListProxy::selectRows,
-            list_.selectionModel(),
             qOverload<const QItemSelection&, QItemSelectionModel::SelectionFlags>(
                 &QItemSelectionModel::select));
     connect(&list_, &WeftMappedObjectTreeView::EnvokeRemoveSelection, &scene_,
