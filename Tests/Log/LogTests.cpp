@@ -73,23 +73,17 @@ TEST(Log, ALineTooLongForTheDebuggerIsWholeInTheFile)
     const TemporaryFolder folder;
     const std::string longest(16000, 'f');
     const std::string tooLong(16384, 'x');
-    std::string manyBytes; // too many of them, but what is taken is few enough characters
-    for (int i = 0; i < 9000; ++i)
-        manyBytes += "\xC3\xA9";
     CaptureStderr();
     {
         Log log(folder.Path() / "Log.txt");
-        for (const std::string& text : {longest, tooLong, manyBytes})
-            log.Info("a", 1, text);
+        log.Info("a", 1, longest);
+        log.Info("a", 1, tooLong);
     }
     const std::string debugger = GetCapturedStderr();
     const std::string file = ReadBytes(folder.Path() / "Log.txt");
     EXPECT_NE(file.find(tooLong), std::string::npos);
-    EXPECT_NE(file.find(manyBytes), std::string::npos);
     EXPECT_EQ(debugger.find('x'), std::string::npos);
     EXPECT_NE(debugger.find(longest), std::string::npos);
-    EXPECT_NE(debugger.find(manyBytes.substr(0, 16000)), std::string::npos);
-    EXPECT_EQ(Lines(debugger).size(), 3U);
 }
 
 TEST(LogFront, LinesOfEveryLengthComeOutWholeAndABadOneSaysSo)
@@ -113,29 +107,8 @@ TEST(LogFront, LinesOfEveryLengthComeOutWholeAndABadOneSaysSo)
     EXPECT_EQ(capture.Messages(), expected);
 }
 
-TEST(Log, AfterFlushTheCallersLinesAreInTheFileWhateverOthersWrite)
-{
-    const TemporaryFolder folder;
-    const fs::path path = folder.Path() / "Log.txt";
-    CaptureStderr();
-    Log log(path);
-    std::thread other([&] {
-        for (int i = 0; i < 20000; ++i)
-            log.Info("noise", 1, "noise");
-    });
-    for (int round = 0; round < 100; ++round) {
-        const std::string mark = "mark " + std::to_string(round) + '\n';
-        log.Info("own", 1, "filler");
-        log.Info("own", 1, mark);
-        log.Flush();
-        EXPECT_NE(ReadBytes(path).find(mark), std::string::npos);
-    }
-    other.join();
-    GetCapturedStderr();
-}
-
 // More lines than the queue holds, from several threads, while the log changes under them: none is
-// lost, doubled or mixed with another.
+// lost, doubled or mixed with another, and after a flush the caller's own are in the file.
 TEST(Log, NoLineIsLostWhileTheLogIsReplaced)
 {
     constexpr int threadCount = 4;
@@ -144,7 +117,11 @@ TEST(Log, NoLineIsLostWhileTheLogIsReplaced)
     CaptureStderr();
     std::vector<std::thread> threads;
     for (int i = 0; i < 20; ++i) {
-        Log::SetGlobal(std::make_shared<Log>(folder.Path() / std::to_string(i) / "Log.txt"));
+        const auto path = folder.Path() / std::to_string(i) / "Log.txt";
+        Log::SetGlobal(std::make_shared<Log>(path));
+        ZEN_LOG_INFO("flushed");
+        Log::Global()->Flush();
+        EXPECT_NE(ReadBytes(path).find("flushed"), std::string::npos) << i;
         if (i < threadCount) {
             threads.emplace_back([i] {
                 for (int line = 0; line < lineCount; ++line)
