@@ -1,14 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "CanvasHands.h"
 
-#include <QApplication>
-#include <QDragEnterEvent>
-#include <QGraphicsView>
-#include <QMimeData>
-#include <QMouseEvent>
-#include <QTest>
-#include <QUrl>
-#include <QWheelEvent>
+#include <QtTest>
+#include <QtWidgets>
 
 QPoint CanvasHands::OnScreen(QPointF scenePoint) const
 {

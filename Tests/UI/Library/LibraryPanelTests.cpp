@@ -3,16 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include <QAction>
-#include <QDialog>
-#include <QDir>
-#include <QFile>
-#include <QMainWindow>
-#include <QMessageBox>
-#include <QMouseEvent>
-#include <QPushButton>
-#include <QTest>
-#include <QUndoStack>
+#include <QtTest>
+#include <QtWidgets>
 
 #include "LibTools/W32System.h"
 #include "Model/DeviceManager.h"

@@ -1,17 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include <QAbstractItemView>
-#include <QAction>
-#include <QComboBox>
-#include <QDialog>
-#include <QDialogButtonBox>
-#include <QLabel>
-#include <QMainWindow>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QSpinBox>
-#include <QTest>
-#include <QToolBar>
-#include <QWheelEvent>
+#include <QtTest>
+#include <QtWidgets>
 
 #include "Settings/ApplicationMode.h"
 #include "Support/Literals.h"
@@ -84,8 +73,8 @@ protected:
 
 TEST_F(Panel, TheListShowsWhatIsThereAndWhatIsChosen)
 {
-    networks.AddManualRange(L"2.X.X.X");
-    networks.AddManualRange(L"7.X.X.X");
+    for (const wchar_t* range : {L"2.X.X.X", L"7.X.X.X", L"2.X.X.X"}) // each once
+        networks.AddManualRange(range);
     adapters[1].up = false;
     choice.CheckNetworkUpdates();
     const QComboBox& combo = Networks();
@@ -240,13 +229,11 @@ TEST_F(Panel, TheMergerIsSetUpAppliedAndTakenBack)
     preferences.mode = ApplicationMode::BesideReelCommand;
     preferences.artNetIPAddress = L"2.0.0.5";
     inDialog([&](QDialog& dialog) {
-        const auto text = [&dialog](const char* label) {
-            return dialog.findChild<QLabel*>(QLatin1String(label))->text();
-        };
-        EXPECT_EQ(text("ReelCommandIP"), "(2.0.0.5)"_q);
-        EXPECT_EQ(text("PixelWeftIP"), "(2.X.X.X)"_q);
+        const auto& host = *dialog.findChild<QLabel*>("ReelCommandIP"_q);
+        EXPECT_EQ(host.text(), "(2.0.0.5)"_q);
+        EXPECT_EQ(dialog.findChild<QLabel*>("PixelWeftIP"_q)->text(), "(2.X.X.X)"_q);
         emit panel->artNetDMXInputSettingsChanged(true, L"ALL");
-        EXPECT_EQ(text("ReelCommandIP"), "(ALL)"_q);
+        EXPECT_EQ(host.text(), "(ALL)"_q);
         dialog.reject();
     });
 }
