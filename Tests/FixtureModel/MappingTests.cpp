@@ -1,27 +1,20 @@
 // SPDX-License-Identifier: MIT
-// Where an element lies: its address, the merging of universes, and its place on the canvas.
+// Where an element is sent: its address, and the merging of universes.
 #include "FixtureModel/DMXMapping.h"
 #include "FixtureModel/UniverseMerging.h"
-#include "FixtureModel/VideoMapping.h"
 
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <limits>
 #include <tuple>
 
 namespace {
 
-TEST(DMXMapping, Descriptions)
+TEST(DMXMapping, DescriptionOrderAndPortAddress)
 {
-    const DMXMappingArtNet mapping(20, -3, 600, L"any", L"");
-    EXPECT_EQ(mapping.GetDescription(), L"ArtNet/IP any/sub 20/univ -3/ch 600");
-    EXPECT_EQ(mapping.GetSortDescription(), L"ArtNet/IP any/sub 020/univ -03/ch 600");
-    EXPECT_EQ(DMXMappingArtNet().GetDescription(), L"ArtNet/IP Auto/sub 0/univ 0/ch 1");
-}
-
-TEST(DMXMapping, OrderAndPortAddress)
-{
+    const DMXMappingArtNet odd(20, -3, 600, L"any", L"");
+    EXPECT_EQ(odd.GetDescription(), L"ArtNet/IP any/sub 20/univ -3/ch 600");
+    EXPECT_EQ(odd.GetSortDescription(), L"ArtNet/IP any/sub 020/univ -03/ch 600");
     const DMXMappingArtNet mapping(1, 2, 3, L"z", L"");
     for (const auto& [subnet, universe, channel] :
          {std::tuple(2, 0, 0), {1, 3, 0}, {1, 2, 4}, {INT_MAX, INT_MIN, 0}})
@@ -48,26 +41,6 @@ TEST(UniverseMerging, RangesAndTranslation)
     for (const auto& [from, length, to, overlap] :
          {std::tuple(0U, 3, 3U, false), {0U, 4, 3U, true}, {3U, 3, 0U, false}, {3U, 4, 0U, true}})
         EXPECT_EQ(run(0, from, length, 0, to).RangesOverlap(), overlap);
-}
-
-TEST(VideoMapping, CornersTurnWithTheRectangleByWholeDegrees)
-{
-    VideoMapping mapping({0.5F, 0.5F}, {0.2F, 0.1F}, 0, false, false);
-    EXPECT_EQ(mapping.filterMode, VideoFilterMode::Bilinear);
-    mapping.SetRotation(450.5F);
-    mapping.SetRotation(std::numeric_limits<float>::infinity());
-    mapping.SetRotation(std::numeric_limits<float>::quiet_NaN());
-    EXPECT_EQ(mapping.rotation, 90);
-    const auto expectNear = [](PointF point, float x, float y) {
-        EXPECT_NEAR(point.x, x, 1e-6);
-        EXPECT_NEAR(point.y, y, 1e-6);
-    };
-    expectNear(mapping.GetTopLeft(), 0.55F, 0.4F);
-    expectNear(mapping.GetTopRight(), 0.55F, 0.6F);
-    expectNear(mapping.GetBottomLeft(), 0.45F, 0.4F);
-    expectNear(mapping.GetBottomRight(), 0.45F, 0.6F);
-    mapping.SetTopLeft(0, 0.25F);
-    expectNear(mapping.GetCenter(), 0.1F, 0.3F);
 }
 
 } // namespace

@@ -198,7 +198,7 @@ TEST(Readers, Placement)
         {size, "<size />", "Video mapping size syntax error"},
         {"<rotation>-725.500000</rotation>", "", "Video mapping rotation is not defined"},
         {"-725.500000", "-inf", "Video mapping rotation syntax error"}};
-    for (const char* bad : {"0.5", ",0.5", "a,b", "", "nan,0", "0,inf", "1e39,0"})
+    for (const char* bad : {"0.5", "0,0,0", "0;0", "a,b", "", "nan,0", "0,inf", "1e39,0"})
         changes.push_back({"0.882162,-0.362088", bad, "Video mapping center node syntax error"});
     for (const char* bad : {"True", "1", ""}) {
         changes.push_back({"true", bad, "Video mapping \"horizontalflip\" syntax error"});
@@ -222,7 +222,7 @@ TEST(Readers, Address)
          {"type='ArtNet'", "type='ECue'", "ECue DMX Mapping type not supported"},
          {"type='ArtNet'", "type='artnet'", "Unknown DMX Mapping type"},
          {"subnet='1' universe='15'", "universe='x'", fault + "subnet is not defined"},
-         {"'1'", "'1.0'", fault + "subnet syntax error"},
+         {"'1'", "'0x1'", fault + "subnet syntax error"},
          {"universe='15' channel='125'", "channel='x'", fault + "universe is not defined"},
          {"'15'", "''", fault + "universe syntax error"},
          {"channel='125'", "", fault + "channel is not defined"},

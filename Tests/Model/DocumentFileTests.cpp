@@ -129,6 +129,7 @@ TEST_F(DocumentFile, EveryFaultIsNamedAndCostsNoMoreThanItMust)
         {R"(version="2.5")", R"(version="2,5")", "Mapping version syntax error"},
         {R"(resolution="115,35")", "", "Mapping resolution not defined"},
         {R"("115,35")", R"("115.35")", "Mapping resolution syntax error"},
+        {R"("115,35")", R"("115,3,5")", "Mapping resolution syntax error"},
         {R"("115,35")", R"("99999999999,5")", "Mapping resolution syntax error"},
         {R"(<Mapping name="Show")", "<Mapping", "Mapping name not defined"},
         {"</Mapping>", "</Maping>", "Could not read mapping XML file"}};

@@ -106,14 +106,16 @@ TEST(ElementGeometry, ADragOffTheGridLandsOnItAndThenGoesInWholeSteps)
 TEST(ElementGeometry, ATurnByHandEndsOnAWholeDegree)
 {
     // From, by, to: the mouse measures an angle with a rounding on either side.
-    const std::array<std::array<double, 3>, 8> turns = {{{270, 90.00001, 360},
-                                                         {270, 90.5, 0},
-                                                         {0, 89.9999999, 90},
-                                                         {0, -10.5, -11},
-                                                         {30, 14.9, 44},
-                                                         {359, 2, 1},
-                                                         {12.75, 0, 12.75},
-                                                         {0, 725, 5}}};
+    const std::array<std::array<double, 3>, 10> turns = {{{270, 90.00001, 360},
+                                                          {270, 90.001, 0},
+                                                          {270, 90.5, 0},
+                                                          {0, 89.9999999, 90},
+                                                          {0, 89.999, 89},
+                                                          {0, -10.5, -11},
+                                                          {30, 14.9, 44},
+                                                          {359, 2, 1},
+                                                          {12.75, 0, 12.75},
+                                                          {0, 725, 5}}};
     for (const auto& [from, by, to] : turns)
         EXPECT_EQ(Turned(static_cast<float>(from), by), static_cast<float>(to))
             << from << ' ' << by;

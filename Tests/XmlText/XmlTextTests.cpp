@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -92,13 +91,9 @@ TEST(XmlRead, SyntaxErrorsMakeTheWholeUnreadable)
         EXPECT_EQ(document.FirstChild(), nullptr) << "nothing of the old or the broken text stays";
     }
 
-    for (const char* text : {"", " \n", "text", "text<a/>", "<a/>text", "<a/>text<b/>", "<", "<a"})
-        EXPECT_FALSE(Parses(text)) << text;
-    for (const char* text :
-         {"<a>", "</a>", "<a></b>", "<a b/>", "<a b=/>", "<a b='/>", "<!--", "<?xml"})
-        EXPECT_FALSE(Parses(text)) << text;
-    for (const char* text : {"<a b='1' b='2'/>", "<a><b></a></b>", "<a/></a><b/>",
-                             "<a></a></b><c/>", "<![CDATA[x", "<a>\xFF</a"})
+    for (const char* text : {"", " \n", "text", "text<a/>", "<a/>text", "<a/>text<b/>", "<a></b>",
+                             "<a b/>", "<a b=/>", "<a b='1' b='2'/>", "<a><b></a></b>",
+                             "<a/></a><b/>", "<a></a></b><c/>", "<![CDATA[x", "<!--", "<?xml"})
         EXPECT_FALSE(Parses(text)) << text;
     EXPECT_FALSE(Parses("<a/>\0<b/>"sv));
 }
@@ -111,7 +106,7 @@ TEST(XmlRead, EveryCutOfADocumentIsRefusedOrWhole)
     EXPECT_TRUE(Parses(XmlText::Decode(bytes.substr(0, bytes.size() - 1))));
 }
 
-TEST(XmlRead, DepthIsLimited)
+TEST(XmlRead, DepthAndAttributesAreLimited)
 {
     const auto nested = [](int depth) {
         std::string text;
@@ -121,10 +116,6 @@ TEST(XmlRead, DepthIsLimited)
     };
     EXPECT_TRUE(Parses(nested(90)));
     EXPECT_FALSE(Parses(nested(10'000)));
-}
-
-TEST(XmlRead, AttributesOfOneElementAreLimited)
-{
     const auto element = [](int count) {
         std::string text = "<a";
         for (int i = 0; i < count; ++i)
@@ -137,44 +128,4 @@ TEST(XmlRead, AttributesOfOneElementAreLimited)
     // Equal signs elsewhere don't count.
     EXPECT_TRUE(Parses("<a>" + std::string(5000, '=') + "<!--<" + std::string(5000, '=') +
                        "--><![CDATA[<" + std::string(5000, '=') + "]]></a>"));
-}
-
-TEST(XmlPrint, ADeepTreeNeedsNoDeepStack)
-{
-    XmlText::Document document;
-    tinyxml2::XMLNode* parent = &document;
-    constexpr int depth = 2000;
-    for (int i = 0; i < depth; ++i)
-        parent = &XmlText::AddElement(*parent, "n");
-    const std::string text = XmlText::Print(document);
-    EXPECT_TRUE(text.ends_with("\n</n>\n"));
-    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 2 * depth - 1);
-}
-
-TEST(XmlNumbers, WholeNumbersSayWhyTheyAreNone)
-{
-    using State = XmlText::IntAttribute::State;
-    XmlText::Document document;
-    ASSERT_TRUE(XmlText::Parse("<a i='-12' h='0x10' t='twelve' e='' big='2147483648' m='12abc'/>",
-                               document));
-    const auto& element = *document.FirstChildElement();
-    EXPECT_EQ(XmlText::ReadInt(element, "i").state, State::Good);
-    EXPECT_EQ(XmlText::ReadInt(element, "i").value, -12);
-    for (const char* name : {"h", "t", "e", "big", "m"})
-        EXPECT_EQ(XmlText::ReadInt(element, name).state, State::NoNumber) << name;
-    EXPECT_EQ(XmlText::ReadInt(element, "x").state, State::Missing);
-}
-
-TEST(XmlNumbers, PairsAreTwoNumbersAndNothingElse)
-{
-    const auto whole = XmlText::ParseIntPair("3,-4", ',');
-    ASSERT_TRUE(whole);
-    EXPECT_EQ(std::pair(whole->first, whole->second), std::pair(3, -4));
-    const auto real = XmlText::ParseFloatPair("0.5x-1e3", 'x');
-    ASSERT_TRUE(real);
-    EXPECT_EQ(std::pair(real->first, real->second), std::pair(0.5F, -1000.0F));
-    for (const char* text : {"", ",", "1", "1,", ",1", "1,2,3", "1;2", "99999999999,1", "1.5,2"})
-        EXPECT_FALSE(XmlText::ParseIntPair(text, ',')) << text;
-    for (const char* text : {"nan,1", "1,inf", "1e99,1", "1,2,3", ","})
-        EXPECT_FALSE(XmlText::ParseFloatPair(text, ',')) << text;
 }
