@@ -161,21 +161,6 @@ TEST_F(ArtNetStage, AServerOnAllInterfacesTakesOverAndGivesBack)
     EXPECT_EQ(Read(on1, 1), Page{});
 }
 
-TEST_F(ArtNetStage, TheIdentityReachesEveryServerAndSurvivesARestart)
-{
-    const ArtNetClient client("2.0.0.1", "", "test");
-    Zen::ArtNetService::Global()->SetNodeIdentity(1, 2, Bytes{3, 4, 5, 6, 7});
-    Zen::ArtNetService::Global()->RestartServers();
-    const auto poller = RigSocket(0, 0);
-    poller->Send(Desk0, ArtNetBytes::Poll());
-    const auto reply = poller->Next(2s);
-    ASSERT_TRUE(reply);
-    EXPECT_NE(client.GetLastReceiveTime(), 0) << "a poll is a sign of life";
-    const std::string bytes(reply->bytes.begin(), reply->bytes.end());
-    EXPECT_EQ(bytes.substr(18, 2), "\1\2");
-    EXPECT_EQ(bytes.substr(190, 4), "\3\4\5\6");
-}
-
 TEST_F(ArtNetStage, BroadcastIsHeardAgainWhenTheProgramThatWasInTheWayIsGone)
 {
     const auto rig = RigSocket();
