@@ -93,6 +93,8 @@ TEST_F(CanvasInWindow, KeysAndSwitchesReachTheCanvas)
     // In a field the keys edit its text.
     Type(zoom->lineEdit(), Qt::Key_A, Qt::ControlModifier);
     Type(zoom->lineEdit(), Qt::Key_Backspace);
+    Type(zoom->lineEdit(), Qt::Key_Minus);
+    EXPECT_EQ(zoom->lineEdit()->text(), "-"_q);
     EXPECT_EQ(PlacedFixtures(), 2);
     Type(list, Qt::Key_A, Qt::ControlModifier);
     Type(list, Qt::Key_Delete);
@@ -115,10 +117,8 @@ TEST_F(CanvasInWindow, TheArrangingActionsDoWhatTheySay)
     EXPECT_EQ(Item(0).rotation(), -90);
     Trigger("actionRotate_Right_90");
     EXPECT_EQ(Item(0).rotation(), 0);
-    const double whole = View().sceneRect().width();
     Trigger("actionCrop_Canvas");
     EXPECT_LT(CanvasWidth(), 100);
-    EXPECT_LT(View().sceneRect().width(), whole) << "the view follows";
     Trigger("actionUndo");
     EXPECT_EQ(CanvasWidth(), 100);
 
