@@ -127,20 +127,12 @@ class Frames(stage.Case):
             asker.sendto(bytes.fromhex("4172742d4e657400" "0020"), (target, 6454))
             answer, source = asker.recvfrom(2000)
             self.assertEqual((DESK, 6454), source)
-            self.check_answer(answer)
+            self.assertEqual("80000000" * 2, (answer[174:178] + answer[182:186]).hex(), "one port")
+            texts = [text.decode() for text in (answer[26:44], answer[44:108], answer[108:172])]
+            self.assertEqual(["Zentri PixelWeft", "Zentri PixelWeft", "#0001 [0001] Ready"],
+                             [text.rstrip("\0") for text in texts])
         self.assertEqual([], wire.packets(lambda p: p.kind == "reply" and p.destination not in (RIG, DESK)))
         self.assertEqual([], wire.packets(lambda p: p.kind == "dmx"), "an empty document sends nothing")
-
-    def check_answer(self, answer):
-        self.assertEqual(239, len(answer))
-        expected = bytearray(239)
-        expected[0:16] = b"Art-Net\0\x00\x21\x02\x00\x00\x01\x19\x36"
-        expected[20:26] = b"\x00\xff\x00\x00\x7f\xf0"  # the codes of a maker that has none
-        expected[26:42] = expected[44:60] = b"Zentri PixelWeft"
-        expected[108:126] = b"#0001 [0001] Ready"
-        expected[174] = expected[182] = 0x80
-        expected[200] = 2
-        self.assertEqual(expected.hex(), answer.hex())
 
 
 class Merging(stage.Case):

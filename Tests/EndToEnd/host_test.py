@@ -61,17 +61,6 @@ class HostBesideUs(stage.Case):
         time.sleep(1.5)
         self.assertEqual([], wire.packets(dmx(), taken))
 
-    def test_a_host_that_does_not_take_the_port_is_asked_again(self):
-        wire = self.watch()
-        program = self.start()
-        wire.wait_for(1, dmx(), 20, "ArtDmx while nobody else is there")
-        host = self.host("--no-rebind")
-        program.wait_for_log("Rebind socked did not succed, retrying", count=2)
-        self.assertGreater(host.lines().count("0x91 rebindDMXSocket"), 1)
-        gone = time.time()
-        host.end(stage.signal.SIGKILL)
-        wire.wait_for(1, dmx(), 20, "ArtDmx when it is gone", gone)
-
     def test_a_slow_host_that_loses_messages_is_served_in_the_end(self):
         host = self.host("--slow", 40, "--lose", 0.2, "--ask", 2, "--reorder", "--old", 1, "--node", "Lamp",
                          stage.RIG, "0", "--node", "Other", "2.0.0.11", "0")
