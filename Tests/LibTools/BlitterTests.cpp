@@ -76,7 +76,10 @@ TEST(Blitter, EveryFormatKeepsItsColours)
     blitter.ImageToBitmap(image, *bitmap);
     EXPECT_EQ(Pixels(*bitmap), Numbers({0xFF010203, 0xFFC86432}));
     QImage preview(3, 2, QImage::Format_RGB888); // QImage pads its rows of 9 bytes
-    Numbers colours;                             // of grey, two bytes a pixel, three bytes a pixel
+    blitter.BitmapToImage(*bitmap, preview);
+    EXPECT_EQ(preview.pixel(2, 0), qRgb(1, 2, 3));
+    EXPECT_EQ(preview.pixel(2, 1), qRgb(200, 100, 50));
+    Numbers colours; // of grey, two bytes a pixel, three bytes a pixel
     using Case = std::pair<std::uint32_t, std::vector<std::uint8_t>>;
     for (const auto& [format, bytes] :
          {Case{1, {77}}, {2, {0, 0x7C}}, {5, {0x1F, 0}}, {6, {0xE0, 3}}, {3, {1, 2, 3}}})
