@@ -46,29 +46,21 @@ protected:
 
 TEST_F(HostSettingsTest, WhatDiffersFromThePreferencesIsLookedUpAndFollowedOnce)
 {
-    struct Step
-    {
-        const char* interface; ///< what the host's preferences say by now
-        const char* address;
-        bool enabled; ///< what it reports, so often
-        const wchar_t* reported;
-        int times;
-        std::size_t followed; ///< how many reports were followed so far
-    };
+    // What the host's preferences say by now, what it reports so often, and how many of its reports
+    // were followed so far.
     for (const auto& [interface, address, enabled, reported, times, followed] :
-         std::initializer_list<Step>{
-             {"ArtNet", "2.0.0.5", true, L"2.0.0.5", 1, 0},
-             {"ArtNet", "ALL", true, L"ALL", 2, 1},
-             {"sACN", "ALL", false, L"ALL", 1, 2},
-             // A host that contradicts its own preferences, forty times a second.
-             {"sACN", "ALL", true, L"2.0.0.6", 100, 3},
-             {"sACN", "ALL", false, L"2.0.0.6", 1, 4}})
+         {std::tuple("ArtNet", "2.0.0.5", true, L"2.0.0.5", 1, 0U),
+          {"ArtNet", "ALL", true, L"ALL", 2, 1U},
+          {"sACN", "ALL", false, L"ALL", 1, 2U},
+          // A host that contradicts its own preferences, forty times a second.
+          {"sACN", "ALL", true, L"2.0.0.6", 100, 3U},
+          {"sACN", "ALL", false, L"2.0.0.6", 1, 4U}})
     {
         WritePreferences(interface, address);
         for (int repeated = 0; repeated < times; ++repeated)
             Receive(enabled, reported);
         EXPECT_EQ(changed.size(), followed) << reported;
-        EXPECT_EQ(static_cast<std::size_t>(log.Count("Initialize in Disabled state")), followed)
+        EXPECT_EQ(static_cast<unsigned>(log.Count("Initialize in Disabled state")), followed)
             << "the output is set up";
         EXPECT_EQ(used, (std::vector<int>{1, 2}));
     }

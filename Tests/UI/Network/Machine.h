@@ -32,7 +32,6 @@ protected:
         return {ip, Platform::ParseIPv4(ip).value_or(0), broadcast,
                 Platform::ParseIPv4(broadcast).value_or(0), up};
     }
-    /// Places an element that is sent to this node.
     QModelIndex Place(const std::wstring& node, int universe = 0)
     {
         const DMXMappingArtNet address(0, universe, 1, node, L"Node");

@@ -90,21 +90,15 @@ TEST_F(NetworkChoiceTest, AdaptersThatComeAndGoAreFollowed)
 
 TEST_F(NetworkChoiceTest, ADocumentNamesItsNetwork)
 {
-    struct Case
-    {
-        const char* old;
-        std::wstring document;
-        const char* chosen;
-        const char* notices;
-    };
-    for (const auto& [old, document, chosen, expected] : std::initializer_list<Case>{
-             {"2.0.0.1", L"2.0.0.1", "2.0.0.1", ""},
+    for (const auto& [old, document, chosen, expected] : {
+             std::tuple("2.0.0.1", L"2.0.0.1", "2.0.0.1", ""),
              {"", L"2.0.0.1", "2.0.0.1", "0.0.0.0 to the mapping file IP 2.0.0.1"},
              {"2.0.0.1", L"", "", "2.0.0.1 to the mapping file IP 0.0.0.0"},
              {"2.0.0.1", L"10.X.X.X", "10.X.X.X", "2.0.0.1 to the mapping file IP 10.X.X.X"},
              {"", L"9.9", "",
               "Mapping file has an invalid braodcast IP specified 9.9|"
-              "0.0.0.0 to the mapping file IP 0.0.0.0"}})
+              "0.0.0.0 to the mapping file IP 0.0.0.0"},
+         })
     {
         Choose(old);
         notices.clear();

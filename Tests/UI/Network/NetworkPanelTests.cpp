@@ -81,23 +81,16 @@ TEST_F(Panel, TheListShowsWhatIsThereAndWhatIsChosen)
     EXPECT_EQ(Entries(), "Disabled 10.0.0.1 2.0.0.1 2.X.X.X 7.X.X.X New... Edit..."_q);
     for (int row = 0; row < combo.count(); ++row)
         EXPECT_EQ(combo.itemData(row, Qt::ForegroundRole).isNull(), row < 2 || row > 4) << row;
-    struct Step
-    {
-        const char* pick;
-        const char* state; ///< a part of what the tool tip says
-        bool absent;
-        std::uint32_t broadcast;
-    };
-    for (const auto& [pick, state, absent, broadcast] :
-         std::initializer_list<Step>{{"2.X.X.X", "is 2.0.0.1: not connected", true, 0x02FFFFFF},
-                                     {"Disabled", "nothing is sent", false, 0}, // none is a choice
-                                     {"10.0.0.1", "is 10.0.0.1", false, 0x0AFFFFFF},
-                                     {"7.X.X.X", "No adapter has the network 7.X.X.X", true, 0}})
+    for (const auto& [pick, tip, absent, broadcast] :
+         {std::tuple("2.X.X.X", "is 2.0.0.1: not connected", true, 0x02FFFFFFU),
+          {"Disabled", "nothing is sent", false, 0U}, // none is a choice
+          {"10.0.0.1", "is 10.0.0.1", false, 0x0AFFFFFFU},
+          {"7.X.X.X", "No adapter has the network 7.X.X.X", true, 0U}})
     {
         Pick(pick);
         EXPECT_TRUE(TakeDirty());
         EXPECT_EQ(combo.currentText(), QLatin1String(pick));
-        EXPECT_TRUE(combo.toolTip().contains(QLatin1String(state))) << pick;
+        EXPECT_TRUE(combo.toolTip().contains(QLatin1String(tip))) << pick;
         EXPECT_EQ(combo.property("absent").toBool(), absent) << pick;
         EXPECT_EQ(Broadcast(), broadcast) << pick;
         EXPECT_EQ(Entries().contains("Edit..."_q), absent) << "only ranges are edited";
