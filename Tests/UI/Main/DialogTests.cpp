@@ -53,18 +53,12 @@ QLineEdit& Field(const QWidget& control, int place)
 
 TEST(AddressTest, TypingMovesOnWhereAFieldIsDone)
 {
-    struct Case
-    {
-        const char* before; ///< the range that is set; the first field has the focus
-        const char* keys;
-        const char* after;
-        int place;
-    };
     IPCtrlManualIPRange range;
     Show(range);
     EXPECT_EQ(range.width(), IPCtrl::MaximumWidth);
-    for (const auto& [before, keys, after, place] : std::initializer_list<Case>{
-             {"X.X.X.X", "192168019", "192.168.0.19", 4},
+    for (const auto& [before, keys, after, place] : {
+             // The first field has the focus at first.
+             std::tuple("X.X.X.X", "192168019", "192.168.0.19", 4),
              {"X.X.X.X", "19.256", "19.25.X.X", 2},    // 256 is no octet
              {"X.X.X.X", "19,7.255", "19.7.X.X", 4},   // 255 is open
              {"X.X.X.X", "1.2.3.100", "1.2.3.100", 4}, // the last has nowhere to go
@@ -153,19 +147,13 @@ TEST(MergingDialogTest, OverlappingRunsCanNotBeConfirmed)
     EXPECT_TRUE(dialog.isVisible());
     Click(dialog, "ToggleMergingUniversesButton");
     EXPECT_EQ(In<QLabel>(dialog, "mergerStatusLabel").text(), "Merger Off"_q);
-    struct Step
-    {
-        const char* box;
-        int value;
-        bool confirmable;
-    };
-    for (const auto& [box, value, confirmable] : std::initializer_list<Step>{
-             {"FromStartSubnet", 1, false}, // equal starts, even with the merger off
-             {"ToStartUniverse", 4, true},  // side by side
-             {"ConsecutiveUniverses", 5, false},
-             {"FromStartSubnet", 2, true}, // the result may lie below
-             {"ToStartSubnet", 2, false},
-             {"FromStartUniverse", 9, true}})
+    for (const auto& [box, value, confirmable] :
+         {std::tuple("FromStartSubnet", 1, false), // equal starts, even with the merger off
+          {"ToStartUniverse", 4, true},            // side by side
+          {"ConsecutiveUniverses", 5, false},
+          {"FromStartSubnet", 2, true}, // the result may lie below
+          {"ToStartSubnet", 2, false},
+          {"FromStartUniverse", 9, true}})
     {
         In(dialog, box).setValue(value);
         const auto& buttons = In<QDialogButtonBox>(dialog, "buttonBox");

@@ -28,7 +28,6 @@ std::optional<Channels> DmxOf(const Stage::Heard& heard, int universe)
     return Channels(bytes.begin() + head, bytes.end());
 }
 
-/// The same colour for each of some pixels.
 Channels Pixels(int count, std::uint8_t red, std::uint8_t green, std::uint8_t blue)
 {
     Channels channels;

@@ -56,18 +56,11 @@ protected:
 
 TEST_F(TestPattern, TheStepsFromPictureToPicture)
 {
-    struct Case
-    {
-        const char* directory;
-        const char* file;
-        int selection;     ///< at first
-        const char* steps; ///< + the next one, - the previous one
-        const char* shown; ///< at first and after each step
-        int at;            ///< the selection in the end
-    };
-    for (const auto& [directory, file, selection, steps, shown, at] : std::initializer_list<Case>{
+    // Folder, file and selection at first; steps to the next (+) and the previous one (-), what is
+    // shown at first and after each step, and the selection in the end.
+    for (const auto& [directory, file, selection, steps, shown, at] : {
              // Without pictures of the user the two built-in ones take turns.
-             {"empty", "gone.png", 0, "++-", "DBDB", 1},
+             std::tuple("empty", "gone.png", 0, "++-", "DBDB", 1),
              {"gone", "gone.png", 4, "", "D", 0},
              {"gone", "gone.png", 2, "", "D", 0},
              // The user's file is the third; back from the first leads to it where there is no
@@ -85,7 +78,8 @@ TEST_F(TestPattern, TheStepsFromPictureToPicture)
              {"pictures", "own.png", 1, "+++++", "BcrgbD", 0},
              {"pictures", "own.png", 0, "-", "Db", 6},
              {"none loads", "gone.png", 2, "", "D", 0},
-             {"none loads", "own.png", 3, "-", "DD", 0}})
+             {"none loads", "own.png", 3, "-", "DD", 0},
+         })
     {
         QSettings store(Path("store.ini"), QSettings::IniFormat);
         store.setValue("defaultImgDir"_q, Path(directory));
