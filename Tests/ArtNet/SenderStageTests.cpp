@@ -16,7 +16,6 @@ namespace {
 
 using Universes = std::vector<int>;
 
-/// A sender on a socket's buffer with room for so many packets.
 class Sender : public testing::Test
 {
 protected:

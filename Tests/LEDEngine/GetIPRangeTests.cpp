@@ -18,7 +18,6 @@ NetworkInterface Adapter(const std::string& ip, const std::string& broadcast, bo
             Platform::ParseIPv4(broadcast).value_or(0), up};
 }
 
-/// A machine whose adapters the test changes.
 class GetIPRangeTest : public testing::Test
 {
 protected:

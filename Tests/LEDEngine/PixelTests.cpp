@@ -29,7 +29,6 @@ VideoMapping Whole(float rotation = 0, bool horizontal = false, bool vertical = 
     return At(0.5F, 0.5F, 1, 1, rotation, horizontal, vertical);
 }
 
-/// The channels of one element on a picture.
 Bytes ChannelsOf(const DeviceLedItem& fixture, const std::vector<Rgb>& colours, Size picture,
                  const VideoMapping& mapping = Whole(), Size canvas = {})
 {

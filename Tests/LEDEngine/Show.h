@@ -60,7 +60,6 @@ Picture(int width, int height, const std::vector<Rgb>& colours, std::uint32_t fo
     return {portAddress / 16, portAddress % 16, channel, ipconf, L""};
 }
 
-/// Merging of `count` universes.
 [[nodiscard]] inline UniverseMerging Merge(std::uint32_t from, int count, std::uint32_t to)
 {
     return {true, from / 16, from % 16, count, to / 16, to % 16, MergerDMXSource::PixelWeft};

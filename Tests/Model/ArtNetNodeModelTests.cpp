@@ -34,7 +34,6 @@ ArtNetNodeRecord Node(const std::string& ip, const std::string& name,
 class ArtNetNodeModelTest : public testing::Test
 {
 protected:
-    /// An element that is sent there.
     void Place(const wchar_t* ip, int subnet, int universe, const wchar_t* description = L"Lamp")
     {
         const DMXMappingArtNet address(subnet, universe, 1, ip, L"");

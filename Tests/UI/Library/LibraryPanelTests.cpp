@@ -61,7 +61,6 @@ protected:
                                     QString::fromUtf8(product), -1,
                                     Qt::MatchExactly | Qt::MatchRecursive);
     }
-    /// Chooses the fixture of this product and presses the button.
     void Delete(const char* product) const
     {
         ASSERT_EQ(RowsOf(product).size(), 1);
