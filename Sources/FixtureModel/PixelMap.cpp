@@ -32,7 +32,7 @@ const TypeRow* RowOf(PixelMapType type)
     return index < Types.size() ? &Types[index] : nullptr;
 }
 
-std::int64_t LastChannel(std::int32_t cell, std::int32_t channelsPerPixel)
+std::int64_t LastChannelOf(std::int32_t cell, std::int32_t channelsPerPixel)
 {
     return std::int64_t{cell} + channelsPerPixel - 1;
 }
@@ -156,7 +156,7 @@ std::int32_t PixelMap::GetHighestStartChannel() const
 std::int32_t PixelMap::GetHighestChannel() const
 {
     const std::int32_t start = GetHighestStartChannel();
-    return start < 1 ? 0 : Narrowed(LastChannel(start, GetChannelsPerPixel()));
+    return start < 1 ? 0 : Narrowed(LastChannelOf(start, GetChannelsPerPixel()));
 }
 
 std::bitset<513> PixelMap::GetCoveredChannels() const
@@ -166,7 +166,7 @@ std::bitset<513> PixelMap::GetCoveredChannels() const
     for (const std::int32_t cell : channels) {
         if (cell == 0)
             continue;
-        for (std::int64_t channel = cell; channel <= LastChannel(cell, n); ++channel) {
+        for (std::int64_t channel = cell; channel <= LastChannelOf(cell, n); ++channel) {
             if (channel >= 1 && channel < static_cast<std::int64_t>(covered.size()))
                 covered.set(static_cast<std::size_t>(channel));
         }
@@ -178,7 +178,7 @@ std::int32_t PixelMap::GetPixelForChannel(std::int32_t channel) const
 {
     const std::int32_t n = GetChannelsPerPixel();
     const auto covers = [&](std::int32_t cell) {
-        return cell != 0 && cell <= channel && channel <= LastChannel(cell, n);
+        return cell != 0 && cell <= channel && channel <= LastChannelOf(cell, n);
     };
     const auto found = std::ranges::find_if(channels, covers);
     return found == channels.end() ? -1 : static_cast<std::int32_t>(found - channels.begin());
@@ -193,7 +193,7 @@ std::vector<std::int32_t> PixelMap::GetPixelsOverlapping(std::int32_t startChann
         const std::int32_t cell = channels[i];
         if (cell == 0)
             continue;
-        const std::int64_t last = LastChannel(cell, n);
+        const std::int64_t last = LastChannelOf(cell, n);
         const bool startsInside = cell <= startChannel && startChannel <= last;
         const bool endsInside = cell <= end - 1 && end - 1 <= last && end > cell;
         if (startsInside || endsInside)
@@ -207,7 +207,7 @@ std::vector<std::int32_t> PixelMap::GetPixelsBeyondChannel(std::int32_t channel)
     const std::int32_t n = GetChannelsPerPixel();
     std::vector<std::int32_t> indices;
     for (std::size_t i = 0; i < channels.size(); ++i) {
-        if (LastChannel(channels[i], n) > channel)
+        if (LastChannelOf(channels[i], n) > channel)
             indices.push_back(static_cast<std::int32_t>(i));
     }
     return indices;

@@ -59,7 +59,7 @@ TEST_F(ArtNetStage, AFloodStarvesNeitherTheOutputNorTheLog)
 // ---- Destinations that do not answer -----------------------------------------------------------
 
 constexpr std::int64_t Millisecond = 1'000'000;
-constexpr int Universes = 8;
+constexpr int UniversesSent = 8;
 constexpr std::uint32_t FirstAbsent = 0x02000101;
 
 /// What the channels say about themselves: the frame they belong to, and when it began.
@@ -111,7 +111,7 @@ TEST_F(ArtNetStage, SilentHostsTakeNothingFromTheLivingAndGetTheNewestFramesWhen
             Bytes channels(512, 0);
             std::memcpy(channels.data(), &stamp, sizeof stamp);
             for (const std::string& host : hosts) {
-                for (int universe = 0; universe < Universes; ++universe)
+                for (int universe = 0; universe < UniversesSent; ++universe)
                     client.SendDmx(host, universe, channels);
             }
             std::this_thread::sleep_until(begin + 12ms);
@@ -130,7 +130,7 @@ TEST_F(ArtNetStage, SilentHostsTakeNothingFromTheLivingAndGetTheNewestFramesWhen
     // The first frame counts too: what is meant for a host that was just looked for waits for the
     // answer.
     for (const std::int64_t frame : onTime) {
-        EXPECT_EQ(std::ssize(heard[frame]), Universes * living) << frame;
+        EXPECT_EQ(std::ssize(heard[frame]), UniversesSent * living) << frame;
         for (const Heard& packet : heard[frame])
             EXPECT_LE(packet.arrived - StampOf(packet).begun, 35 * Millisecond) << frame;
     }

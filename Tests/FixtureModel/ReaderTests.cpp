@@ -246,8 +246,8 @@ TEST(Readers, Merging)
           {"ToStartUniverse=", "5", "15", "16", "0"}})
     {
         const std::string sound = name + "'" + value + "'";
-        const auto with = [&](const std::string& text) {
-            return name + "'" + text + "'";
+        const auto with = [&attribute = name](const std::string& text) {
+            return attribute + "'" + text + "'";
         };
         odd.push_back({sound, with(most), with(most)});
         for (const std::string& outside : {beyond, std::string("-1"), std::string("0")})

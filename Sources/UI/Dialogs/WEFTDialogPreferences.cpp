@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int ZoomFollowsSelection = 1;
-constexpr int Spacing = 4;
+constexpr int FieldSpacing = 4;
 
 template <typename Button>
 Button* AddButton(const QString& name, const QString& text, QLayout& layout)
@@ -32,7 +32,7 @@ QLayout* AddGroup(const QString& name, const QString& title, QLayout& dialog)
     auto* group = new QGroupBox(title);
     group->setObjectName(name);
     auto* layout = new QVBoxLayout(group);
-    layout->setSpacing(Spacing);
+    layout->setSpacing(FieldSpacing);
     layout->setContentsMargins(8, 2, 8, 6);
     dialog.addWidget(group);
     return layout;
@@ -53,7 +53,7 @@ WEFTDialogPreferences::WEFTDialogPreferences(QWidget* parent)
     heading->setFont(bold);
 
     auto* layout = new QVBoxLayout(this);
-    layout->setSpacing(Spacing);
+    layout->setSpacing(FieldSpacing);
     layout->addWidget(heading);
     AddInterfaceGroup(*layout);
     AddFixturesGroup(*layout);
