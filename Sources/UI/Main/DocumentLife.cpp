@@ -14,12 +14,12 @@
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
+#include "Model/UnsavedWork.h"
 #include "Settings/FixtureLibraryPath.h"
 #include "Settings/SettingsBlock.h"
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Dialogs/OperatorNotices.h"
 #include "UI/Editor/WeftMapEditorScene.h"
-#include "UI/Main/UnsavedWork.h"
 #include "UI/Network/NetworkChoice.h"
 
 namespace {

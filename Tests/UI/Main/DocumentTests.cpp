@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "Model/UnsavedWork.h"
 #include "UI/Main/Desk.h"
-#include "UI/Main/UnsavedWork.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "UI/Main/UnsavedWork.h"
+#include "Model/UnsavedWork.h"
 
 #include <exception>
 #include <memory>

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+// The copy of unsaved work is written by a thread beside the one that goes on changing the
+// document.
+#include "Model/UnsavedWork.h"
+
+#include "Model/ArtNetNodeModel.h"
+#include "Model/DeviceManager.h"
+#include "Support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QtTest>
+
+namespace {
+
+class UnsavedWorkTest : public ::testing::Test
+{
+protected:
+    UnsavedWorkTest()
+    {
+        manager.Initialize();
+        manager.GetDeviceModel()->AddFixture(std::make_unique<DeviceLedItem>(
+            L"Maker", L"Bar", PixelMap(8, 8, PixelMapType::RGB), 1, 192));
+        MappedObjectParams record;
+        record.fixtureID = 1;
+        manager.AddMappedObjects({500U, record});
+        work->Watch(path);
+    }
+
+    Support::TemporaryFolder folder;
+    QString path = QString::fromStdString(folder.Path() / "show.wfm");
+    QString copy = UnsavedWork::FileFor(path);
+    ArtNetNodeModel nodes;
+    DeviceManager manager{QString()};
+    std::unique_ptr<UnsavedWork> work = std::make_unique<UnsavedWork>(manager, nodes);
+};
+
+TEST_F(UnsavedWorkTest, EachCopyIsOneStateOfADocumentThatGoesOnChanging)
+{
+    int width = 100;
+    const auto copyComes = [&] {
+        manager.ResizeCanvas(++width, 100, false);
+        return QFile::exists(copy);
+    };
+    for (int time = 0; time < 2; ++time) {
+        ASSERT_TRUE(QTest::qWaitFor(copyComes, 5 * UnsavedWork::WriteMilliseconds));
+        DeviceManager kept{QString()};
+        kept.Initialize();
+        EXPECT_TRUE(kept.LoadMapping(copy, nodes));
+        EXPECT_TRUE(QFile::remove(copy));
+    }
+    // The last change waits: an end writes it, and a save that comes before leaves no copy.
+    work.reset();
+    EXPECT_TRUE(UnsavedWork::IsLeftOver(path));
+    work = std::make_unique<UnsavedWork>(manager, nodes);
+    work->Watch(path);
+    manager.SetDocumentDirty(false);
+    work.reset();
+    EXPECT_FALSE(QFile::exists(copy));
+}
+
+} // namespace
