@@ -9,7 +9,7 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 # ccache speeds up the second build of anything; with precompiled headers it needs these options.
 find_program(PIXELWEFT_CCACHE ccache)
-if(PIXELWEFT_CCACHE AND NOT PIXELWEFT_FUZZERS)
+if(PIXELWEFT_CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
         ${PIXELWEFT_CCACHE})
