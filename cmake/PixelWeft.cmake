@@ -24,6 +24,9 @@ target_compile_options(PixelWeftOptions INTERFACE
     -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(PixelWeftOptions INTERFACE -fpch-preprocess)
+    if(CMAKE_UNITY_BUILD) # It takes the unnamed namespace of an included source for that of a header.
+        target_compile_options(PixelWeftOptions INTERFACE -Wno-subobject-linkage)
+    endif()
 endif()
 # Boost 1.74 with C++20: Asio's own coroutine header needs <utility>, and we use none of it.
 target_compile_definitions(PixelWeftOptions INTERFACE BOOST_ASIO_DISABLE_CO_AWAIT)
