@@ -165,15 +165,10 @@ const ZenBitmap* LEDEngine::FindElementBitmap(const MappedLedItem& item)
 {
     const QMutexLocker lock(&deviceManager.GetMutex());
     const MappedDeviceModel& model = *deviceManager.GetMappedDeviceModel();
-    const int rows = model.rowCount();
-    if (elementBitmaps_.size() != static_cast<std::size_t>(rows))
+    const int row = model.GetIndexOfUniqueID(item.uniqueID).row();
+    if (row < 0 || elementBitmaps_.size() != static_cast<std::size_t>(model.rowCount()))
         return nullptr;
-    for (int row = 0; row < rows; ++row) {
-        const MappedLedItem* element = model.GetElement(row);
-        if (element && element->description == item.description)
-            return elementBitmaps_[static_cast<std::size_t>(row)].get();
-    }
-    return nullptr;
+    return elementBitmaps_[static_cast<std::size_t>(row)].get();
 }
 
 void LEDEngine::InitializeOutput(const std::wstring& interface, const std::wstring& broadcast,

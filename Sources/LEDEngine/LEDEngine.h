@@ -47,8 +47,9 @@ public:
     /// Converts all elements and sends one frame. 0, or -1 when not everything was sent.
     int SendFrame();
 
-    /// The pixels of the first element with the name of `item`; null when there is none or the
-    /// buffers don't match the document. Valid until the buffers are released.
+    /// The pixels of this element of the document, as they were sampled last; null when it is gone
+    /// or the buffers don't match the document. Valid until the buffers are released. The name
+    /// doesn't count: two elements may have the same one.
     [[nodiscard]] const ZenBitmap* FindElementBitmap(const MappedLedItem& item);
 
     void InitializeOutput(const std::wstring& interface, const std::wstring& broadcast,

@@ -7,6 +7,8 @@
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
+#include "UI/Inspector/DocumentKeys.h"
+
 namespace {
 
 QString MixedText()
@@ -31,7 +33,8 @@ template <class Box>
 void SharedBox<Box>::Show(const Shared<Value>& value)
 {
     const bool same = value.mixed == mixed_ && (mixed_ || value.value == shown_);
-    if (edited_ && same)
+    // A mixed box with the focus is empty, or says that it was stepped.
+    if (same && (edited_ || (mixed_ && this->hasFocus())))
         return;
     mixed_ = value.mixed;
     shown_ = value.value;
@@ -45,23 +48,25 @@ void SharedBox<Box>::Forget()
         PutBack();
 }
 
-/// Shows what the elements have, whatever the box shows now.
 template <class Box>
 void SharedBox<Box>::PutBack()
 {
     const QSignalBlocker blocker(this);
     edited_ = false;
-    this->setSpecialValueText(mixed_ ? MixedText() : QString());
-    Box::setSingleStep(mixed_ ? Value(0) : step_);
+    const QString before = this->lineEdit()->text();
+    if (mixed_ == this->specialValueText().isEmpty()) {
+        this->setSpecialValueText(mixed_ ? MixedText() : QString());
+        Box::setSingleStep(mixed_ ? Value(0) : step_);
+    }
     this->setValue(mixed_ ? this->minimum() : shown_);
-    if (this->hasFocus())
+    if (this->hasFocus() && this->lineEdit()->text() != before)
         this->selectAll();
 }
 
 template <class Box>
-void SharedBox<Box>::SetStep(double step)
+void SharedBox<Box>::SetStep(Value step)
 {
-    step_ = static_cast<Value>(step);
+    step_ = step;
     Box::setSingleStep(mixed_ ? Value(0) : step_);
 }
 
@@ -86,15 +91,21 @@ void SharedBox<Box>::stepBy(int steps)
 {
     Commit();
     if (mixed_) {
+        PutBack();
         TellStepped(steps);
-        this->selectAll();
         return;
     }
-    const QSignalBlocker blocker(this);
     const Value before = this->value();
-    Box::stepBy(steps);
-    if (const Value after = this->value(); after != before)
-        TellTyped(after);
+    Value wanted = before;
+    {
+        const QSignalBlocker blocker(this);
+        Box::stepBy(steps);
+        wanted = this->value();
+    }
+    // The model may refuse the step; if not, it brings the new value.
+    PutBack();
+    if (wanted != before)
+        TellTyped(wanted);
 }
 
 template <class Box>
@@ -109,15 +120,17 @@ QAbstractSpinBox::StepEnabled SharedBox<Box>::stepEnabled() const
 template <class Box>
 bool SharedBox<Box>::event(QEvent* event)
 {
-    // Undo and redo are the document's while nothing is typed here.
-    if (event->type() == QEvent::ShortcutOverride && !edited_) {
-        auto* key = static_cast<QKeyEvent*>(event);
-        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
-            event->ignore();
-            return false;
-        }
+    if (event->type() != QEvent::ShortcutOverride)
+        return Box::event(event);
+    auto& key = static_cast<QKeyEvent&>(*event);
+    if (!edited_ && DocumentKeys::IsUndoOrRedo(key)) {
+        event->ignore();
+        return false;
     }
-    return Box::event(event);
+    const bool handled = Box::event(event);
+    if (!event->isAccepted() && DocumentKeys::IsCommand(key))
+        Commit();
+    return handled;
 }
 
 template <class Box>
@@ -176,3 +189,11 @@ SharedSpinBox::SharedSpinBox(QWidget* parent)
 SharedDoubleSpinBox::SharedDoubleSpinBox(QWidget* parent)
     : SharedBox(parent)
 {}
+
+void SharedDoubleSpinBox::SetPrecision(int decimals, double step)
+{
+    const QSignalBlocker blocker(this);
+    SetStep(step);
+    setDecimals(decimals);
+    PutBack();
+}

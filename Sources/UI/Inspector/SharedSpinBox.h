@@ -27,7 +27,7 @@ public:
     void Forget();
 
     /// The step of the arrows for a common value. A mixed box tells its steps by stepped().
-    void SetStep(double step);
+    void SetStep(Value step);
     [[nodiscard]] bool IsMixed() const { return mixed_; }
 
     void stepBy(int steps) override;
@@ -44,10 +44,11 @@ protected:
 
     virtual void TellTyped(Value value) = 0;
     virtual void TellStepped(int steps) = 0;
+    /// Shows what the elements have, whatever the box shows now.
+    void PutBack();
 
 private:
     void Commit();
-    void PutBack();
 
     Value step_ = 1;
     Value shown_ = 0; ///< what the elements have, when it is common
@@ -83,6 +84,9 @@ class SharedDoubleSpinBox final : public SharedBox<QDoubleSpinBox>
 
 public:
     explicit SharedDoubleSpinBox(QWidget* parent = nullptr);
+
+    /// Shows the same value with so many decimals, and steps by this.
+    void SetPrecision(int decimals, double step);
 
 signals:
     void typed(double value);

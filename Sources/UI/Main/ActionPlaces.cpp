@@ -37,9 +37,11 @@ constexpr std::array editEntries = {Separator,
                                     Separator,
                                     "menuAlign",
                                     "menuRotate_2",
-                                    Separator};
+                                    Separator,
+                                    "actionEdit_Properties",
+                                    "actionEdit_Description"};
 constexpr std::array canvasEntries = {"actionCrop_Canvas", "actionCanvas_Size",
-                                      "actionDisplay_Pixel_Grid", Separator};
+                                      "actionDisplay_Pixel_Grid", Separator, "actionInspector"};
 constexpr std::array helpEntries = {"actionAbout"};
 
 constexpr std::array menuBar = {

@@ -75,6 +75,7 @@ void DisplayControls::TakeSettings()
     grid_->setChecked(settings_.showGrid);
     display_.snapToGrid = settings_.snapToGrid;
     snap_->setChecked(settings_.snapToGrid);
+    emit snapChanged();
 }
 
 // ---- Grid and snapping -------------------------------------------------------------------------
@@ -94,6 +95,7 @@ void DisplayControls::SnapToGrid(bool on)
     settings_.Save();
     display_.snapToGrid = on;
     snap_->setChecked(on);
+    emit snapChanged();
 }
 
 void DisplayControls::ActionDisplayPixelGrid()

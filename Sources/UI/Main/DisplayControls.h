@@ -39,6 +39,8 @@ signals:
     void zoomChanged();
     /// The canvas has to be drawn with or without its grid.
     void gridChanged();
+    /// Elements snap to whole pixels now, or no longer.
+    void snapChanged();
 
 private:
     void AddActions();

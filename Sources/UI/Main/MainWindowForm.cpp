@@ -9,7 +9,6 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
-#include <QScrollArea>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -17,6 +16,7 @@
 #include "UI/Main/ActionPlaces.h"
 #include "UI/Widgets/ActionSet.h"
 #include "UI/Widgets/DeskLook.h"
+#include "UI/Widgets/FormScrollArea.h"
 
 MainWindowForm::MainWindowForm(QMainWindow& window)
     : window_(window)
@@ -53,12 +53,10 @@ void MainWindowForm::SetUpCentre()
     objectInspectorPannel->setObjectName(QStringLiteral("objectInspectorPannel"));
     auto* column = new QVBoxLayout(objectInspectorPannel);
     column->setContentsMargins(0, 0, 0, 0);
-    auto* scrollArea = new QScrollArea(objectInspectorPannel);
-    scrollArea->setObjectName(QStringLiteral("inspectorScrollArea"));
-    scrollArea->setWidgetResizable(true);
-    column->addWidget(scrollArea);
+    inspectorScrollArea = new FormScrollArea(objectInspectorPannel);
+    inspectorScrollArea->setObjectName(QStringLiteral("inspectorScrollArea"));
+    column->addWidget(inspectorScrollArea);
     row->addWidget(objectInspectorPannel);
-    objectInspectorPannel->hide();
     window_.setCentralWidget(centralwidget);
 }
 

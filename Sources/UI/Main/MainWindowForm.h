@@ -3,6 +3,7 @@
 
 #include <span>
 
+class FormScrollArea;
 class QMainWindow;
 class QMenu;
 class QToolBar;
@@ -36,7 +37,8 @@ public:
 
     QWidget* centralwidget = nullptr;
     WeftMapEditorView* mappingEditorView = nullptr;
-    QWidget* objectInspectorPannel = nullptr; ///< empty and hidden until the inspector fills it
+    QWidget* objectInspectorPannel = nullptr;
+    FormScrollArea* inspectorScrollArea = nullptr; ///< in that panel, for the inspector's form
     QToolBar* toolBar = nullptr;
 
 private:

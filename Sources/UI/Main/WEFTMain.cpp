@@ -29,10 +29,12 @@
 #include "UI/Editor/WeftMapEditorScene.h"
 #include "UI/Editor/WeftMapEditorView.h"
 #include "UI/Editor/WeftMappedObjectTreeView.h"
+#include "UI/Inspector/InspectorPanel.h"
 #include "UI/Library/LibraryPanel.h"
 #include "UI/Main/DisplayControls.h"
 #include "UI/Main/DocumentLife.h"
 #include "UI/Main/ElementList.h"
+#include "UI/Main/InspectorInWindow.h"
 #include "UI/Main/MainWindowForm.h"
 #include "UI/Main/SelectionModeButton.h"
 #include "UI/Main/Startup.h"
@@ -168,6 +170,9 @@ void WEFTMain::BuildDocument()
     editorActions_ = std::make_unique<EditorActionSet>(
         EditorActionSet::Parts{*editor_, *scene_, undoStack_, *this});
     displayControls_ = std::make_unique<DisplayControls>(display_, settings_, *this);
+    inspector_ = std::make_unique<InspectorInWindow>(
+        InspectorInWindow::Parts{*deviceManager_, *engine_, undoStack_, *scene_, *editor_, display_,
+                                 *displayControls_, *form_, *this});
 }
 
 void WEFTMain::BuildToolBar()
@@ -287,6 +292,7 @@ void WEFTMain::LoadWindowSettings()
     testPattern_->ReadSettings(*store);
     display_.Read(*store);
     displayControls_->TakeSettings();
+    inspector_->Panel().Read(*store);
     editor_->SetZoomStyle(settings_.zoomStyle);
     form_->mappingEditorView->UpdateMatrix();
     testPattern_->Update();
@@ -302,6 +308,7 @@ void WEFTMain::SaveWindowSettings()
     store->setValue(QStringLiteral("lastInnerSize"), form_->centralwidget->width());
     testPattern_->WriteSettings(*store);
     display_.Write(*store);
+    inspector_->Panel().Write(*store);
     store->sync();
 }
 

@@ -22,6 +22,7 @@ class EditorController;
 class ElementList;
 class ExternalServerPreferences;
 class HostSettings;
+class InspectorInWindow;
 class LEDEngine;
 class LEDTestPatternControl;
 class LibraryPanel;
@@ -118,6 +119,7 @@ private:
     std::unique_ptr<EditorController> editor_;
     std::unique_ptr<EditorActionSet> editorActions_;
     std::unique_ptr<DisplayControls> displayControls_;
+    std::unique_ptr<InspectorInWindow> inspector_;
     std::unique_ptr<DocumentLife> document_;
     std::unique_ptr<ServicesInUse> services_;
     std::unique_ptr<UnsavedWork> unsavedWork_;

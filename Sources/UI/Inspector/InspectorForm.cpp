@@ -1,0 +1,257 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Inspector/InspectorForm.h"
+
+#include <algorithm>
+
+#include <QCheckBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "UI/Inspector/SharedLineEdit.h"
+#include "UI/Inspector/SharedSpinBox.h"
+#include "UI/Widgets/SteadyComboBox.h"
+
+namespace {
+
+constexpr int LongestSide = 65535;
+constexpr int FullTurn = 360;
+constexpr int PreviewHeight = 88;
+
+/// The text without its mnemonic and colon, for people who don't see the label.
+QString Spoken(QString label)
+{
+    return label.remove(QLatin1Char('&')).remove(QLatin1Char(':'));
+}
+
+/// A widget with its name, and the label that leads to it.
+template <class Widget>
+Widget* Named(const char* objectName, const QString& label, QLabel*& buddy)
+{
+    auto* widget = new Widget;
+    widget->setObjectName(QLatin1String(objectName));
+    widget->setAccessibleName(Spoken(label));
+    buddy = new QLabel(label);
+    buddy->setBuddy(widget);
+    return widget;
+}
+
+template <class Widget>
+Widget* AddRow(QFormLayout& rows, const char* objectName, const QString& label)
+{
+    QLabel* buddy = nullptr;
+    auto* widget = Named<Widget>(objectName, label, buddy);
+    rows.addRow(buddy, widget);
+    return widget;
+}
+
+/// Two fields stand beside each other; `place` counts from the left top one.
+template <class Box>
+Box* AddBox(QGridLayout& grid, int place, const char* objectName, const QString& label, int least,
+            int greatest)
+{
+    constexpr int inRow = 2;
+    QLabel* buddy = nullptr;
+    auto* box = Named<Box>(objectName, label, buddy);
+    box->setRange(least, greatest);
+    const int column = place % inRow * 2;
+    grid.addWidget(buddy, place / inRow, column);
+    grid.addWidget(box, place / inRow, column + 1);
+    return box;
+}
+
+QWidget* NamedPage(const char* objectName)
+{
+    auto* page = new QWidget;
+    page->setObjectName(QLatin1String(objectName));
+    return page;
+}
+
+QFormLayout* RowsIn(QWidget& page)
+{
+    auto* rows = new QFormLayout(&page);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setRowWrapPolicy(QFormLayout::DontWrapRows);
+    rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    return rows;
+}
+
+} // namespace
+
+// ---- Pages -------------------------------------------------------------------------------------
+
+PageStack::PageStack(const char* objectName)
+{
+    setObjectName(QLatin1String(objectName));
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+void PageStack::ShowPage(int page)
+{
+    if (page == currentIndex())
+        return;
+    setCurrentIndex(page);
+    updateGeometry();
+}
+
+QSize PageStack::sizeHint() const
+{
+    return {QStackedWidget::sizeHint().width(), currentWidget()->sizeHint().height()};
+}
+
+QSize PageStack::minimumSizeHint() const
+{
+    return {QStackedWidget::minimumSizeHint().width(), currentWidget()->minimumSizeHint().height()};
+}
+
+bool PageStack::hasHeightForWidth() const
+{
+    return currentWidget()->hasHeightForWidth();
+}
+
+int PageStack::heightForWidth(int width) const
+{
+    return currentWidget()->heightForWidth(width);
+}
+
+// ---- The form ----------------------------------------------------------------------------------
+
+InspectorForm::InspectorForm(QWidget* parent)
+    : QWidget(parent)
+{
+    setObjectName(QStringLiteral("inspectorForm"));
+    deviceProperties = new PageStack("deviceProperties");
+    auto* nothing = NamedPage("empty_page");
+    auto* hint = new QLabel(tr("Nothing is selected."));
+    hint->setObjectName(QStringLiteral("labelNothingSelected"));
+    (new QVBoxLayout(nothing))->addWidget(hint, 0, Qt::AlignTop | Qt::AlignHCenter);
+    deviceProperties->addWidget(nothing);
+    deviceProperties->addWidget(MakeDevicePage());
+    mappinProperties = new PageStack("mappinProperties");
+    mappinProperties->addWidget(NamedPage("empty_mapping_page"));
+    mappinProperties->addWidget(MakeMappingPage());
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(deviceProperties);
+    column->addWidget(mappinProperties);
+    column->addStretch();
+}
+
+QWidget* InspectorForm::MakeDevicePage()
+{
+    auto* page = NamedPage("device_page");
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* rows = RowsIn(*new QWidget);
+    labelFixture = new QLabel;
+    labelFixture->setObjectName(QStringLiteral("labelFixture"));
+    labelFixture->setWordWrap(true);
+    // A long name is no reason for a wide panel.
+    labelFixture->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    labelFixture->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    rows->addRow(new QLabel(tr("Fixture:")), labelFixture);
+    editDescription = AddRow<SharedLineEdit>(*rows, "editDescription", tr("&Description:"));
+    editDescription->setMinimumWidth(1);
+    column->addWidget(rows->parentWidget());
+    QLabel* buddy = nullptr;
+    comboDmxMappingOutput =
+        Named<SteadyComboBox>("comboDmxMappingOutput", tr("DMX Mapping &Output:"), buddy);
+    column->addWidget(buddy);
+    column->addWidget(comboDmxMappingOutput);
+    column->addWidget(MakeAddressGroup());
+    return page;
+}
+
+QWidget* InspectorForm::MakeAddressGroup()
+{
+    auto* group = new QGroupBox(tr("DMX Mapping Properties"));
+    group->setObjectName(QStringLiteral("groupDmxMappingProperties"));
+    auto* column = new QVBoxLayout(group);
+    MappedFixtureProperties = new PageStack("MappedFixtureProperties");
+    MappedFixtureProperties->addWidget(NamedPage("EcuePatchProperties"));
+    auto* none = NamedPage("NoMappedProperties");
+    auto* text = new QLabel(tr("Not all of it has an Art-Net address."));
+    text->setWordWrap(true);
+    auto* noneColumn = new QVBoxLayout(none);
+    noneColumn->setContentsMargins(0, 0, 0, 0);
+    noneColumn->addWidget(text);
+    MappedFixtureProperties->addWidget(none);
+    column->addWidget(MappedFixtureProperties);
+    return group;
+}
+
+QWidget* InspectorForm::MakeMappingPage()
+{
+    auto* page = NamedPage("mapping_page");
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(0, 0, 0, 0);
+    auto* grid = new QGridLayout;
+    AddGeometry(*grid);
+    column->addLayout(grid);
+    auto* flips = RowsIn(*new QWidget);
+    AddFlips(*flips);
+    column->addWidget(flips->parentWidget());
+    column->addWidget(new QLabel(tr("Preview")));
+    labelPreview = new QLabel;
+    labelPreview->setObjectName(QStringLiteral("labelPreview"));
+    labelPreview->setAccessibleName(tr("Preview"));
+    labelPreview->setFixedHeight(PreviewHeight);
+    labelPreview->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    column->addWidget(labelPreview);
+    return page;
+}
+
+void InspectorForm::AddGeometry(QGridLayout& grid)
+{
+    constexpr int leastPlace = -1000;
+    spinBoxX =
+        AddBox<SharedDoubleSpinBox>(grid, 0, "spinBoxX", tr("&Left:"), leastPlace, LongestSide);
+    spinBoxY =
+        AddBox<SharedDoubleSpinBox>(grid, 1, "spinBoxY", tr("&Top:"), leastPlace, LongestSide);
+    spinBoxWidth = AddBox<SharedSpinBox>(grid, 2, "spinBoxWidth", tr("&Width:"), 0, LongestSide);
+    spinBoxHeight = AddBox<SharedSpinBox>(grid, 3, "spinBoxHeight", tr("&Height:"), 0, LongestSide);
+    spinBoxRotation = AddBox<SharedDoubleSpinBox>(grid, 4, "spinBoxRotation", tr("&Rotation:"),
+                                                  -FullTurn, FullTurn);
+    spinBoxRotation->setDecimals(0);
+    for (QWidget* box : {static_cast<QWidget*>(spinBoxX), static_cast<QWidget*>(spinBoxY),
+                         static_cast<QWidget*>(spinBoxWidth), static_cast<QWidget*>(spinBoxHeight),
+                         static_cast<QWidget*>(spinBoxRotation)})
+    {
+        const int digits = box->fontMetrics().horizontalAdvance(QStringLiteral("-1000.00"));
+        constexpr int arrows = 34;
+        box->setMinimumWidth(digits + arrows);
+        box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    }
+    grid.setColumnStretch(1, 1);
+    grid.setColumnStretch(3, 1);
+}
+
+void InspectorForm::AddFlips(QFormLayout& rows)
+{
+    checkBoxHFlip = AddRow<QCheckBox>(rows, "checkBoxHFlip", tr("Hori&zontal Flip:"));
+    checkBoxVFlip = AddRow<QCheckBox>(rows, "checkBoxVFlip", tr("&Vertical Flip:"));
+}
+
+void InspectorForm::PlaceAddressPage(QWidget& page)
+{
+    MappedFixtureProperties->insertWidget(ArtNetPage, &page);
+    QWidget* before = comboDmxMappingOutput;
+    for (auto* field : page.findChildren<QWidget*>()) {
+        if ((field->focusPolicy() & Qt::TabFocus) == 0 || field->focusProxy())
+            continue;
+        setTabOrder(before, field);
+        before = field;
+    }
+    setTabOrder(before, spinBoxX);
+}
+
+void InspectorForm::ForgetTyping()
+{
+    for (auto* field : findChildren<SharedLineEdit*>())
+        field->Forget();
+    for (auto* box : findChildren<SharedSpinBox*>())
+        box->Forget();
+    for (auto* box : findChildren<SharedDoubleSpinBox*>())
+        box->Forget();
+}

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Inspector/MultipleItems.h"
+
+#include <QBrush>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QStandardItemModel>
+
+QString MultipleItemsText()
+{
+    return QCoreApplication::translate("Inspector", "(multiple items selected)");
+}
+
+QString SharedText(const Shared<std::wstring>& text)
+{
+    return text.mixed ? MultipleItemsText() : QString::fromStdWString(text.value);
+}
+
+void ShowMultipleItemsRow(QComboBox& list)
+{
+    list.insertItem(0, MultipleItemsText());
+    list.setItemData(0, QBrush(Qt::lightGray, Qt::SolidPattern), Qt::BackgroundRole);
+    if (auto* rows = qobject_cast<QStandardItemModel*>(list.model()))
+        rows->item(0)->setFlags(Qt::ItemIsEnabled);
+    list.setCurrentIndex(0);
+}
