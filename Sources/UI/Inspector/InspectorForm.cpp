@@ -19,6 +19,7 @@ namespace {
 constexpr int LongestSide = 65535;
 constexpr int FullTurn = 360;
 constexpr int PreviewHeight = 88;
+constexpr int Margin = 8;
 
 /// The text without its mnemonic and colon, for people who don't see the label.
 QString Spoken(QString label)
@@ -133,6 +134,7 @@ InspectorForm::InspectorForm(QWidget* parent)
     mappinProperties->addWidget(NamedPage("empty_mapping_page"));
     mappinProperties->addWidget(MakeMappingPage());
     auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(Margin, Margin, Margin, Margin);
     column->addWidget(deviceProperties);
     column->addWidget(mappinProperties);
     column->addStretch();
@@ -218,8 +220,8 @@ void InspectorForm::AddGeometry(QGridLayout& grid)
                          static_cast<QWidget*>(spinBoxWidth), static_cast<QWidget*>(spinBoxHeight),
                          static_cast<QWidget*>(spinBoxRotation)})
     {
-        const int digits = box->fontMetrics().horizontalAdvance(QStringLiteral("-1000.00"));
-        constexpr int arrows = 34;
+        const int digits = box->fontMetrics().horizontalAdvance(QStringLiteral("4096.25"));
+        constexpr int arrows = 30;
         box->setMinimumWidth(digits + arrows);
         box->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     }

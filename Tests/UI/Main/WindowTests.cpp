@@ -50,7 +50,7 @@ TEST_F(Window, EveryActionHasItsPlaceAndItsKey)
             keys.append(action->shortcut().toString());
     }
     EXPECT_EQ(keys.removeDuplicates(), 0) << "one key for two";
-    EXPECT_EQ(keys.size(), 18);
+    EXPECT_EQ(keys.size(), 21);
     for (const QAction* action : Find<QToolBar>("toolBar")->actions())
         EXPECT_EQ(action->icon().isNull(), action->objectName().isEmpty());
     // What needs a selection or a step to take back can't be chosen yet.
