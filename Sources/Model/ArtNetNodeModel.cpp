@@ -75,9 +75,10 @@ bool ArtNetNodeModel::NoteSeen(const std::vector<ArtNetNodeRecord>& incoming)
             continue;
         }
         Seen& known = nodes[place->second];
-        differs = differs || !SamePorts(known.node, record);
+        differs = differs || !SamePorts(known.node, record) || known.node.name != record.name;
         known.lastHeard = updates_;
         known.node.useCount = 0;
+        known.node.name = record.name;
         known.node.universes = record.universes;
     }
     ForgetOldest();
@@ -138,6 +139,7 @@ bool ArtNetNodeModel::UpdateNodes(const std::vector<ArtNetNodeRecord>& incoming)
             liveNodes.insert(key, record);
     }
     RebuildAllNodes();
+    emit nodesChanged();
     return true;
 }
 
@@ -164,6 +166,7 @@ bool ArtNetNodeModel::AddManualNode(const ArtNetNodeRecord& record)
     AddRow(record);
     WriteWaitingRows();
     offlineNodes.insert(key, record);
+    emit nodesChanged();
     return true;
 }
 
@@ -203,12 +206,16 @@ void ArtNetNodeModel::ReinsertNode(const QString& address)
     const ArtNetNodeRecord record = found.value();
     offlineNodes.erase(found);
     offlineNodes.insert(KeyOf(record), record);
+    RebuildAllNodes();
+    emit nodesChanged();
 }
 
 void ArtNetNodeModel::RemoveNode(const QString& address)
 {
-    if (offlineNodes.remove(address) > 0)
-        allNodes.remove(address);
+    if (offlineNodes.remove(address) == 0)
+        return;
+    allNodes.remove(address);
+    emit nodesChanged();
 }
 
 void ArtNetNodeModel::Clear()
@@ -216,6 +223,7 @@ void ArtNetNodeModel::Clear()
     offlineNodes.clear();
     liveNodes.clear();
     allNodes.clear();
+    emit nodesChanged();
 }
 
 // ---- Rows --------------------------------------------------------------------------------------
@@ -263,6 +271,7 @@ void ArtNetNodeModel::Rebuild(const MappedDeviceModel& document, QTreeView* view
     for (int column = 0; view && column < ColumnCount; ++column)
         view->setColumnWidth(column, widths[static_cast<std::size_t>(column)]);
     columnsSized = columnsSized || view;
+    emit usesCounted();
 }
 
 ArtNetNodeModel::Walk ArtNetNodeModel::CountUses(const MappedDeviceModel& document)

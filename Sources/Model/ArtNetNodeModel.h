@@ -81,6 +81,13 @@ public:
 
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
 
+signals:
+    /// Nodes of the tables came, went, answer now or no longer, or have other names.
+    void nodesChanged();
+    /// Rebuild has counted the uses of each node.
+    void usesCounted();
+
+public:
     /// Last good index of the inspector's list of addresses, which alone reads and writes it.
     std::int32_t lastIPIndex = 0;
 

@@ -105,6 +105,15 @@ TEST_F(ArtNetNodeModelTest, ShowsNodesAndTargetsOfItsNetwork)
     EXPECT_EQ(Rows(), rows) << "no count of an older walk stays";
 }
 
+TEST_F(ArtNetNodeModelTest, ANodeThatIsRenamedAsksForNewRows)
+{
+    for (const char* name : {"Right", "Stage right"}) {
+        EXPECT_TRUE(nodes.UpdateNodes({Node("2.0.0.11", name, {2})}));
+        EXPECT_FALSE(nodes.UpdateNodes({Node("2.0.0.11", name, {2})}));
+    }
+    EXPECT_EQ(Rows(), (Lines{"Stage right|2.0.0.11|0|| red", ".Port 0|||0|2 red"}));
+}
+
 TEST_F(ArtNetNodeModelTest, AManualNodeIsEditedRemovedOrBecomesAnOrdinaryOne)
 {
     const QString address = QStringLiteral("2.0.0.10");

@@ -33,6 +33,7 @@ NodeList::NodeList(ArtNetNodeModel& nodes, DeviceManager& manager, LEDEngine& en
                 for (int row = first; row <= last; ++row)
                     view_->expand(nodes_.index(row, 0, parent));
             });
+    connect(&nodes_, &ArtNetNodeModel::nodesChanged, this, &NodeList::RequestRows);
     connect(&choice_, &NetworkChoice::networkChanged, this, &NodeList::RebuildNodeRows);
     connect(&choice_, &NetworkChoice::networkChanged, this, &NodeList::ProcessNodesList);
     WatchDocument();
