@@ -3,12 +3,18 @@
 
 AddressCommand::AddressCommand(DeviceManager& manager, const ElementIds& ids,
                                const std::function<void(DMXMappingArtNet&)>& edit)
+    : AddressCommand(manager, ids,
+                     [&edit](std::int64_t, DMXMappingArtNet& address) { edit(address); })
+{}
+
+AddressCommand::AddressCommand(DeviceManager& manager, const ElementIds& ids,
+                               const std::function<void(std::int64_t, DMXMappingArtNet&)>& edit)
     : ValueCommand(manager, manager.GetAddresses(ids), &DeviceManager::SetAddresses,
                    QObject::tr("Change Address"))
 {
     for (ElementAddress& element : after_) {
         if (element.address)
-            edit(*element.address);
+            edit(element.uniqueID, *element.address);
     }
 }
 

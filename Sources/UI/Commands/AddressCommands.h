@@ -17,6 +17,10 @@ public:
     AddressCommand(DeviceManager& manager, const ElementIds& ids,
                    const std::function<void(DMXMappingArtNet&)>& edit);
 
+    /// The same for an edit that differs from element to element.
+    AddressCommand(DeviceManager& manager, const ElementIds& ids,
+                   const std::function<void(std::int64_t, DMXMappingArtNet&)>& edit);
+
     /// Gives an Art-Net address to the elements that have none: universe 0:0, channel 1, no node.
     struct ToElementsWithout
     {};
