@@ -81,6 +81,17 @@ const QString& NetworkChoice::GetNetworkText() const
     return settings_.networkText;
 }
 
+QString NetworkChoice::GetNetworkPattern() const
+{
+    if (!networkBroadcast.empty())
+        return QString::fromStdWString(networkBroadcast);
+    const bool isRange = settings_.networkText.contains(QLatin1Char('X'), Qt::CaseInsensitive);
+    const std::wstring text = settings_.networkText.toStdWString();
+    if (!isRange || !GetIPRange::IsValidRange(text))
+        return {};
+    return QString::fromStdWString(GetIPRange::RangeToBroadcast(text));
+}
+
 void NetworkChoice::ClearStaleAddresses(const ArtNetNodeModel& nodes)
 {
     const MappedDeviceModel& document = *manager_.GetMappedDeviceModel();

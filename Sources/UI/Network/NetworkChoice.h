@@ -50,6 +50,10 @@ public:
     /// Our address in it and its broadcast address; empty while no adapter has it.
     [[nodiscard]] const std::wstring& GetNetworkIP() const { return networkIP; }
     [[nodiscard]] const std::wstring& GetNetworkBroadcast() const { return networkBroadcast; }
+    /// The addresses of the network as dotted text, with 255 for each open part: the broadcast
+    /// address, or, while no adapter has a range of the operator, that of the range. Empty for
+    /// none.
+    [[nodiscard]] QString GetNetworkPattern() const;
 
 public slots:
     /// Hands the choice and the merger's settings to the output.

@@ -1,0 +1,356 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Inspector/ArtNetPatchPage.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include <QFormLayout>
+#include <QLabel>
+#include <QSignalBlocker>
+#include <QUndoStack>
+#include <QVBoxLayout>
+
+#include "FixtureModel/DMXMapping.h"
+#include "Model/ArtNetNodeModel.h"
+#include "Model/DeviceManager.h"
+#include "Model/MappedDeviceModel.h"
+#include "UI/Commands/AddressCommands.h"
+#include "UI/Commands/ManualNodeCommand.h"
+#include "UI/Dialogs/LEDDialogManualNode.h"
+#include "UI/Inspector/InspectorCanvas.h"
+#include "UI/Inspector/NodeComboBox.h"
+#include "UI/Inspector/PatchWords.h"
+#include "UI/Inspector/SharedSpinBox.h"
+
+namespace {
+
+constexpr int LastInSubnet = 15;
+constexpr int LastChannel = 512;
+constexpr int LinesOfWords = 2;
+
+/// The pattern of a network in which each part can be typed.
+const QString AllOpen = QStringLiteral("255.255.255.255");
+
+/// What of a node's address is typed: all of it without a network, and in one that leaves no whole
+/// part open.
+QString ToType(const QString& network)
+{
+    return network.split(QLatin1Char('.')).contains(QStringLiteral("255")) ? network : AllOpen;
+}
+
+/// A value may lie outside of its range, since a document may hold any: a step never takes it
+/// further out.
+std::int32_t Stepped(std::int32_t value, int steps, std::int32_t lowest, std::int32_t highest)
+{
+    if ((steps > 0 && value >= highest) || (steps < 0 && value <= lowest))
+        return value;
+    return static_cast<std::int32_t>(
+        std::clamp<std::int64_t>(std::int64_t{value} + steps, lowest, highest));
+}
+
+template <class Command>
+void PushIfItChanges(QUndoStack& stack, std::unique_ptr<Command> command)
+{
+    if (!command->ChangesNothing())
+        stack.push(command.release());
+}
+
+} // namespace
+
+ArtNetPatchPage::ArtNetPatchPage(const Parts& parts, QWidget* parent)
+    : QWidget(parent)
+    , parts_(parts)
+{
+    setObjectName(QStringLiteral("ArtNetPatchProperties"));
+    auto* form = new QFormLayout;
+    spinBoxDMXChannel = AddBox(*form, "spinBoxDMXChannel", tr("D&MX:"), tr("First DMX channel"));
+    spinBoxArtnetUniv = AddBox(*form, "spinBoxArtnetUniv", tr("&Universe:"), tr("Universe"));
+    spinBoxArtnetSubnet = AddBox(*form, "spinBoxArtnetSubnet", tr("&Sub-Net:"), tr("Sub-net"));
+    comboBoxsArtnetIP = new NodeComboBox(parts_.nodes);
+    comboBoxsArtnetIP->setObjectName(QStringLiteral("comboBoxsArtnetIP"));
+    comboBoxsArtnetIP->setAccessibleName(tr("IP address of the node"));
+    form->addRow(tr("&IP Address:"), comboBoxsArtnetIP);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(form);
+    layout->addWidget(errorMessage = AddWords("errorMessage"));
+    layout->addWidget(labelPatchWords = AddWords("labelPatchWords"));
+    // Most elements need so many lines: what is below must not move with each selection.
+    labelPatchWords->setMinimumHeight(LinesOfWords * labelPatchWords->fontMetrics().lineSpacing());
+    errorMessage->hide();
+
+    connect(spinBoxDMXChannel, &SharedSpinBox::typed, this, &ArtNetPatchPage::artnetDMXspinChanged);
+    connect(spinBoxDMXChannel, &SharedSpinBox::stepped, this, &ArtNetPatchPage::StepChannel);
+    connect(spinBoxArtnetUniv, &SharedSpinBox::typed, this,
+            &ArtNetPatchPage::artnetUnivSpinChanged);
+    connect(spinBoxArtnetUniv, &SharedSpinBox::stepped, this, [this](int steps) {
+        StepEach(steps, &DMXMappingArtNet::GetUniverse, &DMXMappingArtNet::SetUniverse, 0,
+                 [](std::int64_t) { return LastInSubnet; });
+    });
+    connect(spinBoxArtnetSubnet, &SharedSpinBox::typed, this,
+            &ArtNetPatchPage::artnetSubnetSpinChanged);
+    connect(spinBoxArtnetSubnet, &SharedSpinBox::stepped, this, [this](int steps) {
+        StepEach(steps, &DMXMappingArtNet::GetSubnet, &DMXMappingArtNet::SetSubnet, 0,
+                 [](std::int64_t) { return LastInSubnet; });
+    });
+    connect(comboBoxsArtnetIP, qOverload<int>(&QComboBox::activated), this,
+            &ArtNetPatchPage::artnetIPcomboChanged);
+    WatchDocument();
+}
+
+SharedSpinBox* ArtNetPatchPage::AddBox(QFormLayout& form, const char* name, const QString& label,
+                                       const QString& accessibleName)
+{
+    auto* box = new SharedSpinBox;
+    box->setObjectName(QLatin1String(name));
+    box->setAccessibleName(accessibleName);
+    form.addRow(label, box);
+    return box;
+}
+
+QLabel* ArtNetPatchPage::AddWords(const char* name)
+{
+    auto* label = new QLabel;
+    label->setObjectName(QLatin1String(name));
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    return label;
+}
+
+/// The words are about all elements, also those that are not selected.
+void ArtNetPatchPage::WatchDocument()
+{
+    wordsDue_.setSingleShot(true);
+    connect(&wordsDue_, &QTimer::timeout, this, &ArtNetPatchPage::RefreshWords);
+    connect(&parts_.manager, &DeviceManager::elementsPatched, this, &ArtNetPatchPage::RefreshWords);
+    // A change of many comes as several of these.
+    const MappedDeviceModel* document = parts_.manager.GetMappedDeviceModel();
+    const auto soon = [this] {
+        wordsDue_.start();
+    };
+    connect(document, &MappedDeviceModel::dataChanged, this, soon);
+    connect(document, &MappedDeviceModel::rowsInserted, this, soon);
+    connect(document, &MappedDeviceModel::rowsRemoved, this, soon);
+    connect(document, &MappedDeviceModel::modelReset, this, [this] {
+        // What the dialog asks about has gone with the document.
+        if (openDialog_)
+            std::exchange(openDialog_, nullptr)->reject();
+        ids_.clear();
+    });
+}
+
+// ---- Showing -----------------------------------------------------------------------------------
+
+void ArtNetPatchPage::Show(const ElementFields& fields, const ElementIds& ids)
+{
+    const bool others = ids != ids_;
+    if (others) {
+        for (SharedSpinBox* box : {spinBoxDMXChannel, spinBoxArtnetUniv, spinBoxArtnetSubnet})
+            box->Forget();
+        ids_ = ids;
+    }
+    if (!fields.allArtNet)
+        return;
+    lastStartChannel_ = fields.lastStartChannel;
+    ShowNumber(*spinBoxDMXChannel, fields.channel, 1, lastStartChannel_);
+    ShowNumber(*spinBoxArtnetUniv, fields.universe, 0, LastInSubnet);
+    ShowNumber(*spinBoxArtnetSubnet, fields.subnet, 0, LastInSubnet);
+    node_ = fields.nodeText;
+    comboBoxsArtnetIP->Show(node_);
+    if (others)
+        RefreshWords();
+}
+
+/// An element outside of the range shows the value that it has.
+void ArtNetPatchPage::ShowNumber(SharedSpinBox& box, const Shared<std::int32_t>& value, int lowest,
+                                 int highest)
+{
+    const int low = value.mixed ? lowest : std::min(lowest, value.value);
+    const int high = value.mixed ? highest : std::max(highest, value.value);
+    {
+        const QSignalBlocker silent(&box);
+        if (box.minimum() != low || box.maximum() != high)
+            box.setRange(low, high);
+    }
+    box.Show(value);
+}
+
+void ArtNetPatchPage::SetNetwork(const QString& network)
+{
+    comboBoxsArtnetIP->SetNetwork(network);
+    wordsDue_.start();
+}
+
+void ArtNetPatchPage::showEvent(QShowEvent* event)
+{
+    RefreshWords();
+    QWidget::showEvent(event);
+}
+
+void ArtNetPatchPage::RefreshWords()
+{
+    wordsDue_.stop();
+    if (!isVisible())
+        return;
+    const PatchWords words = WordsForPatch(parts_.manager, ids_);
+    errorMessage->setText(words.inConflict
+                              ? tr("Universe is used by devices in unicast and broadcast mode")
+                              : QString());
+    errorMessage->setVisible(words.inConflict);
+    QStringList lines{words.occupied, words.overlaps};
+    if (!node_.mixed && comboBoxsArtnetIP->IsOutside(node_.value))
+        lines.append(tr("%1 is not in the chosen network: nothing is sent to it")
+                         .arg(QString::fromStdWString(node_.value)));
+    lines.removeAll(QString());
+    labelPatchWords->setText(lines.join(QLatin1Char('\n')));
+}
+
+// ---- Numbers -----------------------------------------------------------------------------------
+
+void ArtNetPatchPage::artnetDMXspinChanged(int newValue)
+{
+    // The box goes up to the value of an element that is already too far.
+    changeArtNetMappingProperty([newValue, last = lastStartChannel_](DMXMappingArtNet& address) {
+        if (address.GetChannel() != newValue)
+            address.SetChannel(std::clamp(newValue, 1, last));
+    });
+}
+
+void ArtNetPatchPage::artnetUnivSpinChanged(int newValue)
+{
+    changeArtNetMappingProperty([newValue](DMXMappingArtNet& address) {
+        if (address.GetUniverse() != newValue)
+            address.SetUniverse(std::clamp(newValue, 0, LastInSubnet));
+    });
+}
+
+void ArtNetPatchPage::artnetSubnetSpinChanged(int newValue)
+{
+    changeArtNetMappingProperty([newValue](DMXMappingArtNet& address) {
+        if (address.GetSubnet() != newValue)
+            address.SetSubnet(std::clamp(newValue, 0, LastInSubnet));
+    });
+}
+
+void ArtNetPatchPage::StepChannel(int steps)
+{
+    const MappedDeviceModel& document = *parts_.manager.GetMappedDeviceModel();
+    StepEach(steps, &DMXMappingArtNet::GetChannel, &DMXMappingArtNet::SetChannel, 1,
+             [&document](std::int64_t id) {
+                 const int count = document.GetItemByUniqueID(id)->GetFixture().GetChannelCount();
+                 return std::clamp(LastChannel + 1 - count, 1, LastChannel);
+             });
+}
+
+void ArtNetPatchPage::StepEach(int steps, Getter get, Setter set, std::int32_t lowest,
+                               const std::function<std::int32_t(std::int64_t)>& highestOf)
+{
+    parts_.canvas.EndGesture();
+    PushIfItChanges(parts_.undoStack,
+                    std::make_unique<AddressCommand>(
+                        parts_.manager, ids_, [&](std::int64_t id, DMXMappingArtNet& address) {
+                            (address.*set)(Stepped((address.*get)(), steps, lowest, highestOf(id)));
+                        }));
+}
+
+void ArtNetPatchPage::changeArtNetMappingProperty(std::function<void(DMXMappingArtNet&)> setter)
+{
+    parts_.canvas.EndGesture();
+    PushIfItChanges(parts_.undoStack,
+                    std::make_unique<AddressCommand>(parts_.manager, ids_, std::move(setter)));
+}
+
+// ---- Nodes -------------------------------------------------------------------------------------
+
+void ArtNetPatchPage::artnetIPcomboChanged(int index)
+{
+    const QVariant choice = comboBoxsArtnetIP->itemData(index);
+    const QString address = choice.toString();
+    if (address == NodeComboBox::EditNode) {
+        EditNode(comboBoxsArtnetIP->LastAccepted());
+    } else if (address == NodeComboBox::EnterNode) {
+        EnterNode();
+    } else if (choice.isValid()) {
+        parts_.nodes.lastIPIndex = index;
+        const QString name = parts_.nodes.GetNodeName(address);
+        changeArtNetMappingProperty([&](DMXMappingArtNet& mapping) {
+            mapping.SetNode(address.toStdWString(), name.toStdWString());
+        });
+    }
+    // Back to what the elements have, whatever came of it.
+    comboBoxsArtnetIP->Refill();
+}
+
+void ArtNetPatchPage::EnterNode()
+{
+    const ElementIds ids = ids_;
+    LEDDialogManualNode dialog(
+        parts_.boxes, [this](const QString& address) { return ObjectionTo(address, QString()); },
+        window());
+    dialog.SetUpForNew(ToType(comboBoxsArtnetIP->GetNetwork()));
+    if (Ask(dialog) == QDialog::Accepted)
+        Replace(std::nullopt, dialog.GetNode(), ids);
+}
+
+void ArtNetPatchPage::EditNode(const QString& address)
+{
+    if (!parts_.nodes.IsManualNode(address))
+        return;
+    const ArtNetNodeRecord before = *parts_.nodes.GetNode(address);
+    LEDDialogManualNode dialog(
+        parts_.boxes, [this, address](const QString& typed) { return ObjectionTo(typed, address); },
+        window());
+    // A node of another network keeps its address until another one is typed.
+    const bool isHere = !comboBoxsArtnetIP->IsOutside(address.toStdWString());
+    dialog.SetUpForEdit(parts_.nodes.GetNodeName(address), address,
+                        isHere ? ToType(comboBoxsArtnetIP->GetNetwork()) : AllOpen);
+    const int result = Ask(dialog);
+    // Meanwhile the node may have answered, which makes it an ordinary one, or gone.
+    if (result == QDialog::Rejected || !parts_.nodes.IsManualNode(address))
+        return;
+    Replace(before,
+            result == LEDDialogManualNode::Deleted ? std::nullopt : std::optional(dialog.GetNode()),
+            ElementsSentTo(address));
+}
+
+int ArtNetPatchPage::Ask(LEDDialogManualNode& dialog)
+{
+    openDialog_ = &dialog;
+    const int result = dialog.exec();
+    return std::exchange(openDialog_, nullptr) ? result : QDialog::Rejected;
+}
+
+QString ArtNetPatchPage::ObjectionTo(const QString& address, const QString& own) const
+{
+    if (address == own)
+        return {};
+    if (address == comboBoxsArtnetIP->GetNetwork() || address == AllOpen)
+        return tr("%1 is for all nodes of the network, not for one").arg(address);
+    // One that the document names and the list doesn't show may become a manual one.
+    if (comboBoxsArtnetIP->Offers(address) || parts_.nodes.GetLiveNodes().contains(address))
+        return tr("%1 is in the list already: %2").arg(address, parts_.nodes.GetNodeName(address));
+    return {};
+}
+
+void ArtNetPatchPage::Replace(const std::optional<ArtNetNodeRecord>& before,
+                              const std::optional<ArtNetNodeRecord>& after, const ElementIds& ids)
+{
+    parts_.canvas.EndGesture();
+    PushIfItChanges(parts_.undoStack, std::make_unique<ManualNodeCommand>(
+                                          parts_.manager, parts_.nodes, before, after, ids));
+}
+
+ElementIds ArtNetPatchPage::ElementsSentTo(const QString& address) const
+{
+    const std::wstring node = address.toStdWString();
+    ElementIds ids;
+    for (const MappedLedItem* element : parts_.manager.GetMappedDeviceModel()->GetAllItems()) {
+        const DMXMappingArtNet* mapping = element->GetArtNetMapping();
+        if (mapping && mapping->GetIpconf() == node)
+            ids.push_back(element->uniqueID);
+    }
+    return ids;
+}

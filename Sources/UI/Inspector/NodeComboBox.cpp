@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Inspector/NodeComboBox.h"
+
+#include <algorithm>
+
+#include <QAbstractItemView>
+#include <QBrush>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QStandardItemModel>
+
+#include "FixtureModel/DMXMapping.h"
+#include "Model/ArtNetNodeModel.h"
+#include "Platform/IPv4.h"
+#include "Platform/Text.h"
+
+const QString NodeComboBox::EnterNode = QStringLiteral("manual");
+const QString NodeComboBox::EditNode = QStringLiteral("edit");
+
+namespace {
+
+/// In characters: the names of nodes must not widen the panel.
+constexpr int LeastWidth = 12;
+
+} // namespace
+
+NodeComboBox::NodeComboBox(ArtNetNodeModel& nodes, QWidget* parent)
+    : SteadyComboBox(parent)
+    , nodes_(nodes)
+    , shown_{AutoNode, false}
+{
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    setMinimumContentsLength(LeastWidth);
+    connect(this, &SteadyComboBox::closed, this, &NodeComboBox::Refill);
+    const auto follow = [this] {
+        if (isVisible())
+            Refill();
+    };
+    connect(&nodes_, &ArtNetNodeModel::nodesChanged, this, follow);
+    connect(&nodes_, &ArtNetNodeModel::usesCounted, this, follow);
+    Refill();
+}
+
+void NodeComboBox::SetNetwork(const QString& network)
+{
+    network_ = network;
+    networkValue_ = Platform::ParseIPv4(network.toStdWString());
+    Refill();
+}
+
+void NodeComboBox::Show(const Shared<std::wstring>& node)
+{
+    if (node == shown_)
+        return;
+    shown_ = node;
+    Refill();
+}
+
+bool NodeComboBox::Offers(const QString& address) const
+{
+    const auto node = nodes_.GetAllNodes().find(address);
+    return node != nodes_.GetAllNodes().end() && IsListed(*node);
+}
+
+bool NodeComboBox::IsOutside(const std::wstring& address) const
+{
+    return networkValue_ && address != AutoNode &&
+           !Platform::IsInNetwork(*networkValue_, Platform::WideToUtf8(address));
+}
+
+QString NodeComboBox::LastAccepted() const
+{
+    return itemData(nodes_.lastIPIndex).toString();
+}
+
+// ---- Filling -----------------------------------------------------------------------------------
+
+bool NodeComboBox::IsListed(const ArtNetNodeRecord& node) const
+{
+    return node.manual || (networkValue_ && Platform::IsInNetwork(*networkValue_, node.ip));
+}
+
+std::vector<NodeComboBox::Entry> NodeComboBox::Entries() const
+{
+    std::vector<Entry> entries;
+    if (shown_.mixed)
+        entries.push_back({tr("(multiple items selected)"), QVariant()});
+    const QString automatic = QString::fromWCharArray(AutoNode);
+    entries.push_back({automatic, automatic});
+    const ArtNetNodeModel::Table& all = nodes_.GetAllNodes();
+    for (auto node = all.begin(); node != all.end(); ++node) {
+        if (IsListed(*node))
+            entries.push_back({nodes_.GetNodeName(node.key()) + QStringLiteral(" (") + node.key() +
+                                   QStringLiteral(")(%1)").arg(node->useCount),
+                               node.key()});
+    }
+    entries.push_back({tr("Manual..."), EnterNode});
+    const QString node = QString::fromStdWString(shown_.value);
+    if (!shown_.mixed && nodes_.IsManualNode(node))
+        entries.push_back({tr("Edit..."), EditNode});
+    return entries;
+}
+
+void NodeComboBox::Refill()
+{
+    // The list is filled when it closes.
+    if (IsOpen())
+        return;
+    const QSignalBlocker silent(this);
+    Fill(Entries());
+    if (shown_.mixed) {
+        MarkMixedRow();
+        setCurrentIndex(0);
+        setToolTip(QString());
+        return;
+    }
+    const int found =
+        findData(QString::fromStdWString(shown_.value), Qt::UserRole, Qt::MatchFixedString);
+    setCurrentIndex(std::max(0, found));
+    nodes_.lastIPIndex = currentIndex();
+    setToolTip(currentText());
+}
+
+/// Counts change often: entries whose node is the same stay and only get their text.
+void NodeComboBox::Fill(const std::vector<Entry>& entries)
+{
+    const auto isEntry = [this](int row, const Entry& entry) {
+        return itemData(row) == entry.data;
+    };
+    int same = 0;
+    const int wanted = static_cast<int>(entries.size());
+    while (same < std::min(wanted, count()) &&
+           isEntry(same, entries[static_cast<std::size_t>(same)]))
+        ++same;
+    if (same < wanted || count() > wanted) {
+        clear();
+        for (const Entry& entry : entries)
+            addItem(entry.text, entry.data);
+        return;
+    }
+    for (int row = 0; row < wanted; ++row) {
+        const QString& text = entries[static_cast<std::size_t>(row)].text;
+        if (itemText(row) != text)
+            setItemText(row, text);
+    }
+}
+
+void NodeComboBox::MarkMixedRow()
+{
+    setItemData(0, QBrush(Qt::lightGray, Qt::SolidPattern), Qt::BackgroundRole);
+    QStandardItem* row = qobject_cast<QStandardItemModel*>(model())->item(0);
+    row->setFlags(row->flags() & ~Qt::ItemIsSelectable);
+}
+
+void NodeComboBox::showEvent(QShowEvent* event)
+{
+    Refill();
+    SteadyComboBox::showEvent(event);
+}
+
+void NodeComboBox::showPopup()
+{
+    // Wide enough for the names, however narrow the panel is.
+    const int names =
+        view()->sizeHintForColumn(0) + view()->verticalScrollBar()->sizeHint().width();
+    view()->setMinimumWidth(std::max(width(), names));
+    SteadyComboBox::showPopup();
+}
