@@ -21,7 +21,12 @@
 #include <QScrollBar>
 
 #include "CanvasStage.h"
+#include "Model/ArtNetNodeModel.h"
+#include "Model/MappedDeviceModel.h"
 #include "Timing.h"
+#include "UI/Dialogs/OperatorBoxes.h"
+#include "UI/Inspector/ArtNetPatchPage.h"
+#include "UI/Inspector/InspectorCanvas.h"
 
 namespace {
 
@@ -296,6 +301,70 @@ BENCHMARK(RemoveAndBack)
     ->Arg(1024)
     ->Arg(All)
     ->Iterations(7)
+    ->UseManualTime();
+
+/// The page of the inspector for addresses, as the inspector keeps it up to date.
+class PatchPage : public InspectorCanvas
+{
+public:
+    explicit PatchPage(Stage& real)
+        : stage_(real.stage)
+        , page({stage_.manager, nodes_, stage_.undo, boxes_, *this})
+    {
+        stage_.window.layout()->addWidget(&page);
+        QObject::connect(stage_.controller.get(), &EditorController::selectionHasChanged, &page,
+                         [this] { Show(); });
+        QObject::connect(&stage_.manager, &DeviceManager::elementsPatched, &page,
+                         [this] { Show(); });
+        stage_.controller->ActionSelectAll();
+        QApplication::processEvents();
+    }
+    ~PatchPage() override { page.setParent(nullptr); }
+
+    void Show()
+    {
+        const ElementIds ids = SelectedIds();
+        page.Show(FoldElements(stage_.manager, ids), ids);
+    }
+    [[nodiscard]] ElementIds SelectedIds() const override { return stage_.scene->SelectedIds(); }
+    [[nodiscard]] double GroupAngle() const override { return 0; }
+    void TurnGroupTo(double) override {}
+    void EndGesture() override {}
+    [[nodiscard]] bool SnapsToGrid() const override { return true; }
+
+private:
+    CanvasStage& stage_;
+    ArtNetNodeModel nodes_;
+    WidgetBoxes boxes_;
+
+public:
+    ArtNetPatchPage page;
+};
+
+/// The universe of all elements, typed, and taken back, with the list sorted by a column.
+void PatchAllAndBack(benchmark::State& state)
+{
+    Stage real(All);
+    real.stage.list->sortByColumn(static_cast<int>(state.range(0)), Qt::AscendingOrder);
+    PatchPage patch(real);
+    std::vector<double> times;
+    std::vector<double> undone;
+    int universe = 0;
+    for (auto _ : state) {
+        universe = universe % 15 + 1;
+        times.push_back(
+            MillisecondsOf(real.stage.window, [&] { patch.page.artnetUnivSpinChanged(universe); }));
+        undone.push_back(MillisecondsOf(real.stage.window, [&] { real.stage.undo.undo(); }));
+        state.SetIterationTime(times.back() / 1e3);
+    }
+    state.counters["patch_ms"] = Median(times);
+    state.counters["undo_ms"] = Median(undone);
+}
+BENCHMARK(PatchAllAndBack)
+    ->ArgNames({"sorted by"})
+    ->Arg(MappedDeviceModel::ProductColumn)
+    ->Arg(MappedDeviceModel::AddressColumn)
+    ->Iterations(15)
     ->UseManualTime();
 
 } // namespace

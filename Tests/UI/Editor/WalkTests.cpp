@@ -4,7 +4,9 @@
 #include "Model/ArtNetNodeModel.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
+#include "UI/Commands/AddressCommands.h"
 #include "UI/Commands/GeometryCommands.h"
+#include "UI/Commands/ManualNodeCommand.h"
 
 #include <gtest/gtest.h>
 
@@ -23,8 +25,9 @@ using Outcome = std::pair<std::string, std::string>;
 class Witness
 {
 public:
-    explicit Witness(CanvasStage& stage)
+    Witness(CanvasStage& stage, const ArtNetNodeModel& nodes)
         : stage_(stage)
+        , nodes_(nodes)
         , engine_(stage.manager)
         , picture_(ZenBitmap::Create(Side, Side, 4))
     {
@@ -79,8 +82,8 @@ private:
     }
 
     CanvasStage& stage_;
+    const ArtNetNodeModel& nodes_;
     LEDEngine engine_;
-    ArtNetNodeModel nodes_;
     std::unique_ptr<ZenBitmap> picture_;
 };
 
@@ -88,8 +91,9 @@ private:
 class Operator
 {
 public:
-    explicit Operator(CanvasStage& stage)
+    Operator(CanvasStage& stage, ArtNetNodeModel& nodes)
         : stage_(stage)
+        , nodes_(nodes)
         , bar_(stage.AddFixture(L"Bar", 12, 4, 144))
     {
         // What only a file can bring: angles between degrees, another filter, a node of its own.
@@ -105,7 +109,10 @@ public:
         }
     }
 
-    int Pick(int below) { return static_cast<int>(random_() % static_cast<unsigned>(below)); }
+    int Pick(std::ptrdiff_t below)
+    {
+        return static_cast<int>(random_() % static_cast<unsigned>(below));
+    }
 
     void Edit() { edits_[static_cast<std::size_t>(Pick(static_cast<int>(edits_.size())))](); }
 
@@ -151,7 +158,60 @@ private:
         stage_.undo.push(command.release());
     }
 
+    template <class Command>
+    void Push(std::unique_ptr<Command> command)
+    {
+        if (!command->ChangesNothing())
+            stage_.undo.push(command.release());
+    }
+    void Patch()
+    {
+        const int universe = Pick(4);
+        const auto edit = [&](std::int64_t id, DMXMappingArtNet& address) {
+            address.SetUniverse(universe);
+            address.SetChannel(static_cast<std::int32_t>(id * 7 % 600));
+            if (universe == 3)
+                address.SetNode(AutoNode, L"");
+        };
+        Push(std::make_unique<AddressCommand>(stage_.manager, stage_.scene->SelectedIds(), edit));
+    }
+    void Describe()
+    {
+        Push(std::make_unique<DescriptionCommand>(stage_.manager, stage_.scene->SelectedIds(),
+                                                  L"Bar " + std::to_wstring(Pick(5))));
+    }
+    /// A manual node comes, is edited or goes. Elements may be sent to an address that is none yet.
+    void ChangeNode()
+    {
+        const auto known = nodes_.GetManualNodes();
+        ArtNetNodeRecord typed;
+        typed.ip = "2.0.0." + std::to_string(8 + Pick(4));
+        typed.name = "Node " + std::to_string(Pick(3));
+        typed.manual = true;
+        if (known.empty() || Pick(3) == 0) {
+            if (!nodes_.GetNode(QString::fromStdString(typed.ip)))
+                Replace({}, typed, stage_.scene->SelectedIds());
+            return;
+        }
+        const ArtNetNodeRecord& one = known[static_cast<std::size_t>(Pick(std::ssize(known)))];
+        ElementIds users;
+        for (const MappedLedItem* element : stage_.manager.GetMappedDeviceModel()->GetAllItems()) {
+            if (element->GetDMXMapping()->GetIpconf() == std::wstring(one.ip.begin(), one.ip.end()))
+                users.push_back(element->uniqueID);
+        }
+        if (Pick(2) == 0)
+            Replace(one, {}, users);
+        else if (typed.ip == one.ip || !nodes_.GetNode(QString::fromStdString(typed.ip)))
+            Replace(one, typed, users);
+    }
+    void Replace(const ManualNodeCommand::Node& before, const ManualNodeCommand::Node& after,
+                 const ElementIds& ids)
+    {
+        Push(std::make_unique<ManualNodeCommand>(stage_.manager, nodes_, before, after, ids));
+    }
+
     CanvasStage& stage_;
+    ArtNetNodeModel& nodes_;
     std::int64_t bar_;
     std::mt19937 random_{20};
     EditorController& editor_ = *stage_.controller;
@@ -174,6 +234,9 @@ private:
             WithAny([this](std::int64_t id) { stage_.scene->SetSelected(id, Pick(3) > 0); });
         },
         [this] { TurnGroup(); },
+        [this] { Patch(); },
+        [this] { Describe(); },
+        [this] { ChangeNode(); },
         [this] { stage_.display.snapToGrid = Pick(2) == 0; },
         [this] { Type(&MoveCommand::MoveTo, {Pick(100) / 3.0}, {}); },
         [this] { Type(&SizeRectangleCommand::Resize, {}, {1.0 * Pick(30)}); },
@@ -191,8 +254,9 @@ private:
 TEST(CanvasWalk, UndoAndRedoAreExactAndEverybodyAgrees)
 {
     CanvasStage stage;
-    Witness witness(stage);
-    Operator hands(stage);
+    ArtNetNodeModel nodes;
+    Witness witness(stage, nodes);
+    Operator hands(stage, nodes);
     const char* wanted = std::getenv("CANVAS_WALK_ROUNDS");
     const int rounds = wanted ? std::atoi(wanted) : 150;
     for (int round = 0; round < rounds; ++round) {
