@@ -328,9 +328,10 @@ public:
     }
     [[nodiscard]] ElementIds SelectedIds() const override { return stage_.scene->SelectedIds(); }
     [[nodiscard]] double GroupAngle() const override { return 0; }
-    void TurnGroupTo(double) override {}
+    void TurnGroupBy(double) override {}
     void EndGesture() override {}
     [[nodiscard]] bool SnapsToGrid() const override { return true; }
+    void TakeFocus() override {}
 
 private:
     CanvasStage& stage_;

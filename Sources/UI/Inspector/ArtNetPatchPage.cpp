@@ -2,7 +2,6 @@
 #include "UI/Inspector/ArtNetPatchPage.h"
 
 #include <algorithm>
-#include <memory>
 #include <utility>
 
 #include <QFormLayout>
@@ -16,9 +15,8 @@
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "UI/Commands/AddressCommands.h"
-#include "UI/Commands/ManualNodeCommand.h"
-#include "UI/Dialogs/LEDDialogManualNode.h"
 #include "UI/Inspector/InspectorCanvas.h"
+#include "UI/Inspector/ManualNodeEditing.h"
 #include "UI/Inspector/NodeComboBox.h"
 #include "UI/Inspector/PatchWords.h"
 #include "UI/Inspector/SharedSpinBox.h"
@@ -29,16 +27,6 @@ constexpr int LastInSubnet = 15;
 constexpr int LastChannel = 512;
 constexpr int LinesOfWords = 2;
 
-/// The pattern of a network in which each part can be typed.
-const QString AllOpen = QStringLiteral("255.255.255.255");
-
-/// What of a node's address is typed: all of it without a network, and in one that leaves no whole
-/// part open.
-QString ToType(const QString& network)
-{
-    return network.split(QLatin1Char('.')).contains(QStringLiteral("255")) ? network : AllOpen;
-}
-
 /// A value may lie outside of its range, since a document may hold any: a step never takes it
 /// further out.
 std::int32_t Stepped(std::int32_t value, int steps, std::int32_t lowest, std::int32_t highest)
@@ -47,13 +35,6 @@ std::int32_t Stepped(std::int32_t value, int steps, std::int32_t lowest, std::in
         return value;
     return static_cast<std::int32_t>(
         std::clamp<std::int64_t>(std::int64_t{value} + steps, lowest, highest));
-}
-
-template <class Command>
-void PushIfItChanges(QUndoStack& stack, std::unique_ptr<Command> command)
-{
-    if (!command->ChangesNothing())
-        stack.push(command.release());
 }
 
 } // namespace
@@ -97,8 +78,13 @@ ArtNetPatchPage::ArtNetPatchPage(const Parts& parts, QWidget* parent)
     });
     connect(comboBoxsArtnetIP, qOverload<int>(&QComboBox::activated), this,
             &ArtNetPatchPage::artnetIPcomboChanged);
+    manualNodes_ = std::make_unique<ManualNodeEditing>(
+        ManualNodeEditing::Parts{parts_.manager, parts_.nodes, parts_.undoStack, parts_.boxes,
+                                 parts_.canvas, *comboBoxsArtnetIP});
     WatchDocument();
 }
+
+ArtNetPatchPage::~ArtNetPatchPage() = default;
 
 SharedSpinBox* ArtNetPatchPage::AddBox(QFormLayout& form, const char* name, const QString& label,
                                        const QString& accessibleName)
@@ -135,9 +121,7 @@ void ArtNetPatchPage::WatchDocument()
     connect(document, &MappedDeviceModel::rowsInserted, this, soon);
     connect(document, &MappedDeviceModel::rowsRemoved, this, soon);
     connect(document, &MappedDeviceModel::modelReset, this, [this] {
-        // What the dialog asks about has gone with the document.
-        if (openDialog_)
-            std::exchange(openDialog_, nullptr)->reject();
+        manualNodes_->Stop();
         ids_.clear();
     });
 }
@@ -248,19 +232,22 @@ void ArtNetPatchPage::StepChannel(int steps)
 void ArtNetPatchPage::StepEach(int steps, Getter get, Setter set, std::int32_t lowest,
                                const std::function<std::int32_t(std::int64_t)>& highestOf)
 {
-    parts_.canvas.EndGesture();
-    PushIfItChanges(parts_.undoStack,
-                    std::make_unique<AddressCommand>(
-                        parts_.manager, ids_, [&](std::int64_t id, DMXMappingArtNet& address) {
-                            (address.*set)(Stepped((address.*get)(), steps, lowest, highestOf(id)));
-                        }));
+    Push(std::make_unique<AddressCommand>(
+        parts_.manager, ids_, [&](std::int64_t id, DMXMappingArtNet& address) {
+            (address.*set)(Stepped((address.*get)(), steps, lowest, highestOf(id)));
+        }));
 }
 
 void ArtNetPatchPage::changeArtNetMappingProperty(std::function<void(DMXMappingArtNet&)> setter)
 {
+    Push(std::make_unique<AddressCommand>(parts_.manager, ids_, std::move(setter)));
+}
+
+void ArtNetPatchPage::Push(std::unique_ptr<AddressCommand> command)
+{
     parts_.canvas.EndGesture();
-    PushIfItChanges(parts_.undoStack,
-                    std::make_unique<AddressCommand>(parts_.manager, ids_, std::move(setter)));
+    if (!command->ChangesNothing())
+        parts_.undoStack.push(command.release());
 }
 
 // ---- Nodes -------------------------------------------------------------------------------------
@@ -270,9 +257,9 @@ void ArtNetPatchPage::artnetIPcomboChanged(int index)
     const QVariant choice = comboBoxsArtnetIP->itemData(index);
     const QString address = choice.toString();
     if (address == NodeComboBox::EditNode) {
-        EditNode(comboBoxsArtnetIP->LastAccepted());
+        manualNodes_->Edit(comboBoxsArtnetIP->LastAccepted());
     } else if (address == NodeComboBox::EnterNode) {
-        EnterNode();
+        manualNodes_->Enter(ids_);
     } else if (choice.isValid()) {
         parts_.nodes.lastIPIndex = index;
         const QString name = parts_.nodes.GetNodeName(address);
@@ -282,75 +269,4 @@ void ArtNetPatchPage::artnetIPcomboChanged(int index)
     }
     // Back to what the elements have, whatever came of it.
     comboBoxsArtnetIP->Refill();
-}
-
-void ArtNetPatchPage::EnterNode()
-{
-    const ElementIds ids = ids_;
-    LEDDialogManualNode dialog(
-        parts_.boxes, [this](const QString& address) { return ObjectionTo(address, QString()); },
-        window());
-    dialog.SetUpForNew(ToType(comboBoxsArtnetIP->GetNetwork()));
-    if (Ask(dialog) == QDialog::Accepted)
-        Replace(std::nullopt, dialog.GetNode(), ids);
-}
-
-void ArtNetPatchPage::EditNode(const QString& address)
-{
-    if (!parts_.nodes.IsManualNode(address))
-        return;
-    const ArtNetNodeRecord before = *parts_.nodes.GetNode(address);
-    LEDDialogManualNode dialog(
-        parts_.boxes, [this, address](const QString& typed) { return ObjectionTo(typed, address); },
-        window());
-    // A node of another network keeps its address until another one is typed.
-    const bool isHere = !comboBoxsArtnetIP->IsOutside(address.toStdWString());
-    dialog.SetUpForEdit(parts_.nodes.GetNodeName(address), address,
-                        isHere ? ToType(comboBoxsArtnetIP->GetNetwork()) : AllOpen);
-    const int result = Ask(dialog);
-    // Meanwhile the node may have answered, which makes it an ordinary one, or gone.
-    if (result == QDialog::Rejected || !parts_.nodes.IsManualNode(address))
-        return;
-    Replace(before,
-            result == LEDDialogManualNode::Deleted ? std::nullopt : std::optional(dialog.GetNode()),
-            ElementsSentTo(address));
-}
-
-int ArtNetPatchPage::Ask(LEDDialogManualNode& dialog)
-{
-    openDialog_ = &dialog;
-    const int result = dialog.exec();
-    return std::exchange(openDialog_, nullptr) ? result : QDialog::Rejected;
-}
-
-QString ArtNetPatchPage::ObjectionTo(const QString& address, const QString& own) const
-{
-    if (address == own)
-        return {};
-    if (address == comboBoxsArtnetIP->GetNetwork() || address == AllOpen)
-        return tr("%1 is for all nodes of the network, not for one").arg(address);
-    // One that the document names and the list doesn't show may become a manual one.
-    if (comboBoxsArtnetIP->Offers(address) || parts_.nodes.GetLiveNodes().contains(address))
-        return tr("%1 is in the list already: %2").arg(address, parts_.nodes.GetNodeName(address));
-    return {};
-}
-
-void ArtNetPatchPage::Replace(const std::optional<ArtNetNodeRecord>& before,
-                              const std::optional<ArtNetNodeRecord>& after, const ElementIds& ids)
-{
-    parts_.canvas.EndGesture();
-    PushIfItChanges(parts_.undoStack, std::make_unique<ManualNodeCommand>(
-                                          parts_.manager, parts_.nodes, before, after, ids));
-}
-
-ElementIds ArtNetPatchPage::ElementsSentTo(const QString& address) const
-{
-    const std::wstring node = address.toStdWString();
-    ElementIds ids;
-    for (const MappedLedItem* element : parts_.manager.GetMappedDeviceModel()->GetAllItems()) {
-        const DMXMappingArtNet* mapping = element->GetArtNetMapping();
-        if (mapping && mapping->GetIpconf() == node)
-            ids.push_back(element->uniqueID);
-    }
-    return ids;
 }

@@ -3,19 +3,19 @@
 
 #include <cstdint>
 #include <functional>
-#include <optional>
+#include <memory>
 
 #include <QTimer>
 #include <QWidget>
 
-#include "Model/ArtNetNodeRecord.h"
 #include "Model/ElementFields.h"
 
+class AddressCommand;
 class ArtNetNodeModel;
 class DeviceManager;
 class DMXMappingArtNet;
 class InspectorCanvas;
-class LEDDialogManualNode;
+class ManualNodeEditing;
 class NodeComboBox;
 class OperatorBoxes;
 class QFormLayout;
@@ -41,6 +41,7 @@ public:
     };
     /// All parts outlive the page.
     explicit ArtNetPatchPage(const Parts& parts, QWidget* parent = nullptr);
+    ~ArtNetPatchPage() override;
 
     /// Shows what was read from these elements, which the edits are for from now on.
     void Show(const ElementFields& fields, const ElementIds& ids);
@@ -73,21 +74,14 @@ private:
     void StepChannel(int steps);
     void ShowNumber(SharedSpinBox& box, const Shared<std::int32_t>& value, int lowest, int highest);
 
-    void EnterNode();
-    void EditNode(const QString& address);
-    int Ask(LEDDialogManualNode& dialog);
-    [[nodiscard]] QString ObjectionTo(const QString& address, const QString& own) const;
-    void Replace(const std::optional<ArtNetNodeRecord>& before,
-                 const std::optional<ArtNetNodeRecord>& after, const ElementIds& ids);
-    [[nodiscard]] ElementIds ElementsSentTo(const QString& address) const;
-
+    void Push(std::unique_ptr<AddressCommand> command);
     void RefreshWords();
 
     Parts parts_;
     ElementIds ids_;
     std::int32_t lastStartChannel_ = 512;
     Shared<std::wstring> node_;
-    LEDDialogManualNode* openDialog_ = nullptr;
+    std::unique_ptr<ManualNodeEditing> manualNodes_;
     QTimer wordsDue_;
 
     SharedSpinBox* spinBoxDMXChannel = nullptr;

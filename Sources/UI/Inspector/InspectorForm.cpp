@@ -240,7 +240,9 @@ void InspectorForm::PlaceAddressPage(QWidget& page)
     MappedFixtureProperties->insertWidget(ArtNetPage, &page);
     QWidget* before = comboDmxMappingOutput;
     for (auto* field : page.findChildren<QWidget*>()) {
-        if ((field->focusPolicy() & Qt::TabFocus) == 0 || field->focusProxy())
+        // The list of a combo box is a window of its own.
+        if ((field->focusPolicy() & Qt::TabFocus) == 0 || field->focusProxy() ||
+            !page.isAncestorOf(field))
             continue;
         setTabOrder(before, field);
         before = field;

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QSettings>
 
+#include "UI/Inspector/ArtNetPatchPage.h"
 #include "UI/Inspector/InspectorCanvas.h"
 #include "UI/Inspector/InspectorForm.h"
 #include "UI/Inspector/SharedLineEdit.h"
@@ -27,7 +28,8 @@ InspectorPanel::InspectorPanel(const Parts& parts)
     , inspector_({parts.manager, parts.undoStack, parts.canvas, *form_, preview_})
     , actions_(parts.window)
 {
-    form_->PlaceAddressPage(*new QWidget);
+    form_->PlaceAddressPage(parts.addressPage);
+    connect(&inspector_, &Inspector::fieldsRead, &parts.addressPage, &ArtNetPatchPage::Show);
     form_->installEventFilter(this);
     parts_.area.setWidget(form_);
     AddActions();
@@ -53,8 +55,8 @@ void InspectorPanel::AddActions()
                       .text = QT_TRANSLATE_NOOP("WEFTMain", "Edit Properties"),
                       .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Go to the inspector")},
                      this, &InspectorPanel::ActionEditProperties);
-    properties->setShortcuts({QKeySequence(QStringLiteral("Alt+Return")),
-                              QKeySequence(QStringLiteral("Alt+Enter"))});
+    properties->setShortcuts(
+        {QKeySequence(QStringLiteral("Alt+Return")), QKeySequence(QStringLiteral("Alt+Enter"))});
     actions_.Add({.objectName = "actionEdit_Description",
                   .text = QT_TRANSLATE_NOOP("WEFTMain", "Edit Description"),
                   .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Go to the description"),

@@ -7,6 +7,7 @@
 #include "UI/Inspector/Inspector.h"
 #include "UI/Widgets/ActionSet.h"
 
+class ArtNetPatchPage;
 class FormScrollArea;
 class InspectorCanvas;
 class InspectorForm;
@@ -27,9 +28,10 @@ public:
         QUndoStack& undoStack;
         InspectorCanvas& canvas;
         PixelsOfElement pixels;
-        FormScrollArea& area; ///< gets the form
-        QWidget& frame;       ///< is shown and hidden
-        QWidget& window;      ///< owns the actions
+        ArtNetPatchPage& addressPage; ///< the form owns it from then on
+        FormScrollArea& area;         ///< gets the form
+        QWidget& frame;               ///< is shown and hidden
+        QWidget& window;              ///< owns the actions
     };
 
     explicit InspectorPanel(const Parts& parts);

@@ -13,6 +13,7 @@
 #include "Model/ArtNetNodeModel.h"
 #include "Platform/IPv4.h"
 #include "Platform/Text.h"
+#include "UI/Inspector/MultipleItems.h"
 
 const QString NodeComboBox::EnterNode = QStringLiteral("manual");
 const QString NodeComboBox::EditNode = QStringLiteral("edit");
@@ -84,7 +85,7 @@ std::vector<NodeComboBox::Entry> NodeComboBox::Entries() const
 {
     std::vector<Entry> entries;
     if (shown_.mixed)
-        entries.push_back({tr("(multiple items selected)"), QVariant()});
+        entries.push_back({MultipleItemsText(), QVariant()});
     const QString automatic = QString::fromWCharArray(AutoNode);
     entries.push_back({automatic, automatic});
     const ArtNetNodeModel::Table& all = nodes_.GetAllNodes();

@@ -6,10 +6,12 @@
 #include "UI/Editor/EditorDisplayState.h"
 #include "UI/Editor/WeftMapEditorScene.h"
 #include "UI/Editor/WeftMapEditorView.h"
+#include "UI/Inspector/ArtNetPatchPage.h"
 #include "UI/Inspector/InspectorCanvas.h"
 #include "UI/Inspector/InspectorPanel.h"
 #include "UI/Main/DisplayControls.h"
 #include "UI/Main/MainWindowForm.h"
+#include "UI/Network/NetworkChoice.h"
 
 namespace {
 
@@ -49,13 +51,21 @@ private:
 
 InspectorInWindow::InspectorInWindow(const Parts& parts)
     : canvas_(std::make_unique<InspectedScene>(parts))
-    , panel_(std::make_unique<InspectorPanel>(InspectorPanel::Parts{
-          parts.manager, parts.undoStack, *canvas_,
-          [&engine = parts.engine](const MappedLedItem& element) {
-              return engine.FindElementBitmap(element);
-          },
-          *parts.form.inspectorScrollArea, *parts.form.objectInspectorPannel, parts.window}))
 {
+    auto* addressPage =
+        new ArtNetPatchPage({parts.manager, parts.nodes, parts.undoStack, parts.boxes, *canvas_});
+    panel_ = std::make_unique<InspectorPanel>(
+        InspectorPanel::Parts{parts.manager, parts.undoStack, *canvas_,
+                              [&engine = parts.engine](const MappedLedItem& element) {
+                                  return engine.FindElementBitmap(element);
+                              },
+                              *addressPage, *parts.form.inspectorScrollArea,
+                              *parts.form.objectInspectorPannel, parts.window});
+    const auto showNetwork = [addressPage, &network = parts.network] {
+        addressPage->SetNetwork(network.GetNetworkPattern());
+    };
+    QObject::connect(&parts.network, &NetworkChoice::networkChanged, addressPage, showNetwork);
+    showNetwork();
     Inspector* inspector = &panel_->GetInspector();
     QObject::connect(&parts.editor, &EditorController::selectionHasChanged, inspector,
                      &Inspector::SelectionHasChanged);

@@ -3,6 +3,7 @@
 
 #include <memory>
 
+class ArtNetNodeModel;
 class DeviceManager;
 class DisplayControls;
 class EditorController;
@@ -10,6 +11,8 @@ class InspectorCanvas;
 class InspectorPanel;
 class LEDEngine;
 class MainWindowForm;
+class NetworkChoice;
+class OperatorBoxes;
 class QUndoStack;
 class QWidget;
 class WeftMapEditorScene;
@@ -23,8 +26,11 @@ public:
     struct Parts
     {
         DeviceManager& manager;
+        ArtNetNodeModel& nodes;
         LEDEngine& engine;
+        const NetworkChoice& network;
         QUndoStack& undoStack;
+        OperatorBoxes& boxes;
         WeftMapEditorScene& scene;
         EditorController& editor;
         const EditorDisplayState& display;

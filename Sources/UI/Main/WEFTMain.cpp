@@ -170,9 +170,9 @@ void WEFTMain::BuildDocument()
     editorActions_ = std::make_unique<EditorActionSet>(
         EditorActionSet::Parts{*editor_, *scene_, undoStack_, *this});
     displayControls_ = std::make_unique<DisplayControls>(display_, settings_, *this);
-    inspector_ = std::make_unique<InspectorInWindow>(
-        InspectorInWindow::Parts{*deviceManager_, *engine_, undoStack_, *scene_, *editor_, display_,
-                                 *displayControls_, *form_, *this});
+    inspector_ = std::make_unique<InspectorInWindow>(InspectorInWindow::Parts{
+        *deviceManager_, *nodeModel_, *engine_, *network_, undoStack_, boxes_, *scene_, *editor_,
+        display_, *displayControls_, *form_, *this});
 }
 
 void WEFTMain::BuildToolBar()

@@ -1,0 +1,412 @@
+// SPDX-License-Identifier: MIT
+// The inspector's page for the Art-Net address: numbers, nodes and words, worked by keys.
+#include "Model/ArtNetNodeModel.h"
+#include "Model/MappedDeviceModel.h"
+#include "UI/Main/Desk.h"
+
+namespace {
+
+struct BarAt
+{
+    const char* name;
+    int universe;
+    int channel;
+    const char* node = "Auto";
+};
+
+ArtNetNodeRecord Node(const char* ip, const char* name)
+{
+    ArtNetNodeRecord node;
+    node.ip = ip;
+    node.name = name;
+    return node;
+}
+
+class Patch : public Desk
+{
+protected:
+    using Rows = std::vector<int>;
+
+    /// Bars of 36 channels.
+    void StartWithBars(const std::vector<BarAt>& bars)
+    {
+        QString elements;
+        double left = 0.1;
+        for (const auto& [name, universe, channel, node] : bars)
+            elements +=
+                Element({left += 0.01, 0.5}, {0.01, 0.05}, universe, channel, QLatin1String(node))
+                    .replace("\"Bar\""_q, "\"%1\""_q.arg(QLatin1String(name)));
+        StartWith(elements);
+    }
+    void Select(const Rows& rows) const
+    {
+        const WeftMapEditorScene::SelectionBatch batch(Scene());
+        Scene().UnSelectAll();
+        for (const int row : rows)
+            Scene().SetSelected(Scene().AllIds().at(static_cast<std::size_t>(row)), true);
+    }
+    /// Universe and channel of each bar, with its node when it has one.
+    [[nodiscard]] std::string Addresses() const
+    {
+        auto* list = qobject_cast<QAbstractProxyModel*>(Find<QTreeView>("mappedTreeView")->model());
+        auto* document = qobject_cast<MappedDeviceModel*>(list->sourceModel());
+        QStringList texts;
+        for (const MappedLedItem* element : document->GetAllItems()) {
+            const DMXMappingArtNet& address = *element->GetArtNetMapping();
+            QString text = "%1/%2"_q.arg(address.GetPortAddress()).arg(address.GetChannel());
+            if (!address.IsAuto())
+                text += QString::fromStdWString(L" " + address.GetIpconf() + L" " +
+                                                address.GetIpName());
+            texts.append(text.trimmed());
+        }
+        return texts.join(", "_q).toStdString();
+    }
+    void Keys(const char* box, const char* text, int key = Qt::Key_Return) const
+    {
+        auto* field = Find<QSpinBox>(box);
+        field->setFocus(Qt::TabFocusReason);
+        QTest::keyClicks(field, QLatin1String(text));
+        QTest::keyClick(field, static_cast<Qt::Key>(key));
+    }
+    [[nodiscard]] ArtNetNodeModel& Nodes() const
+    {
+        return *qobject_cast<ArtNetNodeModel*>(Find<QTreeView>("artNetNodes")->model());
+    }
+    [[nodiscard]] QComboBox& List() const { return *Find<QComboBox>("comboBoxsArtnetIP"); }
+    /// What can be chosen, with the current one in brackets.
+    [[nodiscard]] std::string Choices() const
+    {
+        QStringList texts;
+        for (int row = 0; row < List().count(); ++row)
+            texts.append(row == List().currentIndex() ? "[%1]"_q.arg(List().itemText(row))
+                                                      : List().itemText(row));
+        return texts.join(" "_q).toStdString();
+    }
+    [[nodiscard]] std::string Words(const char* label = "labelPatchWords") const
+    {
+        QCoreApplication::processEvents();
+        return Find<QLabel>(label)->text().toStdString();
+    }
+    [[nodiscard]] std::string File()
+    {
+        const QString path = Path("now%1.wfm"_q.arg(++files_));
+        person.WillChoose(path);
+        Trigger("actionExport");
+        return Bytes(path);
+    }
+    /// That `edit` is one step, which can be taken back to the byte and made again. It is left
+    /// taken back.
+    void ExpectOneStep(const std::function<void()>& edit, const std::string& after)
+    {
+        const std::string before = Addresses();
+        const std::string file = File();
+        edit();
+        EXPECT_EQ(Addresses(), after);
+        const std::string changed = File();
+        EXPECT_NE(changed, file);
+        Trigger("actionUndo");
+        EXPECT_EQ(Addresses(), before);
+        EXPECT_EQ(File(), file);
+        Trigger("actionRedo");
+        EXPECT_EQ(File(), changed);
+        Trigger("actionUndo");
+        EXPECT_FALSE(Action("actionUndo")->isEnabled()) << "more than one step";
+    }
+    /// Fills the dialog for a node, of which the network leaves the last three parts open.
+    static void Fill(const QDialog& dialog, const char* name,
+                     const std::array<const char*, 3>& parts)
+    {
+        dialog.findChild<QLineEdit*>("confName"_q)->setText(QLatin1String(name));
+        for (std::size_t i = 0; i < parts.size(); ++i)
+            dialog.findChild<QLineEdit*>("octet%1"_q.arg(i + 2))->setText(QLatin1String(parts[i]));
+    }
+    static std::string Hint(const QDialog& dialog)
+    {
+        const bool ready = dialog.findChild<QPushButton*>("okButton"_q)->isEnabled();
+        const std::string hint = dialog.findChild<QLabel*>("hintLabel"_q)->text().toStdString();
+        EXPECT_EQ(ready, hint.empty());
+        return hint;
+    }
+
+private:
+    int files_ = 0;
+};
+
+constexpr char Dmx[] = "spinBoxDMXChannel";
+constexpr char Universe[] = "spinBoxArtnetUniv";
+constexpr char Subnet[] = "spinBoxArtnetSubnet";
+
+} // namespace
+
+TEST_F(Patch, NumbersAreTypedForAllAndSteppedForEach)
+{
+    struct Case
+    {
+        Rows rows;
+        const char* box;
+        const char* typed;
+        int key;
+        const char* after;
+    };
+    StartWithBars({{"A", 0, 1}, {"B", 3, 40}, {"C", 3, 470}});
+    for (const auto& [rows, box, typed, key, after] : std::initializer_list<Case>{
+             {{0}, Dmx, "100", Qt::Key_Return, "0/100, 3/40, 3/470"},
+             {{0}, Dmx, "100", Qt::Key_Tab, "0/100, 3/40, 3/470"},
+             {{0}, Dmx, "", Qt::Key_Up, "0/2, 3/40, 3/470"},
+             {{0, 1}, Dmx, "477", Qt::Key_Return, "0/477, 3/477, 3/470"},
+             {{0, 1}, Dmx, "1", Qt::Key_Return, "0/1, 3/1, 3/470"}, // the minimum, where Mixed is
+             {{0, 1}, Dmx, "", Qt::Key_Up, "0/2, 3/41, 3/470"},
+             {{0, 1}, Dmx, "", Qt::Key_Down, "0/1, 3/39, 3/470"}, // each within its own range
+             {{0, 2}, Dmx, "", Qt::Key_PageUp, "0/11, 3/40, 3/477"},
+             {{1, 2}, Universe, "9", Qt::Key_Return, "0/1, 9/40, 9/470"},
+             {{0, 1}, Universe, "0", Qt::Key_Return, "0/1, 0/40, 3/470"},
+             {{0, 2}, Universe, "", Qt::Key_Down, "0/1, 3/40, 2/470"},
+             {{0, 1, 2}, Subnet, "15", Qt::Key_Return, "240/1, 243/40, 243/470"},
+             {{1}, Subnet, "", Qt::Key_Up, "0/1, 19/40, 3/470"},
+         })
+    {
+        SCOPED_TRACE(after);
+        Select(rows);
+        ExpectOneStep([&, box = box, typed = typed, key = key] { Keys(box, typed, key); }, after);
+    }
+    // What isn't typed to its end, and what is there already, is no step.
+    for (const auto& [typed, key] : {std::pair("7", Qt::Key_Escape), std::pair("1", Qt::Key_Return),
+                                     std::pair("", Qt::Key_Down)})
+    {
+        Select({0});
+        Keys(Dmx, typed, key);
+        EXPECT_EQ(Addresses(), "0/1, 3/40, 3/470") << typed;
+        EXPECT_EQ(State(), "unsaved"_q);
+        EXPECT_TRUE(Action("actionRedo")->isEnabled()) << "a step was made";
+    }
+    for (const auto& [rows, most] : {std::pair(Rows{0}, 477), std::pair(Rows{0, 1}, 477)}) {
+        Select(rows);
+        EXPECT_EQ(Find<QSpinBox>(Dmx)->maximum(), most);
+    }
+}
+
+TEST_F(Patch, AnElementOutOfRangeShowsWhatItHasUntilItIsEdited)
+{
+    StartWithBars({{"High", 20, 500}, {"Low", 3, 0}});
+    Select({0});
+    EXPECT_EQ(Find<QSpinBox>(Dmx)->value(), 500);
+    EXPECT_EQ(Find<QSpinBox>(Universe)->value(), 20);
+    EXPECT_EQ(Words(), "0:20, channels 500 to 512, reaches beyond 512");
+    Keys(Dmx, "500");
+    Keys(Dmx, "", Qt::Key_Up);
+    EXPECT_EQ(Addresses(), "20/500, 3/0");
+    ExpectOneStep([this] { Keys(Dmx, "", Qt::Key_Down); }, "20/477, 3/0");
+    ExpectOneStep([this] { Keys(Dmx, "490"); }, "20/477, 3/0");
+    Select({1});
+    EXPECT_EQ(Find<QSpinBox>(Dmx)->value(), 0);
+    EXPECT_EQ(Words(), "0:3, no channels");
+    Select({0, 1});
+    EXPECT_EQ(Words(), "1 reach beyond 512");
+    ExpectOneStep([this] { Keys(Dmx, "", Qt::Key_Up); }, "20/500, 3/1");
+}
+
+TEST_F(Patch, WordsSayWhatIsOccupiedAndWithWhom)
+{
+    std::vector<BarAt> bars = {{"One", 4, 97},
+                               {"Two", 4, 132},
+                               {"Three", 4, 133},
+                               {"Four", 5, 97, "2.0.0.20"},
+                               {"Five", 4, 90, "2.0.0.20"},
+                               {"<b>Six</b>", 6, 97},
+                               {"", 6, 98},
+                               {"Far", 7, 1, "10.0.0.9"}};
+    const std::string conflict = "Universe is used by devices in unicast and broadcast mode";
+    for (int i = 0; i < 9; ++i)
+        bars.push_back({"Nine", 9, 1});
+    StartWithBars(bars);
+    struct Case
+    {
+        Rows rows;
+        const char* words;
+        bool inConflict;
+    };
+    for (const auto& [rows, words, inConflict] : std::initializer_list<Case>{
+             {{0}, "0:4, channels 97 to 132\nShares channels with: Five, Two", true},
+             {{2}, "0:4, channels 133 to 168\nShares channels with: Two", true},
+             {{3}, "0:5, channels 97 to 132", false},
+             {{4}, "0:4, channels 90 to 125\nShares channels with: One", true},
+             {{6}, "0:6, channels 98 to 133\nShares channels with: <b>Six</b>", false},
+             {{5},
+              "0:6, channels 97 to 132\nShares channels with: an element without description",
+              false},
+             {{7},
+              "0:7, channels 1 to 36\n10.0.0.9 is not in the chosen network: nothing is sent to it",
+              false},
+             {{8},
+              "0:9, channels 1 to 36\nShares channels with: Nine, Nine, Nine, Nine, Nine, Nine, "
+              "Nine, Nine",
+              false},
+             {{8, 9}, "Shares channels with: Nine, Nine, Nine, Nine and 5 more", false},
+             {{3, 5}, "Shares channels with: an element without description", false},
+             {{3, 7}, "", false},
+         })
+    {
+        Select(rows);
+        EXPECT_EQ(Words(), words);
+        EXPECT_EQ(Words("errorMessage"), inConflict ? conflict : "") << words;
+    }
+    // They follow edits, also of what is not selected.
+    Select({3});
+    Keys(Dmx, "97");
+    Keys(Universe, "6");
+    EXPECT_EQ(Words(), "0:6, channels 97 to 132\nShares channels with: <b>Six</b>, an element "
+                       "without description");
+    EXPECT_EQ(Words("errorMessage"), conflict);
+    Trigger("actionUndo");
+    EXPECT_EQ(Words(), "0:5, channels 97 to 132");
+    EXPECT_EQ(Words("errorMessage"), "");
+}
+
+TEST_F(Patch, TheListFollowsTheNodes)
+{
+    StartWithBars({{"A", 0, 1}, {"B", 0, 40}});
+    Select({0});
+    EXPECT_EQ(Choices(), "[Auto] Manual...");
+    Nodes().UpdateNodes({Node("2.0.0.20", "Left"), Node("10.0.0.9", "Far")});
+    EXPECT_EQ(Choices(), "[Auto] Left (2.0.0.20)(0) Manual...");
+    ExpectOneStep([this] { Support::Pick(List(), "Left (2.0.0.20)(0)"); },
+                  "0/1 2.0.0.20 Left, 0/40");
+    Trigger("actionRedo");
+    EXPECT_EQ(Choices(), "Auto [Left (2.0.0.20)(0)] Manual...");
+    // By its address, whatever comes before it.
+    Nodes().UpdateNodes({Node("2.0.0.20", "Left"), Node("2.0.0.11", "%1")});
+    EXPECT_EQ(Choices(), "Auto %1 (2.0.0.11)(0) [Left (2.0.0.20)(0)] Manual...");
+    Nodes().UpdateNodes({});
+    EXPECT_EQ(Choices(), "Auto %1 (2.0.0.11)(0) [Left (2.0.0.20)(0)] Manual...");
+    Nodes().UpdateNodes({Node("2.0.0.20", "Right")});
+    EXPECT_EQ(Choices(), "Auto %1 (2.0.0.11)(0) [Right (2.0.0.20)(0)] Manual...");
+    Select({0, 1});
+    EXPECT_EQ(Choices(),
+              "[(multiple items selected)] Auto %1 (2.0.0.11)(0) Right (2.0.0.20)(0) Manual...");
+    EXPECT_FALSE(List().model()->flags(List().model()->index(0, 0)) & Qt::ItemIsSelectable);
+
+    // An open list stays as it is, until it is closed.
+    List().setFocus();
+    QTest::keyClick(&List(), Qt::Key_Down);
+    Nodes().Clear();
+    EXPECT_EQ(List().count(), 5);
+    QTest::keyClick(List().view(), Qt::Key_Escape);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Choices(), "[(multiple items selected)] Auto Manual...");
+
+    Nodes().UpdateNodes({Node("2.0.0.20", "Right")});
+    Support::Pick(*Find<QComboBox>("networkCombo"), "Disabled");
+    Select({0});
+    EXPECT_EQ(Choices(), "[Auto] Manual...");
+    EXPECT_EQ(Addresses(), "0/1 2.0.0.20 Left, 0/40") << "what only the list can't show";
+}
+
+TEST_F(Patch, AManualNodeIsEnteredEditedAndDeleted)
+{
+    StartWithBars({{"A", 0, 1}, {"B", 0, 40}, {"C", 0, 80, "2.0.0.50"}});
+    Nodes().UpdateNodes({Node("2.0.0.20", "Left")});
+    Select({0, 1});
+    const auto enter = [this] {
+        Support::Pick(List(), "Manual...");
+    };
+
+    for (const bool accepts : {false, true}) {
+        person.Will([&](QDialog& dialog) {
+            EXPECT_EQ(Hint(dialog), "Part 2 of the address is missing: a number from 0 to 255");
+            Fill(dialog, "Truss", {"0", "x", "9"});
+            EXPECT_EQ(Hint(dialog), "Part 3 of the address is missing: a number from 0 to 255");
+            Fill(dialog, "Truss", {"0", "0", "20"});
+            EXPECT_EQ(Hint(dialog), "2.0.0.20 is in the list already: Left");
+            Fill(dialog, "Truss", {"255", "255", "255"});
+            EXPECT_EQ(Hint(dialog), "2.255.255.255 is for all nodes of the network, not for one");
+            Fill(dialog, " Truss ", {"0", "0", "30"});
+            EXPECT_EQ(Hint(dialog), "");
+            EXPECT_FALSE(dialog.findChild<QPushButton*>("deleteButton"_q)->isVisible());
+            if (!accepts)
+                dialog.reject();
+            else
+                QTest::keyClick(dialog.findChild<QLineEdit*>("confName"_q), Qt::Key_Return);
+        });
+        if (accepts) {
+            ExpectOneStep(enter, "0/1 2.0.0.30 Truss, 0/40 2.0.0.30 Truss, 0/80 2.0.0.50");
+        } else {
+            enter();
+            EXPECT_EQ(State(), QString());
+        }
+        EXPECT_EQ(Choices(), "[Auto] Left (2.0.0.20)(0) Manual...");
+    }
+    Trigger("actionRedo");
+    EXPECT_EQ(Choices(), "Auto Left (2.0.0.20)(0) [Truss (2.0.0.30)(0)] Manual... Edit...");
+    Select({0, 2});
+    EXPECT_EQ(List().findText("Edit..."_q), -1);
+    Trigger("actionSave_File"); // which begins a new history
+    EXPECT_NE(DocumentBytes().find("<ManualNode Name=\"Truss\" IP=\"2.0.0.30\""),
+              std::string::npos);
+
+    // Every element of the node follows, selected or not.
+    Select({0});
+    const auto edit = [this] {
+        Support::Pick(List(), "Edit...");
+    };
+    for (const auto& [name, last, after] :
+         {std::tuple("Floor", "31", "0/1 2.0.0.31 Floor, 0/40 2.0.0.31 Floor, 0/80 2.0.0.50"),
+          std::tuple("Floor", "30", "0/1 2.0.0.30 Floor, 0/40 2.0.0.30 Floor, 0/80 2.0.0.50")})
+    {
+        person.Will([name = name, last = last](QDialog& dialog) {
+            EXPECT_EQ(Hint(dialog), "");
+            Fill(dialog, name, {"0", "0", last});
+            dialog.accept();
+        });
+        ExpectOneStep(edit, after);
+    }
+    person.Will([](QDialog& dialog) { dialog.accept(); });
+    edit();
+    EXPECT_FALSE(Action("actionUndo")->isEnabled()) << "as it was";
+
+    person.WillPress("Delete"_q);
+    person.WillPress("Yes"_q);
+    ExpectOneStep(edit, "0/1, 0/40, 0/80 2.0.0.50");
+    EXPECT_EQ(person.seen.back().title, "Manual IP"_q);
+    EXPECT_EQ(person.seen[person.seen.size() - 2].title, "x"_q);
+}
+
+TEST_F(Patch, WhileTheDialogIsOpenTheNetworkAndTheDocumentGoOn)
+{
+    StartWithBars({{"A", 0, 1}});
+    Select({0});
+    person.Will([this](QDialog& dialog) {
+        Fill(dialog, "Truss", {"0", "0", "30"});
+        Nodes().UpdateNodes({Node("2.0.0.30", "Left")});
+        dialog.accept();
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(Hint(dialog), "2.0.0.30 is in the list already: Left");
+        Fill(dialog, "Truss", {"0", "0", "31"});
+        dialog.accept();
+    });
+    Support::Pick(List(), "Manual...");
+    EXPECT_EQ(Addresses(), "0/1 2.0.0.31 Truss");
+    // A manual node that answers is a manual one no longer.
+    person.Will([this](QDialog& dialog) {
+        Nodes().UpdateNodes({Node("2.0.0.31", "Own name")});
+        Fill(dialog, "Other", {"0", "0", "32"});
+        dialog.accept();
+    });
+    Support::Pick(List(), "Edit...");
+    EXPECT_EQ(Choices(), "Auto Left (2.0.0.30)(0) [Own name (2.0.0.31)(0)] Manual...");
+    Trigger("actionUndo");
+    EXPECT_EQ(Addresses(), "0/1");
+    EXPECT_EQ(Choices(), "[Auto] Left (2.0.0.30)(0) Own name (2.0.0.31)(0) Manual...");
+
+    const QString other = WriteDocument("other.wfm"_q, {.network = "2.0.0.1"_q});
+    person.Will([&](QDialog& dialog) {
+        Fill(dialog, "Truss", {"0", "0", "40"});
+        person.WillPress("Yes"_q);
+        DropFile(other, {50, 50});
+        QCoreApplication::processEvents();
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    Support::Pick(List(), "Manual...");
+    EXPECT_EQ(Addresses(), "0/1");
+    EXPECT_FALSE(Nodes().IsManualNode("2.0.0.40"_q));
+    EXPECT_FALSE(Action("actionUndo")->isEnabled());
+}
