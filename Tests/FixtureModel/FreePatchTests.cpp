@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "FixtureModel/FreePatch.h"
+#include "FixtureModel/PatchRun.h"
 
 #include <gtest/gtest.h>
 
@@ -29,4 +29,26 @@ TEST(FreePatch, GoesBehindEverythingPatchedAndPastTakenUniverses)
          })
         EXPECT_EQ(NextFreePatch(patched, channels, taken), next)
             << next.subnet << '/' << next.universe << '/' << next.channel;
+}
+
+TEST(PatchRun, GoesOnBehindTheElementBeforeAndWrapsAtTheEnds)
+{
+    constexpr std::int32_t most = std::numeric_limits<std::int32_t>::max();
+    using Case = std::tuple<PatchAddress, int, int, PatchAddress>;
+    for (const auto& [before, taken, channels, next] : {
+             Case{{0, 0, 1}, 170, 170, {0, 0, 171}},
+             Case{{0, 0, 171}, 170, 170, {0, 0, 341}},
+             Case{{0, 0, 341}, 170, 170, {0, 1, 1}},
+             Case{{0, 0, 171}, 170, 171, {0, 1, 1}}, // 341 to 511 would just fit
+             Case{{0, 0, 1}, 36, 3, {0, 0, 37}},
+             Case{{0, 0, 1}, 512, 512, {0, 1, 1}},
+             Case{{0, 0, 511}, 0, 0, {0, 0, 511}},
+             Case{{0, 15, 500}, 36, 36, {1, 0, 1}},
+             Case{{15, 15, 500}, 36, 36, {0, 0, 1}},
+             // A document may hold any number.
+             Case{{most, most, most}, 3, 3, {0, 0, 1}},
+             Case{{-3, -5, -7}, 3, 3, {-3, -5, -4}},
+         })
+        EXPECT_EQ(NextInRun(before, taken, channels), next)
+            << before.subnet << '/' << before.universe << '/' << before.channel;
 }
