@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "Model/DeviceManager.h"
-#include "Model/MappedObjectListProxy.h"
 
 RemoveRectangleCommand::RemoveRectangleCommand(DeviceManager& manager, ElementIds ids)
     : QUndoCommand(QObject::tr("Remove Rectangle Fixture"))
@@ -24,27 +23,15 @@ void RemoveRectangleCommand::undo()
 }
 
 CreateNewMappingCommand::CreateNewMappingCommand(DeviceManager& manager, MappedObjectParams params)
-    : QUndoCommand(QObject::tr("Map Device(s)"))
-    , manager_(manager)
+    : AddElementsCommand(manager, QObject::tr("Map Device(s)"))
     , params_(std::move(params))
 {}
 
-void CreateNewMappingCommand::redo()
+ElementIds CreateNewMappingCommand::Add()
 {
-    if (!taken_.empty()) {
-        manager_.PutBackElements(std::exchange(taken_, {}));
-    } else {
-        const QModelIndex added = manager_.AddMappedObject(params_);
-        if (!added.isValid())
-            return;
-        elementId_ = manager_.GetUniqueID(added);
-        manager_.ApplyObjectParams(added, params_);
-    }
-    manager_.GetMappedObjectListProxy()->SelectByUniqueIDs({elementId_});
-    manager_.SetDocumentDirty(true);
-}
-
-void CreateNewMappingCommand::undo()
-{
-    taken_ = manager_.TakeElements({elementId_});
+    const QModelIndex added = Manager().AddMappedObject(params_);
+    if (!added.isValid())
+        return {};
+    Manager().ApplyObjectParams(added, params_);
+    return {Manager().GetUniqueID(added)};
 }

@@ -5,6 +5,7 @@
 
 #include "Model/ElementChanges.h"
 #include "Model/TakenElement.h"
+#include "UI/Commands/AddElementsCommand.h"
 #include "UI/Commands/ElementCommand.h"
 
 /// Takes elements out of the document. Undone, the same elements are back in the same rows.
@@ -25,22 +26,17 @@ private:
     TakenElements taken_; ///< while they are out of the document
 };
 
-/// Places a fixture of the library, and selects the new element in the list. Done again, it brings
-/// back the element that it made first.
-class CreateNewMappingCommand final : public QUndoCommand
+/// Places a fixture of the library.
+class CreateNewMappingCommand final : public AddElementsCommand
 {
 public:
     /// `params` is what the element is made from. `manager` outlives the command.
     CreateNewMappingCommand(DeviceManager& manager, MappedObjectParams params);
 
-    void undo() override;
-    void redo() override;
     [[nodiscard]] int id() const override { return CreateCommandId; }
-    bool mergeWith(const QUndoCommand*) override { return false; }
 
 private:
-    DeviceManager& manager_;
+    [[nodiscard]] ElementIds Add() override;
+
     MappedObjectParams params_;
-    std::int64_t elementId_ = 0; ///< 0 until the element was made
-    TakenElements taken_;        ///< while the element is out of the document
 };

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Commands/AddElementsCommand.h"
+
+#include <utility>
+
+#include "Model/DeviceManager.h"
+#include "Model/MappedObjectListProxy.h"
+
+AddElementsCommand::AddElementsCommand(DeviceManager& manager, const QString& text)
+    : QUndoCommand(text)
+    , manager_(manager)
+{}
+
+void AddElementsCommand::redo()
+{
+    if (std::exchange(made_, true))
+        manager_.PutBackElements(std::exchange(taken_, {}));
+    else
+        ids_ = Add();
+    if (ids_.empty())
+        return;
+    manager_.GetMappedObjectListProxy()->SelectByUniqueIDs(ids_);
+    manager_.SetDocumentDirty(true);
+}
+
+void AddElementsCommand::undo()
+{
+    taken_ = manager_.TakeElements(ids_);
+}
