@@ -6,12 +6,15 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <memory>
 #include <set>
+#include <thread>
 #include <vector>
 
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QFrame>
 #include <QGraphicsRectItem>
@@ -19,6 +22,7 @@
 #include <QGraphicsView>
 #include <QLayout>
 #include <QScrollBar>
+#include <QVBoxLayout>
 
 #include "CanvasStage.h"
 #include "Model/ArtNetNodeModel.h"
@@ -27,6 +31,9 @@
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Inspector/ArtNetPatchPage.h"
 #include "UI/Inspector/InspectorCanvas.h"
+#include "UI/Inspector/InspectorPanel.h"
+#include "UI/Widgets/DeskLook.h"
+#include "UI/Widgets/FormScrollArea.h"
 
 namespace {
 
@@ -63,9 +70,8 @@ public:
     explicit Stage(int elements)
         : stage(Canvas, ViewSize)
     {
-        auto* inspector = new QFrame;
-        inspector->setFixedWidth(250);
-        stage.window.layout()->addWidget(inspector);
+        place->setFixedWidth(250);
+        stage.window.layout()->addWidget(place);
         QObject::connect(stage.controller.get(), &EditorController::selectionHasChanged, [this] {
             const auto indexes = stage.scene->SelectedIndexes();
             selectionSet = {indexes.begin(), indexes.end()};
@@ -78,6 +84,7 @@ public:
 
     std::set<QPersistentModelIndex> selectionSet;
     CanvasStage stage;
+    QFrame* place = new QFrame; ///< of the inspector; the window owns it
     std::vector<std::int64_t> ids;
 };
 
@@ -303,32 +310,33 @@ BENCHMARK(RemoveAndBack)
     ->Iterations(7)
     ->UseManualTime();
 
-/// The page of the inspector for addresses, as the inspector keeps it up to date.
-class PatchPage : public InspectorCanvas
+/// The whole inspector beside the canvas.
+class Inspected final : public InspectorCanvas
 {
 public:
-    explicit PatchPage(Stage& real)
+    explicit Inspected(Stage& real)
         : stage_(real.stage)
-        , page({stage_.manager, nodes_, stage_.undo, boxes_, *this})
+        , page(new ArtNetPatchPage({stage_.manager, nodes_, stage_.undo, boxes_, *this}))
+        , panel_({stage_.manager, stage_.undo, *this, [](const MappedLedItem&) { return nullptr; },
+                  *page, area_, frame, stage_.window})
     {
-        stage_.window.layout()->addWidget(&page);
-        QObject::connect(stage_.controller.get(), &EditorController::selectionHasChanged, &page,
-                         [this] { Show(); });
-        QObject::connect(&stage_.manager, &DeviceManager::elementsPatched, &page,
-                         [this] { Show(); });
-        stage_.controller->ActionSelectAll();
+        frame.setStyleSheet(DeskStyleSheet());
+        (new QVBoxLayout(&frame))->addWidget(&area_);
+        real.place->hide();
+        stage_.window.layout()->addWidget(&frame);
+        QObject::connect(stage_.controller.get(), &EditorController::selectionHasChanged,
+                         &panel_.GetInspector(), &Inspector::SelectionHasChanged);
         QApplication::processEvents();
     }
-    ~PatchPage() override { page.setParent(nullptr); }
+    ~Inspected() override { frame.setParent(nullptr); }
 
-    void Show()
-    {
-        const ElementIds ids = SelectedIds();
-        page.Show(FoldElements(stage_.manager, ids), ids);
-    }
     [[nodiscard]] ElementIds SelectedIds() const override { return stage_.scene->SelectedIds(); }
     [[nodiscard]] double GroupAngle() const override { return 0; }
     void TurnGroupBy(double) override {}
+    [[nodiscard]] bool IsDragging() const override
+    {
+        return stage_.scene->GetGestures().IsDragging();
+    }
     void EndGesture() override {}
     [[nodiscard]] bool SnapsToGrid() const override { return true; }
     void TakeFocus() override {}
@@ -339,22 +347,91 @@ private:
     WidgetBoxes boxes_;
 
 public:
-    ArtNetPatchPage page;
+    QFrame frame;
+    ArtNetPatchPage* page;
+
+private:
+    FormScrollArea area_;
+    InspectorPanel panel_;
 };
+
+/// What a panel over all elements costs: selecting them, one step of a box that they don't share,
+/// and taking it back.
+void InspectAll(benchmark::State& state)
+{
+    Stage real(All);
+    const Inspected inspected(real);
+    auto* left = inspected.frame.findChild<QAbstractSpinBox*>(QStringLiteral("spinBoxX"));
+    std::vector<double> selected;
+    std::vector<double> stepped;
+    std::vector<double> undone;
+    for (auto _ : state) {
+        real.stage.controller->ActionUnSelectAll();
+        QApplication::processEvents();
+        selected.push_back(
+            MillisecondsOf(real.stage.window, [&] { real.stage.controller->ActionSelectAll(); }));
+        stepped.push_back(MillisecondsOf(real.stage.window, [&] { left->stepUp(); }));
+        undone.push_back(MillisecondsOf(real.stage.window, [&] { real.stage.undo.undo(); }));
+        state.SetIterationTime(stepped.back() / 1e3);
+    }
+    state.counters["select_ms"] = Median(selected);
+    state.counters["step_ms"] = Median(stepped);
+    state.counters["undo_ms"] = Median(undone);
+}
+BENCHMARK(InspectAll)->Iterations(15)->UseManualTime();
+
+/// How much longer a step of a drag of one element takes while the inspector shows it than while
+/// the inspector is hidden: the mean of steps that come as fast as those of a mouse, since the
+/// inspector doesn't follow each.
+void InspectedDragStep(benchmark::State& state)
+{
+    Stage real(All);
+    Inspected inspected(real);
+    real.stage.scene->SetSelected(real.ids.front(), true);
+    const QPointF start = CentreOf(0);
+    real.stage.Press(start);
+    int step = 0;
+    const auto move = [&] {
+        QCoreApplication::processEvents();
+        ++step;
+        real.stage.MoveTo(start + QPointF(step % 40, step % 30));
+    };
+    std::array<double, 2> sums{};
+    constexpr int steps = 50;
+    for (auto _ : state) {
+        const double before = sums[true];
+        for (const bool visible : {false, true}) {
+            inspected.frame.setVisible(visible);
+            QApplication::processEvents();
+            for (int i = 0; i < steps; ++i) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(8));
+                sums[visible] += MillisecondsOf(real.stage.window, move);
+            }
+        }
+        state.SetIterationTime((sums[true] - before) / steps / 1e3);
+    }
+    real.stage.Release(start);
+    const auto all = static_cast<double>(state.iterations() * steps);
+    state.counters["hidden_ms"] = sums[false] / all;
+    state.counters["shown_ms"] = sums[true] / all;
+}
+BENCHMARK(InspectedDragStep)->Iterations(9)->UseManualTime();
 
 /// The universe of all elements, typed, and taken back, with the list sorted by a column.
 void PatchAllAndBack(benchmark::State& state)
 {
     Stage real(All);
     real.stage.list->sortByColumn(static_cast<int>(state.range(0)), Qt::AscendingOrder);
-    PatchPage patch(real);
+    const Inspected inspected(real);
+    real.stage.controller->ActionSelectAll();
+    QApplication::processEvents();
     std::vector<double> times;
     std::vector<double> undone;
     int universe = 0;
     for (auto _ : state) {
         universe = universe % 15 + 1;
-        times.push_back(
-            MillisecondsOf(real.stage.window, [&] { patch.page.artnetUnivSpinChanged(universe); }));
+        times.push_back(MillisecondsOf(real.stage.window,
+                                       [&] { inspected.page->artnetUnivSpinChanged(universe); }));
         undone.push_back(MillisecondsOf(real.stage.window, [&] { real.stage.undo.undo(); }));
         state.SetIterationTime(times.back() / 1e3);
     }

@@ -38,9 +38,13 @@ double ShownAngle(double degrees)
 
 void ShowFlip(QCheckBox& box, const Shared<bool>& flip)
 {
+    const Qt::CheckState state = flip.mixed   ? Qt::PartiallyChecked
+                                 : flip.value ? Qt::Checked
+                                              : Qt::Unchecked;
     const QSignalBlocker blocker(&box);
     box.setTristate(flip.mixed);
-    box.setCheckState(flip.mixed ? Qt::PartiallyChecked : flip.value ? Qt::Checked : Qt::Unchecked);
+    if (box.checkState() != state) // Setting it paints it.
+        box.setCheckState(state);
 }
 
 } // namespace
@@ -48,6 +52,13 @@ void ShowFlip(QCheckBox& box, const Shared<bool>& flip)
 Inspector::Inspector(const Parts& parts)
     : parts_(parts)
 {
+    constexpr int pauseMilliseconds = 40;
+    pause_.setSingleShot(true);
+    pause_.setInterval(pauseMilliseconds);
+    connect(&pause_, &QTimer::timeout, this, [this] {
+        if (stale_)
+            UpdateInspectorGeometry();
+    });
     Connect();
     ConnectModel();
     parts_.form.installEventFilter(this);
@@ -85,7 +96,7 @@ void Inspector::Connect()
 void Inspector::ConnectModel()
 {
     const DeviceManager* manager = &parts_.manager;
-    connect(manager, &DeviceManager::elementsChanged, this, &Inspector::UpdateInspector);
+    connect(manager, &DeviceManager::elementsChanged, this, &Inspector::UpdateInspectorGeometry);
     connect(manager, &DeviceManager::elementsPatched, this, &Inspector::UpdateInspector);
     connect(manager, &DeviceManager::elementsRenamed, this, &Inspector::UpdateInspector);
     connect(manager, &DeviceManager::changeCanvasSize, this, &Inspector::UpdateInspector);
@@ -110,6 +121,16 @@ void Inspector::UpdateInspector()
     stale_ = !parts_.form.isVisible();
     if (!stale_)
         Show();
+}
+
+void Inspector::UpdateInspectorGeometry()
+{
+    stale_ = true;
+    if (pause_.isActive() && parts_.canvas.IsDragging())
+        return;
+    UpdateInspector();
+    if (parts_.canvas.IsDragging())
+        pause_.start();
 }
 
 bool Inspector::eventFilter(QObject* watched, QEvent* event)
@@ -138,7 +159,6 @@ void Inspector::ShowNames(const ElementFields& fields)
 {
     const InspectorForm& form = parts_.form;
     form.labelFixture->setText(SharedText(fields.fixture));
-    form.labelFixture->setToolTip(form.labelFixture->text());
     form.editDescription->Show(fields.description);
 }
 
@@ -147,15 +167,16 @@ void Inspector::ShowOutput(const ElementFields& fields)
     parts_.form.MappedFixtureProperties->ShowPage(fields.allArtNet ? InspectorForm::ArtNetPage
                                                                    : InspectorForm::NoAddressPage);
     SteadyComboBox& list = *parts_.form.comboDmxMappingOutput;
-    if (list.IsOpen())
+    const int rows = fields.hasArtNet.mixed ? 2 : 1;
+    const int current = fields.hasArtNet.mixed || fields.allArtNet ? 0 : -1;
+    if (list.IsOpen() || (list.count() == rows && list.currentIndex() == current))
         return;
     const QSignalBlocker blocker(&list);
     list.clear();
     list.addItem(QStringLiteral("ArtNet"));
     if (fields.hasArtNet.mixed)
         ShowMultipleItemsRow(list);
-    else
-        list.setCurrentIndex(fields.allArtNet ? 0 : -1);
+    list.setCurrentIndex(current);
 }
 
 void Inspector::ShowGeometry(const ElementFields& fields)

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include <QObject>
+#include <QTimer>
 
 #include "Model/ElementChanges.h"
 #include "Model/ElementFields.h"
@@ -61,6 +62,9 @@ private slots:
     void CheckBoxVFlipChanged(int state);
     /// The model has changed.
     void UpdateInspector();
+    /// The same for geometry, which a drag changes with each move of the mouse: more often than
+    /// anyone can read. The numbers follow some times a second then.
+    void UpdateInspectorGeometry();
 
 private:
     void Connect();
@@ -84,5 +88,6 @@ private:
 
     Parts parts_;
     ElementIds ids_;
-    bool stale_ = false; ///< the model has changed while the form was not seen
+    bool stale_ = false; ///< the model has changed since the form was shown
+    QTimer pause_;       ///< between two readings in a drag
 };

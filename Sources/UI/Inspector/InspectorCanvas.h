@@ -16,6 +16,8 @@ public:
     [[nodiscard]] virtual double GroupAngle() const = 0;
     /// Turns the group about its middle, as one undo step; none when nothing changes by it.
     virtual void TurnGroupBy(double degrees) = 0;
+    /// Whether a gesture of the mouse changes the elements at the moment.
+    [[nodiscard]] virtual bool IsDragging() const = 0;
     /// Ends a gesture of the mouse that still runs: its elements must not be edited in the middle
     /// of it.
     virtual void EndGesture() = 0;

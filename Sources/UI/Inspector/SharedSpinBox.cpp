@@ -33,8 +33,8 @@ template <class Box>
 void SharedBox<Box>::Show(const Shared<Value>& value)
 {
     const bool same = value.mixed == mixed_ && (mixed_ || value.value == shown_);
-    // A mixed box with the focus is empty, or says that it was stepped.
-    if (same && (edited_ || (mixed_ && this->hasFocus())))
+    // Qt paints a box that is set, also to the value that it has. Its range may have cut the value.
+    if (same && (edited_ || this->value() == set_))
         return;
     mixed_ = value.mixed;
     shown_ = value.value;
@@ -59,6 +59,7 @@ void SharedBox<Box>::PutBack()
         Box::setSingleStep(mixed_ ? Value(0) : step_);
     }
     this->setValue(mixed_ ? this->minimum() : shown_);
+    set_ = this->value();
     if (this->hasFocus() && this->lineEdit()->text() != before)
         this->selectAll();
 }

@@ -52,6 +52,7 @@ private:
 
     Value step_ = 1;
     Value shown_ = 0; ///< what the elements have, when it is common
+    Value set_ = 0;   ///< what the box made of it
     bool mixed_ = false;
     bool edited_ = false; ///< by keys, since it was last shown or told
 };

@@ -37,6 +37,7 @@ public:
         gestures.RotateGroupGesture(GesturePhase::Update, degrees);
         gestures.RotateGroupGesture(GesturePhase::End, degrees);
     }
+    [[nodiscard]] bool IsDragging() const override { return scene_.GetGestures().IsDragging(); }
     void EndGesture() override { scene_.GetGestures().Release(); }
     [[nodiscard]] bool SnapsToGrid() const override { return display_.snapToGrid; }
     void TakeFocus() override { view_.setFocus(); }

@@ -99,6 +99,7 @@ TEST_F(Look, TheWindowIsLegibleOnASmallScreenAndNamesWhatAPersonUses)
     for (const char* name : {"treeView", "mappedTreeView", "menubar", "networkCombo", "zoomCombo",
                              "buttonCustomFixture", "dockWidgetArtNetNodes"})
         EXPECT_GE(ContrastOf(*Find<QWidget>(name)), Legible) << name;
+    Trigger("actionSelect_All"); // for the fields of the inspector
     for (const auto* widget : window->findChildren<QWidget*>()) {
         const QString name = widget->objectName();
         if (widget->focusPolicy() & Qt::TabFocus && widget->isVisible() && !name.isEmpty() &&
