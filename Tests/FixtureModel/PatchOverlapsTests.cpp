@@ -27,13 +27,6 @@ namespace {
 constexpr wchar_t Left[] = L"2.0.0.1";
 constexpr wchar_t Right[] = L"2.0.0.2";
 
-/// Ten channels from this one.
-PatchedElement Ten(std::uint16_t universe, std::int32_t channel, const wchar_t* node = AutoNode,
-                   bool chosen = false)
-{
-    return {universe, ChannelsSent(channel, 10), node, chosen};
-}
-
 /// What the sweep must find, by its definition.
 std::vector<std::size_t> OneByOne(const std::vector<PatchedElement>& elements)
 {
@@ -60,23 +53,6 @@ std::vector<std::size_t> OneByOne(const std::vector<PatchedElement>& elements)
 } // namespace
 
 TEST(PatchOverlaps, AreThoseThatANodeReceivesTogether)
-{
-    using Found = std::vector<std::size_t>;
-    const auto find = [](std::vector<PatchedElement> elements) {
-        return OverlapsWithChosen(elements);
-    };
-    // The first is chosen.
-    EXPECT_EQ(find({Ten(4, 20, AutoNode, true), Ten(4, 29), Ten(4, 30), Ten(4, 11), Ten(4, 10),
-                    Ten(5, 20), Ten(4, 20, Left)}),
-              (Found{3, 6, 1}));
-    EXPECT_EQ(find({Ten(4, 20, Left, true), Ten(4, 20), Ten(4, 20, Right), Ten(4, 20, Left)}),
-              (Found{1, 3}));
-    EXPECT_EQ(find({Ten(4, 505, AutoNode, true), Ten(4, 514), Ten(4, -3)}), Found{});
-    // Two that share channels with each other, and one that only the sweep back meets.
-    EXPECT_EQ(find({Ten(4, 20, Left, true), Ten(4, 21, Left, true), Ten(4, 15)}), (Found{2, 0, 1}));
-}
-
-TEST(PatchOverlaps, AreFoundInAnyMixture)
 {
     std::mt19937 random(7);
     const auto below = [&random](unsigned limit) {

@@ -92,7 +92,9 @@ IPCtrl QLineEdit { border: none; border-radius: 0; padding: 0; }
 IPCtrl QLineEdit:focus { background: #17435c; }
 IPCtrl QLineEdit:read-only { background: #55575b; color: #d0d2d5; }
 #ToggleMergingUniversesButton { min-height: 32px; }
-#universeOverlapWarning { background: #0c0d0f; border-radius: 3px; padding: 3px 6px; }
+#universeOverlapWarning, #errorMessage { background: #0c0d0f; border-radius: 3px;
+    padding: 3px 6px; }
+#errorMessage { color: #ff5a4d; }
 QGroupBox { border: 1px solid #5a5c60; border-radius: 4px; margin-top: 1.2em; padding-top: 4px; }
 QGroupBox::title { subcontrol-origin: margin; left: 8px; padding: 0 3px; }
 QCheckBox, QRadioButton { border: 1px solid transparent; border-radius: 3px; padding: 1px 2px; }
