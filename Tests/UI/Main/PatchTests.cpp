@@ -14,11 +14,12 @@ struct BarAt
     const char* node = "Auto";
 };
 
-ArtNetNodeRecord Node(const char* ip, const char* name)
+ArtNetNodeRecord Node(const char* ip, const char* name, bool manual = false)
 {
     ArtNetNodeRecord node;
     node.ip = ip;
     node.name = name;
+    node.manual = manual;
     return node;
 }
 
@@ -295,18 +296,22 @@ TEST_F(Patch, TheListFollowsTheNodes)
     QCoreApplication::processEvents();
     EXPECT_EQ(Choices(), "[(multiple items selected)] Auto Manual...");
 
-    Nodes().UpdateNodes({Node("2.0.0.20", "Right")});
-    Support::Pick(*Find<QComboBox>("networkCombo"), "Disabled");
+    // Of another network only what the operator entered.
+    Nodes().UpdateNodes({Node("2.0.0.20", "Right"), Node("10.0.0.9", "Far")});
+    Nodes().AddManualNode(Node("10.0.0.7", "Spare", true));
     Select({0});
-    EXPECT_EQ(Choices(), "[Auto] Manual...");
-    EXPECT_EQ(Patched(), "0/1 2.0.0.20 Left, 0/40") << "what only the list can't show";
+    EXPECT_EQ(Choices(), "Auto Spare (10.0.0.7)(0) [Right (2.0.0.20)(0)] Manual...");
+    Support::Pick(*Find<QComboBox>("networkCombo"), "Disabled");
+    EXPECT_EQ(Choices(), "[Auto] Spare (10.0.0.7)(0) Manual...");
+    const std::string patched = "0/1 2.0.0.20 Left, 0/40, (10.0.0.7 Spare)";
+    EXPECT_EQ(Patched(), patched) << "what only the list can't show";
 
     QTest::keyClick(&List(), Qt::Key_Down);
     EXPECT_TRUE(List().view()->isVisible());
     Trigger("actionActionDelete");
     EXPECT_FALSE(List().view()->isVisible()) << "for nothing that is there";
     Trigger("actionUndo");
-    EXPECT_EQ(Patched(), "0/1 2.0.0.20 Left, 0/40");
+    EXPECT_EQ(Patched(), patched);
 }
 
 TEST_F(Patch, AManualNodeIsEnteredEditedAndDeleted)
