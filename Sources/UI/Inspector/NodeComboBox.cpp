@@ -8,6 +8,7 @@
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStandardItemModel>
+#include <QTextDocument>
 
 #include "FixtureModel/DMXMapping.h"
 #include "Model/ArtNetNodeModel.h"
@@ -119,7 +120,7 @@ void NodeComboBox::Refill()
         findData(QString::fromStdWString(shown_.value), Qt::UserRole, Qt::MatchFixedString);
     setCurrentIndex(std::max(0, found));
     nodes_.lastIPIndex = currentIndex();
-    setToolTip(currentText());
+    setToolTip(Qt::convertFromPlainText(currentText())); // a node's name may look like HTML
 }
 
 /// Counts change often: entries whose node is the same stay and only get their text.

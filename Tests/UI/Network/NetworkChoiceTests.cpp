@@ -40,6 +40,20 @@ protected:
 
 } // namespace
 
+TEST_F(NetworkChoiceTest, ThePatternOfANetworkIsWhatANodeOfItMayHave)
+{
+    for (const auto& [text, pattern] :
+         std::initializer_list<std::pair<const char*, const char*>>{{"10.0.0.1", "10.255.255.255"},
+                                                                    {"2.X.X.X", "2.255.255.255"},
+                                                                    {"7.X.0.X", "7.255.0.255"},
+                                                                    {"7.0.0.1", ""},
+                                                                    {"", ""}})
+    {
+        Choose(text);
+        EXPECT_EQ(choice.GetNetworkPattern(), QLatin1String(pattern)) << text;
+    }
+}
+
 TEST_F(NetworkChoiceTest, AdaptersThatComeAndGoAreFollowed)
 {
     const NetworkInterface other = adapters[0];

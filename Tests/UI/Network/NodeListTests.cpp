@@ -51,6 +51,11 @@ TEST_F(NodeListTest, TheRowsFollowTheDocumentAlsoWithoutAnswers)
     manager.ClearAll();
     nodes.Clear();
     EXPECT_EQ(Rows(), "");
+    // Nor does a node of the operator need an element.
+    nodes.AddManualNode({.ip = "2.0.0.8", .name = "Mine", .manual = true, .universes = {}});
+    EXPECT_EQ(Rows(), "2.0.0.8 0 ");
+    nodes.RemoveNode("2.0.0.8"_q);
+    EXPECT_EQ(Rows(), "");
 }
 
 TEST_F(NodeListTest, NodesThatAnswerShowTheirPorts)
