@@ -19,6 +19,7 @@ EditorActionSet::EditorActionSet(const Parts& parts)
     AddRotating();
     AddCopies();
     AddUndo();
+    AddListMenu();
     parts_.scene.SetActions(shown_);
 }
 
@@ -128,23 +129,41 @@ void EditorActionSet::AddRotating()
                               editor, &EditorController::ActionRotateLeft90)});
 }
 
-// What works on copies of elements has no slot yet.
 void EditorActionSet::AddCopies()
 {
-    shown_.duplicate = actions_.AddWithoutSlot(
+    EditorController* editor = &parts_.editor;
+    shown_.duplicate = actions_.Add(
         {.objectName = "actionDuplicate_Element",
          .text = QT_TRANSLATE_NOOP("WEFTMain", "Duplicate Element..."),
          .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Duplicate element to create a wall."),
-         .shortcut = "Ctrl+D"});
-    shown_.copy = actions_.AddWithoutSlot(
-        {.objectName = "actionCopy",
-         .text = QT_TRANSLATE_NOOP("WEFTMain", "Copy"),
-         .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Copy selected element(s)"),
-         .shortcut = "Ctrl+C"});
-    shown_.paste =
-        actions_.AddWithoutSlot({.objectName = "actionPaste",
+         .shortcut = "Ctrl+D"},
+        editor, &EditorController::ActionDuplicateElement);
+    shown_.copy =
+        actions_.Add({.objectName = "actionCopy",
+                      .text = QT_TRANSLATE_NOOP("WEFTMain", "Copy"),
+                      .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Copy selected element(s)"),
+                      .shortcut = "Ctrl+C"},
+                     editor, &EditorController::ActionCopySelection);
+    shown_.paste = actions_.Add({.objectName = "actionPaste",
                                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Paste element(s)"),
-                                 .shortcut = "Ctrl+V"});
+                                 .shortcut = "Ctrl+V"},
+                                editor, &EditorController::ActionPasteSelection);
+    // Until something is selected, or copied.
+    for (QAction* action : {shown_.duplicate, shown_.copy, shown_.paste})
+        action->setEnabled(false);
+}
+
+/// The list's own menu, in the order of the canvas'.
+void EditorActionSet::AddListMenu()
+{
+    const auto separator = [this] {
+        auto* line = new QAction(&parts_.list);
+        line->setSeparator(true);
+        return line;
+    };
+    parts_.list.addActions(
+        {shown_.copy, shown_.paste, separator(), shown_.duplicate, separator(), shown_.remove});
+    parts_.list.setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void EditorActionSet::AddUndo()

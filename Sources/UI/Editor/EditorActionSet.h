@@ -20,6 +20,7 @@ public:
     {
         EditorController& editor;
         WeftMapEditorScene& scene;
+        QWidget& list; ///< of the elements; gets a context menu
         QUndoStack& undoStack;
         QWidget& window; ///< owns the actions and the menus
     };
@@ -33,6 +34,7 @@ private:
     void AddRotating();
     void AddCopies();
     void AddUndo();
+    void AddListMenu();
     QMenu* AddMenu(const char* objectName, const char* title, const std::vector<QAction*>& entries);
 
     Parts parts_;

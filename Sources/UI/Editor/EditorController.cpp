@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QItemSelectionModel>
 #include <QScopedValueRollback>
+#include <QTransform>
 #include <QUndoStack>
 
 #include "Log/Log.h"
@@ -16,8 +17,10 @@
 #include "Model/MappedLedItem.h"
 #include "Model/MappedObjectListProxy.h"
 #include "UI/Commands/CanvasCommands.h"
+#include "UI/Commands/CopyCommands.h"
 #include "UI/Commands/GeometryCommands.h"
 #include "UI/Dialogs/LEDDialogCanvasSize.h"
+#include "UI/Dialogs/LEDDialogDuplicateMappingElement.h"
 #include "UI/Editor/WeftMapEditorScene.h"
 #include "UI/Editor/WeftMapEditorView.h"
 #include "UI/Editor/WeftMappedObjectTreeView.h"
@@ -45,6 +48,12 @@ EditorController::EditorController(const Parts& parts, QObject* parent)
             [this](bool on) { ActionFlip(FlipVertical, on); });
     connect(&manager_, &DeviceManager::devicesChangedGeometry, this,
             &EditorController::UpdateZoomCentre);
+    ConnectSelection();
+    ConnectCopies();
+}
+
+void EditorController::ConnectSelection()
+{
     connect(list_.selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &EditorController::UpdateModelSelectionFromMappedObjectList);
     connect(manager_.GetMappedObjectListProxy(), &MappedObjectListProxy::select,
@@ -53,6 +62,20 @@ EditorController::EditorController(const Parts& parts, QObject* parent)
                 &QItemSelectionModel::select));
     connect(&list_, &WeftMappedObjectTreeView::EnvokeRemoveSelection, &scene_,
             &WeftMapEditorScene::RemoveSelectedRectangle);
+}
+
+void EditorController::ConnectCopies()
+{
+    connect(&list_, &WeftMappedObjectTreeView::EnvokeDuplicateElement, this,
+            &EditorController::ActionDuplicateElement);
+    connect(&list_, &WeftMappedObjectTreeView::EnvokeCopySelection, this,
+            &EditorController::ActionCopySelection);
+    connect(&list_, &WeftMappedObjectTreeView::EnvokePasteSelection, this,
+            &EditorController::ActionPasteSelection);
+    connect(&clipboard_, &ElementClipboard::armedChanged, this, [this](bool armed) {
+        if (QAction* paste = scene_.GetActions().paste)
+            paste->setEnabled(armed);
+    });
 }
 
 // ---- One selection -----------------------------------------------------------------------------
@@ -95,8 +118,11 @@ void EditorController::UpdateModelSelectionFromMappedObjectList(const QItemSelec
 
 void EditorController::FollowSelection()
 {
-    if (QAction* remove = scene_.GetActions().remove)
-        remove->setEnabled(scene_.SelectedCount() > 0);
+    const EditorActions& actions = scene_.GetActions();
+    for (QAction* action : {actions.remove, actions.copy, actions.duplicate}) {
+        if (action)
+            action->setEnabled(scene_.SelectedCount() > 0);
+    }
     UpdateZoomCentre();
     emit selectionHasChanged(scene_.SelectedCount());
 }
@@ -217,6 +243,70 @@ void EditorController::ResizeCanvas(int width, int height, bool keepPixels)
     scene_.GetGestures().Release();
     if (QSize(width, height) != manager_.CanvasPixels())
         Push(std::make_unique<ResizeCanvasCommand>(manager_, QSize(width, height), keepPixels));
+}
+
+void EditorController::ActionDuplicateElement()
+{
+    scene_.GetGestures().Release();
+    if (scene_.SelectedCount() != 1)
+        return;
+    // The document may be replaced while the dialog is open, and then gives its numbers again.
+    const QPersistentModelIndex source = scene_.SelectedIndexes().front();
+    LEDDialogDuplicateMappingElement dialog(DuplicateGrid::MostElements, view_.window());
+    dialog.FocusCount();
+    if (dialog.exec() == QDialog::Accepted)
+        DuplicateElement(source, {dialog.GetAcross(), dialog.GetDown(), dialog.GetFirstDirection(),
+                                  dialog.GetThenDirection()});
+}
+
+void EditorController::DuplicateElement(const QModelIndex& index, const DuplicateGrid& grid)
+{
+    scene_.GetGestures().Release();
+    const auto source = ReadElements({manager_.GetMappedItem(index)});
+    if (!source.empty())
+        PushCopies(std::make_unique<DuplicateElementCommand>(manager_, source.front(), grid));
+}
+
+void EditorController::ActionCopySelection()
+{
+    scene_.GetGestures().Release();
+    // In the order of the list, in which a paste gives the addresses.
+    const MappedObjectListProxy& proxy = *manager_.GetMappedObjectListProxy();
+    std::vector<const MappedLedItem*> elements;
+    for (const QItemSelectionRange& range : proxy.RowsOf(scene_.SelectedIds())) {
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            elements.push_back(manager_.GetMappedItem(proxy.mapToSource(proxy.index(row, 0))));
+    }
+    if (!elements.empty())
+        clipboard_.Copy(ReadElements(elements));
+}
+
+void EditorController::ActionPasteSelection()
+{
+    scene_.GetGestures().Release();
+    std::vector<ElementValues> elements = clipboard_.Take();
+    if (elements.empty())
+        return;
+    if (BindToLibrary(elements, *manager_.GetDeviceModel()))
+        emit fixturesAdded();
+    const PatchAddress first = scene_.NextFreePatch(elements.front().fixture->uniqueID);
+    PushCopies(std::make_unique<CopyPasteCommand>(manager_, elements, first));
+}
+
+void EditorController::PushCopies(std::unique_ptr<CopiesCommand> command)
+{
+    if (command->ChangesNothing())
+        return;
+    const CopiesCommand& pushed = *command;
+    Push(std::move(command));
+    ShowElements(pushed.GetElements());
+}
+
+void EditorController::ShowElements(const ElementIds& ids)
+{
+    const QSizeF canvas = manager_.CanvasPixels();
+    view_.ShowPart(QTransform::fromScale(canvas.width(), canvas.height())
+                       .mapRect(ElementGeometry::Bounds(manager_.GetVideoMappings(ids))));
 }
 
 void EditorController::Push(std::unique_ptr<QUndoCommand> command)

@@ -8,8 +8,11 @@
 #include <QObject>
 #include <QPersistentModelIndex>
 
+#include "Model/ElementCopies.h"
 #include "Model/ElementGeometry.h"
+#include "UI/Editor/ElementClipboard.h"
 
+class CopiesCommand;
 class DeviceManager;
 class QUndoCommand;
 class QUndoStack;
@@ -52,7 +55,14 @@ public slots:
     /// Asks for the size of the canvas.
     void ActionCanvasSize();
     void ActionFlip(int direction, bool state);
+    /// Asks for the wall that the one selected element becomes. Does nothing for more or none.
+    void ActionDuplicateElement();
+    void ActionCopySelection();
+    /// Once for each copy.
+    void ActionPasteSelection();
 
+    /// Makes a wall of the element of this index of the document; none for an index without one.
+    void DuplicateElement(const QModelIndex& index, const DuplicateGrid& grid);
     /// Gives the canvas another size. With `keepPixels` elements stay where they are in pixels,
     /// otherwise they follow the canvas.
     void ResizeCanvas(int width, int height, bool keepPixels);
@@ -66,20 +76,27 @@ public slots:
 signals:
     /// The selection has changed, in canvas and list alike.
     void selectionHasChanged(int count);
+    /// A paste has brought fixtures that the library lacked.
+    void fixturesAdded();
 
 private:
+    void ConnectSelection();
+    void ConnectCopies();
     void UpdateModelSelectionFromMappingScene();
     void UpdateModelSelectionFromMappedObjectList(const QItemSelection& selected,
                                                   const QItemSelection& deselected);
     void FollowSelection();
     void UpdateZoomCentre();
     void Push(std::unique_ptr<QUndoCommand> command);
+    void PushCopies(std::unique_ptr<CopiesCommand> command);
+    void ShowElements(const ElementIds& ids);
 
     DeviceManager& manager_;
     QUndoStack& undoStack_;
     WeftMapEditorScene& scene_;
     WeftMapEditorView& view_;
     WeftMappedObjectTreeView& list_;
+    ElementClipboard clipboard_;
     int zoomStyle_ = 0;
     bool fromScene_ = false; ///< the list is following the canvas
     bool fromList_ = false;  ///< the canvas is following the list

@@ -230,6 +230,8 @@ void WeftMapEditorScene::contextMenuEvent(QGraphicsSceneContextMenuEvent* event)
     };
     if (SelectedCount() == 0) {
         add(actions_.canvasSize);
+        menu.addSeparator();
+        add(actions_.paste);
     } else {
         const MappingRectangle& first = *Find(SelectedIds().front());
         flipHorizontal_->setChecked(first.IsFlipped(FlipHorizontal));

@@ -18,6 +18,7 @@
 namespace {
 
 constexpr double Margin = 10; ///< canvas pixels round the fitted canvas
+constexpr int Reach = 100;    ///< canvases that can be scrolled over, on each side
 constexpr int WheelStep = 30; ///< of the wheel's delta, before the zoom takes a step
 constexpr QSize ImageButtonSize(30, 26);
 
@@ -156,6 +157,24 @@ void WeftMapEditorView::CanvasChanged()
     UpdateMatrix();
     centerOn(QPoint(canvas.width() / 2, canvas.height() / 2));
     UpdateBackground();
+}
+
+void WeftMapEditorView::ShowPart(const QRectF& part)
+{
+    const QSize canvas = CanvasSize();
+    const QRectF reach(-Reach * canvas.width(), -Reach * canvas.height(),
+                       2.0 * Reach * canvas.width(), 2.0 * Reach * canvas.height());
+    if (!reach.contains(part))
+        return;
+    const QRectF shown = part.adjusted(-Margin, -Margin, Margin, Margin);
+    if (!sceneRect().contains(shown))
+        setSceneRect(sceneRect().united(shown));
+    const QRectF seen(mapToScene(viewport()->rect().topLeft()),
+                      mapToScene(viewport()->rect().bottomRight()));
+    if (shown.width() > seen.width() || shown.height() > seen.height())
+        centerOn(part.center());
+    else
+        ensureVisible(shown, 0, 0);
 }
 
 void WeftMapEditorView::SetZoomCentre(double x, double y)

@@ -32,6 +32,11 @@ public:
     /// After a change of the canvas' size: centres the view on the canvas.
     void CanvasChanged();
 
+    /// Scrolls until this part of the scene is in sight, or its middle when it is larger than the
+    /// view. The room that can be scrolled to grows where the part lies beyond it, until
+    /// CanvasChanged.
+    void ShowPart(const QRectF& part);
+
     /// The scene pixel that zooming centres on from now on; -1, -1 for the mouse.
     void SetZoomCentre(double x, double y);
     [[nodiscard]] QPoint GetZoomCentre() const { return zoomCentre_.value_or(QPoint(-1, -1)); }

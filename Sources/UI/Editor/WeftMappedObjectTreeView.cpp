@@ -15,8 +15,9 @@ void WeftMappedObjectTreeView::keyPressEvent(QKeyEvent* event)
             emit EnvokeDuplicateElement();
             break;
         case Qt::Key_C:
+            // Qt's own copy, of the text of one cell, would take the place of the elements.
             emit EnvokeCopySelection();
-            break;
+            return;
         case Qt::Key_V:
             emit EnvokePasteSelection();
             break;

@@ -168,7 +168,7 @@ void WEFTMain::BuildDocument()
                             boxes_, notices_, *this});
     unsavedWork_ = std::make_unique<UnsavedWork>(*deviceManager_, *nodeModel_);
     editorActions_ = std::make_unique<EditorActionSet>(
-        EditorActionSet::Parts{*editor_, *scene_, undoStack_, *this});
+        EditorActionSet::Parts{*editor_, *scene_, *elementList_->View(), undoStack_, *this});
     displayControls_ = std::make_unique<DisplayControls>(display_, settings_, *this);
     inspector_ = std::make_unique<InspectorInWindow>(InspectorInWindow::Parts{
         *deviceManager_, *nodeModel_, *engine_, *network_, undoStack_, boxes_, *scene_, *editor_,
@@ -259,6 +259,8 @@ void WEFTMain::WireDocument()
             &WEFTMain::DocumentSavedStateUpdated);
     connect(&preferencesDialog_, &WEFTDialogPreferences::resetFixturesConfirmed, this,
             &WEFTMain::RemoveLocalFixturesAndReset);
+    connect(editor_.get(), &EditorController::fixturesAdded, libraryPanel_.get(),
+            &LibraryPanel::SortByProduct);
     const DocumentLife* document = document_.get();
     connect(document, &DocumentLife::FileSaved, &engine_->GetTrigger(),
             &ArtNetTrigger::reloadMappingFile);

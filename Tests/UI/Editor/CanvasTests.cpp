@@ -21,7 +21,7 @@ class Canvas : public testing::Test
 protected:
     void TearDown() override { EXPECT_EQ(stage.Disagreement(), ""); }
 
-    /// The texts of the context menu, and whether flips can be chosen.
+    /// The texts of the context menu, in brackets when they can't be chosen.
     std::string ContextMenu(QPointF at)
     {
         QString texts;
@@ -29,9 +29,8 @@ protected:
             if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
                 for (const QAction* action : menu->actions())
                     texts += action->isSeparator() ? QStringLiteral("|")
-                             : action->isEnabled() || !action->isCheckable()
-                                 ? action->text() + QLatin1Char(' ')
-                                 : QStringLiteral("(%1) ").arg(action->text());
+                             : action->isEnabled() ? action->text() + QLatin1Char(' ')
+                                                   : QStringLiteral("(%1) ").arg(action->text());
                 menu->close();
             }
         });
@@ -146,16 +145,20 @@ TEST_F(Canvas, OneSelectionShowsInCanvasAndList)
 
 TEST_F(Canvas, TheContextMenuFitsTheSelection)
 {
-    const EditorActionSet actions({*stage.controller, *stage.scene, stage.undo, stage.window});
-    EXPECT_EQ(ContextMenu({50, 50}), "Canvas Size... ");
+    const EditorActionSet actions(
+        {*stage.controller, *stage.scene, *stage.list, stage.undo, stage.window});
+    EXPECT_EQ(ContextMenu({50, 50}), "Canvas Size... |(Paste element(s)) ");
     stage.Place(bar, {20, 20}, {12, 4});
     stage.Place(bar, {60, 20}, {12, 4});
     const std::string others =
-        "|Copy Paste element(s) |Duplicate Element... |Align Rotate |Delete ";
+        "|Copy (Paste element(s)) |Duplicate Element... |Align Rotate |Delete ";
     stage.Click({20, 20});
     EXPECT_EQ(ContextMenu({20, 20}), "&Flip Horizontal &Flip Vertical " + others);
     stage.controller->ActionSelectAll();
     EXPECT_EQ(ContextMenu({20, 20}), "(&Flip Horizontal) (&Flip Vertical) " + others);
+    stage.controller->ActionCopySelection();
+    stage.controller->ActionUnSelectAll();
+    EXPECT_EQ(ContextMenu({50, 50}), "Canvas Size... |Paste element(s) ");
 }
 
 // ---- Drops -------------------------------------------------------------------------------------

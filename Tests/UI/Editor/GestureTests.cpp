@@ -59,7 +59,8 @@ TEST_F(Gestures, EachDragIsAStepThatTheModelFollowsAndNoneWhenItEndsWhereItBegan
         {"Rotate Fixture", false, handle, {60, 40.2}, {start, size, 90}, stays},
         {"", true, groupHandle, {95, 40}, {{50, 20}, size, 90}, {{50, 60}, size, 90}}};
     stage.display.snapToGrid = true;
-    const EditorActionSet actions({*stage.controller, *stage.scene, stage.undo, stage.window});
+    const EditorActionSet actions(
+        {*stage.controller, *stage.scene, *stage.list, stage.undo, stage.window});
     const auto* undo = stage.window.findChild<QAction*>(QStringLiteral("actionUndo"));
     for (std::size_t i = 0; i < 2 * gestures.size(); ++i) {
         SCOPED_TRACE(i);

@@ -142,6 +142,20 @@ private:
         gestures.SizeGesture(GesturePhase::Update, corner, QSizeF(Pick(20) - 8, Pick(20) - 8));
         gestures.SizeGesture(GesturePhase::End, corner);
     }
+    void Duplicate()
+    {
+        WithAny([this](std::int64_t id) {
+            if (stage_.Ids().size() < 30)
+                editor_.DuplicateElement(
+                    stage_.manager.GetMappedDeviceModel()->GetIndexOfUniqueID(id),
+                    {1 + Pick(3), 1 + Pick(3), Pick(4), Pick(2)});
+        });
+    }
+    void Paste()
+    {
+        if (stage_.Ids().size() < 40)
+            editor_.ActionPasteSelection();
+    }
     void TurnGroup()
     {
         SceneGestures& gestures = stage_.scene->GetGestures();
@@ -237,6 +251,9 @@ private:
         [this] { Patch(); },
         [this] { Describe(); },
         [this] { ChangeNode(); },
+        [this] { Duplicate(); },
+        [this] { editor_.ActionCopySelection(); },
+        [this] { Paste(); },
         [this] { stage_.display.snapToGrid = Pick(2) == 0; },
         [this] { Type(&MoveCommand::MoveTo, {Pick(100) / 3.0}, {}); },
         [this] { Type(&SizeRectangleCommand::Resize, {}, {1.0 * Pick(30)}); },

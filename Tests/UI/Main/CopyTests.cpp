@@ -1,0 +1,318 @@
+// SPDX-License-Identifier: MIT
+// Walls of equal elements, and elements that are copied: by keys and menus, in the list, on the
+// canvas and between documents.
+#include "Support/LogCapture.h"
+#include "UI/Editor/MappingRectangle.h"
+#include "UI/Main/Desk.h"
+
+namespace {
+
+const QString ElementType = "application/x-pixelweft-elements"_q;
+
+class Copying : public Desk
+{
+protected:
+    [[nodiscard]] WeftMapEditorView* Canvas() const { return &View(); }
+    [[nodiscard]] QTreeView* List() const { return Find<QTreeView>("mappedTreeView"); }
+    /// What a save would write.
+    std::string File()
+    {
+        const QString file = Path("file%1.wfm"_q.arg(++files_));
+        person.WillChoose(file);
+        Trigger("actionExport");
+        return Bytes(file);
+    }
+    /// Middles and addresses, in the order of making, in canvas pixels.
+    [[nodiscard]] QString Places() const
+    {
+        QStringList places;
+        for (const std::int64_t id : Scene().AllIds()) {
+            const QPointF at = Scene().Find(id)->pos();
+            places << "%1,%2"_q.arg(qRound(at.x())).arg(qRound(at.y()));
+        }
+        return places.join(QLatin1Char(' '));
+    }
+    [[nodiscard]] QStringList Addresses() const
+    {
+        QStringList addresses;
+        for (int row = 0; row < List()->model()->rowCount(); ++row)
+            addresses << List()->model()->index(row, 9).data().toString();
+        addresses.sort();
+        return addresses.replaceInStrings("ArtNet/IP "_q, QString());
+    }
+    [[nodiscard]] QPointF Middle(std::size_t row) const { return Item(row).pos(); }
+    /// Whether the middles of the selected elements are in sight.
+    [[nodiscard]] bool SelectionIsInSight() const
+    {
+        const auto ids = Scene().SelectedIds();
+        return std::all_of(ids.begin(), ids.end(), [this](std::int64_t id) {
+            return View().viewport()->rect().contains(OnScreen(Scene().Find(id)->pos()));
+        });
+    }
+    [[nodiscard]] bool CanPaste() const { return Action("actionPaste")->isEnabled(); }
+    /// Another program puts this on the system's clipboard.
+    static void Offer(const QString& type, const QByteArray& bytes)
+    {
+        auto* data = new QMimeData;
+        data->setData(type, bytes);
+        QGuiApplication::clipboard()->setMimeData(data);
+    }
+    /// The text of a file, or of the clipboard.
+    template <class Text>
+    static QString Read(const Text& bytes)
+    {
+        return QString::fromUtf16(reinterpret_cast<const char16_t*>(bytes.data()),
+                                  static_cast<int>(bytes.size()) / 2);
+    }
+    /// How many rows of the library are of the fixture that comes with OwnElement.
+    [[nodiscard]] int OwnLamps() const
+    {
+        const QAbstractItemModel& library = *Find<QTreeView>("treeView")->model();
+        return library
+            .match(library.index(0, 1), Qt::DisplayRole, "Own Lamp"_q, -1,
+                   Qt::MatchExactly | Qt::MatchRecursive)
+            .size();
+    }
+    static inline const QString OwnLamp =
+        "<LEDFixtureLibrary><LEDFixture manufacturer=\"Own\" product=\"Own Lamp\"><PixelMapping width=\"1\" height=\"1\" type=\"RGB\">1</PixelMapping></LEDFixture></LEDFixtureLibrary>"_q;
+    const QString OwnElement = Element({0.5, 0.5}, {0.1, 0.1}).replace(Bar, "Own Lamp"_q);
+
+    /// Types into the duplicate dialog, with the keyboard alone.
+    void WillDuplicate(const char* across, const char* down, int firstSteps, int thenSteps)
+    {
+        person.Will([=](QDialog& dialog) {
+            dialog.activateWindow();
+            ASSERT_TRUE(QTest::qWaitFor([&dialog] { return dialog.isActiveWindow(); }));
+            const auto type = [&dialog](const char* text) {
+                QTest::keyClicks(dialog.focusWidget(), QLatin1String(text));
+                QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+            };
+            type(across);
+            type(down);
+            for (const int steps : {firstSteps, thenSteps}) {
+                for (int i = 0; i < steps; ++i)
+                    QTest::keyClick(dialog.focusWidget(), Qt::Key_Down);
+                QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+            }
+            QTest::keyClick(&dialog, Qt::Key_Return);
+        });
+    }
+
+private:
+    int files_ = 0;
+};
+
+} // namespace
+
+TEST_F(Copying, AnElementOffTheCanvasBecomesAWallByKeysAlone)
+{
+    // Twelve by one pixel, far to the left and above.
+    StartWith(Element({-0.4, -0.45}, {0.12, 0.01}, 15, 433));
+    for (const char* name : {"actionDuplicate_Element", "actionCopy", "actionPaste"})
+        EXPECT_FALSE(Action(name)->isEnabled()) << name;
+    Type(List(), Qt::Key_A, Qt::ControlModifier);
+    const std::string before = File();
+    const QSignalSpy onCanvas(&Scene(), &WeftMapEditorScene::RectangleSelectionEvent);
+    const QSignalSpy inList(List()->selectionModel(), &QItemSelectionModel::selectionChanged);
+    WillDuplicate("4", "3", 1, 1);
+    Type(List(), Qt::Key_D, Qt::ControlModifier);
+    EXPECT_EQ(person.seen.back().title, "Duplicate Element"_q);
+    EXPECT_EQ(Places(), "-40,-45 -52,-45 -64,-45 -76,-45 -40,-46 -52,-46 -64,-46 -76,-46 "
+                        "-40,-47 -52,-47 -64,-47 -76,-47"_q);
+    EXPECT_EQ(Addresses().first(), "Auto/sub 000/univ 015/ch 433"_q);
+    EXPECT_EQ(Addresses().at(2), "Auto/sub 001/univ 000/ch 001"_q);
+    EXPECT_EQ(Addresses().last(), "Auto/sub 001/univ 000/ch 325"_q);
+    EXPECT_EQ(onCanvas.count(), 1);
+    EXPECT_EQ(inList.count(), 1);
+    EXPECT_EQ(Scene().SelectedCount(), 11);
+    EXPECT_EQ(List()->selectionModel()->selectedRows().size(), 11);
+    EXPECT_TRUE(SelectionIsInSight());
+
+    const std::string after = File();
+    Trigger("actionUndo");
+    EXPECT_EQ(File(), before);
+    Trigger("actionRedo");
+    EXPECT_EQ(File(), after);
+    EXPECT_EQ(Scene().SelectedCount(), 11);
+    Type(List(), Qt::Key_D, Qt::ControlModifier); // one alone can be duplicated: no dialog
+    EXPECT_EQ(PlacedFixtures(), 12);
+}
+
+TEST_F(Copying, TheDuplicateDialogKeepsTheCountsWithinReason)
+{
+    StartWith(Element({0.2, 0.2}, {0.12, 0.01}));
+    Type(List(), Qt::Key_A, Qt::ControlModifier);
+    person.Will([](QDialog& dialog) {
+        auto* across = dialog.findChild<QSpinBox*>("spinHorzizontalCount"_q);
+        auto* first = dialog.findChild<QComboBox*>("comboDirectionFirst"_q);
+        auto* then = dialog.findChild<QComboBox*>("comboDirectionThen"_q);
+        const auto* total = dialog.findChild<QLabel*>("totalLabel"_q);
+        auto* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+        EXPECT_EQ(dialog.focusWidget(), across);
+        const QString axes[] = {"From top to bottom, From bottom to top"_q,
+                                "From left to right, From right to left"_q};
+        for (int i = 0; i < 4; ++i) {
+            first->setCurrentIndex(i);
+            EXPECT_EQ(then->itemText(0) + ", "_q + then->itemText(1), axes[i / 2]);
+            EXPECT_EQ(first->itemText(i), axes[1 - i / 2].split(", "_q).at(i % 2));
+        }
+        QTest::keyClicks(across, "1024"_q);
+        EXPECT_TRUE(ok->isEnabled());
+        auto* down = dialog.findChild<QSpinBox*>("spinVerticalCount"_q);
+        EXPECT_EQ(total->text(), "1,024 elements in all."_q);
+        down->setValue(4);
+        EXPECT_TRUE(ok->isEnabled());
+        down->setValue(5);
+        EXPECT_FALSE(ok->isEnabled());
+        EXPECT_EQ(total->text(),
+                  "5,120 elements in all: no more than 4,096 can be made at a time."_q);
+        QTest::keyClick(&dialog, Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+        across->setValue(1);
+        down->setValue(1);
+        dialog.accept();
+    });
+    const Support::LogCapture log;
+    Trigger("actionDuplicate_Element");
+    EXPECT_TRUE(log.Has("Ignoring DuplicateElementCommand: Height and width are both 1."));
+    EXPECT_FALSE(Action("actionUndo")->isEnabled());
+    EXPECT_NE(State(), "unsaved"_q);
+
+    // The document is replaced by another one with as many elements while the dialog is open.
+    const QString other = WriteDocument("other.wfm"_q, {});
+    person.Will([&](QDialog& dialog) {
+        Import(other, {"OK"});
+        dialog.findChild<QSpinBox*>("spinVerticalCount"_q)->setValue(5);
+        dialog.accept();
+    });
+    Trigger("actionDuplicate_Element");
+    EXPECT_EQ(PlacedFixtures(), 1);
+}
+
+TEST_F(Copying, OneCopyIsOnePasteAboveWithoutItsSourceToo)
+{
+    StartWith(Element({0.3, 0.4}, {0.12, 0.1}, 2, 5) + Element({0.5, 0.6}, {0.12, 0.1}, 1, 7));
+    Type(Canvas(), Qt::Key_A, Qt::ControlModifier);
+    Type(Canvas(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(CanPaste());
+    Type(Canvas(), Qt::Key_Backspace);
+    ASSERT_EQ(PlacedFixtures(), 0);
+    const std::string before = File();
+    Type(Canvas(), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(Places(), "30,0 50,20"_q);
+    EXPECT_EQ(Addresses(),
+              (QStringList{"Auto/sub 000/univ 000/ch 001"_q, "Auto/sub 000/univ 000/ch 037"_q}));
+    EXPECT_EQ(Scene().SelectedCount(), 2);
+    EXPECT_FALSE(CanPaste());
+    Type(List(), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(PlacedFixtures(), 2);
+    const std::string after = File();
+    Trigger("actionUndo");
+    EXPECT_EQ(File(), before);
+    Trigger("actionRedo");
+    EXPECT_EQ(File(), after);
+
+    // Higher and higher, each time in sight.
+    for (int i = 0; i < 4; ++i) {
+        Trigger("actionCopy");
+        Trigger("actionPaste");
+        EXPECT_TRUE(SelectionIsInSight()) << i;
+    }
+    EXPECT_NEAR(Middle(8).y(), -160, 1e-3);
+}
+
+TEST_F(Copying, APasteEndsADragThatStillRuns)
+{
+    StartWithTwo();
+    Click({20, 20});
+    Trigger("actionCopy");
+    Press({20, 20});
+    MoveTo({40, 30});
+    Type(Canvas(), Qt::Key_V, Qt::ControlModifier);
+    MoveTo({60, 60});
+    Release({60, 60});
+    EXPECT_EQ(Places(), "40,30 60,80 20,10"_q);
+    Trigger("actionUndo");
+    EXPECT_EQ(Places(), "40,30 60,80"_q);
+    Trigger("actionUndo");
+    EXPECT_EQ(Places(), "20,20 60,80"_q);
+}
+
+TEST_F(Copying, TheListHasAMenuOfItsOwn)
+{
+    StartWithTwo();
+    Type(List(), Qt::Key_A, Qt::ControlModifier);
+    const auto choose = [this](int step) {
+        QTimer::singleShot(50, window.get(), [step] {
+            QWidget* menu = QApplication::activePopupWidget();
+            ASSERT_TRUE(menu);
+            for (int i = 0; i < step; ++i)
+                QTest::keyClick(menu, Qt::Key_Down);
+            QTest::keyClick(menu, Qt::Key_Return);
+        });
+        const QPoint at = List()->visualRect(List()->model()->index(0, 0)).center();
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, at, List()->mapToGlobal(at));
+        QApplication::sendEvent(List(), &event);
+    };
+    choose(1); // Copy
+    EXPECT_TRUE(CanPaste());
+    choose(2); // Paste
+    EXPECT_EQ(PlacedFixtures(), 4);
+    choose(3); // Delete, past Paste, which is done, and Duplicate
+    EXPECT_EQ(PlacedFixtures(), 2);
+}
+
+TEST_F(Copying, ElementsGoToANewDocumentWithTheirFixtures)
+{
+    Start();
+    home.Write(
+        "show.wfm",
+        (OwnLamp +
+         "<Mapping name=\"Show\" version=\"1.0\" resolution=\"100,100\" network=\"2.X.X.X\">"_q +
+         OwnElement + "</Mapping>"_q)
+            .toStdString());
+    Import(Path("show.wfm"_q), {"OK"});
+    Trigger("actionSelect_All");
+    Trigger("actionCopy");
+    EXPECT_EQ(QGuiApplication::clipboard()->mimeData()->formats(), QStringList{ElementType});
+    const QByteArray text = QGuiApplication::clipboard()->mimeData()->data(ElementType);
+    EXPECT_EQ(Read(text).count("<LEDFixture "_q), 1);
+    EXPECT_EQ(Read(text).count("<Element "_q), 1);
+    // Fixtures that were in the document alone go with it.
+    person.WillPress("Yes"_q);
+    Trigger("actionNew");
+    EXPECT_EQ(OwnLamps(), 0);
+    Trigger("actionPaste");
+    EXPECT_EQ(Places(), "50,40"_q);
+    EXPECT_EQ(OwnLamps(), 1);
+    EXPECT_EQ(Read(File()).count("product=\"Own Lamp\""_q), 1);
+}
+
+TEST_F(Copying, ElementsComeFromAnotherProgramAndBrokenOnesDoNot)
+{
+    StartWith(QString());
+    const QByteArray text = (OwnLamp + "<Mapping>"_q + OwnElement + "</Mapping>"_q).toUtf8();
+    Offer(ElementType, text);
+    EXPECT_TRUE(CanPaste());
+    Offer("text/plain"_q, "Own Lamp");
+    EXPECT_FALSE(CanPaste());
+    Offer(ElementType, text);
+    Type(Canvas(), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(Places(), "50,40"_q);
+    EXPECT_EQ(OwnLamps(), 1);
+    EXPECT_FALSE(CanPaste());
+    Offer(ElementType, text);
+    Trigger("actionPaste");
+    EXPECT_EQ(OwnLamps(), 1) << "the library has it";
+
+    // What can't be read changes nothing, and what was copied here is still there.
+    Trigger("actionCopy");
+    Offer(ElementType, text.left(text.size() / 2));
+    const Support::LogCapture log;
+    Trigger("actionPaste");
+    EXPECT_TRUE(log.Has("The elements on the clipboard can't be read"));
+    EXPECT_EQ(PlacedFixtures(), 2);
+    Trigger("actionPaste");
+    EXPECT_EQ(PlacedFixtures(), 3);
+    EXPECT_FALSE(CanPaste());
+}
