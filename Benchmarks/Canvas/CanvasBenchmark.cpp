@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 // What an operator waits for on the canvas: steps of a drag, panning, zooming, selecting, removing
-// and taking it back, repaint included, with the list and the inspector's place beside it, and the
-// selection read into the set that the output marks. Each figure comes with its ratio
-// to a bare QGraphicsScene of as many plain rectangles that does the same in turn in the same run.
+// and taking it back, duplicating and pasting, repaint included, with the list and the inspector's
+// place beside it, and the selection read into the set that the output marks. Each figure comes
+// with its ratio to a bare QGraphicsScene of as many plain rectangles that does the same in turn in
+// the same run.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -444,6 +445,69 @@ BENCHMARK(PatchAllAndBack)
     ->Arg(MappedDeviceModel::AddressColumn)
     ->Iterations(15)
     ->UseManualTime();
+/// Times an edit that adds elements, taking it back and doing it again.
+template <class Prepare, class Add>
+void AddAndBack(benchmark::State& state, Stage& real, Bare& bare, int added, const Prepare& prepare,
+                const Add& add)
+{
+    std::vector<double> adds;
+    std::vector<double> undone;
+    std::vector<double> redone;
+    std::vector<double> ratios;
+    const std::size_t before = real.stage.Ids().size();
+    for (auto _ : state) {
+        prepare();
+        QApplication::processEvents();
+        adds.push_back(MillisecondsOf(real.stage.window, add));
+        if (real.stage.Ids().size() != before + static_cast<std::size_t>(added))
+            state.SkipWithError("not all were added");
+        undone.push_back(MillisecondsOf(real.stage.window, [&] { real.stage.undo.undo(); }));
+        redone.push_back(MillisecondsOf(real.stage.window, [&] { real.stage.undo.redo(); }));
+        real.stage.undo.undo();
+        bare.Clear();
+        ratios.push_back(adds.back() / MillisecondsOf(bare.view, [&] {
+                             for (int i = 0; i < added; ++i)
+                                 bare.Add(i);
+                         }));
+        state.SetIterationTime(adds.back() / 1e3);
+    }
+    state.counters["add_ms"] = Median(adds);
+    state.counters["undo_ms"] = Median(undone);
+    state.counters["redo_ms"] = Median(redone);
+    state.counters["ratio"] = Median(ratios);
+}
+
+void DuplicateOne(benchmark::State& state)
+{
+    Stage real(1);
+    Bare bare(1);
+    AddAndBack(
+        state, real, bare, All - 1, [] {},
+        [&] {
+            real.stage.controller->DuplicateElement(
+                real.stage.manager.GetMappedDeviceModel()->GetIndexOfUniqueID(real.ids[0]),
+                {Columns, All / Columns, 0, 0});
+        });
+}
+BENCHMARK(DuplicateOne)->Iterations(9)->UseManualTime();
+
+void Paste(benchmark::State& state)
+{
+    const int elements = static_cast<int>(state.range(0));
+    Stage real(elements);
+    Bare bare(1);
+    std::vector<double> copied;
+    AddAndBack(
+        state, real, bare, elements,
+        [&] {
+            real.stage.controller->ActionSelectAll();
+            copied.push_back(MillisecondsOf(real.stage.window,
+                                            [&] { real.stage.controller->ActionCopySelection(); }));
+        },
+        [&] { real.stage.controller->ActionPasteSelection(); });
+    state.counters["copy_ms"] = Median(copied);
+}
+BENCHMARK(Paste)->ArgNames({"elements"})->Arg(1024)->Arg(All)->Iterations(9)->UseManualTime();
 
 } // namespace
 
