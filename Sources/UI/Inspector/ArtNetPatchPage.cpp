@@ -2,7 +2,6 @@
 #include "UI/Inspector/ArtNetPatchPage.h"
 
 #include <algorithm>
-#include <utility>
 
 #include <QFormLayout>
 #include <QLabel>
@@ -111,8 +110,7 @@ void ArtNetPatchPage::WatchDocument()
 {
     wordsDue_.setSingleShot(true);
     connect(&wordsDue_, &QTimer::timeout, this, &ArtNetPatchPage::RefreshWords);
-    connect(&parts_.manager, &DeviceManager::elementsPatched, this, &ArtNetPatchPage::RefreshWords);
-    // A change of many comes as several of these.
+    // A change of many comes as several of these. What was read of the selected elements follows.
     const MappedDeviceModel* document = parts_.manager.GetMappedDeviceModel();
     const auto soon = [this] {
         wordsDue_.start();
@@ -144,7 +142,7 @@ void ArtNetPatchPage::Show(const ElementFields& fields, const ElementIds& ids)
     ShowNumber(*spinBoxArtnetSubnet, fields.subnet, 0, LastInSubnet);
     node_ = fields.nodeText;
     comboBoxsArtnetIP->Show(node_);
-    if (others)
+    if (others || wordsDue_.isActive())
         RefreshWords();
 }
 
@@ -238,9 +236,10 @@ void ArtNetPatchPage::StepEach(int steps, Getter get, Setter set, std::int32_t l
         }));
 }
 
-void ArtNetPatchPage::changeArtNetMappingProperty(std::function<void(DMXMappingArtNet&)> setter)
+void ArtNetPatchPage::changeArtNetMappingProperty(
+    const std::function<void(DMXMappingArtNet&)>& setter)
 {
-    Push(std::make_unique<AddressCommand>(parts_.manager, ids_, std::move(setter)));
+    Push(std::make_unique<AddressCommand>(parts_.manager, ids_, setter));
 }
 
 void ArtNetPatchPage::Push(std::unique_ptr<AddressCommand> command)
@@ -259,7 +258,8 @@ void ArtNetPatchPage::artnetIPcomboChanged(int index)
     if (address == NodeComboBox::EditNode) {
         manualNodes_->Edit(comboBoxsArtnetIP->LastAccepted());
     } else if (address == NodeComboBox::EnterNode) {
-        manualNodes_->Enter(ids_);
+        const ElementIds sent = ids_; // the selection may change behind the dialog
+        manualNodes_->Enter(sent);
     } else if (choice.isValid()) {
         parts_.nodes.lastIPIndex = index;
         const QString name = parts_.nodes.GetNodeName(address);

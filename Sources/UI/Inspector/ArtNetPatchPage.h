@@ -56,7 +56,7 @@ public slots:
     /// The operator chose this entry of the list of nodes.
     void artnetIPcomboChanged(int index);
     /// Lets `setter` change the address of each selected element, as one step.
-    void changeArtNetMappingProperty(std::function<void(DMXMappingArtNet&)> setter);
+    void changeArtNetMappingProperty(const std::function<void(DMXMappingArtNet&)>& setter);
 
 protected:
     void showEvent(QShowEvent* event) override;

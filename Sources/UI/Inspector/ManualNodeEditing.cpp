@@ -41,13 +41,12 @@ ManualNodeEditing::ManualNodeEditing(const Parts& parts)
 
 void ManualNodeEditing::Enter(const ElementIds& ids)
 {
-    const ElementIds sent = ids; // the selection may change behind the dialog
     LEDDialogManualNode dialog(
         parts_.boxes, [this](const QString& address) { return ObjectionTo(address, QString()); },
         parts_.list.window());
     dialog.SetUpForNew(ToType(parts_.list.GetNetwork()));
     if (Ask(dialog) == QDialog::Accepted)
-        Replace(std::nullopt, dialog.GetNode(), sent);
+        Replace(std::nullopt, dialog.GetNode(), ids);
 }
 
 void ManualNodeEditing::Edit(const QString& address)

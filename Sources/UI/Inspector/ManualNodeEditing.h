@@ -33,7 +33,8 @@ public:
     /// All parts outlive this object.
     explicit ManualNodeEditing(const Parts& parts);
 
-    /// A new node, to which these elements are sent.
+    /// A new node, to which these elements are sent. `ids` must not change while the dialog is
+    /// open.
     void Enter(const ElementIds& ids);
     /// The manual node of this address; nothing when there is none.
     void Edit(const QString& address);

@@ -67,8 +67,7 @@ protected:
     void Keys(const char* box, const char* text, int key = Qt::Key_Return) const
     {
         auto* field = Find<QSpinBox>(box);
-        window->activateWindow(); // a box that closed took the keyboard with it
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+        QApplication::setActiveWindow(window.get()); // what closed took the keyboard with it
         View().setFocus();
         field->setFocus(Qt::TabFocusReason);
         QTest::keyClicks(field, QLatin1String(text));
@@ -253,6 +252,10 @@ TEST_F(Patch, WordsSayWhatIsOccupiedAndWithWhom)
         EXPECT_EQ(Words("errorMessage"), inConflict ? conflict : "") << words;
     }
     // They follow edits, also of what is not selected.
+    Select({7});
+    Support::Pick(List(), "Auto");
+    EXPECT_EQ(Words(), "0:7, channels 1 to 36");
+    Trigger("actionUndo");
     Select({3});
     Keys(Dmx, "97");
     Keys(Universe, "6");
