@@ -171,8 +171,12 @@ void FollowTheGuide(const QString& folder, const QString& data)
     photographer.TakeDialog(QStringLiteral("actionMergerSettings"), QStringLiteral("merger"));
     photographer.Click({0.5, 0.5});
     photographer.Take(QStringLiteral("one-selected"));
+    const QString inspector = QStringLiteral("objectInspectorPannel");
+    photographer.TakePart(inspector, QStringLiteral("inspector-one"));
+    photographer.TakeDialog(QStringLiteral("actionDuplicate_Element"), QStringLiteral("duplicate"));
     photographer.BandOver({0.02, 0.02}, {0.36, 0.6});
     photographer.Take(QStringLiteral("group-selected"));
+    photographer.TakePart(inspector, QStringLiteral("inspector-many"));
     photographer.TakeDialog(QStringLiteral("actionCanvas_Size"), QStringLiteral("canvas-size"));
     photographer.TakeDialog(QStringLiteral("actionPreferences"), QStringLiteral("preferences"));
     for (int step = 0; step < 5; ++step)
