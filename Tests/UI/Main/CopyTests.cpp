@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Walls of equal elements, and elements that are copied: by keys and menus, in the list, on the
 // canvas and between documents.
+#include <map>
+
 #include "Support/LogCapture.h"
+#include "Support/Stage.h"
 #include "UI/Editor/MappingRectangle.h"
 #include "UI/Main/Desk.h"
 
@@ -315,4 +318,74 @@ TEST_F(Copying, ElementsComeFromAnotherProgramAndBrokenOnesDoNot)
     Trigger("actionPaste");
     EXPECT_EQ(PlacedFixtures(), 3);
     EXPECT_FALSE(CanPaste());
+}
+
+// ---- To the wire -------------------------------------------------------------------------------
+
+TEST_F(Copying, AWallFromAnEmptyCanvasReachesItsNodeAndNobodyElse)
+{
+    constexpr int across = 16;
+    constexpr int down = 4;
+    constexpr int pixels = 12;
+    const auto rig = Stage::RigSocket();
+    StartWith(QString());
+    window->StartTimers();
+    SetCanvasWidth(across * pixels);
+    // No two places of the wall have one colour. A row of the picture is a little higher than one
+    // of the canvas, so that the middle of a strip never lies between two.
+    QImage picture(across * pixels, 80, QImage::Format_RGB32);
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            picture.setPixelColor(x, y, QColor(x, y, 255 - x));
+    }
+    ASSERT_TRUE(picture.save(Path("colours.png"_q)));
+    person.WillChoose(Path("colours.png"_q));
+    Trigger("actionChoose_Test_Image");
+
+    DragFromLibrary({6 + pixels / 2.0, 11.5});
+    WillDuplicate("16", "4", 0, 0);
+    Type(Canvas(), Qt::Key_D, Qt::ControlModifier);
+    ASSERT_EQ(PlacedFixtures(), across * down);
+    Type(Canvas(), Qt::Key_A, Qt::ControlModifier);
+    person.Will([](QDialog& dialog) {
+        for (const auto& [octet, text] : {std::pair(2, "0"), std::pair(3, "0"), std::pair(4, "10")})
+            dialog.findChild<QLineEdit*>("octet%1"_q.arg(octet))->setText(QLatin1String(text));
+        dialog.accept();
+    });
+    Support::Pick(*Find<QComboBox>("comboBoxsArtnetIP"), "Manual...");
+    QTest::qWait(300); // for what is still on its way to all
+    static_cast<void>(rig->All(std::chrono::milliseconds(100)));
+
+    // 14 strips of 36 channels in each universe; the last one has the rest.
+    std::map<int, Stage::Bytes> wanted;
+    for (int strip = 0; strip < across * down; ++strip) {
+        Stage::Bytes& channels = wanted[strip / 14];
+        for (int pixel = 0; pixel < pixels; ++pixel) {
+            const int x = strip % across * pixels + pixel;
+            const int y = (11 + strip / across) * 80 / 100;
+            for (const int value : {x, y, 255 - x})
+                channels.push_back(static_cast<std::uint8_t>(value));
+        }
+    }
+    std::map<int, int> frames;
+    static_cast<void>(QTest::qWaitFor([&] {
+        while (const auto heard = rig->Next(std::chrono::milliseconds(0))) {
+            constexpr std::size_t head = 18;
+            const Stage::Bytes& bytes = heard->bytes;
+            if (bytes.size() < head || bytes[8] != 0 || bytes[9] != 0x50)
+                continue;
+            const int universe = bytes[14] + 256 * bytes[15];
+            EXPECT_EQ(heard->destination, Stage::Rig0);
+            Stage::Bytes channels(bytes.begin() + head, bytes.end());
+            EXPECT_GE(channels.size(), wanted[universe].size());
+            Stage::Bytes whole = wanted[universe];
+            whole.resize(channels.size());
+            EXPECT_EQ(channels, whole) << "universe " << universe;
+            ++frames[universe];
+        }
+        return HasFailure() || frames[0] > 3;
+    }));
+    ASSERT_EQ(wanted.size(), 5U) << "a universe that nothing is patched to";
+    for (const auto& [universe, channels] : wanted)
+        EXPECT_GE(frames[universe], 3) << universe;
 }
