@@ -7,6 +7,7 @@
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -18,8 +19,8 @@ namespace {
 
 constexpr int LongestSide = 65535;
 constexpr int FullTurn = 360;
-constexpr int PreviewHeight = 88;
-constexpr int Margin = 8;
+constexpr int PreviewHeight = 64;
+constexpr int Margin = 6;
 
 /// The text without its mnemonic and colon, for people who don't see the label.
 QString Spoken(QString label)
@@ -159,8 +160,10 @@ QWidget* InspectorForm::MakeDevicePage()
     QLabel* buddy = nullptr;
     comboDmxMappingOutput =
         Named<SteadyComboBox>("comboDmxMappingOutput", tr("DMX Mapping &Output:"), buddy);
-    column->addWidget(buddy);
-    column->addWidget(comboDmxMappingOutput);
+    auto* output = new QHBoxLayout;
+    output->addWidget(buddy);
+    output->addWidget(comboDmxMappingOutput, 1);
+    column->addLayout(output);
     column->addWidget(MakeAddressGroup());
     return page;
 }
@@ -191,9 +194,9 @@ QWidget* InspectorForm::MakeMappingPage()
     auto* grid = new QGridLayout;
     AddGeometry(*grid);
     column->addLayout(grid);
-    auto* flips = RowsIn(*new QWidget);
+    auto* flips = new QHBoxLayout;
     AddFlips(*flips);
-    column->addWidget(flips->parentWidget());
+    column->addLayout(flips);
     column->addWidget(new QLabel(tr("Preview")));
     labelPreview = new QLabel;
     labelPreview->setObjectName(QStringLiteral("labelPreview"));
@@ -229,10 +232,15 @@ void InspectorForm::AddGeometry(QGridLayout& grid)
     grid.setColumnStretch(3, 1);
 }
 
-void InspectorForm::AddFlips(QFormLayout& rows)
+void InspectorForm::AddFlips(QBoxLayout& row)
 {
-    checkBoxHFlip = AddRow<QCheckBox>(rows, "checkBoxHFlip", tr("Hori&zontal Flip:"));
-    checkBoxVFlip = AddRow<QCheckBox>(rows, "checkBoxVFlip", tr("&Vertical Flip:"));
+    QLabel* buddy = nullptr;
+    checkBoxHFlip = Named<QCheckBox>("checkBoxHFlip", tr("Hori&zontal Flip:"), buddy);
+    row.addWidget(buddy);
+    row.addWidget(checkBoxHFlip, 1);
+    checkBoxVFlip = Named<QCheckBox>("checkBoxVFlip", tr("&Vertical Flip:"), buddy);
+    row.addWidget(buddy);
+    row.addWidget(checkBoxVFlip);
 }
 
 void InspectorForm::PlaceAddressPage(QWidget& page)

@@ -4,8 +4,8 @@
 #include <QStackedWidget>
 #include <QWidget>
 
+class QBoxLayout;
 class QCheckBox;
-class QFormLayout;
 class QGridLayout;
 class QLabel;
 class SharedDoubleSpinBox;
@@ -79,5 +79,5 @@ private:
     [[nodiscard]] QWidget* MakeAddressGroup();
     [[nodiscard]] QWidget* MakeMappingPage();
     void AddGeometry(QGridLayout& grid);
-    void AddFlips(QFormLayout& rows);
+    void AddFlips(QBoxLayout& row);
 };

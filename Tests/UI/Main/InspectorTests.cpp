@@ -28,7 +28,7 @@ protected:
         "spinBoxX",        "spinBoxY",      "spinBoxWidth", "spinBoxHeight",
         "spinBoxRotation", "checkBoxHFlip", "checkBoxVFlip"};
 
-    [[nodiscard]] const MappedLedItem& Element(int row) const
+    [[nodiscard]] MappedLedItem& Element(int row) const
     {
         auto* rows = qobject_cast<QAbstractProxyModel*>(Find<QTreeView>("mappedTreeView")->model());
         return *qobject_cast<MappedDeviceModel*>(rows->sourceModel())->GetElement(row);
@@ -271,7 +271,12 @@ TEST_F(InspectorInTheWindow, WhatIsBeingTypedBelongsToTheElementsThatWereSelecte
     EXPECT_EQ(Of(1, Left), 55);
     ExpectOneStepSince(before, "another element was clicked");
 
-    // A command with a key takes it along; one that takes the elements away drops it.
+    // The end of the program and a command with a key take it along; one that takes the elements
+    // away drops it.
+    type("editDescription", "Asked");
+    person.WillPress("Escape"_q);
+    EXPECT_FALSE(window->close());
+    EXPECT_EQ(Element(1).description, L"Asked");
     type("editDescription", "Kept");
     QTest::keyClick(Find<QWidget>("editDescription"), Qt::Key_S, Qt::ControlModifier);
     EXPECT_EQ(Element(1).description, L"Kept");
@@ -297,8 +302,8 @@ TEST_F(InspectorInTheWindow, WhatIsBeingTypedBelongsToTheElementsThatWereSelecte
 
 TEST_F(InspectorInTheWindow, ItShowsWhatTheSelectionHas)
 {
-    StartWith(Element({0.2, 0.2}, {0.1, 0.1}) + Element({0.6, 0.8037}, {0.1, 0.2}) +
-              Element({0.4, 0.4}, {0.1, 0.1}).replace("ArtNet\">"_q, "Other\">"_q));
+    StartWith(Element({0.2, 0.2}, {0.1, 0.1}) + Element({0.6, 0.8037}, {0.1, 0.2}, 7) +
+              Element({0.4, 0.4}, {0.1, 0.1}));
     const auto pages = [this] {
         return std::pair(Find<QStackedWidget>("deviceProperties")->currentIndex(),
                          Find<QStackedWidget>("mappinProperties")->currentIndex());
@@ -332,6 +337,22 @@ TEST_F(InspectorInTheWindow, ItShowsWhatTheSelectionHas)
     EXPECT_EQ(Find<QSpinBox>("spinBoxHeight")->value(), 0);
     Enter("spinBoxHeight", "20");
     EXPECT_EQ(Text("spinBoxHeight"), "20"_q);
+    // A document may get elements without an address.
+    Scene().UnSelectAll();
+    Element(2).SetArtNetMapping(std::nullopt);
+    Trigger("actionSelect_All");
+    auto* output = Find<QComboBox>("comboDmxMappingOutput");
+    const auto* address = Find<QStackedWidget>("MappedFixtureProperties");
+    EXPECT_EQ(output->currentText(), "(multiple items selected)"_q);
+    EXPECT_EQ(address->currentIndex(), 2);
+    Support::Pick(*output, "ArtNet");
+    EXPECT_EQ(address->currentIndex(), 0);
+    EXPECT_EQ(output->count(), 1);
+    EXPECT_EQ(*Element(2).GetArtNetMapping(), DMXMappingArtNet(0, 0, 1, L"Auto", L""));
+    EXPECT_EQ(Element(1).GetArtNetMapping()->GetUniverse(), 7);
+    Trigger("actionUndo");
+    EXPECT_EQ(Element(2).GetArtNetMapping(), nullptr);
+    EXPECT_EQ(output->count(), 2);
     Scene().UnSelectAll();
     EXPECT_EQ(pages(), std::pair(0, 0));
 }
