@@ -114,6 +114,7 @@ void LEDDialogManualNode::ShowState()
 {
     const QString why = WhyNotReady();
     hintLabel->setText(why);
+    confIP->setAccessibleDescription(why);
     okButton->setEnabled(why.isEmpty());
 }
 

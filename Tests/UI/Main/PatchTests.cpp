@@ -6,14 +6,6 @@
 
 namespace {
 
-struct BarAt
-{
-    const char* name;
-    int universe;
-    int channel;
-    const char* node = "Auto";
-};
-
 ArtNetNodeRecord Node(const char* ip, const char* name, bool manual = false)
 {
     ArtNetNodeRecord node;
@@ -28,15 +20,19 @@ class Patch : public Desk
 protected:
     using Rows = std::vector<int>;
 
-    /// Bars of 36 channels.
-    void StartWithBars(const std::vector<BarAt>& bars)
+    /// Bars of 36 channels, each as name, universe/channel and node, with "-" for no name.
+    void StartWithBars(const char* bars)
     {
         QString elements;
         double left = 0.1;
-        for (const auto& [name, universe, channel, node] : bars)
+        for (const QString& bar : QString::fromLatin1(bars).split(", "_q)) {
+            const QStringList words = bar.split(QLatin1Char(' ')) + QStringList("Auto"_q);
+            const QStringList place = words[1].split(QLatin1Char('/'));
             elements +=
-                Element({left += 0.01, 0.5}, {0.01, 0.05}, universe, channel, QLatin1String(node))
-                    .replace("\"Bar\""_q, "\"%1\""_q.arg(QLatin1String(name)));
+                Element({left += 0.01, 0.5}, {0.01, 0.05}, place[0].toInt(), place[1].toInt(),
+                        words[2])
+                    .replace("\"Bar\""_q, "\"%1\""_q.arg(words[0] == "-"_q ? QString() : words[0]));
+        }
         StartWith(elements);
     }
     void Select(const Rows& rows) const
@@ -115,12 +111,12 @@ protected:
         EXPECT_FALSE(Action("actionUndo")->isEnabled()) << "more than one step";
     }
     /// Fills the dialog for a node, of which the network leaves the last three parts open.
-    static void Fill(const QDialog& dialog, const char* name,
-                     const std::array<const char*, 3>& parts)
+    static void Fill(const QDialog& dialog, const char* name, const char* parts)
     {
         dialog.findChild<QLineEdit*>("confName"_q)->setText(QLatin1String(name));
-        for (std::size_t i = 0; i < parts.size(); ++i)
-            dialog.findChild<QLineEdit*>("octet%1"_q.arg(i + 2))->setText(QLatin1String(parts[i]));
+        int place = 2;
+        for (const QString& part : QString::fromLatin1(parts).split(QLatin1Char('.')))
+            dialog.findChild<QLineEdit*>("octet%1"_q.arg(place++))->setText(part);
     }
     void WithDialog(const char* entry, const std::function<void(QDialog&)>& act)
     {
@@ -130,7 +126,7 @@ protected:
     static std::string Hint(const QDialog& dialog)
     {
         const bool ready = dialog.findChild<QPushButton*>("okButton"_q)->isEnabled();
-        const std::string hint = dialog.findChild<QLabel*>("hintLabel"_q)->text().toStdString();
+        std::string hint = dialog.findChild<QLabel*>("hintLabel"_q)->text().toStdString();
         EXPECT_EQ(ready, hint.empty());
         return hint;
     }
@@ -147,15 +143,8 @@ constexpr char Subnet[] = "spinBoxArtnetSubnet";
 
 TEST_F(Patch, NumbersAreTypedForAllAndSteppedForEach)
 {
-    struct Case
-    {
-        Rows rows;
-        const char* box;
-        const char* typed;
-        int key;
-        const char* after;
-    };
-    StartWithBars({{"A", 0, 1}, {"B", 3, 40}, {"C", 3, 470}});
+    using Case = std::tuple<Rows, const char*, const char*, int, const char*>;
+    StartWithBars("A 0/1, B 3/40, C 3/470");
     const std::string file = File();
     for (const auto& [rows, box, typed, key, after] : std::initializer_list<Case>{
              {{0}, Dmx, "100", Qt::Key_Return, "0/100, 3/40, 3/470"},
@@ -194,7 +183,7 @@ TEST_F(Patch, NumbersAreTypedForAllAndSteppedForEach)
 
 TEST_F(Patch, AnElementOutOfRangeShowsWhatItHasUntilItIsEdited)
 {
-    StartWithBars({{"High", 20, 500}, {"Low", 3, 0}});
+    StartWithBars("High 20/500, Low 3/0");
     Select({0});
     EXPECT_EQ(Find<QSpinBox>(Dmx)->value(), 500);
     EXPECT_EQ(Find<QSpinBox>(Universe)->value(), 20);
@@ -214,24 +203,11 @@ TEST_F(Patch, AnElementOutOfRangeShowsWhatItHasUntilItIsEdited)
 
 TEST_F(Patch, WordsSayWhatIsOccupiedAndWithWhom)
 {
-    std::vector<BarAt> bars = {{"One", 4, 97},
-                               {"Two", 4, 132},
-                               {"Three", 4, 133},
-                               {"Four", 5, 97, "2.0.0.20"},
-                               {"Five", 4, 90, "2.0.0.20"},
-                               {"<b>Six</b>", 6, 97},
-                               {"", 6, 98},
-                               {"Far", 7, 1, "10.0.0.9"}};
+    StartWithBars("One 4/97, Two 4/132, Three 4/133, Four 5/97 2.0.0.20, Five 4/90 2.0.0.20, "
+                  "<b>Six</b> 6/97, - 6/98, Far 7/1 10.0.0.9, Nine 9/1, Nine 9/1, Nine 9/1, "
+                  "Nine 9/1, Nine 9/1, Nine 9/1, Nine 9/1, Nine 9/1, Nine 9/9, Nine 9/9");
     const std::string conflict = "Universe is used by devices in unicast and broadcast mode";
-    for (int i = 0; i < 9; ++i)
-        bars.push_back({"Nine", 9, 1});
-    StartWithBars(bars);
-    struct Case
-    {
-        Rows rows;
-        const char* words;
-        bool inConflict;
-    };
+    using Case = std::tuple<Rows, std::string, bool>;
     for (const auto& [rows, words, inConflict] : std::initializer_list<Case>{
              {{0}, "0:4, channels 97 to 132\nShares channels with: Five, Two", true},
              {{5},
@@ -242,9 +218,9 @@ TEST_F(Patch, WordsSayWhatIsOccupiedAndWithWhom)
               false},
              {{8},
               "0:9, channels 1 to 36\nShares channels with: Nine, Nine, Nine, Nine, Nine, Nine, "
-              "Nine, Nine",
+              "Nine, Nine and 1 more",
               false},
-             {{8, 9}, "Shares channels with: Nine, Nine, Nine, Nine and 5 more", false},
+             {{8, 9}, "Shares channels with: Nine, Nine, Nine, Nine and 6 more", false},
          })
     {
         Select(rows);
@@ -269,7 +245,7 @@ TEST_F(Patch, WordsSayWhatIsOccupiedAndWithWhom)
 
 TEST_F(Patch, TheListFollowsTheNodes)
 {
-    StartWithBars({{"A", 0, 1}, {"B", 0, 40}});
+    StartWithBars("A 0/1, B 0/40");
     Select({0});
     EXPECT_EQ(Choices(), "[Auto] Manual...");
     Nodes().UpdateNodes({Node("2.0.0.20", "Left"), Node("10.0.0.9", "Far")});
@@ -319,20 +295,20 @@ TEST_F(Patch, TheListFollowsTheNodes)
 
 TEST_F(Patch, AManualNodeIsEnteredEditedAndDeleted)
 {
-    StartWithBars({{"A", 0, 1}, {"B", 0, 40}, {"C", 0, 80, "2.0.0.50"}});
+    StartWithBars("A 0/1, B 0/40, C 0/80 2.0.0.50");
     Nodes().UpdateNodes({Node("2.0.0.20", "Left")});
     Select({0, 1});
     const auto enter = [this] {
         WithDialog("Manual...", [](QDialog& dialog) {
             EXPECT_EQ(Hint(dialog), "Part 2 of the address is missing: a number from 0 to 255");
-            Fill(dialog, " Truss ", {"0", "x", "9"});
+            Fill(dialog, " Truss ", "0.x.9");
             EXPECT_EQ(Hint(dialog), "Part 3 of the address is missing: a number from 0 to 255");
-            Fill(dialog, " Truss ", {"0", "0", "20"});
+            Fill(dialog, " Truss ", "0.0.20");
             EXPECT_EQ(Hint(dialog), "2.0.0.20 is in the list already: Left");
-            Fill(dialog, " Truss ", {"255", "255", "255"});
+            Fill(dialog, " Truss ", "255.255.255");
             EXPECT_EQ(Hint(dialog), "2.255.255.255 is for all nodes of the network, not for one");
             EXPECT_FALSE(dialog.findChild<QPushButton*>("deleteButton"_q)->isVisible());
-            Fill(dialog, " Truss ", {"0", "0", "30"});
+            Fill(dialog, " Truss ", "0.0.30");
             QTest::keyClick(dialog.findChild<QLineEdit*>("confName"_q), Qt::Key_Return);
         });
     };
@@ -355,16 +331,16 @@ TEST_F(Patch, AManualNodeIsEnteredEditedAndDeleted)
 
     // Every element of the node follows, selected or not.
     Select({0});
-    const auto edit = [this](const char* name, const char* last) {
+    const auto edit = [this](const char* name, const char* parts) {
         WithDialog("Edit...", [=](QDialog& dialog) {
             EXPECT_EQ(Hint(dialog), "");
-            Fill(dialog, name, {"0", "0", last});
+            Fill(dialog, name, parts);
             dialog.accept();
         });
     };
-    ExpectOneStep([&] { edit("Floor", "31"); },
+    ExpectOneStep([&] { edit("Floor", "0.0.31"); },
                   "0/1 2.0.0.31 Floor, 0/40 2.0.0.31 Floor, 0/80 2.0.0.50, (2.0.0.31 Floor)");
-    ExpectOneStep([&] { edit("Floor", "30"); },
+    ExpectOneStep([&] { edit("Floor", "0.0.30"); },
                   "0/1 2.0.0.30 Floor, 0/40 2.0.0.30 Floor, 0/80 2.0.0.50, (2.0.0.30 Floor)");
     Select({1});
     ExpectOneStep(
@@ -376,7 +352,7 @@ TEST_F(Patch, AManualNodeIsEnteredEditedAndDeleted)
         "0/1, 0/40, 0/80 2.0.0.50");
     // As it was, and as the operator thought better of it.
     person.seen.clear();
-    edit("Truss", "30");
+    edit("Truss", "0.0.30");
     WithDialog("Edit...", [this](QDialog& dialog) {
         person.WillPress("Cancel"_q);
         QTest::mouseClick(dialog.findChild<QPushButton*>("deleteButton"_q), Qt::LeftButton);
@@ -391,22 +367,22 @@ TEST_F(Patch, AManualNodeIsEnteredEditedAndDeleted)
 
 TEST_F(Patch, WhileTheDialogIsOpenTheNetworkAndTheDocumentGoOn)
 {
-    StartWithBars({{"A", 0, 1}});
+    StartWithBars("A 0/1");
     Select({0});
     WithDialog("Manual...", [this](QDialog& dialog) {
-        Fill(dialog, "Truss", {"0", "0", "30"});
+        Fill(dialog, "Truss", "0.0.30");
         Nodes().UpdateNodes({Node("2.0.0.30", "Left")});
         dialog.accept();
         EXPECT_TRUE(dialog.isVisible());
         EXPECT_EQ(Hint(dialog), "2.0.0.30 is in the list already: Left");
-        Fill(dialog, "Truss", {"0", "0", "31"});
+        Fill(dialog, "Truss", "0.0.31");
         dialog.accept();
     });
     EXPECT_EQ(Patched(), "0/1 2.0.0.31 Truss, (2.0.0.31 Truss)");
     // A manual node that answers is a manual one no longer.
     WithDialog("Edit...", [this](QDialog& dialog) {
         Nodes().UpdateNodes({Node("2.0.0.31", "Own name")});
-        Fill(dialog, "Other", {"0", "0", "32"});
+        Fill(dialog, "Other", "0.0.32");
         dialog.accept();
     });
     EXPECT_EQ(Choices(), "Auto Left (2.0.0.30)(0) [Own name (2.0.0.31)(0)] Manual...");
@@ -416,7 +392,7 @@ TEST_F(Patch, WhileTheDialogIsOpenTheNetworkAndTheDocumentGoOn)
 
     const QString other = WriteDocument("other.wfm"_q, {});
     WithDialog("Manual...", [&](QDialog& dialog) {
-        Fill(dialog, "Truss", {"0", "0", "40"});
+        Fill(dialog, "Truss", "0.0.40");
         person.WillPress("Yes"_q);
         DropFile(other, {50, 50});
         QCoreApplication::processEvents();
