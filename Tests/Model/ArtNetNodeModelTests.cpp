@@ -111,7 +111,7 @@ TEST_F(ArtNetNodeModelTest, ANodeThatIsRenamedAsksForNewRows)
         EXPECT_TRUE(nodes.UpdateNodes({Node("2.0.0.11", name, {2})}));
         EXPECT_FALSE(nodes.UpdateNodes({Node("2.0.0.11", name, {2})}));
     }
-    EXPECT_EQ(Rows(), (Lines{"Stage right|2.0.0.11|0|| red", ".Port 0|||0|2 red"}));
+    EXPECT_EQ(Rows(), (Lines{"Stage right|2.0.0.11|0||", ".Port 0|||0|2"}));
 }
 
 TEST_F(ArtNetNodeModelTest, AManualNodeIsEditedRemovedOrBecomesAnOrdinaryOne)
