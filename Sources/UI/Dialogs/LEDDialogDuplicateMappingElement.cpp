@@ -113,9 +113,13 @@ void LEDDialogDuplicateMappingElement::JudgeCounts()
     const qlonglong total = qlonglong{GetAcross()} * GetDown();
     const bool good = total <= mostElements_;
     const QLocale locale;
-    totalLabel_->setText(good ? tr("%1 elements in all.").arg(locale.toString(total))
-                              : tr("%1 elements in all: no more than %2 can be made at a time.")
-                                    .arg(locale.toString(total), locale.toString(mostElements_)));
+    QString words = tr("%1 elements in all.").arg(locale.toString(total));
+    if (total == 1)
+        words = tr("1 element in all: nothing is added.");
+    else if (!good)
+        words = tr("%1 elements in all: no more than %2 can be made at a time.")
+                    .arg(locale.toString(total), locale.toString(mostElements_));
+    totalLabel_->setText(words);
     okButton_->setEnabled(good);
 }
 
