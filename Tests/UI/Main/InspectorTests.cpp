@@ -415,6 +415,25 @@ TEST_F(InspectorInTheWindow, KeysLeadToItAndAllOfItCanBeReached)
     View().setFocus();
     EXPECT_EQ(Text("editDescription"), "(multiple items selected)"_q);
 
+    for (const auto& [key, field] : {std::pair(Qt::Key_D, "editDescription"),
+                                     {Qt::Key_O, "comboDmxMappingOutput"},
+                                     {Qt::Key_M, "spinBoxDMXChannel"},
+                                     {Qt::Key_U, "spinBoxArtnetUniv"},
+                                     {Qt::Key_S, "spinBoxArtnetSubnet"},
+                                     {Qt::Key_I, "comboBoxsArtnetIP"},
+                                     {Qt::Key_L, "spinBoxX"},
+                                     {Qt::Key_T, "spinBoxY"},
+                                     {Qt::Key_W, "spinBoxWidth"},
+                                     {Qt::Key_H, "spinBoxHeight"},
+                                     {Qt::Key_R, "spinBoxRotation"},
+                                     {Qt::Key_Z, "checkBoxHFlip"},
+                                     {Qt::Key_V, "checkBoxVFlip"}})
+    {
+        View().setFocus();
+        QTest::keyClick(&View(), key, Qt::AltModifier);
+        EXPECT_TRUE(Find<QWidget>(field)->hasFocus()) << field;
+    }
+
     const auto* area = Find<QScrollArea>("inspectorScrollArea");
     EXPECT_LE(area->widget()->width(), area->viewport()->width());
     const QStringList order = {"editDescription"_q, "comboDmxMappingOutput"_q, "spinBoxX"_q,
