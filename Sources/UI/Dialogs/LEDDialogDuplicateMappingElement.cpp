@@ -113,13 +113,9 @@ void LEDDialogDuplicateMappingElement::JudgeCounts()
     const qlonglong total = qlonglong{GetAcross()} * GetDown();
     const bool good = total <= mostElements_;
     const QLocale locale;
-    QString words = tr("%1 elements in all.").arg(locale.toString(total));
-    if (total == 1)
-        words = tr("1 element in all: nothing is added.");
-    else if (!good)
-        words = tr("%1 elements in all: no more than %2 can be made at a time.")
-                    .arg(locale.toString(total), locale.toString(mostElements_));
-    totalLabel_->setText(words);
+    totalLabel_->setText(good ? tr("Elements in all: %1").arg(locale.toString(total))
+                              : tr("Elements in all: %1. No more than %2 can be made at a time.")
+                                    .arg(locale.toString(total), locale.toString(mostElements_)));
     okButton_->setEnabled(good);
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include <QAction>
@@ -72,6 +73,13 @@ void EditorController::ConnectCopies()
             &EditorController::ActionCopySelection);
     connect(&list_, &WeftMappedObjectTreeView::EnvokePasteSelection, this,
             &EditorController::ActionPasteSelection);
+    // Copies that are made again are shown as when they were made.
+    connect(&undoStack_, &QUndoStack::indexChanged, this, [this](int index) {
+        const bool isRedo = index > std::exchange(undoIndex_, index);
+        const auto* step = isRedo ? undoStack_.command(index - 1) : nullptr;
+        if (const auto* copies = dynamic_cast<const CopiesCommand*>(step))
+            ShowElements(copies->GetElements());
+    });
     connect(&clipboard_, &ElementClipboard::armedChanged, this, [this](bool armed) {
         if (QAction* paste = scene_.GetActions().paste)
             paste->setEnabled(armed);

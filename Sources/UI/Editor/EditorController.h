@@ -97,6 +97,7 @@ private:
     WeftMapEditorView& view_;
     WeftMappedObjectTreeView& list_;
     ElementClipboard clipboard_;
+    int undoIndex_ = 0; ///< of the step that the next redo does
     int zoomStyle_ = 0;
     bool fromScene_ = false; ///< the list is following the canvas
     bool fromList_ = false;  ///< the canvas is following the list
