@@ -16,7 +16,7 @@ namespace {
 
 std::shared_ptr<const DeviceLedItem> Fixture(const wchar_t* product, int channels)
 {
-    return std::make_shared<DeviceLedItem>(L"Maker", product, PixelMap(2, 1, PixelMapType::RGB), 9,
+    return std::make_shared<DeviceLedItem>(L"Maker", product, PixelMap(2, 1, PixelMapType::RGB), 1,
                                            channels);
 }
 
@@ -72,7 +72,7 @@ protected:
 TEST_F(Copies, TakeTheNextNumberThatTheDocumentHasNot)
 {
     Document({L"Par-7", L"Par-8", L"Par-10", L"Par-999", L"-7", L"Par-007", L"Bar-1", L"Bar-2",
-              L"Odd-99999999999999999999"});
+              L"Odd-007", L"Odd-99999999999999999999"});
     const std::wstring longest(512, L'x');
     using Case = std::tuple<std::wstring, int, std::wstring>;
     for (const auto& [name, counter, copy] : {
@@ -83,6 +83,8 @@ TEST_F(Copies, TakeTheNextNumberThatTheDocumentHasNot)
              Case{L"Par-999", 0, L"Par-1000"},
              Case{L"Par-1234", 0, L"Par-1234-1"},
              Case{L"Par-0", 0, L"Par-0"},
+             Case{L"Par-10", 0, L"Par-11"},
+             Case{L"Odd-7", 0, L"Odd-7"},
              Case{L"Bar", 0, L"Bar-3"},
              Case{L"Bar-", 0, L"Bar--1"},
              Case{L"Bar--2", 0, L"Bar--2"},
@@ -174,7 +176,9 @@ TEST_F(Copies, ArePastedAboveTheirSourcesAndPatchedBehindEachOther)
 TEST_F(Copies, TakeTheLibrarysFixtureOrBringTheirOwn)
 {
     DeviceModel& library = *manager.GetDeviceModel();
-    library.AddFixture(std::make_unique<DeviceLedItem>(*Fixture(L"Lamp", 6)));
+    auto own = std::make_unique<DeviceLedItem>(*Fixture(L"Lamp", 6));
+    own->uniqueID = 0; // The library gives its numbers as another one gives them.
+    library.AddFixture(std::move(own));
     std::vector<ElementValues> elements = {Element(L"Par", 0, 0, {}, 170)};
     EXPECT_FALSE(BindToLibrary(elements, library));
     EXPECT_EQ(elements[0].fixture->GetChannelCount(), 6);
@@ -210,12 +214,17 @@ TEST_F(Copies, AreReadFromTheTextOfADocumentOrNotAtAll)
     std::string deep;
     for (int i = 0; i < 100'000; ++i)
         deep += "<Mapping>";
+    std::string many = text;
+    const std::size_t fixture = text.find("<LEDFixture ");
+    for (int i = 0; i < 1'024; ++i)
+        many.insert(fixture, text, fixture, text.find("</LEDFixtureLibrary>") - fixture);
     for (const std::string& broken :
          {std::string(), std::string("no document"), text.substr(0, text.size() / 2), deep,
           with("0.500000", "nan"), with("0.500000", "1e999"), with("Lamp", "Other"),
           with("<DMXMapping", "<Nothing"),
           with("<LEDFixtureLibrary>", "<LEDFixtureLibrary><LEDFixture />"),
-          std::string("<LEDFixtureLibrary /><Mapping />"), std::string(65UL << 20U, ' ')})
+          std::string("<LEDFixtureLibrary /><Mapping />"), many,
+          text + std::string(65UL << 20U, ' ')})
         EXPECT_TRUE(ReadElementText("\xEF\xBB\xBF" + broken).empty()) << broken.substr(0, 400);
-    EXPECT_EQ(log.Count("The elements on the clipboard can't be read"), 11);
+    EXPECT_EQ(log.Count("The elements on the clipboard can't be read"), 12);
 }

@@ -288,7 +288,20 @@ TEST_F(Copying, ElementsGoToOtherDocumentsWithTheirFixtures)
     }
     EXPECT_EQ(Places(), "50,40 50,40"_q);
 
-    // What can't be read changes nothing, and what was copied here is still there.
+    // The last one counts, whoever copied it. What can't be read changes nothing, and what was
+    // copied here is then still there.
+    Trigger("actionCopy");
+    Offer(ElementType, copied);
+    Trigger("actionPaste");
+    EXPECT_FALSE(CanPaste());
+    Trigger("actionUndo");
+    Trigger("actionSelect_All");
+    Offer(ElementType, copied);
+    Trigger("actionCopy");
+    Trigger("actionPaste");
+    EXPECT_EQ(PlacedFixtures(), 4);
+    Trigger("actionUndo");
+    Click(Item(0).pos());
     Trigger("actionCopy");
     Offer(ElementType, copied.left(copied.size() / 2));
     const Support::LogCapture log;
