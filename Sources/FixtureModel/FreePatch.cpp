@@ -7,10 +7,6 @@
 
 namespace {
 
-constexpr std::int64_t LastUniverse = 15;
-constexpr std::int64_t UniversesInSubnet = 16;
-constexpr std::int64_t LastChannel = 512;
-
 /// Wider than an address, since a document may hold any number.
 struct Place
 {
@@ -20,7 +16,7 @@ struct Place
 
     void GoToNextUniverse()
     {
-        if (universe >= LastUniverse) {
+        if (universe >= PatchAddress::UniversesInSubnet - 1) {
             ++subnet;
             universe = 0;
         } else {
@@ -51,12 +47,12 @@ PatchAddress NextFreePatch(std::span<const PatchedSpan> patched, std::int32_t ch
         else if (order == 0)
             next.channel = std::max(next.channel, behind.channel);
     }
-    if (next.channel - 1 + channelCount > LastChannel) {
+    if (next.channel - 1 + channelCount > PatchAddress::LastChannel) {
         next.channel = 1;
         next.GoToNextUniverse();
     }
-    while (std::find(taken.begin(), taken.end(), next.subnet * UniversesInSubnet + next.universe) !=
-           taken.end())
+    while (std::find(taken.begin(), taken.end(),
+                     next.subnet * PatchAddress::UniversesInSubnet + next.universe) != taken.end())
         next.GoToNextUniverse();
     return {Narrow(next.subnet), Narrow(next.universe), Narrow(next.channel)};
 }

@@ -7,6 +7,11 @@
 /// A place on the wire: where an element starts.
 struct PatchAddress
 {
+    // Of Art-Net. Wider than an address, since a document may hold any number.
+    static constexpr std::int64_t LastChannel = 512;
+    static constexpr std::int64_t UniversesInSubnet = 16;
+    static constexpr std::int64_t SubnetCount = 16;
+
     std::int32_t subnet = 0;
     std::int32_t universe = 0;
     std::int32_t channel = 1; ///< 1-based

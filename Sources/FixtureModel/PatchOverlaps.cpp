@@ -6,17 +6,16 @@
 #include <unordered_map>
 
 #include "FixtureModel/DMXMapping.h"
+#include "FixtureModel/FreePatch.h"
 
 namespace {
-
-constexpr std::int64_t LastChannel = 512;
 
 /// The greatest value that was noted of all chosen elements, of those without a node and of those
 /// of each node.
 class Greatest
 {
 public:
-    static constexpr std::int32_t None = -LastChannel - 1;
+    static constexpr std::int32_t None = -PatchAddress::LastChannel - 1;
 
     void Note(std::wstring_view node, std::int32_t value)
     {
@@ -76,7 +75,8 @@ SentChannels ChannelsSent(std::int32_t channel, std::int32_t channelCount)
     if (channel < 1)
         return {};
     const std::int64_t last = std::int64_t{channel} + channelCount - 1;
-    return {channel, static_cast<std::int32_t>(std::min(last, LastChannel)), last > LastChannel};
+    return {channel, static_cast<std::int32_t>(std::min(last, PatchAddress::LastChannel)),
+            last > PatchAddress::LastChannel};
 }
 
 std::vector<std::size_t> OverlapsWithChosen(std::span<const PatchedElement> elements)

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "FixtureModel/DMXMapping.h"
+#include "FixtureModel/FreePatch.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
@@ -23,7 +24,7 @@
 namespace {
 
 constexpr int LastInSubnet = 15;
-constexpr int LastChannel = 512;
+constexpr int LastChannel = PatchAddress::LastChannel;
 constexpr int LinesOfWords = 2;
 
 /// A value may lie outside of its range, since a document may hold any: a step never takes it
