@@ -78,7 +78,7 @@ QString Beyond(const Patch& patch)
     int beyond = 0;
     for (const std::size_t index : patch.chosen)
         beyond += patch.elements[index].channels.beyond ? 1 : 0;
-    return beyond == 0 ? QString() : Words::tr("%1 reach beyond 512").arg(beyond);
+    return beyond == 0 ? QString() : Words::tr("Reach beyond 512: %1").arg(beyond);
 }
 
 QString NameOf(const MappedLedItem& item)

@@ -197,7 +197,7 @@ TEST_F(Patch, AnElementOutOfRangeShowsWhatItHasUntilItIsEdited)
     EXPECT_EQ(Find<QSpinBox>(Dmx)->value(), 0);
     EXPECT_EQ(Words(), "0:3, no channels");
     Select({0, 1});
-    EXPECT_EQ(Words(), "1 reach beyond 512");
+    EXPECT_EQ(Words(), "Reach beyond 512: 1");
     ExpectOneStep([this] { Keys(Dmx, "", Qt::Key_Up); }, "20/500, 3/1");
 }
 
