@@ -195,7 +195,7 @@ std::vector<std::int32_t> PixelMap::GetPixelsOverlapping(std::int32_t startChann
             continue;
         const std::int64_t last = LastChannelOf(cell, n);
         const bool startsInside = cell <= startChannel && startChannel <= last;
-        const bool endsInside = cell <= end - 1 && end - 1 <= last && end > cell;
+        const bool endsInside = cell <= end - 1 && end - 1 <= last;
         if (startsInside || endsInside)
             indices.push_back(static_cast<std::int32_t>(i));
     }

@@ -60,6 +60,7 @@ TEST(Dmx, AnOddCountIsPaddedAndNothingOfTheBlockShows)
               (Bytes{'A',  'r', 't', '-',  'N',  'e',  't',  0,    0x00, 0x50, 0x00,
                      0x0E, 0,   0,   0x34, 0x12, 0x00, 0x04, 0xAA, 0xBB, 0xCC, 0x00}));
     EXPECT_EQ(Written(0, {}), ArtNetBytes::Dmx(0, {}));
+    EXPECT_EQ(Written(0, {9}), ArtNetBytes::Dmx(0, {9, 0}));
     EXPECT_EQ(Written(0xFFFF, Bytes(600, 1)), ArtNetBytes::Dmx(0x7FFF, Bytes(512, 1)));
 }
 

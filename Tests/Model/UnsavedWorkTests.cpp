@@ -5,6 +5,7 @@
 
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
+#include "Support/LogCapture.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -58,6 +59,18 @@ TEST_F(UnsavedWorkTest, EachCopyIsOneStateOfADocumentThatGoesOnChanging)
     manager.SetDocumentDirty(false);
     work.reset();
     EXPECT_FALSE(QFile::exists(copy));
+}
+
+TEST_F(UnsavedWorkTest, AFolderThatTakesNoFileIsReported)
+{
+    ASSERT_TRUE(QFile(path).open(QFile::WriteOnly));
+    const QString inFile = path + QStringLiteral("/show.wfm");
+    work->Watch(inFile);
+    const Support::LogCapture log;
+    manager.ResizeCanvas(101, 100, false);
+    const std::string line =
+        "Unsaved work can't be kept in " + UnsavedWork::FileFor(inFile).toStdString();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return log.Has(line); }, 5 * UnsavedWork::WriteMilliseconds));
 }
 
 } // namespace
