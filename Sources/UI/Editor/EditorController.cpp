@@ -73,13 +73,7 @@ void EditorController::ConnectCopies()
             &EditorController::ActionCopySelection);
     connect(&list_, &WeftMappedObjectTreeView::EnvokePasteSelection, this,
             &EditorController::ActionPasteSelection);
-    // Copies that are made again are shown as when they were made.
-    connect(&undoStack_, &QUndoStack::indexChanged, this, [this](int index) {
-        const bool isRedo = index > std::exchange(undoIndex_, index);
-        const auto* step = isRedo ? undoStack_.command(index - 1) : nullptr;
-        if (const auto* copies = dynamic_cast<const CopiesCommand*>(step))
-            ShowElements(copies->GetElements());
-    });
+    connect(&undoStack_, &QUndoStack::indexChanged, this, &EditorController::ShowCopies);
     connect(&clipboard_, &ElementClipboard::armedChanged, this, [this](bool armed) {
         if (QAction* paste = scene_.GetActions().paste)
             paste->setEnabled(armed);
@@ -303,18 +297,23 @@ void EditorController::ActionPasteSelection()
 
 void EditorController::PushCopies(std::unique_ptr<CopiesCommand> command)
 {
-    if (command->ChangesNothing())
-        return;
-    const CopiesCommand& pushed = *command;
-    Push(std::move(command));
-    ShowElements(pushed.GetElements());
+    if (!command->ChangesNothing())
+        Push(std::move(command));
 }
 
-void EditorController::ShowElements(const ElementIds& ids)
+/// Scrolls to the copies of the step that was just made, or made again. A full history has the same
+/// index after a new step, but then nothing to do again.
+void EditorController::ShowCopies(int undoIndex)
 {
+    const bool forward = undoIndex > std::exchange(undoIndex_, undoIndex) || !undoStack_.canRedo();
+    const QUndoCommand* step = forward ? undoStack_.command(undoIndex - 1) : nullptr;
+    const auto* copies = dynamic_cast<const CopiesCommand*>(step);
+    if (!copies)
+        return;
     const QSizeF canvas = manager_.CanvasPixels();
+    const auto elements = manager_.GetVideoMappings(copies->GetElements());
     view_.ShowPart(QTransform::fromScale(canvas.width(), canvas.height())
-                       .mapRect(ElementGeometry::Bounds(manager_.GetVideoMappings(ids))));
+                       .mapRect(ElementGeometry::Bounds(elements)));
 }
 
 void EditorController::Push(std::unique_ptr<QUndoCommand> command)

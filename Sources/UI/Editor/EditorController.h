@@ -89,7 +89,7 @@ private:
     void UpdateZoomCentre();
     void Push(std::unique_ptr<QUndoCommand> command);
     void PushCopies(std::unique_ptr<CopiesCommand> command);
-    void ShowElements(const ElementIds& ids);
+    void ShowCopies(int undoIndex);
 
     DeviceManager& manager_;
     QUndoStack& undoStack_;
