@@ -2,6 +2,7 @@
 #include "Model/ElementCopies.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -59,14 +60,21 @@ DMXMappingArtNet AddressOfCopy(const ElementValues& source)
     return address;
 }
 
+/// A number that no file can hold is none: what a document has at the end of all numbers stays
+/// there.
+float Moved(float from, float by)
+{
+    const float to = from + by;
+    return std::isfinite(to) ? to : from;
+}
+
 /// A copy whose number follows on `name`, which is then the copy's.
 ElementValues CopyAs(NumberedName& name, const ElementValues& source, float dx, float dy,
                      std::int64_t counter, const NumbersInUse& inUse)
 {
     name.number = inUse.FirstFree(name) + counter;
     ElementValues copy{name.Text(), source.fixture, source.video, AddressOfCopy(source)};
-    copy.video.centerX += dx;
-    copy.video.centerY += dy;
+    copy.video.SetCenter({Moved(source.video.centerX, dx), Moved(source.video.centerY, dy)});
     return copy;
 }
 

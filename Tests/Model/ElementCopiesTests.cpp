@@ -163,6 +163,8 @@ TEST_F(Copies, ArePastedAboveTheirSourcesAndPatchedBehindEachOther)
     Expect(paste({}), "");
     // One, or several side by side: as far as the highest of them is high.
     Expect(paste({Element(L"Par-2", 1, 1)}), "8,7 2:15/100 Par-3\n");
+    for (const ElementValues& far : paste({Element(L"A", 0, 3e38F), Element(L"B", 0, -3e38F)}))
+        EXPECT_TRUE(std::isfinite(far.video.centerY)) << "no file holds it";
     std::vector<ElementValues> row = {Element(L"Par-1", 1, 1), Element(L"Par-2", 2, 1)};
     row[1].video.height = 0.5F;
     Expect(paste(row), "8,4 2:15/100 Par-3\n16,4 2:15/270 Par-4\n");
