@@ -18,7 +18,7 @@
 namespace {
 
 constexpr int LongestSide = 65535;
-constexpr int FullTurn = 360;
+constexpr int LargestAngle = 360;
 constexpr int PreviewHeight = 64;
 constexpr int Margin = 6;
 
@@ -217,7 +217,7 @@ void InspectorForm::AddGeometry(QGridLayout& grid)
     spinBoxWidth = AddBox<SharedSpinBox>(grid, 2, "spinBoxWidth", tr("&Width:"), 0, LongestSide);
     spinBoxHeight = AddBox<SharedSpinBox>(grid, 3, "spinBoxHeight", tr("&Height:"), 0, LongestSide);
     spinBoxRotation = AddBox<SharedDoubleSpinBox>(grid, 4, "spinBoxRotation", tr("&Rotation:"),
-                                                  -FullTurn, FullTurn);
+                                                  -LargestAngle, LargestAngle);
     spinBoxRotation->setDecimals(0);
     for (QWidget* box : {static_cast<QWidget*>(spinBoxX), static_cast<QWidget*>(spinBoxY),
                          static_cast<QWidget*>(spinBoxWidth), static_cast<QWidget*>(spinBoxHeight),
