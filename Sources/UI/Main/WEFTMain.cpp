@@ -180,8 +180,9 @@ void WEFTMain::BuildToolBar()
     new SelectionModeButton(*deviceManager_, *this);
     AddActions();
     form_->PlaceActions();
-    networkPanel_ = new NetworkPanel({GetIPRange::Instance(), *network_, *deviceManager_,
-                                      *nodeModel_, *engine_, *preferences_, *form_->toolBar, this});
+    networkPanel_ =
+        new NetworkPanel({GetIPRange::Instance(), *network_, *deviceManager_, *nodeModel_, *engine_,
+                          *preferences_, undoStack_, *form_->toolBar, this});
     connect(document_.get(), &DocumentLife::cleared, networkPanel_, &NetworkPanel::ShowMerging);
     connect(document_.get(), &DocumentLife::loaded, networkPanel_, &NetworkPanel::ShowMerging);
     connect(hostSettings_.get(), &HostSettings::artNetDMXInputSettingsChanged, networkPanel_,

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include <QUndoStack>
+
 #include "LEDEngine/GetIPRange.h"
 #include "LEDEngine/LEDEngine.h"
 #include "Log/Log.h"
@@ -12,6 +14,7 @@
 #include "Model/MappedDeviceModel.h"
 #include "Settings/ExternalServerPreferences.h"
 #include "Settings/SettingsBlock.h"
+#include "UI/Commands/AddressCommands.h"
 
 NetworkChoice::NetworkChoice(GetIPRange& networks, SettingsBlock& settings, DeviceManager& manager,
                              LEDEngine& engine, Notice notice)
@@ -92,10 +95,10 @@ QString NetworkChoice::GetNetworkPattern() const
     return QString::fromStdWString(GetIPRange::RangeToBroadcast(text));
 }
 
-void NetworkChoice::ClearStaleAddresses(const ArtNetNodeModel& nodes)
+void NetworkChoice::ClearStaleAddresses(const ArtNetNodeModel& nodes, QUndoStack& undoStack)
 {
     const MappedDeviceModel& document = *manager_.GetMappedDeviceModel();
-    QModelIndexList stale;
+    ElementIds stale;
     for (int row = 0; row < document.rowCount(); ++row) {
         const MappedLedItem* element = document.GetElement(row);
         const DMXMappingArtNet* mapping = element ? element->GetArtNetMapping() : nullptr;
@@ -103,12 +106,13 @@ void NetworkChoice::ClearStaleAddresses(const ArtNetNodeModel& nodes)
             continue;
         const std::wstring& node = mapping->GetIpconf();
         if (!nodes.IsManualNode(QString::fromStdWString(node)) && !networks_.IsInKnownNetwork(node))
-            stale.append(document.index(row, 0));
+            stale.push_back(element->uniqueID);
     }
-    if (stale.isEmpty())
+    if (stale.empty())
         return;
-    manager_.EditObjectArtNetMappings(
-        stale, [](DMXMappingArtNet& mapping) { mapping.SetNode(AutoNode, std::wstring()); });
+    undoStack.push(new AddressCommand(manager_, stale, [](DMXMappingArtNet& mapping) {
+        mapping.SetNode(AutoNode, std::wstring());
+    }));
     emit networkChanged();
 }
 

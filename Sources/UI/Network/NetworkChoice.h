@@ -12,6 +12,7 @@ class DeviceManager;
 class ExternalServerPreferences;
 class GetIPRange;
 class LEDEngine;
+class QUndoStack;
 class SettingsBlock;
 
 /// The chosen network: what the operator or the document wants as text, and the address and
@@ -39,8 +40,9 @@ public:
     void ChooseFirst();
 
     /// Elements lose the address of a node that is in no known network and was not entered by hand:
-    /// they are sent to "Auto" again.
-    void ClearStaleAddresses(const ArtNetNodeModel& nodes);
+    /// they are sent to "Auto" again, which is a step of its own: an operator who chose the wrong
+    /// network gets them back.
+    void ClearStaleAddresses(const ArtNetNodeModel& nodes, QUndoStack& undoStack);
 
     /// Where merged DMX is received when the host is its source. Null: on the chosen network.
     void SetHostPreferences(const ExternalServerPreferences* preferences);

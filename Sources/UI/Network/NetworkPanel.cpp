@@ -201,7 +201,7 @@ void NetworkPanel::Take(const QString& network)
 {
     if (network != parts_.choice.GetNetworkText())
         parts_.choice.Choose(network);
-    parts_.choice.ClearStaleAddresses(parts_.nodes);
+    parts_.choice.ClearStaleAddresses(parts_.nodes, parts_.undoStack);
     parts_.choice.updateArtNetOutput();
 }
 

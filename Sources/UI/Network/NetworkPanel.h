@@ -16,6 +16,7 @@ class LEDEngine;
 class NetworkChoice;
 class QAction;
 class QToolBar;
+class QUndoStack;
 class QWidget;
 class SteadyComboBox;
 class UniverseMerging;
@@ -35,6 +36,7 @@ public:
         const ArtNetNodeModel& nodes;
         LEDEngine& engine;
         const ExternalServerPreferences& preferences;
+        QUndoStack& undoStack;
         QToolBar& toolBar; ///< owns the widgets and actions
         QWidget* window;   ///< the parent of the dialogs and of the panel
     };

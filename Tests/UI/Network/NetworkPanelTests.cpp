@@ -21,7 +21,7 @@ protected:
         choice.Choose("2.X.X.X"_q);
         window.addToolBar(&toolBar);
         panel = new NetworkPanel(
-            {networks, choice, manager, nodes, engine, preferences, toolBar, &window});
+            {networks, choice, manager, nodes, engine, preferences, undo, toolBar, &window});
         window.show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
         window.activateWindow();
@@ -65,6 +65,7 @@ protected:
 
     QMainWindow window;
     QToolBar toolBar;
+    QUndoStack undo;
     NetworkPanel* panel = nullptr;
     Support::Operator person;
 };
@@ -238,7 +239,8 @@ TEST_F(Panel, WithoutAHostThereIsNobodyElseToSend)
     ApplicationMode::Instance().mode = ApplicationMode::NoHost;
     const ExternalServerPreferences none;
     QToolBar other;
-    const NetworkPanel alone({networks, choice, manager, nodes, engine, none, other, &window});
+    const NetworkPanel alone(
+        {networks, choice, manager, nodes, engine, none, undo, other, &window});
     EXPECT_FALSE(other.findChild<QComboBox*>("senderCombo"_q)->isEnabled());
     EXPECT_FALSE(other.findChild<QAction*>("actionMergerSettings"_q)->isEnabled());
 }
