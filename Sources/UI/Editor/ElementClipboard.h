@@ -39,7 +39,7 @@ private:
     void Change(const std::function<void()>& change);
 
     std::shared_ptr<const std::vector<ElementValues>> copied_;
-    QPointer<QMimeData> own_;       ///< what we put on the system's clipboard, while it is there
-    bool isOffered_ = false;        ///< the system's clipboard has elements of another program
-    bool systemHasChanged_ = false; ///< and was not looked at since
+    QPointer<QMimeData> own_;      ///< what we put on the system's clipboard, while it is there
+    bool isOffered_ = false;       ///< the system's clipboard has elements of another program
+    bool systemHasChanged_ = true; ///< and was not looked at since
 };
