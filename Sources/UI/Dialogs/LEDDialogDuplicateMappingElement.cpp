@@ -52,10 +52,11 @@ LEDDialogDuplicateMappingElement::LEDDialogDuplicateMappingElement(int mostEleme
     auto* counts = new QGroupBox(tr("Count"));
     auto* countForm = new QFormLayout(counts);
     spinHorzizontalCount =
-        CountBox(*countForm, tr("Horizontally:"), QStringLiteral("spinHorzizontalCount"),
+        CountBox(*countForm, tr("&Horizontally:"), QStringLiteral("spinHorzizontalCount"),
                  tr("Elements side by side"), mostElements);
-    spinVerticalCount = CountBox(*countForm, tr("Vertically:"), QStringLiteral("spinVerticalCount"),
-                                 tr("Elements one above the other"), mostElements);
+    spinVerticalCount =
+        CountBox(*countForm, tr("&Vertically:"), QStringLiteral("spinVerticalCount"),
+                 tr("Elements one above the other"), mostElements);
     totalLabel_ = new QLabel;
     totalLabel_->setObjectName(QStringLiteral("totalLabel"));
     totalLabel_->setWordWrap(true);
@@ -67,12 +68,12 @@ LEDDialogDuplicateMappingElement::LEDDialogDuplicateMappingElement(int mostEleme
     comboDirectionFirst->addItems({tr("From left to right"), tr("From right to left"),
                                    tr("From top to bottom"), tr("From bottom to top")});
     comboDirectionFirst->setAccessibleName(tr("First direction of the addresses"));
-    AddRow(*directionForm, tr("First:"), QStringLiteral("comboDirectionFirst"),
+    AddRow(*directionForm, tr("&First:"), QStringLiteral("comboDirectionFirst"),
            *comboDirectionFirst);
     comboDirectionThen = new QComboBox;
     comboDirectionThen->addItems({QString(), QString()});
     comboDirectionThen->setAccessibleName(tr("Second direction of the addresses"));
-    AddRow(*directionForm, tr("Then:"), QStringLiteral("comboDirectionThen"), *comboDirectionThen);
+    AddRow(*directionForm, tr("&Then:"), QStringLiteral("comboDirectionThen"), *comboDirectionThen);
 
     QDialogButtonBox* buttons = MakeButtons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     okButton_ = buttons->button(QDialogButtonBox::Ok);
