@@ -43,7 +43,8 @@ void FoldGeometry(ElementFields& fields, const VideoMapping& video, QSizeF canva
     FoldLength(fields.top, rect.top(), first);
     Fold(fields.width, qRound(rect.width()), first);
     Fold(fields.height, qRound(rect.height()), first);
-    Fold(fields.rotation, static_cast<double>(video.rotation), first);
+    // A full turn is none.
+    Fold(fields.rotation, std::fmod(static_cast<double>(video.rotation), 360.0), first);
     Fold(fields.flipHorizontal, video.flipHorizontal, first);
     Fold(fields.flipVertical, video.flipVertical, first);
 }

@@ -141,9 +141,10 @@ void ArtNetPatchPage::Show(const ElementFields& fields, const ElementIds& ids)
     ShowNumber(*spinBoxDMXChannel, fields.channel, 1, lastStartChannel_);
     ShowNumber(*spinBoxArtnetUniv, fields.universe, 0, LastInSubnet);
     ShowNumber(*spinBoxArtnetSubnet, fields.subnet, 0, LastInSubnet);
+    const bool otherNode = !(node_ == fields.nodeText);
     node_ = fields.nodeText;
     comboBoxsArtnetIP->Show(node_);
-    if (others || wordsDue_.isActive())
+    if (others || otherNode || wordsDue_.isActive())
         RefreshWords();
 }
 

@@ -57,7 +57,8 @@ void ElementPreview::Look()
     const ZenBitmap* pixels = element ? pixels_(*element) : nullptr;
     BlitterService* blitter = BlitterService::Get();
     if (!pixels || !blitter) {
-        label_.clear();
+        if (!shown_.isNull())
+            label_.clear();
         shown_ = QImage();
         return;
     }

@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QEvent>
 #include <QLabel>
@@ -143,6 +144,8 @@ bool Inspector::eventFilter(QObject* watched, QEvent* event)
 void Inspector::Show()
 {
     const ElementFields fields = FoldElements(parts_.manager, ids_);
+    if (fields.count == 0 && parts_.form.isAncestorOf(QApplication::focusWidget()))
+        parts_.canvas.TakeFocus();
     const int page = fields.count > 0 ? InspectorForm::FilledPage : InspectorForm::EmptyPage;
     parts_.form.deviceProperties->ShowPage(page);
     parts_.form.mappinProperties->ShowPage(page);

@@ -152,7 +152,7 @@ QWidget* InspectorForm::MakeDevicePage()
     labelFixture->setWordWrap(true);
     // A long name is no reason for a wide panel.
     labelFixture->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    labelFixture->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    labelFixture->setTextFormat(Qt::PlainText);
     rows->addRow(new QLabel(tr("Fixture:")), labelFixture);
     editDescription = AddRow<SharedLineEdit>(*rows, "editDescription", tr("&Description:"));
     editDescription->setMinimumWidth(1);

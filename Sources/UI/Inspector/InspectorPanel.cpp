@@ -96,6 +96,8 @@ void InspectorPanel::ActionEditDescription()
 void InspectorPanel::GoTo(QWidget& field)
 {
     ActionInspector(true);
+    if (!field.isVisibleTo(form_)) // Nothing is selected.
+        return;
     field.setFocus(Qt::ShortcutFocusReason);
     parts_.area.ensureWidgetVisible(&field);
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Inspector/SharedLineEdit.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QSignalBlocker>
 
@@ -66,16 +65,18 @@ void SharedLineEdit::focusInEvent(QFocusEvent* event)
 {
     if (shown_.mixed && !isModified()) {
         const QSignalBlocker blocker(this);
-        clear();
+        setText(QString()); // clear() would count as an edit.
     }
     QLineEdit::focusInEvent(event);
 }
 
 void SharedLineEdit::focusOutEvent(QFocusEvent* event)
 {
-    const QWidget* popup = QApplication::activePopupWidget();
-    if (!popup || popup->parentWidget() != this)
-        Commit();
+    if (DocumentKeys::IsForOwnMenu(*this)) {
+        QLineEdit::focusOutEvent(event);
+        return;
+    }
+    Commit();
     QLineEdit::focusOutEvent(event);
     if (!isModified())
         PutBack();

@@ -73,7 +73,6 @@ void SharedBox<Box>::SetStep(Value step)
 
 // ---- Typing ------------------------------------------------------------------------------------
 
-/// Tells what was typed, if anything was and it is a value of the box.
 template <class Box>
 void SharedBox<Box>::Commit()
 {
@@ -145,6 +144,10 @@ void SharedBox<Box>::focusInEvent(QFocusEvent* event)
 template <class Box>
 void SharedBox<Box>::focusOutEvent(QFocusEvent* event)
 {
+    if (DocumentKeys::IsForOwnMenu(*this)) {
+        Box::focusOutEvent(event);
+        return;
+    }
     Commit();
     Box::focusOutEvent(event);
     if (!edited_)
@@ -193,6 +196,7 @@ SharedDoubleSpinBox::SharedDoubleSpinBox(QWidget* parent)
 
 void SharedDoubleSpinBox::SetPrecision(int decimals, double step)
 {
+    Commit();
     const QSignalBlocker blocker(this);
     SetStep(step);
     setDecimals(decimals);

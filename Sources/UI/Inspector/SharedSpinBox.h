@@ -46,10 +46,10 @@ protected:
     virtual void TellStepped(int steps) = 0;
     /// Shows what the elements have, whatever the box shows now.
     void PutBack();
-
-private:
+    /// Tells what was typed, if anything was and it is a value of the box.
     void Commit();
 
+private:
     Value step_ = 1;
     Value shown_ = 0; ///< what the elements have, when it is common
     Value set_ = 0;   ///< what the box made of it
