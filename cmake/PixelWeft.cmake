@@ -88,9 +88,8 @@ endfunction()
 
 # What ThreadSanitizer has to see: the test programs with the label `threads`. The program has three kinds of
 # threads (log, sockets, unsaved work), and each is in one of these. So the label is not on UIMainTests, which would
-# need the whole window and exceptions for Qt; on FrameAllocationTests, which replaces the allocator and starts only
-# the sockets' thread; on ModelTests, whose one thread is the test's and only writes a file; nor on SaveSafetyTests,
-# which starts a process and no thread.
+# need the whole window and exceptions for Qt; on ModelTests, whose one thread is the test's and only writes a file;
+# nor on SaveSafetyTests, which starts a process and no thread.
 add_custom_target(ThreadTests)
 
 # pixelweft_test(Name [QT] SOURCES ... LINK ... [LABELS ...])
