@@ -99,6 +99,16 @@ void Desk::Trigger(const char* name) const
     Action(name)->trigger();
 }
 
+void Desk::ChooseHalves()
+{
+    QImage picture(100, 100, QImage::Format_RGB32);
+    picture.fill(LeftColour);
+    QPainter(&picture).fillRect(50, 0, 50, 100, RightColour);
+    ASSERT_TRUE(picture.save(Path("halves.png"_q)));
+    person.WillChoose(Path("halves.png"_q));
+    Trigger("actionChoose_Test_Image");
+}
+
 void Desk::Import(const QString& file, std::initializer_list<const char*> answers)
 {
     person.seen.clear();

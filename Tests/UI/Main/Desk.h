@@ -51,14 +51,23 @@ protected:
     }
 
     template <typename Type>
-    [[nodiscard]] Type* Find(const char* name) const
+    [[nodiscard]] static Type* In(const QWidget& parent, const char* name)
     {
-        auto* found = window->findChild<Type*>(QLatin1String(name));
+        auto* found = parent.findChild<Type*>(QLatin1String(name));
         EXPECT_TRUE(found) << name;
         return found;
     }
+    template <typename Type>
+    [[nodiscard]] Type* Find(const char* name) const
+    {
+        return In<Type>(*window, name);
+    }
     [[nodiscard]] QAction* Action(const char* name) const { return Find<QAction>(name); }
     void Trigger(const char* name) const;
+    /// Chooses a picture of 100 x 100 whose halves have one colour each.
+    void ChooseHalves();
+    static inline const QColor LeftColour{200, 10, 20};
+    static inline const QColor RightColour{30, 40, 250};
     /// Imports this file by the menu, with these answers to what it asks and reports.
     void Import(const QString& file, std::initializer_list<const char*> answers = {});
     /// A key as it comes from the keyboard while this widget has the focus.

@@ -12,13 +12,6 @@ namespace {
 class Window : public Desk
 {
 protected:
-    template <typename Type>
-    static Type* In(const QDialog& dialog, const char* name)
-    {
-        auto* child = dialog.findChild<Type*>(QLatin1String(name));
-        EXPECT_TRUE(child) << name;
-        return child;
-    }
     [[nodiscard]] QString Zoom() const { return Find<QComboBox>("zoomCombo")->currentText(); }
     /// The names of the actions in a menu or bar and in the menus below it.
     static QStringList ActionsIn(const QWidget& bar)
