@@ -43,14 +43,7 @@ protected:
     {
         StartWith(elements);
         window->StartTimers();
-        // Left half one colour, right half another.
-        QImage picture(100, 100, QImage::Format_RGB32);
-        picture.fill(QColor(200, 10, 20));
-        QPainter(&picture).fillRect(50, 0, 50, 100, QColor(30, 40, 250));
-        const QString file = Path("halves.png"_q);
-        ASSERT_TRUE(picture.save(file));
-        person.WillChoose(file);
-        Trigger("actionChoose_Test_Image");
+        ChooseHalves();
     }
     /// Waits for a frame of universe 2 that `accept` takes; when it arrived, 0 for never.
     std::int64_t Await(const std::function<bool(const Channels&)>& accept)
@@ -157,41 +150,6 @@ TEST_F(Output, ADroppedFixtureIsSentAtOnceAtItsAddressInItsColours)
     EXPECT_TRUE(Comes(208, black));
     Trigger("actionUndo");
     EXPECT_TRUE(Comes(208, Pixels(12, 30, 40, 250)));
-}
-
-TEST_F(Output, AnAddressThatIsTypedIsWhereTheNodeReceivesIt)
-{
-    StartOutput(Element({0.2, 0.8}, {0.12, 0.01}, 2, 100) + Element({0.8, 0.8}, {0.12, 0.01}, 4));
-    ASSERT_TRUE(Comes(100, Pixels(12, 200, 10, 20)));
-    Trigger("actionSelect_All");
-    auto* universe = Find<QSpinBox>("spinBoxArtnetUniv");
-    Type(universe, Qt::Key_Down);
-    Type(universe, Qt::Key_Down); // 0 and 2
-    EXPECT_TRUE(Comes(1, Pixels(12, 30, 40, 250)));
-
-    person.Will([](QDialog& dialog) {
-        for (const auto& [octet, text] : {std::pair(2, "0"), std::pair(3, "0"), std::pair(4, "11")})
-            dialog.findChild<QLineEdit*>("octet%1"_q.arg(octet))->setText(QLatin1String(text));
-        dialog.accept();
-    });
-    Pick("comboBoxsArtnetIP", "Manual...");
-    constexpr std::uint32_t node = Stage::Rig0 + 1;
-    int toNode = 0;
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        while (const auto heard = rig->Next(std::chrono::milliseconds(0))) {
-            if (!DmxOf(*heard, 2))
-                continue;
-            // What was on its way is heard first; from then on the node alone receives it.
-            EXPECT_TRUE(heard->destination == node || toNode == 0);
-            toNode += heard->destination == node ? 1 : 0;
-        }
-        return toNode > 3;
-    }));
-    Trigger("actionUndo");
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        const auto heard = rig->Next(std::chrono::milliseconds(0));
-        return heard && DmxOf(*heard, 2) && heard->destination == Stage::Broadcast0;
-    }));
 }
 
 TEST(LedIndicatorTest, ALampIsLitFromOneCallToTheSecondRunAfterIt)
