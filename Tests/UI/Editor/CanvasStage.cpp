@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include <QApplication>
+#include <QColor>
 #include <QHBoxLayout>
 #include <QPixmap>
 
@@ -25,7 +26,7 @@ CanvasStage::CanvasStage(QSize canvas, QSize viewSize)
     list->setSelectionBehavior(QAbstractItemView::SelectRows);
     list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list->setSortingEnabled(true);
-    list->sortByColumn(0, Qt::AscendingOrder);
+    list->sortByColumn(MappedDeviceModel::NameColumn, Qt::DescendingOrder);
     list->setFixedWidth(200);
     auto* layout = new QHBoxLayout(&window);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -113,6 +114,42 @@ std::vector<std::int64_t> CanvasStage::SelectedInList() const
     return ids;
 }
 
+std::string CanvasStage::TableFault() const
+{
+    const MappedDeviceModel& table = *manager.GetMappedDeviceModel();
+    const auto conflicts = [&](const DMXMappingArtNet& one) {
+        return std::ranges::any_of(table.GetAllItems(), [&](const MappedLedItem* other) {
+            return other->GetArtNetMapping()->GetPortAddress() == one.GetPortAddress() &&
+                   other->GetArtNetMapping()->IsAuto() != one.IsAuto();
+        });
+    };
+    for (int row = 0; row < table.rowCount(); ++row) {
+        const MappedLedItem* element = table.GetElement(row);
+        const QModelIndex cell = table.index(row, MappedDeviceModel::IdentifierColumn);
+        if (table.GetIndexOfUniqueID(element->uniqueID).row() != row ||
+            table.GetItemByUniqueID(element->uniqueID) != element ||
+            manager.GetUniqueID(cell) != element->uniqueID ||
+            cell.data(Qt::UserRole).toLongLong() != element->uniqueID)
+            return "row " + std::to_string(row) + " has another element's number";
+        if (cell.siblingAtColumn(MappedDeviceModel::NameColumn).data().toString() !=
+            QString::fromStdWString(element->description))
+            return "row " + std::to_string(row) + " shows an older name";
+        // Red where a universe is both broadcast and sent to a node, orange for other broadcasts.
+        const DMXMappingArtNet& address = *element->GetArtNetMapping();
+        const QVariant colour = conflicts(address) ? QColor(255, 0, 0)
+                                : address.IsAuto() ? QColor(255, 102, 0)
+                                                   : QVariant();
+        if (cell.data(Qt::ForegroundRole) != colour)
+            return "row " + std::to_string(row) + " has a wrong colour";
+        const auto name = [&](int of) {
+            return list->model()->index(of, MappedDeviceModel::NameColumn).data().toString();
+        };
+        if (row > 0 && name(row - 1) < name(row))
+            return "the list isn't sorted";
+    }
+    return {};
+}
+
 std::string CanvasStage::Disagreement() const
 {
     if (Ids() != scene->AllIds())
@@ -133,5 +170,5 @@ std::string CanvasStage::Disagreement() const
         if (item.isSelected() != (item.zValue() == 1))
             return "element " + std::to_string(id) + " is stacked wrongly";
     }
-    return {};
+    return TableFault();
 }

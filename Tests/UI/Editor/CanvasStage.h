@@ -52,4 +52,8 @@ public:
 
 protected:
     [[nodiscard]] QGraphicsView& View() const override { return *view; }
+
+private:
+    /// What is wrong with numbers, colours or order of the document's rows.
+    [[nodiscard]] std::string TableFault() const;
 };
