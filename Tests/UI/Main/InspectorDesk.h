@@ -16,6 +16,18 @@ class InspectorDesk : public Desk
 protected:
     using Rows = std::vector<int>;
 
+    static constexpr char X[] = "spinBoxX";
+    static constexpr char Y[] = "spinBoxY";
+    static constexpr char Width[] = "spinBoxWidth";
+    static constexpr char Height[] = "spinBoxHeight";
+    static constexpr char Rotation[] = "spinBoxRotation";
+    static constexpr char FlipH[] = "checkBoxHFlip";
+    static constexpr char FlipV[] = "checkBoxVFlip";
+    static constexpr char Description[] = "editDescription";
+    static constexpr char Channel[] = "spinBoxDMXChannel";
+    static constexpr char Universe[] = "spinBoxArtnetUniv";
+    static constexpr char Subnet[] = "spinBoxArtnetSubnet";
+
     [[nodiscard]] MappedDeviceModel& Document() const
     {
         auto* list = qobject_cast<QAbstractProxyModel*>(Find<QTreeView>("mappedTreeView")->model());
@@ -65,16 +77,16 @@ protected:
         const VideoMapping& video = *element.GetVideoMapping();
         const DMXMappingArtNet& address = *element.GetArtNetMapping();
         const std::map<std::string, double> numbers = {
-            {"spinBoxX", 100.0 * (video.centerX - video.width / 2)},
-            {"spinBoxY", 100.0 * (video.centerY - video.height / 2)},
-            {"spinBoxWidth", 100.0 * video.width},
-            {"spinBoxHeight", 100.0 * video.height},
-            {"spinBoxRotation", video.rotation},
-            {"checkBoxHFlip", video.flipHorizontal},
-            {"checkBoxVFlip", video.flipVertical},
-            {"spinBoxDMXChannel", address.GetChannel()},
-            {"spinBoxArtnetUniv", address.GetUniverse()},
-            {"spinBoxArtnetSubnet", address.GetSubnet()}};
+            {X, 100.0 * (video.centerX - video.width / 2)},
+            {Y, 100.0 * (video.centerY - video.height / 2)},
+            {Width, 100.0 * video.width},
+            {Height, 100.0 * video.height},
+            {Rotation, video.rotation},
+            {FlipH, video.flipHorizontal},
+            {FlipV, video.flipVertical},
+            {Channel, address.GetChannel()},
+            {Universe, address.GetUniverse()},
+            {Subnet, address.GetSubnet()}};
         const auto found = numbers.find(field);
         return found == numbers.end() ? QString::fromStdWString(element.description)
                                       : QString::number(std::round(found->second * 1000) / 1000);

@@ -6,20 +6,6 @@
 
 using InspectorInTheWindow = InspectorDesk;
 
-namespace {
-
-constexpr char X[] = "spinBoxX";
-constexpr char Y[] = "spinBoxY";
-constexpr char Width[] = "spinBoxWidth";
-constexpr char Height[] = "spinBoxHeight";
-constexpr char Rotation[] = "spinBoxRotation";
-constexpr char Description[] = "editDescription";
-constexpr char Channel[] = "spinBoxDMXChannel";
-constexpr char Universe[] = "spinBoxArtnetUniv";
-constexpr char Subnet[] = "spinBoxArtnetSubnet";
-
-} // namespace
-
 TEST_F(InspectorInTheWindow, ValuesAreTypedForAllAndSteppedForEach)
 {
     StartWith(Element({0.2, 0.2}, {0.18, 0.1}, 0, 1) +
@@ -48,10 +34,10 @@ TEST_F(InspectorInTheWindow, ValuesAreTypedForAllAndSteppedForEach)
              {{0}, Rotation, "-90", Qt::Key_Return, "270, 10, 0"},
              {{0, 2}, Rotation, "45", Qt::Key_Return, "45, 10, 45"},
              {{0, 1}, Rotation, "", Qt::Key_PageUp, "10, 20, 0"},
-             {{0}, "checkBoxHFlip", "", Qt::Key_Space, "1, 0, 0"},
-             {{0, 1}, "checkBoxHFlip", "", Qt::Key_Space, "1, 1, 0"},
-             {{0}, "checkBoxVFlip", "", Qt::Key_Space, "1, 0, 0"},
-             {{0, 1}, "checkBoxVFlip", "", Qt::Key_Space, "1, 1, 0"},
+             {{0}, FlipH, "", Qt::Key_Space, "1, 0, 0"},
+             {{0, 1}, FlipH, "", Qt::Key_Space, "1, 1, 0"},
+             {{0}, FlipV, "", Qt::Key_Space, "1, 0, 0"},
+             {{0, 1}, FlipV, "", Qt::Key_Space, "1, 1, 0"},
              {{1}, Description, "Left", Qt::Key_Return, "Bar, Left, Bar"},
              {{0, 1}, Description, "Left", Qt::Key_Tab, "Left, Left, Bar"},
              {{0}, Channel, "100", Qt::Key_Return, "100, 40, 470"},
@@ -108,18 +94,19 @@ TEST_F(InspectorInTheWindow, ValuesAreTypedForAllAndSteppedForEach)
     }
     // A mixed box goes to checked.
     Select({1});
-    auto* flip = Find<QCheckBox>("checkBoxVFlip");
+    auto* flip = Find<QCheckBox>(FlipV);
     QTest::mouseClick(flip, Qt::LeftButton, {}, {8, 8});
     Select({0, 1});
     EXPECT_EQ(flip->checkState(), Qt::PartiallyChecked);
     QTest::keyClick(flip, Qt::Key_Space);
-    EXPECT_EQ(Value(0, "checkBoxVFlip") + Value(1, "checkBoxVFlip"), "11"_q);
+    EXPECT_EQ(Value(0, FlipV) + Value(1, FlipV), "11"_q);
     EXPECT_EQ(flip->checkState(), Qt::Checked);
     // Two are turned about the middle of both, as far as one turns.
     Select({0, 2});
     Keys(Rotation, "90");
     EXPECT_EQ(Value(0, X) + ", "_q + Value(2, X), "39, 13"_q);
     const std::string turned = File();
+    Select({0, 2});
     Keys(Rotation, "90");
     EXPECT_EQ(File(), turned) << "the second time";
 }
@@ -361,8 +348,8 @@ TEST_F(InspectorInTheWindow, KeysLeadToItAndAllOfItCanBeReached)
                                      {Qt::Key_W, Width},
                                      {Qt::Key_H, Height},
                                      {Qt::Key_R, Rotation},
-                                     {Qt::Key_Z, "checkBoxHFlip"},
-                                     {Qt::Key_V, "checkBoxVFlip"}})
+                                     {Qt::Key_Z, FlipH},
+                                     {Qt::Key_V, FlipV}})
     {
         View().setFocus();
         QTest::keyClick(&View(), key, Qt::AltModifier);

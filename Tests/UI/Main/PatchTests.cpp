@@ -7,11 +7,7 @@ namespace {
 
 ArtNetNodeRecord Node(const char* ip, const char* name, bool manual = false)
 {
-    ArtNetNodeRecord node;
-    node.ip = ip;
-    node.name = name;
-    node.manual = manual;
-    return node;
+    return {.ip = ip, .name = name, .manual = manual, .universes = {}};
 }
 
 class Patch : public InspectorDesk
@@ -92,29 +88,26 @@ protected:
     }
 };
 
-constexpr char Dmx[] = "spinBoxDMXChannel";
-constexpr char Universe[] = "spinBoxArtnetUniv";
-
 } // namespace
 
 TEST_F(Patch, AnElementOutOfRangeShowsWhatItHasUntilItIsEdited)
 {
     StartWithBars("High 20/500, Low 3/0");
     Select({0});
-    EXPECT_EQ(Find<QSpinBox>(Dmx)->value(), 500);
+    EXPECT_EQ(Find<QSpinBox>(Channel)->value(), 500);
     EXPECT_EQ(Find<QSpinBox>(Universe)->value(), 20);
     EXPECT_EQ(Words(), "0:20, channels 500 to 512, reaches beyond 512");
-    Keys(Dmx, "500");
-    Keys(Dmx, "", Qt::Key_Up);
+    Keys(Channel, "500");
+    Keys(Channel, "", Qt::Key_Up);
     EXPECT_EQ(Patched(), "20/500, 3/0");
-    ExpectOneStep([this] { Keys(Dmx, "", Qt::Key_Down); }, "20/477, 3/0");
-    ExpectOneStep([this] { Keys(Dmx, "490"); }, "20/477, 3/0");
+    ExpectOneStep([this] { Keys(Channel, "", Qt::Key_Down); }, "20/477, 3/0");
+    ExpectOneStep([this] { Keys(Channel, "490"); }, "20/477, 3/0");
     Select({1});
-    EXPECT_EQ(Find<QSpinBox>(Dmx)->value(), 0);
+    EXPECT_EQ(Find<QSpinBox>(Channel)->value(), 0);
     EXPECT_EQ(Words(), "0:3, no channels");
     Select({0, 1});
     EXPECT_EQ(Words(), "Reach beyond 512: 1");
-    ExpectOneStep([this] { Keys(Dmx, "", Qt::Key_Up); }, "20/500, 3/1");
+    ExpectOneStep([this] { Keys(Channel, "", Qt::Key_Up); }, "20/500, 3/1");
 }
 
 TEST_F(Patch, WordsSayWhatIsOccupiedAndWithWhom)
@@ -149,7 +142,7 @@ TEST_F(Patch, WordsSayWhatIsOccupiedAndWithWhom)
     EXPECT_EQ(Words(), "0:7, channels 1 to 36");
     Trigger("actionUndo");
     Select({3});
-    Keys(Dmx, "97");
+    Keys(Channel, "97");
     Keys(Universe, "6");
     EXPECT_EQ(Words(), "0:6, channels 97 to 132\nShares channels with: <b>Six</b>, an element "
                        "without description");
