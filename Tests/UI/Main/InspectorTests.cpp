@@ -76,7 +76,6 @@ TEST_F(InspectorInTheWindow, ValuesAreTypedForAllAndSteppedForEach)
             values().join(", "_q) != wanted);
     }
     Select({0, 1});
-    EXPECT_EQ(Find<QSpinBox>(Channel)->maximum(), 477);
     // By mouse and wheel, once for each kind of box.
     for (const char* field : {X, Width}) {
         auto* box = Find<QAbstractSpinBox>(field);
@@ -224,7 +223,9 @@ TEST_F(InspectorInTheWindow, WhatIsBeingTypedBelongsToTheElementsThatWereSelecte
 
 TEST_F(InspectorInTheWindow, ItShowsWhatTheSelectionHas)
 {
-    StartWith(Element({0.2, 0.2}, {0.1, 0.1}) + Element({0.6, 0.8037}, {0.1, 0.2}, 7) +
+    const QString smaller = "ArcLine 24"_q; // channels
+    StartWith(Element({0.2, 0.2}, {0.1, 0.1}) +
+              Element({0.6, 0.8037}, {0.1, 0.2}, 7).replace(Bar, smaller) +
               Element({0.20202, 0.4}, {0.104, 0.1051}));
     const auto pages = [this] {
         return std::pair(Find<QStackedWidget>("deviceProperties")->currentIndex(),
@@ -233,7 +234,7 @@ TEST_F(InspectorInTheWindow, ItShowsWhatTheSelectionHas)
     EXPECT_EQ(pages(), std::pair(0, 0));
     Select({1});
     EXPECT_EQ(pages(), std::pair(1, 1));
-    EXPECT_EQ(Find<QLabel>("labelFixture")->text(), Bar);
+    EXPECT_EQ(Find<QLabel>("labelFixture")->text(), smaller);
     EXPECT_EQ(Text(Y), "70"_q);
     // Decimals follow the switch at once.
     auto* top = Find<QDoubleSpinBox>(Y);
@@ -252,6 +253,11 @@ TEST_F(InspectorInTheWindow, ItShowsWhatTheSelectionHas)
     QTest::keyClick(Focus(Rotation), Qt::Key_Up);
     EXPECT_EQ(Value(1, Rotation), "1"_q);
 
+    // The widest element has the say in where all of them can start.
+    for (const auto& [rows, last] : {std::pair(Rows{1}, 489), {{0, 1}, 477}, {{1, 2}, 477}}) {
+        Select(rows);
+        EXPECT_EQ(Find<QSpinBox>(Channel)->maximum(), last);
+    }
     // A difference counts where it shows.
     Select({0, 2});
     EXPECT_EQ(Text(X) + ", "_q + Text(Width) + ", "_q + Text(Height), "15, 10, Mixed"_q);
