@@ -39,12 +39,6 @@ Channels Pixels(int count, std::uint8_t red, std::uint8_t green, std::uint8_t bl
 class Output : public Desk
 {
 protected:
-    void StartOutput(const QString& elements)
-    {
-        StartWith(elements);
-        window->StartTimers();
-        ChooseHalves();
-    }
     /// Waits for a frame of universe 2 that `accept` takes; when it arrived, 0 for never.
     std::int64_t Await(const std::function<bool(const Channels&)>& accept)
     {
@@ -112,7 +106,9 @@ protected:
 TEST_F(Output, ADroppedFixtureIsSentAtOnceAtItsAddressInItsColours)
 {
     // The first is black: its middle lies left of the canvas.
-    StartOutput(Element({-0.2, 0.8}, {0.12, 0.01}, 2, 100));
+    StartWith(Element({-0.2, 0.8}, {0.12, 0.01}, 2, 100));
+    window->StartTimers();
+    ChooseHalves();
     const Channels black(36);
     ASSERT_TRUE(Comes(100, black));
 
