@@ -119,8 +119,9 @@ std::string CanvasStage::TableFault() const
     const MappedDeviceModel& table = *manager.GetMappedDeviceModel();
     const auto conflicts = [&](const DMXMappingArtNet& one) {
         return std::ranges::any_of(table.GetAllItems(), [&](const MappedLedItem* other) {
-            return other->GetArtNetMapping()->GetPortAddress() == one.GetPortAddress() &&
-                   other->GetArtNetMapping()->IsAuto() != one.IsAuto();
+            const DMXMappingArtNet* address = other->GetArtNetMapping();
+            return address && address->GetPortAddress() == one.GetPortAddress() &&
+                   address->IsAuto() != one.IsAuto();
         });
     };
     for (int row = 0; row < table.rowCount(); ++row) {
@@ -135,10 +136,10 @@ std::string CanvasStage::TableFault() const
             QString::fromStdWString(element->description))
             return "row " + std::to_string(row) + " shows an older name";
         // Red where a universe is both broadcast and sent to a node, orange for other broadcasts.
-        const DMXMappingArtNet& address = *element->GetArtNetMapping();
-        const QVariant colour = conflicts(address) ? QColor(255, 0, 0)
-                                : address.IsAuto() ? QColor(255, 102, 0)
-                                                   : QVariant();
+        const DMXMappingArtNet* address = element->GetArtNetMapping();
+        const QVariant colour = address && conflicts(*address) ? QColor(255, 0, 0)
+                                : address && address->IsAuto() ? QColor(255, 102, 0)
+                                                               : QVariant();
         if (cell.data(Qt::ForegroundRole) != colour)
             return "row " + std::to_string(row) + " has a wrong colour";
         const auto name = [&](int of) {
