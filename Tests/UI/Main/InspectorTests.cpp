@@ -166,6 +166,39 @@ TEST_F(InspectorInTheWindow, WhatIsNotEnteredChangesNothing)
     EXPECT_EQ(File(), before);
 }
 
+TEST_F(InspectorInTheWindow, TypingGoesOnUntilTheOperatorEndsIt)
+{
+    StartWithTwo();
+    Select({0});
+    const std::string before = File();
+    QWidget* description = Focus(Description);
+    QTest::keyClicks(description, "L"_q);
+    // AltGr, as some systems report it.
+    QKeyEvent altGr(QEvent::ShortcutOverride, Qt::Key_Q, Qt::ControlModifier | Qt::AltModifier,
+                    "@"_q);
+    QApplication::sendEvent(description, &altGr);
+    QContextMenuEvent menu(QContextMenuEvent::Keyboard, {}, description->mapToGlobal({}));
+    QApplication::sendEvent(description, &menu);
+    ASSERT_TRUE(QApplication::activePopupWidget());
+    QApplication::activePopupWidget()->close();
+    EXPECT_EQ(Text(Description), "L"_q);
+    EXPECT_EQ(File(), before);
+    Keys(Description, "Left");
+    EXPECT_EQ(Value(0, Description), "Left"_q);
+    QTest::keyClicks(Focus(X), "9"_q);
+    Trigger("actionSnapToGrid");
+    EXPECT_EQ(Value(0, X), "9"_q);
+
+    Select({0, 1});
+    Focus(Description);
+    EXPECT_FALSE(Find<QLineEdit>(Description)->isModified())
+        << "the keys of undo are the document's";
+    Trigger("actionActionDelete");
+    EXPECT_TRUE(View().hasFocus()) << "there is no field any more";
+    QTest::keyClick(&View(), Qt::Key_F2);
+    EXPECT_TRUE(View().hasFocus());
+}
+
 TEST_F(InspectorInTheWindow, WhatIsBeingTypedBelongsToTheElementsThatWereSelected)
 {
     StartWithTwo();

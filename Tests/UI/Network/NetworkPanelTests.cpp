@@ -167,6 +167,9 @@ TEST_F(Panel, ARangeIsEditedAndDeletedAndItsNodesAreForgotten)
     EXPECT_EQ(Networks().currentText(), "2.0.X.X"_q);
     EXPECT_EQ(Broadcast(), 0x02FFFFFFU);
     EXPECT_EQ(Addresses(), (std::vector<std::wstring>{L"Auto", L"7.0.0.6", L"10.0.0.20", L"Auto"}));
+    undo.undo();
+    EXPECT_EQ(Addresses(), all) << "what a wrong choice cleared comes back";
+    undo.redo();
 
     person.WillPress("Delete"_q);
     Pick("Edit...");
