@@ -26,7 +26,7 @@ CanvasStage::CanvasStage(QSize canvas, QSize viewSize)
     list->setSelectionBehavior(QAbstractItemView::SelectRows);
     list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list->setSortingEnabled(true);
-    list->sortByColumn(MappedDeviceModel::NameColumn, Qt::DescendingOrder);
+    list->sortByColumn(MappedDeviceModel::ManufacturerColumn, Qt::AscendingOrder);
     list->setFixedWidth(200);
     auto* layout = new QHBoxLayout(&window);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -142,10 +142,12 @@ std::string CanvasStage::TableFault() const
                                                                : QVariant();
         if (cell.data(Qt::ForegroundRole) != colour)
             return "row " + std::to_string(row) + " has a wrong colour";
-        const auto name = [&](int of) {
-            return list->model()->index(of, MappedDeviceModel::NameColumn).data().toString();
+        const auto text = [&list = *manager.GetMappedObjectListProxy()](int of) {
+            return list.index(of, list.sortColumn()).data().toString();
         };
-        if (row > 0 && name(row - 1) < name(row))
+        const bool ascending =
+            manager.GetMappedObjectListProxy()->sortOrder() == Qt::AscendingOrder;
+        if (row > 0 && (ascending ? text(row) < text(row - 1) : text(row - 1) < text(row)))
             return "the list isn't sorted";
     }
     return {};

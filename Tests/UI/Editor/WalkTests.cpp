@@ -271,6 +271,8 @@ private:
 TEST(CanvasWalk, UndoAndRedoAreExactAndEverybodyAgrees)
 {
     CanvasStage stage;
+    // In another order than that of the rows.
+    stage.list->sortByColumn(MappedDeviceModel::NameColumn, Qt::DescendingOrder);
     ArtNetNodeModel nodes;
     Witness witness(stage, nodes);
     Operator hands(stage, nodes);
