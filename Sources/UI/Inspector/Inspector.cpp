@@ -53,7 +53,7 @@ void ShowFlip(QCheckBox& box, const Shared<bool>& flip)
 Inspector::Inspector(const Parts& parts)
     : parts_(parts)
 {
-    constexpr int pauseMilliseconds = 40;
+    constexpr int pauseMilliseconds = 80;
     pause_.setSingleShot(true);
     pause_.setInterval(pauseMilliseconds);
     connect(&pause_, &QTimer::timeout, this, [this] {
