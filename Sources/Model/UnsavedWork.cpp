@@ -11,6 +11,7 @@
 
 #include "LibTools/XmlFile.h"
 #include "Log/Log.h"
+#include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 
@@ -58,6 +59,7 @@ void UnsavedWork::Watch(const QString& mappingFilePath)
     connect(&manager_, &DeviceManager::mappingsChanged, this, &UnsavedWork::NoteChange);
     connect(document, &QStandardItemModel::itemChanged, this, &UnsavedWork::NoteChange);
     connect(document, &QStandardItemModel::dataChanged, this, &UnsavedWork::NoteChange);
+    connect(&nodes_, &ArtNetNodeModel::nodesChanged, this, &UnsavedWork::NoteChange);
     if (manager_.documentDirty)
         NoteChange();
 }

@@ -51,6 +51,15 @@ TEST_F(UnsavedWorkTest, EachCopyIsOneStateOfADocumentThatGoesOnChanging)
         EXPECT_TRUE(kept.LoadMapping(copy, nodes));
         EXPECT_TRUE(QFile::remove(copy));
     }
+    // A step taken back may change nothing but a manual node.
+    for (const bool node : {false, true}) { // first what still waits
+        if (node)
+            nodes.AddManualNode({.ip = "2.0.0.8", .name = "Mine", .manual = true, .universes = {}});
+        EXPECT_TRUE(QTest::qWaitFor([this] { return QFile::exists(copy); },
+                                    5 * UnsavedWork::WriteMilliseconds));
+        EXPECT_TRUE(QFile::remove(copy));
+    }
+    manager.ResizeCanvas(++width, 100, false);
     // The last change waits: an end writes it, and a save that comes before leaves no copy.
     work.reset();
     EXPECT_TRUE(UnsavedWork::IsLeftOver(path));
