@@ -3,7 +3,8 @@
 
 #include <algorithm>
 
-#include <QLayout>
+#include <QHBoxLayout>
+#include <QPushButton>
 
 FixedDialog::FixedDialog(QSize requested, QWidget* parent)
     : QDialog(parent)
@@ -19,6 +20,22 @@ QDialogButtonBox* FixedDialog::MakeButtons(QDialogButtonBox::StandardButtons whi
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     return buttons;
+}
+
+FixedDialog::ButtonsWithDelete FixedDialog::MakeButtonsWithDelete()
+{
+    QDialogButtonBox* buttons = MakeButtons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    const ButtonsWithDelete made = {new QHBoxLayout, buttons->button(QDialogButtonBox::Ok),
+                                    buttons->button(QDialogButtonBox::Cancel),
+                                    new QPushButton(tr("Delete"))};
+    made.ok->setObjectName(QStringLiteral("okButton"));
+    made.cancel->setObjectName(QStringLiteral("cancelButton"));
+    made.cancel->setText(tr("Cancel"));
+    made.remove->setObjectName(QStringLiteral("deleteButton"));
+    made.remove->setAutoDefault(false);
+    made.row->addWidget(made.remove);
+    made.row->addWidget(buttons);
+    return made;
 }
 
 void FixedDialog::showEvent(QShowEvent* event)

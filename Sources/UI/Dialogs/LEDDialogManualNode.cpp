@@ -44,28 +44,18 @@ LEDDialogManualNode::LEDDialogManualNode(OperatorBoxes& boxes, Objection objecti
     form->addRow(tr("&Name:"), confName);
     form->addRow(tr("&IP Address:"), confIP);
 
-    QDialogButtonBox* buttons = MakeButtons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    okButton = buttons->button(QDialogButtonBox::Ok);
-    okButton->setObjectName(QStringLiteral("okButton"));
-    QPushButton* cancelButton = buttons->button(QDialogButtonBox::Cancel);
-    cancelButton->setObjectName(QStringLiteral("cancelButton"));
-    cancelButton->setText(tr("Cancel"));
-    deleteButton = new QPushButton(tr("Delete"));
-    deleteButton->setObjectName(QStringLiteral("deleteButton"));
-    deleteButton->setAutoDefault(false);
+    const ButtonsWithDelete buttons = MakeButtonsWithDelete();
+    okButton = buttons.ok;
+    deleteButton = buttons.remove;
     connect(deleteButton, &QPushButton::clicked, this, &LEDDialogManualNode::DeleteItem);
     for (const QLineEdit* part : confIP->findChildren<QLineEdit*>())
         connect(part, &QLineEdit::textChanged, this, &LEDDialogManualNode::ShowState);
 
-    auto* row = new QHBoxLayout;
-    row->addWidget(deleteButton);
-    row->addWidget(buttons);
-
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(form);
     layout->addWidget(hintLabel, 1);
-    layout->addLayout(row);
-    setTabOrder(cancelButton, deleteButton);
+    layout->addLayout(buttons.row);
+    setTabOrder(buttons.cancel, deleteButton);
 }
 
 void LEDDialogManualNode::SetUpForNew(const QString& network)

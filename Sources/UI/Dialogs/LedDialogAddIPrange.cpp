@@ -24,27 +24,16 @@ LedDialogAddIPrange::LedDialogAddIPrange(QWidget* parent)
     auto* form = new QFormLayout;
     form->addRow(tr("Addresses:"), confIP);
 
-    QDialogButtonBox* buttons = MakeButtons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("okButton"));
-    QPushButton* cancelButton = buttons->button(QDialogButtonBox::Cancel);
-    cancelButton->setObjectName(QStringLiteral("cancelButton"));
-    cancelButton->setText(tr("Cancel"));
-    deleteButton = new QPushButton(tr("Delete"));
-    deleteButton->setObjectName(QStringLiteral("deleteButton"));
-    deleteButton->setAutoDefault(false);
+    const ButtonsWithDelete buttons = MakeButtonsWithDelete();
+    deleteButton = buttons.remove;
     connect(deleteButton, &QPushButton::clicked, this, &LedDialogAddIPrange::DeleteItem);
-
-    // Delete asks no question: it is placed apart from the other two.
-    auto* row = new QHBoxLayout;
-    row->addWidget(deleteButton);
-    row->addWidget(buttons);
 
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(form);
     layout->addWidget(hint);
     layout->addStretch();
-    layout->addLayout(row);
-    setTabOrder(cancelButton, deleteButton);
+    layout->addLayout(buttons.row);
+    setTabOrder(buttons.cancel, deleteButton);
 }
 
 void LedDialogAddIPrange::SetUpForNew()
