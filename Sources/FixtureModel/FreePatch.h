@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 
@@ -11,6 +12,14 @@ struct PatchAddress
     static constexpr std::int64_t LastChannel = 512;
     static constexpr std::int64_t UniversesInSubnet = 16;
     static constexpr std::int64_t SubnetCount = 16;
+
+    /// The greatest channel at which an element of so many channels starts and still ends in its
+    /// universe; 1 for one that is too long for any.
+    [[nodiscard]] static constexpr std::int32_t LastStart(std::int32_t channelCount)
+    {
+        return static_cast<std::int32_t>(
+            std::clamp<std::int64_t>(LastChannel + 1 - channelCount, 1, LastChannel));
+    }
 
     std::int32_t subnet = 0;
     std::int32_t universe = 0;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -100,7 +99,7 @@ public:
     bool GetObjectFlipState(const QModelIndex& index, bool& horizontal, bool& vertical) const;
     /// 0, after a line in the log, without element.
     [[nodiscard]] float GetObjectRotation(const QModelIndex& index) const;
-    /// The address, to be read; see EditObjectArtNetMappings. Null, after a line in the log,
+    /// The address, to be read; see SetAddresses. Null, after a line in the log,
     /// without element.
     [[nodiscard]] const DMXMappingArtNet*
     GetMappedObjectArtNetMapping(const QModelIndex& index) const;
@@ -159,9 +158,6 @@ public:
     void SetObjectFlipState(const QModelIndex& index, int direction, bool state);
 
     void SetDescription(const QModelIndex& index, const std::wstring& description);
-    /// Lets `edit` change the address of each element that has one.
-    void EditObjectArtNetMappings(const QModelIndexList& indexes,
-                                  const std::function<void(DMXMappingArtNet&)>& edit);
 
     // ---- Changing the document -----------------------------------------------------------------
 
@@ -255,7 +251,6 @@ private:
                     const Tell& tell);
     template <class Entry, class Read>
     [[nodiscard]] std::vector<Entry> ReadEach(const ElementIds& ids, const Read& read) const;
-    void TellPatched(const ElementIds& changed);
     void TellAdded(const QModelIndexList& indexes);
     void WriteMappings(const std::vector<ElementMapping>& mappings, bool canvasChanged);
     void TellCentre(std::int64_t uniqueID, double x, double y);

@@ -379,7 +379,6 @@ void DeviceManager::SetDescription(const QModelIndex& index, const std::wstring&
 void DeviceManager::SetDescriptions(const std::vector<ElementDescription>& descriptions)
 {
     ElementIds changed;
-    std::vector<int> rows;
     for (const auto& [uniqueID, description] : descriptions) {
         const QMutexLocker lock(&mutex);
         MappedLedItem* element = mappedDeviceModel->GetItemByUniqueID(uniqueID);
@@ -387,11 +386,10 @@ void DeviceManager::SetDescriptions(const std::vector<ElementDescription>& descr
             continue;
         element->description = description;
         changed.push_back(uniqueID);
-        rows.push_back(mappedDeviceModel->GetIndexOfUniqueID(uniqueID).row());
     }
     if (changed.empty())
         return;
-    mappedDeviceModel->UpdateNameCells(rows);
+    mappedDeviceModel->UpdateNameCells(changed);
     emit elementsRenamed(changed);
 }
 
@@ -407,33 +405,8 @@ void DeviceManager::SetAddresses(const std::vector<ElementAddress>& addresses)
         element->SetArtNetMapping(address);
         changed.push_back(uniqueID);
     }
-    TellPatched(changed);
-}
-
-void DeviceManager::EditObjectArtNetMappings(const QModelIndexList& indexes,
-                                             const std::function<void(DMXMappingArtNet&)>& edit)
-{
-    ElementIds changed;
-    for (const QModelIndex& index : indexes) {
-        const QMutexLocker lock(&mutex);
-        MappedLedItem* element = GetMappedItem(index);
-        if (!element || !element->GetArtNetMapping())
-            continue;
-        edit(*element->EditArtNetMapping());
-        changed.push_back(element->uniqueID);
-    }
-    TellPatched(changed);
-}
-
-/// Brings the table's cells and colours up to date before anyone hears of the change.
-void DeviceManager::TellPatched(const ElementIds& changed)
-{
     if (changed.empty())
         return;
-    std::vector<int> rows;
-    rows.reserve(changed.size());
-    for (const std::int64_t id : changed)
-        rows.push_back(mappedDeviceModel->GetIndexOfUniqueID(id).row());
-    mappedDeviceModel->UpdateAddressCells(rows);
+    mappedDeviceModel->UpdateAddressCells(changed);
     emit elementsPatched(changed);
 }

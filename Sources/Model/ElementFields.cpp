@@ -4,13 +4,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "FixtureModel/FreePatch.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
 
 namespace {
-
-constexpr std::int32_t UniverseSize = 512;
 
 template <class T>
 void Fold(Shared<T>& shared, const T& value, bool first)
@@ -59,9 +58,8 @@ void FoldAddress(ElementFields& fields, const MappedLedItem& element, bool first
     Fold(fields.subnet, address->GetSubnet(), first);
     Fold(fields.universe, address->GetUniverse(), first);
     Fold(fields.channel, address->GetChannel(), first);
-    fields.lastStartChannel =
-        std::min(fields.lastStartChannel,
-                 std::max(1, UniverseSize + 1 - element.GetFixture().GetChannelCount()));
+    fields.lastStartChannel = std::min(
+        fields.lastStartChannel, PatchAddress::LastStart(element.GetFixture().GetChannelCount()));
 }
 
 } // namespace

@@ -375,16 +375,16 @@ void MappedDeviceModel::ReplaceNodeAddress(const QString& oldIpconf, const QStri
                                            const QString& newIpName)
 {
     const std::wstring old = oldIpconf.toStdWString();
-    std::vector<int> rows;
+    std::vector<std::int64_t> ids;
     for (int row = 0; row < rowCount(); ++row) {
         MappedLedItem& element = *GetElement(row);
         const DMXMappingArtNet* mapping = element.GetArtNetMapping();
         if (!mapping || mapping->GetIpconf() != old)
             continue;
         element.EditArtNetMapping()->SetNode(newIpconf.toStdWString(), newIpName.toStdWString());
-        rows.push_back(row);
+        ids.push_back(element.uniqueID);
     }
-    UpdateAddressCells(rows);
+    UpdateAddressCells(ids);
 }
 
 void MappedDeviceModel::SetAddressText(int row)
@@ -395,15 +395,36 @@ void MappedDeviceModel::SetAddressText(int row)
             ->setText(QString::fromStdWString(element->GetDMXMapping()->GetSortDescription()));
 }
 
-void MappedDeviceModel::UpdateAddressCells(const std::vector<int>& rows)
+/// Lets `setText` bring the cells of each of these elements up to date, which is one change.
+template <class SetText>
+void MappedDeviceModel::UpdateCells(const std::vector<std::int64_t>& ids, const SetText& setText)
 {
+    std::vector<int> rows;
+    rows.reserve(ids.size());
     {
         const QSignalBlocker oneChangeForAll(this);
-        for (const int row : rows)
-            SetAddressText(row);
+        for (const std::int64_t id : ids) {
+            const int row = GetIndexOfUniqueID(id).row();
+            if (row < 0)
+                continue;
+            setText(row);
+            rows.push_back(row);
+        }
     }
     TellTextsChanged(rows);
+}
+
+void MappedDeviceModel::UpdateAddressCells(const std::vector<std::int64_t>& ids)
+{
+    UpdateCells(ids, [this](int row) { SetAddressText(row); });
     RecalculateConflicts();
+}
+
+void MappedDeviceModel::UpdateNameCells(const std::vector<std::int64_t>& ids)
+{
+    UpdateCells(ids, [this](int row) {
+        item(row, NameColumn)->setText(QString::fromStdWString(GetElement(row)->description));
+    });
 }
 
 void MappedDeviceModel::TellTextsChanged(const std::vector<int>& rows)
@@ -413,18 +434,6 @@ void MappedDeviceModel::TellTextsChanged(const std::vector<int>& rows)
         return;
     const auto [first, last] = std::ranges::minmax(rows);
     emit dataChanged(index(first, 0), index(last, columnCount() - 1));
-}
-
-void MappedDeviceModel::UpdateNameCells(const std::vector<int>& rows)
-{
-    {
-        const QSignalBlocker oneChangeForAll(this);
-        for (const int row : rows) {
-            if (const MappedLedItem* element = GetElement(row))
-                item(row, NameColumn)->setText(QString::fromStdWString(element->description));
-        }
-    }
-    TellTextsChanged(rows);
 }
 
 void MappedDeviceModel::RecalculateConflicts()

@@ -100,9 +100,9 @@ public:
     void RebindFixture(MappedLedItem& element, const DeviceModel& library);
     void ReplaceNodeAddress(const QString& oldIpconf, const QString& newIpconf,
                             const QString& newIpName);
-    void UpdateAddressCell(int row) { UpdateAddressCells({row}); }
-    void UpdateAddressCells(const std::vector<int>& rows);
-    void UpdateNameCells(const std::vector<int>& rows);
+    /// Bring the cells of these elements up to date, as one change.
+    void UpdateAddressCells(const std::vector<std::int64_t>& ids);
+    void UpdateNameCells(const std::vector<std::int64_t>& ids);
     /// A universe that is broadcast and also sent to a chosen node.
     [[nodiscard]] bool IsUniverseInConflict(const QModelIndex& index) const;
 
@@ -159,6 +159,8 @@ private:
     void MoveItems(const std::vector<int>& target);
     void RecalculateConflicts();
     void SetAddressText(int row);
+    template <class SetText>
+    void UpdateCells(const std::vector<std::int64_t>& ids, const SetText& setText);
     void TellTextsChanged(const std::vector<int>& rows);
 
     QMap<qint64, MappedLedItem*> elements;

@@ -20,6 +20,7 @@
 #include "UI/Commands/CanvasCommands.h"
 #include "UI/Commands/CopyCommands.h"
 #include "UI/Commands/GeometryCommands.h"
+#include "UI/Commands/PushStep.h"
 #include "UI/Dialogs/LEDDialogCanvasSize.h"
 #include "UI/Dialogs/LEDDialogDuplicateMappingElement.h"
 #include "UI/Editor/WeftMapEditorScene.h"
@@ -266,7 +267,8 @@ void EditorController::DuplicateElement(const QModelIndex& index, const Duplicat
     scene_.GetGestures().Release();
     const auto source = ReadElements({manager_.GetMappedItem(index)});
     if (!source.empty())
-        PushCopies(std::make_unique<DuplicateElementCommand>(manager_, source.front(), grid));
+        PushStep(undoStack_,
+                 std::make_unique<DuplicateElementCommand>(manager_, source.front(), grid));
 }
 
 void EditorController::ActionCopySelection()
@@ -292,13 +294,7 @@ void EditorController::ActionPasteSelection()
     if (BindToLibrary(elements, *manager_.GetDeviceModel()))
         emit fixturesAdded();
     const PatchAddress first = scene_.NextFreePatch(elements.front().fixture->uniqueID);
-    PushCopies(std::make_unique<CopyPasteCommand>(manager_, elements, first));
-}
-
-void EditorController::PushCopies(std::unique_ptr<CopiesCommand> command)
-{
-    if (!command->ChangesNothing())
-        Push(std::move(command));
+    PushStep(undoStack_, std::make_unique<CopyPasteCommand>(manager_, elements, first));
 }
 
 /// Scrolls to the copies of the step that was just made, or made again. A full history has the same

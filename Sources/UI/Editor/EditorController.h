@@ -12,7 +12,6 @@
 #include "Model/ElementGeometry.h"
 #include "UI/Editor/ElementClipboard.h"
 
-class CopiesCommand;
 class DeviceManager;
 class QUndoCommand;
 class QUndoStack;
@@ -88,7 +87,6 @@ private:
     void FollowSelection();
     void UpdateZoomCentre();
     void Push(std::unique_ptr<QUndoCommand> command);
-    void PushCopies(std::unique_ptr<CopiesCommand> command);
     void ShowCopies(int undoIndex);
 
     DeviceManager& manager_;

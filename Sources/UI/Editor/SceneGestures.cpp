@@ -6,6 +6,7 @@
 #include <QUndoStack>
 
 #include "UI/Commands/GeometryCommands.h"
+#include "UI/Commands/PushStep.h"
 #include "UI/Editor/EditorDisplayState.h"
 #include "UI/Editor/ElementSelection.h"
 #include "UI/Editor/GroupOverlay.h"
@@ -21,8 +22,8 @@ template <class Command>
 void SceneGestures::Finish(std::unique_ptr<Command>& pending)
 {
     std::unique_ptr<Command> finished = std::move(pending);
-    if (finished && !finished->ChangesNothing())
-        parts_.undoStack.push(finished.release());
+    if (finished)
+        PushStep(parts_.undoStack, std::move(finished));
 }
 
 void SceneGestures::MoveGesture(GesturePhase phase, QPointF delta)

@@ -2,11 +2,11 @@
 #include "UI/Inspector/ArtNetPatchPage.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QFormLayout>
 #include <QLabel>
 #include <QSignalBlocker>
-#include <QUndoStack>
 #include <QVBoxLayout>
 
 #include "FixtureModel/DMXMapping.h"
@@ -15,6 +15,7 @@
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "UI/Commands/AddressCommands.h"
+#include "UI/Commands/PushStep.h"
 #include "UI/Inspector/InspectorCanvas.h"
 #include "UI/Inspector/ManualNodeEditing.h"
 #include "UI/Inspector/NodeComboBox.h"
@@ -23,8 +24,8 @@
 
 namespace {
 
-constexpr int LastInSubnet = 15;
-constexpr int LastChannel = PatchAddress::LastChannel;
+constexpr int LastUniverse = PatchAddress::UniversesInSubnet - 1;
+constexpr int LastSubnet = PatchAddress::SubnetCount - 1;
 constexpr int LinesOfWords = 2;
 
 /// A value may lie outside of its range, since a document may hold any: a step never takes it
@@ -68,13 +69,13 @@ ArtNetPatchPage::ArtNetPatchPage(const Parts& parts, QWidget* parent)
             &ArtNetPatchPage::artnetUnivSpinChanged);
     connect(spinBoxArtnetUniv, &SharedSpinBox::stepped, this, [this](int steps) {
         StepEach(steps, &DMXMappingArtNet::GetUniverse, &DMXMappingArtNet::SetUniverse, 0,
-                 [](std::int64_t) { return LastInSubnet; });
+                 [](std::int64_t) { return LastUniverse; });
     });
     connect(spinBoxArtnetSubnet, &SharedSpinBox::typed, this,
             &ArtNetPatchPage::artnetSubnetSpinChanged);
     connect(spinBoxArtnetSubnet, &SharedSpinBox::stepped, this, [this](int steps) {
         StepEach(steps, &DMXMappingArtNet::GetSubnet, &DMXMappingArtNet::SetSubnet, 0,
-                 [](std::int64_t) { return LastInSubnet; });
+                 [](std::int64_t) { return LastSubnet; });
     });
     connect(comboBoxsArtnetIP, qOverload<int>(&QComboBox::activated), this,
             &ArtNetPatchPage::artnetIPcomboChanged);
@@ -139,8 +140,8 @@ void ArtNetPatchPage::Show(const ElementFields& fields, const ElementIds& ids)
         return;
     lastStartChannel_ = fields.lastStartChannel;
     ShowNumber(*spinBoxDMXChannel, fields.channel, 1, lastStartChannel_);
-    ShowNumber(*spinBoxArtnetUniv, fields.universe, 0, LastInSubnet);
-    ShowNumber(*spinBoxArtnetSubnet, fields.subnet, 0, LastInSubnet);
+    ShowNumber(*spinBoxArtnetUniv, fields.universe, 0, LastUniverse);
+    ShowNumber(*spinBoxArtnetSubnet, fields.subnet, 0, LastSubnet);
     const bool otherNode = !(node_ == fields.nodeText);
     node_ = fields.nodeText;
     comboBoxsArtnetIP->Show(node_);
@@ -207,7 +208,7 @@ void ArtNetPatchPage::artnetUnivSpinChanged(int newValue)
 {
     changeArtNetMappingProperty([newValue](DMXMappingArtNet& address) {
         if (address.GetUniverse() != newValue)
-            address.SetUniverse(std::clamp(newValue, 0, LastInSubnet));
+            address.SetUniverse(std::clamp(newValue, 0, LastUniverse));
     });
 }
 
@@ -215,7 +216,7 @@ void ArtNetPatchPage::artnetSubnetSpinChanged(int newValue)
 {
     changeArtNetMappingProperty([newValue](DMXMappingArtNet& address) {
         if (address.GetSubnet() != newValue)
-            address.SetSubnet(std::clamp(newValue, 0, LastInSubnet));
+            address.SetSubnet(std::clamp(newValue, 0, LastSubnet));
     });
 }
 
@@ -224,8 +225,8 @@ void ArtNetPatchPage::StepChannel(int steps)
     const MappedDeviceModel& document = *parts_.manager.GetMappedDeviceModel();
     StepEach(steps, &DMXMappingArtNet::GetChannel, &DMXMappingArtNet::SetChannel, 1,
              [&document](std::int64_t id) {
-                 const int count = document.GetItemByUniqueID(id)->GetFixture().GetChannelCount();
-                 return std::clamp(LastChannel + 1 - count, 1, LastChannel);
+                 return PatchAddress::LastStart(
+                     document.GetItemByUniqueID(id)->GetFixture().GetChannelCount());
              });
 }
 
@@ -247,8 +248,7 @@ void ArtNetPatchPage::changeArtNetMappingProperty(
 void ArtNetPatchPage::Push(std::unique_ptr<AddressCommand> command)
 {
     parts_.canvas.EndGesture();
-    if (!command->ChangesNothing())
-        parts_.undoStack.push(command.release());
+    PushStep(parts_.undoStack, std::move(command));
 }
 
 // ---- Nodes -------------------------------------------------------------------------------------

@@ -9,7 +9,6 @@
 #include <QEvent>
 #include <QLabel>
 #include <QSignalBlocker>
-#include <QUndoStack>
 
 #include "Log/Log.h"
 #include "Model/DeviceManager.h"
@@ -17,6 +16,7 @@
 #include "Model/MappedDeviceModel.h"
 #include "UI/Commands/AddressCommands.h"
 #include "UI/Commands/GeometryCommands.h"
+#include "UI/Commands/PushStep.h"
 #include "UI/Inspector/ElementPreview.h"
 #include "UI/Inspector/InspectorCanvas.h"
 #include "UI/Inspector/InspectorForm.h"
@@ -219,10 +219,8 @@ void Inspector::Push(const Set& set)
 template <class Command>
 void Inspector::Push(std::unique_ptr<Command> command)
 {
-    if (command->ChangesNothing())
+    if (!PushStep(parts_.undoStack, std::move(command)))
         UpdateInspector();
-    else
-        parts_.undoStack.push(command.release());
 }
 
 void Inspector::DescriptionChanged(const QString& text)

@@ -5,13 +5,13 @@
 #include <utility>
 
 #include <QCoreApplication>
-#include <QUndoStack>
 
 #include "FixtureModel/DMXMapping.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "UI/Commands/ManualNodeCommand.h"
+#include "UI/Commands/PushStep.h"
 #include "UI/Dialogs/LEDDialogManualNode.h"
 #include "UI/Inspector/InspectorCanvas.h"
 #include "UI/Inspector/NodeComboBox.h"
@@ -101,10 +101,8 @@ void ManualNodeEditing::Replace(const std::optional<ArtNetNodeRecord>& before,
                                 const std::optional<ArtNetNodeRecord>& after, const ElementIds& ids)
 {
     parts_.canvas.EndGesture();
-    auto command =
-        std::make_unique<ManualNodeCommand>(parts_.manager, parts_.nodes, before, after, ids);
-    if (!command->ChangesNothing())
-        parts_.undoStack.push(command.release());
+    PushStep(parts_.undoStack,
+             std::make_unique<ManualNodeCommand>(parts_.manager, parts_.nodes, before, after, ids));
 }
 
 ElementIds ManualNodeEditing::ElementsSentTo(const QString& address) const

@@ -43,8 +43,9 @@ TEST_F(NodeListTest, TheRowsFollowTheDocumentAlsoWithoutAnswers)
     Place(L"2.0.0.5");
     const QModelIndex second = Place(L"2.0.0.5");
     EXPECT_EQ(Rows(), "2.0.0.5 2 ");
-    manager.EditObjectArtNetMappings(
-        {second}, [](DMXMappingArtNet& mapping) { mapping.SetNode(L"2.0.0.6", std::wstring()); });
+    ElementAddress moved = manager.GetAddresses({manager.GetUniqueID(second)}).front();
+    moved.address->SetNode(L"2.0.0.6", std::wstring());
+    manager.SetAddresses({moved});
     EXPECT_EQ(Rows(), "2.0.0.6 1 2.0.0.5 1 ");
     document.RemoveMappingElement(document.GetElement(0)->uniqueID);
     EXPECT_EQ(Rows().find("2.0.0.5 1"), std::string::npos);
