@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QDir>
 #include <QFile>
@@ -89,6 +90,20 @@ public:
     /// What opens behind this action.
     void TakeDialog(const QString& action, const QString& name)
     {
+        WillTakeDialog(name);
+        Do(action);
+    }
+    /// What opens behind this entry of a list.
+    void TakeDialogOfEntry(const QString& list, const QString& entry, const QString& name)
+    {
+        auto* box = window_->findChild<QComboBox*>(list);
+        if (!box || box->findText(entry) < 0)
+            return Fail(list);
+        WillTakeDialog(name);
+        emit box->activated(box->findText(entry));
+    }
+    void WillTakeDialog(const QString& name)
+    {
         QTimer::singleShot(300, window_.get(), [this, name] {
             auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             if (!dialog)
@@ -96,7 +111,6 @@ public:
             Save(name, *dialog);
             dialog->reject();
         });
-        Do(action);
     }
     void Do(const QString& action) const
     {
@@ -174,6 +188,8 @@ void FollowTheGuide(const QString& folder, const QString& data)
     const QString inspector = QStringLiteral("objectInspectorPannel");
     photographer.TakePart(inspector, QStringLiteral("inspector-one"));
     photographer.TakeDialog(QStringLiteral("actionDuplicate_Element"), QStringLiteral("duplicate"));
+    photographer.TakeDialogOfEntry(QStringLiteral("comboBoxsArtnetIP"), QStringLiteral("Manual..."),
+                                   QStringLiteral("manual-node"));
     photographer.BandOver({0.02, 0.02}, {0.36, 0.6});
     photographer.Take(QStringLiteral("group-selected"));
     photographer.TakePart(inspector, QStringLiteral("inspector-many"));
