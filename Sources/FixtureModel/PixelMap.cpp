@@ -100,6 +100,17 @@ std::int32_t ChannelsPerPixel(PixelMapType type)
     return row ? row->channels : -1;
 }
 
+std::wstring PixelComponentName(PixelMapType type, std::int32_t component)
+{
+    const TypeRow* row = RowOf(type);
+    if (!row || component < 0 || component >= row->channels)
+        return {};
+    // The only component whose name is a word.
+    if (type == PixelMapType::RGBAmber && component == 3)
+        return L"Amber";
+    return {row->text[component]};
+}
+
 PixelMap::PixelMap(std::int32_t columns, std::int32_t rows, PixelMapType colourLayout)
     : width(std::max(columns, 0))
     , height(std::max(rows, 0))

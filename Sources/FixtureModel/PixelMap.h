@@ -47,6 +47,10 @@ enum class PixelMapType : std::int32_t
 /// 1 to 6, or -1 for an index outside the table.
 [[nodiscard]] std::int32_t ChannelsPerPixel(PixelMapType type);
 
+/// What a pixel has on its channel `component`, counted from 0: "R", "W", "Amber". Empty for a
+/// component that the type hasn't.
+[[nodiscard]] std::wstring PixelComponentName(PixelMapType type, std::int32_t component);
+
 /// The pixels of one fixture on its DMX channels. Cells run row by row from the top left; a cell
 /// holds the first channel of its pixel, counted from 1, or 0 where no pixel sits. Cells may
 /// overlap and may hold any number: the editor keeps them apart, the engine skips pixels that don't
