@@ -27,16 +27,16 @@ void ForEachChannel(std::int32_t start, std::int32_t count, const Visit& visit)
 FixtureLayout::FixtureLayout(const LEDFixture& fixture)
     : pixelMap(fixture.pixelMap)
     , constants(fixture.staticChannels)
-    , channelCount(fixture.GetChannelCount())
+    , channelCount(std::clamp(fixture.GetChannelCount(), 0, LEDFixture::MaxChannels))
 {
-    FillConstants();
+    CompleteConstants();
 }
 
 FixtureLayout::FixtureLayout(const FixtureSize& size)
     : pixelMap(size.width, size.height, size.type)
     , channelCount(size.channelCount)
 {
-    FillConstants();
+    CompleteConstants();
 }
 
 FixtureSize FixtureLayout::GetSize() const
@@ -54,19 +54,25 @@ void FixtureLayout::SetStart(std::int32_t cell, std::int32_t channel)
     pixelMap.SetCell(cell % pixelMap.GetWidth(), cell / pixelMap.GetWidth(), channel);
 }
 
-/// Every channel that neither a pixel nor an entry has is unassigned.
-void FixtureLayout::FillConstants()
+/// No entry under a pixel, and one for every other channel. A walk through all cells: it follows
+/// the last change of an operation, not each one.
+void FixtureLayout::CompleteConstants()
 {
-    const auto covered = pixelMap.GetCoveredChannels();
+    auto taken = pixelMap.GetCoveredChannels();
+    std::erase_if(constants, [&](const StaticChannel& entry) {
+        return taken.test(static_cast<std::size_t>(entry.channel));
+    });
+    for (const StaticChannel& entry : constants)
+        taken.set(static_cast<std::size_t>(entry.channel));
     for (std::int32_t channel = 1; channel <= channelCount; ++channel) {
-        if (!covered.test(static_cast<std::size_t>(channel)) && !constants.Find(channel))
-            constants.Set(channel, StaticChannel::Unassigned);
+        if (!taken.test(static_cast<std::size_t>(channel)))
+            constants.push_back({channel, StaticChannel::Unassigned});
     }
 }
 
 std::vector<FixtureLayout::ChannelUse> FixtureLayout::GetChannelUses() const
 {
-    std::vector<ChannelUse> uses(static_cast<std::size_t>(std::max(channelCount, 0)));
+    std::vector<ChannelUse> uses(static_cast<std::size_t>(channelCount));
     const auto use = [&](std::int32_t channel, const ChannelUse& what) {
         if (channel <= channelCount)
             uses[static_cast<std::size_t>(channel - 1)] = what;
@@ -134,17 +140,11 @@ void FixtureLayout::MapPixel(std::int32_t cell)
 {
     if (!NextPixelFits())
         return;
-    SetPixel(cell, nextChannelValue);
+    for (const std::int32_t other : pixelMap.GetPixelsOverlapping(nextChannelValue))
+        SetStart(other, 0);
+    SetStart(cell, nextChannelValue);
+    CompleteConstants();
     AdvanceNextChannel();
-}
-
-void FixtureLayout::SetPixel(std::int32_t cell, std::int32_t channel)
-{
-    UnmapPixel(cell);
-    for (const std::int32_t other : pixelMap.GetPixelsOverlapping(channel))
-        UnmapPixel(other);
-    SetStart(cell, channel);
-    constants.RemoveRange(channel, pixelMap.GetChannelsPerPixel());
 }
 
 void FixtureLayout::UnmapPixel(std::int32_t cell)
@@ -152,13 +152,13 @@ void FixtureLayout::UnmapPixel(std::int32_t cell)
     if (!IsMapped(cell))
         return;
     SetStart(cell, 0);
-    FillConstants();
+    CompleteConstants();
 }
 
 void FixtureLayout::ResetMapping()
 {
     pixelMap.Clear();
-    FillConstants();
+    CompleteConstants();
     nextChannelValue = 1;
 }
 
@@ -168,16 +168,21 @@ void FixtureLayout::SetConstant(std::int32_t channel, std::int32_t value)
 {
     if (channel < 1 || channel > channelCount)
         return;
-    for (std::int32_t cell = pixelMap.GetPixelForChannel(channel); cell >= 0;
-         cell = pixelMap.GetPixelForChannel(channel))
-        UnmapPixel(cell);
+    // Pixels of a file may overlap: all that cover the channel go, in one walk.
+    const std::int32_t perPixel = pixelMap.GetChannelsPerPixel();
+    const auto& starts = pixelMap.GetChannels();
+    for (std::size_t cell = 0; cell < starts.size(); ++cell) {
+        if (starts[cell] <= channel && channel < std::int64_t{starts[cell]} + perPixel)
+            SetStart(static_cast<std::int32_t>(cell), 0);
+    }
+    CompleteConstants();
     constants.Set(channel, value);
 }
 
 void FixtureLayout::ResetConstants()
 {
     constants.clear();
-    FillConstants();
+    CompleteConstants();
 }
 
 // ---- All pixels at once ------------------------------------------------------------------------
@@ -205,9 +210,10 @@ void FixtureLayout::AutoMap(std::int32_t startChannel, const AutoMapWalk& walk)
     ResetMapping();
     std::int32_t channel = startChannel;
     for (const std::int32_t cell : walk.Cells(pixelMap.GetWidth(), pixelMap.GetHeight())) {
-        SetPixel(cell, channel);
+        SetStart(cell, channel);
         channel += pixelMap.GetChannelsPerPixel();
     }
+    CompleteConstants();
 }
 
 // ---- Size --------------------------------------------------------------------------------------
@@ -225,8 +231,11 @@ FixtureLayout::Loss FixtureLayout::LossOf(const FixtureSize& size) const
     const std::int32_t removed = channelCount - size.channelCount;
     if (removed <= 0)
         return Loss::None;
-    const bool nothingThere = pixelMap.GetPixelsBeyondChannel(size.channelCount).empty() &&
-                              !constants.HasValueInRange(size.channelCount + 1, removed);
+    // Cells without a pixel are among those beyond a count below the channels of one pixel.
+    const bool nothingThere =
+        std::ranges::none_of(pixelMap.GetPixelsBeyondChannel(size.channelCount),
+                             [this](std::int32_t cell) { return IsMapped(cell); }) &&
+        !constants.HasValueInRange(size.channelCount + 1, removed);
     return nothingThere ? Loss::None : Loss::RemovedChannels;
 }
 
@@ -245,7 +254,10 @@ void FixtureLayout::Resize(const FixtureSize& size)
 
 void FixtureLayout::ChangeChannelCount(std::int32_t count)
 {
-    constants.RemoveRange(count + 1, channelCount - count);
+    // Channels that go lose their entries, and channels that come are free: a file may have had a
+    // constant behind the last channel.
+    const std::int32_t kept = std::min(count, channelCount);
+    constants.RemoveRange(kept + 1, std::max(count, channelCount) - kept);
     channelCount = count;
-    FillConstants();
+    CompleteConstants();
 }

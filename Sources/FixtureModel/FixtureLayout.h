@@ -43,7 +43,7 @@ public:
     /// What is wrong with the pixel of a cell.
     struct CellFault
     {
-        bool overlaps = false; ///< shares a channel with another pixel
+        bool overlaps = false; ///< shares a channel of a universe with another pixel
         bool beyond = false;   ///< has a channel that the fixture hasn't
     };
 
@@ -55,6 +55,7 @@ public:
         RemovedChannels ///< what lies on the channels that go
     };
 
+    /// A fixture whose automatic count is above the channels of a universe gets these.
     explicit FixtureLayout(const LEDFixture& fixture);
     /// A layout without pixels and constants.
     explicit FixtureLayout(const FixtureSize& size);
@@ -116,8 +117,7 @@ public:
 private:
     [[nodiscard]] std::int32_t Start(std::int32_t cell) const;
     void SetStart(std::int32_t cell, std::int32_t channel);
-    void SetPixel(std::int32_t cell, std::int32_t channel);
-    void FillConstants();
+    void CompleteConstants();
     void ChangeChannelCount(std::int32_t count);
 
     PixelMap pixelMap;
