@@ -2,9 +2,9 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -53,6 +53,13 @@ inline void ResizeAnyhow(FixtureLayout& layout, const Below& below)
     layout.Resize(below(4) == 0 ? AnySize(below) : size);
 }
 
+/// Pixels that overlap or lie beyond the channels. Files have some; no operation adds one.
+[[nodiscard]] inline std::ptrdiff_t FaultyCells(const FixtureLayout& layout)
+{
+    return std::ranges::count_if(layout.GetCellFaults(),
+                                 [](const auto& fault) { return fault.overlaps || fault.beyond; });
+}
+
 /// What breaks the rules of a layout, or what it says wrongly of its channels and cells; empty when
 /// all is well.
 [[nodiscard]] inline std::string FaultOf(const FixtureLayout& layout)
@@ -62,29 +69,30 @@ inline void ResizeAnyhow(FixtureLayout& layout, const Below& below)
     if (std::int64_t{map.GetWidth()} * map.GetHeight() != std::ssize(starts))
         return "the number of cells";
     std::vector<FixtureLayout::ChannelUse> uses(static_cast<std::size_t>(layout.GetChannelCount()));
-    std::map<std::int64_t, int> pixels;
-    std::map<std::int64_t, int> entries;
+    std::array<int, 513> pixels{};
+    std::array<int, 513> entries{};
     const auto eachChannel = [&](std::size_t cell, const auto& visit) {
         for (int i = 0; i < map.GetChannelsPerPixel() && starts[cell] != 0; ++i) {
             if (const std::int64_t at = std::int64_t{starts[cell]} + i; at >= 1 && at <= 512)
-                visit(at, i);
+                visit(static_cast<std::size_t>(at), i);
         }
     };
     for (std::size_t cell = 0; cell < starts.size(); ++cell) {
-        eachChannel(cell, [&](std::int64_t channel, int component) {
+        eachChannel(cell, [&](std::size_t channel, int component) {
             ++pixels[channel];
-            if (channel <= std::ssize(uses))
-                uses[static_cast<std::size_t>(channel - 1)] = {static_cast<int>(cell), component};
+            if (channel <= uses.size())
+                uses[channel - 1] = {static_cast<int>(cell), component};
         });
     }
-    for (const auto& [channel, value] : layout.GetConstants()) {
-        if (++entries[channel] > 1 || pixels.contains(channel))
+    for (const StaticChannel& entry : layout.GetConstants()) {
+        const auto channel = static_cast<std::size_t>(entry.channel);
+        if (++entries.at(channel) > 1 || pixels[channel] > 0)
             return "the entry of channel " + std::to_string(channel);
-        if (channel <= std::ssize(uses))
-            uses[static_cast<std::size_t>(channel - 1)].value = value;
+        if (channel <= uses.size())
+            uses[channel - 1].value = entry.value;
     }
-    for (std::int64_t channel = 1; channel <= std::ssize(uses); ++channel) {
-        if (!pixels.contains(channel) && !entries.contains(channel))
+    for (std::size_t channel = 1; channel <= uses.size(); ++channel) {
+        if (pixels[channel] + entries[channel] == 0)
             return "no entry of channel " + std::to_string(channel);
     }
     if (layout.GetChannelUses() != uses)
@@ -93,9 +101,9 @@ inline void ResizeAnyhow(FixtureLayout& layout, const Below& below)
     for (std::size_t cell = 0; cell < starts.size(); ++cell) {
         bool overlaps = false;
         int inside = 0;
-        eachChannel(cell, [&](std::int64_t channel, int) {
+        eachChannel(cell, [&](std::size_t channel, int) {
             overlaps |= pixels[channel] > 1;
-            inside += channel <= std::ssize(uses);
+            inside += channel <= uses.size() ? 1 : 0;
         });
         const bool beyond = starts[cell] != 0 && inside != map.GetChannelsPerPixel();
         if (faults.at(cell).overlaps != overlaps || faults.at(cell).beyond != beyond)
