@@ -40,7 +40,9 @@ public:
     {
         return true;
     }
+    bool Confirm(QWidget*, const QString&, const QString&) override { return true; }
     void Notify(QWidget*, const QString&, const QString&) override {}
+    void Warn(QWidget*, const QString&, const QString&) override {}
     int Choose(const Choice&) override { return 0; }
     QString OpenFile(QWidget*, const QString&, const QString&, const QString&) override
     {

@@ -15,8 +15,14 @@ public:
     /// A question with Yes and Cancel; true for Yes. Escape is Cancel.
     [[nodiscard]] virtual bool Ask(QWidget* parent, const QString& title, const QString& text,
                                    QMessageBox::StandardButton byDefault) = 0;
+    /// A warning with Yes and No; true for Yes. Return and Escape are No: what goes on here takes
+    /// away work.
+    [[nodiscard]] virtual bool Confirm(QWidget* parent, const QString& title,
+                                       const QString& text) = 0;
     /// A notice with OK.
     virtual void Notify(QWidget* parent, const QString& title, const QString& text) = 0;
+    /// A warning with OK.
+    virtual void Warn(QWidget* parent, const QString& title, const QString& text) = 0;
 
     struct Choice
     {
@@ -46,7 +52,9 @@ class WidgetBoxes final : public OperatorBoxes
 public:
     bool Ask(QWidget* parent, const QString& title, const QString& text,
              QMessageBox::StandardButton byDefault) override;
+    bool Confirm(QWidget* parent, const QString& title, const QString& text) override;
     void Notify(QWidget* parent, const QString& title, const QString& text) override;
+    void Warn(QWidget* parent, const QString& title, const QString& text) override;
     int Choose(const Choice& choice) override;
     QString OpenFile(QWidget* parent, const QString& caption, const QString& directory,
                      const QString& filter) override;
