@@ -8,9 +8,9 @@
 #include "FixtureModel/FixtureLayout.h"
 #include "UI/Dialogs/FixedDialog.h"
 
+class FixtureForm;
 class OperatorBoxes;
-class QComboBox;
-class QLineEdit;
+class QTableWidgetItem;
 
 /// The fixture editor: lays the pixels of one fixture on its channels and gives the others
 /// constants. It works on a copy, which the caller reads after an accept and at each apply().
@@ -30,7 +30,7 @@ public:
     /// can be used.
     using NameCheck = std::function<QString(const QString& manufacturer, const QString& product)>;
 
-    /// `boxes` outlives the dialog.
+    /// `boxes` outlives the dialog. Without a name check every name can be used.
     WEFTCustomFixtureDialog(const Content& content, bool withApply, NameCheck nameCheck,
                             OperatorBoxes& boxes, QWidget* parent = nullptr);
 
@@ -45,12 +45,28 @@ signals:
 public slots:
     void accept() override;
 
+private slots:
+    void updatePixelMap();
+    void resetPixelMap();
+    void resetConstants();
+    void autoMap();
+    void nextChannelChanged(int channel);
+    void mapPixel(int pixel);
+    void unmapPixel(int pixel);
+    void channelItemChanged(QTableWidgetItem* item);
+
 private:
+    void ShowNames(const Content& content);
+    [[nodiscard]] QDialogButtonBox* MakeDialogButtons(bool withApply);
+    void Connect();
+    [[nodiscard]] bool Confirm(const QString& text);
+    [[nodiscard]] bool ConfirmOverride();
     [[nodiscard]] bool NamesCanBeUsed();
+    void ShowSize();
+    void ShowLayout();
 
     FixtureLayout layout_;
     NameCheck nameCheck_;
     OperatorBoxes& boxes_;
-    QLineEdit* editProductName = nullptr;
-    QComboBox* comboManufacturer = nullptr;
+    FixtureForm* form_ = nullptr;
 };

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <utility>
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -46,7 +47,7 @@ constexpr std::array TypeNames = {"RGB",
 
 /// A row of the form; what screen readers say follows from the label.
 template <class Field>
-Field* AddField(QGridLayout& form, const char* objectName, const QString& label)
+Field* AddField(QGridLayout& form, const char* objectName, const QString& label, int columns = 1)
 {
     const int row = form.rowCount();
     auto* field = new Field;
@@ -55,16 +56,16 @@ Field* AddField(QGridLayout& form, const char* objectName, const QString& label)
     auto* text = new QLabel(label);
     text->setBuddy(field);
     form.addWidget(text, row, 0);
-    form.addWidget(field, row, 1);
+    form.addWidget(field, row, 1, 1, columns);
     return field;
 }
 
 } // namespace
 
-WEFTCustomFixtureSizeDialog::WEFTCustomFixtureSizeDialog(Form form, const FixtureLayout& layout,
+WEFTCustomFixtureSizeDialog::WEFTCustomFixtureSizeDialog(Form form, FixtureLayout layout,
                                                          OperatorBoxes& boxes, QWidget* parent)
     : FixedDialog({316, 180}, parent)
-    , layout_(layout)
+    , layout_(std::move(layout))
     , boxes_(boxes)
 {
     setObjectName(QStringLiteral("WEFTCustomFixtureSizeDialog"));
@@ -86,7 +87,7 @@ void WEFTCustomFixtureSizeDialog::Build(Form form)
 {
     auto* fields = new QGridLayout;
     fields->setColumnStretch(1, 1);
-    comboFixtureType = AddField<QComboBox>(*fields, "comboFixtureType", tr("&Type:"));
+    comboFixtureType = AddField<QComboBox>(*fields, "comboFixtureType", tr("&Type:"), 2);
     for (const char* name : TypeNames)
         comboFixtureType->addItem(QLatin1String(name));
     comboFixtureType->setMaxVisibleItems(comboFixtureType->count());

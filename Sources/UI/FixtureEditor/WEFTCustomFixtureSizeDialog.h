@@ -23,7 +23,7 @@ public:
     };
     /// `boxes` outlives the dialog. What `layout` has is offered as it is, also where a new fixture
     /// could not have it.
-    WEFTCustomFixtureSizeDialog(Form form, const FixtureLayout& layout, OperatorBoxes& boxes,
+    WEFTCustomFixtureSizeDialog(Form form, FixtureLayout layout, OperatorBoxes& boxes,
                                 QWidget* parent = nullptr);
 
     /// What the dialog shows.

@@ -50,6 +50,7 @@ QTabBar::tab:selected { background: #141518; border-bottom: 2px solid #66bfef; }
 QAbstractItemView { background: #141518; alternate-background-color: #1a1b1f; color: #e2e4e7;
     border: 2px solid #2c2e33; selection-background-color: #66bfef; selection-color: #0c0d0f; }
 QAbstractItemView:focus { border-color: #66bfef; }
+#personalityTable { color: #0c0d0f; gridline-color: #5a5c60; }
 QTreeView::item { padding: 1px 0; }
 QTreeView::item:selected { background: #66bfef; color: #0c0d0f; }
 QTreeView::item:selected:!active { background: #4d8db0; color: #0c0d0f; }
