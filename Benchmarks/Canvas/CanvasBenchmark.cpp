@@ -28,6 +28,7 @@
 #include "CanvasStage.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/MappedDeviceModel.h"
+#include "Repaint.h"
 #include "Timing.h"
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Inspector/ArtNetPatchPage.h"
@@ -48,20 +49,6 @@ constexpr int All = 4096;
 QPointF CentreOf(int element)
 {
     return {(element % Columns + 0.5) * Cell.width(), (element / Columns + 0.5) * Cell.height()};
-}
-
-/// Does the work and paints what it changed. The window is told to paint at once: left to itself it
-/// waits some milliseconds for more, and the wait, or another window's painting, would count here.
-template <class Work>
-double MillisecondsOf(QWidget& window, const Work& work)
-{
-    const auto begin = std::chrono::steady_clock::now();
-    work();
-    QCoreApplication::sendPostedEvents();
-    QEvent update(QEvent::UpdateRequest);
-    QCoreApplication::sendEvent(&window, &update);
-    const auto end = std::chrono::steady_clock::now();
-    return std::chrono::duration<double, std::milli>(end - begin).count();
 }
 
 /// The real canvas, filled.
