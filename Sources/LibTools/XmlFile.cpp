@@ -115,9 +115,14 @@ QString KeepUnreadableFile(const QString& path)
 
 bool WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document)
 {
+    return WriteWholeFile(path, XmlText::Encode(XmlText::Print(document)));
+}
+
+bool WriteWholeFile(const std::wstring& path, const std::string& bytes)
+{
     const QString wanted = QString::fromStdWString(path);
     QString failure;
-    if (SaveBytes(wanted, XmlText::Encode(XmlText::Print(document)), failure))
+    if (SaveBytes(wanted, bytes, failure))
         return true;
     ZEN_LOG_ERROR("Could not save %s: %s", qUtf8Printable(wanted), qUtf8Printable(failure));
     return false;

@@ -43,6 +43,9 @@ private:
 /// that were interrupted an hour ago or earlier (.NAME.saving and names that begin so) are removed.
 [[nodiscard]] bool WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document);
 
+/// The same for the bytes of a file.
+[[nodiscard]] bool WriteWholeFile(const std::wstring& path, const std::string& bytes);
+
 /// Renames a file that can't be read to a free name beside its own, so that a new file does not
 /// overwrite it, and says so in the log. The new name, empty when it can't be renamed.
 [[nodiscard]] QString KeepUnreadableFile(const QString& path);

@@ -87,6 +87,20 @@ bool DeviceManager::SaveLibrary()
     return false;
 }
 
+QByteArray DeviceManager::ReadLibraryFile() const
+{
+    QFile file(libraryPath);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool DeviceManager::WriteLibraryFile(const QByteArray& bytes)
+{
+    if (WriteWholeFile(libraryPath.toStdWString(), bytes.toStdString()))
+        return true;
+    emit librarySaveFailed(libraryPath);
+    return false;
+}
+
 /// False when the user's fixtures would be lost by a save.
 bool DeviceManager::KeepUnreadLibrary()
 {
@@ -119,14 +133,47 @@ bool DeviceManager::RemoveFixture(const QModelIndex& proxyIndex)
     if (!source.isValid() || !parent.isValid())
         return false;
     const QModelIndex cell = deviceModel->index(source.row(), DeviceModel::ItemColumn, parent);
-    const auto* fixture = dynamic_cast<DeviceLedItem*>(deviceModel->itemFromIndex(cell));
+    auto* fixture = dynamic_cast<DeviceLedItem*>(deviceModel->itemFromIndex(cell));
     if (!fixture)
         return false;
-    // Rows before it may go with the fixture, and the fixture leaves its own cell first.
-    const QPersistentModelIndex row = cell.siblingAtColumn(DeviceModel::ProductColumn);
-    if (deviceModel->IsInLibrary(*fixture))
-        deviceModel->removeFixtureByUniqueID(fixture->uniqueID);
-    return deviceModel->removeRow(row.row(), parent);
+    deviceModel->RemoveWithRow(*fixture);
+    return true;
+}
+
+bool DeviceManager::AddFixture(const LEDFixture& fixture)
+{
+    auto item = std::make_unique<DeviceLedItem>(fixture);
+    item->uniqueID = 0;
+    const auto keep = [](const QString&, const QString&) {
+        return KeepFixture;
+    };
+    if (deviceModel->AddFixture(std::move(item), keep) != 0)
+        return false;
+    mappedDeviceModel->RebindFixtures(*deviceModel);
+    return true;
+}
+
+bool DeviceManager::ChangeFixture(std::int64_t fixtureID, const LEDFixture& wanted)
+{
+    ElementIds changed;
+    {
+        const QMutexLocker lock(&mutex);
+        const DeviceLedItem* other = deviceModel->GetLEDFixtureByProduct(wanted.product);
+        const std::int64_t replaced = other ? other->uniqueID : fixtureID;
+        const DeviceLedItem* fixture = deviceModel->ChangeFixture(fixtureID, wanted);
+        if (!fixture)
+            return false;
+        changed = mappedDeviceModel->UpdateFixtureInElements(fixture->uniqueID, *fixture);
+        if (replaced != fixture->uniqueID) {
+            const auto joined = mappedDeviceModel->UpdateFixtureInElements(replaced, *fixture);
+            changed.insert(changed.end(), joined.begin(), joined.end());
+        }
+    }
+    if (changed.empty())
+        return true;
+    emit elementsRefitted(changed);
+    emit mappingsChanged();
+    return true;
 }
 
 DeviceLedItem* DeviceManager::GetLEDFixtureByProduct(const std::wstring& product) const

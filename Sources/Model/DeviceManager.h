@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include <QByteArray>
 #include <QList>
 #include <QModelIndex>
 #include <QObject>
@@ -58,6 +59,10 @@ public:
     /// Writes the library to the user's file. False, after a line in the log and
     /// librarySaveFailed(), when that failed; the old file is then whole.
     bool SaveLibrary();
+    /// The user's file as it is; null when there is none.
+    [[nodiscard]] QByteArray ReadLibraryFile() const;
+    /// Puts such bytes back, and tells of a failure as SaveLibrary does.
+    bool WriteLibraryFile(const QByteArray& bytes);
     [[nodiscard]] const QString& GetLibraryPath() const { return libraryPath; }
 
     /// Merges the document's own fixtures into the library and loads the document. False when the
@@ -191,6 +196,14 @@ public:
     /// rows, with their numbers and their own copies of their fixtures.
     void PutBackElements(TakenElements elements);
 
+    /// Adds a fixture to the library under a number of its own; elements of its product are of it
+    /// then. False, with nothing changed, when the library has a fixture of this product.
+    bool AddFixture(const LEDFixture& fixture);
+    /// Gives a fixture of the library this definition, and the elements that use it follow, which
+    /// keep place, size and address. The fixture keeps its number. Another fixture of the wanted
+    /// product goes, and its elements come to this one. False, with nothing changed, for an unknown
+    /// number.
+    bool ChangeFixture(std::int64_t fixtureID, const LEDFixture& wanted);
     /// Takes a fixture out of the library, by its index in the library's proxy. False for what is
     /// no fixture. Whether the document uses it is the caller's question. When the row was left by
     /// an overwritten fixture, only the row goes: the definition that replaced it stays.
@@ -222,6 +235,8 @@ signals:
     void elementsPatched(const ElementIds& ids);
     /// Once for each batch: these elements have other descriptions.
     void elementsRenamed(const ElementIds& ids);
+    /// Once for each change of a fixture: these elements have its new names, pixels and channels.
+    void elementsRefitted(const ElementIds& ids);
     void changeCanvasSize(int width, int height);
     void changeFilteringMode(int filtermode);
     void devicesChangedGeometry();

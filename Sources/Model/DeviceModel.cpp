@@ -15,6 +15,19 @@ namespace {
 constexpr int VisibleColumns = 5;
 constexpr int ObserverKindCleared = 2;
 
+/// Spellings of one manufacturer share a row.
+QString ManufacturerKey(const std::wstring& manufacturer)
+{
+    return QString::fromStdWString(manufacturer).toUpper();
+}
+
+void SetFixtureTexts(QStandardItem& product, QStandardItem& size, const LEDFixture& fixture)
+{
+    product.setText(QString::fromStdWString(fixture.product));
+    size.setText(
+        QStringLiteral("%1x%2").arg(fixture.pixelMap.GetWidth()).arg(fixture.pixelMap.GetHeight()));
+}
+
 QList<QStandardItem*> EmptyRow()
 {
     QList<QStandardItem*> row;
@@ -160,22 +173,77 @@ void DeviceModel::Replace(DeviceLedItem& old, DeviceLedItem& item)
 void DeviceModel::AddRow(DeviceLedItem& item)
 {
     auto row = EmptyRow();
-    row[ProductColumn]->setText(QString::fromStdWString(item.product));
-    row[SizeColumn]->setText(
-        QStringLiteral("%1x%2").arg(item.pixelMap.GetWidth()).arg(item.pixelMap.GetHeight()));
+    SetFixtureTexts(*row[ProductColumn], *row[SizeColumn], item);
     row[IdentifierColumn]->setText(QString::number(item.uniqueID));
     delete row[ItemColumn];
     row[ItemColumn] = &item;
+    ManufacturerRow(item.manufacturer).appendRow(row);
+}
 
-    const QString name = QString::fromStdWString(item.manufacturer);
-    auto known = manufacturerRows.find(name.toUpper());
+/// The cell that has the rows of the manufacturer's fixtures, which is made when there is none.
+QStandardItem& DeviceModel::ManufacturerRow(const std::wstring& manufacturer)
+{
+    const QString key = ManufacturerKey(manufacturer);
+    auto known = manufacturerRows.find(key);
     if (known == manufacturerRows.end()) {
-        auto manufacturer = EmptyRow();
-        manufacturer[ManufacturerColumn]->setText(name);
-        appendRow(manufacturer);
-        known = manufacturerRows.insert(name.toUpper(), manufacturer);
+        auto row = EmptyRow();
+        row[ManufacturerColumn]->setText(QString::fromStdWString(manufacturer));
+        appendRow(row);
+        known = manufacturerRows.insert(key, row);
     }
-    known->first()->appendRow(row);
+    return *known->first();
+}
+
+const DeviceLedItem* DeviceModel::ChangeFixture(std::int64_t uniqueID, const LEDFixture& wanted)
+{
+    DeviceLedItem* item = GetLEDFixture(uniqueID);
+    if (!item)
+        return nullptr;
+    const LEDFixture definition = wanted; // It may be that of the fixture that goes.
+    if (DeviceLedItem* other = GetLEDFixtureByProduct(definition.product); other && other != item)
+        RemoveWithRow(*other);
+    const std::wstring product = item->product;
+    const std::int64_t number = item->uniqueID;
+    // All of it, AutomaticChannelCount too: the definition of before gives the file of before.
+    static_cast<LEDFixture&>(*item) = definition;
+    item->uniqueID = number;
+    NoteFirstOf(product);
+    NoteFirstOf(item->product);
+    RemoveRowsThatItOverwrote(*item);
+    MoveRow(*item);
+    TidyManufacturers();
+    return item;
+}
+
+/// Brings the fixture's row up to date and under its manufacturer.
+void DeviceModel::MoveRow(DeviceLedItem& item)
+{
+    QStandardItem& present = *item.parent();
+    SetFixtureTexts(*present.child(item.row(), ProductColumn),
+                    *present.child(item.row(), SizeColumn), item);
+    QStandardItem& wanted = ManufacturerRow(item.manufacturer);
+    if (&wanted != &present)
+        wanted.appendRow(present.takeRow(item.row()));
+}
+
+/// A manufacturer's row has the spelling of its first fixture, and goes with its last row.
+void DeviceModel::TidyManufacturers()
+{
+    QMap<QString, std::wstring> spellings;
+    for (const DeviceLedItem* item : qAsConst(fixtures)) {
+        const QString key = ManufacturerKey(item->manufacturer);
+        if (!spellings.contains(key))
+            spellings.insert(key, item->manufacturer);
+    }
+    for (const QString& key : manufacturerRows.keys()) {
+        QStandardItem& cell = *manufacturerRows[key].first();
+        if (spellings.contains(key))
+            cell.setText(QString::fromStdWString(spellings[key]));
+        else if (!cell.hasChildren()) {
+            manufacturerRows.remove(key);
+            removeRow(cell.row());
+        }
+    }
 }
 
 DeviceLedItem* DeviceModel::GetLEDFixture(std::int64_t uniqueID) const
@@ -189,14 +257,7 @@ DeviceLedItem* DeviceModel::GetLEDFixture(std::int64_t uniqueID) const
 DeviceLedItem* DeviceModel::GetLEDFixtureByProduct(const std::wstring& product) const
 {
     const auto known = firstOfProduct_.find(product);
-    if (known != firstOfProduct_.end()) {
-        DeviceLedItem* item = fixtures.value(known->second, nullptr);
-        if (item && item->product == product)
-            return item;
-    }
-    // The fixture editor changes names in place; firstOfProduct_ follows with the next reload.
-    const auto found = std::ranges::find(fixtures, product, &DeviceLedItem::product);
-    return found == fixtures.end() ? nullptr : *found;
+    return known == firstOfProduct_.end() ? nullptr : fixtures.value(known->second, nullptr);
 }
 
 QStringList DeviceModel::GetManufacturers() const
@@ -218,7 +279,6 @@ void DeviceModel::removeFixtureByUniqueID(std::int64_t uniqueID)
         return;
     ZEN_LOG_INFO("removeFixtureByUniqueID( %lld ) devItem=@%p", static_cast<long long>(uniqueID),
                  static_cast<const void*>(item));
-    // Not by its names: two fixtures have the same ones when the editor has renamed one of them.
     Remove(*item);
 }
 
@@ -243,6 +303,16 @@ void DeviceModel::Remove(DeviceLedItem& item)
     delete &item;
 }
 
+void DeviceModel::RemoveWithRow(DeviceLedItem& item)
+{
+    QStandardItem& parent = *item.parent();
+    // Rows before it may go with the fixture, and the fixture leaves its own cell first.
+    const QPersistentModelIndex row = item.index().siblingAtColumn(ProductColumn);
+    if (IsInLibrary(item))
+        removeFixtureByUniqueID(item.uniqueID);
+    parent.removeRow(row.row());
+}
+
 void DeviceModel::RemoveRowsThatItOverwrote(const DeviceLedItem& item)
 {
     for (const auto& manufacturer : qAsConst(manufacturerRows)) {
@@ -261,11 +331,16 @@ void DeviceModel::Forget(DeviceLedItem& item)
     // A fixture that overwrote others has their numbers too; all go.
     for (const qint64 key : fixtures.keys(&item))
         fixtures.remove(key);
-    firstOfProduct_.erase(item.product);
-    for (auto left = fixtures.begin(); left != fixtures.end(); ++left) {
-        if (left.value()->product == item.product) {
-            firstOfProduct_.emplace(item.product, left.key());
-            break;
+    NoteFirstOf(item.product);
+}
+
+void DeviceModel::NoteFirstOf(const std::wstring& product)
+{
+    firstOfProduct_.erase(product);
+    for (auto fixture = fixtures.begin(); fixture != fixtures.end(); ++fixture) {
+        if (fixture.value()->product == product) {
+            firstOfProduct_.emplace(product, fixture.key());
+            return;
         }
     }
 }

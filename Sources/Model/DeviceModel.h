@@ -87,10 +87,19 @@ public:
     /// The distinct manufacturers, sorted.
     [[nodiscard]] QStringList GetManufacturers() const;
 
+    /// Gives a fixture this definition. It keeps its number, and its row comes under its
+    /// manufacturer; rows that were left when it overwrote others go, as do manufacturers without
+    /// rows. It takes the place of another fixture of that product. Null, with nothing changed, for
+    /// an unknown number.
+    const DeviceLedItem* ChangeFixture(std::int64_t uniqueID, const LEDFixture& wanted);
+
     // Both delete the fixture and the rows that were left when it overwrote others. Its own row
     // stays, without an item: the caller removes it. An unknown fixture changes nothing.
     void removeFixtureByUniqueID(std::int64_t uniqueID);
     void removeFixture(const std::wstring& manufacturer, const std::wstring& product);
+    /// Takes a fixture out with its row. Of an item that another fixture has overwritten only the
+    /// row goes.
+    void RemoveWithRow(DeviceLedItem& item);
     /// False for an item that another fixture has overwritten; its row is still in the tree.
     [[nodiscard]] bool IsInLibrary(const DeviceLedItem& item) const
     {
@@ -106,6 +115,10 @@ public:
 private:
     void SetUpColumns();
     void AddRow(DeviceLedItem& item);
+    QStandardItem& ManufacturerRow(const std::wstring& manufacturer);
+    void TidyManufacturers();
+    void MoveRow(DeviceLedItem& item);
+    void NoteFirstOf(const std::wstring& product);
     void Replace(DeviceLedItem& old, DeviceLedItem& item);
     void Remove(DeviceLedItem& item);
     void Forget(DeviceLedItem& item);

@@ -330,30 +330,25 @@ bool MappedDeviceModel::IsFixtureUsed(std::int64_t fixtureID) const
     });
 }
 
-void MappedDeviceModel::UpdateFixtureInElements(std::int64_t fixtureID,
-                                                const DeviceLedItem& fixture)
+std::vector<std::int64_t> MappedDeviceModel::UpdateFixtureInElements(std::int64_t fixtureID,
+                                                                     const LEDFixture& fixture)
 {
     const QMutexLocker lock(&mutex);
-    std::vector<int> rows;
-    {
-        const QSignalBlocker oneChangeForAll(this);
-        for (int row = 0; row < rowCount(); ++row) {
-            MappedLedItem& element = *GetElement(row);
-            if (element.GetFixture().uniqueID != fixtureID)
-                continue;
-            DeviceLedItem& own = element.EditFixture();
-            own.product = fixture.product;
-            own.pixelMap = fixture.pixelMap;
-            own.staticChannels = fixture.staticChannels;
-            own.SetChannelCount(fixture.GetChannelCount());
-            item(row, ProductColumn)->setText(QString::fromStdWString(own.product));
-            item(row, SizeColumn)->setText(SizeText(own.pixelMap));
-            SetAddressText(row);
-            rows.push_back(row);
-        }
+    std::vector<std::int64_t> ids;
+    for (MappedLedItem* element : byRow_) {
+        if (element->GetFixture().uniqueID != fixtureID)
+            continue;
+        static_cast<LEDFixture&>(element->EditFixture()) = fixture;
+        ids.push_back(element->uniqueID);
     }
-    TellTextsChanged(rows);
+    UpdateCells(ids, [&](int row) {
+        item(row, ManufacturerColumn)->setText(QString::fromStdWString(fixture.manufacturer));
+        item(row, ProductColumn)->setText(QString::fromStdWString(fixture.product));
+        item(row, SizeColumn)->setText(SizeText(fixture.pixelMap));
+        SetAddressText(row);
+    });
     RecalculateConflicts();
+    return ids;
 }
 
 void MappedDeviceModel::RebindFixtures(const DeviceModel& library)

@@ -93,8 +93,10 @@ public:
     [[nodiscard]] bool IsFixtureUsed(std::int64_t fixtureID) const;
     [[nodiscard]] std::int64_t GetNextElementID() { return ++nextElementID; }
 
-    /// Gives the elements of this fixture its present name, pixels and channels.
-    void UpdateFixtureInElements(std::int64_t fixtureID, const DeviceLedItem& fixture);
+    /// Gives the elements that have this number all that `fixture` says, its number too. The
+    /// elements, in the order of their rows.
+    std::vector<std::int64_t> UpdateFixtureInElements(std::int64_t fixtureID,
+                                                      const LEDFixture& fixture);
     /// After the library changed: elements take the number that their product has now, 0 for none.
     void RebindFixtures(const DeviceModel& library);
     void RebindFixture(MappedLedItem& element, const DeviceModel& library);

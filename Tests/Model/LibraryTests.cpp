@@ -10,11 +10,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemModelTester>
+
 #include <chrono>
 #include <filesystem>
 #include <map>
 #include <random>
-#include <set>
 #include <thread>
 
 namespace {
@@ -185,6 +186,7 @@ protected:
     }
     void Remove()
     {
+        list.SetFilter({});
         const QModelIndex maker = library.index(0, 0);
         const int row = static_cast<int>(random() % static_cast<unsigned>(library.rowCount(maker)));
         const QString product = library.index(row, 1, maker).data().toString();
@@ -195,6 +197,24 @@ protected:
         --found->second.rows;
         if (isPresent)
             known.erase(found);
+    }
+    /// Gives a fixture another definition, often under the product of another one.
+    void Change()
+    {
+        const auto source = std::next(known.begin(), static_cast<int>(random() % known.size()));
+        const auto product = static_cast<wchar_t>(L'A' + random() % 5);
+        Known moved = source->second;
+        moved.cells = 1 + static_cast<int>(random() % 3);
+        moved.rows = 1;
+        const auto number =
+            moved.numbers.at(static_cast<int>(random()) & 1 ? 0 : moved.numbers.size() - 1);
+        EXPECT_TRUE(manager.ChangeFixture(number, {random() % 2 ? L"M" : L"m",
+                                                   {product},
+                                                   PixelMap(moved.cells, 1, PixelMapType::L),
+                                                   0,
+                                                   4}));
+        known.erase(source);
+        known[product] = moved;
     }
     void Check()
     {
@@ -214,9 +234,15 @@ protected:
         std::sort(numbers.begin(), numbers.end());
         EXPECT_EQ(library.GetFixtures().keys(), numbers);
         EXPECT_EQ(library.rowCount(library.index(0, 0)), rows);
+        if (list.IsFiltered())
+            rows = known.contains(L'A') ? known[L'A'].rows : 0;
+        EXPECT_EQ(list.CountShown(), rows);
         EXPECT_EQ(static_cast<QList<DeviceLedItem*>&>(library).size(), int(known.size()));
     }
 
+    DeviceListProxy& list = *manager.GetDeviceListProxy();
+    const QAbstractItemModelTester libraryTester{&library};
+    const QAbstractItemModelTester listTester{&list};
     std::mt19937 random{2026};
     std::map<wchar_t, Known> known;
     qint64 lastId = 0;
@@ -227,31 +253,135 @@ TEST_F(LibraryWalk, EveryNumberLeadsToTheFixtureThatItMeans)
     answer = OverwriteFixture;
     for (int step = 0; step < 400 && !HasFailure(); ++step) {
         SCOPED_TRACE(step);
-        if (known.empty() || random() % 4)
+        if (known.empty() || random() % 3 == 0)
             Add();
+        else if (random() % 3)
+            Change();
         else
             Remove();
+        list.SetFilter(random() % 2 ? QStringLiteral("m a") : QString());
         Check();
     }
-    EXPECT_FALSE(manager.RemoveFixture(manager.GetDeviceListProxy()->index(0, 0)));
+    EXPECT_FALSE(manager.RemoveFixture(list.index(0, 0)));
     // An overwritten fixture is written under each of its numbers, and read once.
-    std::set<std::wstring> products;
-    for (const DeviceLedItem* fixture : library.GetFixtures())
-        products.insert(fixture->product);
-    EXPECT_LT(std::ssize(products), library.GetFixtures().size());
+    while (library.GetFixtures().size() == int(known.size()))
+        Add();
     EXPECT_TRUE(manager.SaveLibrary() && manager.LoadLibrary(Path()));
-    EXPECT_EQ(std::ssize(products), library.GetFixtures().size());
+    EXPECT_EQ(library.GetFixtures().size(), int(known.size()));
 }
 
-TEST_F(LibraryTest, AFixtureThatWasRenamedInPlaceIsFoundAndRemovedAsItself)
+TEST_F(LibraryTest, AChangedFixtureTakesItsElementsAlongAndComesBackToTheByte)
 {
-    Merge(Library(Fixture("M", "A") + Fixture("M", "B", 2)));
-    library.GetLEDFixture(2)->product = L"A"; // as the editor does
-    EXPECT_EQ(library.GetLEDFixtureByProduct(L"B"), nullptr);
-    EXPECT_TRUE(RemoveRow(1));
-    EXPECT_EQ(library.GetLEDFixtureByProduct(L"A"), library.GetLEDFixture(1));
-    library.removeFixture(L"M", L"A");
-    EXPECT_EQ(library.GetFixtures().size(), 0);
+    ASSERT_TRUE(
+        Load(Library(Fixture("Elation", "A") + Fixture("Other", "B") + Fixture("Elation", "C"))));
+    ASSERT_TRUE(manager.SaveLibrary());
+    const std::string file = File();
+    const std::string rows = "Elation|A 1x1 #1|C 1x1 #3|Other|B 1x1 #2";
+    for (const std::int64_t fixtureID : {3, 2}) {
+        MappedObjectParams placed;
+        placed.fixtureID = fixtureID;
+        manager.AddMappedObject(placed);
+    }
+    ElementIds refitted;
+    QObject::connect(&manager, &DeviceManager::elementsRefitted,
+                     [&](const ElementIds& ids) { refitted = ids; });
+    const auto elements = [this] {
+        QStringList texts;
+        for (int row = 0; row < 2; ++row) {
+            for (const int column : {0, 1, 2})
+                texts << manager.GetMappedDeviceModel()->index(row, column).data().toString();
+            const DeviceLedItem& own = manager.GetMappedItemByRow(row)->GetFixture();
+            texts << QStringLiteral("#%1/%2").arg(own.uniqueID).arg(own.GetChannelCount());
+        }
+        return texts.join(QLatin1Char(' ')).toStdString();
+    };
+    struct Case
+    {
+        std::int64_t number;
+        const wchar_t* manufacturer;
+        const wchar_t* product;
+        std::string rows;
+        std::string elements;
+        ElementIds refitted;
+    };
+    const std::string atFirst = "Elation C 1x1 #3/1 Other B 1x1 #2/1";
+    const std::vector<Case> cases = {
+        {9, L"M", L"Nobody", rows, atFirst, {}},
+        {1, L"ELATION", L"A", "ELATION|A 2x1 #1|C 1x1 #3|Other|B 1x1 #2", atFirst, {}},
+        {2,
+         L"elation",
+         L"b",
+         "Elation|A 1x1 #1|C 1x1 #3|b 2x1 #2",
+         "Elation C 1x1 #3/1 elation b 2x1 #2/7",
+         {2}},
+        {3,
+         L"New",
+         L"D",
+         "Elation|A 1x1 #1|Other|B 1x1 #2|New|D 2x1 #3",
+         "New D 2x1 #3/7 Other B 1x1 #2/1",
+         {1}},
+    };
+    for (const Case& changed : cases) {
+        refitted.clear();
+        const LEDFixture original = *library.GetLEDFixture(std::min<qint64>(changed.number, 3));
+        LEDFixture wanted(changed.manufacturer, changed.product, PixelMap(2, 1, PixelMapType::L), 0,
+                          7);
+        wanted.staticChannels = {{7, 255}};
+        EXPECT_EQ(manager.ChangeFixture(changed.number, wanted), changed.number < 9);
+        EXPECT_EQ(Rows(), changed.rows);
+        EXPECT_EQ(elements(), changed.elements);
+        EXPECT_EQ(refitted, changed.refitted);
+        if (changed.number == 9)
+            continue;
+        const DeviceLedItem* present = library.GetLEDFixture(changed.number);
+        EXPECT_EQ(library.GetLEDFixtureByProduct(changed.product), present);
+        EXPECT_EQ(present->staticChannels, wanted.staticChannels);
+        EXPECT_EQ(library.GetLEDFixtureByProduct(original.product) != nullptr,
+                  original.product == changed.product);
+        EXPECT_TRUE(manager.ChangeFixture(changed.number, original));
+        EXPECT_TRUE(manager.SaveLibrary());
+        EXPECT_EQ(File(), file);
+        EXPECT_EQ(elements(), atFirst);
+    }
+    // The elements of a fixture that had the product come along too.
+    EXPECT_TRUE(manager.ChangeFixture(3, *library.GetLEDFixture(2)));
+    EXPECT_EQ(elements(), "Other B 1x1 #3/1 Other B 1x1 #3/1");
+    EXPECT_EQ(Rows(), "Elation|A 1x1 #1|Other|B 1x1 #3");
+    EXPECT_EQ(refitted, (ElementIds{1, 2}));
+}
+
+TEST_F(LibraryTest, AFilterShowsTheFixturesThatHaveAllOfItsWords)
+{
+    DeviceListProxy& list = *manager.GetDeviceListProxy();
+    Merge(Library(Fixture("Gone", "X") + Fixture("\xC4nker S\xD6hne", "Bar 36") +
+                  Fixture("\xC4nker S\xD6hne", "Tile 8x8") + Fixture("Robe", "Bar 8")));
+    EXPECT_TRUE(RemoveRow(0));
+    const std::vector<std::pair<const wchar_t*, const char*>> cases = {
+        {L"bar", "Bar 36|Bar 8"},
+        {L" 36  BAR ", "Bar 36"},
+        {L"robe bar", "Bar 8"},
+        {L"sohne", "Bar 36|Tile 8x8"},
+        {L"S\u00F6hne \u00E4 8", "Tile 8x8"},
+        {L"o\u0308hn tile", "Tile 8x8"},
+        {L"robe tile", ""},
+        {L"8 8 8", "Bar 8|Tile 8x8"}};
+    for (const auto& [text, shown] : cases) {
+        list.SetFilter(QString::fromWCharArray(text));
+        QStringList products;
+        for (int row = 0; row < list.rowCount(); ++row) {
+            const QModelIndex maker = list.index(row, 0);
+            EXPECT_GT(list.rowCount(maker), 0) << maker.data().toString().toStdString();
+            for (int child = 0; child < list.rowCount(maker); ++child)
+                products << list.index(child, 1, maker).data().toString();
+        }
+        products.sort();
+        EXPECT_EQ(products.join(QLatin1Char('|')).toStdString(), shown);
+        EXPECT_EQ(list.CountShown(), products.size());
+        EXPECT_EQ(list.CountAll(), 3);
+    }
+    list.SetFilter(QStringLiteral(" "));
+    EXPECT_FALSE(list.IsFiltered());
+    EXPECT_EQ(list.rowCount(), 3) << "the empty manufacturer too";
 }
 
 // ---- The user's file ---------------------------------------------------------------------------

@@ -91,6 +91,12 @@ void WeftMapEditorScene::ConnectModel()
         }
     });
     connect(&manager_, &DeviceManager::elementsPatched, this, &WeftMapEditorScene::MarkAuto);
+    connect(&manager_, &DeviceManager::elementsRefitted, this, [this](const ElementIds& ids) {
+        for (const std::int64_t id : ids) {
+            if (MappingRectangle* item = Find(id))
+                TakeNaturalSize(*item);
+        }
+    });
     connect(&manager_, &DeviceManager::devicesChangedGeometry, this, [this] { overlay_.Follow(); });
     connect(&manager_, &DeviceManager::changeCanvasSize, this, [this](int width, int height) {
         SetCanvasSize(width, height);
@@ -158,12 +164,20 @@ void WeftMapEditorScene::AddRectangle(std::int64_t id)
     if (!element || !element->GetVideoMapping() || itemsById_.contains(id))
         return;
     auto item = std::make_unique<MappingRectangle>(*this, display_, id);
-    const PixelMap& pixels = element->GetFixture().pixelMap;
-    item->SetNaturalSize(QSizeF(pixels.GetWidth(), pixels.GetHeight()));
+    TakeNaturalSize(*item);
     item->SetAutoMark(IsAuto(*element));
     Place(*item);
     itemsById_[id] = item.get();
     addItem(item.release());
+}
+
+void WeftMapEditorScene::TakeNaturalSize(MappingRectangle& item) const
+{
+    const MappedLedItem* element = manager_.GetMappedDeviceModel()->GetItemByUniqueID(item.GetId());
+    if (!element)
+        return;
+    const PixelMap& pixels = element->GetFixture().pixelMap;
+    item.SetNaturalSize(QSizeF(pixels.GetWidth(), pixels.GetHeight()));
 }
 
 void WeftMapEditorScene::Place(MappingRectangle& item) const

@@ -130,6 +130,7 @@ private:
     void MarkAuto(const ElementIds& ids);
     void AddRectangle(std::int64_t id);
     void DeleteObjectItem(std::int64_t id);
+    void TakeNaturalSize(MappingRectangle& item) const;
     /// Shows the element as the document has it.
     void Place(MappingRectangle& item) const;
     void PlaceAll();

@@ -100,6 +100,7 @@ void Inspector::ConnectModel()
     connect(manager, &DeviceManager::elementsChanged, this, &Inspector::UpdateInspectorGeometry);
     connect(manager, &DeviceManager::elementsPatched, this, &Inspector::UpdateInspector);
     connect(manager, &DeviceManager::elementsRenamed, this, &Inspector::UpdateInspector);
+    connect(manager, &DeviceManager::elementsRefitted, this, &Inspector::UpdateInspector);
     connect(manager, &DeviceManager::changeCanvasSize, this, &Inspector::UpdateInspector);
     // Their fixtures may have changed.
     connect(manager->GetMappedDeviceModel(), &MappedDeviceModel::mappingsChanged, this,

@@ -116,6 +116,10 @@ TEST_F(Look, AnElementShowsItsSizeItsNodeAndItsHandles)
     stage.manager.SetObjectSize(index, 30, 16);
     EXPECT_EQ(Some({9, 11}), (Rows{"..    |||||||||||||||||||||||||||||||             ..",
                                    "..    GbbbbbbbbbbbbbbbbbbbbbbbbbbbbbG             .."}));
+    EXPECT_TRUE(stage.manager.ChangeFixture(
+        bar, {L"M", L"Bar", PixelMap(30, 16, PixelMapType::RGB), 0, 144}));
+    EXPECT_EQ(Row(11), "..    GgggggggggggggggggggggggggggggG             ..")
+        << "its natural size";
 }
 
 TEST_F(Look, AGroupHasAFrameThatItsHandleTurns)
