@@ -3,6 +3,7 @@
 // with files that are no libraries.
 #include "Model/DeviceListProxy.h"
 #include "Model/DeviceManager.h"
+#include "Model/FixtureNames.h"
 #include "Model/MappedDeviceModel.h"
 #include "Support/LogCapture.h"
 #include "Support/TemporaryFolder.h"
@@ -348,6 +349,41 @@ TEST_F(LibraryTest, AChangedFixtureTakesItsElementsAlongAndComesBackToTheByte)
     EXPECT_EQ(elements(), "Other B 1x1 #3/1 Other B 1x1 #3/1");
     EXPECT_EQ(Rows(), "Elation|A 1x1 #1|Other|B 1x1 #3");
     EXPECT_EQ(refitted, (ElementIds{1, 2}));
+}
+
+TEST_F(LibraryTest, NamesComeBackFromTheFileOrAreNoNames)
+{
+    const std::wstring longest = std::wstring(499, L'x') + L'\u821E';
+    for (const std::wstring& name :
+         {longest, std::wstring(L"  at both ends \t"), std::wstring(L"\"two\" 'one' <&>&amp;"),
+          std::wstring(L"line\nbreak\r"), std::wstring(L"\U0001F4A1 B\u00FChne"),
+          std::wstring(L"a \x01 b"), std::wstring(L"&#x4; & &#xZ &#65;")})
+    {
+        EXPECT_TRUE(manager.AddFixture({name, name, PixelMap(1, 1, PixelMapType::L), 0, 1}));
+        EXPECT_FALSE(manager.AddFixture({L"M", name, PixelMap(2, 1, PixelMapType::L), 0, 1}));
+        EXPECT_TRUE(manager.SaveLibrary() && manager.LoadLibrary(Path()));
+        const DeviceLedItem* fixture = library.GetLEDFixtureByProduct(NameInFile(name));
+        ASSERT_TRUE(fixture && library.WasReadWhole())
+            << QString::fromStdWString(name).toStdString();
+        EXPECT_EQ(fixture->manufacturer, NameInFile(name));
+        EXPECT_EQ(NameInFile(name) == name, name.find(L"&#x4;") == std::wstring::npos);
+    }
+    Merge(Library(Fixture("M", "A") + Fixture("M", "B")));
+    using Faults = std::vector<std::tuple<std::wstring, std::wstring, std::wstring, NameFault>>;
+    const Faults cases = {{L"", L"M", L"C", NameFault::None},
+                          {L"A", L"Other", L"A", NameFault::None},
+                          {L"", L"M", L"a", NameFault::None},
+                          {L"", L"M", L"A ", NameFault::None},
+                          {L"", L"Other", L"A", NameFault::ProductTaken},
+                          {L"A", L"M", L"B", NameFault::ProductTaken},
+                          {L"A", L"", L"A", NameFault::NoManufacturer},
+                          {L"A", L" \t\n", L"C", NameFault::NoManufacturer},
+                          {L"A", L"M", L"", NameFault::NoProduct},
+                          {L"A", L"M", L" \u00A0", NameFault::NoProduct}};
+    for (const auto& [present, manufacturer, product, fault] : cases)
+        EXPECT_EQ(FindNameFault(library, present, manufacturer, product), fault)
+            << QString::fromStdWString(present + L'|' + manufacturer + L'|' + product)
+                   .toStdString();
 }
 
 TEST_F(LibraryTest, AFilterShowsTheFixturesThatHaveAllOfItsWords)
