@@ -271,18 +271,13 @@ TEST_F(LibraryWalk, EveryNumberLeadsToTheFixtureThatItMeans)
     EXPECT_EQ(library.GetFixtures().size(), int(known.size()));
 }
 
-TEST_F(LibraryTest, AChangedFixtureTakesItsElementsAlongAndComesBackToTheByte)
+TEST_F(LibraryTest, AChangedFixtureTakesItsElementsAlong)
 {
     ASSERT_TRUE(
         Load(Library(Fixture("Elation", "A") + Fixture("Other", "B") + Fixture("Elation", "C"))));
-    ASSERT_TRUE(manager.SaveLibrary());
-    const std::string file = File();
-    const std::string rows = "Elation|A 1x1 #1|C 1x1 #3|Other|B 1x1 #2";
-    for (const std::int64_t fixtureID : {3, 2}) {
-        MappedObjectParams placed;
-        placed.fixtureID = fixtureID;
+    MappedObjectParams placed;
+    for (placed.fixtureID = 3; placed.fixtureID > 1; --placed.fixtureID)
         manager.AddMappedObject(placed);
-    }
     ElementIds refitted;
     QObject::connect(&manager, &DeviceManager::elementsRefitted,
                      [&](const ElementIds& ids) { refitted = ids; });
@@ -296,94 +291,65 @@ TEST_F(LibraryTest, AChangedFixtureTakesItsElementsAlongAndComesBackToTheByte)
         }
         return texts.join(QLatin1Char(' ')).toStdString();
     };
-    struct Case
-    {
-        std::int64_t number;
-        const wchar_t* manufacturer;
-        const wchar_t* product;
-        std::string rows;
-        std::string elements;
-        ElementIds refitted;
-    };
-    const std::string atFirst = "Elation C 1x1 #3/1 Other B 1x1 #2/1";
-    const std::vector<Case> cases = {
-        {9, L"M", L"Nobody", rows, atFirst, {}},
-        {1, L"ELATION", L"A", "ELATION|A 2x1 #1|C 1x1 #3|Other|B 1x1 #2", atFirst, {}},
-        {2,
-         L"elation",
-         L"b",
-         "Elation|A 1x1 #1|C 1x1 #3|b 2x1 #2",
-         "Elation C 1x1 #3/1 elation b 2x1 #2/7",
-         {2}},
-        {3,
-         L"New",
-         L"D",
-         "Elation|A 1x1 #1|Other|B 1x1 #2|New|D 2x1 #3",
-         "New D 2x1 #3/7 Other B 1x1 #2/1",
-         {1}},
-    };
-    for (const Case& changed : cases) {
+    // One after the other.
+    const std::vector<
+        std::tuple<int, const wchar_t*, const wchar_t*, std::string, std::string, ElementIds>>
+        cases = {{9,
+                  L"M",
+                  L"A",
+                  "Elation|A 1x1 #1|C 1x1 #3|Other|B 1x1 #2",
+                  "Elation C 1x1 #3/1 Other B 1x1 #2/1",
+                  {}},
+                 {1,
+                  L"ELATION",
+                  L"A",
+                  "ELATION|A 2x1 #1|C 1x1 #3|Other|B 1x1 #2",
+                  "Elation C 1x1 #3/1 Other B 1x1 #2/1",
+                  {}},
+                 {2,
+                  L"elation",
+                  L"b",
+                  "ELATION|A 2x1 #1|C 1x1 #3|b 2x1 #2",
+                  "Elation C 1x1 #3/1 elation b 2x1 #2/7",
+                  {2}},
+                 {3,
+                  L"New",
+                  L"D",
+                  "ELATION|A 2x1 #1|b 2x1 #2|New|D 2x1 #3",
+                  "New D 2x1 #3/7 elation b 2x1 #2/7",
+                  {1}},
+                 // The elements of the fixture that had the product come along too.
+                 {3,
+                  L"New",
+                  L"b",
+                  "ELATION|A 2x1 #1|New|b 2x1 #3",
+                  "New b 2x1 #3/7 New b 2x1 #3/7",
+                  {1, 2}}};
+    for (const auto& [number, manufacturer, product, rows, texts, told] : cases) {
         refitted.clear();
-        const LEDFixture original = *library.GetLEDFixture(std::min<qint64>(changed.number, 3));
-        LEDFixture wanted(changed.manufacturer, changed.product, PixelMap(2, 1, PixelMapType::L), 0,
-                          7);
-        wanted.staticChannels = {{7, 255}};
-        EXPECT_EQ(manager.ChangeFixture(changed.number, wanted), changed.number < 9);
-        EXPECT_EQ(Rows(), changed.rows);
-        EXPECT_EQ(elements(), changed.elements);
-        EXPECT_EQ(refitted, changed.refitted);
-        if (changed.number == 9)
-            continue;
-        const DeviceLedItem* present = library.GetLEDFixture(changed.number);
-        EXPECT_EQ(library.GetLEDFixtureByProduct(changed.product), present);
-        EXPECT_EQ(present->staticChannels, wanted.staticChannels);
-        EXPECT_EQ(library.GetLEDFixtureByProduct(original.product) != nullptr,
-                  original.product == changed.product);
-        EXPECT_TRUE(manager.ChangeFixture(changed.number, original));
-        EXPECT_TRUE(manager.SaveLibrary());
-        EXPECT_EQ(File(), file);
-        EXPECT_EQ(elements(), atFirst);
+        const LEDFixture wanted(manufacturer, product, PixelMap(2, 1, PixelMapType::L), 0, 7);
+        EXPECT_EQ(manager.ChangeFixture(number, wanted), number < 9);
+        EXPECT_EQ(Rows(), rows);
+        EXPECT_EQ(elements(), texts);
+        EXPECT_EQ(refitted, told);
     }
-    // The elements of a fixture that had the product come along too.
-    EXPECT_TRUE(manager.ChangeFixture(3, *library.GetLEDFixture(2)));
-    EXPECT_EQ(elements(), "Other B 1x1 #3/1 Other B 1x1 #3/1");
-    EXPECT_EQ(Rows(), "Elation|A 1x1 #1|Other|B 1x1 #3");
-    EXPECT_EQ(refitted, (ElementIds{1, 2}));
 }
 
-TEST_F(LibraryTest, NamesComeBackFromTheFileOrAreNoNames)
+TEST_F(LibraryTest, NamesComeBackFromTheFile)
 {
-    const std::wstring longest = std::wstring(499, L'x') + L'\u821E';
     for (const std::wstring& name :
-         {longest, std::wstring(L"  at both ends \t"), std::wstring(L"\"two\" 'one' <&>&amp;"),
-          std::wstring(L"line\nbreak\r"), std::wstring(L"\U0001F4A1 B\u00FChne"),
-          std::wstring(L"a \x01 b"), std::wstring(L"&#x4; & &#xZ &#65;")})
+         {std::wstring(499, L'x') + L'\u821E', std::wstring(L"  at both ends \t"),
+          std::wstring(L"\"two\" 'one' <&>&amp;"), std::wstring(L"line\nbreak\r"),
+          std::wstring(L"\U0001F4A1 B\u00FChne"), std::wstring(L"a \x01 b"),
+          std::wstring(L"&#x4; & &#xZ &#65;")})
     {
         EXPECT_TRUE(manager.AddFixture({name, name, PixelMap(1, 1, PixelMapType::L), 0, 1}));
-        EXPECT_FALSE(manager.AddFixture({L"M", name, PixelMap(2, 1, PixelMapType::L), 0, 1}));
         EXPECT_TRUE(manager.SaveLibrary() && manager.LoadLibrary(Path()));
         const DeviceLedItem* fixture = library.GetLEDFixtureByProduct(NameInFile(name));
-        ASSERT_TRUE(fixture && library.WasReadWhole())
-            << QString::fromStdWString(name).toStdString();
+        ASSERT_TRUE(fixture && library.WasReadWhole());
         EXPECT_EQ(fixture->manufacturer, NameInFile(name));
         EXPECT_EQ(NameInFile(name) == name, name.find(L"&#x4;") == std::wstring::npos);
     }
-    Merge(Library(Fixture("M", "A") + Fixture("M", "B")));
-    using Faults = std::vector<std::tuple<std::wstring, std::wstring, std::wstring, NameFault>>;
-    const Faults cases = {{L"", L"M", L"C", NameFault::None},
-                          {L"A", L"Other", L"A", NameFault::None},
-                          {L"", L"M", L"a", NameFault::None},
-                          {L"", L"M", L"A ", NameFault::None},
-                          {L"", L"Other", L"A", NameFault::ProductTaken},
-                          {L"A", L"M", L"B", NameFault::ProductTaken},
-                          {L"A", L"", L"A", NameFault::NoManufacturer},
-                          {L"A", L" \t\n", L"C", NameFault::NoManufacturer},
-                          {L"A", L"M", L"", NameFault::NoProduct},
-                          {L"A", L"M", L" \u00A0", NameFault::NoProduct}};
-    for (const auto& [present, manufacturer, product, fault] : cases)
-        EXPECT_EQ(FindNameFault(library, present, manufacturer, product), fault)
-            << QString::fromStdWString(present + L'|' + manufacturer + L'|' + product)
-                   .toStdString();
 }
 
 TEST_F(LibraryTest, AFilterShowsTheFixturesThatHaveAllOfItsWords)
@@ -406,7 +372,7 @@ TEST_F(LibraryTest, AFilterShowsTheFixturesThatHaveAllOfItsWords)
         QStringList products;
         for (int row = 0; row < list.rowCount(); ++row) {
             const QModelIndex maker = list.index(row, 0);
-            EXPECT_GT(list.rowCount(maker), 0) << maker.data().toString().toStdString();
+            EXPECT_TRUE(list.hasChildren(maker));
             for (int child = 0; child < list.rowCount(maker); ++child)
                 products << list.index(child, 1, maker).data().toString();
         }

@@ -31,6 +31,8 @@ SeenBox Read(QDialog& dialog)
     return seen;
 }
 
+} // namespace
+
 void Press(QDialog& dialog, const QString& text)
 {
     if (text == QLatin1String("Escape")) {
@@ -46,8 +48,6 @@ void Press(QDialog& dialog, const QString& text)
     ADD_FAILURE() << "no button " << text.toStdString();
     dialog.reject();
 }
-
-} // namespace
 
 Operator::Operator()
 {

@@ -28,7 +28,7 @@ class Operator
 public:
     Operator();
 
-    /// Presses the button with this text in the next box. "Escape" presses the key.
+    /// Presses this button, as Press does, in the next box.
     void WillPress(const QString& button);
     /// Does something else with the next dialog.
     void Will(std::function<void(QDialog&)> act);
@@ -44,6 +44,9 @@ private:
     std::vector<std::function<void(QDialog&)>> acts_;
     QTimer timer_;
 };
+
+/// Presses the button with this text in an open dialog. "Escape" presses the key.
+void Press(QDialog& dialog, const QString& text);
 
 /// Opens the list of a combo box and chooses an entry, as a hand on the keyboard does.
 void Pick(QComboBox& combo, const char* entry);

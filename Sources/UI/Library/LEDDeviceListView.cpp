@@ -34,16 +34,20 @@ void LEDDeviceListView::SetUpColumns()
         hideColumn(column);
 }
 
-std::optional<std::int64_t> LEDDeviceListView::CurrentFixtureID() const
+const DeviceLedItem* LEDDeviceListView::SelectedFixture() const
 {
-    const QModelIndex current = currentIndex();
-    if (!deviceManager_ || !current.isValid() || !current.parent().isValid())
-        return std::nullopt;
-    const QModelIndex row = deviceManager_->GetDeviceListProxy()->mapToSource(current);
-    const QStandardItem* item = deviceManager_->GetDeviceModel()->itemFromIndex(
-        row.sibling(row.row(), DeviceModel::ItemColumn));
-    const auto* fixture = dynamic_cast<const DeviceLedItem*>(item);
-    return fixture ? std::optional(fixture->uniqueID) : std::nullopt;
+    const QModelIndexList rows =
+        selectionModel() ? selectionModel()->selectedRows() : QModelIndexList();
+    return rows.size() == 1 ? FixtureAt(rows.front()) : nullptr;
+}
+
+const DeviceLedItem* LEDDeviceListView::FixtureAt(const QModelIndex& index) const
+{
+    if (!deviceManager_ || !index.isValid() || !index.parent().isValid())
+        return nullptr;
+    const QModelIndex row = deviceManager_->GetDeviceListProxy()->mapToSource(index);
+    return dynamic_cast<const DeviceLedItem*>(deviceManager_->GetDeviceModel()->itemFromIndex(
+        row.siblingAtColumn(DeviceModel::ItemColumn)));
 }
 
 std::unique_ptr<QMimeData> LEDDeviceListView::DragData() const
@@ -60,7 +64,8 @@ void LEDDeviceListView::mousePressEvent(QMouseEvent* event)
 {
     QTreeView::mousePressEvent(event);
     pressPosition_ = event->pos();
-    pressedFixture_ = indexAt(event->pos()).isValid() ? CurrentFixtureID() : std::nullopt;
+    const DeviceLedItem* fixture = FixtureAt(indexAt(event->pos()));
+    pressedFixture_ = fixture ? std::optional(fixture->uniqueID) : std::nullopt;
 }
 
 void LEDDeviceListView::mouseMoveEvent(QMouseEvent* event)

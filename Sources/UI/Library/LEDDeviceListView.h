@@ -9,6 +9,7 @@
 #include <QPoint>
 #include <QTreeView>
 
+class DeviceLedItem;
 class DeviceManager;
 
 /// The list of the fixture library, from which fixtures are dragged to the canvas.
@@ -25,8 +26,11 @@ public:
     /// The model forgets its columns with every reload.
     void SetUpColumns();
 
-    /// The fixture of the current row; none on a manufacturer.
-    [[nodiscard]] std::optional<std::int64_t> CurrentFixtureID() const;
+    /// Null for an index that is no fixture's.
+    [[nodiscard]] const DeviceLedItem* FixtureAt(const QModelIndex& index) const;
+    /// The fixture of the only selected row; null for several rows, for none and for a
+    /// manufacturer.
+    [[nodiscard]] const DeviceLedItem* SelectedFixture() const;
     /// What a drag from the row that was pressed last carries, null when it can't be dragged.
     [[nodiscard]] std::unique_ptr<QMimeData> DragData() const;
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Library/LibraryPanel.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QPushButton>
 #include <QUndoStack>
 #include <QVBoxLayout>
@@ -14,22 +14,19 @@
 #include "Model/DeviceManager.h"
 #include "Model/DeviceModel.h"
 #include "Model/MappedDeviceModel.h"
-#include "Settings/FixtureLibraryPath.h"
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Library/FixtureConflictBox.h"
 #include "UI/Library/LEDDeviceListView.h"
-#include "UI/Widgets/ListLook.h"
+#include "UI/Library/LibraryList.h"
 
 LibraryPanel::LibraryPanel(const Parts& parts)
     : parts_(parts)
     , actions_(parts.window)
     , contents_(new QWidget)
-    , view_(new LEDDeviceListView)
+    , list_(new LibraryList(parts.manager))
+    , editing_({parts.manager, parts.undoStack, parts.boxes, *list_, parts.window})
 {
     BuildContents();
-    view_->setModel(parts_.manager.GetDeviceListProxy());
-    view_->SetDeviceManager(&parts_.manager);
-    view_->sortByColumn(DeviceModel::ProductColumn, Qt::AscendingOrder);
     actions_.Add({.objectName = "actionImport_fixtures",
                   .text = QT_TRANSLATE_NOOP("WEFTMain", "Import Fixtures...")},
                  this, &LibraryPanel::ActionImportFixtures);
@@ -40,7 +37,7 @@ LibraryPanel::LibraryPanel(const Parts& parts)
 LibraryPanel::~LibraryPanel()
 {
     DeviceModel::defaultConflictCallback = {};
-    view_->setModel(nullptr);
+    list_->Release();
 }
 
 // ---- Building ----------------------------------------------------------------------------------
@@ -50,47 +47,46 @@ void LibraryPanel::BuildContents()
     auto* column = new QVBoxLayout(contents_);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(4);
-    SetUpList(*view_, QStringLiteral("treeView"),
-              WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Fixture Library")));
-    column->addWidget(view_);
+    column->addWidget(list_);
     auto* row = new QHBoxLayout;
     AddButton(QStringLiteral("buttonCustomFixture"),
-              WindowText(QT_TRANSLATE_NOOP("WEFTMain", "New...")), *row);
-    AddButton(QStringLiteral("buttonEditFixture"),
-              WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Edit...")), *row);
+              WindowText(QT_TRANSLATE_NOOP("WEFTMain", "New...")), *row,
+              &LibraryPanel::ActionOpenCustomFixtureDialog);
+    editButton_ = AddButton(QStringLiteral("buttonEditFixture"),
+                            WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Edit...")), *row,
+                            &LibraryPanel::ActionEditCustomFixtureDialog);
     deleteButton_ = AddButton(QStringLiteral("buttonDeleteFixture"),
-                              WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Delete")), *row);
-    connect(deleteButton_, &QPushButton::clicked, this,
-            &LibraryPanel::ActionConfirmDeleteFixtureDialog);
+                              WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Delete")), *row,
+                              &LibraryPanel::ActionConfirmDeleteFixtureDialog);
     column->addLayout(row);
+    UpdateButtonStatesFromDeviceListSelection();
 }
 
-/// A button that has nothing to act on yet.
-QPushButton* LibraryPanel::AddButton(const QString& objectName, const QString& text, QLayout& row)
+QPushButton* LibraryPanel::AddButton(const QString& objectName, const QString& text, QLayout& row,
+                                     void (LibraryPanel::*slot)())
 {
     auto* button = new QPushButton(text);
     button->setObjectName(objectName);
-    button->setEnabled(false);
+    connect(button, &QPushButton::clicked, this, slot);
     row.addWidget(button);
     return button;
 }
 
 void LibraryPanel::WatchLibrary()
 {
-    connect(view_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+    connect(list_->View().selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &LibraryPanel::UpdateButtonStatesFromDeviceListSelection);
     connect(parts_.manager.GetDeviceListProxy(), &QAbstractItemModel::modelReset, this,
             &LibraryPanel::UpdateButtonStatesFromDeviceListSelection);
-    // An empty list gets all its columns with its first row. Queued: the header must be done first.
-    connect(view_->header(), &QHeaderView::sectionCountChanged, this, &LibraryPanel::SetUpColumns,
-            Qt::QueuedConnection);
     // Queued: the library is also saved at the start, before the frames run, and nobody may be
     // there to close the box.
     const auto notify = [this](auto signal, const QString& title, const QString& text) {
         connect(
             &parts_.manager, signal, this,
             [this, title, text](const QString& path) {
-                parts_.boxes.Notify(&parts_.window, title, text.arg(path));
+                // An open editor would hide the box, and the box would wait for it.
+                QWidget* dialog = QApplication::activeModalWidget();
+                parts_.boxes.Notify(dialog ? dialog : &parts_.window, title, text.arg(path));
             },
             Qt::QueuedConnection);
     };
@@ -120,74 +116,72 @@ void LibraryPanel::UpdateFromProgram()
 
 // ---- The list ----------------------------------------------------------------------------------
 
-void LibraryPanel::SetUpColumns()
+void LibraryPanel::FollowLibrary()
 {
-    view_->SetUpColumns();
-}
-
-/// After a fixture went or was replaced. A library that could not be saved stays as it is in
-/// memory.
-void LibraryPanel::FollowChange(bool saved)
-{
-    if (saved)
-        Reload();
-    parts_.undoStack.clear();
-}
-
-/// Loads the list from the user's file and sorts it as it was.
-void LibraryPanel::Reload()
-{
-    const QString path = GetFixtureLibraryPath();
-    if (path.isEmpty()) {
-        ZEN_LOG_INFO("The Fixture Library file could not be found.");
-        return;
-    }
-    parts_.manager.LoadLibrary(path);
-    SetUpColumns();
-    const int column = view_->header()->sortIndicatorSection();
-    const Qt::SortOrder order = view_->header()->sortIndicatorOrder();
-    view_->sortByColumn(DeviceModel::ManufacturerColumn, order);
-    if (column != DeviceModel::ManufacturerColumn)
-        view_->sortByColumn(DeviceModel::ProductColumn, order);
+    list_->FollowLibrary();
 }
 
 void LibraryPanel::SortByProduct()
 {
-    view_->sortByColumn(DeviceModel::ManufacturerColumn, Qt::AscendingOrder);
-    view_->sortByColumn(DeviceModel::ProductColumn, Qt::AscendingOrder);
+    list_->SortByProduct();
 }
 
 void LibraryPanel::UpdateButtonStatesFromDeviceListSelection()
 {
-    const QModelIndexList rows = view_->selectionModel()->selectedRows();
-    deleteButton_->setEnabled(rows.size() == 1 && rows.first().parent().isValid());
+    const bool isFixture = list_->View().SelectedFixture() != nullptr;
+    editButton_->setEnabled(isFixture);
+    deleteButton_->setEnabled(isFixture);
 }
 
 // ---- What the operator does --------------------------------------------------------------------
 
+void LibraryPanel::ActionOpenCustomFixtureDialog()
+{
+    editing_.MakeFixture();
+}
+
+void LibraryPanel::ActionEditCustomFixtureDialog()
+{
+    editing_.EditSelected();
+}
+
+/// Tells the operator when the document uses the fixture.
+bool LibraryPanel::MayDelete(const DeviceLedItem& fixture)
+{
+    if (!parts_.manager.GetMappedDeviceModel()->IsFixtureUsed(fixture.uniqueID))
+        return true;
+    parts_.boxes.Notify(&parts_.window, tr("Delete Used Fixture"),
+                        tr("This fixture is used in your current mapping file.\n\nIt cannot be "
+                           "deleted until you remove it from your mapping."));
+    return false;
+}
+
 void LibraryPanel::ActionConfirmDeleteFixtureDialog()
 {
-    const auto fixtureID = view_->CurrentFixtureID();
-    const DeviceLedItem* fixture =
-        fixtureID ? parts_.manager.GetDeviceModel()->GetLEDFixture(*fixtureID) : nullptr;
-    if (!fixture)
+    LEDDeviceListView& view = list_->View();
+    const DeviceLedItem* fixture = view.SelectedFixture();
+    if (!fixture || !MayDelete(*fixture))
         return;
-    if (parts_.manager.GetMappedDeviceModel()->IsFixtureUsed(*fixtureID)) {
-        parts_.boxes.Notify(&parts_.window, tr("Delete Used Fixture"),
-                            tr("This fixture is used in your current mapping file.\n\nIt cannot be "
-                               "deleted until you remove it from your mapping."));
-        return;
-    }
+    const std::wstring product = fixture->product;
+    QPersistentModelIndex row = view.selectionModel()->selectedRows().front();
     const QString text = tr("Are you sure you want to delete this fixture from the library?") +
                          tr("\n\nManufacturer: ") + QString::fromStdWString(fixture->manufacturer) +
-                         tr("\nProduct: ") + QString::fromStdWString(fixture->product);
+                         tr("\nProduct: ") + QString::fromStdWString(product);
     if (!parts_.boxes.Ask(&parts_.window, QString(), text, QMessageBox::Yes))
         return;
-    parts_.manager.RemoveFixture(view_->currentIndex());
-    view_->clearSelection();
-    view_->update();
+    // Behind the question the library may have been loaded again, without the fixture even, or a
+    // document that uses it.
+    if (!row.isValid())
+        row = list_->RowOf(product);
+    fixture = view.FixtureAt(row);
+    if (!fixture || !MayDelete(*fixture))
+        return;
+    parts_.manager.RemoveFixture(row);
+    view.clearSelection();
+    view.update();
     ZEN_LOG_INFO("Writing to WFL file...");
-    FollowChange(parts_.manager.SaveLibrary());
+    list_->FollowChange(parts_.manager.SaveLibrary());
+    parts_.undoStack.clear();
     parts_.manager.SetDocumentDirty(true);
 }
 
@@ -200,7 +194,8 @@ void LibraryPanel::ActionImportFixtures()
         return;
     const bool saved = parts_.manager.MergeLibrary(file, true, {});
     const bool whole = parts_.manager.GetDeviceModel()->WasReadWhole();
-    FollowChange(saved);
+    list_->FollowChange(saved);
+    parts_.undoStack.clear();
     if (!whole)
         parts_.boxes.Notify(&parts_.window, tr("Import Fixtures"),
                             tr("%1 could not be read whole. The fixtures that could be read are in "

@@ -3,19 +3,21 @@
 
 #include <QObject>
 
+#include "UI/Library/FixtureEditing.h"
 #include "UI/Widgets/ActionSet.h"
 
+class DeviceLedItem;
 class DeviceManager;
-class LEDDeviceListView;
+class LibraryList;
 class OperatorBoxes;
 class QLayout;
 class QPushButton;
 class QUndoStack;
 
-/// The operator's side of the fixture library, the dock "Fixture Library": the list, what may be
-/// deleted, import and the way back to the fixtures of the program. Every change is in the
-/// library's file at once. While the panel lives, it asks about fixtures that come with a document
-/// and differ.
+/// The operator's side of the fixture library, the dock "Fixture Library": the list, new and
+/// changed fixtures, what may be deleted, import and the way back to the fixtures of the program.
+/// Every change is in the library's file at once. While the panel lives, it asks about fixtures
+/// that come with a document and differ.
 class LibraryPanel : public QObject
 {
     Q_OBJECT
@@ -26,7 +28,7 @@ public:
         DeviceManager& manager;
         QUndoStack& undoStack; ///< forgets its steps when a fixture goes or is replaced
         OperatorBoxes& boxes;
-        QWidget& window; ///< owns the action, and is the parent of the boxes
+        QWidget& window; ///< owns the action, and is the parent of boxes and dialogs
     };
     /// All parts outlive the panel.
     explicit LibraryPanel(const Parts& parts);
@@ -41,10 +43,12 @@ public:
     void UpdateFromProgram();
     /// By manufacturer and, within one, by product.
     void SortByProduct();
-    /// The model forgets its columns when it is loaded again.
-    void SetUpColumns();
+    /// The library was loaded again: the list comes back as it was.
+    void FollowLibrary();
 
 public slots:
+    void ActionOpenCustomFixtureDialog();
+    void ActionEditCustomFixtureDialog();
     void ActionConfirmDeleteFixtureDialog();
     void ActionImportFixtures();
     /// Puts the program's fixtures in place of the user's. The caller begins a new document.
@@ -52,16 +56,18 @@ public slots:
 
 private:
     void BuildContents();
-    QPushButton* AddButton(const QString& objectName, const QString& text, QLayout& row);
+    QPushButton* AddButton(const QString& objectName, const QString& text, QLayout& row,
+                           void (LibraryPanel::*slot)());
     void WatchLibrary();
     void AskAboutFixturesOfDocuments();
     void UpdateButtonStatesFromDeviceListSelection();
-    void FollowChange(bool saved);
-    void Reload();
+    bool MayDelete(const DeviceLedItem& fixture);
 
     Parts parts_;
     ActionSet actions_;
     QWidget* contents_;
-    LEDDeviceListView* view_;
+    LibraryList* list_;
+    FixtureEditing editing_;
+    QPushButton* editButton_ = nullptr;
     QPushButton* deleteButton_ = nullptr;
 };

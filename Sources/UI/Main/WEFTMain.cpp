@@ -267,7 +267,7 @@ void WEFTMain::WireDocument()
             &ArtNetTrigger::reloadMappingFile);
     connect(document, &DocumentLife::loaded, libraryPanel_.get(), &LibraryPanel::SortByProduct);
     for (const auto replaced : {&DocumentLife::cleared, &DocumentLife::loaded}) {
-        connect(document, replaced, libraryPanel_.get(), &LibraryPanel::SetUpColumns);
+        connect(document, replaced, libraryPanel_.get(), &LibraryPanel::FollowLibrary);
         connect(document, replaced, elementList_.get(), &ElementList::SetUpColumns);
     }
     connect(document, &DocumentLife::canvasSizeChanged, form_->mappingEditorView,

@@ -45,6 +45,7 @@ protected:
         panel->SortByProduct();
         list->expandAll();
         window.show();
+        QApplication::setActiveWindow(&window);
         steps.push(new QUndoCommand);
     }
     ~Library() override
@@ -69,6 +70,22 @@ protected:
         QTest::mouseClick(erase, Qt::LeftButton);
         QCoreApplication::processEvents(); // what the library reports comes behind it
     }
+    [[nodiscard]] std::string File() const
+    {
+        return Support::ReadBytes(GetFixtureLibraryPath().toStdString());
+    }
+    /// The manufacturers with their fixtures, as they show; the selected ones in brackets.
+    [[nodiscard]] std::string Shown() const
+    {
+        QStringList rows;
+        for (QModelIndex row = list->model()->index(0, 0); row.isValid();
+             row = list->indexBelow(row)) {
+            const QString text = row.data().toString() + row.siblingAtColumn(1).data().toString();
+            const bool selected = list->selectionModel()->isSelected(row);
+            rows << (selected ? "[%1]"_q : "%1"_q).arg(text);
+        }
+        return rows.join(QLatin1Char('|')).toStdString();
+    }
     void Import(const char* file, const char* answer)
     {
         person.WillChoose(QString::fromStdString((home.Path() / file).string()));
@@ -85,6 +102,97 @@ protected:
     std::unique_ptr<LibraryPanel> panel;
     LEDDeviceListView* list = nullptr;
     QPushButton* erase = nullptr;
+};
+
+/// The panel on a library that was written by hand, with an element of "Bar".
+class FixtureEditor : public Library
+{
+protected:
+    FixtureEditor() { Begin(); }
+
+    void Begin()
+    {
+        manager->ClearAll();
+        Load(ByHand);
+        MappedObjectParams bar;
+        bar.fixtureID = manager->GetLEDFixtureByProduct(L"Bar")->uniqueID;
+        manager->AddMappedObject(bar);
+        list->expandAll();
+        manager->SetDocumentDirty(false);
+    }
+    /// Another program has written the file, and it is loaded again.
+    void Load(const std::string& text)
+    {
+        QFile file(GetFixtureLibraryPath());
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text.data(), static_cast<qint64>(text.size()));
+        file.close();
+        manager->LoadLibrary(GetFixtureLibraryPath());
+        panel->FollowLibrary();
+    }
+    void Press(const char* button) const
+    {
+        QTest::mouseClick(window.findChild<QPushButton*>(QLatin1String(button)), Qt::LeftButton);
+        QCoreApplication::processEvents();
+    }
+    /// Types names into the editor and presses a button.
+    void WillEnter(const QString& manufacturer, const QString& product, const char* button)
+    {
+        person.Will([=](QDialog& editor) {
+            editor.findChild<QComboBox*>("comboManufacturer"_q)->setEditText(manufacturer);
+            editor.findChild<QLineEdit*>("editProductName"_q)->setText(product);
+            Support::Press(editor, QLatin1String(button));
+        });
+    }
+    void Edit()
+    {
+        list->setCurrentIndex(RowsOf("Bar").front());
+        Press("buttonEditFixture");
+        list->expandAll();
+    }
+    /// The fixtures with stored count, highest channel and a "c" for constants, as the library and
+    /// its file have them.
+    [[nodiscard]] std::string Fixtures() const
+    {
+        DeviceModel saved;
+        saved.Merge(GetFixtureLibraryPath().toStdWString(), true);
+        const auto names = [](const DeviceModel& library) {
+            QStringList all;
+            for (const DeviceLedItem* fixture : library.GetFixtures())
+                all << "%1 %2 %3/%4"_q
+                               .arg(QString::fromStdWString(fixture->manufacturer),
+                                    QString::fromStdWString(fixture->product))
+                               .arg(fixture->GetStoredChannelCount())
+                               .arg(fixture->pixelMap.GetHighestChannel()) +
+                           (fixture->staticChannels.HasValueInRange(1, 512) ? "c"_q : ""_q);
+            return all.join(QLatin1Char('|')).toStdString();
+        };
+        EXPECT_EQ(names(*manager->GetDeviceModel()), names(saved));
+        return names(saved);
+    }
+    /// The product that the element knows, and whether the library has it so.
+    [[nodiscard]] std::string Element() const
+    {
+        const MappedLedItem* element = manager->GetMappedItemByRow(0);
+        if (!element)
+            return "none";
+        const DeviceLedItem& own = element->GetFixture();
+        const auto* fixture = manager->GetDeviceModel()->GetFixtures().value(own.uniqueID);
+        EXPECT_TRUE(!fixture || (*fixture == own && fixture->manufacturer == own.manufacturer &&
+                                 fixture->staticChannels == own.staticChannels));
+        return QString::fromStdWString(own.product).toStdString() + (fixture ? "" : " of none");
+    }
+
+    // A save of ours leaves out the comment and the intensity, and writes two bytes a character.
+    const std::string Head = "<LEDFixtureLibrary version=\"7\"><!-- by hand -->";
+    const std::string Tile = R"(<LEDFixture manufacturer="Robe" product="Tile" channel_count="3">
+<PixelMapping width="1" height="1" type="RGB">1</PixelMapping></LEDFixture></LEDFixtureLibrary>)";
+    const std::string ByHand = Head +
+                               R"(<LEDFixture manufacturer="Elation" product="Bar"
+intensity_channel="9"><PixelMapping width="2" height="1" type="L">1 2</PixelMapping>
+<StaticChannel channel="4" value="200"/></LEDFixture>)" +
+                               Tile;
+    const std::string before = "Elation Bar -1/2c|Robe Tile 3/3";
 };
 
 } // namespace
@@ -124,20 +232,6 @@ TEST_F(Library, OneFixtureThatIsNotInUseIsDeletedWithAQuestion)
     panel->RemoveLocalFixtures();
     manager->LoadLibrary(GetFixtureLibraryPath());
     EXPECT_EQ(RowsOf(Arc).size(), 1) << "the program's fixtures in place of the user's";
-}
-
-TEST_F(Library, AfterASaveThatFailsNothingIsSelectedForTheNextDelete)
-{
-    ASSERT_TRUE(QFile::remove(GetFixtureLibraryPath()));
-    ASSERT_TRUE(QDir().mkdir(manager->GetLibraryPath()));
-    person.WillPress("Yes"_q);
-    person.WillPress("OK"_q);
-    Delete(Arc);
-    EXPECT_EQ(person.seen.back().title, "Fixture Library Not Saved"_q);
-    EXPECT_TRUE(person.seen.back().text.contains(manager->GetLibraryPath()));
-    EXPECT_TRUE(RowsOf(Arc).isEmpty());
-    EXPECT_EQ(RowsOf("ArcLine 24").size(), 1) << "the others are still there";
-    EXPECT_FALSE(erase->isEnabled());
 }
 
 TEST_F(Library, ImportedFixturesTakeTheirPlacesInTheList)
@@ -205,4 +299,234 @@ TEST_F(Library, AFixtureThatDiffersIsAskedAbout)
         EXPECT_EQ(AskAboutLibraryUpdate(boxes), expected++) << answer;
         EXPECT_EQ(person.seen.back().byDefault, "Overwrite"_q);
     }
+}
+
+TEST_F(Library, TheListIsNarrowedByWordsAndComesBackAsItWas)
+{
+    auto& filter = *window.findChild<QLineEdit*>("editLibraryFilter"_q);
+    const auto& hits = *window.findChild<QLabel*>("labelLibraryHits"_q);
+    list->collapseAll();
+    list->expand(list->model()->index(3, 0));
+    const std::string before = Shown();
+    EXPECT_FALSE(hits.isVisible());
+    QTest::keyClicks(&filter, "zentri tile 13"_q);
+    EXPECT_EQ(Shown(), "Zentri|Brindle Tile 13x13 RGB");
+    EXPECT_EQ(hits.text(), "1 of 170"_q);
+    QTest::keyClick(&filter, Qt::Key_Return);
+    EXPECT_TRUE(list->hasFocus());
+    EXPECT_EQ(Shown(), "Zentri|[Brindle Tile 13x13 RGB]");
+    // The filter stays through a reload, as does the selection.
+    manager->ClearAll();
+    panel->FollowLibrary();
+    manager->LoadLibrary(GetFixtureLibraryPath());
+    panel->FollowLibrary();
+    EXPECT_EQ(Shown(), "Zentri|[Brindle Tile 13x13 RGB]");
+    filter.setFocus();
+    QTest::keyClick(&filter, Qt::Key_Escape);
+    EXPECT_TRUE(filter.text().isEmpty() && filter.hasFocus() && !hits.isVisible());
+    const std::string after = Shown();
+    EXPECT_EQ(after.substr(0, after.find("|Zentri")), before.substr(0, before.find("|Zentri")));
+    EXPECT_TRUE(list->visualRect(list->currentIndex()).intersects(list->viewport()->rect()));
+    EXPECT_NE(after.find("[Brindle Tile 13x13 RGB]"), std::string::npos);
+    QTest::keyClicks(&filter, "nothing like it"_q);
+    QTest::keyClick(&filter, Qt::Key_Down);
+    EXPECT_EQ(Shown() + hits.text().toStdString(), "No fixture found");
+    EXPECT_TRUE(filter.hasFocus());
+    EXPECT_FALSE(erase->isEnabled());
+}
+
+TEST_F(Library, AReloadLeavesTheListWhereItWas)
+{
+    list->sortByColumn(DeviceModel::SizeColumn, Qt::DescendingOrder);
+    list->collapse(list->model()->index(2, 0));
+    list->scrollTo(RowsOf("InLED AT10").front());
+    const int place = list->verticalScrollBar()->value();
+    ASSERT_GT(place, 3);
+    std::string before = Shown();
+    before.erase(before.find("InLED AT10|"), 11);
+    person.WillPress("Yes"_q);
+    Delete("InLED AT10");
+    EXPECT_EQ(Shown(), before) << "and nothing is selected";
+    EXPECT_EQ(list->verticalScrollBar()->value(), place);
+}
+
+TEST_F(FixtureEditor, WhatIsAppliedStaysOrComesBackToTheByte)
+{
+    struct Case
+    {
+        std::vector<std::array<const char*, 3>> entered; ///< manufacturer, product, button
+        std::string fixtures;
+        std::string shown;
+        std::string element;
+    };
+    const std::string rows = "Elation|[Bar]|Robe|Tile";
+    const std::vector<Case> cases = {
+        {{{"M", "X", "Cancel"}}, before, rows, "Bar"},
+        {{{"Elation", "Bar", "Apply"}, {"M", "X", "Cancel"}}, before, rows, "Bar"},
+        {{{"Robe", "Rod", "Apply"}, {"A", "Bar", "Apply"}, {"", "", "Escape"}},
+         before,
+         rows,
+         "Bar"},
+        {{{"Robe", "Rod", "Apply"}, {"robe", "Zip", "OK"}},
+         "robe Zip 4/2c|Robe Tile 3/3",
+         "robe|Tile|[Zip]",
+         "Zip"},
+        {{{"Elation", "Bar", "OK"}}, "Elation Bar 4/2c|Robe Tile 3/3", rows, "Bar"},
+    };
+    for (const Case& edited : cases) {
+        Begin();
+        steps.clear();
+        steps.push(new QUndoCommand);
+        person.WillPress("Yes"_q);
+        for (const auto& [manufacturer, product, button] : edited.entered)
+            WillEnter(QLatin1String(manufacturer), QLatin1String(product), button);
+        Edit();
+        const std::string button = edited.entered.back()[2];
+        SCOPED_TRACE(button);
+        EXPECT_EQ(Fixtures(), edited.fixtures);
+        EXPECT_EQ(Shown(), edited.shown);
+        EXPECT_EQ(Element(), edited.element);
+        EXPECT_EQ(File() != ByHand, button == "OK");
+        EXPECT_EQ(steps.canUndo(), button != "OK");
+        EXPECT_EQ(manager->documentDirty, button == "OK");
+    }
+    EXPECT_EQ(person.seen[0].title + person.seen[0].byDefault, "Edit Used FixtureYes"_q);
+    EXPECT_EQ(person.seen[0].text, "This fixture is used in your current mapping file.\n\nEditing "
+                                   "the fixture will affect your current document."_q);
+    person.WillPress("Cancel"_q);
+    Edit();
+    manager->RemoveMappedObjects({1});
+    WillEnter("M"_q, "X"_q, "Cancel"); // without a question
+    Edit();
+}
+
+TEST_F(FixtureEditor, TheEditorOutlivesWhatHappensBehindIt)
+{
+    const auto reload = [this] {
+        Load(File());
+    };
+    const auto lose = [this] {
+        Load(Head + Tile);
+    };
+    const auto begin = [this] {
+        manager->ClearAll();
+        Load(ByHand);
+    };
+    const auto import = [this] {
+        manager->GetDeviceModel()->AddFixture(Fixture(L"Robe", L"Bar"));
+    };
+    struct Case
+    {
+        const char* applied; ///< the product, null: Apply is not pressed
+        std::function<void()> behind;
+        const char* button;
+        std::string fixtures;
+        std::string element;
+    };
+    const std::string renamed = "Elation Rod 4/2c|Robe Tile 3/3";
+    const std::string anew = "Robe Tile 3/3|Elation Rod 4/2c";
+    const std::vector<Case> cases = {
+        {nullptr, reload, "OK", renamed, "Rod"},
+        {nullptr, reload, "Cancel", before, "Bar"},
+        {"Zip", reload, "OK", renamed, "Rod"},
+        {"Zip", reload, "Cancel", before, "Bar"},
+        {nullptr, lose, "OK", anew, "Rod"},
+        {nullptr, lose, "Cancel", "Robe Tile 3/3", "Bar of none"},
+        {"Zip", lose, "OK", anew, "Rod"},
+        {"Zip", lose, "Cancel", "Robe Tile 3/3", "Zip of none"},
+        {nullptr, begin, "OK", renamed, "none"},
+        {"Zip", begin, "Cancel", before, "none"},
+        {"Zip", import, "Cancel", before, "Bar"},
+    };
+    for (const Case& edited : cases) {
+        SCOPED_TRACE(&edited - cases.data());
+        Begin();
+        person.WillPress("Yes"_q);
+        if (edited.applied)
+            WillEnter("Elation"_q, QLatin1String(edited.applied), "Apply");
+        person.Will([&](QDialog&) { edited.behind(); });
+        WillEnter("Elation"_q, "Rod"_q, edited.button);
+        Edit();
+        EXPECT_EQ(Fixtures(), edited.fixtures);
+        EXPECT_EQ(Element(), edited.element);
+    }
+    // Behind a question, too.
+    Begin();
+    for (const char* button : {"buttonEditFixture", "buttonDeleteFixture"}) {
+        list->setCurrentIndex(RowsOf("Tile").front());
+        person.Will([&](QDialog& box) {
+            manager->LoadLibrary(GetFixtureLibraryPath());
+            Support::Press(box, box.windowTitle().isEmpty() ? "Yes"_q : "Cancel"_q);
+        });
+        Press(button);
+    }
+    EXPECT_EQ(Fixtures(), "Elation Bar -1/2c");
+}
+
+TEST_F(FixtureEditor, ASaveThatFailsLosesNothing)
+{
+    ASSERT_TRUE(QFile::remove(manager->GetLibraryPath()));
+    ASSERT_TRUE(QDir().mkdir(manager->GetLibraryPath()));
+    for (const std::string button : {"Cancel", "OK"}) {
+        person.WillPress("Yes"_q);
+        WillEnter("Robe"_q, "Zip"_q, "Apply");
+        person.Will([&](QDialog& box) {
+            EXPECT_EQ(box.windowTitle(), "Fixture Library Not Saved"_q);
+            ASSERT_TRUE(box.parentWidget());
+            EXPECT_EQ(box.parentWidget()->objectName(), "WEFTCustomFixtureDialog"_q);
+            Support::Press(box, "OK"_q);
+        });
+        WillEnter("Anolis"_q, "A Bar"_q, button.c_str());
+        if (button == "OK")
+            person.WillPress("OK"_q);
+        Edit();
+        EXPECT_EQ(Shown(), button == "OK" ? "Anolis|[A Bar]|Robe|Tile" : "Elation|[Bar]|Robe|Tile");
+        EXPECT_EQ(Element(), button == "OK" ? "A Bar" : "Bar");
+    }
+    person.WillPress("Yes"_q);
+    person.WillPress("OK"_q);
+    Delete("Tile");
+    EXPECT_TRUE(person.seen.back().text.contains(manager->GetLibraryPath()));
+    EXPECT_EQ(Shown(), "Anolis|A Bar|Robe");
+    EXPECT_FALSE(erase->isEnabled()) << "nothing is selected for the next one";
+    ASSERT_TRUE(QDir().rmdir(manager->GetLibraryPath()) && manager->SaveLibrary());
+    EXPECT_EQ(Fixtures(), "Anolis A Bar 4/2c");
+}
+
+TEST_F(FixtureEditor, ANewFixtureIsEnteredWhenItsNamesCanBeUsed)
+{
+    auto& filter = *window.findChild<QLineEdit*>("editLibraryFilter"_q);
+    filter.setText("tile"_q);
+    person.WillPress("Escape"_q);
+    Press("buttonCustomFixture");
+    for (const char* button : {"Create", "Cancel"})
+        person.WillPress(QLatin1String(button));
+    Press("buttonCustomFixture");
+    EXPECT_EQ(File(), ByHand);
+    person.WillPress("Create"_q);
+    person.Will([this](QDialog& editor) {
+        EXPECT_EQ(editor.findChild<QComboBox*>()->currentText(), "Manufacturer"_q);
+        EXPECT_EQ(editor.findChild<QLineEdit*>("editProductName"_q)->text(), "Product"_q);
+        for (const auto* button : editor.findChildren<QPushButton*>())
+            EXPECT_FALSE(button->isVisible() && button->text() == "Apply"_q);
+        Load(File()); // The numbers begin again.
+    });
+    const std::vector<std::array<const char*, 3>> refused = {
+        {"ROBE", " \u00A0", "name of the product"},
+        {" ", "X", "name of the manufacturer"},
+        {"M", "Tile", "already, from \"Robe\""}};
+    for (const auto& [manufacturer, product, words] : refused) {
+        WillEnter(QString::fromUtf8(manufacturer), QString::fromUtf8(product), "OK");
+        person.WillPress("OK"_q);
+    }
+    const QString name = " 💡 \""_q + QString(500, QLatin1Char('x')) + "\" &#x4D; "_q;
+    WillEnter("ROBE"_q, name, "OK");
+    Press("buttonCustomFixture");
+    ASSERT_EQ(person.seen.size(), 12U);
+    for (std::size_t i = 0; i < refused.size(); ++i)
+        EXPECT_TRUE(person.seen[6 + 2 * i].text.contains(QLatin1String(refused[i][2])));
+    const std::string kept = QString(name).replace("&#x4D;"_q, "M"_q).toStdString();
+    EXPECT_EQ(Fixtures(), before + "|ROBE " + kept + " 48/0");
+    EXPECT_EQ(Shown(), "Elation|Bar|Robe|[" + kept + "]|Tile") << "the filter hid it";
+    EXPECT_TRUE(manager->documentDirty);
 }
