@@ -58,6 +58,19 @@ void LEDFixture::SetChannelCount(std::int32_t count)
     channelCount = count;
 }
 
+bool LEDFixture::HasDefinitionOf(const LEDFixture& other) const
+{
+    const auto constants = [](StaticChannelList list) {
+        std::erase_if(list, [](const StaticChannel& entry) {
+            return entry.value == StaticChannel::Unassigned;
+        });
+        return list;
+    };
+    return *this == other && manufacturer == other.manufacturer &&
+           channelCount == other.channelCount &&
+           constants(staticChannels) == constants(other.staticChannels);
+}
+
 int LEDFixture::ToXml(tinyxml2::XMLElement& parent) const
 {
     auto& element = XmlText::AddElement(parent, "LEDFixture");

@@ -50,6 +50,8 @@ public:
                                                            std::int64_t identifier,
                                                            std::int32_t& intensityChannel);
 
+    /// Whether all that a file keeps of the two is the same; free channels count in no order.
+    [[nodiscard]] bool HasDefinitionOf(const LEDFixture& other) const;
     /// Documents know a fixture by its product and its pixels alone.
     bool operator==(const LEDFixture& other) const
     {

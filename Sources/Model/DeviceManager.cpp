@@ -59,7 +59,7 @@ bool DeviceManager::LoadLibrary(const QString& path)
     const auto file = ReadPatiently(path);
     deviceModel->Clear();
     deviceModel->Merge(*file, true);
-    mappedDeviceModel->RebindFixtures(*deviceModel);
+    FollowLibrary();
     if (path == libraryPath) {
         if (deviceModel->WasReadWhole() || !QFileInfo::exists(path))
             libraryRead_ = LibraryRead::Whole;
@@ -73,13 +73,39 @@ bool DeviceManager::MergeLibrary(const QString& path, bool force,
                                  const FixtureConflictCallback& callback)
 {
     deviceModel->Merge(path.toStdWString(), force, callback);
-    mappedDeviceModel->RebindFixtures(*deviceModel);
+    FollowLibrary();
     return SaveLibrary();
+}
+
+void DeviceManager::FollowLibrary()
+{
+    ElementIds changed;
+    {
+        const QMutexLocker lock(&mutex);
+        mappedDeviceModel->RebindFixtures(*deviceModel);
+        for (const std::int64_t fixtureID : mappedDeviceModel->GetOutdatedFixtures(*deviceModel)) {
+            const auto ids = mappedDeviceModel->UpdateFixtureInElements(
+                fixtureID, *deviceModel->GetLEDFixture(fixtureID));
+            changed.insert(changed.end(), ids.begin(), ids.end());
+        }
+    }
+    if (TellRefitted(changed))
+        SetDocumentDirty(true);
+}
+
+bool DeviceManager::TellRefitted(const ElementIds& changed)
+{
+    if (changed.empty())
+        return false;
+    emit elementsRefitted(changed);
+    emit mappingsChanged();
+    return true;
 }
 
 bool DeviceManager::SaveLibrary()
 {
-    if (KeepUnreadLibrary() && deviceModel->Save(libraryPath.toStdWString()) == 0)
+    librarySaved_ = KeepUnreadLibrary() && deviceModel->Save(libraryPath.toStdWString()) == 0;
+    if (librarySaved_)
         return true;
     ZEN_LOG_ERROR("The fixture library could not be saved to %ls",
                   libraryPath.toStdWString().c_str());
@@ -111,7 +137,7 @@ bool DeviceManager::KeepUnreadLibrary()
         // program's fixtures so far: the user's own win.
         deviceModel->Merge(XmlFile(libraryPath.toStdWString()), true,
                            [](const QString&, const QString&) { return OverwriteFixture; });
-        mappedDeviceModel->RebindFixtures(*deviceModel);
+        FollowLibrary();
     }
     const bool known = libraryRead_ == LibraryRead::NotAtAll && deviceModel->WasReadWhole();
     if (!known && QFileInfo::exists(libraryPath)) {
@@ -149,7 +175,7 @@ bool DeviceManager::AddFixture(const LEDFixture& fixture)
     };
     if (deviceModel->AddFixture(std::move(item), keep) != 0)
         return false;
-    mappedDeviceModel->RebindFixtures(*deviceModel);
+    FollowLibrary();
     return true;
 }
 
@@ -169,10 +195,7 @@ bool DeviceManager::ChangeFixture(std::int64_t fixtureID, const LEDFixture& want
             changed.insert(changed.end(), joined.begin(), joined.end());
         }
     }
-    if (changed.empty())
-        return true;
-    emit elementsRefitted(changed);
-    emit mappingsChanged();
+    (void)TellRefitted(changed);
     return true;
 }
 
@@ -213,7 +236,11 @@ bool DeviceManager::LoadMapping(const QString& path, ArtNetNodeModel& nodes)
         return false;
     // Read once: fixtures and elements are those of one state of the file.
     const XmlFile file(path.toStdWString());
+    // Its fixtures have no version. With theirs, the program's fixtures would be news at the next
+    // start: those that the operator deleted would be back, and each changed one asked about.
+    const int version = deviceModel->GetVersion();
     deviceModel->Merge(file, true);
+    deviceModel->SetVersion(version);
     return mappedDeviceModel->Load(file, *deviceModel, nodes) >= 0;
 }
 

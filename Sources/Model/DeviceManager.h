@@ -64,6 +64,10 @@ public:
     /// Puts such bytes back, and tells of a failure as SaveLibrary does.
     bool WriteLibraryFile(const QByteArray& bytes);
     [[nodiscard]] const QString& GetLibraryPath() const { return libraryPath; }
+    /// False after a save that failed: the library in memory has more than its file then.
+    [[nodiscard]] bool IsLibrarySaved() const { return librarySaved_; }
+    /// What could not be saved need not be.
+    void ForgetUnsavedLibrary() { librarySaved_ = true; }
 
     /// Merges the document's own fixtures into the library and loads the document. False when the
     /// file doesn't exist, which leaves everything as it is, or can't be read.
@@ -261,6 +265,9 @@ private:
     };
 
     bool KeepUnreadLibrary();
+    /// After the library changed: elements take its numbers, and its definitions.
+    void FollowLibrary();
+    bool TellRefitted(const ElementIds& changed);
     template <class Entry, class Change, class Tell>
     void ChangeEach(const std::vector<Entry>& entries, MissingElement missing, const Change& change,
                     const Tell& tell);
@@ -272,6 +279,7 @@ private:
 
     mutable QRecursiveMutex mutex;
     QString libraryPath;
+    bool librarySaved_ = true;
     LibraryRead libraryRead_ = LibraryRead::Whole; ///< how much of the file at libraryPath we know
     int canvasWidth = 100;
     int canvasHeight = 100;

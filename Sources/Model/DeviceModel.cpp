@@ -147,6 +147,7 @@ int DeviceModel::AddFixture(std::unique_ptr<DeviceLedItem>&& item,
                                : KeepFixture;
         if (answer != OverwriteFixture)
             return answer == KeepFixture ? KeepFixture : StopMerge;
+        old = GetLEDFixtureByProduct(item->product); // the library may be another one by now
     }
     if (item->uniqueID == 0)
         item->uniqueID = GetNextUniqueID();
@@ -200,8 +201,11 @@ const DeviceLedItem* DeviceModel::ChangeFixture(std::int64_t uniqueID, const LED
     if (!item)
         return nullptr;
     const LEDFixture definition = wanted; // It may be that of the fixture that goes.
-    if (DeviceLedItem* other = GetLEDFixtureByProduct(definition.product); other && other != item)
+    if (DeviceLedItem* other = GetLEDFixtureByProduct(definition.product); other && other != item) {
+        ZEN_LOG_INFO("The fixture \"%ls\" takes the place of another of this name",
+                     definition.product.c_str());
         RemoveWithRow(*other);
+    }
     const std::wstring product = item->product;
     const std::int64_t number = item->uniqueID;
     // All of it, AutomaticChannelCount too: the definition of before gives the file of before.

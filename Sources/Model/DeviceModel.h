@@ -108,6 +108,7 @@ public:
 
     /// The version of the last file whose fixtures were taken, 0 before any.
     [[nodiscard]] int GetVersion() const { return version; }
+    void SetVersion(int fileVersion) { version = fileVersion; }
     /// The fixtures by their numbers. An overwritten fixture's number leads to the new one, so that
     /// one fixture can have several numbers.
     [[nodiscard]] const QMap<qint64, DeviceLedItem*>& GetFixtures() const { return fixtures; }

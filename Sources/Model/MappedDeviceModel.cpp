@@ -351,6 +351,18 @@ std::vector<std::int64_t> MappedDeviceModel::UpdateFixtureInElements(std::int64_
     return ids;
 }
 
+std::set<std::int64_t> MappedDeviceModel::GetOutdatedFixtures(const DeviceModel& library) const
+{
+    std::set<std::int64_t> outdated;
+    for (const MappedLedItem* element : byRow_) {
+        const DeviceLedItem& own = element->GetFixture();
+        const DeviceLedItem* fixture = library.GetFixtures().value(own.uniqueID, nullptr);
+        if (fixture && !own.HasDefinitionOf(*fixture))
+            outdated.insert(own.uniqueID);
+    }
+    return outdated;
+}
+
 void MappedDeviceModel::RebindFixtures(const DeviceModel& library)
 {
     const QMutexLocker lock(&mutex);

@@ -5,6 +5,7 @@
 #include <bitset>
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -97,6 +98,8 @@ public:
     /// elements, in the order of their rows.
     std::vector<std::int64_t> UpdateFixtureInElements(std::int64_t fixtureID,
                                                       const LEDFixture& fixture);
+    /// The fixtures of this library of which elements have another definition, by their numbers.
+    [[nodiscard]] std::set<std::int64_t> GetOutdatedFixtures(const DeviceModel& library) const;
     /// After the library changed: elements take the number that their product has now, 0 for none.
     void RebindFixtures(const DeviceModel& library);
     void RebindFixture(MappedLedItem& element, const DeviceModel& library);

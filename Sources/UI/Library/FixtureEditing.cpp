@@ -75,11 +75,11 @@ public:
 
     void Apply(const LEDFixture& wanted)
     {
+        if (before_ && Find() && Find()->HasDefinitionOf(wanted) && parts_.manager.IsLibrarySaved())
+            return; // It was applied, and nothing has changed since.
         if (!before_)
             before_ = parts_.manager.ReadLibraryFile();
-        // Gone meanwhile: it comes anew as it was, so that its elements are known by its product.
-        if (!Find())
-            (void)parts_.manager.AddFixture(present_);
+        FindAgain();
         const bool renamed = Change(wanted);
         const bool saved = parts_.manager.SaveLibrary();
         saved_ = parts_.manager.ReadLibraryFile();
@@ -88,8 +88,10 @@ public:
 
     void TakeBack()
     {
-        if (!before_ || !Find())
+        const bool isBack = !Find() && parts_.manager.GetLEDFixtureByProduct(original_.product);
+        if (!before_ || isBack)
             return;
+        FindAgain();
         const bool renamed = Change(original_);
         PutFileBack();
         // Not from the file: the library in memory also has what documents have brought into it.
@@ -100,6 +102,14 @@ private:
     [[nodiscard]] const DeviceLedItem* Find() const
     {
         return parts_.manager.GetLEDFixtureByProduct(present_.product);
+    }
+
+    /// A fixture that is gone meanwhile comes anew as it was, so that its elements are known by its
+    /// product.
+    void FindAgain()
+    {
+        if (!Find())
+            (void)parts_.manager.AddFixture(present_);
     }
 
     /// Whether the fixture has another name now.

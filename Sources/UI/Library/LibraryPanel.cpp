@@ -91,8 +91,9 @@ void LibraryPanel::WatchLibrary()
             Qt::QueuedConnection);
     };
     notify(&DeviceManager::librarySaveFailed, tr("Fixture Library Not Saved"),
-           tr("The fixture library could not be saved to %1.\n\nYour change is lost when PixelWeft "
-              "ends."));
+           tr("The fixture library could not be written to %1.\n\nThe file is as it was; your "
+              "fixtures are kept until PixelWeft ends, and saved with the next change if the file "
+              "can be written then."));
     notify(&DeviceManager::libraryKeptAside, tr("Fixture Library Not Read"),
            tr("A part of the fixture library could not be read.\n\nThe file as it was is kept as "
               "%1."));
@@ -192,10 +193,12 @@ void LibraryPanel::ActionImportFixtures()
                               tr("Fixture Library File (*.wfl)"));
     if (file.isEmpty())
         return;
+    const QByteArray before = parts_.manager.ReadLibraryFile();
     const bool saved = parts_.manager.MergeLibrary(file, true, {});
     const bool whole = parts_.manager.GetDeviceModel()->WasReadWhole();
     list_->FollowChange(saved);
-    parts_.undoStack.clear();
+    if (!saved || parts_.manager.ReadLibraryFile() != before)
+        parts_.undoStack.clear();
     if (!whole)
         parts_.boxes.Notify(&parts_.window, tr("Import Fixtures"),
                             tr("%1 could not be read whole. The fixtures that could be read are in "
@@ -206,4 +209,5 @@ void LibraryPanel::ActionImportFixtures()
 void LibraryPanel::RemoveLocalFixtures()
 {
     QFile::remove(parts_.manager.GetLibraryPath());
+    parts_.manager.ForgetUnsavedLibrary();
 }

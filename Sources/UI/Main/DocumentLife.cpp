@@ -178,13 +178,18 @@ void DocumentLife::Reset()
 {
     parts_.undoStack.clear();
     parts_.scene.ClearAll();
-    parts_.manager.ClearAll();
+    // Fixtures that are nowhere but in memory stay there.
+    const bool libraryIsInFile = parts_.manager.IsLibrarySaved() || parts_.manager.SaveLibrary();
+    if (libraryIsInFile)
+        parts_.manager.ClearAll();
+    else
+        parts_.manager.GetMappedDeviceModel()->Clear();
     parts_.nodes.Clear();
     emit cleared();
     const QString library = GetFixtureLibraryPath();
     if (library.isEmpty())
         ZEN_LOG_INFO("The Fixture Library file could not be found.");
-    else
+    else if (libraryIsInFile)
         parts_.manager.LoadLibrary(library);
     emit cleared();
     UpdateCanvasSize(DefaultCanvasSize, DefaultCanvasSize);

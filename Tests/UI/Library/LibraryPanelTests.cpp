@@ -241,6 +241,11 @@ TEST_F(Library, ImportedFixturesTakeTheirPlacesInTheList)
     other.AddFixture(Fixture(L"Anolis", L"A Lamp"));
     other.AddFixture(Fixture(L"Aaron", L"New Lamp"));
     ASSERT_EQ(other.Save((home.Path() / "other.wfl").wstring()), 0);
+    MappedDeviceModel& document = *manager->GetMappedDeviceModel();
+    document.AddMappingElement(std::make_unique<MappedLedItem>(
+        L"Bar", *manager->GetLEDFixtureByProduct(L"ArcLine 36"), nullptr, nullptr));
+    int refitted = 0;
+    QObject::connect(manager.get(), &DeviceManager::elementsRefitted, [&] { ++refitted; });
     Import("other.wfl", "Yes, use the fixture from the mapping file");
     EXPECT_EQ(list->model()->index(0, 0).data().toString(), "Aaron"_q);
     ASSERT_EQ(RowsOf("A Lamp").size(), 1);
@@ -250,9 +255,15 @@ TEST_F(Library, ImportedFixturesTakeTheirPlacesInTheList)
     EXPECT_FALSE(list->isColumnHidden(1));
     EXPECT_TRUE(list->isColumnHidden(3));
     EXPECT_FALSE(steps.canUndo());
+    EXPECT_EQ(document.GetElement(0)->GetFixture().pixelMap.GetWidth(), 1);
+    EXPECT_EQ(refitted, 1);
+    EXPECT_TRUE(manager->documentDirty);
 
     home.Write("broken.wfl", "no library");
     Import("broken.wfl", "OK");
+    steps.push(new QUndoCommand);
+    Import("broken.wfl", "OK");
+    EXPECT_TRUE(steps.canUndo()) << "nothing has changed";
     EXPECT_TRUE(person.seen.back().text.contains("could not be read whole"_q));
     EXPECT_EQ(RowsOf("New Lamp").size(), 1);
 }
@@ -433,7 +444,7 @@ TEST_F(FixtureEditor, TheEditorOutlivesWhatHappensBehindIt)
         {nullptr, lose, "OK", anew, "Rod"},
         {nullptr, lose, "Cancel", "Robe Tile 3/3", "Bar of none"},
         {"Zip", lose, "OK", anew, "Rod"},
-        {"Zip", lose, "Cancel", "Robe Tile 3/3", "Zip of none"},
+        {"Zip", lose, "Cancel", "Robe Tile 3/3|" + before.substr(0, before.find('|')), "Bar"},
         {nullptr, begin, "OK", renamed, "none"},
         {"Zip", begin, "Cancel", before, "none"},
         {"Zip", import, "Cancel", before, "Bar"},
