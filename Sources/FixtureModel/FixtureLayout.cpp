@@ -119,7 +119,7 @@ std::vector<FixtureLayout::CellFault> FixtureLayout::GetCellFaults() const
 
 void FixtureLayout::AdvanceNextChannel()
 {
-    nextChannelValue = pixelMap.GetHighestStartChannel() == 0
+    nextChannelValue = pixelMap.GetHighestStartChannel() <= 0
                            ? 1
                            : nextChannelValue + pixelMap.GetChannelsPerPixel();
 }

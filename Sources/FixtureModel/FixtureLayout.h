@@ -45,6 +45,8 @@ public:
     {
         bool overlaps = false; ///< shares a channel of a universe with another pixel
         bool beyond = false;   ///< has a channel that the fixture hasn't
+
+        bool operator==(const CellFault&) const = default;
     };
 
     /// What a new size would lose.

@@ -31,13 +31,13 @@ public:
             names.append(QString::fromStdWString(PixelComponentName(type, component)));
         return names.join(tr(", "));
     }
-    static QStringList Faults(FixtureLayout::CellFault fault)
+    static QStringList Faults(FixtureLayout::CellFault fault, std::int32_t start)
     {
         QStringList faults;
         if (fault.overlaps)
             faults.append(tr("overlaps another pixel"));
         if (fault.beyond)
-            faults.append(tr("past the last channel"));
+            faults.append(start < 1 ? tr("before the first channel") : tr("past the last channel"));
         return faults;
     }
     static QString Empty() { return tr("empty"); }
@@ -68,7 +68,8 @@ QString WordsForCell(const PixelMap& map, FixtureLayout::CellFault fault, int ce
     const QString channels = CellTexts::WithColours(
         CellTexts::Channels(start, map.GetChannelsPerPixel()), CellTexts::Colours(map.GetType()));
     return CellTexts::Line(
-        place, (QStringList(channels) + CellTexts::Faults(fault)).join(QStringLiteral("; ")));
+        place,
+        (QStringList(channels) + CellTexts::Faults(fault, start)).join(QStringLiteral("; ")));
 }
 
 QString SpokenCell(const PixelMap& map, FixtureLayout::CellFault fault, int cell)
@@ -76,5 +77,5 @@ QString SpokenCell(const PixelMap& map, FixtureLayout::CellFault fault, int cell
     const std::int32_t start = StartOf(map, cell);
     const QStringList parts = {CellTexts::Place(map, cell),
                                start == 0 ? CellTexts::Empty() : CellTexts::Channels(start, 1)};
-    return (parts + CellTexts::Faults(fault)).join(QStringLiteral(", "));
+    return (parts + CellTexts::Faults(fault, start)).join(QStringLiteral(", "));
 }

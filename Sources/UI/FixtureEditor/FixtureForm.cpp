@@ -112,6 +112,8 @@ QGroupBox* FixtureForm::MakeProduct()
     comboManufacturer = MakeField<QComboBox>("comboManufacturer", tr("&Manufacturer:"), label);
     comboManufacturer->setEditable(true);
     comboManufacturer->setInsertPolicy(QComboBox::NoInsert);
+    // What is typed is the name, also when a known one begins with it or is spelt differently.
+    comboManufacturer->setCompleter(nullptr);
     comboManufacturer->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     row->addWidget(label);
     row->addWidget(comboManufacturer, 1);

@@ -57,8 +57,10 @@ void WEFTCustomFixtureDialog::ShowNames(const Content& content)
     manufacturers.removeDuplicates();
     form_->comboManufacturer->addItems(manufacturers);
     form_->editProductName->setText(content.product);
-    form_->editProductName->setFocus();
-    form_->editProductName->selectAll();
+    QLineEdit& field = GetManufacturer().trimmed().isEmpty() ? *form_->comboManufacturer->lineEdit()
+                                                             : *form_->editProductName;
+    field.setFocus();
+    field.selectAll();
 }
 
 QDialogButtonBox* WEFTCustomFixtureDialog::MakeDialogButtons(bool withApply)
@@ -95,6 +97,9 @@ void WEFTCustomFixtureDialog::Connect()
     connect(form_->buttonPatch, &QPushButton::clicked, this, &WEFTCustomFixtureDialog::autoMap);
     connect(form_->nextChannel, QOverload<int>::of(&QSpinBox::valueChanged), this,
             &WEFTCustomFixtureDialog::nextChannelChanged);
+    // Behind the last pixel the box shows the last channel. Typing that one means it.
+    connect(form_->nextChannel->findChild<QLineEdit*>(), &QLineEdit::textEdited, this,
+            [this] { nextChannelChanged(form_->nextChannel->value()); });
     connect(form_->pixelMapWidget, &ZenPixelMap::MapPixel, this,
             &WEFTCustomFixtureDialog::mapPixel);
     connect(form_->pixelMapWidget, &ZenPixelMap::UnmapPixel, this,

@@ -30,11 +30,6 @@ const QColor EmptyColour(Qt::gray);
 const QColor OverlapColour(255, 230, 0);
 const QColor BeyondColour(0, 230, 255);
 
-bool IsSame(FixtureLayout::CellFault one, FixtureLayout::CellFault other)
-{
-    return one.overlaps == other.overlaps && one.beyond == other.beyond;
-}
-
 /// How far left of a cell's centre its figure begins.
 int FigureOffset(int channel, int digitWidth)
 {
@@ -102,15 +97,18 @@ ZenPixelMap::ZenPixelMap(QWidget* parent)
 void ZenPixelMap::Show(const PixelMap* map, std::vector<FixtureLayout::CellFault> faults,
                        int lastChannel)
 {
-    const bool sameSize = map && map->GetWidth() == columns_ && map->GetHeight() == rows_ &&
-                          lastChannel == lastChannel_;
+    const bool sameSize = map && map->GetWidth() == columns_ && map->GetHeight() == rows_;
+    const bool sameFigures = std::exchange(lastChannel_, lastChannel) == lastChannel;
     pixelMapData = map;
-    lastChannel_ = lastChannel;
     if (sameSize)
         ShowChanges(faults);
     else
         ShowOtherSize();
     faults_ = std::move(faults);
+    if (sameSize && !sameFigures) {
+        Measure();
+        update();
+    }
     Tell();
 }
 
@@ -119,7 +117,7 @@ void ZenPixelMap::ShowChanges(const std::vector<FixtureLayout::CellFault>& fault
     const std::vector<std::int32_t>& channels = pixelMapData->GetChannels();
     std::vector<int> changed;
     for (std::size_t cell = 0; cell < channels.size(); ++cell) {
-        if (channels[cell] == channels_[cell] && IsSame(faults[cell], faults_[cell]))
+        if (channels[cell] == channels_[cell] && faults[cell] == faults_[cell])
             continue;
         channels_[cell] = channels[cell];
         changed.push_back(static_cast<int>(cell));
@@ -273,6 +271,7 @@ void ZenPixelMap::mousePressEvent(QMouseEvent* event)
     if (cell < 0)
         return;
     activeButton = event->button();
+    outside_ = false;
     pointed_ = cell;
     Visit(cell);
 }
@@ -286,6 +285,23 @@ void ZenPixelMap::mouseMoveEvent(QMouseEvent* event)
         Tell();
     }
     if (cell >= 0 && cell != lastY * columns_ + lastX)
+        DragTo(cell);
+    outside_ = cell < 0;
+}
+
+/// Visits this cell, and in a drag those on the way to it: a quick hand is told of in few steps.
+void ZenPixelMap::DragTo(int cell)
+{
+    const bool drags = activeButton != 0;
+    const QPoint from(lastX, lastY);
+    const QPoint way = QPoint(cell % columns_, cell / columns_) - from;
+    const int steps = outside_ ? 1 : std::max(std::abs(way.x()), std::abs(way.y()));
+    // A box on the way ends the drag.
+    for (int step = 1; step < steps && activeButton != 0; ++step) {
+        const QPointF place = from + QPointF(way) * step / steps;
+        Visit(qRound(place.y()) * columns_ + qRound(place.x()));
+    }
+    if (!drags || activeButton != 0)
         Visit(cell);
 }
 

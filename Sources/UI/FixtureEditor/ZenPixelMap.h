@@ -53,6 +53,7 @@ private:
     void UpdateCell(int cell);
     void ShowOtherSize();
     void ShowChanges(const std::vector<FixtureLayout::CellFault>& faults);
+    void DragTo(int cell);
     void Visit(int cell);
     [[nodiscard]] int CellBehindKey(const QKeyEvent& event) const;
     void MoveCursor(int cell);
@@ -68,6 +69,7 @@ private:
     std::uint32_t activeButton = 0; ///< 1 left, 2 right, 0 for none
     std::int32_t lastX = -1;
     std::int32_t lastY = -1;
+    bool outside_ = false; ///< the mouse, at its last move
 
     // What is on the screen, to find what differs. The map behind the pointer may have changed.
     int columns_ = 0;

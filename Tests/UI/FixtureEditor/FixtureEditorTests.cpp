@@ -60,6 +60,12 @@ TEST_F(FixtureGrid, ADragLaysPixelsOneBehindTheOtherAndTheRightButtonClearsThem)
     EXPECT_EQ(Next(), 10);
     QTest::mousePress(grid, Qt::LeftButton, {}, {grid->width() - 1, 5});
     EXPECT_EQ(Cells(), "0 0 0 7 0 0") << "beside the last column: 620 is no multiple of 3";
+    Press(3, Qt::RightButton);
+    Release();
+    SetNext(1);
+    Press(0);
+    MoveTo(2, Qt::LeftButton);
+    EXPECT_EQ(Cells(), "1 4 7 0 0 0") << "a quick hand";
 }
 
 TEST_F(FixtureGrid, WhatWouldTakeSomethingAwayIsAskedAboutAndNoLeavesIt)
@@ -110,6 +116,21 @@ TEST_F(FixtureGrid, WhatChangesIsRepainted)
     EXPECT_TRUE(painted.region.contains(CellRect(5).center()));
 }
 
+TEST_F(FixtureGrid, BehindTheLastPixelTheLastChannelCanBeTyped)
+{
+    Open(Fixture({2, 2, L, 4}, {1, 2, 3, 0}, {}));
+    auto* next = Find<QSpinBox>("nextChannel");
+    SetNext(4);
+    Press(3);
+    EXPECT_EQ(Next(), 5);
+    Press(3, Qt::RightButton);
+    Release();
+    next->selectAll();
+    QTest::keyClicks(next, "4"_q);
+    Press(3);
+    EXPECT_EQ(Cells(), "1 2 3 4");
+}
+
 TEST_F(FixtureGrid, ABoxEndsTheDragUnderIt)
 {
     for (const char* answer : {"No", "Yes"}) {
@@ -118,7 +139,6 @@ TEST_F(FixtureGrid, ABoxEndsTheDragUnderIt)
         Press(1);
         const std::string cells = Cells();
         MoveTo(5, Qt::LeftButton); // it was held over the box
-        MoveTo(4, Qt::NoButton);
         EXPECT_EQ(Cells(), cells) << answer;
     }
     EXPECT_EQ(Cells(), "1 7 0 0 0 0");
@@ -206,7 +226,7 @@ TEST_F(FixtureGrid, FaultsOfAFileAreMarkedByShapesAndTold)
         {3, "1, column 4: channels 14 to 17 (R, G, B, Amber); past the last channel", false, true},
         {5, "1, column 6: empty", false, false},
         {6,
-         "2, column 1: channels -1 to 2 (R, G, B, Amber); overlaps another pixel; past the last "
+         "2, column 1: channels -1 to 2 (R, G, B, Amber); overlaps another pixel; before the first "
          "channel",
          true, true},
     };
@@ -227,7 +247,7 @@ TEST_F(FixtureGrid, FaultsOfAFileAreMarkedByShapesAndTold)
     }
     MoveTo(5, Qt::NoButton);
     Keys(grid, {Qt::Key_Down});
-    EXPECT_EQ(Spoken(), "row 2, column 1, channel -1, overlaps another pixel, past the last "
+    EXPECT_EQ(Spoken(), "row 2, column 1, channel -1, overlaps another pixel, before the first "
                         "channel");
 }
 
