@@ -81,7 +81,7 @@ void Operator::WillChoose(const QString& file)
 void Operator::Look()
 {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (!dialog || !dialog->isVisible())
+    if (!dialog || !dialog->isVisible() || (!inHand_.empty() && inHand_.back() == dialog))
         return;
     seen.push_back(Read(*dialog));
     if (acts_.empty()) {
@@ -94,7 +94,9 @@ void Operator::Look()
     const auto act = acts_.front();
     acts_.erase(acts_.begin());
     timer_.start(); // what the act opens is looked at too
+    inHand_.push_back(dialog);
     act(*dialog);
+    inHand_.pop_back();
 }
 
 void Pick(QComboBox& combo, const char* entry)

@@ -42,6 +42,7 @@ private:
     void Look();
 
     std::vector<std::function<void(QDialog&)>> acts_;
+    std::vector<QDialog*> inHand_; ///< those whose acts go on, the innermost last
     QTimer timer_;
 };
 

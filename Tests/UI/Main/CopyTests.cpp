@@ -165,7 +165,7 @@ TEST_F(Copying, TheDuplicateDialogKeepsTheCountsWithinReason)
     // The document is replaced by another one with as many elements while the dialog is open.
     const QString other = WriteDocument("other.wfm"_q, {});
     person.Will([&](QDialog& dialog) {
-        Import(other, {"OK"});
+        Import(other);
         dialog.findChild<QSpinBox*>("spinVerticalCount"_q)->setValue(5);
         dialog.accept();
     });

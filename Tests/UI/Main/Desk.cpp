@@ -180,12 +180,12 @@ const MappingRectangle& Desk::Item(std::size_t row) const
     return *Scene().Find(Scene().AllIds().at(row));
 }
 
-void Desk::DragFromLibrary(QPointF to)
+void Desk::DragFromLibrary(QPointF to, const QString& product)
 {
     auto& list = *Find<LEDDeviceListView>("treeView");
     const QModelIndexList found =
         list.model()->match(list.model()->index(0, DeviceModel::ProductColumn), Qt::DisplayRole,
-                            Bar, 1, Qt::MatchExactly | Qt::MatchRecursive);
+                            product, 1, Qt::MatchExactly | Qt::MatchRecursive);
     ASSERT_EQ(found.size(), 1);
     list.expand(found.front().parent());
     list.scrollTo(found.front());
