@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 // SendingBenchmark: prints
 //   - the CPU time of all threads for each packet of 256 universes at 40 frames a second, as a
-//   ratio to
-//     a plain sendto loop at the same pace, the median of pairs in this run;
+//     ratio to a plain sendto loop at the same pace, the median of pairs in this run;
+//   - the same for packets that come in, as a ratio to a thread that only reads;
 //   - the share of packets to living hosts that leave in their own tick beside 0, 2, 8 and 64
-//   silent
-//     ones, through the service and through one plain socket;
+//     silent ones, through the service and through one plain socket;
 //   - the same under a flood of forged packets.
 // It puts itself on a private network first, so no packet leaves the machine. `SendingBenchmark
 // flood SECONDS` only floods the network that it is started on, for program_flood.py.
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cstdio>
 #include <cstring>
@@ -19,6 +19,9 @@
 #include <string>
 #include <thread>
 #include <vector>
+
+#include <poll.h>
+#include <sys/socket.h>
 
 #include "ArtNet/ArtNetClient.h"
 #include "ArtNet/ZenArtNetService.h"
@@ -125,6 +128,63 @@ void CompareCpu(const char* what, std::uint32_t host)
                 what, Median(plain), Median(ratios), *std::ranges::min_element(ratios),
                 *std::ranges::max_element(ratios),
                 static_cast<double>(sent) * 100 / (pairs * 40 * 256));
+}
+
+// ---- CPU for each packet that comes in ---------------------------------------------------------
+
+double ThreadCpuMicroseconds()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) * 1e6 + static_cast<double>(time.tv_nsec) / 1e3;
+}
+
+/// The rig sends from this thread, whose own time is left out.
+double CpuPerReceived(const Socket& rig)
+{
+    Bytes packet = Dmx(0, Bytes(512, 1));
+    const double begin = ThreadCpuMicroseconds();
+    const double each = CpuPerPacket([&] {
+        for (int universe = 0; universe < 256; ++universe) {
+            packet[14] = static_cast<std::uint8_t>(universe);
+            rig.Send(Desk0, packet);
+        }
+    });
+    return each - (ThreadCpuMicroseconds() - begin) / (40 * 256);
+}
+
+void ReadPlainly(const Socket& socket, const std::atomic<bool>& stop)
+{
+    std::array<std::byte, 1024> buffer{};
+    while (!stop) {
+        pollfd waiting{socket.Handle(), POLLIN, 0};
+        poll(&waiting, 1, 50);
+        while (recv(socket.Handle(), buffer.data(), buffer.size(), MSG_DONTWAIT) > 0)
+            continue;
+    }
+}
+
+void CompareReceiving()
+{
+    constexpr int pairs = 9;
+    const auto rig = RigSocket();
+    std::vector<double> plain;
+    std::vector<double> ratios;
+    for (int pair = 0; pair < pairs; ++pair) {
+        {
+            const Socket socket(Desk0);
+            std::atomic<bool> stop{false};
+            std::thread reader([&] { ReadPlainly(socket, stop); });
+            plain.push_back(CpuPerReceived(*rig));
+            stop = true;
+            reader.join();
+        }
+        const ArtNetClient client("2.0.0.1", "", 0, 256, "benchmark");
+        ratios.push_back(CpuPerReceived(*rig) / plain.back());
+    }
+    std::printf("%-34s plain %.2f us a packet, service %.2f times that (%.2f to %.2f)\n",
+                "256 universes received", Median(plain), Median(ratios),
+                *std::ranges::min_element(ratios), *std::ranges::max_element(ratios));
 }
 
 // ---- Whether packets leave in time -------------------------------------------------------------
@@ -270,6 +330,7 @@ int main(int argc, char** argv)
         CompareCpu("256 universes to one host", Rig0);
         CompareCpu("256 universes by broadcast", Broadcast0);
     }
+    CompareReceiving();
     for (const int silent : {0, 2, 8, 64})
         CompareSilentHosts(silent);
     WatchFlood();
