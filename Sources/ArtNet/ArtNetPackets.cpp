@@ -41,11 +41,16 @@ void PutHighFirst(std::span<std::byte> bytes, std::size_t offset, unsigned value
     Put(bytes, offset + 1, value & 0xFF);
 }
 
+void PutLowFirst(std::span<std::byte> bytes, std::size_t offset, unsigned value)
+{
+    Put(bytes, offset, value & 0xFF);
+    Put(bytes, offset + 1, value >> 8 & 0xFF);
+}
+
 void PutHead(std::span<std::byte> bytes, std::uint16_t opCode)
 {
     std::memcpy(bytes.data(), Id.data(), Id.size());
-    Put(bytes, 8, opCode & 0xFFU);
-    Put(bytes, 9, opCode >> 8);
+    PutLowFirst(bytes, 8, opCode);
 }
 
 /// Text into a field that always ends in a zero byte.
@@ -143,7 +148,7 @@ void WritePollReply(std::span<std::byte, PollReplySize> packet, const Identity& 
     Put(packet, 18, identity.net);
     Put(packet, 19, identity.subNet);
     PutHighFirst(packet, 20, Oem);
-    PutHighFirst(packet, 24, EstaMan);
+    PutLowFirst(packet, 24, EstaMan); // unlike the Oem code
     PutText(packet, 26, 18, identity.shortName);
     PutText(packet, 44, 64, identity.shortName.substr(0, 18));
     PutText(packet, 108, 64, identity.nodeReport);

@@ -118,11 +118,21 @@ bool ArtNetSocket::IsSound() const
            Platform::AdapterIndexOf(adapter_) == adapterIndex_;
 }
 
+bool ArtNetSocket::HearsOneAddress() const
+{
+    return adapter_.empty() && !interfaceAddress_.empty();
+}
+
+std::uint32_t ArtNetSocket::AddressTowards(std::uint32_t peer) const
+{
+    return HearsOneAddress() ? interfaceValue_ : Platform::AddressTowards(peer, adapter_);
+}
+
 std::vector<std::uint32_t> ArtNetSocket::OwnAddresses() const
 {
     // Another program can hold the port at another address of this machine.
-    const bool plain = adapter_.empty() && !interfaceAddress_.empty();
-    auto addresses = plain ? std::vector<std::uint32_t>{} : Platform::AddressesOf(adapter_);
+    auto addresses =
+        HearsOneAddress() ? std::vector<std::uint32_t>{} : Platform::AddressesOf(adapter_);
     addresses.push_back(interfaceValue_);
     return addresses;
 }

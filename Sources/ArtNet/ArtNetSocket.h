@@ -42,12 +42,13 @@ public:
     [[nodiscard]] bool HearsUnicastOnly() const { return static_cast<bool>(adapterError_); }
 
     [[nodiscard]] const std::string& InterfaceAddress() const { return interfaceAddress_; }
-    /// The first octet in the top byte; 0 for all interfaces.
-    [[nodiscard]] std::uint32_t InterfaceValue() const { return interfaceValue_; }
     /// The name of the adapter that it is tied to, empty for none.
     [[nodiscard]] const std::string& Adapter() const { return adapter_; }
     /// The addresses that its own packets can come from, as they are now.
     [[nodiscard]] std::vector<std::uint32_t> OwnAddresses() const;
+
+    /// The address that this peer reaches us at, as it is now. 0 when there is no way to it.
+    [[nodiscard]] std::uint32_t AddressTowards(std::uint32_t peer) const;
 
     /// Grows with each Open.
     [[nodiscard]] std::uint64_t Serial() const { return serial_; }
@@ -66,6 +67,7 @@ private:
 
     [[nodiscard]] bool OpenUnbound();
     [[nodiscard]] std::error_code Bind();
+    [[nodiscard]] bool HearsOneAddress() const;
     [[nodiscard]] std::error_code BindTo(const std::string& address);
 
     std::string interfaceAddress_;

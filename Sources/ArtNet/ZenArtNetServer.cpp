@@ -244,24 +244,32 @@ void ArtNetServer::HandleDmx(std::span<const std::byte> datagram)
 void ArtNetServer::HandlePoll(std::uint32_t poller, std::uint16_t port)
 {
     const std::int64_t now = Platform::MonotonicNanoseconds();
-    std::array<std::byte, ArtNetPackets::PollReplySize> reply{};
     {
         const std::lock_guard lock(mutex);
         lastReceiveTime = now;
-        if (!replyLimit_.Allow(poller, now))
-            return;
-        // A server on all interfaces does not know its address towards this poller, which reads it
-        // from the datagram anyway.
-        const std::uint32_t address = socket.InterfaceValue();
+    }
+    if (!replyLimit_.Allow(poller, now))
+        return;
+    // Looked up for each answer, of which there are few: an address that is kept gets wrong.
+    const std::uint32_t address = AddressTowards(poller);
+    std::array<std::byte, ArtNetPackets::PollReplySize> reply{};
+    {
+        const std::lock_guard lock(mutex);
         ArtNetPackets::WritePollReply(reply, {.shortName = settings_.shortName,
                                               .nodeReport = settings_.nodeReport,
                                               .net = net,
                                               .subNet = subNet,
                                               .outputs = outputUniverses,
-                                              .address = address ? address : poller});
+                                              .address = address});
     }
     const Platform::Datagram datagram{poller, port, reply};
     SendNow({&datagram, 1});
+}
+
+std::uint32_t ArtNetServer::AddressTowards(std::uint32_t peer)
+{
+    const std::lock_guard lock(socketMutex_);
+    return socket.AddressTowards(peer);
 }
 
 // ---- Polling -----------------------------------------------------------------------------------

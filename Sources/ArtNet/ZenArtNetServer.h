@@ -79,6 +79,7 @@ private:
     void HandlePacket(const Platform::ReceivedDatagram& datagram);
     void HandleDmx(std::span<const std::byte> datagram);
     void HandlePoll(std::uint32_t poller, std::uint16_t port);
+    [[nodiscard]] std::uint32_t AddressTowards(std::uint32_t peer);
     [[nodiscard]] bool IsOwn(const Platform::ReceivedDatagram& datagram) const;
 
     void SchedulePoll();

@@ -31,6 +31,10 @@ namespace Platform {
 /// when the name is empty.
 [[nodiscard]] std::vector<std::uint32_t> AddressesOf(const std::string& adapter);
 
+/// Our address towards a peer: the one that the system would send from, by this adapter or by any
+/// when the name is empty. 0 when it has no way there. A broadcast address is a peer, too.
+[[nodiscard]] std::uint32_t AddressTowards(std::uint32_t peer, const std::string& adapter);
+
 /// The system's number for the adapter of this name now, 0 when there is none. An adapter that was
 /// removed and comes back has a new one.
 [[nodiscard]] unsigned AdapterIndexOf(const std::string& name);

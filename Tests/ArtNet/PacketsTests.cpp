@@ -119,7 +119,7 @@ TEST(Reply, OursByteForByteWithTextsThatAreCut)
     Bytes expected(239, 0);
     Put(expected, 0, std::string_view("Art-Net\0\x00\x21\x02\x00\x00\x0A\x19\x36", 16));
     Put(expected, 18, std::string_view("\x12\x03\x00\xFF", 4)); // and no maker's code
-    Put(expected, 24, "\x7F\xF0");                              // a prototype's
+    Put(expected, 24, "\xF0\x7F");                              // a prototype's
     Put(expected, 26, "A short name of 2");
     Put(expected, 44, "A short name of 26");
     Put(expected, 108, std::string(63, 'R'));

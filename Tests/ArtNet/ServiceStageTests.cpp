@@ -66,6 +66,35 @@ TEST_F(ArtNetStage, RegisteredUniversesOfTheInterfaceAreHeardByUnicastAndBroadca
     EXPECT_EQ(client.GetLastReceiveTime(), after) << "a universe that is not registered";
 }
 
+void ChangeAddress(const std::string& from, const std::string& to)
+{
+    ASSERT_TRUE(Command("desk", "ip addr del " + from + "/8 dev art0"));
+    ASSERT_TRUE(Command("desk", "ip addr add " + to + "/8 brd + dev art0"));
+}
+
+TEST_F(ArtNetStage, AReplyNamesTheAddressThatThePollerReachesUsAt)
+{
+    const auto rig = RigSocket();
+    const auto named = [&](std::uint32_t desk) {
+        rig->Send(desk, ArtNetBytes::Poll());
+        const auto reply = rig->Next(2s);
+        return reply ? Bytes(reply->bytes.begin() + 10, reply->bytes.begin() + 14) : Bytes{};
+    };
+    ASSERT_TRUE(Command("desk", "ip addr add 192.168.5.1/24 brd + dev art0"));
+    ASSERT_TRUE(Command("rig", "ip addr add 192.168.5.10/24 brd + dev art0"));
+    auto client = std::make_optional<ArtNetClient>("2.0.0.1", "", "test");
+    EXPECT_EQ(named(Desk0), (Bytes{2, 0, 0, 1}));
+    EXPECT_EQ(named(0xC0A80501), (Bytes{192, 168, 5, 1})) << "the card's other address";
+    ChangeAddress("2.0.0.1", "2.0.0.5");
+    EXPECT_EQ(named(0x02000005), (Bytes{2, 0, 0, 5}));
+    ChangeAddress("2.0.0.5", "2.0.0.1");
+    client.emplace("", "", "test");
+    EXPECT_EQ(named(Desk0), (Bytes{2, 0, 0, 1}));
+    EXPECT_EQ(named(Desk1), (Bytes{10, 0, 0, 1}));
+    ASSERT_TRUE(Command("desk", "ip addr del 192.168.5.1/24 dev art0"));
+    ASSERT_TRUE(Command("rig", "ip addr del 192.168.5.10/24 dev art0"));
+}
+
 TEST_F(ArtNetStage, ASendThatCannotBeIsThrownOrKeptAndLoggedOnce)
 {
     ArtNetClient client("", "", "test");

@@ -8,8 +8,11 @@
 #include <ifaddrs.h>
 #include <net/if.h>
 #include <netinet/in.h>
+#include <sys/socket.h>
 
+#include "Platform/Datagrams.h"
 #include "Platform/IPv4.h"
+#include "Platform/UdpSockets.h"
 
 namespace Platform {
 
@@ -109,6 +112,24 @@ std::vector<std::uint32_t> AddressesOf(const std::string& adapter)
             addresses.push_back(ValueOf(entry->ifa_addr));
     }
     return addresses;
+}
+
+std::uint32_t AddressTowards(std::uint32_t peer, const std::string& adapter)
+{
+    const int socket = OpenUdp();
+    if (socket <= 0)
+        return 0;
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(peer);
+    address.sin_port = htons(1); // any: nothing is sent
+    socklen_t size = sizeof address;
+    auto* record = reinterpret_cast<sockaddr*>(&address);
+    const bool found =
+        SetUdpBroadcast(socket) && (adapter.empty() || !BindToAdapter(socket, adapter)) &&
+        connect(socket, record, size) == 0 && getsockname(socket, record, &size) == 0;
+    CloseUdp(socket);
+    return found ? ntohl(address.sin_addr.s_addr) : 0;
 }
 
 unsigned AdapterIndexOf(const std::string& name)
