@@ -51,6 +51,12 @@ std::int64_t ArtNetClient::GetLastReceiveTime() const
     return service ? service->GetLastReceiveTime(id_) : 0;
 }
 
+std::vector<ArtNetSourceConflict> ArtNetClient::GetSourceConflicts() const
+{
+    const auto service = Zen::ArtNetService::Global();
+    return service ? service->GetSourceConflicts(id_) : std::vector<ArtNetSourceConflict>{};
+}
+
 void ArtNetClient::ReadDmx(std::int32_t firstPortAddress, std::span<std::uint8_t> pages) const
 {
     if (const auto service = Zen::ArtNetService::Global())

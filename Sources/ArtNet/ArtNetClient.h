@@ -6,8 +6,10 @@
 #include <span>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "ArtNet/ArtNetNodeInfo.h"
+#include "ArtNet/ArtNetSourceConflict.h"
 
 /// One registration with the process's Art-Net service, for as long as the object lives. It must
 /// not outlive the service. No call waits for the network; results are asked for, never called
@@ -46,6 +48,9 @@ public:
     /// When a packet was last received that counts (a poll, a reply, a registered universe), in
     /// nanoseconds of the monotonic clock; 0 while there was none.
     [[nodiscard]] std::int64_t GetLastReceiveTime() const;
+
+    /// The registered universes to which two senders send now, in order.
+    [[nodiscard]] std::vector<ArtNetSourceConflict> GetSourceConflicts() const;
 
     /// Fills `pages`, a whole number of 512-byte pages, with the universes from `firstPortAddress`
     /// on. A universe that is not registered or was not received reads as zeros.

@@ -2,13 +2,34 @@
 #include "ArtNet/ArtNetLimits.h"
 
 #include <algorithm>
-#include <span>
+#include <map>
+#include <utility>
+
+#include "Platform/IPv4.h"
 
 namespace {
 
 constexpr std::int64_t Second = 1'000'000'000;
 constexpr std::int64_t Tick = Second / 40;
 constexpr std::size_t MostInATick = 1024;
+constexpr std::size_t MostConflicts = 1024;
+constexpr std::size_t MostLines = 2;
+
+/// "4, 6-9" for ascending numbers.
+std::string RangesOf(std::span<const std::uint16_t> numbers)
+{
+    constexpr std::size_t longest = 200;
+    std::string text;
+    for (std::size_t i = 0; i < numbers.size() && text.size() < longest; ++i) {
+        const std::size_t first = i;
+        while (i + 1 < numbers.size() && numbers[i + 1] == numbers[i] + 1)
+            ++i;
+        text += (text.empty() ? "" : ", ") + std::to_string(numbers[first]);
+        if (i > first)
+            text += "-" + std::to_string(numbers[i]);
+    }
+    return text;
+}
 
 } // namespace
 
@@ -44,6 +65,26 @@ bool ArtNetErrorLimit::Allow(const std::error_code& error, std::int64_t now)
         return false;
     logged_[count_++] = error;
     return true;
+}
+
+std::vector<std::string> ArtNetConflictLog::Take(std::span<const ArtNetSourceConflict> conflicts)
+{
+    using Pair = std::pair<std::uint32_t, std::uint32_t>;
+    std::map<Pair, std::vector<std::uint16_t>> universes;
+    for (const auto& [portAddress, taken, ignored] : conflicts) {
+        const Pair pair{taken, ignored};
+        const bool room = universes.size() < MostLines || universes.contains(pair);
+        if (room && logged_.size() < MostConflicts &&
+            logged_.emplace(portAddress, std::min(taken, ignored), std::max(taken, ignored)).second)
+            universes[pair].push_back(portAddress);
+    }
+    std::vector<std::string> lines;
+    lines.reserve(universes.size());
+    for (const auto& [pair, numbers] : universes)
+        lines.push_back(Platform::FormatIPv4(pair.first) + " and " +
+                        Platform::FormatIPv4(pair.second) + " both send Port-Address " +
+                        RangesOf(numbers) + ": the first one counts until it is silent for 2.5 s");
+    return lines;
 }
 
 bool ArtNetFloodGauge::IsFlood(std::size_t datagrams, std::int64_t now)

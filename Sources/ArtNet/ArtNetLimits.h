@@ -4,7 +4,14 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <set>
+#include <span>
+#include <string>
 #include <system_error>
+#include <tuple>
+#include <vector>
+
+#include "ArtNet/ArtNetSourceConflict.h"
 
 // What a flood may cost us. Times are nanoseconds of the monotonic clock. No locks.
 
@@ -42,6 +49,18 @@ private:
     std::array<std::error_code, Most> logged_{};
     std::size_t count_ = 0;
     std::int64_t since_ = 0;
+};
+
+/// Which universes with two senders are logged: each once for a pair of senders, at most two lines
+/// at once, and nothing more when that was 1024 times.
+class ArtNetConflictLog
+{
+public:
+    /// The lines for those that were not logged yet.
+    [[nodiscard]] std::vector<std::string> Take(std::span<const ArtNetSourceConflict> conflicts);
+
+private:
+    std::set<std::tuple<std::uint16_t, std::uint32_t, std::uint32_t>> logged_;
 };
 
 /// Whether more comes in than any show sends. A wake-up for each datagram of a flood would take a

@@ -134,6 +134,8 @@ std::vector<std::uint32_t> ArtNetSocket::OwnAddresses() const
     auto addresses =
         HearsOneAddress() ? std::vector<std::uint32_t>{} : Platform::AddressesOf(adapter_);
     addresses.push_back(interfaceValue_);
+    if (interfaceAddress_.empty()) // and what it sends to another program on this machine
+        addresses.push_back(0x7F000001);
     return addresses;
 }
 

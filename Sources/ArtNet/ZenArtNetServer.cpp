@@ -16,6 +16,8 @@ namespace {
 constexpr auto PollPeriod = std::chrono::microseconds(2'500'000);
 constexpr auto WatchPeriod = std::chrono::milliseconds(500);
 constexpr auto RetryPeriod = std::chrono::milliseconds(2);
+/// Our addresses are read again before a new sender counts, at most so often.
+constexpr std::int64_t OwnAddressesAge = 10'000'000;
 /// A flood must not keep the I/O thread from the sends for long.
 constexpr std::size_t DatagramsPerWakeUp = 256;
 /// In a flood the I/O thread rests so long between its reads: at 100,000 datagrams a second 50 come
@@ -98,9 +100,21 @@ void ArtNetServer::Watch()
         const std::lock_guard lock(socketMutex_);
         if (!socket.IsSound())
             Reopen();
-        ownAddresses_ = socket.OwnAddresses();
     }
+    ReadOwnAddresses();
+    LogConflicts();
     ScheduleWatch();
+}
+
+void ArtNetServer::LogConflicts()
+{
+    std::vector<ArtNetSourceConflict> conflicts;
+    {
+        const std::lock_guard lock(mutex);
+        conflicts = dmxIn.Conflicts(Platform::MonotonicNanoseconds());
+    }
+    for (const std::string& line : conflictLog_.Take(conflicts))
+        ZEN_LOG_INFO("%s", line.c_str());
 }
 
 void ArtNetServer::ScheduleWatch()
@@ -148,12 +162,6 @@ void ArtNetServer::FeedNodes(std::span<const ArtNetNodeInfo> fed)
     nodes.Age();
 }
 
-const ArtNetServer::Universe* ArtNetServer::FindUniverse(std::int32_t portAddress) const
-{
-    const auto found = dmxIn.find(portAddress);
-    return found == dmxIn.end() ? nullptr : &found->second;
-}
-
 // ---- Receiving, on the I/O thread --------------------------------------------------------------
 
 void ArtNetServer::WaitForDatagrams()
@@ -197,6 +205,13 @@ std::size_t ArtNetServer::Drain()
     return taken;
 }
 
+void ArtNetServer::ReadOwnAddresses()
+{
+    const std::lock_guard lock(socketMutex_);
+    ownAddresses_ = socket.OwnAddresses();
+    ownAddressesRead_ = Platform::MonotonicNanoseconds();
+}
+
 bool ArtNetServer::IsOwn(const Platform::ReceivedDatagram& datagram) const
 {
     // The port counts too: another program on this machine may send from the same address.
@@ -213,7 +228,7 @@ void ArtNetServer::HandlePacket(const Platform::ReceivedDatagram& datagram)
     if (kind == Kind::Other || IsOwn(datagram))
         return;
     if (kind == Kind::Dmx)
-        HandleDmx(datagram.bytes);
+        HandleDmx(datagram);
     if (kind == Kind::Poll)
         HandlePoll(datagram.address, datagram.port);
     if (kind != Kind::PollReply)
@@ -225,20 +240,27 @@ void ArtNetServer::HandlePacket(const Platform::ReceivedDatagram& datagram)
     }
 }
 
-void ArtNetServer::HandleDmx(std::span<const std::byte> datagram)
+void ArtNetServer::HandleDmx(const Platform::ReceivedDatagram& datagram)
 {
-    const auto dmx = ArtNetPackets::ReadDmx(datagram);
+    using Verdict = ArtNetInputs::Verdict;
+    const auto dmx = ArtNetPackets::ReadDmx(datagram.bytes);
     if (!dmx)
         return;
-    const std::lock_guard lock(mutex);
-    const auto universe = dmxIn.find(dmx->portAddress);
-    if (universe == dmxIn.end())
+    const auto take = [&](std::int64_t now, bool known) {
+        const std::lock_guard lock(mutex);
+        const Verdict verdict = dmxIn.Take(*dmx, datagram.address, now, known);
+        if (verdict == Verdict::Taken)
+            lastReceiveTime = now;
+        return verdict;
+    };
+    const std::int64_t now = Platform::MonotonicNanoseconds();
+    const bool fresh = now - ownAddressesRead_ < OwnAddressesAge;
+    if (take(now, fresh || datagram.port != ArtNetPackets::Port) != Verdict::Unheard)
         return;
-    Universe& channels = universe->second;
-    const auto rest = std::transform(dmx->channels.begin(), dmx->channels.end(), channels.begin(),
-                                     [](std::byte b) { return std::to_integer<std::uint8_t>(b); });
-    std::fill(rest, channels.end(), std::uint8_t{0});
-    lastReceiveTime = Platform::MonotonicNanoseconds();
+    // Our own broadcast, from an address that we have got since, must not count as a console.
+    ReadOwnAddresses();
+    if (!IsOwn(datagram))
+        take(now, true);
 }
 
 void ArtNetServer::HandlePoll(std::uint32_t poller, std::uint16_t port)

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <boost/container/flat_map.hpp>
-
 #include <array>
 #include <atomic>
 #include <cstdint>
@@ -11,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "ArtNet/ArtNetInputs.h"
 #include "ArtNet/ArtNetLimits.h"
 #include "ArtNet/ArtNetNodeTable.h"
 #include "ArtNet/ArtNetOutbox.h"
@@ -27,8 +26,6 @@ namespace Zen {
 class ArtNetServer : public std::enable_shared_from_this<ArtNetServer>
 {
 public:
-    using Universe = std::array<std::uint8_t, 512>;
-
     struct Settings
     {
         std::string interfaceAddress; ///< dotted, empty for all interfaces
@@ -57,10 +54,7 @@ public:
                  std::span<const std::uint8_t> channels);
     void FeedNodes(std::span<const ArtNetNodeInfo> fed);
 
-    void ClearUniverses() { dmxIn.clear(); }
-    /// The universe is kept from now on, and zero until something comes in.
-    void AddUniverse(std::int32_t portAddress) { dmxIn[portAddress].fill(0); }
-    [[nodiscard]] const Universe* FindUniverse(std::int32_t portAddress) const;
+    [[nodiscard]] ArtNetInputs& Inputs() { return dmxIn; }
 
     [[nodiscard]] const std::string& GetInterface() const { return settings_.interfaceAddress; }
     [[nodiscard]] const ArtNetNodeTable& GetNodes() const { return nodes; }
@@ -72,12 +66,14 @@ private:
     void Reopen();
     void ScheduleWatch();
     void Watch();
+    void LogConflicts();
 
     void WaitForDatagrams();
     /// Reads and handles what has come in; the number of datagrams.
     std::size_t Drain();
     void HandlePacket(const Platform::ReceivedDatagram& datagram);
-    void HandleDmx(std::span<const std::byte> datagram);
+    void HandleDmx(const Platform::ReceivedDatagram& datagram);
+    void ReadOwnAddresses();
     void HandlePoll(std::uint32_t poller, std::uint16_t port);
     [[nodiscard]] std::uint32_t AddressTowards(std::uint32_t peer);
     [[nodiscard]] bool IsOwn(const Platform::ReceivedDatagram& datagram) const;
@@ -95,7 +91,7 @@ private:
     /// The service's: guards dmxIn, nodes, the node's identity and the three fields of times and
     /// error.
     std::mutex& mutex;
-    boost::container::flat_map<std::int32_t, Universe> dmxIn;
+    ArtNetInputs dmxIn;
     ArtNetNodeTable nodes;
     std::int64_t lastReceiveTime = 0;
     std::int64_t lastSendErrorTime = 0;
@@ -123,8 +119,10 @@ private:
     // I/O thread only.
     Platform::DatagramReader reader_;
     std::vector<std::uint32_t> ownAddresses_;
+    std::int64_t ownAddressesRead_ = 0;
     ArtNetReplyLimit replyLimit_;
     ArtNetErrorLimit errorLimit_;
+    ArtNetConflictLog conflictLog_;
     ArtNetFloodGauge flood_;
     std::uint64_t senderSerial_ = 0; ///< the socket's, when sender_ was given its adapter
     ArtNetSender sender_;

@@ -14,6 +14,7 @@
 #include "ArtNet/ZenArtNetServer.h"
 #include "Log/Log.h"
 #include "Platform/Adapters.h"
+#include "Platform/Clock.h"
 #include "Platform/IPv4.h"
 
 namespace Zen {
@@ -70,7 +71,7 @@ void AddUniverses(ArtNetServer& server, const ClientRecord& client)
     for (std::int32_t i = 0; i < client.universeCount; ++i) {
         const std::uint32_t portAddress = client.firstUniverse + static_cast<std::uint32_t>(i);
         if (portAddress < portAddresses)
-            server.AddUniverse(static_cast<std::int32_t>(portAddress));
+            server.Inputs().Add(static_cast<std::int32_t>(portAddress));
     }
 }
 
@@ -102,12 +103,16 @@ struct ArtNetService::Impl
         }
     }
 
-    ArtNetServer* ServerOf(std::uint32_t id)
+    const ClientRecord* ClientOf(std::uint32_t id) const
     {
         const auto client = std::ranges::find(clients, id, &ClientRecord::id);
-        if (client == clients.end() || client->serverIndex < 0)
-            return nullptr;
-        return servers[static_cast<std::size_t>(client->serverIndex)].get();
+        return client == clients.end() || client->serverIndex < 0 ? nullptr : &*client;
+    }
+
+    ArtNetServer* ServerOf(std::uint32_t id) const
+    {
+        const ClientRecord* client = ClientOf(id);
+        return client ? servers[static_cast<std::size_t>(client->serverIndex)].get() : nullptr;
     }
 
     /// The targets of all clients, or of those at one place, in client order.
@@ -178,7 +183,7 @@ struct ArtNetService::Impl
         auto server = TakeServer(old, client.place);
         if (server) {
             ZEN_LOG_INFO("Recycling %s server", server->GetInterface().c_str());
-            server->ClearUniverses();
+            server->Inputs().Clear();
             server->MendSocket();
             server->SetPollTargets(PollTargets(&client.place));
         } else {
@@ -196,7 +201,7 @@ struct ArtNetService::Impl
         auto server = TakeServer(old, {});
         if (server) {
             ZEN_LOG_INFO("Recycling ALL server");
-            server->ClearUniverses();
+            server->Inputs().Clear();
             server->MendSocket();
             server->SetPollTargets(PollTargets(nullptr));
         } else {
@@ -319,12 +324,23 @@ std::int64_t ArtNetService::GetLastReceiveTime(std::uint32_t id)
     return server ? server->GetLastReceiveTime() : 0;
 }
 
+std::vector<ArtNetSourceConflict> ArtNetService::GetSourceConflicts(std::uint32_t id)
+{
+    const std::lock_guard lock(impl->mutex);
+    const ClientRecord* client = impl->ClientOf(id);
+    if (!client)
+        return {};
+    return impl->ServerOf(id)->Inputs().Conflicts(Platform::MonotonicNanoseconds(),
+                                                  static_cast<std::int32_t>(client->firstUniverse),
+                                                  client->universeCount);
+}
+
 void ArtNetService::ReadDmx(std::uint32_t id, std::int32_t first, std::span<std::uint8_t> pages)
 {
     const std::lock_guard lock(impl->mutex);
-    const ArtNetServer* server = impl->ServerOf(id);
+    ArtNetServer* server = impl->ServerOf(id);
     for (; pages.size() >= PageSize; pages = pages.subspan(PageSize), ++first) {
-        const auto* universe = server ? server->FindUniverse(first) : nullptr;
+        const auto* universe = server ? server->Inputs().Find(first) : nullptr;
         if (universe)
             std::ranges::copy(*universe, pages.begin());
         else

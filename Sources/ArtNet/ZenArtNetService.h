@@ -6,8 +6,10 @@
 #include <span>
 #include <string_view>
 #include <system_error>
+#include <vector>
 
 #include "ArtNet/ArtNetNodeInfo.h"
+#include "ArtNet/ArtNetSourceConflict.h"
 
 namespace Zen {
 
@@ -41,6 +43,7 @@ public:
     std::uint32_t GetNodes(std::uint32_t id, ArtNetNodeList& nodes);
     void GetLastSendError(std::uint32_t id, std::error_code& code, std::int64_t& time);
     std::int64_t GetLastReceiveTime(std::uint32_t id);
+    std::vector<ArtNetSourceConflict> GetSourceConflicts(std::uint32_t id);
     void ReadDmx(std::uint32_t id, std::int32_t first, std::span<std::uint8_t> pages);
     void SendDmx(std::uint32_t id, std::string_view address, std::int32_t portAddress,
                  std::span<const std::uint8_t> channels);

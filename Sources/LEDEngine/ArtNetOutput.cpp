@@ -4,6 +4,7 @@
 #include "DebugVariables/DebugVariables.h"
 #include "FixtureModel/DMXMapping.h"
 #include "Log/Log.h"
+#include "Platform/Clock.h"
 #include "Platform/IPv4.h"
 #include "Platform/Text.h"
 
@@ -16,6 +17,8 @@ constexpr std::size_t MaxRemoteNodes = 4096;
 
 /// With so many subscribers a universe is broadcast, since many unicasts load the network more.
 constexpr std::int32_t SubscribersForBroadcast = 41;
+
+constexpr std::int64_t SourceCheckPeriod = 500'000'000;
 
 } // namespace
 
@@ -156,6 +159,7 @@ void ArtNetOutput::NoteNodesVersion(std::uint32_t version)
 
 void ArtNetOutput::CheckInput()
 {
+    CheckSources();
     if (!inputClient)
         return;
     const std::int64_t received = inputClient->GetLastReceiveTime();
@@ -163,6 +167,19 @@ void ArtNetOutput::CheckInput()
         return;
     lastReceiveTime = received;
     emit dataInOn();
+}
+
+void ArtNetOutput::CheckSources()
+{
+    const std::int64_t now = Platform::MonotonicNanoseconds();
+    if (now - sourcesChecked_ < SourceCheckPeriod)
+        return;
+    sourcesChecked_ = now;
+    auto conflicts = inputClient ? inputClient->GetSourceConflicts() : decltype(sourceConflicts_){};
+    if (conflicts == sourceConflicts_)
+        return;
+    sourceConflicts_ = std::move(conflicts);
+    emit sourceConflictsChanged(sourceConflicts_);
 }
 
 void ArtNetOutput::ReadInputUniverses()

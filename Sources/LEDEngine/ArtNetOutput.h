@@ -62,7 +62,8 @@ public:
     /// All received universes of the merge range, from the first one on.
     void TakeInputUniverses(const InputPages& pages) { inputUniverses = pages; }
 
-    /// Emits dataInOn() when DMX was received since the last call.
+    /// Emits dataInOn() when DMX was received since the last call, and sourceConflictsChanged()
+    /// within half a second.
     void CheckInput();
 
     // ---- One frame, in this order ---------------------------------------------------------------
@@ -107,6 +108,8 @@ public:
 signals:
     void dataInOn();
     void dataOutOn();
+    /// The received universes to which two consoles send at the moment are now these, in order.
+    void sourceConflictsChanged(const std::vector<ArtNetSourceConflict>& conflicts);
 
 private:
     using Subscribers = boost::container::flat_map<std::uint16_t, std::int32_t>;
@@ -119,6 +122,7 @@ private:
     void RegisterWithHost();
 
     void NoteNodesVersion(std::uint32_t version);
+    void CheckSources();
     void ReadInputUniverses();
     bool SendUniverse(std::string_view address, const DMXUniverse& universe);
     void CountSubscriber(std::uint16_t portAddress, std::string_view ip);
@@ -139,6 +143,8 @@ private:
     std::unique_ptr<ArtNetClient> inputClient;
     std::int64_t lastSendErrorTime = 0;
     std::int64_t lastReceiveTime = 0;
+    std::vector<ArtNetSourceConflict> sourceConflicts_;
+    std::int64_t sourcesChecked_ = 0; ///< when, in nanoseconds of the monotonic clock
 
     ArtNetUniverses universes;
     Subscribers subscribers; ///< how many known nodes take each Port-Address

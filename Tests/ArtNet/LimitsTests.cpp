@@ -46,6 +46,28 @@ TEST(ErrorLimit, EachErrorOnceASecondAndThreeInAll)
     EXPECT_TRUE(limit.Allow(unreachable, Start + Second));
 }
 
+TEST(ConflictLog, EachUniverseAndPairOnceAndFewOfThemAtATime)
+{
+    ArtNetConflictLog log;
+    const std::uint32_t a = 0x0200000A;
+    const std::uint32_t b = 0x0200000B;
+    std::vector<ArtNetSourceConflict> conflicts{{4, a, b}, {5, a, b}, {7, a, b}, {8, b, a + 2}};
+    const std::string end = ": the first one counts until it is silent for 2.5 s";
+    EXPECT_EQ(log.Take(conflicts),
+              (std::vector{"2.0.0.10 and 2.0.0.11 both send Port-Address 4-5, 7" + end,
+                           "2.0.0.11 and 2.0.0.12 both send Port-Address 8" + end}));
+    conflicts = {{4, b, a}, {8, a + 2, b}}; // the other way round
+    EXPECT_TRUE(log.Take(conflicts).empty());
+    std::size_t lines = 0;
+    for (std::uint32_t i = 0; i < 5000; ++i) {
+        conflicts = {{4, a, i}, {5, a, i + 100'000}, {6, a, i + 200'000}};
+        const std::size_t now = log.Take(conflicts).size();
+        EXPECT_LE(now, 2U);
+        lines += now;
+    }
+    EXPECT_EQ(lines, 1024U - 4U);
+}
+
 TEST(FloodGauge, AFullShowIsNoFloodAndAFloodEndsWithItsLastTick)
 {
     ArtNetFloodGauge gauge;

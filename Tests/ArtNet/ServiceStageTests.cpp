@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <optional>
 #include <stdexcept>
+#include <thread>
 
 #include "ArtNetStage.h"
 
@@ -131,8 +132,9 @@ TEST_F(ArtNetStage, ClientsOfOneCardShareItsSocketAndItsNodes)
     EXPECT_TRUE(ComesIn(*output, 3, 7));
     auto input = std::make_optional<ArtNetClient>("192.168.5.1", "", 7, 1, "test");
     EXPECT_EQ(Read(*output, 3), Page{}) << "a rebuild empties what came in";
+    const auto second = RigSocket(0xC0A8050A, 0);
     for (const std::uint32_t address : {0xC0A80501U, 0xC0A805FFU, Broadcast1}) {
-        rig->Send(address, Dmx(7, {static_cast<std::uint8_t>(address % 100), 0}));
+        second->Send(address, Dmx(7, {static_cast<std::uint8_t>(address % 100), 0}));
         EXPECT_TRUE(ComesIn(*input, 7, static_cast<std::uint8_t>(address % 100)));
     }
     rig->Send(Desk1, Dmx(3, {8, 0}));
@@ -166,10 +168,10 @@ TEST_F(ArtNetStage, AServerOnAllInterfacesTakesOverAndGivesBack)
     FeedNode(on0, "2.0.0.50");
     auto everywhere = std::make_optional<ArtNetClient>("", "", 5, 1, "test");
     EXPECT_EQ(IpsOf(on0), (List{"2.0.0.50", "10.0.0.50"}));
-    for (const std::uint32_t address : {Desk0, Broadcast1}) {
-        rig->Send(address, Dmx(1, {static_cast<std::uint8_t>(address % 100), 0}));
-        EXPECT_TRUE(ComesIn(on0, 1, static_cast<std::uint8_t>(address % 100)));
-    }
+    rig->Send(Desk0, Dmx(5, {3, 0}));
+    EXPECT_TRUE(ComesIn(on0, 5, 3));
+    rig->Send(Broadcast1, Dmx(1, {4, 0}));
+    EXPECT_TRUE(ComesIn(on0, 1, 4));
     (void)rig->All(50ms); // the rig hears its own broadcast too
     on0.SendDmx("10.255.255.255", 1, Bytes{1});
     const auto heard = rig->Next(2s);
@@ -178,16 +180,58 @@ TEST_F(ArtNetStage, AServerOnAllInterfacesTakesOverAndGivesBack)
     EXPECT_EQ(heard->port, 6454);
     rig->Send(Desk0, Dmx(5, {9, 0}));
     EXPECT_TRUE(ComesIn(on0, 5, 9));
-    EXPECT_EQ(Read(on0, 1), Page{Broadcast1 % 100}) << "our own broadcast is no input";
-    const Socket neighbour(0, 0);
-    neighbour.Send(Broadcast0, Dmx(1, {6, 0}));
-    EXPECT_TRUE(ComesIn(on0, 1, 6)) << "another program on this machine is not us";
+    EXPECT_EQ(Read(on0, 1), Page{4}) << "our own broadcast is no input";
 
     everywhere.reset();
     EXPECT_EQ(IpsOf(on0), List{});
     rig->Send(Broadcast0, Dmx(1, {4, 0}));
     EXPECT_TRUE(ComesIn(on0, 1, 4));
     EXPECT_EQ(Read(on1, 1), Page{});
+}
+
+TEST_F(ArtNetStage, TheFirstOfTwoConsolesCountsUntilItIsSilentAndWeAreNone)
+{
+    using Conflicts = std::vector<ArtNetSourceConflict>;
+    ArtNetClient client("2.0.0.1", "", 1, 2, "test");
+    const ArtNetClient other("2.0.0.1", "", 5, 1, "test");
+    const auto rig = RigSocket();
+    const auto first = RigSocket(Rig0, 0);
+    const auto second = RigSocket(Rig0 + 1, 0);
+    // What we send comes back, from an address that we have had for a moment only.
+    ChangeAddress("2.0.0.1", "2.0.0.5");
+    client.SendDmx("2.255.255.255", 1, Bytes{7, 7});
+    ASSERT_TRUE(rig->Next(2s));
+    second->Send(0x02000005, Dmx(1, {3, 0}));
+    EXPECT_TRUE(ComesIn(client, 1, 3)) << "we are no console";
+    ChangeAddress("2.0.0.5", "2.0.0.1");
+
+    first->Send(Desk0, Dmx(2, {1, 0}));
+    EXPECT_TRUE(ComesIn(client, 2, 1));
+    int wrong = 0;
+    for (int i = 0; i < 60; ++i) {
+        first->Send(Desk0, Dmx(2, {1, 0}));
+        second->Send(Broadcast0, Dmx(2, {2, 0}));
+        std::this_thread::sleep_for(20ms);
+        wrong += Read(client, 2) == Page{1} ? 0 : 1;
+    }
+    EXPECT_EQ(wrong, 0);
+    const std::int64_t last = WallClock();
+    EXPECT_EQ(client.GetSourceConflicts(), (Conflicts{{2, Rig0, Rig0 + 1}}));
+    EXPECT_EQ(other.GetSourceConflicts(), Conflicts{});
+    EXPECT_EQ(log_.Count("2.0.0.10 and 2.0.0.11 both send Port-Address 2: the first one counts "
+                         "until it is silent for 2.5 s"),
+              1);
+    EXPECT_TRUE(ComesTrue([&] {
+        second->Send(Desk0, Dmx(2, {2, 0}));
+        return Read(client, 2) == Page{2};
+    }));
+    EXPECT_NEAR(static_cast<double>(WallClock() - last) / 1e9, 2.5, 0.2);
+    EXPECT_EQ(client.GetSourceConflicts(), Conflicts{});
+
+    // Another program on this machine is not us.
+    const Socket neighbour(0, 0);
+    neighbour.Send(Broadcast0, Dmx(5, {6, 0}));
+    EXPECT_TRUE(ComesIn(other, 5, 6));
 }
 
 TEST_F(ArtNetStage, BroadcastIsHeardAgainWhenTheProgramThatWasInTheWayIsGone)

@@ -16,6 +16,7 @@
 #include "LEDEngine/ArtNetOutput.h"
 #include "LEDEngine/ArtNetTrigger.h"
 #include "Show.h"
+#include "Support/ArtNetBytes.h"
 #include "Support/LogCapture.h"
 #include "Support/Stage.h"
 
@@ -330,6 +331,30 @@ TEST_F(HostChannel, OnlyACompleteListReplacesTheKnownNodes)
     host.nodes.clear();
     Connect();
     EXPECT_EQ(Refresh(), "");
+}
+
+TEST_F(HostChannel, TwoConsolesOnOneUniverseAreReportedWhileTheyLast)
+{
+    using Conflicts = std::vector<ArtNetSourceConflict>;
+    std::vector<Conflicts> reports;
+    QObject::connect(&output, &ArtNetOutput::sourceConflictsChanged,
+                     [&](const Conflicts& conflicts) { reports.push_back(conflicts); });
+    ChooseNetwork(Merge(4, 2, 32));
+    Poll(12);
+    const auto first = Stage::RigSocket(Stage::Rig0, 0);
+    const auto second = Stage::RigSocket(Stage::Rig0 + 1, 0);
+    const auto reported = [&](std::size_t count) {
+        return Stage::ComesTrue([&] {
+            output.CheckInput();
+            return reports.size() == count;
+        });
+    };
+    for (const auto& console : {first.get(), second.get(), first.get()})
+        console->Send(Stage::Desk0, ArtNetBytes::Dmx(5, {1, 0}));
+    EXPECT_TRUE(reported(1));
+    EXPECT_EQ(reports.back(), (Conflicts{{5, Stage::Rig0, Stage::Rig0 + 1}}));
+    EXPECT_TRUE(reported(2));
+    EXPECT_EQ(reports.back(), Conflicts{});
 }
 
 TEST_F(HostChannel, NodesGetTheUniversesThatTheyAnnounced)

@@ -13,6 +13,7 @@
 #include "LEDEngine/LEDEngine.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
+#include "Platform/IPv4.h"
 #include "Settings/ApplicationMode.h"
 #include "Settings/ExternalServerPreferences.h"
 #include "UI/Dialogs/LEDDialogDMXUniverseMerging.h"
@@ -85,13 +86,34 @@ void NetworkPanel::AddLamps()
 {
     const ArtNetOutput& output = parts_.engine.GetOutput();
     AddLabel(tr("Art-Net In: "));
-    connect(&output, &ArtNetOutput::dataInOn,
-            AddLamp(parts_.toolBar, QStringLiteral("inTrafficLamp"), tr(" In Traffic")),
-            &LedIndicator::toggleOn);
+    inLamp_ = AddLamp(parts_.toolBar, QStringLiteral("inTrafficLamp"), tr(" In Traffic"));
+    connect(&output, &ArtNetOutput::dataInOn, inLamp_, &LedIndicator::toggleOn);
+    connect(&output, &ArtNetOutput::sourceConflictsChanged, this, &NetworkPanel::ShowConflicts);
     AddLabel(tr(" Art-Net Out: "));
     connect(&output, &ArtNetOutput::dataOutOn,
             AddLamp(parts_.toolBar, QStringLiteral("outTrafficLamp"), tr("Out Traffic")),
             &LedIndicator::toggleOn);
+}
+
+void NetworkPanel::ShowConflicts(const std::vector<ArtNetSourceConflict>& conflicts)
+{
+    constexpr std::size_t most = 8;
+    QStringList lines;
+    for (const auto& [portAddress, taken, ignored] : conflicts) {
+        if (lines.size() == most) {
+            lines.append(tr("and %1 more").arg(conflicts.size() - most));
+            break;
+        }
+        lines.append(tr("Sub-net %1, universe %2: %3 counts, %4 is ignored")
+                         .arg(portAddress >> 4)
+                         .arg(portAddress & 0xF)
+                         .arg(QString::fromStdString(Platform::FormatIPv4(taken)),
+                              QString::fromStdString(Platform::FormatIPv4(ignored))));
+    }
+    const QString state = lines.join(QLatin1Char('\n'));
+    inLamp_->setAccessibleDescription(state);
+    inLamp_->setToolTip(state.isEmpty() ? tr(" In Traffic")
+                                        : tr(" In Traffic") + QLatin1Char('\n') + state);
 }
 
 void NetworkPanel::AddSender()

@@ -3,16 +3,19 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <QObject>
 #include <QString>
 
 class ArtNetNodeModel;
+struct ArtNetSourceConflict;
 class DeviceManager;
 class ExternalServerPreferences;
 class GetIPRange;
 class LEDDialogDMXUniverseMerging;
 class LEDEngine;
+class LedIndicator;
 class NetworkChoice;
 class QAction;
 class QToolBar;
@@ -66,6 +69,7 @@ signals:
 private:
     void AddNetworks();
     void AddLamps();
+    void ShowConflicts(const std::vector<ArtNetSourceConflict>& conflicts);
     void AddSender();
     void AddMerger();
     void AddLabel(const QString& text);
@@ -80,6 +84,7 @@ private:
 
     Parts parts_;
     SteadyComboBox* networkCombo_ = nullptr;
+    LedIndicator* inLamp_ = nullptr;
     SteadyComboBox* senderCombo_ = nullptr;
     QAction* mergerToggle_ = nullptr;
 };

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "ArtNet/ArtNetInputs.h"
+
+#include <algorithm>
+
+const ArtNetInputs::Universe* ArtNetInputs::Find(std::int32_t portAddress) const
+{
+    const auto found = inputs_.find(portAddress);
+    return found == inputs_.end() ? nullptr : &found->second.channels;
+}
+
+ArtNetInputs::Verdict ArtNetInputs::Take(const ArtNetPackets::Dmx& dmx, std::uint32_t sender,
+                                         std::int64_t now, bool known)
+{
+    const auto found = inputs_.find(dmx.portAddress);
+    if (found == inputs_.end())
+        return Verdict::NotKept;
+    Input& input = found->second;
+    if (!known && !input.taken.Is(sender, now) && !input.ignored.Is(sender, now))
+        return Verdict::Unheard;
+    if (input.taken.address != sender && !input.taken.IsSilent(now)) {
+        input.ignored = {sender, now};
+        return Verdict::Ignored;
+    }
+    if (input.ignored.address == sender)
+        input.ignored = {};
+    input.taken = {sender, now};
+    const auto rest =
+        std::transform(dmx.channels.begin(), dmx.channels.end(), input.channels.begin(),
+                       [](std::byte b) { return std::to_integer<std::uint8_t>(b); });
+    std::fill(rest, input.channels.end(), std::uint8_t{0});
+    return Verdict::Taken;
+}
+
+std::vector<ArtNetSourceConflict> ArtNetInputs::Conflicts(std::int64_t now, std::int32_t first,
+                                                          std::int32_t count) const
+{
+    std::vector<ArtNetSourceConflict> conflicts;
+    auto input = inputs_.lower_bound(first);
+    for (; input != inputs_.end() && std::int64_t{input->first} - first < count; ++input) {
+        const auto& [taken, ignored] = std::pair(input->second.taken, input->second.ignored);
+        if (!taken.IsSilent(now) && !ignored.IsSilent(now))
+            conflicts.push_back(
+                {static_cast<std::uint16_t>(input->first), taken.address, ignored.address});
+    }
+    return conflicts;
+}

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#include "ArtNet/ArtNetInputs.h"
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr std::int64_t OneMillisecond = 1'000'000;
+
+std::string ConflictText(const std::vector<ArtNetSourceConflict>& conflicts)
+{
+    std::string text;
+    for (const auto& [portAddress, taken, ignored] : conflicts)
+        text += std::to_string(portAddress) + ':' + static_cast<char>(taken) + '>' +
+                static_cast<char>(ignored) + ' ';
+    return text;
+}
+
+TEST(Inputs, TheFirstOfSeveralSendersCountsUntilItIsSilent)
+{
+    struct Step
+    {
+        int milliseconds;
+        std::string packet; ///< sender and universe; with '?' the sender may be ourselves
+        std::string taken;  ///< whose packet counts in universes 1 and 2 then
+        std::string conflicts;
+    };
+    ArtNetInputs inputs;
+    inputs.Add(2);
+    inputs.Add(1);
+    for (const auto& [milliseconds, packet, taken, conflicts] :
+         std::vector<Step>{{0, "a3", "--", ""}, // not kept
+                           {0, "a1?", "--", ""},
+                           {1, "a1", "a-", ""},
+                           {1, "a1?", "a-", ""}, // it is known by now
+                           {2, "b1?", "a-", ""},
+                           {3, "b1", "a-", "1:a>b "},
+                           {3, "b1?", "a-", "1:a>b "},
+                           {4, "b2", "ab", "1:a>b "}, // each universe for itself
+                           {5, "a2", "ab", "1:a>b 2:b>a "},
+                           {2500, "c1", "ab", "1:a>c 2:b>a "},
+                           {2501, "c1", "cb", "2:b>a "}, // 2.5 s after the last of a
+                           {2502, "a1", "cb", "1:c>a 2:b>a "},
+                           {2504, "c1", "cb", "1:c>a "},
+                           {2505, "a2", "ca", "1:c>a "},
+                           {5001, "c1", "ca", "1:c>a "},
+                           {5002, "c1", "ca", ""}})
+    {
+        const std::int64_t now = milliseconds * OneMillisecond;
+        const std::array<std::byte, 1> channel{static_cast<std::byte>(packet[0])};
+        inputs.Take({static_cast<std::uint16_t>(packet[1] - '0'), channel},
+                    static_cast<std::uint32_t>(packet[0]), now, packet.size() == 2);
+        std::string sent;
+        for (const int universe : {1, 2}) {
+            const std::uint8_t value = (*inputs.Find(universe))[0];
+            sent += value == 0 ? '-' : static_cast<char>(value);
+        }
+        EXPECT_EQ(sent, taken) << milliseconds << packet;
+        EXPECT_EQ(ConflictText(inputs.Conflicts(now)), conflicts) << milliseconds << packet;
+    }
+    EXPECT_EQ(inputs.Find(3), nullptr);
+
+    inputs.Take({2, {}}, 'b', 5003 * OneMillisecond, true);
+    inputs.Take({1, {}}, 'b', 5003 * OneMillisecond, true);
+    EXPECT_EQ(ConflictText(inputs.Conflicts(5003 * OneMillisecond, 2, 1)), "2:a>b ");
+    EXPECT_EQ(ConflictText(inputs.Conflicts(5003 * OneMillisecond, 0, 2)), "1:c>b ");
+}
+
+} // namespace
