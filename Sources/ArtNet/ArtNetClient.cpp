@@ -12,11 +12,11 @@ ArtNetClient::ArtNetClient(std::string_view interfaceAddress, std::string_view p
 
 ArtNetClient::ArtNetClient(std::string_view interfaceAddress, std::string_view pollTarget,
                            std::uint32_t firstUniverse, std::int32_t universeCount,
-                           std::string_view name)
+                           std::string_view name, bool offered)
 {
     if (const auto service = Zen::ArtNetService::Global())
         id_ = service->RegisterClient(interfaceAddress, pollTarget, firstUniverse, universeCount,
-                                      name);
+                                      name, offered);
 }
 
 ArtNetClient::~ArtNetClient()

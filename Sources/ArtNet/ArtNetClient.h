@@ -23,8 +23,10 @@ public:
                  std::string_view name);
 
     /// A receiver: the same, and `universeCount` Port-Addresses from `firstUniverse` on are kept.
+    /// When they are `offered`, consoles that ask are told that we take them.
     ArtNetClient(std::string_view interfaceAddress, std::string_view pollTarget,
-                 std::uint32_t firstUniverse, std::int32_t universeCount, std::string_view name);
+                 std::uint32_t firstUniverse, std::int32_t universeCount, std::string_view name,
+                 bool offered = false);
 
     ~ArtNetClient();
     ArtNetClient(const ArtNetClient&) = delete;
@@ -49,7 +51,7 @@ public:
     /// nanoseconds of the monotonic clock; 0 while there was none.
     [[nodiscard]] std::int64_t GetLastReceiveTime() const;
 
-    /// The registered universes to which two senders send now, in order.
+    /// The offered universes of this client to which two senders send now, in order.
     [[nodiscard]] std::vector<ArtNetSourceConflict> GetSourceConflicts() const;
 
     /// Fills `pages`, a whole number of 512-byte pages, with the universes from `firstPortAddress`

@@ -3,6 +3,14 @@
 
 #include <algorithm>
 
+void ArtNetInputs::Add(std::int32_t portAddress, bool offered)
+{
+    Input& input = inputs_[portAddress];
+    offered = offered || input.offered;
+    input = {};
+    input.offered = offered;
+}
+
 const ArtNetInputs::Universe* ArtNetInputs::Find(std::int32_t portAddress) const
 {
     const auto found = inputs_.find(portAddress);
@@ -32,6 +40,29 @@ ArtNetInputs::Verdict ArtNetInputs::Take(const ArtNetPackets::Dmx& dmx, std::uin
     return Verdict::Taken;
 }
 
+std::vector<ArtNetInputs::Page> ArtNetInputs::Offered(std::int64_t now) const
+{
+    std::vector<Page> pages;
+    for (const auto& [portAddress, input] : inputs_) {
+        if (!input.offered)
+            continue;
+        const auto net = static_cast<std::uint8_t>(portAddress >> 8);
+        const auto subNet = static_cast<std::uint8_t>(portAddress >> 4 & 0xF);
+        if (pages.empty() || pages.back().net != net || pages.back().subNet != subNet ||
+            pages.back().count == pages.back().outputs.size())
+        {
+            if (pages.size() == MaxPages)
+                break;
+            pages.push_back({.net = net, .subNet = subNet});
+        }
+        Page& page = pages.back();
+        if (!input.taken.IsSilent(now))
+            page.dataComesIn = static_cast<std::uint8_t>(page.dataComesIn | 1U << page.count);
+        page.outputs[page.count++] = static_cast<std::uint8_t>(portAddress & 0xF);
+    }
+    return pages;
+}
+
 std::vector<ArtNetSourceConflict> ArtNetInputs::Conflicts(std::int64_t now, std::int32_t first,
                                                           std::int32_t count) const
 {
@@ -39,7 +70,7 @@ std::vector<ArtNetSourceConflict> ArtNetInputs::Conflicts(std::int64_t now, std:
     auto input = inputs_.lower_bound(first);
     for (; input != inputs_.end() && std::int64_t{input->first} - first < count; ++input) {
         const auto& [taken, ignored] = std::pair(input->second.taken, input->second.ignored);
-        if (!taken.IsSilent(now) && !ignored.IsSilent(now))
+        if (input->second.offered && !taken.IsSilent(now) && !ignored.IsSilent(now))
             conflicts.push_back(
                 {static_cast<std::uint16_t>(input->first), taken.address, ignored.address});
     }

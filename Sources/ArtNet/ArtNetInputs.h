@@ -24,7 +24,8 @@ public:
 
     void Clear() { inputs_.clear(); }
     /// The universe is kept from now on, zero and without a sender until something comes in.
-    void Add(std::int32_t portAddress) { inputs_[portAddress] = {}; }
+    /// `offered` is whether consoles that ask are told of it; once is enough.
+    void Add(std::int32_t portAddress, bool offered);
     /// Null for a universe that is not kept.
     [[nodiscard]] const Universe* Find(std::int32_t portAddress) const;
 
@@ -38,7 +39,22 @@ public:
     /// Takes what came in. `known` is false for a sender that may be ourselves.
     Verdict Take(const ArtNetPackets::Dmx& dmx, std::uint32_t sender, std::int64_t now, bool known);
 
-    /// The universes of this run to which two senders send now, in order.
+    /// Up to four offered universes that share Net and Sub-Net.
+    struct Page
+    {
+        std::uint8_t net = 0;
+        std::uint8_t subNet = 0;
+        std::uint8_t count = 0;
+        std::array<std::uint8_t, 4> outputs{}; ///< the last four bits of each Port-Address
+        std::uint8_t dataComesIn = 0;          ///< bit n: someone sends output n now
+
+        bool operator==(const Page&) const = default;
+    };
+    static constexpr std::size_t MaxPages = 32;
+    /// All offered universes, as far as they fit.
+    [[nodiscard]] std::vector<Page> Offered(std::int64_t now) const;
+
+    /// The offered universes of this run to which two senders send now, in order.
     [[nodiscard]] std::vector<ArtNetSourceConflict>
     Conflicts(std::int64_t now, std::int32_t first = 0, std::int32_t count = 32768) const;
 
@@ -57,6 +73,7 @@ private:
     struct Input
     {
         Universe channels{};
+        bool offered = false;
         Sender taken;
         Sender ignored;
     };

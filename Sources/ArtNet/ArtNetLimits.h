@@ -18,7 +18,8 @@
 /// How many ArtPolls are answered. A reply to a poller that doesn't exist waits in the system for
 /// three seconds and is charged to the socket that sends the output, so replies have a bound: 64 at
 /// once and 16 a second. Of these one poller gets 8 at once and two a second, so that a flood from
-/// one address doesn't use up the others' share.
+/// one address doesn't use up the others' share. An answer of several pages counts once, since the
+/// pages behind the first are sent only to a poller that exists.
 class ArtNetReplyLimit
 {
 public:

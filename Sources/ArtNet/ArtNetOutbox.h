@@ -26,7 +26,8 @@ public:
         std::array<std::byte, ArtNetPackets::MaxDmxSize> bytes;
         std::size_t size = 0;
         std::uint32_t address = 0; ///< of the receiver, first octet in the top byte
-        std::int64_t written = 0;  ///< nanoseconds of the monotonic clock
+        std::uint16_t port = ArtNetPackets::Port;
+        std::int64_t written = 0; ///< nanoseconds of the monotonic clock
     };
 
     /// Writes one packet of at most 512 channels. True when the I/O thread must be called to Flush.

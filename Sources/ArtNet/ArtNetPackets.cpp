@@ -18,7 +18,9 @@ constexpr std::uint8_t ProtocolVersion = 14;
 
 constexpr std::size_t SmallestReply = 207;
 constexpr std::uint8_t StyleMedia = 2;
+constexpr std::size_t Ports = 4;
 constexpr std::uint8_t PortCanOutput = 0x80;
+constexpr std::uint8_t DataIsTransmitted = 0x80;
 
 /// The published codes for makers that have none assigned: OemUnknown, and the ESTA code reserved
 /// for prototypes.
@@ -45,6 +47,12 @@ void PutLowFirst(std::span<std::byte> bytes, std::size_t offset, unsigned value)
 {
     Put(bytes, offset, value & 0xFF);
     Put(bytes, offset + 1, value >> 8 & 0xFF);
+}
+
+void PutAddress(std::span<std::byte> bytes, std::size_t offset, std::uint32_t address)
+{
+    PutHighFirst(bytes, offset, address >> 16);
+    PutHighFirst(bytes, offset + 2, address & 0xFFFF);
 }
 
 void PutHead(std::span<std::byte> bytes, std::uint16_t opCode)
@@ -142,8 +150,7 @@ void WritePollReply(std::span<std::byte, PollReplySize> packet, const Identity& 
 {
     std::ranges::fill(packet, std::byte{0});
     PutHead(packet, OpPollReply);
-    PutHighFirst(packet, 10, identity.address >> 16);
-    PutHighFirst(packet, 12, identity.address & 0xFFFF);
+    PutAddress(packet, 10, identity.address);
     PutHighFirst(packet, 14, Port);
     Put(packet, 18, identity.net);
     Put(packet, 19, identity.subNet);
@@ -152,13 +159,22 @@ void WritePollReply(std::span<std::byte, PollReplySize> packet, const Identity& 
     PutText(packet, 26, 18, identity.shortName);
     PutText(packet, 44, 64, identity.shortName.substr(0, 18));
     PutText(packet, 108, 64, identity.nodeReport);
-    const std::size_t ports = std::min<std::size_t>(identity.outputs.size(), 4);
+    const std::size_t ports = std::min(identity.outputs.size(), Ports);
     Put(packet, 173, static_cast<unsigned>(ports));
-    Put(packet, 174, PortCanOutput);
-    Put(packet, 182, PortCanOutput);
     for (std::size_t i = 0; i < ports; ++i)
         Put(packet, 190 + i, identity.outputs[i] & 0x0FU);
+    const bool isPage = identity.bindIndex > 0;
+    const std::size_t shown = isPage ? ports : 1;
+    const unsigned active = isPage ? identity.dataComesIn : 1;
+    for (std::size_t i = 0; i < shown; ++i) {
+        Put(packet, 174 + i, PortCanOutput);
+        Put(packet, 182 + i, (active >> i & 1U) != 0 ? DataIsTransmitted : 0U);
+    }
     Put(packet, 200, StyleMedia);
+    if (!isPage)
+        return;
+    PutAddress(packet, 207, identity.address);
+    Put(packet, 211, identity.bindIndex);
 }
 
 std::optional<ArtNetNodeInfo> ReadPollReply(std::span<const std::byte> datagram,
@@ -174,7 +190,7 @@ std::optional<ArtNetNodeInfo> ReadPollReply(std::span<const std::byte> datagram,
     node.SetName(longName.empty() ? shortName : longName);
     node.SetIp(Platform::FormatIPv4(source));
     const int base = (At(datagram, 18) & 0x7F) << 8 | (At(datagram, 19) & 0x0F) << 4;
-    for (std::size_t port = 0; port < 4; ++port) {
+    for (std::size_t port = 0; port < Ports; ++port) {
         if ((At(datagram, 174 + port) & PortCanOutput) != 0)
             node.universes.push_back(
                 static_cast<std::uint16_t>(base | (At(datagram, 190 + port) & 0x0F)));

@@ -56,7 +56,11 @@ struct Identity
     std::uint8_t net = 0;
     std::uint8_t subNet = 0;
     std::span<const std::uint8_t> outputs; ///< at most 4 count
-    std::uint32_t address = 0;             ///< of the IP field, first octet in the top byte
+    std::uint32_t address = 0;             ///< ours, first octet in the top byte
+    /// Of a page, whose outputs are universes that we receive. 0 for the only reply of a program
+    /// that receives none: it shows one port, however many outputs it has.
+    std::uint8_t bindIndex = 0;
+    std::uint8_t dataComesIn = 0; ///< bit n for output n of a page
 };
 void WritePollReply(std::span<std::byte, PollReplySize> packet, const Identity& identity);
 

@@ -52,7 +52,7 @@ void ArtNetSender::Send(std::span<const ArtNetOutbox::Packet> packets)
             continue;
         leaving_.push_back(&packet);
         datagrams_.push_back(
-            {packet.address, ArtNetPackets::Port, std::span(packet.bytes).first(packet.size)});
+            {packet.address, packet.port, std::span(packet.bytes).first(packet.size)});
     }
     const std::size_t untried = sendBatch_(datagrams_).untried;
     full_ = untried > 0;

@@ -12,9 +12,9 @@
 #include "ArtNet/ArtNetReach.h"
 #include "Platform/Datagrams.h"
 
-/// The last step of an ArtDmx packet: it is sent at once, or waits a moment for its destination or
-/// for room in the socket's buffer, or is dropped. A packet that is older than a tick is never
-/// sent: a newer frame is due by then. I/O thread only.
+/// The last step of an ArtDmx packet, and of a long answer to a poll: it is sent at once, or waits
+/// a moment for its destination or for room in the socket's buffer, or is dropped. A packet that is
+/// older than a tick is never sent: a newer frame is due by then. I/O thread only.
 class ArtNetSender
 {
 public:

@@ -139,6 +139,16 @@ std::vector<std::uint32_t> ArtNetSocket::OwnAddresses() const
     return addresses;
 }
 
+std::vector<std::uint32_t> ArtNetSocket::Broadcasts() const
+{
+    std::vector<std::uint32_t> broadcasts;
+    for (const NetworkInterface& interface : Platform::GetNetworkInterfaces()) {
+        if (interface.ipValue == interfaceValue_)
+            broadcasts.push_back(interface.broadcastValue);
+    }
+    return broadcasts;
+}
+
 int ArtNetSocket::Handle()
 {
     return socket_.is_open() ? socket_.native_handle() : -1;

@@ -50,6 +50,9 @@ public:
     /// The address that this peer reaches us at, as it is now. 0 when there is no way to it.
     [[nodiscard]] std::uint32_t AddressTowards(std::uint32_t peer) const;
 
+    /// The broadcast address of its interface, as it is now; none for all interfaces.
+    [[nodiscard]] std::vector<std::uint32_t> Broadcasts() const;
+
     /// Grows with each Open.
     [[nodiscard]] std::uint64_t Serial() const { return serial_; }
     /// The system's number for the socket, -1 while it is closed.

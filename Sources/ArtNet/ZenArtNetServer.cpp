@@ -16,6 +16,8 @@ namespace {
 constexpr auto PollPeriod = std::chrono::microseconds(2'500'000);
 constexpr auto WatchPeriod = std::chrono::milliseconds(500);
 constexpr auto RetryPeriod = std::chrono::milliseconds(2);
+/// A change of what we offer is told everyone at most so often.
+constexpr std::int64_t AnnouncePeriod = 1'000'000'000;
 /// Our addresses are read again before a new sender counts, at most so often.
 constexpr std::int64_t OwnAddressesAge = 10'000'000;
 /// A flood must not keep the I/O thread from the sends for long.
@@ -103,6 +105,7 @@ void ArtNetServer::Watch()
     }
     ReadOwnAddresses();
     LogConflicts();
+    Announce();
     ScheduleWatch();
 }
 
@@ -202,6 +205,7 @@ std::size_t ArtNetServer::Drain()
         if (batch.size() < Platform::DatagramReader::MaxCount)
             break;
     }
+    SendFurtherPages();
     return taken;
 }
 
@@ -270,22 +274,97 @@ void ArtNetServer::HandlePoll(std::uint32_t poller, std::uint16_t port)
         const std::lock_guard lock(mutex);
         lastReceiveTime = now;
     }
-    if (!replyLimit_.Allow(poller, now))
-        return;
+    if (replyLimit_.Allow(poller, now))
+        SendReplies(poller, port);
+}
+
+void ArtNetServer::SendReplies(std::uint32_t address, std::uint16_t port)
+{
     // Looked up for each answer, of which there are few: an address that is kept gets wrong.
-    const std::uint32_t address = AddressTowards(poller);
-    std::array<std::byte, ArtNetPackets::PollReplySize> reply{};
+    const std::uint32_t ownAddress = AddressTowards(address);
     {
         const std::lock_guard lock(mutex);
-        ArtNetPackets::WritePollReply(reply, {.shortName = settings_.shortName,
-                                              .nodeReport = settings_.nodeReport,
-                                              .net = net,
-                                              .subNet = subNet,
-                                              .outputs = outputUniverses,
-                                              .address = address});
+        WriteReplies(ownAddress);
     }
-    const Platform::Datagram datagram{poller, port, reply};
-    SendNow({&datagram, 1});
+    const Platform::Datagram first{address, port, replies_.front()};
+    SendNow({&first, 1});
+    // What is sent to a poller that doesn't exist waits in the system for three seconds, charged to
+    // us. One page of each poll may do so.
+    for (const auto& reply : std::span(replies_).subspan(1)) {
+        ArtNetOutbox::Packet& packet = furtherPages_.emplace_back();
+        std::ranges::copy(reply, packet.bytes.begin());
+        packet.size = reply.size();
+        packet.address = address;
+        packet.port = port;
+        packet.written = Platform::MonotonicNanoseconds();
+    }
+}
+
+void ArtNetServer::SendFurtherPages()
+{
+    if (furtherPages_.empty())
+        return;
+    SendWaiting();
+    sender_.Send(furtherPages_);
+    furtherPages_.clear();
+    if (sender_.HasWaiting())
+        RetrySoon();
+}
+
+void ArtNetServer::WriteReplies(std::uint32_t ownAddress)
+{
+    ArtNetPackets::Identity identity{.shortName = settings_.shortName,
+                                     .nodeReport = settings_.nodeReport,
+                                     .net = net,
+                                     .subNet = subNet,
+                                     .outputs = outputUniverses,
+                                     .address = ownAddress};
+    // A console that unicasts sends to those who offer a universe as their output.
+    const auto pages = dmxIn.Offered(Platform::MonotonicNanoseconds());
+    replies_.resize(std::max<std::size_t>(pages.size(), 1));
+    if (pages.empty())
+        ArtNetPackets::WritePollReply(replies_.front(), identity);
+    for (std::size_t i = 0; i < pages.size(); ++i) {
+        identity.net = pages[i].net;
+        identity.subNet = pages[i].subNet;
+        identity.outputs = std::span(pages[i].outputs).first(pages[i].count);
+        identity.bindIndex = static_cast<std::uint8_t>(i + 1);
+        identity.dataComesIn = pages[i].dataComesIn;
+        ArtNetPackets::WritePollReply(replies_[i], identity);
+    }
+}
+
+void ArtNetServer::Announce()
+{
+    const std::int64_t now = Platform::MonotonicNanoseconds();
+    if (now - announcedTime_ < AnnouncePeriod)
+        return;
+    std::vector<ArtNetInputs::Page> offer;
+    {
+        const std::lock_guard lock(mutex);
+        offer = dmxIn.Offered(now);
+    }
+    // Data that comes and goes is no reason to bother every node: a poll asks for it.
+    for (ArtNetInputs::Page& page : offer)
+        page.dataComesIn = 0;
+    if (offer == announced_)
+        return;
+    std::vector<std::uint32_t> targets;
+    {
+        const std::lock_guard lock(socketMutex_);
+        if (socket.Status() != ArtNetServerStatus::Ready)
+            return;
+        targets = pollTargets;
+        if (targets.empty())
+            targets = socket.Broadcasts();
+    }
+    std::ranges::sort(targets);
+    targets.erase(std::unique(targets.begin(), targets.end()), targets.end());
+    announced_ = std::move(offer);
+    announcedTime_ = now;
+    for (const std::uint32_t target : targets)
+        SendReplies(target, ArtNetPackets::Port);
+    SendFurtherPages();
 }
 
 std::uint32_t ArtNetServer::AddressTowards(std::uint32_t peer)
@@ -345,7 +424,7 @@ void ArtNetServer::SendDmx(std::uint32_t address, std::uint16_t portAddress,
                                                }});
 }
 
-void ArtNetServer::FlushOutbox()
+void ArtNetServer::SendWaiting()
 {
     {
         const std::lock_guard lock(socketMutex_);
@@ -353,6 +432,11 @@ void ArtNetServer::FlushOutbox()
             sender_.UseAdapter(socket.Adapter());
     }
     sender_.SendWaiting();
+}
+
+void ArtNetServer::FlushOutbox()
+{
+    SendWaiting();
     outbox_.Flush([this](std::span<const ArtNetOutbox::Packet> packets) { sender_.Send(packets); });
     if (sender_.HasWaiting())
         RetrySoon();

@@ -75,6 +75,11 @@ private:
     void HandleDmx(const Platform::ReceivedDatagram& datagram);
     void ReadOwnAddresses();
     void HandlePoll(std::uint32_t poller, std::uint16_t port);
+    void SendReplies(std::uint32_t address, std::uint16_t port);
+    void WriteReplies(std::uint32_t ownAddress);
+    void SendFurtherPages();
+    /// Tells everyone when the offered universes have changed.
+    void Announce();
     [[nodiscard]] std::uint32_t AddressTowards(std::uint32_t peer);
     [[nodiscard]] bool IsOwn(const Platform::ReceivedDatagram& datagram) const;
 
@@ -82,6 +87,7 @@ private:
     void PollTick(std::uint64_t serial);
 
     void FlushOutbox();
+    void SendWaiting();
     void RetrySoon();
     Platform::SendOutcome SendNow(std::span<const Platform::Datagram> batch);
     void KeepError(const std::error_code& error);
@@ -121,6 +127,10 @@ private:
     std::vector<std::uint32_t> ownAddresses_;
     std::int64_t ownAddressesRead_ = 0;
     ArtNetReplyLimit replyLimit_;
+    std::vector<std::array<std::byte, ArtNetPackets::PollReplySize>> replies_;
+    std::vector<ArtNetOutbox::Packet> furtherPages_; ///< of the polls of this wake-up
+    std::vector<ArtNetInputs::Page> announced_;      ///< the offer that everyone was told of
+    std::int64_t announcedTime_ = 0;
     ArtNetErrorLimit errorLimit_;
     ArtNetConflictLog conflictLog_;
     ArtNetFloodGauge flood_;

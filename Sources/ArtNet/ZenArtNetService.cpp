@@ -36,6 +36,7 @@ struct ClientRecord
     std::uint32_t id = 0;
     std::uint32_t firstUniverse = 0;
     std::int32_t universeCount = 0;
+    bool offered = false;
     int serverIndex = -1;
     std::string place; ///< as PlaceOf gives it, at the last rebuild
 };
@@ -71,7 +72,7 @@ void AddUniverses(ArtNetServer& server, const ClientRecord& client)
     for (std::int32_t i = 0; i < client.universeCount; ++i) {
         const std::uint32_t portAddress = client.firstUniverse + static_cast<std::uint32_t>(i);
         if (portAddress < portAddresses)
-            server.Inputs().Add(static_cast<std::int32_t>(portAddress));
+            server.Inputs().Add(static_cast<std::int32_t>(portAddress), client.offered);
     }
 }
 
@@ -266,7 +267,7 @@ void ArtNetService::SetGlobal(std::shared_ptr<ArtNetService> service)
 std::uint32_t ArtNetService::RegisterClient(std::string_view interfaceAddress,
                                             std::string_view pollTarget,
                                             std::uint32_t firstUniverse, std::int32_t universeCount,
-                                            std::string_view name)
+                                            std::string_view name, bool offered)
 {
     const std::lock_guard lock(impl->mutex);
     ClientRecord client;
@@ -276,6 +277,7 @@ std::uint32_t ArtNetService::RegisterClient(std::string_view interfaceAddress,
     client.id = ++impl->nextClientId;
     client.firstUniverse = firstUniverse;
     client.universeCount = universeCount;
+    client.offered = offered;
     impl->clients.push_back(std::move(client));
     impl->RebuildServers();
     return impl->nextClientId;

@@ -37,7 +37,7 @@ public:
     /// clients now need them.
     std::uint32_t RegisterClient(std::string_view interfaceAddress, std::string_view pollTarget,
                                  std::uint32_t firstUniverse, std::int32_t universeCount,
-                                 std::string_view name);
+                                 std::string_view name, bool offered = false);
     void UnregisterClient(std::uint32_t id);
 
     std::uint32_t GetNodes(std::uint32_t id, ArtNetNodeList& nodes);

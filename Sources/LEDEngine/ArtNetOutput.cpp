@@ -108,7 +108,8 @@ void ArtNetOutput::CreateLocalClients()
     outputClient->FeedNodes({nodes.data(), nodes.size()});
     const auto firstUniverse = static_cast<std::uint32_t>(merging.GetFromStartAddress());
     inputClient = std::make_unique<ArtNetClient>(receiveAddress, std::string_view{}, firstUniverse,
-                                                 merging.GetConsecutiveUniverses(), ClientName);
+                                                 merging.GetConsecutiveUniverses(), ClientName,
+                                                 merging.IsEnabled());
 }
 
 void ArtNetOutput::DestroyLocalClients()

@@ -29,8 +29,8 @@ TEST(Inputs, TheFirstOfSeveralSendersCountsUntilItIsSilent)
         std::string conflicts;
     };
     ArtNetInputs inputs;
-    inputs.Add(2);
-    inputs.Add(1);
+    inputs.Add(2, true);
+    inputs.Add(1, true);
     for (const auto& [milliseconds, packet, taken, conflicts] :
          std::vector<Step>{{0, "a3", "--", ""}, // not kept
                            {0, "a1?", "--", ""},
@@ -67,6 +67,28 @@ TEST(Inputs, TheFirstOfSeveralSendersCountsUntilItIsSilent)
     inputs.Take({1, {}}, 'b', 5003 * OneMillisecond, true);
     EXPECT_EQ(ConflictText(inputs.Conflicts(5003 * OneMillisecond, 2, 1)), "2:a>b ");
     EXPECT_EQ(ConflictText(inputs.Conflicts(5003 * OneMillisecond, 0, 2)), "1:c>b ");
+}
+
+TEST(Inputs, OfferedUniversesMakePagesOfFourThatShareTheirSubNet)
+{
+    ArtNetInputs inputs;
+    for (int universe = 14; universe < 22; ++universe)
+        inputs.Add(universe, universe != 15);
+    inputs.Add(15, true); // another client's
+    inputs.Add(14, false);
+    inputs.Add(0x1234, true);
+    inputs.Take({17, {}}, 1, 0, true);
+    inputs.Take({0x1234, {}}, 1, 1, true);
+    using Page = ArtNetInputs::Page;
+    const Page last{0x12, 3, 1, {4}, 1};
+    const std::vector<Page> pages{
+        {0, 0, 2, {14, 15}, 0}, {0, 1, 4, {0, 1, 2, 3}, 2}, {0, 1, 2, {4, 5}, 0}, last};
+    EXPECT_EQ(inputs.Offered(ArtNetInputs::Silence - 1), pages);
+    EXPECT_EQ(inputs.Offered(ArtNetInputs::Silence)[1].dataComesIn, 0);
+    EXPECT_EQ(inputs.Offered(ArtNetInputs::Silence)[3], last);
+    for (int universe = 0; universe < 1000; ++universe)
+        inputs.Add(universe, true);
+    EXPECT_EQ(inputs.Offered(0).size(), ArtNetInputs::MaxPages);
 }
 
 } // namespace

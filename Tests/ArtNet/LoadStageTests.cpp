@@ -32,7 +32,7 @@ void Flood(const std::stop_token& stop)
 
 TEST_F(ArtNetStage, AFloodStarvesNeitherTheOutputNorTheLog)
 {
-    ArtNetClient client("2.0.0.1", "2.255.255.255", 1, 4, "test");
+    ArtNetClient client("2.0.0.1", "2.255.255.255", 1, 64, "test", true); // the most pages
     const auto rig = RigSocket(Rig0);
     constexpr int ticks = 120;
     std::int64_t arrived = 0;
@@ -155,6 +155,30 @@ TEST_F(ArtNetStage, SilentHostsTakeNothingFromTheLivingAndGetTheNewestFramesWhen
         // It goes again: what is sent is dropped on the other side, and then not sent.
         ASSERT_TRUE(Command("rig", "ip addr del " + address));
     }
+}
+
+// What waits for a host in the system is charged to the output.
+TEST_F(ArtNetStage, APollerThatIsNotThereGetsOnePageAndOneThatIsGetsAll)
+{
+    constexpr std::uint32_t poller = FirstAbsent + 100;
+    const ArtNetClient client("2.0.0.1", "", 1, 64, "test", true);
+    const auto rig = RigSocket();
+    (void)rig->All(300ms); // the offer, by broadcast
+    Flooder().Send(poller, ArtNetBytes::Poll());
+    std::this_thread::sleep_for(100ms);
+    const std::string address = Platform::FormatIPv4(poller) + "/8 dev art0";
+    ASSERT_TRUE(Command("rig", "ip addr add " + address));
+    EXPECT_EQ(rig->All(1500ms).size(), 1U); // the system asks for it once a second
+    Flooder().Send(poller, ArtNetBytes::Poll());
+    EXPECT_EQ(rig->All(300ms).size(), 17U);
+    std::size_t pages = 0;
+    for (int tries = 0; tries < 10 && pages != 17; ++tries) { // a busy machine takes too long
+        ASSERT_TRUE(Command("desk", "ip neigh flush dev art0"));
+        rig->Send(Desk0, ArtNetBytes::Poll());
+        pages = rig->All(300ms).size();
+    }
+    EXPECT_EQ(pages, 17U) << "its first poll already";
+    ASSERT_TRUE(Command("rig", "ip addr del " + address));
 }
 
 TEST_F(ArtNetStage, APacketWaitsForAHostThatTakesAMomentToAnswer)

@@ -130,6 +130,26 @@ TEST(Reply, OursByteForByteWithTextsThatAreCut)
     EXPECT_EQ(ToBytes(packet), expected);
 }
 
+TEST(Reply, APageShowsEachOutputAndWhereDataComesIn)
+{
+    const Bytes outputs{0x0E, 0x0F, 0x00};
+    const auto written = [&](std::uint8_t bindIndex) {
+        std::array<std::byte, PollReplySize> packet{};
+        WritePollReply(packet, {.shortName = "S",
+                                .nodeReport = "R",
+                                .outputs = outputs,
+                                .address = 0x0200000A,
+                                .bindIndex = bindIndex,
+                                .dataComesIn = 0x0D}); // bit 3 belongs to no output
+        return ToBytes(packet);
+    };
+    Bytes expected = written(0);
+    Put(expected, 174, std::string_view("\x80\x80\x80\0", 4));
+    Put(expected, 182, std::string_view("\x80\0\x80\0", 4));
+    Put(expected, 207, std::string_view("\x02\0\0\x0A\x11", 5));
+    EXPECT_EQ(written(17), expected);
+}
+
 TEST(Reply, ANodeIsReadFromItsFirst207Bytes)
 {
     const auto node = ReadPollReply(Span(NodeReply()), 0x0200000A);

@@ -192,7 +192,7 @@ TEST_F(ArtNetStage, AServerOnAllInterfacesTakesOverAndGivesBack)
 TEST_F(ArtNetStage, TheFirstOfTwoConsolesCountsUntilItIsSilentAndWeAreNone)
 {
     using Conflicts = std::vector<ArtNetSourceConflict>;
-    ArtNetClient client("2.0.0.1", "", 1, 2, "test");
+    ArtNetClient client("2.0.0.1", "", 1, 2, "test", true);
     const ArtNetClient other("2.0.0.1", "", 5, 1, "test");
     const auto rig = RigSocket();
     const auto first = RigSocket(Rig0, 0);
@@ -232,6 +232,55 @@ TEST_F(ArtNetStage, TheFirstOfTwoConsolesCountsUntilItIsSilentAndWeAreNone)
     const Socket neighbour(0, 0);
     neighbour.Send(Broadcast0, Dmx(5, {6, 0}));
     EXPECT_TRUE(ComesIn(other, 5, 6));
+}
+
+/// The replies that come in this time: Net and Sub-Net, BindIndex, and for each port its universe,
+/// with '!' where data comes in.
+std::vector<std::string> Offers(const Socket& rig, std::chrono::milliseconds time,
+                                std::uint32_t destination)
+{
+    std::vector<std::string> offers;
+    for (const Heard& heard : rig.All(time)) {
+        const Bytes& reply = heard.bytes;
+        if (reply.size() != 239 || reply[9] != 0x21 || heard.destination != destination)
+            continue;
+        EXPECT_EQ(heard.source, Desk0);
+        std::string text =
+            std::to_string(reply[18] * 16 + reply[19]) + '#' + std::to_string(reply[211]);
+        for (std::size_t i = 0; i < reply[173]; ++i) {
+            EXPECT_EQ(reply[174 + i], 0x80);
+            text += ' ' + std::to_string(reply[190 + i]) + (reply[182 + i] == 0x80 ? "!" : "");
+        }
+        offers.push_back(text);
+    }
+    return offers;
+}
+
+TEST_F(ArtNetStage, ReceivedUniversesAreOfferedToWhoeverAsksAndToAllWhenTheyChange)
+{
+    const auto rig = RigSocket();
+    const ArtNetClient output("2.0.0.1", "2.255.255.255", "test");
+    const ArtNetClient kept("2.0.0.1", "", 0, 1, "test");
+    rig->Send(Desk0, ArtNetBytes::Poll());
+    const auto plain = rig->Next(2s);
+    ASSERT_TRUE(plain);
+    auto input = std::make_optional<ArtNetClient>("2.0.0.1", "", 14, 4, "test", true);
+    EXPECT_EQ(Offers(*rig, 1200ms, Broadcast0), (List{"0#1 14 15", "1#2 0 1"}));
+    rig->Send(Desk0, Dmx(17, {1}));
+    rig->Send(Broadcast0, ArtNetBytes::Poll());
+    EXPECT_EQ(Offers(*rig, 200ms, Rig0), (List{"0#1 14 15", "1#2 0 1!"}));
+    // Changes in a row are told at most once a second, and the last of them is.
+    for (const int count : {1, 2, 3, 2, 1})
+        input.emplace("2.0.0.1", "", 14, count, "test", true);
+    const List told = Offers(*rig, 2200ms, Broadcast0);
+    EXPECT_LE(told.size(), 2U);
+    EXPECT_EQ(told.empty() ? "" : told.back(), "0#1 14");
+    input.reset();
+    const auto heard = rig->Next(2s);
+    ASSERT_TRUE(heard);
+    EXPECT_EQ(heard->bytes, plain->bytes) << "no longer offered";
+    EXPECT_EQ(heard->destination, Broadcast0);
+    EXPECT_EQ(Offers(*rig, 1200ms, Broadcast0), List{});
 }
 
 TEST_F(ArtNetStage, BroadcastIsHeardAgainWhenTheProgramThatWasInTheWayIsGone)
