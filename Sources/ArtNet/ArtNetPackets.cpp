@@ -177,8 +177,7 @@ void WritePollReply(std::span<std::byte, PollReplySize> packet, const Identity& 
     Put(packet, 211, identity.bindIndex);
 }
 
-std::optional<ArtNetNodeInfo> ReadPollReply(std::span<const std::byte> datagram,
-                                            std::uint32_t source)
+std::optional<ArtNetReply> ReadPollReply(std::span<const std::byte> datagram, std::uint32_t source)
 {
     if (datagram.size() < SmallestReply)
         return std::nullopt;
@@ -186,16 +185,22 @@ std::optional<ArtNetNodeInfo> ReadPollReply(std::span<const std::byte> datagram,
     const std::string_view longName = TextAt(datagram, 44, 64);
     if (IsOwnFamily(shortName) || IsOwnFamily(longName))
         return std::nullopt;
-    ArtNetNodeInfo node;
+    ArtNetReply reply;
+    ArtNetNodeInfo& node = reply.node;
     node.SetName(longName.empty() ? shortName : longName);
     node.SetIp(Platform::FormatIPv4(source));
     const int base = (At(datagram, 18) & 0x7F) << 8 | (At(datagram, 19) & 0x0F) << 4;
+    reply.switches = static_cast<std::uint32_t>(base >> 4);
     for (std::size_t port = 0; port < Ports; ++port) {
+        const int universe = At(datagram, 190 + port) & 0x0F;
+        reply.switches = reply.switches << 4 | static_cast<std::uint32_t>(universe);
         if ((At(datagram, 174 + port) & PortCanOutput) != 0)
-            node.universes.push_back(
-                static_cast<std::uint16_t>(base | (At(datagram, 190 + port) & 0x0F)));
+            node.universes.push_back(static_cast<std::uint16_t>(base | universe));
     }
-    return node;
+    constexpr std::size_t bindIndexAt = 211; // older replies end before it
+    if (datagram.size() > bindIndexAt)
+        reply.bindIndex = At(datagram, bindIndexAt);
+    return reply;
 }
 
 } // namespace ArtNetPackets

@@ -64,9 +64,9 @@ struct Identity
 };
 void WritePollReply(std::span<std::byte, PollReplySize> packet, const Identity& identity);
 
-/// The node that sent a reply. Nothing for a short packet, and for a program of our own family,
+/// A reply of a node. Nothing for a short packet, and for a program of our own family,
 /// which takes no output. `source` is the address that the datagram came from.
-[[nodiscard]] std::optional<ArtNetNodeInfo> ReadPollReply(std::span<const std::byte> datagram,
-                                                          std::uint32_t source);
+[[nodiscard]] std::optional<ArtNetReply> ReadPollReply(std::span<const std::byte> datagram,
+                                                       std::uint32_t source);
 
 } // namespace ArtNetPackets

@@ -161,7 +161,7 @@ void ArtNetServer::SetNodeIdentity(std::uint8_t netValue, std::uint8_t subNetVal
 void ArtNetServer::FeedNodes(std::span<const ArtNetNodeInfo> fed)
 {
     for (const ArtNetNodeInfo& node : fed)
-        nodes.Hear(node);
+        nodes.Feed(node);
     nodes.Age();
 }
 
@@ -237,10 +237,10 @@ void ArtNetServer::HandlePacket(const Platform::ReceivedDatagram& datagram)
         HandlePoll(datagram.address, datagram.port);
     if (kind != Kind::PollReply)
         return;
-    if (const auto node = ArtNetPackets::ReadPollReply(datagram.bytes, datagram.address)) {
+    if (const auto reply = ArtNetPackets::ReadPollReply(datagram.bytes, datagram.address)) {
         const std::lock_guard lock(mutex);
         lastReceiveTime = Platform::MonotonicNanoseconds();
-        nodes.Hear(*node);
+        nodes.Hear(*reply);
     }
 }
 

@@ -357,8 +357,11 @@ void ArtNetNodeModel::WriteWaitingRows()
 {
     const int wanted = static_cast<int>(rows_.size());
     const int first = written_;
-    for (; written_ < std::min(wanted, first + RowsAtOnce); ++written_)
+    std::size_t ports = 0;
+    for (; written_ < std::min(wanted, first + RowsAtOnce) && ports < PortsAtOnce; ++written_) {
         WriteRow(written_);
+        ports += rows_[static_cast<std::size_t>(written_)].ports.size();
+    }
     if (written_ > first) // the colour changes with which nodes answer
         emit dataChanged(index(first, NameColumn), index(written_ - 1, UniverseColumn),
                          {Qt::ForegroundRole});

@@ -42,8 +42,10 @@ public:
     /// The model remembers at most so many seen nodes; the least recently heard are forgotten
     /// first.
     static constexpr std::size_t MaxNodes = 1024;
-    /// So many top-level rows are written at once, which takes less than a tick; the rest waits.
+    /// So many top-level rows are written at once, and so many ports below them or those of one
+    /// node, which takes less than a tick; the rest waits.
     static constexpr int RowsAtOnce = 64;
+    static constexpr std::size_t PortsAtOnce = 256;
 
     explicit ArtNetNodeModel(QObject* parent = nullptr);
     ~ArtNetNodeModel() override;

@@ -52,7 +52,7 @@ void Play(ArtNetNodeTable& table, const std::vector<Turn>& turns)
         SCOPED_TRACE("turn " + std::to_string(&turn - turns.data()));
         const std::string before = Published(table);
         for (const char sign : turn.heard)
-            table.Hear(Node(sign));
+            table.Hear({Node(sign)});
         EXPECT_EQ(Published(table), before) << "not before the poll";
         table.Age();
         EXPECT_EQ(Published(table), turn.published);
@@ -73,7 +73,7 @@ TEST(NodeTable, NodesShowWithThePollInOrderOfArrivalAndAreGoneAfterFiveWithoutAn
                  {"A2", "A2", 4},
                  {"A", "A2", 4},
                  {"2bb", "Ab", 5}, // two poll targets: each node answers twice, and the last wins
-                 {"aAb", "Ab", 5}, // several reply pages change nothing with each poll
+                 {"aAb", "Ab", 5}, // what changes back is no change
                  {"1b", "1b", 6}});
 }
 
@@ -83,7 +83,7 @@ TEST(NodeTable, TakenNodesFollowOurOwnAndDoublesDieOfAge)
     Play(first, {{"a", "a", 1}});
     ArtNetNodeTable second;
     Play(second, {{"bA", "bA", 1}});
-    second.Hear(Node('c')); // not yet published
+    second.Hear({Node('c')}); // not yet published
     ArtNetNodeTable all;
     all.TakeFrom(first);
     all.TakeFrom(second);
@@ -101,6 +101,129 @@ TEST(NodeTable, TakenNodesFollowOurOwnAndDoublesDieOfAge)
     Play(both, std::vector<Turn>(5, {"1", "1", 2}));
 }
 
+// ---- Pages -------------------------------------------------------------------------------------
+
+/// "2/45" is a reply with BindIndex 2 and these two universes, of the node "n" or as named behind.
+ArtNetReply PageReply(const std::string& text)
+{
+    ArtNetReply reply;
+    reply.node.SetIp("n");
+    reply.node.SetName(text.substr(std::min(text.size(), text.find(' '))));
+    reply.bindIndex = static_cast<std::uint8_t>(text[0] - '0');
+    for (std::size_t i = 2; i < text.size() && text[i] != ' '; ++i)
+        reply.node.universes.push_back(static_cast<std::uint16_t>(text[i] - '0'));
+    reply.switches = reply.node.universes.empty() ? 0 : reply.node.universes[0];
+    return reply;
+}
+
+std::string UniversesOf(const ArtNetNodeTable& table)
+{
+    std::string text;
+    for (const ArtNetNodeInfo& node : *table.Published()) {
+        for (const std::uint16_t universe : node.universes)
+            text += std::to_string(universe);
+        text += node.Name();
+    }
+    return text;
+}
+
+TEST(NodeTable, ANodeHasTheUniversesOfAllItsPages)
+{
+    using Replies = std::vector<std::string>;
+    using Poll = std::pair<Replies, std::string>; // and what is published with the next one
+    const Poll onlyFirst{{"1/01"}, "0145"};
+    const Poll onlyLast{{"0/45"}, "45"};
+    const std::vector<std::vector<Poll>> cases{
+        // Two pages, in whatever order they come.
+        {{{"1/0123", "2/4567"}, "01234567"}, {{"2/4567", "1/0123"}, "01234567"}},
+        // One that falls silent goes alone, and comes back to its place.
+        {{{"2/45", "1/01"}, "0145"},
+         onlyFirst,
+         onlyFirst,
+         onlyFirst,
+         {{"1/01"}, "01"},
+         {{"2/45"}, "0145"}},
+        {{{"1/01", "2/45"}, "0145"}, {{"2/67"}, "0167"}, {{"2/"}, "01"}}, // patched anew
+        {{{"1/01", "1/45"}, "45"}, {{"0/67"}, "67"}, {{"1/89"}, "89"}},   // 0 and 1 are the same
+        // Pages without a number come in turns, within each poll or one with each.
+        {{{"0/45", "0/01"}, "0145"}, {{"0/45", "0/01"}, "0145"}, {{"0/01"}, "0145"}},
+        {{{"0/01"}, "01"},
+         {{"0/45"}, "45"},
+         {{"0/01"}, "0145"},
+         {{"0/45"}, "0145"},
+         {{"0/01"}, "0145"}},
+        // A node that was patched anew does not go back.
+        {{{"0/01"}, "01"},
+         {{"0/01", "0/45"}, "0145"},
+         onlyLast,
+         onlyLast,
+         onlyLast,
+         onlyLast,
+         {{"0/01", "0/45"}, "0145"}},
+        // The first page names the node.
+        {{{"1/0 a", "2/1 b"}, "01 a"},
+         {{"2/1 b", "1/0 a"}, "01 a"},
+         {{"2/1 c"}, "01 a"},
+         {{"1/0 d"}, "01 d"},
+         {{"0/0 e", "0/2 f"}, "021 e"}}};
+    for (const auto& polls : cases) {
+        ArtNetNodeTable table;
+        for (const auto& [replies, published] : polls) {
+            for (const std::string& reply : replies)
+                table.Hear(PageReply(reply));
+            const std::uint32_t before = table.Generation();
+            const std::string old = UniversesOf(table);
+            table.Age();
+            EXPECT_EQ(UniversesOf(table), published) << polls[0].first[0] << replies[0];
+            EXPECT_EQ(table.Generation() != before, old != published);
+        }
+    }
+}
+
+TEST(NodeTable, AWholeNodeIsFedUntilItRepliesItself)
+{
+    ArtNetNodeTable table;
+    const auto feed = [&table](const std::string& text) {
+        table.Feed(PageReply(text).node);
+        table.Age();
+        return UniversesOf(table);
+    };
+    EXPECT_EQ(feed("0/012345678 n"), "012345678 n");
+    EXPECT_EQ(feed("0/01234567 n"), "01234567 n");
+    table.Hear(PageReply("2/67 n"));
+    table.Hear(PageReply("1/01 n"));
+    table.Age();
+    EXPECT_EQ(UniversesOf(table), "0167 n");
+    for (int poll = 0; poll < 9; ++poll)
+        EXPECT_EQ(feed("0/0167 n"), "0167 n") << "it is what we know";
+    EXPECT_EQ(feed("0/ n"), " n");
+}
+
+TEST(NodeTable, PagesAreBounded)
+{
+    ArtNetNodeTable table;
+    const auto universesOf = [&table](std::size_t node) {
+        return (*table.Published())[node].universes.size();
+    };
+    for (std::size_t node = 0; node < 300; ++node) {
+        for (std::uint32_t page = 0; page < 200; ++page)
+            table.Hear(
+                {NodeAt(std::to_string(node)), static_cast<std::uint8_t>(node % 2 * page), page});
+    }
+    table.Age();
+    for (const std::size_t node : {0U, 1U, 255U})
+        EXPECT_EQ(universesOf(node), ArtNetNodeTable::MaxPagesOfNode) << node;
+    EXPECT_EQ(universesOf(256), 1U);
+    EXPECT_EQ(universesOf(299), 1U);
+    for (int poll = 0; poll < 5; ++poll)
+        table.Age();
+    EXPECT_TRUE(table.Published()->empty());
+    for (std::uint8_t page = 0; page < 3; ++page)
+        table.Hear({NodeAt("new"), page, 0});
+    table.Age();
+    EXPECT_EQ(universesOf(0), 2U) << "there is room again";
+}
+
 TEST(NodeTable, AtTheBoundTheLeastRecentlyHeardMakesRoom)
 {
     ArtNetNodeTable table;
@@ -108,9 +231,9 @@ TEST(NodeTable, AtTheBoundTheLeastRecentlyHeardMakesRoom)
         return NodeAt(std::to_string(i));
     };
     for (std::size_t i = 0; i < ArtNetNodeTable::MaxNodes; ++i)
-        table.Hear(stranger(i));
+        table.Hear({stranger(i)});
     for (const std::size_t i : {0U, 9999U, 9998U}) // 1 and 2 are the oldest
-        table.Hear(stranger(i));
+        table.Hear({stranger(i)});
     table.Age();
     const ArtNetNodeList& nodes = *table.Published();
     ASSERT_EQ(nodes.size(), ArtNetNodeTable::MaxNodes);

@@ -152,15 +152,20 @@ TEST(Reply, APageShowsEachOutputAndWhereDataComesIn)
 
 TEST(Reply, ANodeIsReadFromItsFirst207Bytes)
 {
-    const auto node = ReadPollReply(Span(NodeReply()), 0x0200000A);
-    ASSERT_TRUE(node);
-    EXPECT_EQ(node->Name(), "A long name");
-    EXPECT_EQ(node->Ip(), "2.0.0.10"); // not what the packet says
-    // Ports that can't output are passed over, whatever the count says; repeats stay.
-    EXPECT_EQ(std::vector<int>(node->universes.begin(), node->universes.end()),
-              (std::vector<int>{0x131, 0x133, 0x131}));
-    for (const std::size_t size : {207U, 212U, 1024U})
-        EXPECT_EQ(ReadPollReply(Span(NodeReply(size)), 0x0200000A), node) << size;
+    // Where the packet ends before the BindIndex there is none.
+    for (const auto& [size, bindIndex] :
+         {std::pair(207U, 0), {211U, 0}, {212U, 0xAB}, {239U, 0xAB}, {1024U, 0xAB}})
+    {
+        const auto reply = ReadPollReply(Span(NodeReply(size)), 0x0200000A);
+        ASSERT_TRUE(reply) << size;
+        EXPECT_EQ(reply->node.Name(), "A long name");
+        EXPECT_EQ(reply->node.Ip(), "2.0.0.10"); // not what the packet says
+        // Ports that can't output are passed over, whatever the count says; repeats stay.
+        EXPECT_EQ(std::vector<int>(reply->node.universes.begin(), reply->node.universes.end()),
+                  (std::vector<int>{0x131, 0x133, 0x131}));
+        EXPECT_EQ(reply->bindIndex, bindIndex);
+        EXPECT_EQ(reply->switches, 0x131231U);
+    }
     EXPECT_FALSE(ReadPollReply(Span(NodeReply(206)), 0x0200000A));
 }
 
@@ -181,7 +186,7 @@ TEST(Reply, TheNameIsTheLongOneOrElseTheShort)
         Put(reply, 26, shortName);
         Put(reply, 44, longName);
         const auto node = ReadPollReply(Span(reply), 1);
-        EXPECT_EQ(node ? node->Name() : "ignored", read);
+        EXPECT_EQ(node ? node->node.Name() : "ignored", read);
     }
 }
 

@@ -41,6 +41,25 @@ TEST_F(ArtNetStage, PollsOnAllInterfacesGoOutAfterTwoAndAHalfSecondsAndNodesShow
     EXPECT_EQ(IpsOf(client), (List{"2.0.0.11", "2.0.0.10"}));
 }
 
+TEST_F(ArtNetStage, ANodeHasTheUniversesOfAllItsReplies)
+{
+    ArtNetClient client("2.0.0.1", "", "test");
+    const auto rig = RigSocket();
+    Bytes page = Reply("node", 4);
+    for (std::uint8_t bindIndex = 1; bindIndex < 3; ++bindIndex) {
+        page[19] = page[211] = bindIndex;
+        rig->Send(Desk0, page);
+    }
+    ArtNetNodeList nodes;
+    EXPECT_TRUE(ComesTrue([&] {
+        client.FeedNodes({}); // counts as a poll
+        client.GetNodes(nodes);
+        return nodes.size() == 1 && nodes[0].universes.size() == 8;
+    }));
+    EXPECT_EQ(std::vector<int>(nodes[0].universes.begin(), nodes[0].universes.end()),
+              (std::vector<int>{16, 17, 18, 19, 32, 33, 34, 35}));
+}
+
 TEST_F(ArtNetStage, RegisteredUniversesOfTheInterfaceAreHeardByUnicastAndBroadcast)
 {
     const ArtNetClient client("2.0.0.1", "", 0x7FFE, 3, "test"); // the third is beyond the last

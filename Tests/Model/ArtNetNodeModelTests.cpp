@@ -177,6 +177,22 @@ TEST_F(ArtNetNodeModelTest, WhatStaysKeepsItsRowAndColumnsKeepTheirWidths)
     EXPECT_GT(repaints.count(), 0) << "no text has changed, but all are red now";
 }
 
+TEST_F(ArtNetNodeModelTest, NodesOfManyPortsAreWrittenInPortionsToo)
+{
+    Records heard;
+    for (int i = 0; i < 4; ++i) {
+        heard.push_back(Node("2.0.0." + std::to_string(i + 1), "Wall"));
+        for (std::uint16_t port = 0; port < 150; ++port)
+            heard.back().universes.push_back({port, 0});
+    }
+    nodes.UpdateNodes(heard);
+    nodes.Rebuild(document, nullptr, 0x02FFFFFF);
+    EXPECT_EQ(nodes.rowCount(), 2);
+    nodes.WriteWaitingRows();
+    EXPECT_EQ(nodes.rowCount(), 4);
+    EXPECT_EQ(nodes.rowCount(nodes.index(3, 0)), 150);
+}
+
 TEST_F(ArtNetNodeModelTest, AFloodOfAddressesIsBoundedAndWrittenInPortions)
 {
     const auto numbered = [](int number) {
