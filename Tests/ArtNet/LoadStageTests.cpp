@@ -14,17 +14,20 @@ namespace {
 using namespace Stage;
 using namespace std::chrono_literals;
 
-/// Polls, replies, universes and nonsense from ever new addresses, 100,000 packets a second.
+/// Polls, replies with ever new pages, universes and nonsense from ever new addresses, 100,000
+/// packets a second.
 void Flood(const std::stop_token& stop)
 {
     const Flooder flooder;
-    const std::vector<Bytes> packets{ArtNetBytes::Poll(), Reply("flood", 4),
-                                     Dmx(0x4000, Bytes(512, 1)), Bytes(300, 0x41)};
+    std::vector<Bytes> packets{ArtNetBytes::Poll(), Reply("flood", 4), Dmx(1, Bytes(512, 1)),
+                               Bytes(300, 0x41)};
     auto next = std::chrono::steady_clock::now();
     for (std::uint32_t i = 0; !stop.stop_requested(); next += 1ms) {
         for (int burst = 0; burst < 25; ++burst, ++i) {
+            packets[1][19] = static_cast<std::uint8_t>(i >> 4); // SubSwitch
+            packets[1][211] = static_cast<std::uint8_t>(i % 2 * i >> 4);
             for (const Bytes& packet : packets)
-                flooder.Send(0x02100000 + i % 100000, packet);
+                flooder.Send(0x02100000 + i % (i % 3 == 0 ? 16 : 100000), packet);
         }
         std::this_thread::sleep_until(next);
     }

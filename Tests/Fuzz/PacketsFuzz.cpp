@@ -31,12 +31,14 @@ void CheckDmx(std::span<const std::byte> datagram)
 
 void CheckReply(std::span<const std::byte> datagram)
 {
-    const auto node = ArtNetPackets::ReadPollReply(datagram, 0x0200000A);
-    if (!node)
+    const auto reply = ArtNetPackets::ReadPollReply(datagram, 0x0200000A);
+    if (!reply)
         return;
-    Require(datagram.size() >= 207 && node->Ip() == "2.0.0.10");
-    Require(node->Name().size() <= 64 && node->universes.size() <= 4);
-    for (const std::uint16_t portAddress : node->universes)
+    const ArtNetNodeInfo& node = reply->node;
+    Require(datagram.size() >= 207 && node.Ip() == "2.0.0.10");
+    Require(datagram.size() >= 212 || reply->bindIndex == 0);
+    Require(node.Name().size() <= 64 && node.universes.size() <= 4);
+    for (const std::uint16_t portAddress : node.universes)
         Require(portAddress < 0x8000);
 }
 
