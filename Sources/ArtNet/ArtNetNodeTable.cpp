@@ -18,7 +18,10 @@ ArtNetNodeTable::ArtNetNodeTable()
 
 void ArtNetNodeTable::Hear(const ArtNetReply& reply)
 {
-    Entry& entry = Provide(reply.node);
+    Entry* provided = Provide(reply.node);
+    if (!provided)
+        return;
+    Entry& entry = *provided;
     if (!entry.pages.empty() && entry.pages.front().fed)
         ErasePages(entry, entry.pages.begin(), entry.pages.end());
     Page* page = PageFor(entry, reply);
@@ -45,19 +48,15 @@ void ArtNetNodeTable::Hear(const ArtNetReply& reply)
     page->heard = ++heard_;
 }
 
-ArtNetNodeTable::Entry& ArtNetNodeTable::Provide(const ArtNetNodeInfo& node)
+ArtNetNodeTable::Entry* ArtNetNodeTable::Provide(const ArtNetNodeInfo& node)
 {
     const auto found = byAddress_.find(node.Ip());
-    if (found != byAddress_.end()) {
-        Entry& known = *found->second;
-        byTurn_.splice(byTurn_.end(), byTurn_, known.turn);
-        return known;
-    }
+    if (found != byAddress_.end())
+        return &*found->second;
     Entry added;
     added.node.name = node.name;
     added.node.ip = node.ip;
-    Append(added);
-    return entries_.back();
+    return Append(added) ? &entries_.back() : nullptr;
 }
 
 ArtNetNodeTable::Page* ArtNetNodeTable::PageFor(Entry& entry, const ArtNetReply& reply)
@@ -108,7 +107,10 @@ ArtNetNodeTable::Page* ArtNetNodeTable::AddPage(Entry& entry, std::uint8_t bindI
 
 void ArtNetNodeTable::Feed(const ArtNetNodeInfo& node)
 {
-    Entry& entry = Provide(node);
+    Entry* provided = Provide(node);
+    if (!provided)
+        return;
+    Entry& entry = *provided;
     if (!entry.pages.empty() && Whole(entry) == node) {
         for (Page& page : entry.pages)
             page.timeToLive = page.shown ? FullLife : page.timeToLive;
@@ -130,14 +132,14 @@ void ArtNetNodeTable::Feed(const ArtNetNodeInfo& node)
     }
 }
 
-void ArtNetNodeTable::Append(const Entry& entry)
+bool ArtNetNodeTable::Append(const Entry& entry)
 {
     if (entries_.size() >= MaxNodes)
-        Remove(byTurn_.front());
+        return false;
     const auto added = entries_.insert(entries_.end(), entry);
-    added->turn = byTurn_.insert(byTurn_.end(), added);
     byAddress_.try_emplace(added->node.Ip(), added);
     pageCount_ += entry.pages.size();
+    return true;
 }
 
 void ArtNetNodeTable::TakeFrom(const ArtNetNodeTable& other)
@@ -165,7 +167,6 @@ void ArtNetNodeTable::Remove(Entries::iterator entry)
     const auto known = byAddress_.find(entry->node.Ip());
     if (known != byAddress_.end() && known->second == entry)
         byAddress_.erase(known);
-    byTurn_.erase(entry->turn);
     entries_.erase(entry);
 }
 

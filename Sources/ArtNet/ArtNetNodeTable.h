@@ -20,9 +20,10 @@
 class ArtNetNodeTable
 {
 public:
-    /// No network has more nodes; beyond it the least recently heard makes room.
-    static constexpr std::size_t MaxNodes = 1024;
-    /// What is beyond these bounds is not taken, but for the first page of a node.
+    /// What is beyond these bounds is not taken, but for the first page of a node. A newcomer waits
+    /// until another node has died: if it took the place of one that answers, the list would be
+    /// another one with each poll. All of it takes a few megabytes.
+    static constexpr std::size_t MaxNodes = 4096;
     static constexpr std::size_t MaxPagesOfNode = 64;
     static constexpr std::size_t MaxPages = 16384;
 
@@ -67,13 +68,13 @@ private:
 
     struct Entry
     {
-        ArtNetNodeInfo node;                         ///< without universes
-        Pages pages;                                 ///< by BindIndex and then by switches
-        bool changed = false;                        ///< since the last Age
-        std::list<Entries::iterator>::iterator turn; ///< its place in byTurn_
+        ArtNetNodeInfo node;  ///< without universes
+        Pages pages;          ///< by BindIndex and then by switches
+        bool changed = false; ///< since the last Age
     };
 
-    [[nodiscard]] Entry& Provide(const ArtNetNodeInfo& node);
+    /// Null when there is no room.
+    [[nodiscard]] Entry* Provide(const ArtNetNodeInfo& node);
     [[nodiscard]] Page* PageFor(Entry& entry, const ArtNetReply& reply);
     [[nodiscard]] Page* AddPage(Entry& entry, std::uint8_t bindIndex, std::uint32_t switches);
     /// Behind the pages that have the BindIndex of the first.
@@ -83,12 +84,11 @@ private:
     void AgePages(Entry& entry);
     [[nodiscard]] static ArtNetNodeInfo Whole(const Entry& entry);
 
-    void Append(const Entry& entry);
+    bool Append(const Entry& entry);
     void Remove(Entries::iterator entry);
     void RemoveDead();
 
-    Entries entries_;                     ///< in order of first arrival
-    std::list<Entries::iterator> byTurn_; ///< the least recently heard first
+    Entries entries_; ///< in order of first arrival
     std::unordered_map<std::string_view, Entries::iterator>
         byAddress_; ///< the first of each address
     std::size_t pageCount_ = 0;

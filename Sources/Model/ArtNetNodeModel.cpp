@@ -121,23 +121,29 @@ ArtNetNodeRecord* ArtNetNodeModel::FindSeen(const std::string& ip)
 bool ArtNetNodeModel::UpdateNodes(const std::vector<ArtNetNodeRecord>& incoming)
 {
     const bool seenChanged = NoteSeen(incoming);
-    std::set<QString> addresses;
-    for (const ArtNetNodeRecord& record : incoming)
-        addresses.insert(KeyOf(record));
-    const auto live = liveNodes.keys();
-    if (!seenChanged && std::ranges::equal(addresses, live))
+    // As a rule the same nodes answer in the same order, every second.
+    if (!seenChanged && std::ranges::equal(incoming, answering_, {}, &ArtNetNodeRecord::ip))
         return false;
-    for (auto node = liveNodes.begin(); node != liveNodes.end(); ++node) {
-        if (!offlineNodes.contains(node.key()))
+    answering_.clear();
+    Table answering;
+    for (const ArtNetNodeRecord& record : incoming) {
+        answering_.push_back(record.ip);
+        const QString key = KeyOf(record);
+        if (!answering.contains(key))
+            answering.insert(key, record);
+    }
+    if (!seenChanged && answering.keys() == liveNodes.keys())
+        return false;
+    for (auto node = liveNodes.cbegin(); node != liveNodes.cend(); ++node) {
+        if (!answering.contains(node.key()) && !offlineNodes.contains(node.key()))
             offlineNodes.insert(node.key(), node.value());
     }
-    liveNodes.clear();
-    for (const ArtNetNodeRecord& record : incoming) {
-        const QString key = KeyOf(record);
-        offlineNodes.remove(key);
-        if (!IsOwnKind(record) && !liveNodes.contains(key))
-            liveNodes.insert(key, record);
+    for (auto node = answering.begin(); node != answering.end();) {
+        if (!liveNodes.contains(node.key()))
+            offlineNodes.remove(node.key());
+        node = IsOwnKind(*node) ? answering.erase(node) : std::next(node);
     }
+    liveNodes.swap(answering);
     RebuildAllNodes();
     emit nodesChanged();
     return true;
@@ -222,6 +228,7 @@ void ArtNetNodeModel::Clear()
 {
     offlineNodes.clear();
     liveNodes.clear();
+    answering_.clear();
     allNodes.clear();
     emit nodesChanged();
 }

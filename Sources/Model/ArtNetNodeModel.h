@@ -41,7 +41,7 @@ public:
     };
     /// The model remembers at most so many seen nodes; the least recently heard are forgotten
     /// first.
-    static constexpr std::size_t MaxNodes = 1024;
+    static constexpr std::size_t MaxNodes = 4096;
     /// So many top-level rows are written at once, and so many ports below them or those of one
     /// node, which takes less than a tick; the rest waits.
     static constexpr int RowsAtOnce = 64;
@@ -125,6 +125,7 @@ private:
     std::vector<Seen> nodes; ///< the nodes seen since the start, in the order of first sight
     std::unordered_map<std::string, std::size_t> seen_; ///< index in `nodes` by address
     std::uint64_t updates_ = 0;
+    std::vector<std::string> answering_; ///< the addresses of the latest discovery
 
     std::vector<RowText> rows_; ///< the texts that the tree will have
     int written_ = 0;           ///< how many of them are written

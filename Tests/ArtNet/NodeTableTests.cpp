@@ -224,22 +224,26 @@ TEST(NodeTable, PagesAreBounded)
     EXPECT_EQ(universesOf(0), 2U) << "there is room again";
 }
 
-TEST(NodeTable, AtTheBoundTheLeastRecentlyHeardMakesRoom)
+TEST(NodeTable, AtTheBoundNothingChangesUntilANodeIsGone)
 {
     ArtNetNodeTable table;
-    const auto stranger = [](std::size_t i) {
-        return NodeAt(std::to_string(i));
+    const auto poll = [&](std::size_t first, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i)
+            table.Hear({NodeAt(std::to_string(first + i))});
+        table.Age();
     };
-    for (std::size_t i = 0; i < ArtNetNodeTable::MaxNodes; ++i)
-        table.Hear({stranger(i)});
-    for (const std::size_t i : {0U, 9999U, 9998U}) // 1 and 2 are the oldest
-        table.Hear({stranger(i)});
-    table.Age();
-    const ArtNetNodeList& nodes = *table.Published();
-    ASSERT_EQ(nodes.size(), ArtNetNodeTable::MaxNodes);
-    EXPECT_EQ(nodes[0], stranger(0));
-    EXPECT_EQ(nodes[1], stranger(3));
-    EXPECT_EQ(nodes.back(), stranger(9998));
+    constexpr std::size_t most = ArtNetNodeTable::MaxNodes;
+    poll(0, most + 900);
+    EXPECT_EQ(table.Published()->size(), most);
+    for (int i = 0; i < 9; ++i)
+        poll(i % 2 == 0 ? 0 : 5, most + 900); // 0 to 4 miss every other one
+    EXPECT_EQ(table.Generation(), 1U);
+    for (int i = 0; i < 4; ++i)
+        poll(1, most);
+    EXPECT_EQ(table.Published()->size(), most - 1);
+    poll(1, most);
+    EXPECT_EQ(table.Generation(), 3U);
+    EXPECT_EQ(table.Published()->back(), NodeAt(std::to_string(most)));
 }
 
 } // namespace
