@@ -47,6 +47,27 @@ class Nodes(stage.Case):
         self.assertEqual({(BROADCAST, 0), (BROADCAST, 1)},
                          {(p.destination, p.universe) for p in wire.packets(dmx(), since=back.time + 0.2)})
 
+    def test_a_node_of_eight_ports_gets_them_all(self):
+        """Its ports are two replies to each poll; one that it gives no longer is forgotten alone."""
+        self.put_strips(range(9))
+        wire = self.watch()
+        self.start()
+        node = self.rig("-a", RIG, "-u", "0-7")
+        first = wire.wait_for(20, dmx(7, RIG), 20, "the last port")[0]
+        taken = wire.packets(dmx(), since=first.time + 0.2)
+        self.assertEqual({(RIG, universe) for universe in range(8)}, {(p.destination, p.universe) for p in taken})
+
+        node.end()
+        self.rig("-a", RIG, "-u", "0-3")
+        last = wire.packets(lambda p: p.kind == "reply" and p.payload[211] == 2)[-1].time
+        stage.wait(lambda: wire.packets(dmx(3))[-1].time > wire.packets(dmx(7))[-1].time + 1, 20,
+                   "the second page is forgotten")
+        end = wire.packets(dmx(7))[-1].time
+        self.assertTrue(10 <= end - last <= 12.5 + 1.5, f"forgotten after {end - last:.1f} s")
+        self.assertEqual({(RIG, universe) for universe in range(4)},
+                         {(p.destination, p.universe) for p in wire.packets(dmx(), since=end + 0.2)})
+        self.assertRate(wire.packets(dmx(3, RIG), since=first.time), 10)
+
     def test_forty_subscribers_and_one_more(self):
         self.put_strips([])
         stage.add_addresses("rig", addresses(41))
