@@ -11,7 +11,6 @@
 namespace {
 
 constexpr std::int64_t NanosecondsPerMillisecond = 1'000'000;
-constexpr std::int64_t FrameInterval = 100 * NanosecondsPerMillisecond;
 constexpr std::int64_t FlashInterval = 700 * NanosecondsPerMillisecond;
 
 enum SelectionMode
@@ -42,28 +41,26 @@ FrameLoop::FrameLoop(DeviceManager& manager, LEDEngine& engine, const Selection&
     , selection_(selection)
 {}
 
+std::int64_t FrameLoop::TimeToTick() const
+{
+    return grid_.TimeToTick(Platform::MonotonicNanoseconds());
+}
+
 int FrameLoop::Tick()
 {
-    const std::int64_t start = Platform::MonotonicNanoseconds();
+    const std::int64_t due = grid_.Begin(Platform::MonotonicNanoseconds());
     engine_.GetTrigger().Poll();
     engine_.GetOutput().CheckInput();
 
     if (manager_.GetMappedDeviceModel()->GetMerging().IsEnabled()) {
         SendOutput();
-    } else if (const std::int64_t now = Platform::MonotonicNanoseconds();
-               now - lastOutputTime >= FrameInterval)
-    {
+    } else if (due - lastOutputTime >= TickGrid::FrameInterval(false)) {
+        // By the moment at which the tick was due: measured from the present one, a frame would be
+        // put off by a whole tick whenever the one before came a little late.
         SendOutput();
-        lastOutputTime = now;
+        lastOutputTime = due;
     }
-
-    return IntervalAfter(start, Platform::MonotonicNanoseconds());
-}
-
-int FrameLoop::IntervalAfter(std::int64_t start, std::int64_t end)
-{
-    const std::int64_t used = (end - start) / NanosecondsPerMillisecond;
-    return static_cast<int>(used < TickMilliseconds ? TickMilliseconds - used : used);
+    return grid_.End(Platform::MonotonicNanoseconds());
 }
 
 void FrameLoop::SendOutput()

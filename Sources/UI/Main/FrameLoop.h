@@ -7,6 +7,7 @@
 
 #include <QPersistentModelIndex>
 
+#include "LEDEngine/TickGrid.h"
 #include "LibTools/ZenBitmap.h"
 
 class DeviceManager;
@@ -14,7 +15,7 @@ class LEDEngine;
 
 /// What happens in one tick of the engine's timer: the channel to the host and the output's state
 /// machine first, then, when one is due, a frame. Frames are due on every tick while received DMX
-/// is merged, and every 100 ms otherwise.
+/// is merged, and on every fourth one otherwise.
 class FrameLoop
 {
 public:
@@ -23,13 +24,10 @@ public:
     /// All three outlive the loop. `selection` holds the elements that the selection mode marks.
     FrameLoop(DeviceManager& manager, LEDEngine& engine, const Selection& selection);
 
+    /// Nanoseconds until the next tick is due, 0 or below when one is.
+    [[nodiscard]] std::int64_t TimeToTick() const;
     /// One tick. The result is the time to the next one in milliseconds.
     int Tick();
-
-    /// How long to wait after a tick between these times of the monotonic clock (nanoseconds), in
-    /// milliseconds: ticks start 25 ms apart, and a slow tick is followed by a wait as long as
-    /// itself.
-    [[nodiscard]] static int IntervalAfter(std::int64_t start, std::int64_t end);
 
     /// One frame, from the test picture to the wire. Without a picture nothing is sent.
     void SendOutput();
@@ -43,7 +41,8 @@ private:
     DeviceManager& manager_;
     LEDEngine& engine_;
     const Selection& selection_;
-    std::int64_t lastOutputTime = 0;
+    TickGrid grid_;
+    std::int64_t lastOutputTime = 0; ///< when the tick of the last frame was due
     std::int64_t flashTime = 0;
     bool flashOn = false;
 };

@@ -3,7 +3,6 @@
 
 #include "UI/Dialogs/WEFTAboutDialog.h"
 #include "UI/Main/Desk.h"
-#include "UI/Main/FrameLoop.h"
 #include "UI/Main/Startup.h"
 #include "UI/Widgets/Version.h"
 
@@ -216,14 +215,4 @@ TEST_F(Window, WithoutTheHostsLibraryTheOperatorChoosesAFolderOrQuits)
     EXPECT_TRUE(person.seen[0].text.startsWith("PixelWeft requires that "_q));
     EXPECT_TRUE(person.seen[0].title.endsWith(" Library Not Found"_q));
     EXPECT_EQ(person.seen[1].title, "working directory"_q);
-}
-
-TEST(FrameLoopTest, ATickIsFollowedByWhatIsLeftOfItsTime)
-{
-    constexpr std::int64_t microsecond = 1'000;
-    constexpr std::int64_t start = 77'000'000'000;
-    for (const auto& [used, interval] :
-         {std::pair(0, 25), std::pair(999, 25), std::pair(1'000, 24), std::pair(24'999, 1),
-          std::pair(25'000, 25), std::pair(26'000, 26), std::pair(90'500, 90)})
-        EXPECT_EQ(FrameLoop::IntervalAfter(start, start + used * microsecond), interval) << used;
 }
