@@ -107,6 +107,7 @@ void WEFTMain::BuildParts()
     engine_ = std::make_unique<LEDEngine>(*deviceManager_);
     nodeModel_ = std::make_unique<ArtNetNodeModel>();
     frameLoop_ = std::make_unique<FrameLoop>(*deviceManager_, *engine_, selectionSet);
+    pace_ = std::make_unique<EventPace>(*frameLoop_);
     network_ = std::make_unique<NetworkChoice>(GetIPRange::Instance(), settings_, *deviceManager_,
                                                *engine_, [this](const QString& text) {
                                                    notices_.Add({nullptr, QString(), text});
@@ -213,6 +214,7 @@ void WEFTMain::BuildTimers()
     networkTimer->setTimerType(Qt::CoarseTimer);
     networkTimer->setInterval(NetworkMilliseconds);
     connect(engineTimer, &QTimer::timeout, this, &WEFTMain::UpdateEngine);
+    connect(pace_.get(), &EventPace::tickIsDue, this, &WEFTMain::UpdateEngine);
     connect(nodesTimer, &QTimer::timeout, nodeList_.get(), &NodeList::RequestNodes);
     connect(networkTimer, &QTimer::timeout, network_.get(), &NetworkChoice::CheckNetworkUpdates);
 }
@@ -411,6 +413,7 @@ void WEFTMain::RemoveLocalFixturesAndReset()
 void WEFTMain::UpdateEngine()
 {
     engineTimer->setInterval(frameLoop_->Tick());
+    pace_->TickEnded();
     QTimer::singleShot(PauseAfterTickMilliseconds, nodeList_.get(), &NodeList::WorkBetweenTicks);
 }
 

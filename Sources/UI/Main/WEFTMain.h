@@ -10,6 +10,7 @@
 #include "UI/Dialogs/OperatorNotices.h"
 #include "UI/Dialogs/WEFTDialogPreferences.h"
 #include "UI/Editor/EditorDisplayState.h"
+#include "UI/Main/EventPace.h"
 #include "UI/Main/FrameLoop.h"
 #include "UI/Widgets/ActionSet.h"
 
@@ -108,6 +109,7 @@ private:
     std::unique_ptr<DeviceManager> deviceManager_;
     std::unique_ptr<LEDEngine> engine_;
     std::unique_ptr<FrameLoop> frameLoop_;
+    std::unique_ptr<EventPace> pace_;
     std::unique_ptr<NetworkChoice> network_;
     std::unique_ptr<HostSettings> hostSettings_;
     std::unique_ptr<MainWindowForm> form_;

@@ -1,0 +1,347 @@
+// SPDX-License-Identifier: MIT
+// Whether the hand takes time from the output: 254 universes with merging on, while the mouse moves
+// 125 times a second. For each thing that the hand does: the frames a second, and how many of 100
+// came within 5 ms of the grid of 25 ms, by the clock of the system that received them. The first
+// line is that of a hand at rest, to compare with.
+//   Tools/headless.sh /tmp/screen.png build/release/Benchmarks/Hand/HandBenchmark [SECONDS]
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <cstdlib>
+#include <functional>
+#include <iostream>
+#include <memory>
+#include <thread>
+#include <vector>
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QScrollBar>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+
+#include "ArtNet/ZenArtNetService.h"
+#include "DebugVariables/DebugVariables.h"
+#include "Log/Log.h"
+#include "Platform/Locale.h"
+#include "Support/Stage.h"
+#include "UI/Dialogs/OperatorBoxes.h"
+#include "UI/Editor/WeftMapEditorScene.h"
+#include "UI/Editor/WeftMapEditorView.h"
+#include "UI/Main/WEFTMain.h"
+#include "UI/Widgets/DeskLook.h"
+
+// What QTest itself posts with: an event of the window system, from any thread.
+Q_GUI_EXPORT extern void qt_handleMouseEvent(QWindow* window, const QPointF& local,
+                                             const QPointF& global, Qt::MouseButtons state,
+                                             Qt::MouseButton button, QEvent::Type type,
+                                             Qt::KeyboardModifiers mods, int timestamp);
+
+namespace {
+
+constexpr int Universes = 254;
+constexpr int Canvas = 2000;
+constexpr auto Tick = std::chrono::milliseconds(25);
+constexpr auto Near = std::chrono::milliseconds(5);
+
+QString Element(int number, int elements)
+{
+    const int columns = static_cast<int>(std::ceil(std::sqrt(elements / 8.0)));
+    const int universe = number % Universes;
+    return QStringLiteral(
+               "<Element description=\"Bar-%1\" fixture=\"Bar\"><VideoMapping><center>%2,"
+               "%3</center><size>%4,%5</size><rotation>0</rotation></VideoMapping>"
+               "<DMXMapping type=\"ArtNet\"><ArtNetMapping subnet=\"%6\" universe=\"%7\""
+               " channel=\"%8\" ipconf=\"Auto\" /></DMXMapping></Element>")
+        .arg(number)
+        .arg((number % columns + 0.5) / columns * 0.8 + 0.1)
+        .arg((number / columns + 0.5) / (8 * columns) * 0.8 + 0.1)
+        .arg(0.7 / columns)
+        .arg(0.07 / columns)
+        .arg(universe / 16)
+        .arg(universe % 16)
+        .arg(1 + number / Universes * 30);
+}
+
+void WriteDocument(const QString& path, int elements)
+{
+    QString text =
+        QStringLiteral(
+            "<LEDFixtureLibrary><LEDFixture manufacturer=\"Own\" product=\"Bar\"><PixelMapping "
+            "width=\"10\" height=\"1\" type=\"RGB\">1 4 7 10 13 16 19 22 25 28 </PixelMapping>"
+            "</LEDFixture></LEDFixtureLibrary><UniverseMerging Enabled=\"1\" "
+            "FromStartSubnet=\"15\" "
+            "FromStartUniverse=\"15\" ConsecutiveUniverses=\"1\" ToStartSubnet=\"15\" "
+            "ToStartUniverse=\"14\" MergerDMXSource=\"PixelWeft\" /><Mapping name=\"Show\" "
+            "version=\"1.0\" resolution=\"%1,%1\" network=\"2.X.X.X\">")
+            .arg(Canvas);
+    for (int i = 0; i < elements; ++i)
+        text += Element(i, elements);
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        std::abort();
+    file.write(text.toUtf8() + "</Mapping>");
+}
+
+/// Listens to universe 0 on the rig, in a thread of its own.
+class Rig
+{
+public:
+    Rig()
+        : socket_(Stage::RigSocket())
+        , thread_([this] { Listen(); })
+    {}
+    ~Rig()
+    {
+        stop_ = true;
+        thread_.join();
+    }
+    void Begin() { listening_ = true; }
+    std::vector<std::int64_t> End()
+    {
+        listening_ = false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        return std::exchange(times_, {});
+    }
+
+private:
+    void Listen()
+    {
+        while (!stop_) {
+            const auto heard = socket_->Next(std::chrono::milliseconds(20));
+            if (listening_ && heard && heard->bytes.size() > 18 && heard->bytes[9] == 0x50 &&
+                heard->bytes[14] == 0 && heard->bytes[15] == 0)
+                times_.push_back(heard->arrived);
+        }
+    }
+
+    std::unique_ptr<Stage::Socket> socket_;
+    std::atomic<bool> listening_ = false;
+    std::atomic<bool> stop_ = false;
+    std::vector<std::int64_t> times_;
+    std::thread thread_;
+};
+
+/// Moves the mouse 125 times a second in a thread of its own, as a mouse does.
+class Mouse
+{
+public:
+    explicit Mouse(QWindow* window, QPointF middle)
+        : window_(window)
+        , middle_(middle)
+    {}
+    void Send(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons state,
+              Qt::KeyboardModifiers keys = Qt::NoModifier)
+    {
+        qt_handleMouseEvent(window_, at, window_->mapToGlobal(at.toPoint()), state, button, type,
+                            keys, ++time_ * 8);
+    }
+    void Press(Qt::KeyboardModifiers keys = Qt::NoModifier)
+    {
+        Send(QEvent::MouseButtonPress, middle_, Qt::LeftButton, Qt::LeftButton, keys);
+    }
+    void Release() { Send(QEvent::MouseButtonRelease, middle_, Qt::LeftButton, Qt::NoButton); }
+    void MoveFor(std::chrono::seconds duration, Qt::KeyboardModifiers keys = Qt::NoModifier)
+    {
+        std::atomic<bool> done = false;
+        std::thread hand([&] {
+            auto next = std::chrono::steady_clock::now();
+            for (int i = 0;
+                 next < std::chrono::steady_clock::now() + duration && i < 125 * duration.count();
+                 ++i)
+            {
+                const QPointF at = middle_ + 40.0 * QPointF(std::sin(i * 0.05), std::cos(i * 0.07));
+                Send(QEvent::MouseMove, at, Qt::NoButton, Qt::LeftButton, keys);
+                std::this_thread::sleep_until(next += std::chrono::milliseconds(8));
+            }
+            done = true;
+        });
+        while (!done)
+            QTest::qWait(5);
+        hand.join();
+    }
+
+private:
+    QWindow* window_;
+    QPointF middle_;
+    int time_ = 0;
+};
+
+class Desk
+{
+public:
+    Desk(const QString& data, int elements)
+    {
+        WriteDocument(data + QStringLiteral("/LoomTap2/PixelWeft/mapping.wfm"), elements);
+        window_ = std::make_unique<WEFTMain>(boxes_);
+        window_->resize(1500, 900);
+        window_->show();
+        window_->LoadFirstDocument();
+        window_->StartTimers();
+        QTest::qWait(3000);
+        view_ = window_->findChild<WeftMapEditorView*>(QStringLiteral("mappingEditorView"));
+    }
+    void Run(const QString& what, std::chrono::seconds duration, const std::function<void()>& act)
+    {
+        QTest::qWait(300);
+        rig_.Begin();
+        QElapsedTimer timer;
+        timer.start();
+        act();
+        Q_UNUSED(duration);
+        const double seconds = static_cast<double>(timer.nsecsElapsed()) / 1e9;
+        Report(what, rig_.End(), seconds);
+    }
+    void DoAll(std::chrono::seconds duration)
+    {
+        QAction* selectAll = window_->findChild<QAction*>(QStringLiteral("actionSelect_All"));
+        const QPoint at = view_->viewport()->mapTo(window_.get(), Middle());
+        Mouse mouse(window_->windowHandle(), at);
+        Run(QStringLiteral("at rest"), duration,
+            [&] { QTest::qWait(static_cast<int>(1000 * duration.count())); });
+        selectAll->trigger();
+        Run(QStringLiteral("drag of all"), duration, [&] {
+            mouse.Press();
+            mouse.MoveFor(duration);
+            mouse.Release();
+        });
+        Run(QStringLiteral("undo, redo of all"), duration, [&] {
+            for (int i = 0; i < 5 * duration.count(); ++i) {
+                window_
+                    ->findChild<QAction*>(i % 2 == 0 ? QStringLiteral("actionUndo")
+                                                     : QStringLiteral("actionRedo"))
+                    ->trigger();
+                QTest::qWait(200);
+            }
+        });
+        Run(QStringLiteral("panning"), duration, [&] {
+            mouse.Press(Qt::ControlModifier);
+            mouse.MoveFor(duration, Qt::ControlModifier);
+            mouse.Release();
+        });
+        Run(QStringLiteral("zooming"), duration, [&] {
+            for (int i = 0; i < 20 * duration.count(); ++i) {
+                QWheelEvent wheel(Middle(), view_->viewport()->mapToGlobal(Middle()), QPoint(),
+                                  QPoint(0, i % 20 < 10 ? 120 : -120), Qt::NoButton,
+                                  Qt::ControlModifier, Qt::NoScrollPhase, false);
+                QApplication::sendEvent(view_->viewport(), &wheel);
+                QTest::qWait(50);
+            }
+        });
+        Run(QStringLiteral("rubber band"), duration, [&] {
+            const QPoint corner = view_->viewport()->mapTo(window_.get(), QPoint(10, 10));
+            Mouse band(window_->windowHandle(), corner + QPoint(60, 60));
+            window_->findChild<WeftMapEditorView*>();
+            band.Press();
+            Mouse wide(window_->windowHandle(), at);
+            wide.MoveFor(duration);
+            wide.Release();
+        });
+        Run(QStringLiteral("resizing a dialog"), duration, [&] {
+            QTimer resizer;
+            int i = 0;
+            QObject::connect(&resizer, &QTimer::timeout, [&] {
+                QWidget* dialog = QApplication::activeModalWidget();
+                if (!dialog)
+                    return;
+                if (++i > 60 * duration.count())
+                    dialog->close();
+                else
+                    dialog->setFixedSize(400 + i % 100, 300 + i % 70);
+            });
+            resizer.start(16);
+            window_->findChild<QAction*>(QStringLiteral("actionAbout"))->trigger();
+        });
+    }
+
+private:
+    [[nodiscard]] QPoint Middle() const
+    {
+        const auto ids = scene().AllIds();
+        // Any element: the canvas stands in the middle of the view.
+        return view_->mapFromScene(scene().Find(ids[ids.size() / 2])->pos());
+    }
+    [[nodiscard]] WeftMapEditorScene& scene() const
+    {
+        return *qobject_cast<WeftMapEditorScene*>(view_->scene());
+    }
+    static void Report(const QString& what, const std::vector<std::int64_t>& times, double seconds)
+    {
+        if (times.size() < 2) {
+            std::cout << qPrintable(what) << ": nothing came\n";
+            return;
+        }
+        // The grid that fits best: the median of where the frames are within a tick.
+        constexpr std::int64_t tick = std::chrono::nanoseconds(Tick).count();
+        std::vector<std::int64_t> phases;
+        for (const std::int64_t time : times)
+            phases.push_back((time - times.front() + tick + tick / 2) % tick);
+        std::vector<std::int64_t> sorted = phases;
+        std::ranges::sort(sorted);
+        const std::int64_t middle = sorted[sorted.size() / 2];
+        std::int64_t worst = 0;
+        std::size_t near = 0;
+        for (const std::int64_t phase : phases) {
+            std::int64_t off = std::abs(phase - middle);
+            off = std::min(off, tick - off);
+            worst = std::max(worst, off);
+            near += off <= std::chrono::nanoseconds(Near).count() ? 1U : 0U;
+        }
+        std::cout << qPrintable(what.leftJustified(20)) << "  "
+                  << static_cast<double>(times.size() - 1) * 1e9 /
+                         static_cast<double>(times.back() - times.front())
+                  << " frames/s, "
+                  << 100.0 * static_cast<double>(near) / static_cast<double>(times.size())
+                  << " of 100 within 5 ms, worst " << static_cast<double>(worst) / 1e6 << " ms ("
+                  << seconds << " s)" << std::endl;
+    }
+
+    WidgetBoxes boxes_;
+    Rig rig_;
+    std::unique_ptr<WEFTMain> window_;
+    WeftMapEditorView* view_ = nullptr;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    Stage::Enter(argc, argv);
+    const std::chrono::seconds duration(argc > 1 ? std::atoi(argv[1]) : 10);
+    const QTemporaryDir home;
+    const QString data = home.filePath(QStringLiteral("data"));
+    qputenv("HOME", home.path().toUtf8());
+    qputenv("XDG_DATA_HOME", data.toUtf8());
+    qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toUtf8());
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication application(argc, argv);
+    QApplication::setPalette(DeskPalette());
+    Platform::UseUtf8TextAndPlainNumbers();
+    Zen::ArtNetService::SetGlobal(
+        std::make_shared<Zen::ArtNetService>("Zentri PixelWeft", "#0001 [0001] Ready", false));
+    Zen::DebugVariables::SetGlobal(std::make_shared<Zen::DebugVariables>());
+    // Boxes are answered with their default.
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, [] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+            QTest::keyClick(box, Qt::Key_Return);
+    });
+    answer.start(100);
+    for (const int elements : {254, 4000}) {
+        std::cout << elements << " elements\n";
+        Desk(data, elements).DoAll(duration);
+    }
+    Zen::DebugVariables::SetGlobal(nullptr);
+    Zen::ArtNetService::SetGlobal(nullptr);
+    Zen::Log::SetGlobal(nullptr);
+    return EXIT_SUCCESS;
+}
