@@ -71,3 +71,15 @@ void ArtNetClient::SendDmx(std::string_view address, std::int32_t portAddress,
     if (const auto service = Zen::ArtNetService::Global())
         service->SendDmx(id_, address, portAddress, channels);
 }
+
+void ArtNetClient::BeginFrame(std::int64_t lifetime)
+{
+    if (const auto service = Zen::ArtNetService::Global())
+        service->BeginFrame(id_, lifetime);
+}
+
+void ArtNetClient::EndFrame(std::string_view syncAddress)
+{
+    if (const auto service = Zen::ArtNetService::Global())
+        service->EndFrame(id_, syncAddress);
+}

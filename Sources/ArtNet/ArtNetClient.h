@@ -64,6 +64,13 @@ public:
     void SendDmx(std::string_view address, std::int32_t portAddress,
                  std::span<const std::uint8_t> channels);
 
+    /// What is sent until EndFrame is one frame: it leaves together, spread where a node would get
+    /// more than it can take at once, and what could not leave within `lifetime` nanoseconds is
+    /// dropped, for the next frame is due by then.
+    void BeginFrame(std::int64_t lifetime);
+    /// With an address, an ArtSync to it follows the frame.
+    void EndFrame(std::string_view syncAddress);
+
 private:
     std::uint32_t id_ = 0;
 };

@@ -14,6 +14,7 @@ constexpr std::array<char, 8> Id{'A', 'r', 't', '-', 'N', 'e', 't', '\0'};
 constexpr std::uint16_t OpPoll = 0x2000;
 constexpr std::uint16_t OpPollReply = 0x2100;
 constexpr std::uint16_t OpDmx = 0x5000;
+constexpr std::uint16_t OpSync = 0x5200;
 constexpr std::uint8_t ProtocolVersion = 14;
 
 constexpr std::size_t SmallestReply = 207;
@@ -82,15 +83,21 @@ bool IsOwnFamily(std::string_view name)
     });
 }
 
-constexpr auto PollPacket = [] {
+/// A packet that is always the same, with nothing behind its head but byte 12.
+constexpr std::array<std::byte, 14> FixedPacket(std::uint16_t opCode, std::uint8_t byte12)
+{
     std::array<std::byte, 14> packet{};
     for (std::size_t i = 0; i < Id.size(); ++i)
         packet[i] = static_cast<std::byte>(Id[i]);
-    packet[9] = static_cast<std::byte>(OpPoll >> 8);
+    packet[9] = static_cast<std::byte>(opCode >> 8);
     packet[11] = static_cast<std::byte>(ProtocolVersion);
-    packet[12] = static_cast<std::byte>(0x02); // TalkToMe: replies when something changes
+    packet[12] = static_cast<std::byte>(byte12);
     return packet;
-}();
+}
+
+constexpr std::uint8_t TalkToMe = 0x02; // replies when something changes
+constexpr auto PollPacket = FixedPacket(OpPoll, TalkToMe);
+constexpr auto SyncPacket = FixedPacket(OpSync, 0);
 
 } // namespace
 
@@ -114,6 +121,11 @@ Kind Classify(std::span<const std::byte> datagram)
 std::span<const std::byte, 14> Poll()
 {
     return PollPacket;
+}
+
+std::span<const std::byte, SyncSize> Sync()
+{
+    return SyncPacket;
 }
 
 std::size_t WriteDmx(std::span<std::byte, MaxDmxSize> packet, std::uint16_t portAddress,

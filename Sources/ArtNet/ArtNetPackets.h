@@ -10,13 +10,14 @@
 
 #include "ArtNet/ArtNetNodeInfo.h"
 
-/// The three packets of Art-Net (protocol version 14) that we build and read.
+/// The packets of Art-Net (protocol version 14) that we build and read.
 namespace ArtNetPackets {
 
 inline constexpr std::uint16_t Port = 6454;
 inline constexpr std::size_t DmxHeaderSize = 18;
 inline constexpr std::size_t MaxDmxSize = DmxHeaderSize + 512;
 inline constexpr std::size_t PollReplySize = 239;
+inline constexpr std::size_t SyncSize = 14;
 
 enum class Kind : std::uint8_t
 {
@@ -31,6 +32,9 @@ enum class Kind : std::uint8_t
 
 /// The one ArtPoll that we send.
 [[nodiscard]] std::span<const std::byte, 14> Poll();
+
+/// The one ArtSync: nodes that know it put out together what they received since the last one.
+[[nodiscard]] std::span<const std::byte, SyncSize> Sync();
 
 /// Writes an ArtDmx packet and gives its size: the channels, at most 512 of them, are padded to an
 /// even number. The Port-Address is cut to 15 bits. Sequence is 0: receivers take packets as they

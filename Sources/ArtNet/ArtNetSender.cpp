@@ -43,8 +43,10 @@ void ArtNetSender::Send(std::span<const ArtNetOutbox::Packet> packets)
     leaving_.clear();
     datagrams_.clear();
     for (const ArtNetOutbox::Packet& packet : packets) {
-        if (now - packet.written > OldestAge)
+        if (now > packet.expires) {
+            ++expired_;
             continue;
+        }
         const auto verdict = reach_->Judge(packet.address, now);
         if (verdict == ArtNetReach::Verdict::Wait)
             KeepWaiting(packet);

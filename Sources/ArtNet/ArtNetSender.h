@@ -13,14 +13,11 @@
 #include "Platform/Datagrams.h"
 
 /// The last step of an ArtDmx packet, and of a long answer to a poll: it is sent at once, or waits
-/// a moment for its destination or for room in the socket's buffer, or is dropped. A packet that is
-/// older than a tick is never sent: a newer frame is due by then. I/O thread only.
+/// a moment for its destination or for room in the socket's buffer, or is dropped. A packet that
+/// has expired is never sent: a newer frame is due by then. I/O thread only.
 class ArtNetSender
 {
 public:
-    /// The engine's tick, in nanoseconds.
-    static constexpr std::int64_t OldestAge = 25'000'000;
-
     using SendBatch =
         std::function<Platform::SendOutcome(std::span<const Platform::Datagram> batch)>;
     /// `sendBatch` hands a batch to the socket; it is called in Send and SendWaiting alone.
@@ -38,6 +35,9 @@ public:
     /// Whether SendWaiting should be called again in a moment.
     [[nodiscard]] bool HasWaiting() const { return waitingCount_ > 0; }
 
+    /// How many packets have expired, since the beginning.
+    [[nodiscard]] std::uint64_t Expired() const { return expired_; }
+
 private:
     static constexpr std::size_t MaxWaiting = 4096;
 
@@ -48,6 +48,7 @@ private:
 
     std::vector<ArtNetOutbox::Packet> waiting_;
     std::size_t waitingCount_ = 0;
+    std::uint64_t expired_ = 0;
     bool full_ = false; ///< whether the socket's buffer was full when it was last tried
     std::vector<ArtNetOutbox::Packet> retried_;
 

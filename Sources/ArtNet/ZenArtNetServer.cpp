@@ -16,6 +16,9 @@ namespace {
 constexpr auto PollPeriod = std::chrono::microseconds(2'500'000);
 constexpr auto WatchPeriod = std::chrono::milliseconds(500);
 constexpr auto RetryPeriod = std::chrono::milliseconds(2);
+constexpr auto ExpiredPeriod = std::chrono::seconds(1);
+/// Later a poller has asked again.
+constexpr std::int64_t ReplyLifetime = 25'000'000;
 /// A change of what we offer is told everyone at most so often.
 constexpr std::int64_t AnnouncePeriod = 1'000'000'000;
 /// Our addresses are read again before a new sender counts, at most so often.
@@ -42,6 +45,7 @@ ArtNetServer::ArtNetServer(boost::asio::io_service& ioService, std::mutex& servi
         KeepError(outcome.lastError);
         return outcome;
     })
+    , spreadTimer_(ioService)
     , retryTimer_(ioService)
 {
     socket.Open();
@@ -296,7 +300,7 @@ void ArtNetServer::SendReplies(std::uint32_t address, std::uint16_t port)
         packet.size = reply.size();
         packet.address = address;
         packet.port = port;
-        packet.written = Platform::MonotonicNanoseconds();
+        packet.expires = Platform::MonotonicNanoseconds() + ReplyLifetime;
     }
 }
 
@@ -417,8 +421,20 @@ void ArtNetServer::PollTick(std::uint64_t serial)
 void ArtNetServer::SendDmx(std::uint32_t address, std::uint16_t portAddress,
                            std::span<const std::uint8_t> channels)
 {
-    if (!outbox_.Add(address, portAddress, channels))
-        return;
+    if (outbox_.Add(address, portAddress, channels))
+        CallFlush();
+}
+
+void ArtNetServer::EndFrame(std::uint32_t syncAddress)
+{
+    if (syncAddress != 0)
+        static_cast<void>(outbox_.AddSync(syncAddress)); // EndFrame says whether to call
+    if (outbox_.EndFrame())
+        CallFlush();
+}
+
+void ArtNetServer::CallFlush()
+{
     boost::asio::post(ioService_, FlushHandler{&flushStorage_, [self = shared_from_this()] {
                                                    self->FlushOutbox();
                                                }});
@@ -437,9 +453,46 @@ void ArtNetServer::SendWaiting()
 void ArtNetServer::FlushOutbox()
 {
     SendWaiting();
-    outbox_.Flush([this](std::span<const ArtNetOutbox::Packet> packets) { sender_.Send(packets); });
+    outbox_.Flush([this](ArtNetSpread::Packets packets) {
+        spread_.Add(packets, Platform::MonotonicNanoseconds(),
+                    [this](ArtNetSpread::Packets group) { sender_.Send(group); });
+    });
+    if (spread_.HasMore())
+        SendGroups();
     if (sender_.HasWaiting())
         RetrySoon();
+    TellExpired();
+}
+
+/// Waits for the next group of the frame, and sends it.
+void ArtNetServer::SendGroups()
+{
+    spreadTimer_.expires_at(
+        std::chrono::steady_clock::time_point(std::chrono::nanoseconds(spread_.NextDue())));
+    spreadTimer_.async_wait([self = shared_from_this()](const boost::system::error_code& failure) {
+        if (failure == boost::asio::error::operation_aborted || self->stopped)
+            return;
+        self->sender_.SendWaiting();
+        self->spread_.SendGroup(
+            [&self](ArtNetSpread::Packets group) { self->sender_.Send(group); });
+        if (self->spread_.HasMore())
+            self->SendGroups();
+        if (self->sender_.HasWaiting())
+            self->RetrySoon();
+    });
+}
+
+void ArtNetServer::TellExpired()
+{
+    const std::uint64_t expired = sender_.Expired();
+    const std::int64_t now = Platform::MonotonicNanoseconds();
+    if (expired == expiredTold_ ||
+        now - expiredTime_ < std::chrono::nanoseconds(ExpiredPeriod).count())
+        return;
+    ZEN_LOG_ERROR("%llu packets could not leave in time and were not sent",
+                  static_cast<unsigned long long>(expired - expiredTold_));
+    expiredTold_ = expired;
+    expiredTime_ = now;
 }
 
 void ArtNetServer::RetrySoon()

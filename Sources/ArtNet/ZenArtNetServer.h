@@ -16,6 +16,7 @@
 #include "ArtNet/ArtNetPackets.h"
 #include "ArtNet/ArtNetSender.h"
 #include "ArtNet/ArtNetSocket.h"
+#include "ArtNet/ArtNetSpread.h"
 #include "ArtNet/FlushHandler.h"
 
 namespace Zen {
@@ -52,6 +53,10 @@ public:
     void TakeNodesFrom(const ArtNetServer& other) { nodes.TakeFrom(other.nodes); }
     void SendDmx(std::uint32_t address, std::uint16_t portAddress,
                  std::span<const std::uint8_t> channels);
+    /// What is sent until EndFrame leaves together and is worthless `lifetime` nanoseconds later.
+    void BeginFrame(std::int64_t lifetime) { outbox_.BeginFrame(lifetime); }
+    /// Behind the frame an ArtSync goes to `syncAddress`, unless that is 0.
+    void EndFrame(std::uint32_t syncAddress);
     void FeedNodes(std::span<const ArtNetNodeInfo> fed);
 
     [[nodiscard]] ArtNetInputs& Inputs() { return dmxIn; }
@@ -86,8 +91,11 @@ private:
     void SchedulePoll();
     void PollTick(std::uint64_t serial);
 
+    void CallFlush();
     void FlushOutbox();
     void SendWaiting();
+    void SendGroups();
+    void TellExpired();
     void RetrySoon();
     Platform::SendOutcome SendNow(std::span<const Platform::Datagram> batch);
     void KeepError(const std::error_code& error);
@@ -136,6 +144,10 @@ private:
     ArtNetFloodGauge flood_;
     std::uint64_t senderSerial_ = 0; ///< the socket's, when sender_ was given its adapter
     ArtNetSender sender_;
+    ArtNetSpread spread_;
+    boost::asio::steady_timer spreadTimer_;
+    std::uint64_t expiredTold_ = 0;
+    std::int64_t expiredTime_ = 0;
     boost::asio::steady_timer retryTimer_;
 };
 

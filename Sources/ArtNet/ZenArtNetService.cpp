@@ -362,6 +362,21 @@ void ArtNetService::SendDmx(std::uint32_t id, std::string_view address, std::int
         server->SendDmx(*target, universe, channels);
 }
 
+void ArtNetService::BeginFrame(std::uint32_t id, std::int64_t lifetime)
+{
+    const std::lock_guard lock(impl->mutex);
+    if (ArtNetServer* server = impl->ServerOf(id))
+        server->BeginFrame(lifetime);
+}
+
+void ArtNetService::EndFrame(std::uint32_t id, std::string_view syncAddress)
+{
+    const std::uint32_t address = Platform::ParseIPv4(syncAddress).value_or(0);
+    const std::lock_guard lock(impl->mutex);
+    if (ArtNetServer* server = impl->ServerOf(id))
+        server->EndFrame(address);
+}
+
 void ArtNetService::FeedNodes(std::uint32_t id, std::span<const ArtNetNodeInfo> nodes)
 {
     const std::lock_guard lock(impl->mutex);

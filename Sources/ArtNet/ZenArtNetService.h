@@ -47,6 +47,8 @@ public:
     void ReadDmx(std::uint32_t id, std::int32_t first, std::span<std::uint8_t> pages);
     void SendDmx(std::uint32_t id, std::string_view address, std::int32_t portAddress,
                  std::span<const std::uint8_t> channels);
+    void BeginFrame(std::uint32_t id, std::int64_t lifetime);
+    void EndFrame(std::uint32_t id, std::string_view syncAddress);
     void FeedNodes(std::uint32_t id, std::span<const ArtNetNodeInfo> nodes);
 
     /// What our ArtPollReply says of our own outputs: at most 4 universes.

@@ -3,6 +3,7 @@
 
 #include "DebugVariables/DebugVariables.h"
 #include "FixtureModel/DMXMapping.h"
+#include "LEDEngine/TickGrid.h"
 #include "Log/Log.h"
 #include "Platform/Clock.h"
 #include "Platform/IPv4.h"
@@ -230,6 +231,18 @@ bool ArtNetOutput::SendUniverse(std::string_view address, const DMXUniverse& uni
         return true;
     lastSendErrorTime = errorTime;
     return false;
+}
+
+void ArtNetOutput::BeginSending()
+{
+    if (outputClient)
+        outputClient->BeginFrame(TickGrid::FrameInterval(merging.IsEnabled()));
+}
+
+void ArtNetOutput::EndSending(bool sync)
+{
+    if (outputClient)
+        outputClient->EndFrame(sync ? broadcastAddress : std::string());
 }
 
 ArtNetOutput::SendResult ArtNetOutput::SendUnicastUniverses()

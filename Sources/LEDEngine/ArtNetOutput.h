@@ -83,6 +83,11 @@ public:
     /// output. Elements are laid on top of them.
     void MergeInputUniverses();
 
+    /// Around the sending of a frame's universes. With `sync` the nodes are told to put them out
+    /// together.
+    void BeginSending();
+    void EndSending(bool sync);
+
     /// The outcome of sending several universes.
     struct SendResult
     {

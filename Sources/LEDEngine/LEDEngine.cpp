@@ -145,7 +145,9 @@ int LEDEngine::BuildAndSendFrame()
     plan_.Assemble(output);
     if (output.outputSuspended)
         return -1;
+    output.BeginSending();
     const auto result = SendUniverses();
+    output.EndSending(false);
     if (result.anySent)
         emit output.dataOutOn();
     return result.allSent ? 0 : -1;

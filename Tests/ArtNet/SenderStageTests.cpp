@@ -15,18 +15,19 @@
 namespace {
 
 using Universes = std::vector<int>;
+constexpr std::int64_t Tick = 25'000'000;
 
 class Sender : public testing::Test
 {
 protected:
-    void Send(const Universes& universes, std::int64_t age = 0)
+    void Send(const Universes& universes, std::int64_t lifetime = Tick)
     {
         std::vector<ArtNetOutbox::Packet> packets(universes.size());
         for (std::size_t i = 0; i < packets.size(); ++i) {
             const auto universe = static_cast<std::uint16_t>(universes[i]);
             packets[i].size = ArtNetPackets::WriteDmx(packets[i].bytes, universe, {});
             packets[i].address = Stage::Loopback;
-            packets[i].written = Platform::MonotonicNanoseconds() - age;
+            packets[i].expires = Platform::MonotonicNanoseconds() + lifetime;
         }
         sender_.Send(packets);
     }
@@ -44,8 +45,8 @@ protected:
     }};
 };
 
-// The packets are dated ahead, so that a busy machine lets none of them get too old.
-constexpr std::int64_t Fresh = -60'000'000'000;
+// So long that a busy machine lets none of them get too old.
+constexpr std::int64_t Fresh = 60'000'000'000;
 
 TEST_F(Sender, AFullBufferKeepsTheRestInOrderUntilThereIsRoomAgain)
 {
@@ -64,19 +65,20 @@ TEST_F(Sender, AFullBufferKeepsTheRestInOrderUntilThereIsRoomAgain)
     EXPECT_EQ(left_, (Universes{1, 2, 3, 4, 5, 6}));
 }
 
-TEST_F(Sender, NothingIsSentThatIsOlderThanATickAndLittleWaits)
+TEST_F(Sender, NothingIsSentThatHasExpiredAndLittleWaits)
 {
     room_ = 100;
-    Send({1}, ArtNetSender::OldestAge);
+    Send({1}, -1);
     Send({2}, Fresh);
     EXPECT_EQ(left_, Universes{2});
     room_ = 0;
     Send({3});
-    std::this_thread::sleep_for(std::chrono::nanoseconds(ArtNetSender::OldestAge));
+    std::this_thread::sleep_for(std::chrono::nanoseconds(Tick));
     room_ = 100;
     sender_.SendWaiting();
     EXPECT_FALSE(sender_.HasWaiting());
     EXPECT_EQ(left_, Universes{2});
+    EXPECT_EQ(sender_.Expired(), 2U);
 
     room_ = 0;
     Send(Universes(5000, 4), Fresh);

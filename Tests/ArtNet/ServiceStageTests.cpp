@@ -132,6 +132,40 @@ TEST_F(ArtNetStage, ASendThatCannotBeIsThrownOrKeptAndLoggedOnce)
     EXPECT_TRUE(client.GetLastSendError().code) << "it stays after a success";
 }
 
+TEST_F(ArtNetStage, AFrameOfManyUniversesToOneNodeArrivesInGroupsAndItsSyncLast)
+{
+    constexpr std::size_t universes = 64;
+    const auto rig = RigSocket(Rig0);
+    const auto others = RigSocket(Rig0 + 1);
+    const auto all = RigSocket(Broadcast0);
+    ArtNetClient client("2.0.0.1", "", "test");
+    client.SendDmx("2.0.0.10", 1, Bytes{1}); // makes the node known to the system
+    ASSERT_TRUE(rig->Next(2s));
+    client.SendDmx("2.0.0.11", 1, Bytes{1});
+    ASSERT_TRUE(others->Next(2s));
+
+    client.BeginFrame(1'000'000'000);
+    for (std::size_t i = 0; i < universes; ++i) {
+        client.SendDmx("2.0.0.10", static_cast<std::int32_t>(i), Bytes{1});
+        if (i < 10)
+            client.SendDmx("2.0.0.11", static_cast<std::int32_t>(i), Bytes{1});
+    }
+    client.EndFrame("2.255.255.255");
+    const auto sync = all->Next(2s);
+    ASSERT_TRUE(sync);
+    EXPECT_EQ(sync->bytes, (Bytes{'A', 'r', 't', '-', 'N', 'e', 't', 0, 0, 0x52, 0, 14, 0, 0}));
+    const auto heard = rig->All(50ms);
+    ASSERT_EQ(heard.size(), universes);
+    for (std::size_t i = 0; i < universes; ++i)
+        EXPECT_EQ(heard[i].bytes[14], i);
+    EXPECT_GE(sync->arrived, heard.back().arrived);
+    // Three pauses of 1.25 ms; the machine may have taken some of the first group's time.
+    EXPECT_GE(heard.back().arrived - heard.front().arrived, 2'750'000);
+    const auto few = others->All(50ms);
+    ASSERT_EQ(few.size(), 10U);
+    EXPECT_LT(few.back().arrived, heard.back().arrived);
+}
+
 // ---- Servers ------------------------------------------------------------------------------------
 
 bool PortIsFree()
