@@ -147,7 +147,7 @@ int LEDEngine::BuildAndSendFrame()
         return -1;
     output.BeginSending();
     const auto result = SendUniverses();
-    output.EndSending(false);
+    output.EndSending(model.IsArtSync() && result.anySent);
     if (result.anySent)
         emit output.dataOutOn();
     return result.allSent ? 0 : -1;

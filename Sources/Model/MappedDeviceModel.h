@@ -53,7 +53,7 @@ public:
     explicit MappedDeviceModel(QObject* parent = nullptr);
     ~MappedDeviceModel() override;
 
-    /// Empties the table and resets the merger. Name, canvas, auto-unicast and version stay.
+    /// Empties the table and resets the merger. Name, canvas, ways of sending and version stay.
     void Clear();
 
     /// 0, or -1 when the file can't be read or a required value is missing; the table is then empty
@@ -120,6 +120,9 @@ public:
     void SetMerging(const UniverseMerging& wanted) { merging = wanted; }
     [[nodiscard]] bool IsAutoUnicast() const { return autoUnicast; }
     void SetAutoUnicast(bool on) { autoUnicast = on; }
+    /// Whether an ArtSync follows each frame.
+    [[nodiscard]] bool IsArtSync() const { return artSync; }
+    void SetArtSync(bool on) { artSync = on; }
     /// The network text of the file that was loaded last.
     [[nodiscard]] const std::wstring& GetNetwork() const { return network; }
     [[nodiscard]] const std::vector<std::wstring>& GetManualIPRanges() const
@@ -180,6 +183,7 @@ private:
     int canvasHeight = 100;
     UniverseMerging merging;
     bool autoUnicast = false;
+    bool artSync = false;
     std::wstring name = L"Untitled";
     /// Recursive: a view that is notified of a new row may ask for its element at once.
     mutable QRecursiveMutex mutex;

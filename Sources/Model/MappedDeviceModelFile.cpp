@@ -124,6 +124,7 @@ bool MappedDeviceModel::ReadHeader(const tinyxml2::XMLElement& mapping, Header& 
 void MappedDeviceModel::StoreHeader(const tinyxml2::XMLElement& mapping, Header header)
 {
     autoUnicast = XmlText::ReadInt(mapping, "autoUnicast").value != 0;
+    artSync = XmlText::ReadInt(mapping, "artSync").value != 0;
     network = DocumentNetwork(mapping);
     versionMajor = header.version.first;
     versionMinor = header.version.second;
@@ -185,6 +186,8 @@ void MappedDeviceModel::ToXml(tinyxml2::XMLDocument& document, const DeviceModel
     XmlText::SetAttribute(mapping, "version", pair(versionMajor, L'.', versionMinor));
     XmlText::SetAttribute(mapping, "resolution", pair(canvasWidth, L',', canvasHeight));
     XmlText::SetAttribute(mapping, "autoUnicast", autoUnicast ? 1 : 0);
+    if (artSync) // Programs that don't know it pass over it.
+        XmlText::SetAttribute(mapping, "artSync", 1);
     XmlText::SetAttribute(mapping, "network",
                           settings ? settings->networkText.toStdWString() : network);
     WriteElements(mapping);

@@ -188,6 +188,12 @@ TEST_F(DocumentFile, OldFilesAndOddNetworksLoad)
                                    node, R"( ipconf="Auto" ipName="")"))
             << attribute;
     }
+    const std::string synchronised =
+        Altered(Whole, R"(autoUnicast="1")", R"(autoUnicast="1" artSync="1")");
+    for (const std::string& text : {synchronised, Whole}) {
+        ASSERT_TRUE(Load(text));
+        EXPECT_EQ(Saved(), text);
+    }
 }
 
 TEST_F(DocumentFile, ManualNodesComeUpToTheFirstWithoutAName)

@@ -100,9 +100,14 @@ void WEFTDialogPreferences::AddArtNetGroup(QLayout& dialog)
     choice->setObjectName(QStringLiteral("artNetButtonGroup"));
     choice->addButton(artNetBroadcast);
     choice->addButton(artNetAutoUnicast);
+    artNetSync = AddButton<QCheckBox>(QStringLiteral("artNetSync"),
+                                      tr("Synchronise nodes (ArtSync)"), *layout);
+    artNetSync->setToolTip(tr("Nodes that know ArtSync put a whole frame out together. For walls "
+                              "of several nodes that tear."));
 }
 
-void WEFTDialogPreferences::SetControls(const SettingsBlock& settings, bool autoUnicast)
+void WEFTDialogPreferences::SetControls(const SettingsBlock& settings, bool autoUnicast,
+                                        bool artSync)
 {
     checkShowGrid->setChecked(settings.showGrid);
     {
@@ -114,6 +119,7 @@ void WEFTDialogPreferences::SetControls(const SettingsBlock& settings, bool auto
     radioZoomCursor->setChecked(!followsSelection);
     artNetAutoUnicast->setChecked(autoUnicast);
     artNetBroadcast->setChecked(!autoUnicast);
+    artNetSync->setChecked(artSync);
 }
 
 bool WEFTDialogPreferences::GetShowGrid() const
@@ -134,6 +140,11 @@ int WEFTDialogPreferences::GetZoomStyle() const
 bool WEFTDialogPreferences::GetAutoUnicast() const
 {
     return artNetAutoUnicast->isChecked();
+}
+
+bool WEFTDialogPreferences::GetArtSync() const
+{
+    return artNetSync->isChecked();
 }
 
 void WEFTDialogPreferences::restoreFixtureClicked()

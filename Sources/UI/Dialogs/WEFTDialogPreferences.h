@@ -17,13 +17,14 @@ class WEFTDialogPreferences : public FixedDialog
 public:
     explicit WEFTDialogPreferences(QWidget* parent = nullptr);
 
-    void SetControls(const SettingsBlock& settings, bool autoUnicast);
+    void SetControls(const SettingsBlock& settings, bool autoUnicast, bool artSync);
 
     [[nodiscard]] bool GetShowGrid() const;
     [[nodiscard]] bool GetSnapToGrid() const;
     /// The zoom follows 0 the cursor, 1 the selection.
     [[nodiscard]] int GetZoomStyle() const;
     [[nodiscard]] bool GetAutoUnicast() const;
+    [[nodiscard]] bool GetArtSync() const;
 
 signals:
     /// At once when the operator confirmed, whatever becomes of the dialog.
@@ -43,4 +44,5 @@ private:
     QRadioButton* radioZoomSelection = nullptr;
     QRadioButton* artNetBroadcast = nullptr;
     QRadioButton* artNetAutoUnicast = nullptr;
+    QCheckBox* artNetSync = nullptr;
 };

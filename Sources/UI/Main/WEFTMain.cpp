@@ -379,8 +379,8 @@ void WEFTMain::ActionAbout()
 
 void WEFTMain::ActionPreferences()
 {
-    preferencesDialog_.SetControls(settings_,
-                                   deviceManager_->GetMappedDeviceModel()->IsAutoUnicast());
+    const MappedDeviceModel& document = *deviceManager_->GetMappedDeviceModel();
+    preferencesDialog_.SetControls(settings_, document.IsAutoUnicast(), document.IsArtSync());
     if (preferencesDialog_.exec() == QDialog::Accepted)
         ApplyPreferences();
 }
@@ -394,8 +394,11 @@ void WEFTMain::ApplyPreferences()
     settings_.Save();
     editor_->SetZoomStyle(settings_.zoomStyle);
     MappedDeviceModel& document = *deviceManager_->GetMappedDeviceModel();
-    if (preferencesDialog_.GetAutoUnicast() != document.IsAutoUnicast()) {
-        document.SetAutoUnicast(preferencesDialog_.GetAutoUnicast());
+    const bool autoUnicast = preferencesDialog_.GetAutoUnicast();
+    const bool artSync = preferencesDialog_.GetArtSync();
+    if (autoUnicast != document.IsAutoUnicast() || artSync != document.IsArtSync()) {
+        document.SetAutoUnicast(autoUnicast);
+        document.SetArtSync(artSync);
         deviceManager_->SetDocumentDirty(true);
     }
 }

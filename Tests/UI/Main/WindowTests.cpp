@@ -151,6 +151,19 @@ TEST_F(Window, PreferencesShowAndTakeWhatIsSet)
         Trigger("actionPreferences");
         EXPECT_EQ(State(), QLatin1String(state));
     }
+    Trigger("actionSave_File");
+    person.Will([](QDialog& dialog) {
+        EXPECT_FALSE(In<QCheckBox>(dialog, "artNetSync")->isChecked());
+        In<QCheckBox>(dialog, "artNetSync")->setChecked(true);
+        dialog.accept();
+    });
+    Trigger("actionPreferences");
+    EXPECT_EQ(State(), "unsaved"_q);
+    person.Will([](QDialog& dialog) {
+        EXPECT_TRUE(In<QCheckBox>(dialog, "artNetSync")->isChecked());
+        dialog.reject();
+    });
+    Trigger("actionPreferences");
 }
 
 TEST_F(Window, TheDefaultFixturesComeBackEvenWhenThePreferencesAreCancelled)
