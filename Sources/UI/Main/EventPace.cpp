@@ -64,7 +64,8 @@ bool EventPace::eventFilter(QObject* watched, QEvent* event)
 
 bool EventPace::HoldMove(QWindow& window, const QMouseEvent& move)
 {
-    if (!std::exchange(moved_, true))
+    const bool ticksRun = frameLoop_.TimeToTick() <= TickGrid::Interval;
+    if (!ticksRun || !std::exchange(moved_, true))
         return false;
     if (moveWindow_ != &window)
         LetMoveGo();
