@@ -77,8 +77,9 @@ bool UDPSocket::Configure()
 
 bool UDPSocket::Bind()
 {
-    constexpr std::uint32_t everyInterface = 0;
-    if (HasSocket() && Platform::BindUdp(socket, {everyInterface, LocalPort}))
+    // A host runs on this machine. On all interfaces any packet of the network would be a message.
+    constexpr std::uint32_t loopback = 0x7F000001;
+    if (HasSocket() && Platform::BindUdp(socket, {loopback, LocalPort}))
         return true;
     ZEN_LOG_ERROR("Failed to bind socket. Receiving will not be possible");
     return false;

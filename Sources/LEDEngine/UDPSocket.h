@@ -8,8 +8,8 @@
 
 #include "Platform/UdpSockets.h"
 
-/// The datagram socket of the control channel: it receives on port 6455 and sends to port 6456. No
-/// call waits, so the owner empties it from a timer. Main thread only.
+/// The datagram socket of the control channel: it receives on port 6455 of the loopback address and
+/// sends to port 6456. No call waits, so the owner empties it from a timer. Main thread only.
 class UDPSocket
 {
 public:
@@ -26,7 +26,7 @@ public:
     /// Replaces a socket that no longer sends. The new one is not bound: nothing is received until
     /// the owner makes a new object.
     bool Reinitialize();
-    /// Binds port 6455 on all interfaces.
+    /// Binds port 6455 of 127.0.0.1.
     bool Bind();
 
     /// One datagram to port 6456 of the remote address. False without a socket or when the system

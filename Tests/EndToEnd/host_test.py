@@ -68,6 +68,18 @@ class HostBesideUs(stage.Case):
         program.wait_for_log("Entering Using remote socket state", 30)
         host.wait_for(r"universe address=0 .*", 30)
 
+    def test_a_message_from_the_network_is_none(self):
+        wire = self.watch()
+        self.start()
+        wire.wait_for(5, dmx(0, BROADCAST), 30, "output")
+        forger = self.socket_on("rig")
+        begin = time.time()
+        while time.time() < begin + 3:
+            for address in (stage.DESK, BROADCAST):
+                forger.sendto(b"Art-Net\0\x00\x99\x00\x0e" + b"\x50\x57\x01\x12", (address, 6455))
+            time.sleep(0.1)
+        self.assertGreater(len(wire.packets(dmx(0, BROADCAST), begin)), 20, "frames in three seconds")
+
 
 if __name__ == "__main__":
     stage.run()
