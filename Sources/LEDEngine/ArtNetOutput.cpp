@@ -245,13 +245,20 @@ void ArtNetOutput::EndSending(bool sync)
         outputClient->EndFrame(sync ? broadcastAddress : std::string());
 }
 
+void ArtNetOutput::SendWritten(std::string_view address, const DMXUniverse& universe,
+                               SendResult& result)
+{
+    if (!universe.channels.empty())
+        result.Add(SendUniverse(address, universe));
+}
+
 ArtNetOutput::SendResult ArtNetOutput::SendUnicastUniverses()
 {
     SendResult result;
     for (const auto& [key, universe] : universes.Unicast()) {
         const std::string_view address = key.first.Text();
         if (Platform::IsInNetwork(broadcastValue, address))
-            result.Add(SendUniverse(address, universe));
+            SendWritten(address, universe, result);
     }
     return result;
 }
@@ -260,60 +267,59 @@ ArtNetOutput::SendResult ArtNetOutput::SendBroadcastUniverses()
 {
     SendResult result;
     for (const auto& entry : universes.Broadcast())
-        result.Add(SendUniverse(broadcastAddress, entry.second));
+        SendWritten(broadcastAddress, entry.second, result);
     return result;
 }
 
-void ArtNetOutput::CountSubscriber(std::uint16_t portAddress, std::string_view ip)
+void ArtNetOutput::CountSubscribers()
 {
+    ZEN_LOG_INFO("Detected devices version changed, clearing autounicast subscribers");
+    subscribers.clear();
     const auto variables = Zen::DebugVariables::Global();
-    if (variables && variables->GetBool(Zen::DebugVariables::Key("artnetdebug")))
-        ZEN_LOG_INFO("Adding autounicast subscriber for Port-Address %d at IP: %s", portAddress,
-                     std::string(ip).c_str());
-    const std::int32_t count = ++subscribers[portAddress];
-    if (count >= SubscribersForBroadcast)
-        ZEN_LOG_INFO("Port-Address %d will use broadcast, number of subscribers is %d", portAddress,
-                     count);
-}
-
-bool ArtNetOutput::SendToSubscriber(const DMXUniverse& universe, std::string_view ip,
-                                    SendResult& result)
-{
-    const auto subscriber = subscribers.find(static_cast<std::uint16_t>(universe.portAddress));
-    if (subscriber == subscribers.end()) {
-        ZEN_LOG_ERROR("Tried to autounicast to Port-Address with no subscribers, forcing "
-                      "subscribers update");
-        subscribersDirty = true;
-        return false;
+    const bool tells = variables && variables->GetBool(Zen::DebugVariables::Key("artnetdebug"));
+    for (const ArtNetNodeInfo& node : nodes) {
+        if (!Platform::IsInNetwork(broadcastValue, node.Ip()))
+            continue;
+        for (const std::uint16_t portAddress : node.universes) {
+            if (tells)
+                ZEN_LOG_INFO("Adding autounicast subscriber for Port-Address %d at IP: %s",
+                             portAddress, std::string(node.Ip()).c_str());
+            const std::int32_t count = ++subscribers[portAddress];
+            if (count >= SubscribersForBroadcast)
+                ZEN_LOG_INFO("Port-Address %d will use broadcast, number of subscribers is %d",
+                             portAddress, count);
+        }
     }
-    const bool unicast = subscriber->second < SubscribersForBroadcast;
-    result.Add(SendUniverse(unicast ? ip : std::string_view(broadcastAddress), universe));
-    return true;
+    subscribersDirty = false;
 }
 
 ArtNetOutput::SendResult ArtNetOutput::SendAutoUnicastUniverses()
 {
+    if (subscribersDirty)
+        CountSubscribers();
     SendResult result;
-    const bool counting = subscribersDirty;
-    if (counting) {
-        ZEN_LOG_INFO("Detected devices version changed, clearing autounicast subscribers");
-        subscribers.clear();
-    }
     for (const ArtNetNodeInfo& node : nodes) {
         if (!Platform::IsInNetwork(broadcastValue, node.Ip()))
             continue;
         for (const std::uint16_t portAddress : node.universes) {
             const auto universe = universes.Broadcast().find(portAddress);
-            const bool used = universe != universes.Broadcast().end();
-            if (counting) {
-                CountSubscriber(portAddress, node.Ip());
-                if (used)
-                    result.Add(SendUniverse(node.Ip(), universe->second));
-            } else if (used && !SendToSubscriber(universe->second, node.Ip(), result)) {
+            if (universe == universes.Broadcast().end())
+                continue;
+            const auto subscriber = subscribers.find(portAddress);
+            if (subscriber == subscribers.end()) {
+                ZEN_LOG_ERROR("Tried to autounicast to Port-Address with no subscribers, forcing "
+                              "subscribers update");
+                subscribersDirty = true;
                 return result;
             }
+            if (subscriber->second < SubscribersForBroadcast)
+                SendWritten(node.Ip(), universe->second, result);
         }
     }
-    subscribersDirty = false;
+    for (const auto& [portAddress, universe] : universes.Broadcast()) {
+        const auto subscriber = subscribers.find(portAddress);
+        if (subscriber != subscribers.end() && subscriber->second >= SubscribersForBroadcast)
+            SendWritten(broadcastAddress, universe, result);
+    }
     return result;
 }

@@ -66,7 +66,7 @@ public:
     /// within half a second.
     void CheckInput();
 
-    // ---- One frame, in this order ---------------------------------------------------------------
+    // ---- One frame, in this order. A universe that nothing was written to is not sent. ----------
 
     void ClearUniverses() { universes.Clear(); }
     [[nodiscard]] DMXUniverse& GetUniverse(std::uint16_t portAddress, const std::wstring& address)
@@ -102,7 +102,7 @@ public:
     };
     SendResult SendUnicastUniverses();
     SendResult SendBroadcastUniverses();
-    /// Each universe to the nodes that announced it, and by broadcast when 41 or more did.
+    /// Each universe to the nodes that announced it, and once by broadcast when 41 or more did.
     SendResult SendAutoUnicastUniverses();
 
     [[nodiscard]] const ArtNetUniverses& GetUniverses() const { return universes; }
@@ -130,9 +130,9 @@ private:
     void CheckSources();
     void ReadInputUniverses();
     bool SendUniverse(std::string_view address, const DMXUniverse& universe);
-    void CountSubscriber(std::uint16_t portAddress, std::string_view ip);
-    /// False when the table of subscribers is out of date: the rest of the frame is not sent.
-    bool SendToSubscriber(const DMXUniverse& universe, std::string_view ip, SendResult& result);
+    /// Nodes reject ArtDmx of no channels, so an empty universe neither is sent nor fails.
+    void SendWritten(std::string_view address, const DMXUniverse& universe, SendResult& result);
+    void CountSubscribers();
 
     HostLink& trigger; ///< the channel to the host
     OutputState state = OutputState::Disabled;

@@ -86,9 +86,9 @@ class Nodes(stage.Case):
         rig.end()
         self.rig("-a", addresses(1)[0], "--nodes", 41, "-u", 0)
         program.wait_for_log("Port-Address 0 will use broadcast, number of subscribers is 41")
-        then = wire.wait_for(41, dmx(0, BROADCAST), 10, "broadcast to 41", since=then)[0].time + 0.3
-        frames = wire.wait_for(800, dmx(0, BROADCAST), 10, "two seconds of broadcast", since=then)
-        self.assertRate(frames, 410)
+        then = wire.wait_for(1, dmx(0, BROADCAST), 10, "broadcast to 41", since=then)[0].time + 0.3
+        frames = wire.wait_for(20, dmx(0, BROADCAST), 10, "two seconds of broadcast", since=then)
+        self.assertRate(frames, 10)
         self.assertEqual([], wire.packets(lambda p: dmx(0)(p) and p.destination != BROADCAST, since=then))
 
 

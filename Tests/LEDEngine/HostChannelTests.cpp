@@ -15,6 +15,7 @@
 #include "HostStandIn/Host.h"
 #include "LEDEngine/ArtNetOutput.h"
 #include "LEDEngine/ArtNetTrigger.h"
+#include "Platform/IPv4.h"
 #include "Show.h"
 #include "Support/ArtNetBytes.h"
 #include "Support/LogCapture.h"
@@ -369,6 +370,31 @@ TEST_F(HostChannel, NodesGetTheUniversesThatTheyAnnounced)
     for (int frame = 0; frame < 2; ++frame)
         output.SendAutoUnicastUniverses();
     EXPECT_EQ(Received(), Lines(2, "universe address=5 pair=0 to=2.0.0.10 channels=09"));
+
+    // More than forty of them get one broadcast, and nobody a universe without a channel.
+    (void)output.GetUniverse(7, L"Auto");
+    (void)output.GetUniverse(7, L"2.0.0.10");
+    for (const std::uint32_t count : {40U, 41U}) {
+        ArtNetNodeInfo node;
+        node.SetName("Lamp");
+        node.universes.assign({5, 7});
+        output.ClearRemoteNodes();
+        for (std::uint32_t i = 0; i < count; ++i) {
+            node.SetIp(Platform::FormatIPv4(0x02000100 + i));
+            output.AddRemoteNode(node, count, count);
+        }
+        for (int frame = 0; frame < 2; ++frame) {
+            output.SendAutoUnicastUniverses();
+            const Lines lines = Received();
+            EXPECT_EQ(lines.size(), count == 40 ? 40U : 1U);
+            EXPECT_EQ(lines.back(), "universe address=5 pair=0 to=" +
+                                        std::string(count == 40 ? "2.0.1.39" : "2.255.255.255") +
+                                        " channels=09");
+        }
+    }
+    EXPECT_FALSE(output.SendUnicastUniverses().anySent);
+    output.SendBroadcastUniverses();
+    EXPECT_EQ(Received().size(), 2U) << "5 and 6";
 }
 
 TEST_F(HostChannel, Settings)
