@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "LEDEngine/ArtNetOutput.h"
 
+#include <algorithm>
+
 #include "DebugVariables/DebugVariables.h"
 #include "FixtureModel/DMXMapping.h"
 #include "LEDEngine/TickGrid.h"
@@ -137,6 +139,13 @@ void ArtNetOutput::RefreshNodes()
         return;
     nodes.clear();
     NoteNodesVersion(outputClient->GetNodes(nodes));
+}
+
+bool ArtNetOutput::KnowsNodeInNetwork() const
+{
+    return std::ranges::any_of(nodes, [this](const ArtNetNodeInfo& node) {
+        return Platform::IsInNetwork(broadcastValue, node.Ip());
+    });
 }
 
 void ArtNetOutput::AddRemoteNode(const ArtNetNodeInfo& node, std::uint32_t total,

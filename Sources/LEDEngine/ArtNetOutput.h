@@ -44,6 +44,8 @@ public:
     [[nodiscard]] std::uint32_t GetBroadcastValue() const { return broadcastValue; }
     [[nodiscard]] const std::string& GetInterfaceAddress() const { return interfaceAddress; }
     [[nodiscard]] const ArtNetNodeList& GetNodes() const { return nodes; }
+    /// Nodes of another network can be known: those from before a change of network, or a host's.
+    [[nodiscard]] bool KnowsNodeInNetwork() const;
     /// The generation of the node list.
     [[nodiscard]] std::uint32_t GetNodesVersion() const { return nodesVersion; }
 

@@ -157,7 +157,7 @@ ArtNetOutput::SendResult LEDEngine::SendUniverses()
 {
     const auto unicast = output.SendUnicastUniverses();
     const bool byNode =
-        deviceManager.GetMappedDeviceModel()->IsAutoUnicast() && !output.GetNodes().empty();
+        deviceManager.GetMappedDeviceModel()->IsAutoUnicast() && output.KnowsNodeInNetwork();
     const auto broadcast =
         byNode ? output.SendAutoUnicastUniverses() : output.SendBroadcastUniverses();
     return {unicast.allSent && broadcast.allSent, unicast.anySent || broadcast.anySent};

@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: MIT
 """Nodes as they come and go, and which of them gets which universe."""
 
+import time
+
 import stage
 from document import strip_document
 from stage import BROADCAST, RIG, dmx
@@ -67,6 +69,24 @@ class Nodes(stage.Case):
         self.assertEqual({(RIG, universe) for universe in range(4)},
                          {(p.destination, p.universe) for p in wire.packets(dmx(), since=end + 0.2)})
         self.assertRate(wire.packets(dmx(3, RIG), since=first.time), 10)
+
+    def test_the_nodes_of_another_network_count_for_nothing(self):
+        """The chosen network becomes a smaller one, and its only node is outside of it."""
+        self.put_strips([])
+        stage.add_addresses("rig", ["2.1.0.10"])
+        wire = self.watch()
+        self.start()
+        self.rig("-a", "2.1.0.10", "-u", 0)
+        wire.wait_for(5, dmx(0, "2.1.0.10"), 30, "frames for the node")
+        self.addCleanup(
+            stage.on, "desk", "bash", "-ec", "ip addr del 2.9.0.1/8 dev art1; ip addr del 2.0.0.1/16 dev art0; "
+            "ip addr add 2.0.0.1/8 brd + dev art0")
+        stage.on(
+            "desk", "bash", "-ec", "ip addr del 2.0.0.1/8 dev art0; ip addr add 2.0.0.1/16 brd + dev art0; "
+            "ip addr add 2.9.0.1/8 brd + dev art1")
+        changed = time.time()
+        first = wire.wait_for(1, dmx(0, "2.0.255.255"), 20, "broadcast in the new network", changed)[0]
+        self.assertLess(first.time - changed, 5, "seconds until the new network gets frames")
 
     def test_forty_subscribers_and_one_more(self):
         self.put_strips([])
