@@ -60,7 +60,10 @@ KnownNetwork* GetIPRange::Find(const std::wstring& ip)
 
 std::vector<NetworkChange> GetIPRange::DetectChanges()
 {
-    auto interfaces = source_();
+    auto answer = source_();
+    if (!answer)
+        return {};
+    auto& interfaces = *answer;
     std::ranges::sort(interfaces, [](const NetworkInterface& a, const NetworkInterface& b) {
         return a.ip != b.ip ? a.ip < b.ip : a.up && !b.up;
     });
@@ -74,7 +77,7 @@ std::vector<NetworkChange> GetIPRange::DetectChanges()
             continue;
         const std::wstring ip = Platform::Utf8ToWide(adapter.ip);
         const KnownNetwork now{adapter.ipValue, Platform::Utf8ToWide(adapter.broadcast),
-                               adapter.broadcastValue, adapter.up};
+                               adapter.broadcastValue, adapter.up, true};
         KnownNetwork* known = Find(ip);
         if (!known) {
             ZEN_LOG_INFO("New network detected %s/%s", adapter.ip.c_str(),
@@ -88,7 +91,22 @@ std::vector<NetworkChange> GetIPRange::DetectChanges()
             changes.push_back(now);
         }
     }
+    FindGone(interfaces, changes);
     return changes;
+}
+
+void GetIPRange::FindGone(const std::vector<NetworkInterface>& interfaces,
+                          std::vector<NetworkChange>& changes)
+{
+    for (auto& [wideIp, network] : networks_) {
+        const std::string ip = Platform::WideToUtf8(wideIp);
+        if (!network.present || std::ranges::count(interfaces, ip, &NetworkInterface::ip) > 0)
+            continue;
+        network.present = network.up = false;
+        ZEN_LOG_INFO("Network changed %s/%s, state %d", ip.c_str(),
+                     Platform::WideToUtf8(network.broadcast).c_str(), 0);
+        changes.push_back(network);
+    }
 }
 
 std::vector<NetworkListEntry> GetIPRange::GetNetworks()
@@ -119,7 +137,7 @@ std::vector<GetIPRange::Match> GetIPRange::MatchesOf(const std::wstring& text) c
     if (pattern.size() != 4)
         return matches;
     for (const auto& [ip, network] : networks_) {
-        if (Matches(pattern, ip))
+        if (network.present && Matches(pattern, ip))
             matches.push_back({ip, network});
     }
     return matches;

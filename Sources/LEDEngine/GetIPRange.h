@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,6 +17,7 @@ struct KnownNetwork
     std::wstring broadcast;
     std::uint32_t broadcastValue = 0;
     bool up = false;
+    bool present = false; ///< an adapter has the address now; otherwise the network is not up
 
     bool operator==(const KnownNetwork&) const = default;
 };
@@ -34,20 +36,20 @@ struct NetworkListEntry
 
 /// The IPv4 networks that the machine has and has had, and the ranges that the user typed. A
 /// network text is a dotted address, or four parts with "X" for any part: 2.X.X.X. Networks are
-/// never forgotten: a document that names an absent network waits for it. Main thread only.
+/// never forgotten: one whose adapter is gone stays in the operator's list. Main thread only.
 class GetIPRange
 {
 public:
-    using Source = std::function<std::vector<NetworkInterface>()>;
+    using Source = std::function<std::optional<std::vector<NetworkInterface>>()>;
 
     /// The one of the process, which reads the machine's adapters.
     [[nodiscard]] static GetIPRange& Instance();
 
-    /// `source` lists the adapters each time that it is called.
+    /// `source` lists the adapters each time that it is called; nothing when that fails.
     explicit GetIPRange(Source source);
 
     /// Reads the adapters again. Gives what is new or changed, in the order of the addresses as
-    /// text. A network whose adapter is gone keeps its last state.
+    /// text, and then what is gone.
     std::vector<NetworkChange> DetectChanges();
 
     /// All networks, then all ranges, for the operator's list. Reads the adapters again.
@@ -58,8 +60,8 @@ public:
         std::wstring ip;
         KnownNetwork network;
     };
-    /// The networks that the text names, in the order in which they were first seen; none for a
-    /// text that isn't four parts. Reads the adapters again.
+    /// The networks that the text names and adapters have, in the order in which they were first
+    /// seen; none for a text that isn't four parts. Reads the adapters again.
     [[nodiscard]] std::vector<Match> FindMatching(const std::wstring& text);
 
     void AddManualRange(const std::wstring& text);
@@ -78,6 +80,8 @@ public:
 private:
     [[nodiscard]] std::vector<Match> MatchesOf(const std::wstring& text) const;
     KnownNetwork* Find(const std::wstring& ip);
+    void FindGone(const std::vector<NetworkInterface>& interfaces,
+                  std::vector<NetworkChange>& changes);
 
     Source source_;
     std::vector<std::pair<std::wstring, KnownNetwork>> networks_; ///< in the order first seen

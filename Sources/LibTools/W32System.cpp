@@ -28,6 +28,6 @@ std::wstring W32System::GetProductFolderName() const
 
 void W32System::GetNetworkInterfaces(std::vector<NetworkInterface>& interfaces) const
 {
-    const auto found = Platform::GetNetworkInterfaces();
+    const auto found = Platform::GetNetworkInterfaces().value_or(std::vector<NetworkInterface>());
     interfaces.insert(interfaces.end(), found.begin(), found.end());
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,9 +20,9 @@ struct NetworkInterface
 
 namespace Platform {
 
-/// One record for each IPv4 address of each adapter, loopback left out. Empty when the system does
-/// not answer.
-[[nodiscard]] std::vector<NetworkInterface> GetNetworkInterfaces();
+/// One record for each IPv4 address of each adapter, loopback left out. Nothing when the system
+/// does not answer, which says nothing about the adapters.
+[[nodiscard]] std::optional<std::vector<NetworkInterface>> GetNetworkInterfaces();
 
 /// The name of the adapter ("eth0") that has this address now, or else of one whose network it lies
 /// in: when an adapter's address changes, its network usually stays. Empty when there is neither.

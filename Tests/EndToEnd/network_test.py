@@ -5,6 +5,7 @@ import time
 
 import stage
 from document import strip_document
+from screen import AMBER, PLATFORM, Screen
 from stage import BROADCAST, DESK, dmx
 
 CHECK = 3.2  # seconds: networks are looked at every three, and the coarse timer may be late by a twentieth
@@ -19,8 +20,8 @@ class Networks(stage.Case):
         self.home.put_document(strip_document())
         self.wire = self.watch()
 
-    def sending(self):
-        self.program = self.start()
+    def sending(self, **options):
+        self.program = self.start(**options)
         self.wire.wait_for(5, dmx(0, BROADCAST), 30, "output")
 
     def assertBackWithin(self, seconds, since, source=DESK):
@@ -46,6 +47,18 @@ class Networks(stage.Case):
             self.assertBackWithin(2, time.time())
             self.program.wait_for_log("Current network connected", count=count)
 
+    @staticmethod
+    def delete_interface():
+        stage.on("hub", "ip", "link", "del", "desk.0")
+
+    @staticmethod
+    def bring_interface():
+        stage.on(
+            "hub", "bash", "-ec", "ip link add desk.0 type veth peer name art0 netns $STAGE_PID_desk; "
+            "ip link set desk.0 master sw0 up")
+        stage.on("desk", "ip", "addr", "add", "2.0.0.1/8", "brd", "+", "dev", "art0")
+        stage.on("desk", "ip", "link", "set", "art0", "up")
+
     def change_address(self, old, new):
         stage.on("desk", "ip", "addr", "del", f"{old}/8", "dev", "art0")
         stage.on("desk", "ip", "addr", "add", f"{new}/8", "brd", "+", "dev", "art0")
@@ -58,14 +71,20 @@ class Networks(stage.Case):
 
     def test_an_interface_is_deleted_and_returns(self):
         self.sending()
-        stage.on("hub", "ip", "link", "del", "desk.0")
-        time.sleep(CHECK)  # a network that is gone is not reported, so there is nothing to wait for
-        stage.on(
-            "hub", "bash", "-ec", "ip link add desk.0 type veth peer name art0 netns $STAGE_PID_desk; "
-            "ip link set desk.0 master sw0 up")
-        stage.on("desk", "ip", "addr", "add", "2.0.0.1/8", "brd", "+", "dev", "art0")
-        stage.on("desk", "ip", "link", "set", "art0", "up")
+        self.delete_interface()
+        self.program.wait_for_log("Current network disconnected", CHECK + GRACE)
+        self.bring_interface()
         self.assertBackWithin(CHECK + GRACE, time.time())
+
+    def test_a_network_that_is_gone_is_amber(self):
+        self.sending(platform=PLATFORM)
+        screen = Screen()
+        self.addCleanup(screen.close)
+        self.assertIsNone(screen.find(AMBER))
+        self.delete_interface()
+        stage.wait(lambda: screen.find(AMBER), CHECK + GRACE, "the network is amber")
+        self.bring_interface()
+        stage.wait(lambda: not screen.find(AMBER), CHECK + GRACE, "the network is as always")
 
     def test_after_a_power_cut_no_question_waits_for_an_answer(self):
         """The document's network is not the last one of the user, and its adapter is late."""

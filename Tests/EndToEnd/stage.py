@@ -160,7 +160,7 @@ class Home:
 class Program(Process):
     """The real executable on the host "desk", as an ordinary user without any right over the network."""
 
-    def __init__(self, home, executable=None, log=None, said="said.txt"):
+    def __init__(self, home, executable=None, log=None, said="said.txt", platform="offscreen"):
         self.log = log or home.log
         self.said = home.folder / said
         self._older_log = self.log.stat().st_ino if self.log.exists() else None
@@ -170,7 +170,7 @@ class Program(Process):
             "XDG_DATA_HOME": str(home.data),
             "XDG_CONFIG_HOME": str(home.config),
             "XDG_CACHE_HOME": str(home.folder / "cache"),
-            "QT_QPA_PLATFORM": "offscreen",
+            "QT_QPA_PLATFORM": platform,
             "LC_ALL": "C.UTF-8",
         }
         with open(self.said, "ab") as said:

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What the program makes of a change is judged where it chooses its network.
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,8 +31,9 @@ protected:
     }
 
     std::vector<NetworkInterface> adapters;
+    bool answers = true;
     GetIPRange networks{[this] {
-        return adapters;
+        return answers ? std::optional(adapters) : std::nullopt;
     }};
 };
 
@@ -45,16 +47,24 @@ TEST_F(GetIPRangeTest, NetworksAreNewOnceAndThenChange)
                 Adapter("", ""),
                 Adapter("nonsense", "")};
     EXPECT_EQ(networks.DetectChanges().size(), 3U);
+    const auto all = adapters;
     adapters = {Adapter("2.0.0.1", "2.0.0.255")};
-    EXPECT_EQ(networks.DetectChanges().size(), 1U);
-    EXPECT_TRUE(networks.DetectChanges().empty());
+    EXPECT_EQ(networks.DetectChanges().size(), 3U) << "the other two are gone";
+    EXPECT_TRUE(networks.DetectChanges().empty()) << "each change once";
+    EXPECT_TRUE(networks.FindMatching(L"192.X.X.X").empty());
+    EXPECT_TRUE(networks.IsKnownNetwork(L"192.168.1.10"));
+    answers = false;
+    EXPECT_TRUE(networks.DetectChanges().empty()) << "no answer is no change";
+    answers = true;
+    adapters = all;
+    EXPECT_EQ(networks.DetectChanges().size(), 3U);
     // Of two adapters with one address the last counts; one that is up comes first, whatever order
     // the system lists them in.
     adapters = {Adapter("16.9.0.1", "16.0.255.255", false), Adapter("16.9.0.1", "16.255.255.255"),
                 Adapter("1.27.0.1", "1.255.255.255")};
-    EXPECT_EQ(Listed(), (Texts{L"10.0.0.2 off", L"192.168.1.10 on", L"2.0.0.1 on", L"1.27.0.1 on",
+    EXPECT_EQ(Listed(), (Texts{L"10.0.0.2 off", L"192.168.1.10 off", L"2.0.0.1 off", L"1.27.0.1 on",
                                L"16.9.0.1 off"}))
-        << "those that are gone as they were last seen, new ones behind them";
+        << "those that are gone stay, new ones behind them";
     EXPECT_EQ(networks.FindMatching(L"16.9.0.1")[0].network.broadcast, L"16.0.255.255");
     EXPECT_TRUE(networks.DetectChanges().empty()) << "no change from the one to the other";
 }

@@ -84,10 +84,12 @@ std::string AdapterWith(const AddressList& list, std::uint32_t address,
 
 } // namespace
 
-std::vector<NetworkInterface> GetNetworkInterfaces()
+std::optional<std::vector<NetworkInterface>> GetNetworkInterfaces()
 {
     std::vector<NetworkInterface> interfaces;
     const AddressList list = ReadAddresses();
+    if (!list)
+        return std::nullopt;
     for (const ifaddrs* entry = list.get(); entry; entry = entry->ifa_next) {
         if (IsIPv4(*entry) && (entry->ifa_flags & IFF_LOOPBACK) == 0)
             interfaces.push_back(RecordOf(*entry));

@@ -33,19 +33,11 @@ void NetworkChoice::SetHostPreferences(const ExternalServerPreferences* preferen
 void NetworkChoice::Choose(const QString& text)
 {
     settings_.networkText = text;
-    networkIP.clear();
-    networkBroadcast.clear();
-    if (!text.isEmpty()) {
-        const auto matches = networks_.FindMatching(text.toStdWString());
-        if (matches.empty())
-            notice_(tr("No network interfaces match network ") + text);
-        else if (matches.size() > 1)
-            notice_(tr("More than one network adapter matches network ") + text);
-        if (!matches.empty()) {
-            networkIP = matches.front().ip;
-            networkBroadcast = matches.front().network.broadcast;
-        }
-    }
+    const std::size_t matches = TakeFirstMatch();
+    if (matches == 0 && !text.isEmpty())
+        notice_(tr("No network interfaces match network ") + text);
+    else if (matches > 1)
+        notice_(tr("More than one network adapter matches network ") + text);
     emit networkChanged();
 }
 
@@ -136,35 +128,53 @@ void NetworkChoice::CheckNetworkUpdates()
     const auto changes = networks_.DetectChanges();
     if (changes.empty())
         return;
-    const std::uint32_t current = engine_.GetOutput().GetBroadcastValue();
-    if (current != 0) {
-        const auto change = std::ranges::find(changes, current, &NetworkChange::broadcastValue);
-        if (change != changes.end())
-            FollowChosenNetwork(change->up);
-    } else {
+    if (engine_.GetOutput().GetBroadcastValue() != 0)
+        FollowChosenNetwork(changes);
+    else
         LookForChosenNetwork();
-    }
     emit networkChanged();
 }
 
-void NetworkChoice::FollowChosenNetwork(bool connected)
+void NetworkChoice::FollowChosenNetwork(const std::vector<KnownNetwork>& changes)
 {
-    ZEN_LOG_INFO("Current network %s", connected ? "connected" : "disconnected");
-    // A network that went down isn't given up: it usually comes back.
-    if (!connected)
+    const std::uint32_t current = engine_.GetOutput().GetBroadcastValue();
+    const auto isCurrent = [current](const KnownNetwork& network) {
+        return network.broadcastValue == current;
+    };
+    const bool connected = std::ranges::any_of(
+        changes, [&](const KnownNetwork& network) { return isCurrent(network) && network.up; });
+    if (std::ranges::any_of(changes, isCurrent))
+        ZEN_LOG_INFO("Current network %s", connected ? "connected" : "disconnected");
+    if (connected)
+        Choose(settings_.networkText);
+    else if (!IsStillThere())
+        TakeFirstMatch();
+    else // A network whose cable was pulled isn't given up: it usually comes back.
         return;
-    Choose(settings_.networkText);
     updateArtNetOutput();
 }
 
 void NetworkChoice::LookForChosenNetwork()
 {
     ZEN_LOG_INFO("Checking if new matching network is detected");
-    const auto matches = networks_.FindMatching(settings_.networkText.toStdWString());
-    if (matches.empty())
+    if (TakeFirstMatch() == 0)
         return;
     ZEN_LOG_INFO("Found matching network");
-    networkIP = matches.front().ip;
-    networkBroadcast = matches.front().network.broadcast;
     updateArtNetOutput();
+}
+
+std::size_t NetworkChoice::TakeFirstMatch()
+{
+    const auto matches = networks_.FindMatching(settings_.networkText.toStdWString());
+    networkIP = matches.empty() ? std::wstring() : matches.front().ip;
+    networkBroadcast = matches.empty() ? std::wstring() : matches.front().network.broadcast;
+    return matches.size();
+}
+
+bool NetworkChoice::IsStillThere() const
+{
+    const auto matches = networks_.FindMatching(settings_.networkText.toStdWString());
+    return std::ranges::any_of(matches, [this](const GetIPRange::Match& match) {
+        return match.ip == networkIP && match.network.broadcast == networkBroadcast;
+    });
 }

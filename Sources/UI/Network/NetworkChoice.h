@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include <QObject>
 #include <QString>
@@ -14,6 +15,7 @@ class GetIPRange;
 class LEDEngine;
 class QUndoStack;
 class SettingsBlock;
+struct KnownNetwork;
 
 /// The chosen network: what the operator or the document wants as text, and the address and
 /// broadcast address that it has now. Follows adapters as they come and go.
@@ -69,8 +71,12 @@ signals:
 
 private:
     [[nodiscard]] std::wstring determineArtNetReceiveInterfaceIPs() const;
-    void FollowChosenNetwork(bool connected);
+    void FollowChosenNetwork(const std::vector<KnownNetwork>& changes);
     void LookForChosenNetwork();
+    /// Takes the first network that the wanted text names now, or none. How many there are.
+    std::size_t TakeFirstMatch();
+    /// Whether an adapter has the address and broadcast address that the output uses.
+    [[nodiscard]] bool IsStillThere() const;
 
     GetIPRange& networks_;
     SettingsBlock& settings_;

@@ -80,7 +80,25 @@ TEST_F(NetworkChoiceTest, AdaptersThatComeAndGoAreFollowed)
              // Pulled, it isn't given up: it usually comes back.
              {{other, third, away}, {"Current network disconnected"}, 0x02FFFFFF},
              {{third, away}, {}, 0x02FFFFFF},
-             {{other, Adapter("3.0.0.1", "3.255.255.255", false), away}, {}, 0x02FFFFFF}})
+             {{other, Adapter("3.0.0.1", "3.255.255.255", false), away}, {}, 0x02FFFFFF},
+             // An address that is gone is nowhere to send from.
+             {{other},
+              {"Current network disconnected", "Initialize in Determine socket type state"},
+              0},
+             {{third}, {Checking}, 0},
+             {{other, there},
+              {Checking, "Found matching network", "Initialize in Disabled state"},
+              0x02FFFFFF},
+             // The network changes with its address, its mask or its adapter.
+             {{other, Adapter("2.0.0.9", "2.255.255.255")},
+              {"Current network connected", "Initialize in Determine socket type state"},
+              0x02FFFFFF},
+             {{other, Adapter("2.0.0.9", "2.0.255.255")},
+              {"Initialize in Determine socket type state"},
+              0x0200FFFF},
+             {{there},
+              {"Current network disconnected", "Initialize in Determine socket type state"},
+              0x02FFFFFF}})
     {
         adapters = now;
         changes = 0;

@@ -78,6 +78,12 @@ TEST_F(Panel, TheListShowsWhatIsThereAndWhatIsChosen)
         networks.AddManualRange(range);
     adapters[1].up = false;
     choice.CheckNetworkUpdates();
+    const std::string address = std::exchange(adapters[1].ip, "");
+    choice.CheckNetworkUpdates();
+    EXPECT_TRUE(Networks().property("absent").toBool());
+    EXPECT_TRUE(Networks().toolTip().contains("No adapter has the network 2.X.X.X now"_q));
+    adapters[1].ip = address;
+    choice.CheckNetworkUpdates();
     const QComboBox& combo = Networks();
     EXPECT_EQ(Entries(), "Disabled 10.0.0.1 2.0.0.1 2.X.X.X 7.X.X.X New... Edit..."_q);
     for (int row = 0; row < combo.count(); ++row)
