@@ -52,12 +52,6 @@ GetIPRange::GetIPRange(Source source)
     : source_(std::move(source))
 {}
 
-KnownNetwork* GetIPRange::Find(const std::wstring& ip)
-{
-    const auto found = std::ranges::find(networks_, ip, &decltype(networks_)::value_type::first);
-    return found == networks_.end() ? nullptr : &found->second;
-}
-
 std::vector<NetworkChange> GetIPRange::DetectChanges()
 {
     auto answer = source_();
@@ -78,16 +72,16 @@ std::vector<NetworkChange> GetIPRange::DetectChanges()
         const std::wstring ip = Platform::Utf8ToWide(adapter.ip);
         const KnownNetwork now{adapter.ipValue, Platform::Utf8ToWide(adapter.broadcast),
                                adapter.broadcastValue, adapter.up, true};
-        KnownNetwork* known = Find(ip);
-        if (!known) {
+        const auto known = std::ranges::find(networks_, ip, &Entry::first);
+        if (known == networks_.end()) {
             ZEN_LOG_INFO("New network detected %s/%s", adapter.ip.c_str(),
                          adapter.broadcast.c_str());
             networks_.emplace_back(ip, now);
             changes.push_back(now);
-        } else if (*known != now) {
+        } else if (known->second != now) {
             ZEN_LOG_INFO("Network changed %s/%s, state %d", adapter.ip.c_str(),
                          adapter.broadcast.c_str(), adapter.up ? 1 : 0);
-            *known = now;
+            known->second = now;
             changes.push_back(now);
         }
     }
@@ -109,14 +103,13 @@ void GetIPRange::FindGone(const std::vector<NetworkInterface>& interfaces,
     }
 }
 
-std::vector<NetworkListEntry> GetIPRange::GetNetworks()
+std::vector<NetworkListEntry> GetIPRange::GetNetworks() const
 {
-    DetectChanges();
     std::vector<NetworkListEntry> entries;
     for (const auto& [ip, network] : networks_)
         entries.push_back({ip, network.up});
     for (const std::wstring& range : manualRanges_) {
-        const auto matches = MatchesOf(range);
+        const auto matches = FindMatching(range);
         const bool connected =
             std::ranges::any_of(matches, [](const Match& match) { return match.network.up; });
         entries.push_back({range, connected});
@@ -124,13 +117,7 @@ std::vector<NetworkListEntry> GetIPRange::GetNetworks()
     return entries;
 }
 
-std::vector<GetIPRange::Match> GetIPRange::FindMatching(const std::wstring& text)
-{
-    DetectChanges();
-    return MatchesOf(text);
-}
-
-std::vector<GetIPRange::Match> GetIPRange::MatchesOf(const std::wstring& text) const
+std::vector<GetIPRange::Match> GetIPRange::FindMatching(const std::wstring& text) const
 {
     std::vector<Match> matches;
     const auto pattern = PartsOf(text);
@@ -159,12 +146,10 @@ bool GetIPRange::HasManualRange(const std::wstring& text) const
     return std::ranges::find(manualRanges_, text) != manualRanges_.end();
 }
 
-bool GetIPRange::IsKnownNetwork(const std::wstring& text)
+bool GetIPRange::IsKnownNetwork(const std::wstring& text) const
 {
-    if (HasManualRange(text))
-        return true;
-    DetectChanges();
-    return text == L"127.0.0.1" || Find(text) != nullptr;
+    return HasManualRange(text) || text == L"127.0.0.1" ||
+           std::ranges::find(networks_, text, &Entry::first) != networks_.end();
 }
 
 bool GetIPRange::IsInKnownNetwork(const std::wstring& address) const

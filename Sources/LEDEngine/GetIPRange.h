@@ -36,7 +36,9 @@ struct NetworkListEntry
 
 /// The IPv4 networks that the machine has and has had, and the ranges that the user typed. A
 /// network text is a dotted address, or four parts with "X" for any part: 2.X.X.X. Networks are
-/// never forgotten: one whose adapter is gone stays in the operator's list. Main thread only.
+/// never forgotten: one whose adapter is gone stays in the operator's list. Only DetectChanges
+/// reads the adapters, so that no other reader takes a change from the one who acts on it. Main
+/// thread only.
 class GetIPRange
 {
 public:
@@ -48,12 +50,12 @@ public:
     /// `source` lists the adapters each time that it is called; nothing when that fails.
     explicit GetIPRange(Source source);
 
-    /// Reads the adapters again. Gives what is new or changed, in the order of the addresses as
-    /// text, and then what is gone.
+    /// Reads the adapters. Gives what is new or changed since the last call, in the order of the
+    /// addresses as text, and then what is gone.
     std::vector<NetworkChange> DetectChanges();
 
-    /// All networks, then all ranges, for the operator's list. Reads the adapters again.
-    [[nodiscard]] std::vector<NetworkListEntry> GetNetworks();
+    /// All networks, then all ranges, for the operator's list.
+    [[nodiscard]] std::vector<NetworkListEntry> GetNetworks() const;
 
     struct Match
     {
@@ -61,15 +63,15 @@ public:
         KnownNetwork network;
     };
     /// The networks that the text names and adapters have, in the order in which they were first
-    /// seen; none for a text that isn't four parts. Reads the adapters again.
-    [[nodiscard]] std::vector<Match> FindMatching(const std::wstring& text);
+    /// seen; none for a text that isn't four parts.
+    [[nodiscard]] std::vector<Match> FindMatching(const std::wstring& text) const;
 
     void AddManualRange(const std::wstring& text);
     void RemoveManualRange(const std::wstring& text);
     [[nodiscard]] bool HasManualRange(const std::wstring& text) const;
     /// Whether the text is a range of the user, a network, or 127.0.0.1.
-    [[nodiscard]] bool IsKnownNetwork(const std::wstring& text);
-    /// Whether an address lies in a known network or a range. Doesn't read the adapters again.
+    [[nodiscard]] bool IsKnownNetwork(const std::wstring& text) const;
+    /// Whether an address lies in a known network or a range.
     [[nodiscard]] bool IsInKnownNetwork(const std::wstring& address) const;
 
     /// Every X becomes 255. A text is a range when the result is an IPv4 address other than
@@ -78,12 +80,12 @@ public:
     [[nodiscard]] static bool IsValidRange(const std::wstring& text);
 
 private:
-    [[nodiscard]] std::vector<Match> MatchesOf(const std::wstring& text) const;
-    KnownNetwork* Find(const std::wstring& ip);
     void FindGone(const std::vector<NetworkInterface>& interfaces,
                   std::vector<NetworkChange>& changes);
 
+    using Entry = std::pair<std::wstring, KnownNetwork>;
+
     Source source_;
-    std::vector<std::pair<std::wstring, KnownNetwork>> networks_; ///< in the order first seen
+    std::vector<Entry> networks_; ///< in the order first seen
     std::vector<std::wstring> manualRanges_;
 };

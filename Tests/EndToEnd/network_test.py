@@ -5,7 +5,7 @@ import time
 
 import stage
 from document import strip_document
-from screen import AMBER, PLATFORM, Screen
+from screen import AMBER, ESCAPE, PLATFORM, Screen
 from stage import BROADCAST, DESK, dmx
 
 CHECK = 3.2  # seconds: networks are looked at every three, and the coarse timer may be late by a twentieth
@@ -103,6 +103,30 @@ class Networks(stage.Case):
         self.assertEqual({"10.0.0.1"}, {p.source for p in frames})
         other.wait_for(1, lambda p: p.kind == "poll" and p.destination == "10.255.255.255", 10, "polls there")
         self.assertEqual([], self.wire.packets(stage.from_program))
+
+    def test_a_network_that_appears_while_the_list_is_open_is_taken(self):
+        self.home.put_settings(network="10.X.X.X")
+        self.home.put_document(strip_document(network="10.X.X.X"))
+        other = self.watch("rig", "art1")
+        self.addCleanup(stage.on, "desk", "ip", "addr", "replace", "10.0.0.1/8", "brd", "+", "dev", "art1")
+        stage.on("desk", "ip", "addr", "del", "10.0.0.1/8", "dev", "art1")
+        self.start(platform=PLATFORM)
+        screen = Screen()
+        self.addCleanup(screen.close)
+
+        def open_list():
+            """The open list hides the amber box. A notice of the start may be in the way."""
+            screen.press(ESCAPE)
+            screen.click(*stage.wait(lambda: screen.find(AMBER), 10, "the network is amber"))
+            time.sleep(0.2)
+            return not screen.find(AMBER)
+
+        stage.wait(open_list, 20, "the list is open")
+        stage.on("desk", "ip", "addr", "add", "10.0.0.1/8", "brd", "+", "dev", "art1")
+        came = time.time()
+        screen.press(ESCAPE)
+        frames = other.wait_for(5, dmx(0, "10.255.255.255"), 15, "output")
+        self.assertLess(frames[0].time - came, CHECK + GRACE + 0.3)
 
     def test_a_port_that_is_taken_is_tried_again(self):
         squatter = self.socket_on("desk", port=6454)

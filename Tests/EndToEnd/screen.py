@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The program's window on a screen of its own, seen over RFB (RFC 6143) as an operator sees it.
+"""The program's window on a screen of its own, seen and operated over RFB (RFC 6143) as by an operator.
 
 Qt's own "vnc" platform is that screen. The test finds what it looks for by its colour.
 """
@@ -11,6 +11,7 @@ import stage
 
 PORT = 5900
 PLATFORM = f"vnc:size=1600x1000:port={PORT}"
+ESCAPE = 0xFF1B
 AMBER = bytes.fromhex("47b3ffff")  # of a network that is absent: blue, green, red and a byte without meaning
 
 
@@ -67,3 +68,11 @@ class Screen:
             if (at := row.find(30 * colour)) >= 0:
                 return at // 4 + 15, y + 10
         return None
+
+    def click(self, x, y):
+        for buttons in (0, 1, 0):
+            self._stream.sendall(struct.pack(">BBHH", 5, buttons, x, y))
+
+    def press(self, key):
+        for down in (1, 0):
+            self._stream.sendall(struct.pack(">BBxxI", 4, down, key))

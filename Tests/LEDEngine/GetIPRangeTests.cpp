@@ -25,6 +25,7 @@ protected:
     Texts Listed()
     {
         Texts texts;
+        networks.DetectChanges();
         for (const auto& entry : networks.GetNetworks())
             texts.push_back(entry.text + (entry.connected ? L" on" : L" off"));
         return texts;
@@ -73,6 +74,8 @@ TEST_F(GetIPRangeTest, PatternsMatchPartByPart)
 {
     adapters = {Adapter("2.0.0.1", "2.255.255.255"), Adapter("2.11.0.1", "2.255.255.255"),
                 Adapter("10.0.0.1", "10.255.255.255")};
+    EXPECT_TRUE(networks.FindMatching(L"X.X.0.1").empty() && networks.GetNetworks().empty());
+    EXPECT_EQ(networks.DetectChanges().size(), 3U) << "nobody else has taken the changes";
     EXPECT_EQ(networks.FindMatching(L"X.X.0.1").size(), 3U);
     EXPECT_EQ(networks.FindMatching(L"2.X.X.X").size(), 2U);
     for (const wchar_t* none : {L"", L"2", L"2.X.X", L"2.X.X.X.X", L"2.x.x.x", L"2.1X.0.1",

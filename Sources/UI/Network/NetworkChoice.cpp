@@ -33,6 +33,7 @@ void NetworkChoice::SetHostPreferences(const ExternalServerPreferences* preferen
 void NetworkChoice::Choose(const QString& text)
 {
     settings_.networkText = text;
+    networks_.DetectChanges(); // the choice takes what they are now
     const std::size_t matches = TakeFirstMatch();
     if (matches == 0 && !text.isEmpty())
         notice_(tr("No network interfaces match network ") + text);
@@ -45,6 +46,7 @@ void NetworkChoice::ChooseFromDocument(const std::wstring& documentText)
 {
     const QString old = settings_.networkText;
     QString wanted = QString::fromStdWString(documentText);
+    networks_.DetectChanges();
     if (wanted.isEmpty()) {
         ZEN_LOG_INFO("Network disbaled loaded form mapping file");
     } else if (!networks_.IsKnownNetwork(documentText)) {
@@ -67,6 +69,7 @@ void NetworkChoice::ChooseFromDocument(const std::wstring& documentText)
 
 void NetworkChoice::ChooseFirst()
 {
+    networks_.DetectChanges();
     const auto known = networks_.GetNetworks();
     Choose(known.empty() ? QString() : QString::fromStdWString(known.front().text));
 }

@@ -31,8 +31,8 @@ public:
     NetworkChoice(GetIPRange& networks, SettingsBlock& settings, DeviceManager& manager,
                   LEDEngine& engine, Notice notice);
 
-    /// Chooses the network that the text names; an empty text is none. The operator reads a notice
-    /// when no adapter or more than one matches.
+    /// Chooses the network that the text names, among the adapters as they are now; an empty text
+    /// is none. The operator reads a notice when no adapter or more than one matches.
     void Choose(const QString& text);
 
     /// Takes the network that a document names, with the notices that go with it.

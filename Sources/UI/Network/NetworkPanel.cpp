@@ -221,8 +221,8 @@ void NetworkPanel::comboNetworkChanged(int)
 
 void NetworkPanel::Take(const QString& network)
 {
-    if (network != parts_.choice.GetNetworkText())
-        parts_.choice.Choose(network);
+    // Also when it is chosen already: the operator wants us to look again.
+    parts_.choice.Choose(network);
     parts_.choice.ClearStaleAddresses(parts_.nodes, parts_.undoStack);
     parts_.choice.updateArtNetOutput();
 }

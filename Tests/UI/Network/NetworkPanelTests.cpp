@@ -144,6 +144,25 @@ TEST_F(Panel, NothingMovesUnderTheHand)
     EXPECT_FALSE(TakeDirty());
 }
 
+TEST_F(Panel, ANetworkThatAppearsWhileTheListIsOpenIsTaken)
+{
+    networks.AddManualRange(L"2.X.X.X");
+    choice.CheckNetworkUpdates();
+    for (const int key : {Qt::Key_Escape, Qt::Key_Return}) {
+        const auto all = std::exchange(adapters, {});
+        choice.CheckNetworkUpdates();
+        EXPECT_EQ(Broadcast(), 0U);
+        EXPECT_EQ(Networks().currentText(), "2.X.X.X"_q);
+        QTest::keyClick(&Networks(), Qt::Key_Space);
+        adapters = all;
+        QTest::keyClick(Networks().view(), static_cast<Qt::Key>(key));
+        QCoreApplication::processEvents();
+        if (key == Qt::Key_Escape)
+            choice.CheckNetworkUpdates();
+        EXPECT_EQ(Broadcast(), 0x02FFFFFFU) << "by the next look, or the same choice again";
+    }
+}
+
 TEST_F(Panel, ANewRangeIsTakenAtOnceAndCancelChangesNothing)
 {
     Place(L"9.0.0.9");
