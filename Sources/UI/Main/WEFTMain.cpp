@@ -342,6 +342,7 @@ void WEFTMain::StartTimers()
     engineTimer->start();
     nodesTimer->start();
     networkTimer->start();
+    network_->FollowAdapters();
 }
 
 void WEFTMain::closeEvent(QCloseEvent* event)

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include <QSocketNotifier>
 #include <QUndoStack>
 
 #include "LEDEngine/GetIPRange.h"
@@ -12,6 +13,7 @@
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
+#include "Platform/AdapterEvents.h"
 #include "Settings/ExternalServerPreferences.h"
 #include "Settings/SettingsBlock.h"
 #include "UI/Commands/AddressCommands.h"
@@ -24,6 +26,21 @@ NetworkChoice::NetworkChoice(GetIPRange& networks, SettingsBlock& settings, Devi
     , engine_(engine)
     , notice_(std::move(notice))
 {}
+
+NetworkChoice::~NetworkChoice() = default;
+
+void NetworkChoice::FollowAdapters()
+{
+    events_ = std::make_unique<Platform::AdapterEvents>();
+    if (events_->Handle() < 0)
+        return;
+    notifier_ = std::make_unique<QSocketNotifier>(events_->Handle(), QSocketNotifier::Read);
+    connect(notifier_.get(), &QSocketNotifier::activated, this, [this] {
+        events_->Clear();
+        CheckNetworkUpdates();
+    });
+    CheckNetworkUpdates(); // what changed before
+}
 
 void NetworkChoice::SetHostPreferences(const ExternalServerPreferences* preferences)
 {

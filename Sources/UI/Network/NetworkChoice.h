@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,9 +14,14 @@ class DeviceManager;
 class ExternalServerPreferences;
 class GetIPRange;
 class LEDEngine;
+class QSocketNotifier;
 class QUndoStack;
 class SettingsBlock;
 struct KnownNetwork;
+
+namespace Platform {
+class AdapterEvents;
+}
 
 /// The chosen network: what the operator or the document wants as text, and the address and
 /// broadcast address that it has now. Follows adapters as they come and go.
@@ -30,6 +36,7 @@ public:
     /// Everything but `notice` outlives this object.
     NetworkChoice(GetIPRange& networks, SettingsBlock& settings, DeviceManager& manager,
                   LEDEngine& engine, Notice notice);
+    ~NetworkChoice() override;
 
     /// Chooses the network that the text names, among the adapters as they are now; an empty text
     /// is none. The operator reads a notice when no adapter or more than one matches.
@@ -45,6 +52,9 @@ public:
     /// they are sent to "Auto" again, which is a step of its own: an operator who chose the wrong
     /// network gets them back.
     void ClearStaleAddresses(const ArtNetNodeModel& nodes, QUndoStack& undoStack);
+
+    /// From now on a change of the adapters is followed when it happens, where the system tells.
+    void FollowAdapters();
 
     /// Where merged DMX is received when the host is its source. Null: on the chosen network.
     void SetHostPreferences(const ExternalServerPreferences* preferences);
@@ -62,7 +72,8 @@ public:
 public slots:
     /// Hands the choice and the merger's settings to the output.
     void updateArtNetOutput();
-    /// Every 3 seconds: takes up a chosen network that appeared or came back.
+    /// Takes up a chosen network that appeared or came back, and lets go of one that is gone. Every
+    /// 3 seconds, and when the system tells of a change.
     void CheckNetworkUpdates();
 
 signals:
@@ -86,4 +97,6 @@ private:
     const ExternalServerPreferences* preferences_ = nullptr;
     std::wstring networkIP;
     std::wstring networkBroadcast;
+    std::unique_ptr<Platform::AdapterEvents> events_;
+    std::unique_ptr<QSocketNotifier> notifier_; ///< of events_
 };
