@@ -1,157 +1,182 @@
 // SPDX-License-Identifier: MIT
 #include "ArtNet/ArtNetSocket.h"
 
+#include <algorithm>
+
 #include "ArtNet/ArtNetPackets.h"
 #include "Log/Log.h"
 #include "Platform/Adapters.h"
-#include "Platform/Datagrams.h"
 #include "Platform/IPv4.h"
 
 namespace Zen {
 
 namespace {
 
+using Udp = boost::asio::ip::udp;
+
 /// A console may send 256 universes back to back; the default buffer holds 166. A slow cable takes
 /// a frame of as many as slowly. The system caps both where it must.
 constexpr int BufferSize = 4 * 1024 * 1024;
+
+constexpr std::uint32_t Loopback = 0x7F000001;
+constexpr std::uint32_t LimitedBroadcast = 0xFFFFFFFF;
+constexpr std::uint16_t AnyPort = 0;
 
 } // namespace
 
 ArtNetSocket::ArtNetSocket(boost::asio::io_service& ioService, std::string interfaceAddress,
                            bool reuseAddress)
-    : interfaceAddress_(std::move(interfaceAddress))
+    : ioService_(ioService)
+    , interfaceAddress_(std::move(interfaceAddress))
     , interfaceValue_(Platform::ParseIPv4(interfaceAddress_).value_or(0))
     , reuseAddress_(reuseAddress)
-    , socket_(ioService)
+    , isTied_(!interfaceAddress_.empty() && !Platform::IsLoopback(interfaceValue_))
 {}
 
-void ArtNetSocket::Open()
+std::vector<ArtNetSocket::Listener> ArtNetSocket::Mend()
 {
-    ++serial_;
-    adapter_.clear();
-    if (!OpenUnbound()) {
-        status_ = ArtNetServerStatus::OpenFailed;
-        return;
+    std::vector<Listener> opened;
+    if (isTied_)
+        FollowAdapter();
+    if (isTied_ && adapter_.name.empty()) {
+        NoteFailure(std::make_error_code(std::errc::address_not_available));
+        return opened;
     }
-    const std::error_code failure = Bind();
-    status_ = failure ? ArtNetServerStatus::BindFailed : ArtNetServerStatus::Ready;
-    if (failure && failure != bindError_)
-        ZEN_LOG_INFO("failed to bind socket: %s", failure.message().c_str());
-    bindError_ = failure;
+    if (!bound_)
+        OpenMain(opened);
+    if (bound_ && isTied_)
+        OpenBroadcast(opened);
+    return opened;
+}
+
+void ArtNetSocket::FollowAdapter()
+{
+    const auto interfaces = Platform::GetNetworkInterfaces();
+    if (!interfaces)
+        return;
+    const auto found = std::ranges::find(*interfaces, interfaceValue_, &NetworkInterface::ipValue);
+    // An adapter that was removed and comes back has the same name, and is another one.
+    const TiedAdapter now =
+        found == interfaces->end()
+            ? TiedAdapter()
+            : TiedAdapter{found->adapter, found->adapterIndex, found->broadcastValue};
+    if (now == adapter_)
+        return;
+    Close();
+    adapter_ = now;
+    ++serial_;
 }
 
 void ArtNetSocket::Close()
 {
-    boost::system::error_code ignored;
-    socket_.shutdown(boost::asio::socket_base::shutdown_both, ignored);
-    socket_.close(ignored);
+    const auto close = [](Listener& socket) {
+        if (!socket)
+            return;
+        boost::system::error_code ignored;
+        socket->shutdown(boost::asio::socket_base::shutdown_both, ignored);
+        socket->close(ignored);
+        socket.reset();
+    };
+    close(main_);
+    for (BroadcastListener& listener : broadcast_)
+        close(listener.socket);
+    bound_ = false;
 }
 
-bool ArtNetSocket::OpenUnbound()
+std::error_code ArtNetSocket::OpenAt(std::uint32_t address, std::uint16_t port, bool share,
+                                     Listener& opened)
 {
     boost::system::error_code failure;
-    socket_.close(failure);
-    socket_.open(Udp::v4(), failure);
-    if (failure) {
-        if (bindError_ != failure)
-            ZEN_LOG_ERROR("%s", failure.message().c_str());
-        bindError_ = failure;
-        return false;
-    }
-    socket_.set_option(boost::asio::socket_base::broadcast(true));
-    socket_.set_option(boost::asio::socket_base::reuse_address(reuseAddress_));
-    socket_.non_blocking(true);
-    socket_.set_option(boost::asio::socket_base::receive_buffer_size(BufferSize), failure);
-    socket_.set_option(boost::asio::socket_base::send_buffer_size(BufferSize), failure);
-    return true;
-}
-
-std::error_code ArtNetSocket::BindTo(const std::string& address)
-{
-    boost::system::error_code failure;
-    socket_.bind({boost::asio::ip::make_address_v4(address), ArtNetPackets::Port}, failure);
+    auto socket = std::make_shared<Udp::socket>(ioService_);
+    socket->open(Udp::v4(), failure);
+    if (failure)
+        return failure;
+    socket->set_option(boost::asio::socket_base::broadcast(true));
+    socket->set_option(boost::asio::socket_base::reuse_address(share));
+    socket->non_blocking(true);
+    socket->set_option(boost::asio::socket_base::receive_buffer_size(BufferSize), failure);
+    socket->set_option(boost::asio::socket_base::send_buffer_size(BufferSize), failure);
+    // Where the system refuses this, the address alone must keep the socket to its adapter.
+    if (isTied_)
+        (void)Platform::BindToAdapter(socket->native_handle(), adapter_.name);
+    socket->bind({boost::asio::ip::address_v4(address), port}, failure);
+    if (!failure)
+        opened = std::move(socket);
     return failure;
 }
 
-std::error_code ArtNetSocket::Bind()
+void ArtNetSocket::OpenMain(std::vector<Listener>& opened)
 {
-    const std::string allInterfaces = "0.0.0.0";
-    if (interfaceAddress_.empty())
-        return BindTo(allInterfaces);
-    if (interfaceValue_ == 0)
-        return std::make_error_code(std::errc::address_not_available);
-    const std::string adapter = Platform::AdapterNameFor(interfaceValue_);
-    if (interfaceAddress_.starts_with("127.") || adapter.empty())
-        return BindTo(interfaceAddress_);
-
-    // A socket on the interface's own address would hear no broadcast, and nodes and consoles
-    // broadcast. One that is tied to the adapter hears both.
-    std::error_code failure = Platform::BindToAdapter(socket_.native_handle(), adapter);
-    if (!failure)
-        failure = BindTo(allInterfaces);
-    if (!failure) {
-        adapterError_.clear();
-        adapter_ = adapter;
-        adapterIndex_ = Platform::AdapterIndexOf(adapter);
-        return {};
+    Listener fresh;
+    const std::error_code failure =
+        OpenAt(interfaceValue_, ArtNetPackets::Port, reuseAddress_, fresh);
+    NoteFailure(failure);
+    bound_ = !failure;
+    if (bound_) {
+        // A program that shares the port with others, as visualisers do, can start after us. What
+        // comes to our address stays ours.
+        if (isTied_)
+            fresh->set_option(boost::asio::socket_base::reuse_address(true));
+        main_ = fresh;
+        opened.push_back(main_);
+    } else if (!main_) {
+        // That it is sent matters more than the port that it is sent from.
+        (void)OpenAt(interfaceValue_, AnyPort, false, main_);
     }
-    if (!OpenUnbound())
-        return failure;
-    const std::error_code plainFailure = BindTo(interfaceAddress_);
-    if (!plainFailure && adapterError_ != failure)
-        ZEN_LOG_INFO("No socket of our own on adapter %s: %s. Listening to unicast at %s only",
-                     adapter.c_str(), failure.message().c_str(), interfaceAddress_.c_str());
-    adapterError_ = plainFailure ? std::error_code() : failure;
-    return plainFailure;
 }
 
-bool ArtNetSocket::IsSound() const
+void ArtNetSocket::OpenBroadcast(std::vector<Listener>& opened)
 {
-    if (status_ != ArtNetServerStatus::Ready)
-        return false;
-    if (adapter_.empty())
-        return true;
-    // An adapter that was removed and comes back has the name of the one that the socket is tied
-    // to, and is another one. Where only the address has changed the socket still works.
-    const std::string adapter = Platform::AdapterNameFor(interfaceValue_);
-    return (adapter.empty() || adapter == adapter_) &&
-           Platform::AdapterIndexOf(adapter_) == adapterIndex_;
+    // Each on its own address: a socket on all addresses would keep a visualiser on this machine
+    // from its port on 127.0.0.1, and be kept from ours by one that was there first.
+    const std::array addresses{adapter_.broadcast, LimitedBroadcast};
+    for (std::size_t i = 0; i < addresses.size(); ++i) {
+        BroadcastListener& listener = broadcast_[i];
+        if (listener.socket || addresses[i] == interfaceValue_)
+            continue;
+        // Every socket of an address hears what is broadcast to it, so sharing takes from nobody.
+        const std::error_code failure =
+            OpenAt(addresses[i], ArtNetPackets::Port, true, listener.socket);
+        if (!failure)
+            opened.push_back(listener.socket);
+        else if (failure != listener.failure)
+            ZEN_LOG_INFO("Not listening to broadcasts to %s on adapter %s: %s",
+                         Platform::FormatIPv4(addresses[i]).c_str(), adapter_.name.c_str(),
+                         failure.message().c_str());
+        listener.failure = failure;
+    }
 }
 
-bool ArtNetSocket::HearsOneAddress() const
+void ArtNetSocket::NoteFailure(const std::error_code& failure)
 {
-    return adapter_.empty() && !interfaceAddress_.empty();
+    if (failure && failure != failure_)
+        ZEN_LOG_INFO("failed to bind socket: %s", failure.message().c_str());
+    failure_ = failure;
 }
 
-std::uint32_t ArtNetSocket::AddressTowards(std::uint32_t peer) const
+Platform::SendOutcome ArtNetSocket::Send(std::span<const Platform::Datagram> batch)
 {
-    return HearsOneAddress() ? interfaceValue_ : Platform::AddressTowards(peer, adapter_);
+    if (!main_)
+        return {.sent = 0, .untried = 0, .lastError = failure_};
+    return Platform::SendDatagrams(main_->native_handle(), batch);
 }
 
 std::vector<std::uint32_t> ArtNetSocket::OwnAddresses() const
 {
     // Another program can hold the port at another address of this machine.
-    auto addresses =
-        HearsOneAddress() ? std::vector<std::uint32_t>{} : Platform::AddressesOf(adapter_);
-    addresses.push_back(interfaceValue_);
-    if (interfaceAddress_.empty()) // and what it sends to another program on this machine
-        addresses.push_back(0x7F000001);
+    if (!interfaceAddress_.empty())
+        return {interfaceValue_};
+    std::vector<std::uint32_t> addresses{Loopback};
+    for (const NetworkInterface& record :
+         Platform::GetNetworkInterfaces().value_or(std::vector<NetworkInterface>()))
+        addresses.push_back(record.ipValue);
     return addresses;
 }
 
-std::vector<std::uint32_t> ArtNetSocket::Broadcasts() const
+std::uint32_t ArtNetSocket::AddressTowards(std::uint32_t peer) const
 {
-    std::vector<std::uint32_t> broadcasts;
-    for (const NetworkInterface& interface : Platform::GetNetworkInterfaces()) {
-        if (interface.ipValue == interfaceValue_)
-            broadcasts.push_back(interface.broadcastValue);
-    }
-    return broadcasts;
-}
-
-int ArtNetSocket::Handle()
-{
-    return socket_.is_open() ? socket_.native_handle() : -1;
+    return interfaceAddress_.empty() ? Platform::AddressTowards(peer, std::string())
+                                     : interfaceValue_;
 }
 
 } // namespace Zen

@@ -5,84 +5,90 @@
 
 #include <boost/asio.hpp>
 
+#include <array>
 #include <cstdint>
+#include <memory>
+#include <span>
 #include <string>
 #include <system_error>
 #include <vector>
 
+#include "Platform/Datagrams.h"
+
 namespace Zen {
 
-/// Outcome of opening a server's socket.
-enum class ArtNetServerStatus : std::int32_t
-{
-    Ready = 0,
-    BindFailed = 1,
-    OpenFailed = 2
-};
-
-/// The UDP socket of one server on the Art-Net port. It is tied to its interface's adapter, so that
-/// it hears unicast and broadcast, and can be opened again when adapters or addresses change. No
-/// lock of its own: its owner guards every call, but those for the interface, which never changes.
+/// The UDP sockets of one server on the Art-Net port. On an interface there is one for each address
+/// that packets come to: the interface's own, by which we send too, and the broadcast addresses.
+/// All are tied to the adapter that has the interface, so that nothing is heard or sent by another
+/// one; without such an adapter there are none. No lock of its own: its owner guards every call,
+/// but those for the interface, which never changes.
 class ArtNetSocket
 {
 public:
+    using Listener = std::shared_ptr<boost::asio::ip::udp::socket>;
+
     /// `interfaceAddress` is dotted, or empty for all interfaces. Opens nothing yet.
     ArtNetSocket(boost::asio::io_service& ioService, std::string interfaceAddress,
                  bool reuseAddress);
 
-    /// Opens and binds, and closes what was open. A failure is logged once, however often it
-    /// repeats; Status tells it.
-    void Open();
+    /// Closes what belongs to an adapter that is gone or is another one now, and opens what is
+    /// missing; what works is left alone. Gives the sockets that are new, for their owner to wait
+    /// on until they close. A failure is logged once, however often it repeats.
+    std::vector<Listener> Mend();
     void Close();
 
-    [[nodiscard]] ArtNetServerStatus Status() const { return status_; }
-    /// Whether it is bound, to the adapter that has the interface now.
-    [[nodiscard]] bool IsSound() const;
-    /// Whether another program keeps it from its adapter, so that it hears no broadcast.
-    [[nodiscard]] bool HearsUnicastOnly() const { return static_cast<bool>(adapterError_); }
+    /// Whether we have the Art-Net port. While another program has it, we send from another port
+    /// and hear nothing.
+    [[nodiscard]] bool IsBound() const { return bound_; }
+    Platform::SendOutcome Send(std::span<const Platform::Datagram> batch);
 
     [[nodiscard]] const std::string& InterfaceAddress() const { return interfaceAddress_; }
-    /// The name of the adapter that it is tied to, empty for none.
-    [[nodiscard]] const std::string& Adapter() const { return adapter_; }
-    /// The addresses that its own packets can come from, as they are now.
+    /// The first octet in the top byte; 0 for all interfaces.
+    [[nodiscard]] std::uint32_t InterfaceValue() const { return interfaceValue_; }
+    /// The name of the adapter that the sockets are tied to, empty for none.
+    [[nodiscard]] const std::string& Adapter() const { return adapter_.name; }
+    /// Grows when the adapter changes.
+    [[nodiscard]] std::uint64_t Serial() const { return serial_; }
+    /// The addresses that our own packets can come from, as they are now.
     [[nodiscard]] std::vector<std::uint32_t> OwnAddresses() const;
-
     /// The address that this peer reaches us at, as it is now. 0 when there is no way to it.
     [[nodiscard]] std::uint32_t AddressTowards(std::uint32_t peer) const;
-
-    /// The broadcast address of its interface, as it is now; none for all interfaces.
-    [[nodiscard]] std::vector<std::uint32_t> Broadcasts() const;
-
-    /// Grows with each Open.
-    [[nodiscard]] std::uint64_t Serial() const { return serial_; }
-    /// The system's number for the socket, -1 while it is closed.
-    [[nodiscard]] int Handle();
-
-    /// Calls the handler (of an error code) on the I/O thread when a datagram is there to be read.
-    template <typename Handler>
-    void WaitForDatagrams(Handler handler)
-    {
-        socket_.async_wait(Udp::socket::wait_read, std::move(handler));
-    }
+    /// The broadcast address of its interface; 0 for all interfaces, and without an adapter.
+    [[nodiscard]] std::uint32_t Broadcast() const { return adapter_.broadcast; }
 
 private:
-    using Udp = boost::asio::ip::udp;
+    struct TiedAdapter
+    {
+        std::string name;
+        unsigned index = 0;
+        std::uint32_t broadcast = 0;
 
-    [[nodiscard]] bool OpenUnbound();
-    [[nodiscard]] std::error_code Bind();
-    [[nodiscard]] bool HearsOneAddress() const;
-    [[nodiscard]] std::error_code BindTo(const std::string& address);
+        bool operator==(const TiedAdapter&) const = default;
+    };
+    struct BroadcastListener
+    {
+        Listener socket;
+        std::error_code failure;
+    };
 
+    void FollowAdapter();
+    void OpenMain(std::vector<Listener>& opened);
+    void OpenBroadcast(std::vector<Listener>& opened);
+    std::error_code OpenAt(std::uint32_t address, std::uint16_t port, bool share, Listener& opened);
+    void NoteFailure(const std::error_code& failure);
+
+    boost::asio::io_service& ioService_;
     std::string interfaceAddress_;
     std::uint32_t interfaceValue_ = 0;
     bool reuseAddress_ = false;
-    Udp::socket socket_;
-    ArtNetServerStatus status_ = ArtNetServerStatus::OpenFailed;
+    bool isTied_ = false; ///< to an adapter: neither loopback nor all interfaces
+
+    TiedAdapter adapter_;
     std::uint64_t serial_ = 0;
-    std::string adapter_;
-    unsigned adapterIndex_ = 0; ///< of adapter_, when the socket was tied to it
-    std::error_code bindError_;
-    std::error_code adapterError_; ///< why the socket is not tied to its adapter
+    Listener main_;
+    bool bound_ = false;
+    std::error_code failure_; ///< why main_ doesn't have the port
+    std::array<BroadcastListener, 2> broadcast_;
 };
 
 } // namespace Zen

@@ -47,9 +47,7 @@ ArtNetServer::ArtNetServer(boost::asio::io_service& ioService, std::mutex& servi
     })
     , spreadTimer_(ioService)
     , retryTimer_(ioService)
-{
-    socket.Open();
-}
+{}
 
 ArtNetServer::~ArtNetServer() = default;
 
@@ -58,32 +56,29 @@ ArtNetServer::~ArtNetServer() = default;
 void ArtNetServer::MendSocket()
 {
     const std::lock_guard lock(socketMutex_);
-    if (!socket.IsSound() || socket.HearsUnicastOnly())
-        Reopen();
+    Mend();
 }
 
-void ArtNetServer::Reopen()
+void ArtNetServer::Mend()
 {
     if (stopped)
         return;
-    socket.Open();
-    if (socket.Status() != ArtNetServerStatus::Ready || !started_)
-        return;
-    if (!socket.HearsUnicastOnly())
+    const bool wasBound = socket.IsBound();
+    for (const ArtNetSocket::Listener& listener : socket.Mend())
+        WaitForDatagrams(listener);
+    if (started_ && !wasBound && socket.IsBound())
         ZEN_LOG_INFO("Port %d is open again%s%s", ArtNetPackets::Port,
                      settings_.interfaceAddress.empty() ? "" : " on ",
                      settings_.interfaceAddress.c_str());
-    WaitForDatagrams();
 }
 
 void ArtNetServer::Start()
 {
     {
         const std::lock_guard lock(socketMutex_);
+        Mend();
         started_ = true;
         SchedulePoll();
-        if (socket.Status() == ArtNetServerStatus::Ready)
-            WaitForDatagrams();
     }
     boost::asio::post(ioService_, [self = shared_from_this()] { self->Watch(); });
 }
@@ -104,8 +99,7 @@ void ArtNetServer::Watch()
         return;
     {
         const std::lock_guard lock(socketMutex_);
-        if (!socket.IsSound())
-            Reopen();
+        Mend();
     }
     ReadOwnAddresses();
     LogConflicts();
@@ -171,24 +165,24 @@ void ArtNetServer::FeedNodes(std::span<const ArtNetNodeInfo> fed)
 
 // ---- Receiving, on the I/O thread --------------------------------------------------------------
 
-void ArtNetServer::WaitForDatagrams()
+void ArtNetServer::WaitForDatagrams(const ArtNetSocket::Listener& listener)
 {
-    const std::uint64_t serial = socket.Serial();
-    socket.WaitForDatagrams(
-        [self = shared_from_this(), serial](const boost::system::error_code& failure) {
+    listener->async_wait(
+        boost::asio::socket_base::wait_read,
+        [self = shared_from_this(), listener](const boost::system::error_code& failure) {
             if (self->stopped || failure == boost::asio::error::operation_aborted)
                 return;
             if (failure)
                 self->LogError(failure);
-            if (self->flood_.IsFlood(self->Drain(), Platform::MonotonicNanoseconds()))
+            if (self->flood_.IsFlood(self->Drain(*listener), Platform::MonotonicNanoseconds()))
                 std::this_thread::sleep_for(FloodRest);
             const std::lock_guard lock(self->socketMutex_);
-            if (!self->stopped && serial == self->socket.Serial())
-                self->WaitForDatagrams();
+            if (!self->stopped && listener->is_open())
+                self->WaitForDatagrams(listener);
         });
 }
 
-std::size_t ArtNetServer::Drain()
+std::size_t ArtNetServer::Drain(boost::asio::ip::udp::socket& listener)
 {
     std::size_t taken = 0;
     while (taken < DatagramsPerWakeUp && !stopped) {
@@ -196,9 +190,9 @@ std::size_t ArtNetServer::Drain()
         std::span<const Platform::ReceivedDatagram> batch;
         {
             const std::lock_guard lock(socketMutex_);
-            if (socket.Handle() < 0)
+            if (!listener.is_open())
                 break;
-            batch = reader_.Read(socket.Handle(), failure);
+            batch = reader_.Read(listener.native_handle(), failure);
         }
         if (failure && !stopped)
             LogError(failure);
@@ -356,11 +350,11 @@ void ArtNetServer::Announce()
     std::vector<std::uint32_t> targets;
     {
         const std::lock_guard lock(socketMutex_);
-        if (socket.Status() != ArtNetServerStatus::Ready)
+        if (!socket.IsBound())
             return;
         targets = pollTargets;
-        if (targets.empty())
-            targets = socket.Broadcasts();
+        if (targets.empty() && socket.Broadcast() != 0)
+            targets.push_back(socket.Broadcast());
     }
     std::ranges::sort(targets);
     targets.erase(std::unique(targets.begin(), targets.end()), targets.end());
@@ -518,7 +512,7 @@ Platform::SendOutcome ArtNetServer::SendNow(std::span<const Platform::Datagram> 
         const std::lock_guard lock(socketMutex_);
         if (stopped)
             return {};
-        outcome = Platform::SendDatagrams(socket.Handle(), batch);
+        outcome = socket.Send(batch);
     }
     if (outcome.untried > 0)
         outcome.lastError.clear(); // a full buffer is no fault

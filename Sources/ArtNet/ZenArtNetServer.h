@@ -21,8 +21,8 @@
 
 namespace Zen {
 
-/// One socket on the Art-Net port, on one interface or on all of them, with its receive loop, its
-/// universes, its nodes and its sends. Pending operations own the server: a stopped one lives until
+/// The Art-Net port of one interface or of all of them, with its receive loop, its universes, its
+/// nodes and its sends. Pending operations own the server: a stopped one lives until
 /// the last of them has run. All public operations are called with the service's mutex held.
 class ArtNetServer : public std::enable_shared_from_this<ArtNetServer>
 {
@@ -35,15 +35,16 @@ public:
         bool reuseAddress = false;
     };
 
-    /// Opens and binds; where that fails, clients get no data and it is tried again every half
-    /// second. `serviceMutex` outlives the server.
+    /// Opens nothing yet. `serviceMutex` outlives the server.
     ArtNetServer(boost::asio::io_service& ioService, std::mutex& serviceMutex, Settings settings);
     ~ArtNetServer();
 
+    /// Opens and binds; where that fails, clients get no data and it is tried again every half
+    /// second.
     void Start();
     /// For good. The port is free when it returns.
     void Stop();
-    /// Opens the socket again where it is not bound as it should be, or not as well as it might be.
+    /// Opens what could not be opened before, and closes what belongs to an adapter that is gone.
     void MendSocket();
     /// Dotted addresses that are polled every 2.5 s from now on; any other text is logged and left
     /// out.
@@ -68,14 +69,14 @@ public:
     [[nodiscard]] std::error_code GetLastSendError() const { return lastSendError; }
 
 private:
-    void Reopen();
+    void Mend();
     void ScheduleWatch();
     void Watch();
     void LogConflicts();
 
-    void WaitForDatagrams();
+    void WaitForDatagrams(const ArtNetSocket::Listener& listener);
     /// Reads and handles what has come in; the number of datagrams.
-    std::size_t Drain();
+    std::size_t Drain(boost::asio::ip::udp::socket& listener);
     void HandlePacket(const Platform::ReceivedDatagram& datagram);
     void HandleDmx(const Platform::ReceivedDatagram& datagram);
     void ReadOwnAddresses();

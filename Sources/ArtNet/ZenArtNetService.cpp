@@ -13,7 +13,6 @@
 
 #include "ArtNet/ZenArtNetServer.h"
 #include "Log/Log.h"
-#include "Platform/Adapters.h"
 #include "Platform/Clock.h"
 #include "Platform/IPv4.h"
 
@@ -38,27 +37,15 @@ struct ClientRecord
     std::int32_t universeCount = 0;
     bool offered = false;
     int serverIndex = -1;
-    std::string place; ///< as PlaceOf gives it, at the last rebuild
 };
 
 using ServerList = std::vector<std::shared_ptr<ArtNetServer>>;
 
-/// What one socket is for: the adapter of this interface, however many addresses that has, or the
-/// address itself where it has no adapter. Two interfaces of one place share a socket.
-std::string PlaceOf(const std::string& interfaceAddress)
-{
-    const auto address = Platform::ParseIPv4(interfaceAddress);
-    if (!address || interfaceAddress.starts_with("127."))
-        return interfaceAddress;
-    const std::string adapter = Platform::AdapterNameFor(*address);
-    return adapter.empty() ? interfaceAddress : adapter;
-}
-
-/// Takes the server at this place out of the list, null when there is none.
-std::shared_ptr<ArtNetServer> TakeServer(ServerList& servers, const std::string& place)
+/// Takes the server of this interface out of the list, null when there is none.
+std::shared_ptr<ArtNetServer> TakeServer(ServerList& servers, const std::string& interfaceAddress)
 {
     const auto found = std::ranges::find_if(
-        servers, [&](const auto& server) { return PlaceOf(server->GetInterface()) == place; });
+        servers, [&](const auto& server) { return server->GetInterface() == interfaceAddress; });
     if (found == servers.end())
         return nullptr;
     auto server = *found;
@@ -116,12 +103,12 @@ struct ArtNetService::Impl
         return client ? servers[static_cast<std::size_t>(client->serverIndex)].get() : nullptr;
     }
 
-    /// The targets of all clients, or of those at one place, in client order.
-    std::vector<std::string> PollTargets(const std::string* place) const
+    /// The targets of all clients, or of those on one interface, in client order.
+    std::vector<std::string> PollTargets(const std::string* interfaceAddress) const
     {
         std::vector<std::string> targets;
         for (const ClientRecord& client : clients) {
-            const bool counts = !place || client.place == *place;
+            const bool counts = !interfaceAddress || client.interfaceAddress == *interfaceAddress;
             if (counts && !client.pollTarget.empty())
                 targets.push_back(client.pollTarget);
         }
@@ -141,10 +128,8 @@ struct ArtNetService::Impl
     {
         ServerList old;
         old.swap(servers);
-        for (ClientRecord& client : clients) {
+        for (ClientRecord& client : clients)
             client.serverIndex = -1;
-            client.place = PlaceOf(client.interfaceAddress);
-        }
         const bool everywhere = std::ranges::any_of(
             clients, [](const auto& client) { return client.interfaceAddress.empty(); });
         if (!clients.empty() && (everywhere || reuseAddress))
@@ -159,19 +144,20 @@ struct ArtNetService::Impl
     {
         // Servers without a client stop first: their socket may block one that is opened now.
         std::erase_if(old, [this](const auto& server) {
-            const bool needed = std::ranges::any_of(
-                clients, [place = PlaceOf(server->GetInterface())](const ClientRecord& client) {
-                    return client.place == place;
-                });
+            const bool needed = std::ranges::any_of(clients, [&](const ClientRecord& client) {
+                return client.interfaceAddress == server->GetInterface();
+            });
             if (!needed)
                 server->Stop();
             return !needed;
         });
         for (std::size_t i = 0; i < clients.size(); ++i) {
             ClientRecord& client = clients[i];
-            const auto earlier = std::find_if(
-                clients.begin(), clients.begin() + static_cast<std::ptrdiff_t>(i),
-                [&](const ClientRecord& other) { return other.place == client.place; });
+            const auto earlier =
+                std::find_if(clients.begin(), clients.begin() + static_cast<std::ptrdiff_t>(i),
+                             [&](const ClientRecord& other) {
+                                 return other.interfaceAddress == client.interfaceAddress;
+                             });
             client.serverIndex =
                 earlier->id != client.id ? earlier->serverIndex : ProvideServer(client, old);
             ArtNetServer& server = *servers[static_cast<std::size_t>(client.serverIndex)];
@@ -181,16 +167,16 @@ struct ArtNetService::Impl
 
     int ProvideServer(const ClientRecord& client, ServerList& old)
     {
-        auto server = TakeServer(old, client.place);
+        auto server = TakeServer(old, client.interfaceAddress);
         if (server) {
             ZEN_LOG_INFO("Recycling %s server", server->GetInterface().c_str());
             server->Inputs().Clear();
             server->MendSocket();
-            server->SetPollTargets(PollTargets(&client.place));
+            server->SetPollTargets(PollTargets(&client.interfaceAddress));
         } else {
             ZEN_LOG_INFO("Creating new %s server", client.interfaceAddress.c_str());
             server = MakeServer(client.interfaceAddress, false);
-            server->SetPollTargets(PollTargets(&client.place));
+            server->SetPollTargets(PollTargets(&client.interfaceAddress));
             server->Start();
         }
         servers.push_back(std::move(server));

@@ -24,6 +24,12 @@ namespace Platform {
                                : address | (0xFFFFFFFFU >> prefixLength);
 }
 
+/// Whether an address never leaves this machine.
+[[nodiscard]] constexpr bool IsLoopback(std::uint32_t address)
+{
+    return address >> 24 == 127;
+}
+
 /// Whether a dotted address lies in the network of this broadcast address (first octet in the top
 /// byte). Works on whole octets: 255 in the broadcast address leaves an octet open. 127.0.0.1 is in
 /// every network.

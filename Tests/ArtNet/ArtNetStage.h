@@ -39,9 +39,10 @@ protected:
     }
     /// Whether this comes in as the universe's first channel, with zeros behind it.
     [[nodiscard]] static bool ComesIn(const ArtNetClient& client, std::int32_t universe,
-                                      std::uint8_t value)
+                                      std::uint8_t value,
+                                      std::chrono::milliseconds longest = std::chrono::seconds(5))
     {
-        return Stage::ComesTrue([&] { return Read(client, universe) == Page{value}; });
+        return Stage::ComesTrue([&] { return Read(client, universe) == Page{value}; }, longest);
     }
     [[nodiscard]] static List IpsOf(const ArtNetClient& client)
     {

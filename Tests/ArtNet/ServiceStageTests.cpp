@@ -6,6 +6,7 @@
 #include <optional>
 #include <stdexcept>
 #include <thread>
+#include <tuple>
 
 #include "ArtNetStage.h"
 
@@ -173,40 +174,44 @@ bool PortIsFree()
     return Socket().IsBound();
 }
 
-TEST_F(ArtNetStage, ClientsOfOneCardShareItsSocketAndItsNodes)
+TEST_F(ArtNetStage, EachAddressOfACardIsHeardAndSentFromForItself)
 {
     ASSERT_TRUE(Command("desk", "ip addr add 192.168.5.1/24 brd + dev art1"));
     ASSERT_TRUE(Command("rig", "ip addr add 192.168.5.10/24 brd + dev art1"));
-    const auto rig = RigSocket();
-    auto output = std::make_optional<ArtNetClient>("10.0.0.1", "10.255.255.255", 3, 1, "test");
+    const auto rig = RigSocket(Rig1);
+    auto first = std::make_optional<ArtNetClient>("10.0.0.1", "10.255.255.255", 3, 1, "test");
     EXPECT_FALSE(PortIsFree());
-    FeedNode(*output, "10.0.0.50");
-    rig->Send(Desk1, Dmx(3, {7, 0}));
-    EXPECT_TRUE(ComesIn(*output, 3, 7));
-    auto input = std::make_optional<ArtNetClient>("192.168.5.1", "", 7, 1, "test");
-    EXPECT_EQ(Read(*output, 3), Page{}) << "a rebuild empties what came in";
-    const auto second = RigSocket(0xC0A8050A, 0);
-    for (const std::uint32_t address : {0xC0A80501U, 0xC0A805FFU, Broadcast1}) {
-        second->Send(address, Dmx(7, {static_cast<std::uint8_t>(address % 100), 0}));
-        EXPECT_TRUE(ComesIn(*input, 7, static_cast<std::uint8_t>(address % 100)));
+    FeedNode(*first, "10.0.0.50");
+    auto second = std::make_optional<ArtNetClient>("192.168.5.1", "", 3, 1, "test");
+    std::uint8_t value = 0;
+    for (const auto& [to, atFirst, atSecond] : {std::tuple(Desk1, true, false),
+                                                {Broadcast1, true, false},
+                                                {0xC0A80501U, false, true},
+                                                {0xC0A805FFU, false, true},
+                                                {0xFFFFFFFFU, true, true}})
+    {
+        rig->Send(to, Dmx(3, {++value, 0}));
+        EXPECT_TRUE(ComesIn(atFirst ? *first : *second, 3, value)) << to;
+        EXPECT_EQ(atFirst && atSecond, ComesIn(atFirst ? *second : *first, 3, value, 20ms)) << to;
     }
-    rig->Send(Desk1, Dmx(3, {8, 0}));
-    EXPECT_TRUE(ComesIn(*input, 3, 8));
-    // The network is chosen again, and then the second address alone.
-    output.emplace("10.0.0.1", "10.255.255.255", 3, 1, "test");
-    output.reset();
-    EXPECT_EQ(IpsOf(*input), List{"10.0.0.50"}) << "the nodes of the card stay known";
-    (void)rig->All(50ms);
-    input->SendDmx("192.168.5.10", 1, Bytes{5, 6});
-    const auto heard = rig->Next(2s);
+    const auto peer = RigSocket(0xC0A8050A);
+    second->SendDmx("192.168.5.10", 1, Bytes{5, 6});
+    const auto heard = peer->Next(2s);
     ASSERT_TRUE(heard);
     EXPECT_EQ(heard->source, 0xC0A80501U);
     EXPECT_EQ(heard->port, 6454);
+
+    // The network is chosen again.
+    std::optional<ArtNetClient> again(std::in_place, "10.0.0.1", "10.255.255.255", 3, 1, "test");
+    EXPECT_EQ(Read(*again, 3), Page{}) << "a rebuild empties what came in";
+    first.reset();
     EXPECT_EQ(log_.Count("Creating new 10.0.0.1 server"), 1);
+    EXPECT_EQ(IpsOf(*again), List{"10.0.0.50"}) << "the nodes stay known";
     for (int tick = 0; tick < 4; ++tick)
-        input->FeedNodes({});
-    EXPECT_EQ(IpsOf(*input), List{}) << "each feed is a tick";
-    input.reset();
+        again->FeedNodes({});
+    EXPECT_EQ(IpsOf(*again), List{}) << "each feed is a tick";
+    again.reset();
+    second.reset();
     EXPECT_TRUE(PortIsFree());
     ASSERT_TRUE(Command("desk", "ip addr del 192.168.5.1/24 dev art1"));
     ASSERT_TRUE(Command("rig", "ip addr del 192.168.5.10/24 dev art1"));
@@ -250,13 +255,10 @@ TEST_F(ArtNetStage, TheFirstOfTwoConsolesCountsUntilItIsSilentAndWeAreNone)
     const auto rig = RigSocket();
     const auto first = RigSocket(Rig0, 0);
     const auto second = RigSocket(Rig0 + 1, 0);
-    // What we send comes back, from an address that we have had for a moment only.
-    ChangeAddress("2.0.0.1", "2.0.0.5");
     client.SendDmx("2.255.255.255", 1, Bytes{7, 7});
     ASSERT_TRUE(rig->Next(2s));
-    second->Send(0x02000005, Dmx(1, {3, 0}));
+    second->Send(Desk0, Dmx(1, {3, 0}));
     EXPECT_TRUE(ComesIn(client, 1, 3)) << "we are no console";
-    ChangeAddress("2.0.0.5", "2.0.0.1");
 
     first->Send(Desk0, Dmx(2, {1, 0}));
     EXPECT_TRUE(ComesIn(client, 2, 1));
@@ -336,23 +338,46 @@ TEST_F(ArtNetStage, ReceivedUniversesAreOfferedToWhoeverAsksAndToAllWhenTheyChan
     EXPECT_EQ(Offers(*rig, 1200ms, Broadcast0), List{});
 }
 
-TEST_F(ArtNetStage, BroadcastIsHeardAgainWhenTheProgramThatWasInTheWayIsGone)
+TEST_F(ArtNetStage, WhatAnotherProgramKeepsFromUsIsHeardWithinASecondOfItsEnd)
 {
     const auto rig = RigSocket();
-    auto visualiser = std::make_unique<Socket>(Loopback);
-    const ArtNetClient client("2.0.0.1", "", 1, 1, "test");
-    rig->Send(Broadcast0, Dmx(1, {4, 0}));
-    rig->Send(Desk0, Dmx(1, {5, 0}));
-    EXPECT_TRUE(ComesIn(client, 1, 5));
-    std::make_optional<ArtNetClient>("2.0.0.1", "", "test").reset();
-    EXPECT_EQ(log_.Count("No socket of our own on adapter art0: Address already in use. "
-                         "Listening to unicast at 2.0.0.1 only"),
-              1)
-        << "the same failure again is not logged";
-    visualiser.reset();
-    const ArtNetClient again("2.0.0.1", "", "test");
-    rig->Send(Broadcast0, Dmx(1, {6, 0}));
-    EXPECT_TRUE(ComesIn(client, 1, 6));
+    struct Case
+    {
+        std::uint32_t taken; ///< the other program's address
+        bool unicast, broadcast;
+        const char* said;
+    };
+    for (const Case& other :
+         {Case{Loopback, true, true, ""},
+          {Broadcast0, true, false,
+           "Not listening to broadcasts to 2.255.255.255 on adapter art0: Address already in use"},
+          {0, false, false, "failed to bind socket: Address already in use"}})
+    {
+        auto program = std::make_optional<Socket>(other.taken);
+        const ArtNetClient client("2.0.0.1", "", 1, 1, "test");
+        log_.Clear();
+        EXPECT_TRUE(program->All(700ms).empty()); // it is tried again meanwhile
+        EXPECT_EQ(log_.Count(other.said), 0) << "the same failure again is not logged";
+        rig->Send(Desk0, Dmx(1, {4, 0}));
+        EXPECT_EQ(ComesIn(client, 1, 4, 50ms), other.unicast) << other.taken;
+        rig->Send(Broadcast0, Dmx(1, {5, 0}));
+        EXPECT_EQ(ComesIn(client, 1, 5, 50ms), other.broadcast) << other.taken;
+        program.reset();
+        for (const std::uint32_t to : {Broadcast0, Desk0}) {
+            const auto value = static_cast<std::uint8_t>(to % 100);
+            EXPECT_TRUE(ComesTrue(
+                [&] {
+                    rig->Send(to, Dmx(1, {value, 0}));
+                    return Read(client, 1) == Page{value};
+                },
+                1s))
+                << other.taken;
+        }
+        const Socket sharing(0, 6454, true);
+        EXPECT_TRUE(sharing.IsBound()) << "a program that shares the port can start after us";
+        rig->Send(Desk0, Dmx(1, {6, 0}));
+        EXPECT_TRUE(ComesIn(client, 1, 6)) << "and takes nothing from us";
+    }
 }
 
 TEST_F(ArtNetStage, AnAddressThatNobodyHasIsAFailureAndNoMore)

@@ -15,8 +15,10 @@ using Texts = std::vector<std::wstring>;
 
 NetworkInterface Adapter(const std::string& ip, const std::string& broadcast, bool up = true)
 {
-    return {ip, Platform::ParseIPv4(ip).value_or(0), broadcast,
-            Platform::ParseIPv4(broadcast).value_or(0), up};
+    return {ip,        Platform::ParseIPv4(ip).value_or(0),
+            broadcast, Platform::ParseIPv4(broadcast).value_or(0),
+            up,        {},
+            0};
 }
 
 class GetIPRangeTest : public testing::Test

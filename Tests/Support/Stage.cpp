@@ -84,7 +84,7 @@ void OnRig(const std::function<void()>& work)
 
 } // namespace
 
-Socket::Socket(std::uint32_t address, std::uint16_t port)
+Socket::Socket(std::uint32_t address, std::uint16_t port, bool shares)
     : handle_(socket(AF_INET, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0))
 {
     const int on = 1;
@@ -93,6 +93,8 @@ Socket::Socket(std::uint32_t address, std::uint16_t port)
     setsockopt(handle_, SOL_SOCKET, SO_RCVBUF, &size, sizeof size);
     setsockopt(handle_, SOL_SOCKET, SO_TIMESTAMPNS, &on, sizeof on);
     setsockopt(handle_, IPPROTO_IP, IP_PKTINFO, &on, sizeof on);
+    const int reuse = shares ? 1 : 0;
+    setsockopt(handle_, SOL_SOCKET, SO_REUSEADDR, &reuse, sizeof reuse);
     const sockaddr_in endpoint = Endpoint(address, port);
     bound_ = bind(handle_, reinterpret_cast<const sockaddr*>(&endpoint), sizeof endpoint) == 0;
 }

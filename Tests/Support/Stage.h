@@ -44,8 +44,9 @@ struct Heard
 class Socket
 {
 public:
-    /// Address 0 is all addresses of the host, port 0 is any free one.
-    explicit Socket(std::uint32_t address = 0, std::uint16_t port = 6454);
+    /// Address 0 is all addresses of the host, port 0 is any free one. A port can be shared where
+    /// both sides allow it.
+    explicit Socket(std::uint32_t address = 0, std::uint16_t port = 6454, bool shares = false);
     ~Socket();
     Socket(const Socket&) = delete;
     Socket& operator=(const Socket&) = delete;

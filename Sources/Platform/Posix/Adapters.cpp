@@ -48,38 +48,11 @@ NetworkInterface RecordOf(const ifaddrs& entry)
     record.broadcast = FormatIPv4(record.broadcastValue);
     // "Running" means that the cable is plugged in; "up" alone that the adapter is switched on.
     record.up = (entry.ifa_flags & IFF_UP) != 0 && (entry.ifa_flags & IFF_RUNNING) != 0;
-    return record;
-}
-
-bool Has(const ifaddrs& entry, std::uint32_t address)
-{
-    return ValueOf(entry.ifa_addr) == address;
-}
-
-bool HoldsInNetwork(const ifaddrs& entry, std::uint32_t address)
-{
-    if (!entry.ifa_netmask || (entry.ifa_flags & IFF_LOOPBACK) != 0)
-        return false;
-    const std::uint32_t mask = ValueOf(entry.ifa_netmask);
-    return (ValueOf(entry.ifa_addr) & mask) == (address & mask);
-}
-
-/// A second address has a label such as eth0:1; the adapter's name ends at the colon.
-std::string AdapterOf(const ifaddrs& entry)
-{
+    // A second address can have a label such as eth0:1; the adapter's name ends at the colon.
     const std::string name = entry.ifa_name;
-    return name.substr(0, name.find(':'));
-}
-
-/// The first adapter for which `holds` is true, empty when there is none.
-std::string AdapterWith(const AddressList& list, std::uint32_t address,
-                        bool (*holds)(const ifaddrs&, std::uint32_t))
-{
-    for (const ifaddrs* entry = list.get(); entry; entry = entry->ifa_next) {
-        if (IsIPv4(*entry) && holds(*entry, address))
-            return AdapterOf(*entry);
-    }
-    return {};
+    record.adapter = name.substr(0, name.find(':'));
+    record.adapterIndex = if_nametoindex(record.adapter.c_str());
+    return record;
 }
 
 } // namespace
@@ -95,25 +68,6 @@ std::optional<std::vector<NetworkInterface>> GetNetworkInterfaces()
             interfaces.push_back(RecordOf(*entry));
     }
     return interfaces;
-}
-
-std::string AdapterNameFor(std::uint32_t address)
-{
-    const AddressList list = ReadAddresses();
-    const std::string name = AdapterWith(list, address, Has);
-    return name.empty() ? AdapterWith(list, address, HoldsInNetwork) : name;
-}
-
-std::vector<std::uint32_t> AddressesOf(const std::string& adapter)
-{
-    std::vector<std::uint32_t> addresses;
-    const AddressList list = ReadAddresses();
-    for (const ifaddrs* entry = list.get(); entry; entry = entry->ifa_next) {
-        const bool counts = IsIPv4(*entry) && (entry->ifa_flags & IFF_LOOPBACK) == 0;
-        if (counts && (adapter.empty() || AdapterOf(*entry) == adapter))
-            addresses.push_back(ValueOf(entry->ifa_addr));
-    }
-    return addresses;
 }
 
 std::uint32_t AddressTowards(std::uint32_t peer, const std::string& adapter)
@@ -132,11 +86,6 @@ std::uint32_t AddressTowards(std::uint32_t peer, const std::string& adapter)
         connect(socket, record, size) == 0 && getsockname(socket, record, &size) == 0;
     CloseUdp(socket);
     return found ? ntohl(address.sin_addr.s_addr) : 0;
-}
-
-unsigned AdapterIndexOf(const std::string& name)
-{
-    return if_nametoindex(name.c_str());
 }
 
 } // namespace Platform

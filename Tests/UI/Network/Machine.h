@@ -29,8 +29,10 @@ protected:
     static NetworkInterface Adapter(const std::string& ip, const std::string& broadcast,
                                     bool up = true)
     {
-        return {ip, Platform::ParseIPv4(ip).value_or(0), broadcast,
-                Platform::ParseIPv4(broadcast).value_or(0), up};
+        return {ip,        Platform::ParseIPv4(ip).value_or(0),
+                broadcast, Platform::ParseIPv4(broadcast).value_or(0),
+                up,        {},
+                0};
     }
     QModelIndex Place(const std::wstring& node, int universe = 0)
     {
