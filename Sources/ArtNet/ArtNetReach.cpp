@@ -12,8 +12,8 @@ constexpr std::int64_t AskAgainAfter = 4'000'000'000;
 
 } // namespace
 
-ArtNetReach::ArtNetReach(const std::string& adapterName)
-    : neighbours_(adapterName)
+ArtNetReach::ArtNetReach(const std::string& adapterName, std::uint32_t ownAddress)
+    : neighbours_(adapterName, ownAddress)
 {}
 
 void ArtNetReach::Update(std::int64_t now)

@@ -7,12 +7,12 @@
 
 ArtNetSender::ArtNetSender(SendBatch sendBatch)
     : sendBatch_(std::move(sendBatch))
-    , reach_(std::make_unique<ArtNetReach>(std::string()))
+    , reach_(std::make_unique<ArtNetReach>(std::string(), 0))
 {}
 
-void ArtNetSender::UseAdapter(const std::string& name)
+void ArtNetSender::UseAdapter(const std::string& name, std::uint32_t ownAddress)
 {
-    reach_ = std::make_unique<ArtNetReach>(name);
+    reach_ = std::make_unique<ArtNetReach>(name, ownAddress);
 }
 
 void ArtNetSender::SendWaiting()

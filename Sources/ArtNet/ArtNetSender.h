@@ -23,8 +23,9 @@ public:
     /// `sendBatch` hands a batch to the socket; it is called in Send and SendWaiting alone.
     explicit ArtNetSender(SendBatch sendBatch);
 
-    /// From now on the packets leave by this adapter, or by any when the name is empty.
-    void UseAdapter(const std::string& name);
+    /// From now on the packets leave by this adapter, from this address of it, or by any adapter
+    /// when the name is empty.
+    void UseAdapter(const std::string& name, std::uint32_t ownAddress);
 
     /// Tries the waiting packets again. Call it before the first packets of a wake-up, so that none
     /// overtakes an older one.

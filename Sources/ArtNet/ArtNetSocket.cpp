@@ -114,7 +114,7 @@ void ArtNetSocket::OpenMain(std::vector<Listener>& opened)
     bound_ = !failure;
     if (bound_) {
         // A program that shares the port with others, as visualisers do, can start after us. What
-        // comes to our address stays ours.
+        // comes to our address stays ours, unless it is bound to the very same one.
         if (isTied_)
             fresh->set_option(boost::asio::socket_base::reuse_address(true));
         main_ = fresh;

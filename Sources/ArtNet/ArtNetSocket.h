@@ -40,6 +40,8 @@ public:
     /// Whether we have the Art-Net port. While another program has it, we send from another port
     /// and hear nothing.
     [[nodiscard]] bool IsBound() const { return bound_; }
+    /// Why nothing can be sent; no error when it can.
+    [[nodiscard]] std::error_code WhyClosed() const { return main_ ? std::error_code() : failure_; }
     Platform::SendOutcome Send(std::span<const Platform::Datagram> batch);
 
     [[nodiscard]] const std::string& InterfaceAddress() const { return interfaceAddress_; }

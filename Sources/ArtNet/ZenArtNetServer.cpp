@@ -436,10 +436,19 @@ void ArtNetServer::CallFlush()
 
 void ArtNetServer::SendWaiting()
 {
+    std::error_code closed;
     {
         const std::lock_guard lock(socketMutex_);
-        if (std::exchange(senderSerial_, socket.Serial()) != socket.Serial())
-            sender_.UseAdapter(socket.Adapter());
+        closed = socket.WhyClosed();
+        if (!closed && std::exchange(senderSerial_, socket.Serial()) != socket.Serial())
+            sender_.UseAdapter(socket.Adapter(), socket.InterfaceValue());
+    }
+    if (closed) {
+        // Not even the question whether a host is there may leave by another adapter.
+        outbox_.Flush([](std::span<const ArtNetOutbox::Packet>) {});
+        LogError(closed);
+        KeepError(closed);
+        return;
     }
     sender_.SendWaiting();
 }

@@ -29,8 +29,9 @@ struct Neighbour
 class NeighbourTable
 {
 public:
-    /// The hosts of one adapter ("eth0"), or of all of them when the name is empty.
-    explicit NeighbourTable(const std::string& adapterName);
+    /// The hosts of one adapter ("eth0"), asked from this address of it, or of all adapters when
+    /// the name is empty.
+    NeighbourTable(const std::string& adapterName, std::uint32_t ownAddress);
     ~NeighbourTable();
     NeighbourTable(const NeighbourTable&) = delete;
     NeighbourTable& operator=(const NeighbourTable&) = delete;

@@ -71,6 +71,9 @@ TEST_F(ArtNetStage, RegisteredUniversesOfTheInterfaceAreHeardByUnicastAndBroadca
     EXPECT_TRUE(ComesIn(client, 0x7FFF, 1));
     EXPECT_EQ(std::ranges::count(Read(client, 0x7FFE), 5), 512);
     EXPECT_EQ(Read(other, 0x7FFE), Page{}) << "of the other interface";
+    RigSocket(Rig1, 0)->Send(0xFFFFFFFF, Dmx(0x7FFE, {3}));
+    EXPECT_TRUE(ComesIn(other, 0x7FFE, 3));
+    EXPECT_NE(Read(client, 0x7FFE), Page{3}) << "of the other interface";
     rig->Send(Desk0, Dmx(0x7FFE, {9}));
     EXPECT_TRUE(ComesIn(client, 0x7FFE, 9)) << "a short packet blanks the other channels";
 
@@ -380,14 +383,59 @@ TEST_F(ArtNetStage, WhatAnotherProgramKeepsFromUsIsHeardWithinASecondOfItsEnd)
     }
 }
 
+TEST_F(ArtNetStage, WithoutItsAddressNothingLeavesByAnotherAdapter)
+{
+    ASSERT_TRUE(Command("desk", "ip route add default via 10.0.0.10"));
+    const auto rig = RigSocket();
+    const auto questions = RigSocket(0, 9); // where hosts are asked whether they are there
+    for (const bool portIsTaken : {false, true}) {
+        std::optional<Socket> other;
+        if (portIsTaken)
+            other.emplace();
+        ArtNetClient client("2.0.0.1", "2.255.255.255", "test");
+        const auto isHeard = [&] {
+            client.SendDmx("2.0.0.10", 1, Bytes{1});
+            const auto heard = rig->Next(20ms);
+            return heard && heard->source == Desk0 && (heard->port == 6454) == !portIsTaken;
+        };
+        EXPECT_TRUE(ComesTrue(isHeard));
+        ASSERT_TRUE(Command("desk", "ip addr del 2.0.0.1/8 dev art0"));
+        (void)rig->All(50ms);
+        (void)questions->All(0ms);
+        for (int tick = 0; tick < 30; ++tick) {
+            for (const char* to : {"2.0.0.10", "2.0.0.11", "2.255.255.255"})
+                client.SendDmx(to, 1, Bytes{1});
+            EXPECT_TRUE(rig->All(25ms).empty());
+        }
+        EXPECT_TRUE(questions->All(0ms).empty());
+        EXPECT_EQ(client.GetLastSendError().code, std::errc::address_not_available);
+        ASSERT_TRUE(Command("desk", "ip addr add 2.0.0.1/8 brd + dev art0"));
+        EXPECT_TRUE(ComesTrue(isHeard));
+        // Another adapter of the same name and address, before we have seen that there was none.
+        for (const auto& [host, command] :
+             {std::pair("hub", "ip link del desk.0"),
+              {"hub", "ip link add desk.0 type veth peer name art0 netns $STAGE_PID_desk"},
+              {"hub", "ip link set desk.0 master sw0 up"},
+              {"desk", "ip addr add 2.0.0.1/8 brd + dev art0"},
+              {"desk", "ip link set art0 up"}})
+            ASSERT_TRUE(Command(host, command));
+        EXPECT_TRUE(ComesTrue(isHeard));
+    }
+    ASSERT_TRUE(Command("desk", "ip route del default"));
+}
+
 TEST_F(ArtNetStage, AnAddressThatNobodyHasIsAFailureAndNoMore)
 {
+    const auto questions = RigSocket(0, 9);
     for (const char* address : {"192.168.99.1", "not an address"}) {
-        const ArtNetClient absent(address, "", 1, 1, "test");
+        ArtNetClient absent(address, "", 1, 1, "test");
         EXPECT_EQ(log_.Count("failed to bind socket: Cannot assign requested address"), 1);
         EXPECT_EQ(Read(absent, 1), Page{});
+        absent.SendDmx("2.0.0.13", 1, Bytes{1});
+        EXPECT_TRUE(ComesTrue([&] { return absent.GetLastSendError().time != 0; }));
         log_.Clear();
     }
+    EXPECT_TRUE(questions->All(50ms).empty()) << "nobody is asked for by another way";
     const ArtNetClient loopback("127.0.0.1", "", 1, 1, "test");
     const Socket peer(Loopback, 0);
     peer.Send(Loopback, Dmx(1, {6, 0}));

@@ -22,7 +22,7 @@ class Networks(stage.Case):
 
     def sending(self, **options):
         self.program = self.start(**options)
-        self.wire.wait_for(5, dmx(0, BROADCAST), 30, "output")
+        self.wire.wait_for(5, dmx(0, BROADCAST), 30, "output", since=time.time())
 
     def assertBackWithin(self, seconds, since, source=DESK):
         """Frames from the Art-Net port (what comes from another one meanwhile is not enough), polls and answers."""
@@ -48,20 +48,27 @@ class Networks(stage.Case):
             self.program.wait_for_log("Current network connected", count=count)
 
     @staticmethod
+    def delete_address(address=DESK):
+        stage.on("desk", "ip", "addr", "del", f"{address}/8", "dev", "art0")
+
+    @staticmethod
+    def bring_address(address=DESK):
+        stage.on("desk", "ip", "addr", "add", f"{address}/8", "brd", "+", "dev", "art0")
+
+    @staticmethod
     def delete_interface():
         stage.on("hub", "ip", "link", "del", "desk.0")
 
-    @staticmethod
-    def bring_interface():
+    def bring_interface(self):
         stage.on(
             "hub", "bash", "-ec", "ip link add desk.0 type veth peer name art0 netns $STAGE_PID_desk; "
             "ip link set desk.0 master sw0 up")
-        stage.on("desk", "ip", "addr", "add", "2.0.0.1/8", "brd", "+", "dev", "art0")
+        self.bring_address()
         stage.on("desk", "ip", "link", "set", "art0", "up")
 
     def change_address(self, old, new):
-        stage.on("desk", "ip", "addr", "del", f"{old}/8", "dev", "art0")
-        stage.on("desk", "ip", "addr", "add", f"{new}/8", "brd", "+", "dev", "art0")
+        self.delete_address(old)
+        self.bring_address(new)
 
     def test_an_address_changes(self):
         self.sending()
@@ -75,6 +82,28 @@ class Networks(stage.Case):
         self.program.wait_for_log("Current network disconnected", CHECK + GRACE)
         self.bring_interface()
         self.assertBackWithin(CHECK + GRACE, time.time())
+
+    def test_without_its_adapter_nothing_leaves_by_another(self):
+        """On a machine with a default route, whatever has no other way leaves by it."""
+        other = self.watch("rig", "art1")
+        self.addCleanup(stage.on, "desk", "ip", "route", "del", "default")
+        stage.on("desk", "ip", "route", "add", "default", "via", "10.0.0.10")
+        for taken in (False, True):
+            squatter = self.socket_on("desk", port=6454 if taken else 0)
+            self.sending()
+            for take_away, bring in ((self.delete_address, self.bring_address),
+                                     (self.delete_interface, self.bring_interface)):
+                take_away()
+                gone = time.time()
+                time.sleep(3)  # longer than from poll to poll
+                self.assertEqual([], self.wire.packets(since=gone + GRACE))
+                bring()
+                frames = self.wire.wait_for(10, dmx(0, BROADCAST), 10, "output", since=time.time())
+                self.assertEqual({DESK}, {p.source for p in frames})
+                self.assertEqual(taken, frames[-1].source_port != 6454)
+            self.program.end(stage.signal.SIGKILL)
+            squatter.close()
+        self.assertEqual([], other.packets())
 
     def test_a_network_that_is_gone_is_amber(self):
         self.sending(platform=PLATFORM)

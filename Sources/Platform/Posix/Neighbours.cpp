@@ -34,14 +34,19 @@ int OpenTable()
     return -1;
 }
 
-int OpenAsker(const std::string& adapterName)
+int OpenAsker(const std::string& adapterName, std::uint32_t ownAddress)
 {
     const int socket = ::socket(AF_INET, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
     // Nothing that comes back is read.
     const int smallest = 0;
     if (socket >= 0)
         setsockopt(socket, SOL_SOCKET, SO_RCVBUF, &smallest, sizeof smallest);
-    if (socket < 0 || adapterName.empty() || !BindToAdapter(socket, adapterName))
+    sockaddr_in own{};
+    own.sin_family = AF_INET;
+    own.sin_addr.s_addr = htonl(ownAddress);
+    if (socket < 0 || adapterName.empty() ||
+        (!BindToAdapter(socket, adapterName) &&
+         bind(socket, reinterpret_cast<const sockaddr*>(&own), sizeof own) == 0))
         return socket;
     close(socket);
     return -1;
@@ -62,9 +67,9 @@ NeighbourState StateOf(const nlmsghdr& message, const ndmsg& entry)
 
 } // namespace
 
-NeighbourTable::NeighbourTable(const std::string& adapterName)
+NeighbourTable::NeighbourTable(const std::string& adapterName, std::uint32_t ownAddress)
     : table_(OpenTable())
-    , asker_(OpenAsker(adapterName))
+    , asker_(OpenAsker(adapterName, ownAddress))
     , adapterIndex_(static_cast<int>(if_nametoindex(adapterName.c_str())))
     , buffer_(BufferSize)
 {}
