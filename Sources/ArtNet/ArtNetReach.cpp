@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "Platform/IPv4.h"
+
 namespace {
 
 /// A packet for a host that was just looked for may wait for the answer, a tick at most.
@@ -57,6 +59,8 @@ void ArtNetReach::LookFor(std::span<const std::uint32_t> addresses, std::int64_t
     doubtful_.clear();
     bool anyNew = false;
     for (const std::uint32_t address : addresses) {
+        if (Platform::IsLoopback(address)) // by no adapter
+            continue;
         Destination& destination = destinations_[address];
         if (destination.state == State::Asked && now - destination.asked > AskAgainAfter)
             destination.state = State::New;

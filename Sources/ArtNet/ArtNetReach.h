@@ -20,7 +20,8 @@ public:
     /// Far more than a rig has. When there are more, all of them are looked for again.
     static constexpr std::size_t MaxDestinations = 4096;
 
-    /// For sends by one adapter, from this address of it, or by any adapter when the name is empty.
+    /// For sends by one adapter, or by any when the name is empty, from this address of ours, or
+    /// from any when that is 0.
     ArtNetReach(const std::string& adapterName, std::uint32_t ownAddress);
 
     // Times are nanoseconds of the monotonic clock.

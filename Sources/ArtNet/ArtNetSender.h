@@ -23,8 +23,8 @@ public:
     /// `sendBatch` hands a batch to the socket; it is called in Send and SendWaiting alone.
     explicit ArtNetSender(SendBatch sendBatch);
 
-    /// From now on the packets leave by this adapter, from this address of it, or by any adapter
-    /// when the name is empty.
+    /// From now on the packets leave by this adapter, or by any when the name is empty, from this
+    /// address of ours, or from any when that is 0.
     void UseAdapter(const std::string& name, std::uint32_t ownAddress);
 
     /// Tries the waiting packets again. Call it before the first packets of a wake-up, so that none

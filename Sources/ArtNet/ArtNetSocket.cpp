@@ -46,6 +46,8 @@ std::vector<ArtNetSocket::Listener> ArtNetSocket::Mend()
         OpenMain(opened);
     if (bound_ && isTied_)
         OpenBroadcast(opened);
+    if (isTied_ && !loopback_)
+        OpenLoopback();
     return opened;
 }
 
@@ -80,6 +82,7 @@ void ArtNetSocket::Close()
     close(main_);
     for (BroadcastListener& listener : broadcast_)
         close(listener.socket);
+    close(loopback_);
     bound_ = false;
 }
 
@@ -147,6 +150,19 @@ void ArtNetSocket::OpenBroadcast(std::vector<Listener>& opened)
     }
 }
 
+void ArtNetSocket::OpenLoopback()
+{
+    auto socket = std::make_shared<Udp::socket>(ioService_);
+    boost::system::error_code failure;
+    socket->open(Udp::v4(), failure);
+    if (failure)
+        return;
+    // Nothing that comes back is read.
+    constexpr int smallest = 0;
+    socket->set_option(boost::asio::socket_base::receive_buffer_size(smallest), failure);
+    loopback_ = std::move(socket);
+}
+
 void ArtNetSocket::NoteFailure(const std::error_code& failure)
 {
     if (failure && failure != failure_)
@@ -158,7 +174,35 @@ Platform::SendOutcome ArtNetSocket::Send(std::span<const Platform::Datagram> bat
 {
     if (!main_)
         return {.sent = 0, .untried = 0, .lastError = failure_};
-    return Platform::SendDatagrams(main_->native_handle(), batch);
+    const auto socketFor = [this](const Platform::Datagram& datagram) {
+        return loopback_ && Platform::IsLoopback(datagram.address) ? loopback_.get() : main_.get();
+    };
+    Platform::SendOutcome outcome;
+    while (!batch.empty() && outcome.untried == 0) {
+        auto* const socket = socketFor(batch.front());
+        const auto end = std::ranges::find_if(batch, [&](const Platform::Datagram& datagram) {
+            return socketFor(datagram) != socket;
+        });
+        const auto run = batch.first(static_cast<std::size_t>(end - batch.begin()));
+        batch = batch.subspan(run.size());
+        const auto part = Platform::SendDatagrams(socket->native_handle(), run);
+        outcome.sent += part.sent;
+        outcome.untried = part.untried > 0 ? part.untried + batch.size() : 0;
+        if (part.lastError)
+            outcome.lastError = part.lastError;
+    }
+    return outcome;
+}
+
+std::uint32_t ArtNetSocket::AddressTowards(std::uint32_t peer) const
+{
+    return interfaceAddress_.empty() ? Platform::AddressTowards(peer) : interfaceValue_;
+}
+
+std::vector<std::uint32_t> ArtNetSocket::Broadcasts() const
+{
+    return adapter_.name.empty() ? std::vector<std::uint32_t>{}
+                                 : std::vector<std::uint32_t>{adapter_.broadcast};
 }
 
 std::vector<std::uint32_t> ArtNetSocket::OwnAddresses() const
@@ -171,12 +215,6 @@ std::vector<std::uint32_t> ArtNetSocket::OwnAddresses() const
          Platform::GetNetworkInterfaces().value_or(std::vector<NetworkInterface>()))
         addresses.push_back(record.ipValue);
     return addresses;
-}
-
-std::uint32_t ArtNetSocket::AddressTowards(std::uint32_t peer) const
-{
-    return interfaceAddress_.empty() ? Platform::AddressTowards(peer, std::string())
-                                     : interfaceValue_;
 }
 
 } // namespace Zen

@@ -40,8 +40,8 @@ public:
     /// Whether we have the Art-Net port. While another program has it, we send from another port
     /// and hear nothing.
     [[nodiscard]] bool IsBound() const { return bound_; }
-    /// Why nothing can be sent; no error when it can.
-    [[nodiscard]] std::error_code WhyClosed() const { return main_ ? std::error_code() : failure_; }
+    /// Never waits. A tied socket can't send to this machine's own loopback address: that has a
+    /// socket of its own.
     Platform::SendOutcome Send(std::span<const Platform::Datagram> batch);
 
     [[nodiscard]] const std::string& InterfaceAddress() const { return interfaceAddress_; }
@@ -49,14 +49,14 @@ public:
     [[nodiscard]] std::uint32_t InterfaceValue() const { return interfaceValue_; }
     /// The name of the adapter that the sockets are tied to, empty for none.
     [[nodiscard]] const std::string& Adapter() const { return adapter_.name; }
-    /// Grows when the adapter changes.
+    /// Grows when the adapter changes, and is never 0.
     [[nodiscard]] std::uint64_t Serial() const { return serial_; }
     /// The addresses that our own packets can come from, as they are now.
     [[nodiscard]] std::vector<std::uint32_t> OwnAddresses() const;
     /// The address that this peer reaches us at, as it is now. 0 when there is no way to it.
     [[nodiscard]] std::uint32_t AddressTowards(std::uint32_t peer) const;
-    /// The broadcast address of its interface; 0 for all interfaces, and without an adapter.
-    [[nodiscard]] std::uint32_t Broadcast() const { return adapter_.broadcast; }
+    /// The broadcast address of its interface, as it is now; none for all interfaces.
+    [[nodiscard]] std::vector<std::uint32_t> Broadcasts() const;
 
 private:
     struct TiedAdapter
@@ -75,6 +75,7 @@ private:
 
     void FollowAdapter();
     void OpenMain(std::vector<Listener>& opened);
+    void OpenLoopback();
     void OpenBroadcast(std::vector<Listener>& opened);
     std::error_code OpenAt(std::uint32_t address, std::uint16_t port, bool share, Listener& opened);
     void NoteFailure(const std::error_code& failure);
@@ -86,11 +87,12 @@ private:
     bool isTied_ = false; ///< to an adapter: neither loopback nor all interfaces
 
     TiedAdapter adapter_;
-    std::uint64_t serial_ = 0;
+    std::uint64_t serial_ = 1;
     Listener main_;
     bool bound_ = false;
     std::error_code failure_; ///< why main_ doesn't have the port
     std::array<BroadcastListener, 2> broadcast_;
+    Listener loopback_;
 };
 
 } // namespace Zen

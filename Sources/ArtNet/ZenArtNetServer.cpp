@@ -353,8 +353,8 @@ void ArtNetServer::Announce()
         if (!socket.IsBound())
             return;
         targets = pollTargets;
-        if (targets.empty() && socket.Broadcast() != 0)
-            targets.push_back(socket.Broadcast());
+        if (targets.empty())
+            targets = socket.Broadcasts();
     }
     std::ranges::sort(targets);
     targets.erase(std::unique(targets.begin(), targets.end()), targets.end());
@@ -436,19 +436,10 @@ void ArtNetServer::CallFlush()
 
 void ArtNetServer::SendWaiting()
 {
-    std::error_code closed;
     {
         const std::lock_guard lock(socketMutex_);
-        closed = socket.WhyClosed();
-        if (!closed && std::exchange(senderSerial_, socket.Serial()) != socket.Serial())
+        if (std::exchange(senderSerial_, socket.Serial()) != socket.Serial())
             sender_.UseAdapter(socket.Adapter(), socket.InterfaceValue());
-    }
-    if (closed) {
-        // Not even the question whether a host is there may leave by another adapter.
-        outbox_.Flush([](std::span<const ArtNetOutbox::Packet>) {});
-        LogError(closed);
-        KeepError(closed);
-        return;
     }
     sender_.SendWaiting();
 }

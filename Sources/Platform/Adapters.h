@@ -26,8 +26,8 @@ namespace Platform {
 /// does not answer, which says nothing about the adapters.
 [[nodiscard]] std::optional<std::vector<NetworkInterface>> GetNetworkInterfaces();
 
-/// Our address towards a peer: the one that the system would send from, by this adapter or by any
-/// when the name is empty. 0 when it has no way there. A broadcast address is a peer, too.
-[[nodiscard]] std::uint32_t AddressTowards(std::uint32_t peer, const std::string& adapter);
+/// Our address towards a peer: the one that the system would send from, by whatever adapter. 0 when
+/// it has no way there. A broadcast address is a peer, too.
+[[nodiscard]] std::uint32_t AddressTowards(std::uint32_t peer);
 
 } // namespace Platform

@@ -29,8 +29,8 @@ struct Neighbour
 class NeighbourTable
 {
 public:
-    /// The hosts of one adapter ("eth0"), asked from this address of it, or of all adapters when
-    /// the name is empty.
+    /// The hosts of one adapter ("eth0"), or of all when the name is empty, asked from this address
+    /// of ours, or from any when that is 0.
     NeighbourTable(const std::string& adapterName, std::uint32_t ownAddress);
     ~NeighbourTable();
     NeighbourTable(const NeighbourTable&) = delete;

@@ -4,7 +4,7 @@
 import time
 
 import stage
-from document import strip_document
+from document import STRIP, strip_document
 from stage import BROADCAST, RIG, dmx
 
 NODE_RESULTS_WITHIN = 2.5 + 1 + 0.5  # the next poll publishes a node, a second's timer takes it over
@@ -69,6 +69,26 @@ class Nodes(stage.Case):
         self.assertEqual({(RIG, universe) for universe in range(4)},
                          {(p.destination, p.universe) for p in wire.packets(dmx(), since=end + 0.2)})
         self.assertRate(wire.packets(dmx(3, RIG), since=first.time), 10)
+
+    def test_a_visualiser_on_this_machine_before_us_and_after(self):
+        document = strip_document()
+        document.element("Strip", 2, 1, 4, 1, universe=1, channel=1, to="127.0.0.1")
+        self.home.put_document(document)
+        self.home.use_test_picture()
+        wire = self.watch()
+
+        def assert_hears(visualiser):
+            stage.wait(lambda: visualiser.recv(2000)[14:] == b"\x01\x00\x00\x0c" + STRIP, 10, "universe 1")
+            visualiser.close()
+
+        first = self.socket_on("desk", "127.0.0.1", 6454)
+        self.start()
+        wire.wait_for(5, dmx(0, BROADCAST), 30, "output")
+        assert_hears(first)
+        for address, shares in (("127.0.0.1", False), ("127.0.0.1", True), ("", True)):
+            assert_hears(self.socket_on("desk", address, 6454, shares=shares))
+        self.assertEqual({(BROADCAST, 0, 6454)}, {(p.destination, p.universe, p.source_port)
+                                                  for p in wire.packets(dmx())})
 
     def test_the_nodes_of_another_network_count_for_nothing(self):
         """The chosen network becomes a smaller one, and its only node is outside of it."""

@@ -10,7 +10,6 @@
 #include <netinet/in.h>
 #include <sys/socket.h>
 
-#include "Platform/Datagrams.h"
 #include "Platform/IPv4.h"
 #include "Platform/UdpSockets.h"
 
@@ -70,7 +69,7 @@ std::optional<std::vector<NetworkInterface>> GetNetworkInterfaces()
     return interfaces;
 }
 
-std::uint32_t AddressTowards(std::uint32_t peer, const std::string& adapter)
+std::uint32_t AddressTowards(std::uint32_t peer)
 {
     const int socket = OpenUdp();
     if (socket <= 0)
@@ -81,9 +80,8 @@ std::uint32_t AddressTowards(std::uint32_t peer, const std::string& adapter)
     address.sin_port = htons(1); // any: nothing is sent
     socklen_t size = sizeof address;
     auto* record = reinterpret_cast<sockaddr*>(&address);
-    const bool found =
-        SetUdpBroadcast(socket) && (adapter.empty() || !BindToAdapter(socket, adapter)) &&
-        connect(socket, record, size) == 0 && getsockname(socket, record, &size) == 0;
+    const bool found = SetUdpBroadcast(socket) && connect(socket, record, size) == 0 &&
+                       getsockname(socket, record, &size) == 0;
     CloseUdp(socket);
     return found ? ntohl(address.sin_addr.s_addr) : 0;
 }

@@ -44,9 +44,9 @@ int OpenAsker(const std::string& adapterName, std::uint32_t ownAddress)
     sockaddr_in own{};
     own.sin_family = AF_INET;
     own.sin_addr.s_addr = htonl(ownAddress);
-    if (socket < 0 || adapterName.empty() ||
-        (!BindToAdapter(socket, adapterName) &&
-         bind(socket, reinterpret_cast<const sockaddr*>(&own), sizeof own) == 0))
+    // Without such an address not even a question may leave by another way.
+    if (socket < 0 || ((adapterName.empty() || !BindToAdapter(socket, adapterName)) &&
+                       bind(socket, reinterpret_cast<const sockaddr*>(&own), sizeof own) == 0))
         return socket;
     close(socket);
     return -1;
