@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Nodes that come and go without end must not make the program grow. SOAK_SECONDS says how long (30)."""
+"""Nodes that come and go without end must not make the program grow. SOAK_SECONDS says how long (40)."""
 
 import os
 import pathlib
@@ -11,8 +11,8 @@ import stage
 from document import strip_document
 from stage import dmx
 
-SECONDS = float(os.environ.get("SOAK_SECONDS", "30"))
-WARM_UP = 10  # seconds in which every table may grow to its size
+SECONDS = float(os.environ.get("SOAK_SECONDS", "40"))
+WARM_UP = 18  # seconds in which every table may grow to its size: a reply page lives for 12.5
 ROOM = 2048   # KiB that the process may grow: less than keeping one node for each that went would take
 
 
