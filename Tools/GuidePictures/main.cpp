@@ -6,6 +6,7 @@
 #include <iostream>
 #include <memory>
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
@@ -17,6 +18,7 @@
 #include <QMouseEvent>
 #include <QPixmap>
 #include <QStyleFactory>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -104,12 +106,34 @@ public:
         WillTakeDialog(name);
         emit box->activated(box->findText(entry));
     }
-    void WillTakeDialog(const QString& name)
+    /// What opens behind this button.
+    void TakeDialogOfButton(const QString& button, const QString& name, int tab = 0)
     {
-        QTimer::singleShot(300, window_.get(), [this, name] {
+        auto* found = window_->findChild<QAbstractButton*>(button);
+        if (!found)
+            return Fail(button);
+        WillTakeDialog(name, tab);
+        found->click();
+    }
+    void SelectFixture(const QString& product) const
+    {
+        auto* list = window_->findChild<QTreeView*>(QStringLiteral("treeView"));
+        constexpr int productColumn = 1;
+        const QModelIndexList found =
+            list->model()->match(list->model()->index(0, productColumn), Qt::DisplayRole, product,
+                                 1, Qt::MatchExactly | Qt::MatchRecursive);
+        if (found.isEmpty())
+            return Fail(product);
+        list->setCurrentIndex(found.front());
+    }
+    void WillTakeDialog(const QString& name, int tab = 0)
+    {
+        QTimer::singleShot(300, window_.get(), [this, name, tab] {
             auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             if (!dialog)
                 return Fail(name);
+            if (auto* tabs = dialog->findChild<QTabWidget*>())
+                tabs->setCurrentIndex(tab);
             Save(name, *dialog);
             dialog->reject();
         });
@@ -192,6 +216,14 @@ void FollowTheGuide(const QString& folder, const QString& data)
     photographer.TakeDialog(QStringLiteral("actionDuplicate_Element"), QStringLiteral("duplicate"));
     photographer.TakeDialogOfEntry(QStringLiteral("comboBoxsArtnetIP"), QStringLiteral("Manual..."),
                                    QStringLiteral("manual-node"));
+    photographer.TakeDialogOfButton(QStringLiteral("buttonCustomFixture"),
+                                    QStringLiteral("fixture-size"));
+    photographer.SelectFixture(QStringLiteral("iFlex"));
+    photographer.TakeDialogOfButton(QStringLiteral("buttonEditFixture"),
+                                    QStringLiteral("fixture-editor"));
+    photographer.SelectFixture(QStringLiteral("Trackpod 90 (Mode 1 - 48ch)"));
+    photographer.TakeDialogOfButton(QStringLiteral("buttonEditFixture"),
+                                    QStringLiteral("fixture-channels"), 1);
     photographer.BandOver({0.02, 0.02}, {0.36, 0.6});
     photographer.Take(QStringLiteral("group-selected"));
     photographer.TakePart(inspector, QStringLiteral("inspector-many"));
