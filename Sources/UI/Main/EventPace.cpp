@@ -54,8 +54,12 @@ bool EventPace::eventFilter(QObject* watched, QEvent* event)
         return false;
     if (frameLoop_.TimeToTick() <= 0)
         emit tickIsDue();
-    if (isRepaint)
-        return HoldRepaint(*static_cast<QWidget*>(watched), *event);
+    if (isRepaint) {
+        auto& window = *static_cast<QWidget*>(watched);
+        if (!HoldRepaint(window))
+            DoRepaint(window, *event);
+        return true;
+    }
     if (event->type() == QEvent::MouseMove)
         return HoldMove(*static_cast<QWindow*>(watched), *static_cast<QMouseEvent*>(event));
     LetMoveGo();
@@ -89,18 +93,20 @@ void EventPace::PassOn(QObject& receiver, QEvent& event)
     QCoreApplication::sendEvent(&receiver, &event);
 }
 
-bool EventPace::HoldRepaint(QWidget& window, QEvent& event)
+bool EventPace::HoldRepaint(QWidget& window)
 {
-    const std::int64_t begin = Platform::MonotonicNanoseconds();
-    if (RepaintOf(window).duration > frameLoop_.TimeToTick()) {
-        RepaintOf(window).waits = true;
-        return true;
-    }
+    Repaint& repaint = RepaintOf(window);
+    repaint.waits = repaint.duration > frameLoop_.TimeToTick();
+    return repaint.waits;
+}
+
+void EventPace::DoRepaint(QWidget& window, QEvent& event)
+{
     const QPointer<QWidget> stillThere = &window;
+    const std::int64_t begin = Platform::MonotonicNanoseconds();
     PassOn(window, event);
     if (stillThere)
         RepaintOf(window).duration = Platform::MonotonicNanoseconds() - begin;
-    return true;
 }
 
 EventPace::Repaint& EventPace::RepaintOf(QWidget& window)
@@ -123,8 +129,14 @@ void EventPace::TickEnded()
 void EventPace::GoOn()
 {
     LetMoveGo();
+    std::vector<QPointer<QWidget>> waiting;
     for (Repaint& repaint : repaints_) {
-        if (std::exchange(repaint.waits, false) && repaint.window)
-            QCoreApplication::postEvent(repaint.window, new QEvent(QEvent::UpdateRequest));
+        if (std::exchange(repaint.waits, false))
+            waiting.push_back(repaint.window);
+    }
+    for (const QPointer<QWidget>& window : waiting) {
+        QEvent update(QEvent::UpdateRequest);
+        if (window)
+            DoRepaint(*window, update);
     }
 }

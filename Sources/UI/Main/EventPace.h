@@ -21,7 +21,7 @@ class QWindow;
 /// - between two ticks the mouse moves once: of further moves the newest waits for the end of the
 ///   next tick, or for the next input of another kind;
 /// - a repaint that would not be done by the next tick waits for it, going by how long the last one
-///   of that window took.
+///   of that window took. It comes behind that tick, however long it takes.
 class EventPace final : public QObject
 {
     Q_OBJECT
@@ -50,7 +50,8 @@ private:
     void LetMoveGo();
     void PassOn(QObject& receiver, QEvent& event);
     void GoOn();
-    [[nodiscard]] bool HoldRepaint(QWidget& window, QEvent& event);
+    [[nodiscard]] bool HoldRepaint(QWidget& window);
+    void DoRepaint(QWidget& window, QEvent& event);
     [[nodiscard]] Repaint& RepaintOf(QWidget& window);
 
     const FrameLoop& frameLoop_;

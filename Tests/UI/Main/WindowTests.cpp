@@ -24,6 +24,31 @@ protected:
     }
 };
 
+/// A window whose every repaint takes longer than a tick.
+class SlowWindow : public QWidget
+{
+public:
+    SlowWindow() { setMouseTracking(true); }
+
+    int repaints = 0;
+    int moves = 0;
+    QPoint at;
+    QPoint atPress;
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        ++repaints;
+        QThread::msleep(40);
+    }
+    void mouseMoveEvent(QMouseEvent* event) override
+    {
+        ++moves;
+        at = event->pos();
+    }
+    void mousePressEvent(QMouseEvent*) override { atPress = at; }
+};
+
 } // namespace
 
 TEST_F(Window, EveryActionHasItsPlaceAndItsKey)
@@ -228,4 +253,27 @@ TEST_F(Window, WithoutTheHostsLibraryTheOperatorChoosesAFolderOrQuits)
     EXPECT_TRUE(person.seen[0].text.startsWith("PixelWeft requires that "_q));
     EXPECT_TRUE(person.seen[0].title.endsWith(" Library Not Found"_q));
     EXPECT_EQ(person.seen[1].title, "working directory"_q);
+}
+
+TEST_F(Window, BetweenTicksTheMouseMovesOnceAndAWindowThatIsSlowStillPaints)
+{
+    Start();
+    SlowWindow slow;
+    slow.resize(100, 50);
+    slow.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&slow));
+    window->StartTimers();
+    slow.repaints = 0;
+    EXPECT_TRUE(QTest::qWaitFor([&slow] {
+        slow.update();
+        return slow.repaints > 4;
+    }));
+    slow.moves = 0;
+    constexpr int moves = 50;
+    for (int x = 0; x < moves; ++x)
+        QTest::mouseMove(slow.windowHandle(), {x, 10});
+    QTest::mousePress(slow.windowHandle(), Qt::LeftButton, {}, {moves - 1, 10});
+    EXPECT_EQ(slow.atPress, QPoint(moves - 1, 10)) << "the last one counts";
+    EXPECT_LT(slow.moves, moves / 2);
+    QTest::mouseRelease(slow.windowHandle(), Qt::LeftButton, {}, {moves - 1, 10});
 }
