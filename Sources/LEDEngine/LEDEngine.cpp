@@ -5,6 +5,8 @@
 
 #include <QMutexLocker>
 
+#include <gsl/gsl>
+
 #include "Log/Log.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
@@ -145,9 +147,14 @@ int LEDEngine::BuildAndSendFrame()
     plan_.Assemble(output);
     if (output.outputSuspended)
         return -1;
-    output.BeginSending();
-    const auto result = SendUniverses();
-    output.EndSending(model.IsArtSync() && result.anySent);
+    ArtNetOutput::SendResult result;
+    {
+        // Also after a fault: what was sent by then would never leave.
+        output.BeginSending();
+        const auto end =
+            gsl::finally([&] { output.EndSending(model.IsArtSync() && result.anySent); });
+        result = SendUniverses();
+    }
     if (result.anySent)
         emit output.dataOutOn();
     return result.allSent ? 0 : -1;
