@@ -2,6 +2,7 @@
 #include "ArtNet/ArtNetInputs.h"
 
 #include <algorithm>
+#include <cstring>
 
 void ArtNetInputs::Add(std::int32_t portAddress, bool offered)
 {
@@ -33,10 +34,10 @@ ArtNetInputs::Verdict ArtNetInputs::Take(const ArtNetPackets::Dmx& dmx, std::uin
     if (input.ignored.address == sender)
         input.ignored = {};
     input.taken = {sender, now};
-    const auto rest =
-        std::transform(dmx.channels.begin(), dmx.channels.end(), input.channels.begin(),
-                       [](std::byte b) { return std::to_integer<std::uint8_t>(b); });
-    std::fill(rest, input.channels.end(), std::uint8_t{0});
+    const std::size_t count = std::min(dmx.channels.size(), input.channels.size());
+    if (count > 0)
+        std::memcpy(input.channels.data(), dmx.channels.data(), count);
+    std::fill(input.channels.begin() + count, input.channels.end(), std::uint8_t{0});
     return Verdict::Taken;
 }
 

@@ -188,8 +188,8 @@ TEST(NodeTable, AWholeNodeIsFedUntilItRepliesItself)
         table.Age();
         return UniversesOf(table);
     };
-    EXPECT_EQ(feed("0/012345678 n"), "012345678 n");
     EXPECT_EQ(feed("0/01234567 n"), "01234567 n");
+    EXPECT_EQ(feed("0/012345678 n"), "012345678 n");
     table.Hear(PageReply("2/67 n"));
     table.Hear(PageReply("1/01 n"));
     table.Age();

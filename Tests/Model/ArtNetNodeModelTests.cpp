@@ -112,6 +112,8 @@ TEST_F(ArtNetNodeModelTest, ANodeThatIsRenamedAsksForNewRows)
         EXPECT_FALSE(nodes.UpdateNodes({Node("2.0.0.11", name, {2})}));
     }
     EXPECT_EQ(Rows(), (Lines{"Stage right|2.0.0.11|0||", ".Port 0|||0|2"}));
+    EXPECT_TRUE(nodes.UpdateNodes({Node("2.0.0.12", "Left")}));
+    EXPECT_TRUE(nodes.UpdateNodes({Node("2.0.0.11", "Stage right", {2})})) << "known, and back";
 }
 
 TEST_F(ArtNetNodeModelTest, AManualNodeIsEditedRemovedOrBecomesAnOrdinaryOne)
