@@ -43,11 +43,11 @@ void ArtNetSender::Send(std::span<const ArtNetOutbox::Packet> packets)
     leaving_.clear();
     datagrams_.clear();
     for (const ArtNetOutbox::Packet& packet : packets) {
+        const auto verdict = reach_->Judge(packet.address, now);
         if (now > packet.expires) {
-            ++expired_;
+            expired_ += verdict == ArtNetReach::Verdict::Send ? 1U : 0U;
             continue;
         }
-        const auto verdict = reach_->Judge(packet.address, now);
         if (verdict == ArtNetReach::Verdict::Wait)
             KeepWaiting(packet);
         if (verdict != ArtNetReach::Verdict::Send)

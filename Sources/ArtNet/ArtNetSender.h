@@ -36,7 +36,7 @@ public:
     /// Whether SendWaiting should be called again in a moment.
     [[nodiscard]] bool HasWaiting() const { return waitingCount_ > 0; }
 
-    /// How many packets have expired, since the beginning.
+    /// How many packets for hosts that are there have expired, since the beginning.
     [[nodiscard]] std::uint64_t Expired() const { return expired_; }
 
 private:

@@ -305,8 +305,7 @@ void ArtNetServer::SendFurtherPages()
     SendWaiting();
     sender_.Send(furtherPages_);
     furtherPages_.clear();
-    if (sender_.HasWaiting())
-        RetrySoon();
+    RetrySoon();
 }
 
 void ArtNetServer::WriteReplies(std::uint32_t ownAddress)
@@ -451,28 +450,26 @@ void ArtNetServer::FlushOutbox()
         spread_.Add(packets, Platform::MonotonicNanoseconds(),
                     [this](ArtNetSpread::Packets group) { sender_.Send(group); });
     });
-    if (spread_.HasMore())
-        SendGroups();
-    if (sender_.HasWaiting())
-        RetrySoon();
+    SendNextGroup();
+    RetrySoon();
     TellExpired();
 }
 
-/// Waits for the next group of the frame, and sends it.
-void ArtNetServer::SendGroups()
+/// Sends the next group of the frame, if there is one, when its time has come.
+void ArtNetServer::SendNextGroup()
 {
+    if (!spread_.HasMore())
+        return;
     spreadTimer_.expires_at(
         std::chrono::steady_clock::time_point(std::chrono::nanoseconds(spread_.NextDue())));
     spreadTimer_.async_wait([self = shared_from_this()](const boost::system::error_code& failure) {
         if (failure == boost::asio::error::operation_aborted || self->stopped)
             return;
-        self->sender_.SendWaiting();
+        self->SendWaiting();
         self->spread_.SendGroup(
             [&self](ArtNetSpread::Packets group) { self->sender_.Send(group); });
-        if (self->spread_.HasMore())
-            self->SendGroups();
-        if (self->sender_.HasWaiting())
-            self->RetrySoon();
+        self->SendNextGroup();
+        self->RetrySoon();
     });
 }
 
@@ -489,17 +486,17 @@ void ArtNetServer::TellExpired()
     expiredTime_ = now;
 }
 
+/// What waits, if anything does, is tried again in a moment.
 void ArtNetServer::RetrySoon()
 {
-    if (stopped)
+    if (stopped || !sender_.HasWaiting())
         return;
     retryTimer_.expires_after(RetryPeriod);
     retryTimer_.async_wait([self = shared_from_this()](const boost::system::error_code& failure) {
         if (failure == boost::asio::error::operation_aborted)
             return;
-        self->sender_.SendWaiting();
-        if (self->sender_.HasWaiting())
-            self->RetrySoon();
+        self->SendWaiting();
+        self->RetrySoon();
     });
 }
 

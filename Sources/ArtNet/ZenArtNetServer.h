@@ -95,7 +95,7 @@ private:
     void CallFlush();
     void FlushOutbox();
     void SendWaiting();
-    void SendGroups();
+    void SendNextGroup();
     void TellExpired();
     void RetrySoon();
     Platform::SendOutcome SendNow(std::span<const Platform::Datagram> batch);
