@@ -497,12 +497,3 @@ void Paste(benchmark::State& state)
 BENCHMARK(Paste)->ArgNames({"elements"})->Arg(1024)->Arg(All)->Iterations(9)->UseManualTime();
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    setenv("QT_QPA_PLATFORM", "offscreen", 0);
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

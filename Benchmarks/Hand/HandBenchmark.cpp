@@ -18,12 +18,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QScrollBar>
 #include <QStyleFactory>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
@@ -33,6 +30,7 @@
 #include "Log/Log.h"
 #include "Platform/Locale.h"
 #include "Support/Stage.h"
+#include "Support/TemporaryFolder.h"
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Editor/WeftMapEditorScene.h"
 #include "UI/Editor/WeftMapEditorView.h"
@@ -71,7 +69,7 @@ QString Element(int number, int elements)
         .arg(1 + number / Universes * 30);
 }
 
-void WriteDocument(const QString& path, int elements)
+QString Document(int elements)
 {
     QString text =
         QStringLiteral(
@@ -85,11 +83,7 @@ void WriteDocument(const QString& path, int elements)
             .arg(Canvas);
     for (int i = 0; i < elements; ++i)
         text += Element(i, elements);
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        std::abort();
-    file.write(text.toUtf8() + "</Mapping>");
+    return text + QStringLiteral("</Mapping>");
 }
 
 /// Listens to universe 0 on the rig, in a thread of its own.
@@ -179,9 +173,10 @@ private:
 class Desk
 {
 public:
-    Desk(const QString& data, int elements)
+    /// In this home.
+    Desk(const Support::TemporaryFolder& home, int elements)
     {
-        WriteDocument(data + QStringLiteral("/LoomTap2/PixelWeft/mapping.wfm"), elements);
+        home.Write("data/LoomTap2/PixelWeft/mapping.wfm", Document(elements).toStdString());
         window_ = std::make_unique<WEFTMain>(boxes_);
         window_->resize(1500, 900);
         window_->show();
@@ -190,14 +185,13 @@ public:
         QTest::qWait(3000);
         view_ = window_->findChild<WeftMapEditorView*>(QStringLiteral("mappingEditorView"));
     }
-    void Run(const QString& what, std::chrono::seconds duration, const std::function<void()>& act)
+    void Run(const QString& what, const std::function<void()>& act)
     {
         QTest::qWait(300);
         rig_.Begin();
         QElapsedTimer timer;
         timer.start();
         act();
-        Q_UNUSED(duration);
         const double seconds = static_cast<double>(timer.nsecsElapsed()) / 1e9;
         Report(what, rig_.End(), seconds);
     }
@@ -206,15 +200,15 @@ public:
         QAction* selectAll = window_->findChild<QAction*>(QStringLiteral("actionSelect_All"));
         const QPoint at = view_->viewport()->mapTo(window_.get(), Middle());
         Mouse mouse(window_->windowHandle(), at);
-        Run(QStringLiteral("at rest"), duration,
+        Run(QStringLiteral("at rest"),
             [&] { QTest::qWait(static_cast<int>(1000 * duration.count())); });
         selectAll->trigger();
-        Run(QStringLiteral("drag of all"), duration, [&] {
+        Run(QStringLiteral("drag of all"), [&] {
             mouse.Press();
             mouse.MoveFor(duration);
             mouse.Release();
         });
-        Run(QStringLiteral("undo, redo of all"), duration, [&] {
+        Run(QStringLiteral("undo, redo of all"), [&] {
             for (int i = 0; i < 5 * duration.count(); ++i) {
                 window_
                     ->findChild<QAction*>(i % 2 == 0 ? QStringLiteral("actionUndo")
@@ -223,12 +217,12 @@ public:
                 QTest::qWait(200);
             }
         });
-        Run(QStringLiteral("panning"), duration, [&] {
+        Run(QStringLiteral("panning"), [&] {
             mouse.Press(Qt::ControlModifier);
             mouse.MoveFor(duration, Qt::ControlModifier);
             mouse.Release();
         });
-        Run(QStringLiteral("zooming"), duration, [&] {
+        Run(QStringLiteral("zooming"), [&] {
             for (int i = 0; i < 20 * duration.count(); ++i) {
                 QWheelEvent wheel(Middle(), view_->viewport()->mapToGlobal(Middle()), QPoint(),
                                   QPoint(0, i % 20 < 10 ? 120 : -120), Qt::NoButton,
@@ -237,16 +231,15 @@ public:
                 QTest::qWait(50);
             }
         });
-        Run(QStringLiteral("rubber band"), duration, [&] {
+        Run(QStringLiteral("rubber band"), [&] {
             const QPoint corner = view_->viewport()->mapTo(window_.get(), QPoint(10, 10));
             Mouse band(window_->windowHandle(), corner + QPoint(60, 60));
-            window_->findChild<WeftMapEditorView*>();
             band.Press();
             Mouse wide(window_->windowHandle(), at);
             wide.MoveFor(duration);
             wide.Release();
         });
-        Run(QStringLiteral("resizing a dialog"), duration, [&] {
+        Run(QStringLiteral("resizing a dialog"), [&] {
             QTimer resizer;
             int i = 0;
             QObject::connect(&resizer, &QTimer::timeout, [&] {
@@ -317,11 +310,8 @@ int main(int argc, char** argv)
 {
     Stage::Enter(argc, argv);
     const std::chrono::seconds duration(argc > 1 ? std::atoi(argv[1]) : 10);
-    const QTemporaryDir home;
-    const QString data = home.filePath(QStringLiteral("data"));
-    qputenv("HOME", home.path().toUtf8());
-    qputenv("XDG_DATA_HOME", data.toUtf8());
-    qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toUtf8());
+    const Support::TemporaryFolder home;
+    home.UseAsHome();
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication application(argc, argv);
     QApplication::setPalette(DeskPalette());
@@ -338,7 +328,7 @@ int main(int argc, char** argv)
     answer.start(100);
     for (const int elements : {254, 4000}) {
         std::cout << elements << " elements\n";
-        Desk(data, elements).DoAll(duration);
+        Desk(home, elements).DoAll(duration);
     }
     Zen::DebugVariables::SetGlobal(nullptr);
     Zen::ArtNetService::SetGlobal(nullptr);
