@@ -3,6 +3,11 @@
 
 #include <utility>
 
+QString SizeText(const PixelMap& map)
+{
+    return QStringLiteral("%1x%2").arg(map.GetWidth()).arg(map.GetHeight());
+}
+
 DeviceLedItem::DeviceLedItem(std::wstring manufacturerName, std::wstring productName, PixelMap map,
                              std::int64_t identifier, std::int32_t channels)
     : LEDFixture(std::move(manufacturerName), std::move(productName), std::move(map), identifier,

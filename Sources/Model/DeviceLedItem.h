@@ -12,6 +12,9 @@ namespace tinyxml2 {
 class XMLElement;
 }
 
+/// Columns and rows as the lists show them: "12x1".
+[[nodiscard]] QString SizeText(const PixelMap& map);
+
 /// A fixture as an item of a Qt model. The library's items are owned by the library's tree; each
 /// placed element holds a copy.
 class DeviceLedItem : public LedItem, public LEDFixture

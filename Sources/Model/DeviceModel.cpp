@@ -24,8 +24,7 @@ QString ManufacturerKey(const std::wstring& manufacturer)
 void SetFixtureTexts(QStandardItem& product, QStandardItem& size, const LEDFixture& fixture)
 {
     product.setText(QString::fromStdWString(fixture.product));
-    size.setText(
-        QStringLiteral("%1x%2").arg(fixture.pixelMap.GetWidth()).arg(fixture.pixelMap.GetHeight()));
+    size.setText(SizeText(fixture.pixelMap));
 }
 
 QList<QStandardItem*> EmptyRow()

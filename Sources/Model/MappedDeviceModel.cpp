@@ -28,11 +28,6 @@ QStandardItem* TextCell(const std::wstring& text)
     return new QStandardItem(QString::fromStdWString(text));
 }
 
-QString SizeText(const PixelMap& map)
-{
-    return QStringLiteral("%1x%2").arg(map.GetWidth()).arg(map.GetHeight());
-}
-
 } // namespace
 
 MappedDeviceModel::MappedDeviceModel(QObject* parent)
