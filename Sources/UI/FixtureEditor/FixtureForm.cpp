@@ -20,6 +20,7 @@
 #include "UI/FixtureEditor/ChannelTable.h"
 #include "UI/FixtureEditor/CornerButton.h"
 #include "UI/FixtureEditor/ZenPixelMap.h"
+#include "UI/Widgets/LabelledField.h"
 
 namespace {
 
@@ -43,27 +44,6 @@ Layout* LayOut(QWidget& widget, const QMargins& margins)
     layout->setContentsMargins(margins);
     layout->setSpacing(Spacing);
     return layout;
-}
-
-/// What screen readers say is the label without its mnemonic and colon.
-template <class Field>
-Field* MakeField(const char* objectName, const QString& label, QLabel*& buddy)
-{
-    auto* field = new Field;
-    field->setObjectName(QLatin1String(objectName));
-    field->setAccessibleName(QString(label).remove(QLatin1Char('&')).remove(QLatin1Char(':')));
-    buddy = new QLabel(label);
-    buddy->setBuddy(field);
-    return field;
-}
-
-template <class Field>
-Field* AddRow(QFormLayout& rows, const char* objectName, const QString& label)
-{
-    QLabel* buddy = nullptr;
-    auto* field = MakeField<Field>(objectName, label, buddy);
-    rows.addRow(buddy, field);
-    return field;
 }
 
 QPushButton* MakeButton(const char* objectName, const QString& text)

@@ -17,6 +17,7 @@
 
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Widgets/InputFieldEnterFilter.h"
+#include "UI/Widgets/LabelledField.h"
 
 namespace {
 
@@ -45,17 +46,14 @@ constexpr std::array TypeNames = {"RGB",
                                   "G",
                                   "B"};
 
-/// A row of the form; what screen readers say follows from the label.
+/// A row of the form.
 template <class Field>
 Field* AddField(QGridLayout& form, const char* objectName, const QString& label, int columns = 1)
 {
     const int row = form.rowCount();
-    auto* field = new Field;
-    field->setObjectName(QLatin1String(objectName));
-    field->setAccessibleName(QString(label).remove(QLatin1Char('&')).remove(QLatin1Char(':')));
-    auto* text = new QLabel(label);
-    text->setBuddy(field);
-    form.addWidget(text, row, 0);
+    QLabel* buddy = nullptr;
+    auto* field = MakeField<Field>(objectName, label, buddy);
+    form.addWidget(buddy, row, 0);
     form.addWidget(field, row, 1, 1, columns);
     return field;
 }

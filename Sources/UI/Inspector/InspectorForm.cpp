@@ -13,6 +13,7 @@
 
 #include "UI/Inspector/SharedLineEdit.h"
 #include "UI/Inspector/SharedSpinBox.h"
+#include "UI/Widgets/LabelledField.h"
 #include "UI/Widgets/SteadyComboBox.h"
 
 namespace {
@@ -22,33 +23,6 @@ constexpr int LargestAngle = 360;
 constexpr int PreviewHeight = 64;
 constexpr int Margin = 6;
 
-/// The text without its mnemonic and colon, for people who don't see the label.
-QString Spoken(QString label)
-{
-    return label.remove(QLatin1Char('&')).remove(QLatin1Char(':'));
-}
-
-/// A widget with its name, and the label that leads to it.
-template <class Widget>
-Widget* Named(const char* objectName, const QString& label, QLabel*& buddy)
-{
-    auto* widget = new Widget;
-    widget->setObjectName(QLatin1String(objectName));
-    widget->setAccessibleName(Spoken(label));
-    buddy = new QLabel(label);
-    buddy->setBuddy(widget);
-    return widget;
-}
-
-template <class Widget>
-Widget* AddRow(QFormLayout& rows, const char* objectName, const QString& label)
-{
-    QLabel* buddy = nullptr;
-    auto* widget = Named<Widget>(objectName, label, buddy);
-    rows.addRow(buddy, widget);
-    return widget;
-}
-
 /// Two fields stand beside each other; `place` counts from the left top one.
 template <class Box>
 Box* AddBox(QGridLayout& grid, int place, const char* objectName, const QString& label, int least,
@@ -56,7 +30,7 @@ Box* AddBox(QGridLayout& grid, int place, const char* objectName, const QString&
 {
     constexpr int inRow = 2;
     QLabel* buddy = nullptr;
-    auto* box = Named<Box>(objectName, label, buddy);
+    auto* box = MakeField<Box>(objectName, label, buddy);
     box->setRange(least, greatest);
     const int column = place % inRow * 2;
     grid.addWidget(buddy, place / inRow, column);
@@ -159,7 +133,7 @@ QWidget* InspectorForm::MakeDevicePage()
     column->addWidget(rows->parentWidget());
     QLabel* buddy = nullptr;
     comboDmxMappingOutput =
-        Named<SteadyComboBox>("comboDmxMappingOutput", tr("DMX Mapping &Output:"), buddy);
+        MakeField<SteadyComboBox>("comboDmxMappingOutput", tr("DMX Mapping &Output:"), buddy);
     auto* output = new QHBoxLayout;
     output->addWidget(buddy);
     output->addWidget(comboDmxMappingOutput, 1);
@@ -235,10 +209,10 @@ void InspectorForm::AddGeometry(QGridLayout& grid)
 void InspectorForm::AddFlips(QBoxLayout& row)
 {
     QLabel* buddy = nullptr;
-    checkBoxHFlip = Named<QCheckBox>("checkBoxHFlip", tr("Hori&zontal Flip:"), buddy);
+    checkBoxHFlip = MakeField<QCheckBox>("checkBoxHFlip", tr("Hori&zontal Flip:"), buddy);
     row.addWidget(buddy);
     row.addWidget(checkBoxHFlip, 1);
-    checkBoxVFlip = Named<QCheckBox>("checkBoxVFlip", tr("&Vertical Flip:"), buddy);
+    checkBoxVFlip = MakeField<QCheckBox>("checkBoxVFlip", tr("&Vertical Flip:"), buddy);
     row.addWidget(buddy);
     row.addWidget(checkBoxVFlip);
 }
