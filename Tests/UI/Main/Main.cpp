@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QFont>
+#include <QPalette>
 #include <QStyleFactory>
 
 #include "ArtNet/ZenArtNetService.h"
