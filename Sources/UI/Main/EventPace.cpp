@@ -2,8 +2,11 @@
 #include "UI/Main/EventPace.h"
 
 #include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScopedValueRollback>
-#include <QWindow>
+#include <QShortcutEvent>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <utility>
@@ -11,11 +14,32 @@
 #include "Platform/Clock.h"
 #include "UI/Main/FrameLoop.h"
 
+// Qt's own delivery of what comes from outside the program: a wheel's event goes on to a parent
+// only then.
+Q_CORE_EXPORT extern bool qt_sendSpontaneousEvent(QObject* receiver, QEvent* event);
+
 namespace {
 
-bool IsInput(QEvent::Type type)
+/// What takes less may come just before a tick: up to 5 ms late a tick is in time.
+constexpr std::int64_t ShortWork = 3'000'000;
+
+enum class Kind
+{
+    Other,
+    Prompt, ///< comes in from the window system, which waits for the answer
+    Input,
+    Repaint
+};
+
+/// Windows get their input from the window system alone, between two pieces of work; a shortcut
+/// goes from there to what it triggers.
+Kind KindOf(const QObject& receiver, QEvent::Type type)
 {
     switch (type) {
+    case QEvent::UpdateRequest:
+        return receiver.isWidgetType() ? Kind::Repaint : Kind::Other;
+    case QEvent::Shortcut:
+        return Kind::Input;
     case QEvent::MouseMove:
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
@@ -24,14 +48,42 @@ bool IsInput(QEvent::Type type)
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
     case QEvent::Leave:
+        return receiver.isWindowType() ? Kind::Input : Kind::Other;
     case QEvent::DragEnter:
     case QEvent::DragMove:
     case QEvent::Drop:
     case QEvent::Resize:
     case QEvent::Expose:
-        return true;
+        return receiver.isWindowType() ? Kind::Prompt : Kind::Other;
     default:
-        return false;
+        return Kind::Other;
+    }
+}
+
+template <typename Event>
+std::unique_ptr<QEvent> CopyAs(const QEvent& event)
+{
+    return std::make_unique<Event>(static_cast<const Event&>(event));
+}
+
+/// Of input or a repaint, for later delivery.
+std::unique_ptr<QEvent> Copy(const QEvent& event)
+{
+    switch (event.type()) {
+    case QEvent::MouseMove:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+        return CopyAs<QMouseEvent>(event);
+    case QEvent::Wheel:
+        return CopyAs<QWheelEvent>(event);
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+        return CopyAs<QKeyEvent>(event);
+    case QEvent::Shortcut:
+        return CopyAs<QShortcutEvent>(event);
+    default:
+        return std::make_unique<QEvent>(event);
     }
 }
 
@@ -45,98 +97,132 @@ EventPace::EventPace(const FrameLoop& frameLoop)
 
 bool EventPace::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event == passing_)
+    const Kind kind = KindOf(*watched, event->type());
+    if (kind == Kind::Other || event == delivered_)
         return false;
-    const bool isRepaint = event->type() == QEvent::UpdateRequest && watched->isWidgetType();
-    // Windows get their input from the window system alone, between two pieces of work.
-    const bool isInput = watched->isWindowType() && IsInput(event->type());
-    if (!isRepaint && !isInput)
+    RunDueTick();
+    if (kind == Kind::Prompt)
         return false;
-    if (frameLoop_.TimeToTick() <= 0)
-        emit tickIsDue();
-    if (isRepaint) {
-        auto& window = *static_cast<QWidget*>(watched);
-        if (!HoldRepaint(window))
-            DoRepaint(window, *event);
-        return true;
-    }
-    if (event->type() == QEvent::MouseMove)
-        return HoldMove(*static_cast<QWindow*>(watched), *static_cast<QMouseEvent*>(event));
-    LetMoveGo();
-    return false;
-}
-
-bool EventPace::HoldMove(QWindow& window, const QMouseEvent& move)
-{
-    const bool ticksRun = frameLoop_.TimeToTick() <= TickGrid::Interval;
-    if (!ticksRun || !std::exchange(moved_, true))
-        return false;
-    if (moveWindow_ != &window)
-        LetMoveGo();
-    moveWindow_ = &window;
-    move_ = std::make_unique<QMouseEvent>(move);
+    if (MayGo(*watched, *event))
+        Deliver(*watched, *event);
+    else
+        Wait(*watched, *event);
     return true;
 }
 
-void EventPace::LetMoveGo()
+void EventPace::RunDueTick()
 {
-    const auto move = std::exchange(move_, nullptr);
-    if (!move || !moveWindow_)
+    if (frameLoop_.TimeToTick() <= 0)
+        emit tickIsDue();
+}
+
+bool EventPace::MayGo(QObject& receiver, const QEvent& event)
+{
+    const bool ticksRun = frameLoop_.TimeToTick() <= TickGrid::Interval;
+    if (!ticksRun)
+        return true;
+    if (event.type() == QEvent::MouseMove && (moved_ || std::ranges::any_of(waiting_, &IsInput)))
+        return false;
+    if (event.type() != QEvent::UpdateRequest && !LetInputGo())
+        return false;
+    return Fits(receiver, event.type());
+}
+
+void EventPace::Wait(QObject& receiver, const QEvent& event)
+{
+    // One repaint of a window covers all others of it; of moves in a row the last one counts.
+    const auto isSame = [&](const Work& work) {
+        return work.receiver == &receiver && work.event->type() == event.type();
+    };
+    if (event.type() == QEvent::UpdateRequest && std::ranges::any_of(waiting_, isSame))
         return;
-    moved_ = true;
-    PassOn(*moveWindow_, *move);
+    const auto last = std::find_if(waiting_.rbegin(), waiting_.rend(), &IsInput);
+    if (event.type() == QEvent::MouseMove && last != waiting_.rend() && isSame(*last))
+        last->event = Copy(event);
+    else
+        waiting_.push_back({&receiver, Copy(event)});
 }
 
-void EventPace::PassOn(QObject& receiver, QEvent& event)
+bool EventPace::IsInput(const Work& work)
 {
-    const QScopedValueRollback<const QEvent*> passing(passing_, &event);
-    QCoreApplication::sendEvent(&receiver, &event);
+    return work.event->type() != QEvent::UpdateRequest;
 }
 
-bool EventPace::HoldRepaint(QWidget& window)
+bool EventPace::Fits(QObject& receiver, QEvent::Type type)
 {
-    Repaint& repaint = RepaintOf(window);
-    repaint.waits = repaint.duration > frameLoop_.TimeToTick();
-    return repaint.waits;
+    const std::int64_t duration = DurationOf(receiver, type);
+    return duration <= ShortWork || duration <= frameLoop_.TimeToTick();
 }
 
-void EventPace::DoRepaint(QWidget& window, QEvent& event)
+bool EventPace::Fits(const Work& work)
 {
-    const QPointer<QWidget> stillThere = &window;
-    const std::int64_t begin = Platform::MonotonicNanoseconds();
-    PassOn(window, event);
-    if (stillThere)
-        RepaintOf(window).duration = Platform::MonotonicNanoseconds() - begin;
+    return !work.receiver || Fits(*work.receiver, work.event->type());
 }
 
-EventPace::Repaint& EventPace::RepaintOf(QWidget& window)
+bool EventPace::LetInputGo()
 {
-    std::erase_if(repaints_, [](const Repaint& repaint) { return repaint.window.isNull(); });
-    const auto known = std::ranges::find_if(
-        repaints_, [&window](const Repaint& repaint) { return repaint.window == &window; });
-    return known == repaints_.end() ? repaints_.emplace_back(Repaint{&window}) : *known;
+    for (;;) {
+        const auto first = std::ranges::find_if(waiting_, &IsInput);
+        if (first == waiting_.end())
+            return true;
+        if (!Fits(*first))
+            return false;
+        Take(first);
+    }
 }
 
 void EventPace::TickEnded()
 {
     moved_ = false;
-    // Not from within the tick's own timer: a drag that the move begins has an event loop, in which
+    // Not from within the tick's own timer: a drag that a move begins has an event loop, in which
     // the timer must run.
-    if (move_ || std::ranges::any_of(repaints_, &Repaint::waits))
+    if (!waiting_.empty())
         QMetaObject::invokeMethod(this, &EventPace::GoOn, Qt::QueuedConnection);
 }
 
 void EventPace::GoOn()
 {
-    LetMoveGo();
-    std::vector<QPointer<QWidget>> waiting;
-    for (Repaint& repaint : repaints_) {
-        if (std::exchange(repaint.waits, false))
-            waiting.push_back(repaint.window);
+    for (bool first = true; !waiting_.empty() && (first || Fits(waiting_.front())); first = false)
+        Take(waiting_.begin());
+}
+
+void EventPace::Take(std::deque<Work>::iterator place)
+{
+    // It may bring an event loop of its own, in which others are taken.
+    const Work work = std::move(*place);
+    waiting_.erase(place);
+    RunDueTick();
+    if (work.receiver)
+        Deliver(*work.receiver, *work.event);
+}
+
+void EventPace::Deliver(QObject& receiver, QEvent& event)
+{
+    const QEvent::Type type = event.type();
+    const QPointer<QObject> stillThere = &receiver;
+    moved_ = moved_ || type == QEvent::MouseMove;
+    const std::int64_t begin = Platform::MonotonicNanoseconds();
+    {
+        const QScopedValueRollback<const QEvent*> delivering(delivered_, &event);
+        // Not sendEvent, after which the event would no longer count as one from outside the
+        // program: a wheel's goes on to a parent only then.
+        QCoreApplication::instance()->notify(&receiver, &event);
     }
-    for (const QPointer<QWidget>& window : waiting) {
-        QEvent update(QEvent::UpdateRequest);
-        if (window)
-            DoRepaint(*window, update);
-    }
+    // What it left for the event loop belongs to it: the scene, for one, does half of an edit there.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+    if (!stillThere)
+        return;
+    // One that took long is reckoned with for a while: work of a kind varies.
+    std::int64_t& duration = DurationOf(receiver, type);
+    duration = std::max(Platform::MonotonicNanoseconds() - begin, duration - duration / 8);
+}
+
+std::int64_t& EventPace::DurationOf(QObject& receiver, QEvent::Type type)
+{
+    std::erase_if(durations_, [](const Duration& known) { return known.receiver.isNull(); });
+    const auto known = std::ranges::find_if(durations_, [&](const Duration& duration) {
+        return duration.receiver == &receiver && duration.type == type;
+    });
+    return known == durations_.end() ? durations_.emplace_back(Duration{&receiver, type}).last
+                                     : known->last;
 }

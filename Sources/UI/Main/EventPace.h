@@ -2,26 +2,26 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <vector>
 
-#include <QMouseEvent>
+#include <QEvent>
 #include <QObject>
 #include <QPointer>
-#include <QWidget>
 
 class FrameLoop;
-class QWindow;
 
 /// Keeps the work of the windows from taking the time of the output, which shares their thread.
 /// Installed on the application, it watches what comes in from the window system and what is to be
 /// painted:
 /// - a tick that is due runs first; the event loop alone would do all work that waits before it
 ///   looks at its timers;
-/// - between two ticks the mouse moves once: of further moves the newest waits for the end of the
-///   next tick, or for the next input of another kind;
-/// - a repaint that would not be done by the next tick waits for it, going by how long the last one
-///   of that window took. It comes behind that tick, however long it takes.
+/// - between two ticks the mouse moves once: of further moves the newest waits;
+/// - input and repaints that would not be done by the next tick wait for it, going by how long the
+///   last one of their kind took. What is done within a few milliseconds never waits.
+/// What waits comes behind the next tick, in its order and as far as the time until the following
+/// tick goes, but one piece in any case, however long it takes. Input keeps its order.
 class EventPace final : public QObject
 {
     Q_OBJECT
@@ -39,25 +39,36 @@ signals:
     void tickIsDue();
 
 private:
-    struct Repaint
+    /// An event that waits.
+    struct Work
     {
-        QPointer<QWidget> window;
-        std::int64_t duration = 0; ///< of the last one, in nanoseconds
-        bool waits = false;
+        QPointer<QObject> receiver;
+        std::unique_ptr<QEvent> event;
+    };
+    struct Duration
+    {
+        QPointer<QObject> receiver;
+        QEvent::Type type = QEvent::None;
+        std::int64_t last = 0; ///< nanoseconds
     };
 
-    [[nodiscard]] bool HoldMove(QWindow& window, const QMouseEvent& move);
-    void LetMoveGo();
-    void PassOn(QObject& receiver, QEvent& event);
+    void RunDueTick();
+    /// Lets go what came before, too. False when this event has to wait.
+    [[nodiscard]] bool MayGo(QObject& receiver, const QEvent& event);
+    void Wait(QObject& receiver, const QEvent& event);
+    /// In its order as far as the time goes; whether none is left.
+    [[nodiscard]] bool LetInputGo();
     void GoOn();
-    [[nodiscard]] bool HoldRepaint(QWidget& window);
-    void DoRepaint(QWidget& window, QEvent& event);
-    [[nodiscard]] Repaint& RepaintOf(QWidget& window);
+    void Take(std::deque<Work>::iterator place);
+    void Deliver(QObject& receiver, QEvent& event);
+    [[nodiscard]] static bool IsInput(const Work& work);
+    [[nodiscard]] bool Fits(QObject& receiver, QEvent::Type type);
+    [[nodiscard]] bool Fits(const Work& work);
+    [[nodiscard]] std::int64_t& DurationOf(QObject& receiver, QEvent::Type type);
 
     const FrameLoop& frameLoop_;
-    const QEvent* passing_ = nullptr; ///< what this object itself delivers
-    bool moved_ = false;              ///< since the last tick
-    QPointer<QWindow> moveWindow_;
-    std::unique_ptr<QMouseEvent> move_; ///< the one that waits, null for none
-    std::vector<Repaint> repaints_;
+    const QEvent* delivered_ = nullptr; ///< by this object itself
+    bool moved_ = false;                ///< since the last tick
+    std::deque<Work> waiting_;
+    std::vector<Duration> durations_;
 };

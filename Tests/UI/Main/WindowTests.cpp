@@ -24,7 +24,7 @@ protected:
     }
 };
 
-/// A window whose every repaint takes longer than a tick.
+/// A window whose every repaint, and every step of a wheel, takes longer than a tick.
 class SlowWindow : public QWidget
 {
 public:
@@ -32,6 +32,8 @@ public:
 
     int repaints = 0;
     int moves = 0;
+    int steps = 0;
+    int stepsAtPress = 0;
     QPoint at;
     QPoint atPress;
 
@@ -46,7 +48,16 @@ protected:
         ++moves;
         at = event->pos();
     }
-    void mousePressEvent(QMouseEvent*) override { atPress = at; }
+    void mousePressEvent(QMouseEvent*) override
+    {
+        atPress = at;
+        stepsAtPress = steps;
+    }
+    void wheelEvent(QWheelEvent*) override
+    {
+        ++steps;
+        QThread::msleep(40);
+    }
 };
 
 } // namespace
@@ -255,7 +266,7 @@ TEST_F(Window, WithoutTheHostsLibraryTheOperatorChoosesAFolderOrQuits)
     EXPECT_EQ(person.seen[1].title, "working directory"_q);
 }
 
-TEST_F(Window, BetweenTicksTheMouseMovesOnceAndAWindowThatIsSlowStillPaints)
+TEST_F(Window, WorkThatTakesLongWaitsForTheTickAndAllOfItIsDone)
 {
     Start();
     SlowWindow slow;
@@ -276,4 +287,19 @@ TEST_F(Window, BetweenTicksTheMouseMovesOnceAndAWindowThatIsSlowStillPaints)
     EXPECT_EQ(slow.atPress, QPoint(moves - 1, 10)) << "the last one counts";
     EXPECT_LT(slow.moves, moves / 2);
     QTest::mouseRelease(slow.windowHandle(), Qt::LeftButton, {}, {moves - 1, 10});
+
+    // Work that takes so long waits for a tick, and what comes behind it with it.
+    constexpr int steps = 3;
+    const auto turnWheel = [&slow] {
+        QWheelEvent step(QPoint(50, 10), slow.mapToGlobal({50, 10}), QPoint(), QPoint(0, 120),
+                         Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(slow.windowHandle(), &step);
+    };
+    for (int i = 0; i < steps; ++i)
+        turnWheel();
+    EXPECT_EQ(slow.steps, 1);
+    QTest::mousePress(slow.windowHandle(), Qt::LeftButton, {}, {50, 10});
+    EXPECT_TRUE(QTest::qWaitFor([&slow] { return slow.stepsAtPress > 0; }));
+    EXPECT_EQ(slow.stepsAtPress, steps);
+    QTest::mouseRelease(slow.windowHandle(), Qt::LeftButton, {}, {50, 10});
 }
