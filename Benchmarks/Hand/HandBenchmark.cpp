@@ -19,6 +19,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QScrollBar>
 #include <QStyleFactory>
 #include <QTest>
@@ -44,6 +45,8 @@ Q_GUI_EXPORT extern void qt_handleMouseEvent(QWindow* window, const QPointF& loc
                                              Qt::KeyboardModifiers mods, int timestamp);
 
 namespace {
+
+using namespace std::chrono_literals;
 
 constexpr int Universes = 254;
 constexpr int Canvas = 2000;
@@ -84,6 +87,14 @@ QString Document(int elements)
     for (int i = 0; i < elements; ++i)
         text += Element(i, elements);
     return text + QStringLiteral("</Mapping>");
+}
+
+/// Runs the event loop as the program does. QTest::qWait sleeps 10 ms at a time meanwhile.
+void Pass(std::chrono::milliseconds duration)
+{
+    QEventLoop loop;
+    QTimer::singleShot(duration, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
 }
 
 /// Listens to universe 0 on the rig, in a thread of its own.
@@ -146,7 +157,7 @@ public:
     void Release() { Send(QEvent::MouseButtonRelease, middle_, Qt::LeftButton, Qt::NoButton); }
     void MoveFor(std::chrono::seconds duration, Qt::KeyboardModifiers keys = Qt::NoModifier)
     {
-        std::atomic<bool> done = false;
+        QEventLoop loop;
         std::thread hand([&] {
             auto next = std::chrono::steady_clock::now();
             for (int i = 0;
@@ -157,10 +168,9 @@ public:
                 Send(QEvent::MouseMove, at, Qt::NoButton, Qt::LeftButton, keys);
                 std::this_thread::sleep_until(next += std::chrono::milliseconds(8));
             }
-            done = true;
+            QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
         });
-        while (!done)
-            QTest::qWait(5);
+        loop.exec();
         hand.join();
     }
 
@@ -182,12 +192,12 @@ public:
         window_->show();
         window_->LoadFirstDocument();
         window_->StartTimers();
-        QTest::qWait(3000);
+        Pass(3s);
         view_ = window_->findChild<WeftMapEditorView*>(QStringLiteral("mappingEditorView"));
     }
     void Run(const QString& what, const std::function<void()>& act)
     {
-        QTest::qWait(300);
+        Pass(300ms);
         rig_.Begin();
         QElapsedTimer timer;
         timer.start();
@@ -200,8 +210,7 @@ public:
         QAction* selectAll = window_->findChild<QAction*>(QStringLiteral("actionSelect_All"));
         const QPoint at = view_->viewport()->mapTo(window_.get(), Middle());
         Mouse mouse(window_->windowHandle(), at);
-        Run(QStringLiteral("at rest"),
-            [&] { QTest::qWait(static_cast<int>(1000 * duration.count())); });
+        Run(QStringLiteral("at rest"), [&] { Pass(duration); });
         selectAll->trigger();
         Run(QStringLiteral("drag of all"), [&] {
             mouse.Press();
@@ -210,11 +219,12 @@ public:
         });
         Run(QStringLiteral("undo, redo of all"), [&] {
             for (int i = 0; i < 5 * duration.count(); ++i) {
-                window_
-                    ->findChild<QAction*>(i % 2 == 0 ? QStringLiteral("actionUndo")
-                                                     : QStringLiteral("actionRedo"))
-                    ->trigger();
-                QTest::qWait(200);
+                const auto keys =
+                    i % 2 == 0 ? Qt::ControlModifier : Qt::ControlModifier | Qt::ShiftModifier;
+                // There is no window manager that would do it.
+                QApplication::setActiveWindow(window_.get());
+                QTest::keyClick(window_.get(), Qt::Key_Z, keys);
+                Pass(200ms);
             }
         });
         Run(QStringLiteral("panning"), [&] {
@@ -224,11 +234,12 @@ public:
         });
         Run(QStringLiteral("zooming"), [&] {
             for (int i = 0; i < 20 * duration.count(); ++i) {
-                QWheelEvent wheel(Middle(), view_->viewport()->mapToGlobal(Middle()), QPoint(),
+                // To the window, as from the window system.
+                QWheelEvent wheel(at, view_->viewport()->mapToGlobal(Middle()), QPoint(),
                                   QPoint(0, i % 20 < 10 ? 120 : -120), Qt::NoButton,
                                   Qt::ControlModifier, Qt::NoScrollPhase, false);
-                QApplication::sendEvent(view_->viewport(), &wheel);
-                QTest::qWait(50);
+                QApplication::sendEvent(window_->windowHandle(), &wheel);
+                Pass(50ms);
             }
         });
         Run(QStringLiteral("rubber band"), [&] {
