@@ -70,8 +70,12 @@ std::vector<NetworkChange> GetIPRange::DetectChanges()
         if (superseded || !IsListed(adapter.ip))
             continue;
         const std::wstring ip = Platform::Utf8ToWide(adapter.ip);
-        const KnownNetwork now{adapter.ipValue, Platform::Utf8ToWide(adapter.broadcast),
-                               adapter.broadcastValue, adapter.up, true};
+        const KnownNetwork now{adapter.ipValue,
+                               Platform::Utf8ToWide(adapter.broadcast),
+                               adapter.broadcastValue,
+                               adapter.up,
+                               true,
+                               Platform::Utf8ToWide(adapter.adapter)};
         const auto known = std::ranges::find(networks_, ip, &Entry::first);
         if (known == networks_.end()) {
             ZEN_LOG_INFO("New network detected %s/%s", adapter.ip.c_str(),

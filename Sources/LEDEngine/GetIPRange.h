@@ -18,6 +18,7 @@ struct KnownNetwork
     std::uint32_t broadcastValue = 0;
     bool up = false;
     bool present = false; ///< an adapter has the address now; otherwise the network is not up
+    std::wstring adapter; ///< the name of the adapter that has it, or had it last
 
     bool operator==(const KnownNetwork&) const = default;
 };

@@ -74,14 +74,15 @@ void NetworkChoice::ChooseFromDocument(const std::wstring& documentText)
             wanted.clear();
         }
     }
-    if (QString::fromStdWString(documentText) != old) {
-        const auto shown = [](const QString& text) {
-            return text.isEmpty() ? QStringLiteral("0.0.0.0") : text;
-        };
-        notice_(tr("The broadcast IP has been changed from ") + shown(old) +
-                tr(" to the mapping file IP ") + shown(wanted));
-    }
     Choose(wanted);
+    if (QString::fromStdWString(documentText) == old)
+        return;
+    // A network that no adapter has is told by Choose.
+    if (wanted.isEmpty())
+        notice_(tr("This document sends on no network: choose one in the tool bar to send."));
+    else if (!networkIP.empty())
+        notice_(tr("This document sends on %1 (%2, %3)")
+                    .arg(wanted, GetAdapter(), QString::fromStdWString(networkIP)));
 }
 
 void NetworkChoice::ChooseFirst()
@@ -186,6 +187,7 @@ void NetworkChoice::LookForChosenNetwork()
 std::size_t NetworkChoice::TakeFirstMatch()
 {
     const auto matches = networks_.FindMatching(settings_.networkText.toStdWString());
+    adapter_ = matches.empty() ? std::wstring() : matches.front().network.adapter;
     networkIP = matches.empty() ? std::wstring() : matches.front().ip;
     networkBroadcast = matches.empty() ? std::wstring() : matches.front().network.broadcast;
     return matches.size();

@@ -64,6 +64,8 @@ public:
     /// Our address in it and its broadcast address; empty while no adapter has it.
     [[nodiscard]] const std::wstring& GetNetworkIP() const { return networkIP; }
     [[nodiscard]] const std::wstring& GetNetworkBroadcast() const { return networkBroadcast; }
+    /// The name of the adapter that has it, such as "eth0".
+    [[nodiscard]] QString GetAdapter() const { return QString::fromStdWString(adapter_); }
     /// The addresses of the network as dotted text, with 255 for each open part: the broadcast
     /// address, or, while no adapter has a range of the operator, that of the range. Empty for
     /// none.
@@ -97,6 +99,7 @@ private:
     const ExternalServerPreferences* preferences_ = nullptr;
     std::wstring networkIP;
     std::wstring networkBroadcast;
+    std::wstring adapter_;
     std::unique_ptr<Platform::AdapterEvents> events_;
     std::unique_ptr<QSocketNotifier> notifier_; ///< of events_
 };

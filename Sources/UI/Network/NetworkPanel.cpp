@@ -169,10 +169,9 @@ void NetworkPanel::RefillNetworks()
         const QString text = QString::fromStdWString(entry.text);
         networkCombo_->addItem(text, text);
         const int row = networkCombo_->count() - 1;
-        if (!entry.connected) {
+        if (!entry.connected)
             networkCombo_->setItemData(row, QColor(Qt::lightGray), Qt::ForegroundRole);
-            networkCombo_->setItemData(row, tr("No adapter has this network now"), Qt::ToolTipRole);
-        }
+        networkCombo_->setItemData(row, AdaptersOf(entry), Qt::ToolTipRole);
         connected = connected || (text == chosen && entry.connected);
     }
     networkCombo_->addItem(tr("New..."), NewRange);
@@ -183,9 +182,23 @@ void NetworkPanel::RefillNetworks()
     ShowState(connected);
 }
 
+/// A line for each adapter that has the network now.
+QString NetworkPanel::AdaptersOf(const NetworkListEntry& entry) const
+{
+    QStringList lines;
+    for (const auto& [ip, network] : parts_.networks.FindMatching(entry.text)) {
+        const QString text = network.up ? tr("Adapter %1, our address in it is %2")
+                                        : tr("Adapter %1, our address in it is %2: not connected");
+        lines.append(
+            text.arg(QString::fromStdWString(network.adapter), QString::fromStdWString(ip)));
+    }
+    return lines.isEmpty() ? tr("No adapter has this network now") : lines.join(QLatin1Char('\n'));
+}
+
 void NetworkPanel::ShowState(bool connected)
 {
     const QString chosen = parts_.choice.GetNetworkText();
+    const QString adapter = parts_.choice.GetAdapter();
     const QString address = QString::fromStdWString(parts_.choice.GetNetworkIP());
     QString state;
     if (chosen.isEmpty())
@@ -193,9 +206,11 @@ void NetworkPanel::ShowState(bool connected)
     else if (address.isEmpty())
         state = tr("No adapter has the network %1 now: nothing is sent").arg(chosen);
     else if (connected)
-        state = tr("Network %1, our address in it is %2").arg(chosen, address);
+        state =
+            tr("Network %1 on adapter %2, our address in it is %3").arg(chosen, adapter, address);
     else
-        state = tr("Network %1, our address in it is %2: not connected").arg(chosen, address);
+        state = tr("Network %1 on adapter %2, our address in it is %3: not connected")
+                    .arg(chosen, adapter, address);
     networkCombo_->setToolTip(state);
     networkCombo_->setAccessibleDescription(state);
     networkCombo_->setProperty("absent", !connected);

@@ -17,6 +17,7 @@ class LEDDialogDMXUniverseMerging;
 class LEDEngine;
 class LedIndicator;
 class NetworkChoice;
+struct NetworkListEntry;
 class QAction;
 class QToolBar;
 class QUndoStack;
@@ -77,6 +78,7 @@ private:
                              const QString& toolTip);
     void AddManualIPRange();
     void Take(const QString& network);
+    [[nodiscard]] QString AdaptersOf(const NetworkListEntry& entry) const;
     void ShowState(bool connected);
     [[nodiscard]] std::unique_ptr<LEDDialogDMXUniverseMerging>
     MakeMergingDialog(const UniverseMerging& merging) const;

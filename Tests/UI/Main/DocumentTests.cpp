@@ -101,7 +101,7 @@ TEST_F(Document, NodesAndNetworkOfADocumentComeAndGoWithIt)
         return QTest::qWaitFor([&] { return nodes->rowCount() == rows; });
     };
     Import(show, {"OK"});
-    EXPECT_TRUE(person.seen.back().text.endsWith("from 2.0.0.1 to the mapping file IP 2.X.X.X"_q));
+    EXPECT_EQ(person.seen.back().text, "This document sends on 2.X.X.X (art0, 2.0.0.1)"_q);
     EXPECT_FALSE(person.seen.back().hasParent);
     EXPECT_EQ(Find<QComboBox>("networkCombo")->currentText(), "2.X.X.X"_q);
     EXPECT_TRUE(shows(2));

@@ -246,7 +246,6 @@ TEST_F(Output, AddressesOfADeletedRangeGoFromListAndCanvas)
         DocumentPath(),
         {.network = "7.X.X.X"_q, .elements = Element({0.5, 0.5}, {0.12, 0.01}, 0, 1, "7.0.0.5"_q)});
     person.WillPress("OK"_q);
-    person.WillPress("OK"_q);
     Start();
     EXPECT_FALSE(Item(0).HasAutoMark());
     const QModelIndex address = Find<QTreeView>("mappedTreeView")->model()->index(0, 9);

@@ -26,12 +26,13 @@ class Machine : public testing::Test
 protected:
     Machine() { manager.Initialize(); }
 
+    /// Its name has the first number of its address.
     static NetworkInterface Adapter(const std::string& ip, const std::string& broadcast,
                                     bool up = true)
     {
         return {ip,        Platform::ParseIPv4(ip).value_or(0),
                 broadcast, Platform::ParseIPv4(broadcast).value_or(0),
-                up,        {},
+                up,        "art" + ip.substr(0, ip.find('.')),
                 0};
     }
     QModelIndex Place(const std::wstring& node, int universe = 0)

@@ -124,19 +124,21 @@ TEST_F(NetworkChoiceTest, ADocumentNamesItsNetwork)
 {
     for (const auto& [old, document, chosen, expected] : {
              std::tuple("2.0.0.1", L"2.0.0.1", "2.0.0.1", ""),
-             {"", L"2.0.0.1", "2.0.0.1", "0.0.0.0 to the mapping file IP 2.0.0.1"},
-             {"2.0.0.1", L"", "", "2.0.0.1 to the mapping file IP 0.0.0.0"},
-             {"2.0.0.1", L"10.X.X.X", "10.X.X.X", "2.0.0.1 to the mapping file IP 10.X.X.X"},
+             {"", L"2.0.0.1", "2.0.0.1", "This document sends on 2.0.0.1 (art2, 2.0.0.1)"},
+             {"2.0.0.1", L"", "", "This document sends on no network:"},
+             {"2.0.0.1", L"10.X.X.X", "10.X.X.X",
+              "This document sends on 10.X.X.X (art10, 10.0.0.1)"},
+             {"2.0.0.1", L"7.X.X.X", "7.X.X.X", "No network interfaces match network 7.X.X.X"},
              {"", L"9.9", "",
               "Mapping file has an invalid braodcast IP specified 9.9|"
-              "0.0.0.0 to the mapping file IP 0.0.0.0"},
+              "This document sends on no network:"},
          })
     {
         Choose(old);
         notices.clear();
         choice.ChooseFromDocument(document);
         EXPECT_EQ(choice.GetNetworkText(), QLatin1String(chosen));
-        notices.replaceInStrings("The broadcast IP has been changed from "_q, QString());
+        notices.replaceInStrings(" choose one in the tool bar to send."_q, QString());
         EXPECT_EQ(notices.join(QLatin1Char('|')), QLatin1String(expected)) << old;
     }
     EXPECT_TRUE(networks.HasManualRange(L"10.X.X.X"));

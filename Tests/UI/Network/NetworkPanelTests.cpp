@@ -85,13 +85,19 @@ TEST_F(Panel, TheListShowsWhatIsThereAndWhatIsChosen)
     adapters[1].ip = address;
     choice.CheckNetworkUpdates();
     const QComboBox& combo = Networks();
+    const QString there = "Adapter art10, our address in it is 10.0.0.1"_q;
+    const QString pulled = "Adapter art2, our address in it is 2.0.0.1: not connected"_q;
+    EXPECT_EQ(combo.itemData(1, Qt::ToolTipRole), there);
+    EXPECT_EQ(combo.itemData(3, Qt::ToolTipRole), pulled);
+    EXPECT_EQ(combo.itemData(4, Qt::ToolTipRole), "No adapter has this network now"_q);
     EXPECT_EQ(Entries(), "Disabled 10.0.0.1 2.0.0.1 2.X.X.X 7.X.X.X New... Edit..."_q);
     for (int row = 0; row < combo.count(); ++row)
         EXPECT_EQ(combo.itemData(row, Qt::ForegroundRole).isNull(), row < 2 || row > 4) << row;
     for (const auto& [pick, tip, absent, broadcast] :
-         {std::tuple("2.X.X.X", "is 2.0.0.1: not connected", true, 0x02FFFFFFU),
+         {std::tuple("2.X.X.X", "art2, our address in it is 2.0.0.1: not connected", true,
+                     0x02FFFFFFU),
           {"Disabled", "nothing is sent", false, 0U}, // none is a choice
-          {"10.0.0.1", "is 10.0.0.1", false, 0x0AFFFFFFU},
+          {"10.0.0.1", "art10, our address in it is 10.0.0.1", false, 0x0AFFFFFFU},
           {"7.X.X.X", "No adapter has the network 7.X.X.X", true, 0U}})
     {
         Pick(pick);
