@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <QDir>
+#include <QImageReader>
 #include <QSettings>
 #include <QVariant>
 
@@ -21,14 +22,33 @@ enum : std::int32_t
     DemoPicture = 0,
     ColourBars = 1,
     UserFile = 2,
-    BuiltInPictures = 2,
-    FirstOfDirectoryBehindUserFile = 3
+    BuiltInPictures = 2
 };
 
-std::unique_ptr<QPixmap> LoadPicture(const QString& file)
+/// Null for what is no picture; `failure` is then the reason.
+std::unique_ptr<QPixmap> LoadPicture(const QString& file, QString* failure = nullptr)
 {
-    auto picture = std::make_unique<QPixmap>(file);
-    return picture->isNull() ? nullptr : std::move(picture);
+    if (file.isEmpty())
+        return nullptr;
+    QImageReader reader(file);
+    reader.setAutoTransform(true); // a camera that was held upright
+    auto picture = std::make_unique<QPixmap>(QPixmap::fromImageReader(&reader));
+    if (!picture->isNull())
+        return picture;
+    if (failure)
+        *failure = reader.errorString();
+    return nullptr;
+}
+
+QStringList PicturesIn(const QString& folder)
+{
+    const QDir directory(folder);
+    QStringList files;
+    for (const QString& name : directory.entryList(LEDTestPatternControl::NameFilters(),
+                                                   QDir::Files | QDir::NoSymLinks | QDir::Readable |
+                                                       QDir::Hidden | QDir::NoDotAndDotDot))
+        files.append(directory.filePath(name));
+    return files;
 }
 
 } // namespace
@@ -41,22 +61,40 @@ LEDTestPatternControl::~LEDTestPatternControl() = default;
 
 void LEDTestPatternControl::Update()
 {
-    const auto old = std::exchange(pixmap_, Make());
+    Show(Make());
+}
+
+void LEDTestPatternControl::Show(std::unique_ptr<QPixmap> picture)
+{
+    const auto old = std::exchange(pixmap_, std::move(picture));
     emit testPatternChange(pixmap_.get());
 }
 
-void LEDTestPatternControl::SetDirectory(const QString& directory)
+bool LEDTestPatternControl::SetDirectory(const QString& directory)
 {
-    directory_ = directory;
-    selection_ = FirstOfDirectoryBehindUserFile;
-    Update();
+    const QStringList files = PicturesIn(directory);
+    for (std::int32_t index = 0; index < files.size(); ++index) {
+        auto picture = LoadPicture(files[index]);
+        if (!picture)
+            continue;
+        directory_ = directory;
+        selection_ = BuiltInPictures + (LoadPicture(userFile_) ? 1 : 0) + index;
+        Show(std::move(picture));
+        return true;
+    }
+    return false;
 }
 
-void LEDTestPatternControl::SetFile(const QString& file)
+QString LEDTestPatternControl::SetFile(const QString& file)
 {
-    userFile_ = file;
-    selection_ = UserFile;
-    Update();
+    QString failure;
+    auto picture = LoadPicture(file, &failure);
+    if (picture) {
+        userFile_ = file;
+        selection_ = UserFile;
+        Show(std::move(picture));
+    }
+    return failure;
 }
 
 void LEDTestPatternControl::Next()
@@ -91,7 +129,7 @@ std::unique_ptr<QPixmap> LEDTestPatternControl::Make()
 {
     if (selection_ == DemoPicture || selection_ == ColourBars)
         return BuiltIn(selection_);
-    const QStringList files = ListDirectory();
+    const QStringList files = PicturesIn(directory_);
     return files.isEmpty() ? MakeWithoutDirectory() : MakeFromDirectory(files);
 }
 
@@ -136,14 +174,10 @@ std::unique_ptr<QPixmap> LEDTestPatternControl::BuiltIn(std::int32_t which)
                             : QStringLiteral(":/bitmaps/Resources/DemoPicture.bmp"));
 }
 
-QStringList LEDTestPatternControl::ListDirectory() const
+QStringList LEDTestPatternControl::NameFilters()
 {
-    const QDir directory(directory_);
-    const QStringList names = directory.entryList(
-        {QStringLiteral("*.bmp"), QStringLiteral("*.png"), QStringLiteral("*.gif")},
-        QDir::Files | QDir::NoSymLinks | QDir::Readable | QDir::Hidden | QDir::NoDotAndDotDot);
-    QStringList files;
-    for (const QString& name : names)
-        files.append(directory.filePath(name));
-    return files;
+    QStringList names;
+    for (const QByteArray& format : QImageReader::supportedImageFormats())
+        names.append(QStringLiteral("*.") + QString::fromLatin1(format));
+    return names;
 }

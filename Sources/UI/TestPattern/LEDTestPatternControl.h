@@ -13,7 +13,7 @@ class QSettings;
 
 /// Which picture the canvas shows and the engine samples: one of two built-in pictures, one file of
 /// the user or the pictures of one directory. The selection counts through them in this order, and
-/// a picture that can't be read is skipped without a message. Main thread only.
+/// a picture that can't be read is skipped. Main thread only.
 class LEDTestPatternControl : public QObject
 {
     Q_OBJECT
@@ -30,12 +30,16 @@ public:
     /// picture, and emits testPatternChange.
     void Update();
 
-    /// Shows the pictures of this directory, from its second one when there is no user file.
-    void SetDirectory(const QString& directory);
-    /// Shows this file.
-    void SetFile(const QString& file);
+    /// Shows the pictures of this directory, from the first one that can be read. False, with
+    /// everything as it was, when there is none.
+    [[nodiscard]] bool SetDirectory(const QString& directory);
+    /// Shows this file. Why it can't be read, with everything as it was; empty when it is shown.
+    [[nodiscard]] QString SetFile(const QString& file);
     void Next();
     void Previous();
+
+    /// The names of files that may be pictures which can be read, such as "*.png".
+    [[nodiscard]] static QStringList NameFilters();
 
     /// A missing key reads as empty and 0. No picture is loaded yet.
     void ReadSettings(const QSettings& store);
@@ -50,7 +54,7 @@ private:
     [[nodiscard]] std::unique_ptr<QPixmap> MakeWithoutDirectory();
     [[nodiscard]] std::unique_ptr<QPixmap> MakeFromDirectory(const QStringList& files);
     [[nodiscard]] std::unique_ptr<QPixmap> BuiltIn(std::int32_t which);
-    [[nodiscard]] QStringList ListDirectory() const;
+    void Show(std::unique_ptr<QPixmap> picture);
 
     QString directory_;
     QString userFile_;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "UI/TestPattern/TestPatternPanel.h"
 
+#include <QDir>
+
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/TestPattern/LEDTestPatternControl.h"
 
@@ -25,17 +27,32 @@ void TestPatternPanel::ActionChooseTestImage()
 {
     const QString file = boxes_.OpenFile(
         &window_, WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Open Test Image")), QString(),
-        WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Image Files (*.bmp *.png *.gif)")));
-    if (!file.isEmpty())
-        control_.SetFile(file);
+        WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Image Files (%1)"))
+            .arg(LEDTestPatternControl::NameFilters().join(QLatin1Char(' '))));
+    if (file.isEmpty())
+        return;
+    const QString failure = control_.SetFile(file);
+    if (!failure.isEmpty())
+        TellNotShown(WindowText(QT_TRANSLATE_NOOP("WEFTMain", "The picture %1 can't be read: %2."))
+                         .arg(QDir::toNativeSeparators(file), failure));
 }
 
 void TestPatternPanel::ActionChooseTestImageDirectory()
 {
     const QString directory = boxes_.ChooseDirectory(
         &window_, WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Choose Test Image Directory")));
-    if (!directory.isEmpty())
-        control_.SetDirectory(directory);
+    if (!directory.isEmpty() && !control_.SetDirectory(directory))
+        TellNotShown(WindowText(QT_TRANSLATE_NOOP("WEFTMain", "The folder %1 has no picture that "
+                                                              "can be read."))
+                         .arg(QDir::toNativeSeparators(directory)));
+}
+
+void TestPatternPanel::TellNotShown(const QString& reason)
+{
+    boxes_.Notify(
+        &window_, WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Test Image Not Read")),
+        reason + QStringLiteral("\n\n") +
+            WindowText(QT_TRANSLATE_NOOP("WEFTMain", "The test image stays the one before.")));
 }
 
 void TestPatternPanel::ActionNextTestImage()

@@ -25,6 +25,9 @@ public slots:
     void ActionPreviousTestImage();
 
 private:
+    /// A choice that failed changes nothing.
+    void TellNotShown(const QString& reason);
+
     LEDTestPatternControl& control_;
     OperatorBoxes& boxes_;
     QWidget& window_;
