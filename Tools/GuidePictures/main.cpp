@@ -232,6 +232,11 @@ void FollowTheGuide(const QString& folder, const QString& data)
     for (int step = 0; step < 5; ++step)
         photographer.Do(QStringLiteral("actionZoom_In"));
     photographer.Take(QStringLiteral("zoomed"));
+    for (const char* edit : {"actionRotate_Right_90", "actionActionDelete"}) {
+        photographer.Do(QLatin1String(edit));
+        photographer.Do(QStringLiteral("actionSave_File"));
+    }
+    photographer.TakeDialog(QStringLiteral("actionVersions"), QStringLiteral("versions"));
 }
 
 } // namespace

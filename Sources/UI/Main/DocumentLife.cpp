@@ -19,6 +19,7 @@
 #include "Settings/SettingsBlock.h"
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Dialogs/OperatorNotices.h"
+#include "UI/Dialogs/VersionsDialog.h"
 #include "UI/Editor/WeftMapEditorScene.h"
 #include "UI/Network/NetworkChoice.h"
 
@@ -43,6 +44,14 @@ DocumentLife::DocumentLife(const Parts& parts)
     , actions_(parts.window)
 {
     AddActions();
+    connect(&versions_, &SavedVersions::notKept, this,
+            [this] { emit versionNotKept(versions_.GetFolder()); });
+}
+
+void DocumentLife::SetMappingFilePath(const QString& path)
+{
+    mappingFilePath = path;
+    versions_.SetDocument(path);
 }
 
 void DocumentLife::AddActions()
@@ -73,14 +82,20 @@ void DocumentLife::AddActions()
                   .shortcut = "Ctrl+Shift+S",
                   .icon = "icon_filesaveas.png"},
                  this, &DocumentLife::ActionExport);
+    actions_.Add({.objectName = "actionVersions",
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Versions..."),
+                  .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Take back a saved version")},
+                 this, &DocumentLife::ActionVersions);
 }
 
 // ---- The first document of a run ---------------------------------------------------------------
 
 void DocumentLife::LoadFirst()
 {
-    if (Import(mappingFilePath))
+    if (Import(mappingFilePath)) {
+        versions_.KeepSoon();
         return;
+    }
     const bool exists = QFileInfo::exists(mappingFilePath);
     const QString kept = exists ? KeepUnreadableFile(mappingFilePath) : QString();
     parts_.network.ChooseFirst();
@@ -209,11 +224,14 @@ void DocumentLife::ActionSaveFile()
 
 bool DocumentLife::Write()
 {
+    // Also what another program wrote there may be the only copy of a show.
+    versions_.Keep();
     if (parts_.manager.SaveMapping(mappingFilePath, parts_.nodes) != 0) {
         ZEN_LOG_ERROR("The mapping could not be saved to %ls",
                       mappingFilePath.toStdWString().c_str());
         return false;
     }
+    versions_.KeepSoon();
     parts_.undoStack.clear();
     parts_.manager.SetDocumentDirty(false);
     emit FileSaved();
@@ -279,6 +297,17 @@ void DocumentLife::ActionExport()
     parts_.settings.lastFile = file;
     parts_.settings.lastDirectory = QFileInfo(file).dir().canonicalPath();
     parts_.settings.Save();
+}
+
+void DocumentLife::ActionVersions()
+{
+    VersionsDialog dialog(versions_, &parts_.window);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    // The question about unsaved work may lead to a save, which removes the oldest version.
+    versions_.Spare(dialog.GetPath());
+    ImportFile(dialog.GetPath());
+    versions_.Spare({});
 }
 
 bool DocumentLife::MayClose()

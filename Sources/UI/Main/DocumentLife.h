@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QString>
 
+#include "Model/SavedVersions.h"
 #include "UI/Widgets/ActionSet.h"
 
 class ArtNetNodeModel;
@@ -37,7 +38,7 @@ public:
     /// All parts outlive this object.
     explicit DocumentLife(const Parts& parts);
 
-    void SetMappingFilePath(const QString& path) { mappingFilePath = path; }
+    void SetMappingFilePath(const QString& path);
     [[nodiscard]] const QString& GetMappingFilePath() const { return mappingFilePath; }
 
     /// Loads the document at the mapping file path. Without one, starts a new document on the first
@@ -55,6 +56,8 @@ public slots:
     void ActionNew();
     void ActionImport();
     void ActionExport();
+    /// Shows the saved versions, and imports the one that the operator takes back.
+    void ActionVersions();
     /// Writes the document. A save that fails leaves the old file whole and the document unsaved,
     /// and the operator gets a notice.
     void ActionSaveFile();
@@ -69,6 +72,8 @@ signals:
     void canvasSizeChanged();
     /// The file was written: the host reads it again.
     void FileSaved();
+    /// The document was saved, but saved versions can't be kept in this folder.
+    void versionNotKept(const QString& folder);
 
 private:
     void AddActions();
@@ -85,5 +90,6 @@ private:
 
     Parts parts_;
     ActionSet actions_;
+    SavedVersions versions_;
     QString mappingFilePath;
 };

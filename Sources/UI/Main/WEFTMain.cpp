@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
+#include <QStatusBar>
 #include <QTimer>
 #include <QTreeView>
 #include <QUndoView>
@@ -53,6 +54,8 @@ constexpr int NetworkMilliseconds = 3000;
 /// After a tick the I/O thread still sends the frame, and may have to wait for this processor: the
 /// scheduler may leave it to us for 4 ms.
 constexpr int PauseAfterTickMilliseconds = 5;
+/// As long as it takes to look up from the stage.
+constexpr int StatusMilliseconds = 30'000;
 constexpr int NewCanvasSize = 100;
 constexpr int UndoLimit = 10;
 constexpr QPoint DefaultPosition(200, 200);
@@ -267,6 +270,12 @@ void WEFTMain::WireDocument()
     const DocumentLife* document = document_.get();
     connect(document, &DocumentLife::FileSaved, &engine_->GetTrigger(),
             &ArtNetTrigger::reloadMappingFile);
+    connect(document, &DocumentLife::versionNotKept, this, [this](const QString& folder) {
+        statusBar()->showMessage(tr("Saved, but no version of it could be kept in %1: can that "
+                                    "folder be written to, and has the disk room?")
+                                     .arg(folder),
+                                 StatusMilliseconds);
+    });
     connect(document, &DocumentLife::loaded, libraryPanel_.get(), &LibraryPanel::SortByProduct);
     for (const auto replaced : {&DocumentLife::cleared, &DocumentLife::loaded}) {
         connect(document, replaced, libraryPanel_.get(), &LibraryPanel::FollowLibrary);

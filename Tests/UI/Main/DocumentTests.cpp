@@ -163,6 +163,55 @@ TEST_F(Document, ExportWritesACopyAndOnlyASaveTheWorkingFile)
     EXPECT_EQ(State(), Unsaved);
 }
 
+// ---- Saved versions ----------------------------------------------------------------------------
+
+TEST_F(Document, WhatASaveReplacedCanBeTakenBack)
+{
+    const QString history = QFileInfo(DocumentPath()).path() + "/history"_q;
+    // From another program, and never saved by this one.
+    WriteDocument(DocumentPath(), {.width = 640, .height = 200});
+    const std::string show = DocumentBytes();
+    StartAndPress("OK");
+    Trigger("actionNew");
+    Trigger("actionSave_File");
+    EXPECT_NE(DocumentBytes(), show);
+    for (const char* answer : {"Cancel", "Yes"}) { // to the question about what is not saved
+        Edit();
+        person.Will([&](QDialog& dialog) {
+            auto& list = *In<QTreeWidget>(dialog, "versionList");
+            ASSERT_EQ(list.topLevelItemCount(), 2);
+            QTest::keyClick(&list, Qt::Key_Down);
+            const auto& button = *In<QPushButton>(dialog, "takeBackButton");
+            ASSERT_TRUE(QTest::qWaitFor([&] { return button.isEnabled(); }));
+            EXPECT_EQ(list.currentItem()->text(1), "1"_q);
+            EXPECT_EQ(In<QLabel>(dialog, "canvasLabel")->text(), "640 x 200"_q);
+            EXPECT_EQ(In<QLabel>(dialog, "universesLabel")->text(), "1: 0/0"_q);
+            EXPECT_EQ(In<QLabel>(dialog, "fixturesLabel")->text(), "1 x "_q + Bar);
+            EXPECT_FALSE(button.isDefault()) << "Return must not replace the show";
+            Support::Press(dialog, "Take Back"_q);
+        });
+        person.WillPress(QLatin1String(answer));
+        Trigger("actionVersions");
+    }
+    EXPECT_EQ(CanvasWidth(), 640);
+    EXPECT_EQ(PlacedFixtures(), 1);
+    EXPECT_EQ(State(), Unsaved);
+
+    // A folder that takes no version stops no save.
+    ASSERT_TRUE(QDir(history).removeRecursively());
+    home.Write(history.toStdString(), "a file");
+    Trigger("actionSave_File");
+    EXPECT_EQ(State(), Saved);
+    EXPECT_TRUE(Find<QStatusBar>("statusbar")->currentMessage().contains(history));
+    person.Will([&](QDialog& dialog) {
+        EXPECT_EQ(In<QLabel>(dialog, "hintLabel")->text(),
+                  "No version is kept yet. Each save keeps one, the last 20 of them, in %1."_q.arg(
+                      history));
+        Support::Press(dialog, "Close"_q);
+    });
+    Trigger("actionVersions");
+}
+
 // ---- Unsaved work ------------------------------------------------------------------------------
 
 TEST_F(Document, UnsavedWorkOutlivesAnEndThatTheOperatorDidNotWish)
