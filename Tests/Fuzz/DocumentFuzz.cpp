@@ -5,6 +5,7 @@
 #include "LibTools/ZenBitmap.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
+#include "Model/DocumentSummary.h"
 #include "Model/MappedDeviceModel.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -21,6 +22,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
         return 0;
     const MappedDeviceModel& document = *manager.GetMappedDeviceModel();
     Require(document.GetCanvasWidth() >= 1 && document.GetCanvasHeight() >= 1);
+    // Who looks at the file before an import sees what comes.
+    if (const auto summary = ReadDocumentSummary(QString::fromStdString(path)))
+        Require(summary->canvas == QSize(document.GetCanvasWidth(), document.GetCanvasHeight()) &&
+                summary->elements >= document.rowCount());
     LEDEngine engine(manager);
     if (!engine.CreateElements(document.GetCanvasWidth(), document.GetCanvasHeight()))
         return 0;

@@ -72,7 +72,7 @@ signals:
     void canvasSizeChanged();
     /// The file was written: the host reads it again.
     void FileSaved();
-    /// The document was saved, but saved versions can't be kept in this folder.
+    /// Saved versions can't be kept in this folder; the document itself can be saved.
     void versionNotKept(const QString& folder);
 
 private:

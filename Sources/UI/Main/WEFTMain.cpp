@@ -271,8 +271,8 @@ void WEFTMain::WireDocument()
     connect(document, &DocumentLife::FileSaved, &engine_->GetTrigger(),
             &ArtNetTrigger::reloadMappingFile);
     connect(document, &DocumentLife::versionNotKept, this, [this](const QString& folder) {
-        statusBar()->showMessage(tr("Saved, but no version of it could be kept in %1: can that "
-                                    "folder be written to, and has the disk room?")
+        statusBar()->showMessage(tr("No version of this mapping can be kept in %1: can the folder "
+                                    "be written to, and has the disk room?")
                                      .arg(folder),
                                  StatusMilliseconds);
     });
