@@ -44,7 +44,7 @@ InspectorPanel::~InspectorPanel()
 void InspectorPanel::AddActions()
 {
     shown_ = actions_.Add({.objectName = "actionInspector",
-                           .text = QT_TRANSLATE_NOOP("WEFTMain", "Inspector"),
+                           .text = QT_TRANSLATE_NOOP("WEFTMain", "&Inspector"),
                            .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Show the inspector"),
                            .shortcut = "F9",
                            .checkable = true},

@@ -42,13 +42,21 @@ constexpr std::array editEntries = {Separator,
                                     "actionEdit_Properties",
                                     "actionEdit_Description"};
 constexpr std::array canvasEntries = {"actionCrop_Canvas", "actionCanvas_Size",
-                                      "actionDisplay_Pixel_Grid", Separator, "actionInspector"};
+                                      "actionDisplay_Pixel_Grid", "actionSnapToGrid"};
+constexpr std::array viewEntries = {"view_dockWidgetFixtureLibrary",
+                                    "view_dockWidgetMappedFixtures",
+                                    "view_dockWidgetArtNetNodes",
+                                    "actionInspector",
+                                    "view_toolBar",
+                                    Separator,
+                                    "actionReset_Layout"};
 constexpr std::array helpEntries = {"actionAbout"};
 
 constexpr std::array menuBar = {
     ActionPlaces::Menu{"menuFile", QT_TRANSLATE_NOOP("WEFTMain", "File"), fileEntries},
     ActionPlaces::Menu{"menuEdit", QT_TRANSLATE_NOOP("WEFTMain", "Edit"), editEntries},
     ActionPlaces::Menu{"menuImage", QT_TRANSLATE_NOOP("WEFTMain", "Canvas"), canvasEntries},
+    ActionPlaces::Menu{"menuView", QT_TRANSLATE_NOOP("WEFTMain", "View"), viewEntries},
     ActionPlaces::Menu{"menuAbout", QT_TRANSLATE_NOOP("WEFTMain", "Help"), helpEntries}};
 
 constexpr std::array toolBar = {

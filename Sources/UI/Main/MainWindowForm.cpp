@@ -18,6 +18,13 @@
 #include "UI/Widgets/DeskLook.h"
 #include "UI/Widgets/FormScrollArea.h"
 
+namespace {
+
+/// Grows when docks or tool bars come, go or get other names.
+constexpr int LayoutVersion = 1;
+
+} // namespace
+
 MainWindowForm::MainWindowForm(QMainWindow& window)
     : window_(window)
 {
@@ -27,10 +34,7 @@ MainWindowForm::MainWindowForm(QMainWindow& window)
     window.setDockOptions(QMainWindow::AnimatedDocks | QMainWindow::AllowTabbedDocks);
     window.setStyleSheet(DeskStyleSheet());
     window.menuBar()->setObjectName(QStringLiteral("menubar"));
-    toolBar = new QToolBar(WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Toolbar")), &window);
-    toolBar->setObjectName(QStringLiteral("toolBar"));
-    toolBar->setIconSize(QSize(20, 20));
-    window.addToolBar(Qt::TopToolBarArea, toolBar);
+    SetUpToolBar();
     SetUpCentre();
     window.statusBar()->setObjectName(QStringLiteral("statusbar"));
 }
@@ -38,6 +42,16 @@ MainWindowForm::MainWindowForm(QMainWindow& window)
 MainWindowForm::~MainWindowForm()
 {
     delete window_.takeCentralWidget();
+}
+
+void MainWindowForm::SetUpToolBar()
+{
+    toolBar = new QToolBar(WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Toolbar")), &window_);
+    toolBar->setObjectName(QStringLiteral("toolBar"));
+    toolBar->setIconSize(QSize(20, 20));
+    toolBar->toggleViewAction()->setObjectName(QStringLiteral("view_toolBar"));
+    toolBar->toggleViewAction()->setText(WindowText(QT_TRANSLATE_NOOP("WEFTMain", "&Toolbar")));
+    window_.addToolBar(Qt::TopToolBarArea, toolBar);
 }
 
 void MainWindowForm::SetUpCentre()
@@ -63,24 +77,53 @@ void MainWindowForm::SetUpCentre()
 void MainWindowForm::AddDocks(std::span<const Dock> docks)
 {
     constexpr int margin = 4;
-    constexpr int width = 300;
-    QList<QDockWidget*> widgets;
-    QList<int> shares;
     for (const Dock& each : docks) {
         auto* dock = new QDockWidget(WindowText(each.title), &window_);
         dock->setObjectName(QLatin1String(each.objectName));
         dock->setAllowedAreas(Qt::AllDockWidgetAreas);
+        dock->toggleViewAction()->setObjectName(QStringLiteral("view_") + dock->objectName());
+        dock->toggleViewAction()->setText(WindowText(each.viewText));
         auto* frame = new QWidget(dock);
         auto* column = new QVBoxLayout(frame);
         column->setContentsMargins(margin, margin, margin, margin);
         column->addWidget(each.contents);
         dock->setWidget(frame);
-        window_.addDockWidget(Qt::LeftDockWidgetArea, dock);
-        widgets.append(dock);
+        docks_.push_back({dock, each.share});
+    }
+    PlaceDocks();
+}
+
+void MainWindowForm::PlaceDocks()
+{
+    constexpr int width = 300;
+    QList<QDockWidget*> widgets;
+    QList<int> shares;
+    for (const Placed& each : docks_) {
+        each.dock->setFloating(false);
+        window_.addDockWidget(Qt::LeftDockWidgetArea, each.dock);
+        each.dock->show();
+        widgets.append(each.dock);
         shares.append(each.share);
     }
     window_.resizeDocks(widgets, shares, Qt::Vertical);
     window_.resizeDocks({widgets.front()}, {width}, Qt::Horizontal);
+}
+
+QByteArray MainWindowForm::SaveLayout() const
+{
+    return window_.saveState(LayoutVersion);
+}
+
+void MainWindowForm::RestoreLayout(const QByteArray& layout)
+{
+    window_.restoreState(layout, LayoutVersion);
+}
+
+void MainWindowForm::ResetLayout()
+{
+    window_.addToolBar(Qt::TopToolBarArea, toolBar);
+    toolBar->show();
+    PlaceDocks();
 }
 
 void MainWindowForm::PlaceActions()

@@ -2,8 +2,11 @@
 #pragma once
 
 #include <span>
+#include <vector>
 
 class FormScrollArea;
+class QByteArray;
+class QDockWidget;
 class QMainWindow;
 class QMenu;
 class QToolBar;
@@ -24,16 +27,24 @@ public:
 
     struct Dock
     {
-        const char* objectName;
-        const char* title; ///< untranslated
-        QWidget* contents; ///< the dock owns it from then on
-        int share;         ///< of the height, beside those of the other docks
+        const char* objectName; ///< with "view_" before it, that of the action that shows it
+        const char* title;      ///< untranslated
+        const char* viewText;   ///< of the action that shows it; untranslated
+        QWidget* contents;      ///< the dock owns it from then on
+        int share;              ///< of the height, beside those of the other docks
     };
     /// Docks on the left side, from the top.
     void AddDocks(std::span<const Dock> docks);
 
     /// Puts the actions and widgets that the rooms made into menus and tool bar.
     void PlaceActions();
+
+    /// Where docks and tool bar are, and whether they show.
+    [[nodiscard]] QByteArray SaveLayout() const;
+    /// Puts them so again. What no run of this version has saved changes nothing.
+    void RestoreLayout(const QByteArray& layout);
+    /// Puts them as they are at the first start.
+    void ResetLayout();
 
     QWidget* centralwidget = nullptr;
     WeftMapEditorView* mappingEditorView = nullptr;
@@ -42,9 +53,19 @@ public:
     QToolBar* toolBar = nullptr;
 
 private:
+    /// A dock and its share of the height.
+    struct Placed
+    {
+        QDockWidget* dock;
+        int share;
+    };
+
+    void SetUpToolBar();
     void SetUpCentre();
+    void PlaceDocks();
     void Place(const char* entry, QMenu& menu);
     void PlaceInToolBar(const char* entry);
 
     QMainWindow& window_;
+    std::vector<Placed> docks_; ///< from the top
 };

@@ -147,9 +147,12 @@ void WEFTMain::BuildDocks()
     elementList_ = std::make_unique<ElementList>(*deviceManager_);
     nodeList_ = std::make_unique<NodeList>(*nodeModel_, *deviceManager_, *engine_, *network_);
     const std::array<MainWindowForm::Dock, 3> docks = {{
-        {"dockWidgetFixtureLibrary", QT_TR_NOOP("Fixture Library"), libraryPanel_->Contents(), 3},
-        {"dockWidgetMappedFixtures", QT_TR_NOOP("Mapped Fixtures"), elementList_->View(), 2},
-        {"dockWidgetArtNetNodes", QT_TR_NOOP("Fixture Nodes"), nodeList_->View(), 1},
+        {"dockWidgetFixtureLibrary", QT_TR_NOOP("Fixture Library"), QT_TR_NOOP("Fixture &Library"),
+         libraryPanel_->Contents(), 3},
+        {"dockWidgetMappedFixtures", QT_TR_NOOP("Mapped Fixtures"), QT_TR_NOOP("&Mapped Fixtures"),
+         elementList_->View(), 2},
+        {"dockWidgetArtNetNodes", QT_TR_NOOP("Fixture Nodes"), QT_TR_NOOP("Fixture &Nodes"),
+         nodeList_->View(), 1},
     }};
     form_->AddDocks(docks);
 }
@@ -201,6 +204,9 @@ void WEFTMain::AddActions()
                  this, &WEFTMain::ActionPreferences);
     actions_.Add({.objectName = "actionExit", .text = QT_TRANSLATE_NOOP("WEFTMain", "Exit")}, this,
                  &WEFTMain::ActionQuit);
+    actions_.Add({.objectName = "actionReset_Layout",
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "&Reset Layout")},
+                 this, &WEFTMain::ActionResetLayout);
     actions_.Add({.objectName = "actionAbout", .text = QT_TRANSLATE_NOOP("WEFTMain", "About")},
                  this, &WEFTMain::ActionAbout);
 }
@@ -303,6 +309,7 @@ void WEFTMain::LoadWindowSettings()
     // The screen of the last run may be gone.
     if (!QGuiApplication::screenAt(geometry().center()))
         move(DefaultPosition);
+    form_->RestoreLayout(store->value(QStringLiteral("windowLayout")).toByteArray());
     testPattern_->ReadSettings(*store);
     display_.Read(*store);
     displayControls_->TakeSettings();
@@ -320,6 +327,7 @@ void WEFTMain::SaveWindowSettings()
     store->setValue(QStringLiteral("lastPosition"), pos());
     store->setValue(QStringLiteral("lastSize"), size());
     store->setValue(QStringLiteral("lastInnerSize"), form_->centralwidget->width());
+    store->setValue(QStringLiteral("windowLayout"), form_->SaveLayout());
     testPattern_->WriteSettings(*store);
     display_.Write(*store);
     inspector_->Panel().Write(*store);
@@ -385,6 +393,12 @@ void WEFTMain::ActionQuit()
 void WEFTMain::ActionAbout()
 {
     WEFTAboutDialog(this).exec();
+}
+
+void WEFTMain::ActionResetLayout()
+{
+    form_->ResetLayout();
+    inspector_->Panel().ActionInspector(true);
 }
 
 void WEFTMain::ActionPreferences()

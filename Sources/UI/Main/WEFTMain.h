@@ -63,6 +63,7 @@ public slots:
     void ActionQuit();
     void ActionAbout();
     void ActionPreferences();
+    void ActionResetLayout();
     void RemoveLocalFixturesAndReset();
     void SetTestPatternImage(QPixmap* picture);
 

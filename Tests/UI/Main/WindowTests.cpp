@@ -22,6 +22,20 @@ protected:
         names.removeAll(QString());
         return names;
     }
+    /// Where docks and tool bar are, and how large.
+    [[nodiscard]] std::string Layout() const
+    {
+        QString all;
+        QDebug words(&all);
+        for (auto* dock : window->findChildren<QDockWidget*>()) {
+            words << window->dockWidgetArea(dock) << dock->isVisible() << dock->isFloating();
+            if (dock->isVisible() && !dock->isFloating())
+                words << dock->geometry();
+        }
+        words << window->toolBarArea(Find<QToolBar>("toolBar"))
+              << Find<QToolBar>("toolBar")->isVisible();
+        return all.toStdString();
+    }
 };
 
 /// A window whose every repaint, and every step of a wheel, takes longer than a tick.
@@ -114,6 +128,38 @@ TEST_F(Window, WhatTheUserSetComesBack)
     EXPECT_EQ(Zoom(), "114%"_q);
     EXPECT_FALSE(Action("actionDisplay_Pixel_Grid")->isChecked());
     EXPECT_FALSE(Action("actionSnapToGrid")->isChecked());
+}
+
+TEST_F(Window, PanelsAndToolBarComeBackAsTheyWereLeft)
+{
+    Start();
+    const std::string first = Layout();
+    Trigger("view_dockWidgetMappedFixtures");
+    window->addDockWidget(Qt::RightDockWidgetArea, Find<QDockWidget>("dockWidgetArtNetNodes"));
+    Find<QDockWidget>("dockWidgetFixtureLibrary")->setFloating(true);
+    window->addToolBar(Qt::BottomToolBarArea, Find<QToolBar>("toolBar"));
+    QCoreApplication::processEvents();
+    const std::string left = Layout();
+    EXPECT_TRUE(window->close());
+    Start();
+    EXPECT_EQ(Layout(), left);
+    Trigger("view_toolBar");
+    Trigger("actionInspector");
+    Trigger("actionReset_Layout");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Layout(), first);
+    EXPECT_TRUE(Find<QWidget>("objectInspectorPannel")->isVisible());
+
+    window->resize(1024, 600);
+    EXPECT_TRUE(window->close());
+    const QByteArray good = Kept("windowLayout").toByteArray();
+    for (const QByteArray& bad : {QByteArray("\xFF\xFE"), good.left(good.size() / 2),
+                                  QByteArray(good).replace(4, 4, "\0\0\1\0")})
+    {
+        QSettings("Zentri"_q, "PixelWeft3"_q).setValue("windowLayout"_q, bad);
+        Start();
+        EXPECT_EQ(Layout(), first) << bad.size();
+    }
 }
 
 TEST_F(Window, KeysReachTheirTargetWhereverTheFocusIs)
