@@ -15,6 +15,7 @@ EditorActionSet::EditorActionSet(const Parts& parts)
 {
     AddCanvas();
     AddSelection();
+    AddFlips();
     AddAligning();
     AddRotating();
     AddCopies();
@@ -28,33 +29,42 @@ void EditorActionSet::AddCanvas()
     EditorController* editor = &parts_.editor;
     shown_.canvasSize =
         actions_.Add({.objectName = "actionCanvas_Size",
-                      .text = QT_TRANSLATE_NOOP("WEFTMain", "Canvas Size..."),
+                      .text = QT_TRANSLATE_NOOP("WEFTMain", "Canvas &Size..."),
                       .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Adjust the canvas dimensions"),
                       .shortcut = "Ctrl+Shift+R",
                       .icon = "icon_canvassize.png"},
                      editor, &EditorController::ActionCanvasSize);
-    actions_.Add({.objectName = "actionCrop_Canvas",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Crop to selection"),
-                  .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Crop canvas to selected devices"),
-                  .shortcut = "Ctrl+Shift+C",
-                  .icon = "icon_cropcanvas.png"},
-                 editor, &EditorController::ActionCropCanvasToSelectedDevices);
+    shown_.crop =
+        actions_.Add({.objectName = "actionCrop_Canvas",
+                      .text = QT_TRANSLATE_NOOP("WEFTMain", "&Crop to selection"),
+                      .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Crop canvas to selected devices"),
+                      .shortcut = "Ctrl+Shift+C",
+                      .icon = "icon_cropcanvas.png"},
+                     editor, &EditorController::ActionCropCanvasToSelectedDevices);
+    shown_.crop->setEnabled(false); // until something is selected
 }
 
 void EditorActionSet::AddSelection()
 {
     actions_.Add({.objectName = "actionSelect_All",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Select All"),
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Select &All"),
                   .shortcut = "Ctrl+A"},
                  &parts_.editor, &EditorController::ActionSelectAll);
     shown_.remove = actions_.Add(
         {.objectName = "actionActionDelete",
-         .text = QT_TRANSLATE_NOOP("WEFTMain", "Delete"),
+         .text = QT_TRANSLATE_NOOP("WEFTMain", "&Delete"),
          .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Delete device from the mapping canvas"),
          .shortcut = "Backspace",
          .icon = "icon_delete.png"},
         &parts_.scene, &WeftMapEditorScene::RemoveSelectedRectangle);
     shown_.remove->setEnabled(false); // until something is selected
+}
+
+/// The canvas has them, with the state of what is selected.
+void EditorActionSet::AddFlips()
+{
+    for (QAction* flip : parts_.scene.FlipActions())
+        flip->setParent(&parts_.window);
 }
 
 void EditorActionSet::AddAligning()
@@ -67,27 +77,27 @@ void EditorActionSet::AddAligning()
     };
     const std::array<Align, 6> aligns = {{
         {{.objectName = "actionAlign_Left",
-          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align Left"),
+          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align &Left"),
           .icon = "icon_alignleft.png"},
          AlignLeft},
         {{.objectName = "actionAlign_Center",
-          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align Center"),
+          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align &Center"),
           .icon = "icon_aligncenter.png"},
          AlignCenter},
         {{.objectName = "actionAlign_Right",
-          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align Right"),
+          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align &Right"),
           .icon = "icon_alignright.png"},
          AlignRight},
         {{.objectName = "actionAlign_Top",
-          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align Top"),
+          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align &Top"),
           .icon = "icon_aligntop.png"},
          AlignTop},
         {{.objectName = "actionAlign_Middle",
-          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align Middle"),
+          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align &Middle"),
           .icon = "icon_aligncmiddle.png"},
          AlignMiddle},
         {{.objectName = "actionAlign_Bottom",
-          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align Bottom"),
+          .text = QT_TRANSLATE_NOOP("WEFTMain", "Align &Bottom"),
           .icon = "icon_alignbottom.png"},
          AlignBottom},
     }};
@@ -102,29 +112,29 @@ void EditorActionSet::AddAligning()
     entries.push_back(nullptr);
     entries.push_back(
         actions_.Add({.objectName = "actionDistribute_Horizontally",
-                      .text = QT_TRANSLATE_NOOP("WEFTMain", "Distribute Horizontally"),
+                      .text = QT_TRANSLATE_NOOP("WEFTMain", "Distribute &Horizontally"),
                       .icon = "icon_aligndistrhorz.png"},
                      editor, [editor] { editor->ActionAlignDistribute(DistributeHorizontally); }));
     entries.push_back(
         actions_.Add({.objectName = "actionDistribute_Vertically",
-                      .text = QT_TRANSLATE_NOOP("WEFTMain", "Distribute Vertically"),
+                      .text = QT_TRANSLATE_NOOP("WEFTMain", "Distribute &Vertically"),
                       .icon = "icon_aligndistrvert.png"},
                      editor, [editor] { editor->ActionAlignDistribute(DistributeVertically); }));
-    shown_.align = AddMenu("menuAlign", QT_TRANSLATE_NOOP("WEFTMain", "Align"), entries);
+    shown_.align = AddMenu("menuAlign", QT_TRANSLATE_NOOP("WEFTMain", "A&lign"), entries);
 }
 
 void EditorActionSet::AddRotating()
 {
     EditorController* editor = &parts_.editor;
     shown_.rotate =
-        AddMenu("menuRotate_2", QT_TRANSLATE_NOOP("WEFTMain", "Rotate"),
+        AddMenu("menuRotate_2", QT_TRANSLATE_NOOP("WEFTMain", "Ro&tate"),
                 {actions_.Add({.objectName = "actionRotate_Right_90",
-                               .text = QT_TRANSLATE_NOOP("WEFTMain", "Rotate Right 90°"),
+                               .text = QT_TRANSLATE_NOOP("WEFTMain", "Rotate &Right 90°"),
                                .shortcut = "Ctrl+R",
                                .icon = "icon_rotateright90.png"},
                               editor, &EditorController::ActionRotateRight90),
                  actions_.Add({.objectName = "actionRotate_Left_90",
-                               .text = QT_TRANSLATE_NOOP("WEFTMain", "Rotate Left 90°"),
+                               .text = QT_TRANSLATE_NOOP("WEFTMain", "Rotate &Left 90°"),
                                .icon = "icon_rotateleft90.png"},
                               editor, &EditorController::ActionRotateLeft90)});
 }
@@ -134,18 +144,18 @@ void EditorActionSet::AddCopies()
     EditorController* editor = &parts_.editor;
     shown_.duplicate = actions_.Add(
         {.objectName = "actionDuplicate_Element",
-         .text = QT_TRANSLATE_NOOP("WEFTMain", "Duplicate Element..."),
+         .text = QT_TRANSLATE_NOOP("WEFTMain", "Duplicate &Element..."),
          .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Duplicate element to create a wall."),
          .shortcut = "Ctrl+D"},
         editor, &EditorController::ActionDuplicateElement);
     shown_.copy =
         actions_.Add({.objectName = "actionCopy",
-                      .text = QT_TRANSLATE_NOOP("WEFTMain", "Copy"),
+                      .text = QT_TRANSLATE_NOOP("WEFTMain", "&Copy"),
                       .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Copy selected element(s)"),
                       .shortcut = "Ctrl+C"},
                      editor, &EditorController::ActionCopySelection);
     shown_.paste = actions_.Add({.objectName = "actionPaste",
-                                 .text = QT_TRANSLATE_NOOP("WEFTMain", "Paste element(s)"),
+                                 .text = QT_TRANSLATE_NOOP("WEFTMain", "&Paste element(s)"),
                                  .shortcut = "Ctrl+V"},
                                 editor, &EditorController::ActionPasteSelection);
     // Until something is selected, or copied.

@@ -30,6 +30,7 @@ public:
 private:
     void AddCanvas();
     void AddSelection();
+    void AddFlips();
     void AddAligning();
     void AddRotating();
     void AddCopies();

@@ -9,6 +9,7 @@ class QMenu;
 struct EditorActions
 {
     QAction* canvasSize = nullptr;
+    QAction* crop = nullptr;
     QAction* copy = nullptr;
     QAction* paste = nullptr;
     QAction* duplicate = nullptr;

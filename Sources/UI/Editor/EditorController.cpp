@@ -122,7 +122,7 @@ void EditorController::UpdateModelSelectionFromMappedObjectList(const QItemSelec
 void EditorController::FollowSelection()
 {
     const EditorActions& actions = scene_.GetActions();
-    for (QAction* action : {actions.remove, actions.copy, actions.duplicate}) {
+    for (QAction* action : {actions.crop, actions.remove, actions.copy, actions.duplicate}) {
         if (action)
             action->setEnabled(scene_.SelectedCount() > 0);
     }
@@ -223,8 +223,6 @@ void EditorController::ActionFlip(int direction, bool state)
 void EditorController::ActionCropCanvasToSelectedDevices()
 {
     scene_.GetGestures().Release();
-    if (scene_.SelectedCount() == 0)
-        scene_.SelectAll();
     ElementIds selected = scene_.SelectedIds();
     if (selected.empty())
         return;

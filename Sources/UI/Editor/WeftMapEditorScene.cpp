@@ -36,8 +36,8 @@ WeftMapEditorScene::WeftMapEditorScene(DeviceManager& manager, EditorDisplayStat
     , manager_(manager)
     , display_(display)
     , undoStack_(undoStack)
-    , flipHorizontal_(new QAction(tr("&Flip Horizontal"), this))
-    , flipVertical_(new QAction(tr("&Flip Vertical"), this))
+    , flipHorizontal_(new QAction(tr("Flip &Horizontal"), this))
+    , flipVertical_(new QAction(tr("Flip &Vertical"), this))
     , canvas_(new GraphCanvas(display))
     , foreground_(new GraphForeground)
     , selection_([this] { FollowSelection(); })
@@ -58,6 +58,7 @@ WeftMapEditorScene::WeftMapEditorScene(DeviceManager& manager, EditorDisplayStat
     connect(flipHorizontal_, &QAction::triggered, this,
             &WeftMapEditorScene::FlipHSelectedRectangle);
     connect(flipVertical_, &QAction::triggered, this, &WeftMapEditorScene::FlipVSelectedRectangle);
+    ShowFlips();
     ConnectModel();
 }
 
@@ -89,6 +90,7 @@ void WeftMapEditorScene::ConnectModel()
             if (MappingRectangle* item = Find(id))
                 Place(*item);
         }
+        ShowFlips();
     });
     connect(&manager_, &DeviceManager::elementsPatched, this, &WeftMapEditorScene::MarkAuto);
     connect(&manager_, &DeviceManager::elementsRefitted, this, [this](const ElementIds& ids) {
@@ -288,7 +290,17 @@ void WeftMapEditorScene::FollowSelection()
         overlay_.Remove();
     else
         overlay_.Follow();
+    ShowFlips();
     emit RectangleSelectionEvent();
+}
+
+void WeftMapEditorScene::ShowFlips()
+{
+    const MappingRectangle* item = Find(onlySelected_);
+    flipHorizontal_->setChecked(item && item->IsFlipped(FlipHorizontal));
+    flipVertical_->setChecked(item && item->IsFlipped(FlipVertical));
+    for (QAction* flip : FlipActions())
+        flip->setEnabled(item);
 }
 
 std::vector<QPersistentModelIndex> WeftMapEditorScene::SelectedIndexes() const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -92,6 +93,11 @@ public:
     void RemoveOverlays();
 
     [[nodiscard]] const EditorActions& GetActions() const { return actions_; }
+    /// Flip what is selected; checked and enabled as that is.
+    [[nodiscard]] std::array<QAction*, 2> FlipActions() const
+    {
+        return {flipHorizontal_, flipVertical_};
+    }
 
 public slots:
     void RemoveSelectedRectangle();
@@ -135,6 +141,8 @@ private:
     void Place(MappingRectangle& item) const;
     void PlaceAll();
     void FollowSelection();
+    void ShowFlips();
+    void SelectAt(QPointF scenePoint);
     void NoteSelection(std::int64_t id, bool selected) override;
     /// Undo and redo must not change the elements under a running gesture.
     void HoldUndo(bool hold);

@@ -219,9 +219,28 @@ void WeftMapEditorScene::keyPressEvent(QKeyEvent* event)
 
 // ---- Context menu ------------------------------------------------------------------------------
 
+/// The menu is about what the mouse is on: of several elements, all; of any other, that alone.
+void WeftMapEditorScene::SelectAt(QPointF scenePoint)
+{
+    for (const QGraphicsItem* under : items(scenePoint)) {
+        const auto* item = qgraphicsitem_cast<const MappingRectangle*>(under);
+        if (!item || !item->IsElement())
+            continue;
+        if (item->isSelected())
+            return;
+        const std::int64_t id = item->GetId();
+        const SelectionBatch batch(*this);
+        UnSelectAll();
+        SetSelected(id, true);
+        return;
+    }
+}
+
 void WeftMapEditorScene::contextMenuEvent(QGraphicsSceneContextMenuEvent* event)
 {
     gestures_.Release(); // The menu keeps the mouse to itself.
+    if (event->reason() == QGraphicsSceneContextMenuEvent::Mouse)
+        SelectAt(event->scenePos());
     QMenu menu(event->widget());
     menu.setObjectName(QStringLiteral("canvasMenu"));
     const auto add = [&menu](QAction* action) {
@@ -233,12 +252,6 @@ void WeftMapEditorScene::contextMenuEvent(QGraphicsSceneContextMenuEvent* event)
         menu.addSeparator();
         add(actions_.paste);
     } else {
-        const MappingRectangle& first = *Find(SelectedIds().front());
-        flipHorizontal_->setChecked(first.IsFlipped(FlipHorizontal));
-        flipVertical_->setChecked(first.IsFlipped(FlipVertical));
-        const bool single = SelectedCount() == 1;
-        flipHorizontal_->setEnabled(single);
-        flipVertical_->setEnabled(single);
         add(flipHorizontal_);
         add(flipVertical_);
         menu.addSeparator();
@@ -257,8 +270,6 @@ void WeftMapEditorScene::contextMenuEvent(QGraphicsSceneContextMenuEvent* event)
     event->accept();
     if (!menu.isEmpty())
         menu.exec(event->screenPos());
-    flipHorizontal_->setEnabled(true);
-    flipVertical_->setEnabled(true);
 }
 
 // ---- Drag and drop -----------------------------------------------------------------------------

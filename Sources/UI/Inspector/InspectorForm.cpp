@@ -189,7 +189,7 @@ void InspectorForm::AddGeometry(QGridLayout& grid)
     spinBoxY =
         AddBox<SharedDoubleSpinBox>(grid, 1, "spinBoxY", tr("&Top:"), leastPlace, LongestSide);
     spinBoxWidth = AddBox<SharedSpinBox>(grid, 2, "spinBoxWidth", tr("&Width:"), 0, LongestSide);
-    spinBoxHeight = AddBox<SharedSpinBox>(grid, 3, "spinBoxHeight", tr("&Height:"), 0, LongestSide);
+    spinBoxHeight = AddBox<SharedSpinBox>(grid, 3, "spinBoxHeight", tr("Hei&ght:"), 0, LongestSide);
     spinBoxRotation = AddBox<SharedDoubleSpinBox>(grid, 4, "spinBoxRotation", tr("&Rotation:"),
                                                   -LargestAngle, LargestAngle);
     spinBoxRotation->setDecimals(0);
@@ -212,7 +212,7 @@ void InspectorForm::AddFlips(QBoxLayout& row)
     checkBoxHFlip = MakeField<QCheckBox>("checkBoxHFlip", tr("Hori&zontal Flip:"), buddy);
     row.addWidget(buddy);
     row.addWidget(checkBoxHFlip, 1);
-    checkBoxVFlip = MakeField<QCheckBox>("checkBoxVFlip", tr("&Vertical Flip:"), buddy);
+    checkBoxVFlip = MakeField<QCheckBox>("checkBoxVFlip", tr("Vertic&al Flip:"), buddy);
     row.addWidget(buddy);
     row.addWidget(checkBoxVFlip);
 }

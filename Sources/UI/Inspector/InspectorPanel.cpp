@@ -52,13 +52,13 @@ void InspectorPanel::AddActions()
     shown_->setChecked(true);
     QAction* properties =
         actions_.Add({.objectName = "actionEdit_Properties",
-                      .text = QT_TRANSLATE_NOOP("WEFTMain", "Edit Properties"),
+                      .text = QT_TRANSLATE_NOOP("WEFTMain", "Edit Pr&operties"),
                       .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Go to the inspector")},
                      this, &InspectorPanel::ActionEditProperties);
     properties->setShortcuts(
         {QKeySequence(QStringLiteral("Alt+Return")), QKeySequence(QStringLiteral("Alt+Enter"))});
     actions_.Add({.objectName = "actionEdit_Description",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Edit Description"),
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Edit De&scription"),
                   .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Go to the description"),
                   .shortcut = "F2"},
                  this, &InspectorPanel::ActionEditDescription);

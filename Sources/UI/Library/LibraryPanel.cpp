@@ -28,7 +28,7 @@ LibraryPanel::LibraryPanel(const Parts& parts)
 {
     BuildContents();
     actions_.Add({.objectName = "actionImport_fixtures",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Import Fixtures...")},
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Import &Fixtures...")},
                  this, &LibraryPanel::ActionImportFixtures);
     WatchLibrary();
     AskAboutFixturesOfDocuments();

@@ -24,9 +24,8 @@ constexpr std::array fileEntries = {"actionNew",
                                     "actionPreferences",
                                     Separator,
                                     "actionExit"};
-constexpr std::array editEntries = {Separator,
+constexpr std::array editEntries = {"actionUndo",
                                     "actionRedo",
-                                    "actionUndo",
                                     Separator,
                                     "actionSelect_All",
                                     "actionActionDelete",
@@ -36,6 +35,8 @@ constexpr std::array editEntries = {Separator,
                                     Separator,
                                     "actionDuplicate_Element",
                                     Separator,
+                                    "actionFlipHorizontal",
+                                    "actionFlipVertical",
                                     "menuAlign",
                                     "menuRotate_2",
                                     Separator,
@@ -53,11 +54,11 @@ constexpr std::array viewEntries = {"view_dockWidgetFixtureLibrary",
 constexpr std::array helpEntries = {"actionAbout"};
 
 constexpr std::array menuBar = {
-    ActionPlaces::Menu{"menuFile", QT_TRANSLATE_NOOP("WEFTMain", "File"), fileEntries},
-    ActionPlaces::Menu{"menuEdit", QT_TRANSLATE_NOOP("WEFTMain", "Edit"), editEntries},
-    ActionPlaces::Menu{"menuImage", QT_TRANSLATE_NOOP("WEFTMain", "Canvas"), canvasEntries},
-    ActionPlaces::Menu{"menuView", QT_TRANSLATE_NOOP("WEFTMain", "View"), viewEntries},
-    ActionPlaces::Menu{"menuAbout", QT_TRANSLATE_NOOP("WEFTMain", "Help"), helpEntries}};
+    ActionPlaces::Menu{"menuFile", QT_TRANSLATE_NOOP("WEFTMain", "&File"), fileEntries},
+    ActionPlaces::Menu{"menuEdit", QT_TRANSLATE_NOOP("WEFTMain", "&Edit"), editEntries},
+    ActionPlaces::Menu{"menuImage", QT_TRANSLATE_NOOP("WEFTMain", "&Canvas"), canvasEntries},
+    ActionPlaces::Menu{"menuView", QT_TRANSLATE_NOOP("WEFTMain", "&View"), viewEntries},
+    ActionPlaces::Menu{"menuAbout", QT_TRANSLATE_NOOP("WEFTMain", "&Help"), helpEntries}};
 
 constexpr std::array toolBar = {
     "actionSnapToGrid", "selectionModeButton", "actionDisplay_Pixel_Grid",

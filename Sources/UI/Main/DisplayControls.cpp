@@ -42,27 +42,28 @@ void DisplayControls::FillCombo()
 void DisplayControls::AddActions()
 {
     actions_.Add({.objectName = "actionZoom_In",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Zoom In"),
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Zoom &In"),
                   .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Zoom In"),
                   .shortcut = "+",
                   .icon = "icon_zoomin.png"},
                  this, &DisplayControls::ActionZoomIn);
     actions_.Add({.objectName = "actionZoom_Out",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Zoom Out"),
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Zoom &Out"),
                   .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Zoom Out"),
                   .shortcut = "-",
                   .icon = "icon_zoomout.png"},
                  this, &DisplayControls::ActionZoomOut);
     grid_ = actions_.Add({.objectName = "actionDisplay_Pixel_Grid",
-                          .text = QT_TRANSLATE_NOOP("WEFTMain", "Display Pixel Grid"),
+                          .text = QT_TRANSLATE_NOOP("WEFTMain", "Display Pixel &Grid"),
                           .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Display pixel grid"),
                           .shortcut = "Ctrl+G",
                           .icon = "icon_grid.png",
                           .checkable = true},
                          this, &DisplayControls::ActionDisplayPixelGrid);
     snap_ = actions_.Add({.objectName = "actionSnapToGrid",
-                          .text = QT_TRANSLATE_NOOP("WEFTMain", "SnapToGrid"),
+                          .text = QT_TRANSLATE_NOOP("WEFTMain", "S&napToGrid"),
                           .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Snap fixtures to the grid"),
+                          .shortcut = "Ctrl+Shift+G",
                           .icon = "icon_snap_grid.png",
                           .checkable = true},
                          this, &DisplayControls::ActionToggleSnapToGrid);

@@ -57,27 +57,27 @@ void DocumentLife::SetMappingFilePath(const QString& path)
 void DocumentLife::AddActions()
 {
     actions_.Add({.objectName = "actionNew",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "New..."),
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "&New..."),
                   .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Creates an empty canvas"),
                   .shortcut = "Ctrl+N",
                   .icon = "icon_filenew.png"},
                  this, &DocumentLife::ActionNew);
     QAction* save =
         actions_.Add({.objectName = "actionSave_File",
-                      .text = QT_TRANSLATE_NOOP("WEFTMain", "Save"),
+                      .text = QT_TRANSLATE_NOOP("WEFTMain", "&Save"),
                       .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Save mapping to current file"),
                       .shortcut = "Ctrl+S",
                       .icon = "icon_filesave.png"},
                      this, &DocumentLife::ActionSaveFile);
     connect(&parts_.manager, &DeviceManager::signalDocumentSavedState, save, &QAction::setDisabled);
     actions_.Add({.objectName = "actionImport",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Import..."),
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "&Import..."),
                   .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Open an existing mapping file "),
                   .shortcut = "Ctrl+O",
                   .icon = "icon_fileopen.png"},
                  this, &DocumentLife::ActionImport);
     actions_.Add({.objectName = "actionExport",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Export..."),
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "&Export..."),
                   .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Save mapping to a mapping file "),
                   .shortcut = "Ctrl+Shift+S",
                   .icon = "icon_filesaveas.png"},

@@ -199,15 +199,17 @@ void WEFTMain::BuildToolBar()
 void WEFTMain::AddActions()
 {
     actions_.Add({.objectName = "actionPreferences",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Preferences..."),
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "&Preferences..."),
                   .shortcut = "Ctrl+,"},
                  this, &WEFTMain::ActionPreferences);
-    actions_.Add({.objectName = "actionExit", .text = QT_TRANSLATE_NOOP("WEFTMain", "Exit")}, this,
-                 &WEFTMain::ActionQuit);
+    actions_.Add({.objectName = "actionExit",
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "E&xit"),
+                  .shortcut = "Ctrl+Q"},
+                 this, &WEFTMain::ActionQuit);
     actions_.Add({.objectName = "actionReset_Layout",
                   .text = QT_TRANSLATE_NOOP("WEFTMain", "&Reset Layout")},
                  this, &WEFTMain::ActionResetLayout);
-    actions_.Add({.objectName = "actionAbout", .text = QT_TRANSLATE_NOOP("WEFTMain", "About")},
+    actions_.Add({.objectName = "actionAbout", .text = QT_TRANSLATE_NOOP("WEFTMain", "&About")},
                  this, &WEFTMain::ActionAbout);
 }
 

@@ -14,11 +14,11 @@ TestPatternPanel::TestPatternPanel(LEDTestPatternControl& control, OperatorBoxes
     , actions_(window)
 {
     actions_.Add({.objectName = "actionChoose_Test_Image",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Choose Test Image..."),
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Choose &Test Image..."),
                   .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Choose test image")},
                  this, &TestPatternPanel::ActionChooseTestImage);
     actions_.Add({.objectName = "actionChoose_Test_Image_Dir",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Choose Test Image Directory..."),
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Choose Test Image &Directory..."),
                   .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Choose test image directory")},
                  this, &TestPatternPanel::ActionChooseTestImageDirectory);
 }

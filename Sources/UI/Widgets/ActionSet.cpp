@@ -24,12 +24,15 @@ QAction* ActionSet::AddWithoutSlot(const ActionRow& row)
     action->setObjectName(QLatin1String(row.objectName));
     action->setText(WindowText(row.text));
     if (row.toolTip)
-        action->setToolTip(WindowText(row.toolTip));
+        action->setToolTip(WindowText(row.toolTip).trimmed());
     action->setCheckable(row.checkable);
     if (row.icon)
         action->setIcon(ActionIcon(row.icon));
-    if (row.shortcut)
+    if (row.shortcut) {
         action->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
+        action->setToolTip(QStringLiteral("%1 (%2)").arg(
+            action->toolTip(), action->shortcut().toString(QKeySequence::NativeText)));
+    }
     action->setEnabled(false);
     window_.addAction(action);
     return action;

@@ -12,7 +12,7 @@ struct ActionRow
 {
     const char* objectName = nullptr; ///< never null
     const char* text = nullptr;       ///< untranslated, never null
-    const char* toolTip = nullptr;    ///< null: Qt shows the text
+    const char* toolTip = nullptr;    ///< null: the text; the shortcut is added to it
     const char* shortcut = nullptr;   ///< portable text, null for none
     const char* icon = nullptr;       ///< as ActionIcon takes it, null for none
     bool checkable = false;

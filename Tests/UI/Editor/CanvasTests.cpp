@@ -147,18 +147,24 @@ TEST_F(Canvas, TheContextMenuFitsTheSelection)
 {
     const EditorActionSet actions(
         {*stage.controller, *stage.scene, *stage.list, stage.undo, stage.window});
-    EXPECT_EQ(ContextMenu({50, 50}), "Canvas Size... |(Paste element(s)) ");
+    EXPECT_EQ(ContextMenu({50, 50}), "Canvas &Size... |(&Paste element(s)) ");
     stage.Place(bar, {20, 20}, {12, 4});
-    stage.Place(bar, {60, 20}, {12, 4});
+    const auto other = stage.Place(bar, {60, 20}, {12, 4});
     const std::string others =
-        "|Copy (Paste element(s)) |Duplicate Element... |Align Rotate |Delete ";
+        "|&Copy (&Paste element(s)) |Duplicate &Element... |A&lign Ro&tate |&Delete ";
     stage.Click({20, 20});
-    EXPECT_EQ(ContextMenu({20, 20}), "&Flip Horizontal &Flip Vertical " + others);
+    EXPECT_EQ(ContextMenu({60, 20}), "Flip &Horizontal Flip &Vertical " + others);
+    EXPECT_EQ(stage.scene->SelectedIds(), std::vector{other}) << "what the mouse was on";
+    QAction& flip = *stage.scene->FlipActions()[FlipHorizontal];
+    stage.controller->ActionFlip(FlipHorizontal, true);
+    EXPECT_TRUE(flip.isChecked());
+    stage.undo.undo();
+    EXPECT_FALSE(flip.isChecked());
     stage.controller->ActionSelectAll();
-    EXPECT_EQ(ContextMenu({20, 20}), "(&Flip Horizontal) (&Flip Vertical) " + others);
+    EXPECT_EQ(ContextMenu({20, 20}), "(Flip &Horizontal) (Flip &Vertical) " + others);
     stage.controller->ActionCopySelection();
     stage.controller->ActionUnSelectAll();
-    EXPECT_EQ(ContextMenu({50, 50}), "Canvas Size... |Paste element(s) ");
+    EXPECT_EQ(ContextMenu({50, 50}), "Canvas &Size... |&Paste element(s) ");
 }
 
 // ---- Drops -------------------------------------------------------------------------------------

@@ -384,10 +384,10 @@ TEST_F(InspectorInTheWindow, KeysLeadToItAndAllOfItCanBeReached)
                                      {Qt::Key_L, X},
                                      {Qt::Key_T, Y},
                                      {Qt::Key_W, Width},
-                                     {Qt::Key_H, Height},
+                                     {Qt::Key_G, Height},
                                      {Qt::Key_R, Rotation},
                                      {Qt::Key_Z, FlipH},
-                                     {Qt::Key_V, FlipV}})
+                                     {Qt::Key_A, FlipV}})
     {
         View().setFocus();
         QTest::keyClick(&View(), key, Qt::AltModifier);

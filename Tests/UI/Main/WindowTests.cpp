@@ -22,6 +22,22 @@ protected:
         names.removeAll(QString());
         return names;
     }
+    /// In a menu or bar, and in each menu below it, no two entries have one letter, and all have
+    /// one.
+    static void ExpectLetters(const QWidget& bar)
+    {
+        QStringList letters;
+        for (const QAction* action : bar.actions()) {
+            if (action->isSeparator())
+                continue;
+            const QString letter = QKeySequence::mnemonic(action->text()).toString();
+            EXPECT_FALSE(letter.isEmpty() || letters.contains(letter))
+                << qPrintable(action->text());
+            letters << letter;
+            if (action->menu())
+                ExpectLetters(*action->menu());
+        }
+    }
     /// Where docks and tool bar are, and how large.
     [[nodiscard]] std::string Layout() const
     {
@@ -83,20 +99,33 @@ TEST_F(Window, EveryActionHasItsPlaceAndItsKey)
     EXPECT_EQ(placed.removeDuplicates(), 0) << "an action has two places";
     placed += ActionsIn(*Find<QToolBar>("toolBar"));
     placed += ActionsIn(*Find<QToolButton>("selectionModeButton")->menu());
+    ExpectLetters(*Find<QMenuBar>("menubar"));
+    ExpectLetters(*Find<QToolButton>("selectionModeButton")->menu());
+    ExpectLetters(*Find<QTreeView>("mappedTreeView"));
     QStringList keys;
     for (const QAction* action : window->findChildren<QAction*>()) {
         if (action->parent() == window.get() && !action->objectName().isEmpty()) {
             EXPECT_TRUE(placed.contains(action->objectName())) << qPrintable(action->objectName());
         }
-        if (!action->shortcut().isEmpty())
-            keys.append(action->shortcut().toString());
+        for (const QKeySequence& key : action->shortcuts())
+            keys.append(key.toString());
     }
     EXPECT_EQ(keys.removeDuplicates(), 0) << "one key for two";
-    EXPECT_EQ(keys.size(), 21);
+    for (const auto& [name, key] : {std::pair("actionExit", "Ctrl+Q"),
+                                    {"actionSnapToGrid", "Ctrl+Shift+G"},
+                                    {"actionSelectionMode_None", "Ctrl+Shift+N"},
+                                    {"actionSelectionMode_Solid", "Ctrl+Shift+L"},
+                                    {"actionSelectionMode_Flash", "Ctrl+Shift+F"}})
+    {
+        EXPECT_EQ(Action(name)->shortcut().toString(), QLatin1String(key));
+        EXPECT_TRUE(Action(name)->toolTip().contains(QLatin1String(key))) << name;
+    }
+    EXPECT_GT(placed.indexOf("actionRedo"_q), placed.indexOf("actionUndo"_q));
     for (const QAction* action : Find<QToolBar>("toolBar")->actions())
         EXPECT_EQ(action->icon().isNull(), action->objectName().isEmpty());
     // What needs a selection or a step to take back can't be chosen yet.
-    for (const char* name : {"actionUndo", "actionRedo", "actionActionDelete"})
+    for (const char* name : {"actionUndo", "actionRedo", "actionActionDelete", "actionCrop_Canvas",
+                             "actionFlipHorizontal"})
         EXPECT_FALSE(Action(name)->isEnabled()) << name;
 }
 
@@ -128,6 +157,18 @@ TEST_F(Window, WhatTheUserSetComesBack)
     EXPECT_EQ(Zoom(), "114%"_q);
     EXPECT_FALSE(Action("actionDisplay_Pixel_Grid")->isChecked());
     EXPECT_FALSE(Action("actionSnapToGrid")->isChecked());
+}
+
+TEST_F(Window, MenusOpenByTheirLetterBesideTheFieldsOfTheInspector)
+{
+    StartWith(Element({0.5, 0.5}, {0.12, 0.01}));
+    Trigger("actionSelect_All");
+    for (const QAction* menu : Find<QMenuBar>("menubar")->actions()) {
+        const QKeySequence letter = QKeySequence::mnemonic(menu->text());
+        Type(&View(), letter[0] & ~Qt::KeyboardModifierMask, Qt::AltModifier);
+        ASSERT_EQ(QApplication::activePopupWidget(), menu->menu()) << qPrintable(menu->text());
+        menu->menu()->close();
+    }
 }
 
 TEST_F(Window, PanelsAndToolBarComeBackAsTheyWereLeft)
