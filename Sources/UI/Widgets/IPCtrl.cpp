@@ -2,6 +2,7 @@
 #include "UI/Widgets/IPCtrl.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QFocusEvent>
 #include <QHBoxLayout>
@@ -135,26 +136,33 @@ bool IPCtrl::eventFilter(QObject* watched, QEvent* event)
         return QFrame::eventFilter(watched, event);
     if (event->type() == QEvent::KeyPress)
         HandleKey(**field, *static_cast<QKeyEvent*>(event));
-    // The mouse leaves a field without a key.
-    if (event->type() == QEvent::FocusOut &&
-        static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason)
-        IsOctetFinal(**field);
+    if (event->type() == QEvent::FocusOut) {
+        cameByItself_ = nullptr;
+        // The mouse leaves a field without a key.
+        if (static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason)
+            IsOctetFinal(**field);
+    }
     return false;
 }
 
 void IPCtrl::HandleKey(QLineEdit& field, const QKeyEvent& key)
 {
+    // Shift moves nothing by itself: the X that it makes belongs to this field.
+    if (IsModifier(key.key()))
+        return;
     const int cursor = field.cursorPosition();
     const bool isEmpty = field.text().isEmpty();
+    const bool dotIsPast = std::exchange(cameByItself_, nullptr) == &field;
     switch (key.key()) {
     case Qt::Key_Comma:
     case Qt::Key_Period:
-        MoveToNext(field);
+        if (!dotIsPast)
+            MoveToNext(field);
         return;
     case Qt::Key_0:
         if (isEmpty || field.text() == QLatin1String("0")) {
             field.setText(QStringLiteral("0"));
-            MoveToNext(field);
+            MoveOnByItself(field);
         }
         break;
     case Qt::Key_Backspace:
@@ -172,9 +180,7 @@ void IPCtrl::HandleKey(QLineEdit& field, const QKeyEvent& key)
             MoveToNext(field);
         return;
     default:
-        // Shift moves nothing by itself: the X that it makes belongs to this field.
-        if (IsModifier(key.key()))
-            return;
+        break;
     }
     emit signalTextChanged(&field);
 }
@@ -186,7 +192,14 @@ void IPCtrl::slotTextChanged(QLineEdit* field)
     const bool isDone = IsOctetFinal(*field) || isFull;
     // The key itself may have taken the focus elsewhere, as Shift+Tab does.
     if (isDone && field->hasFocus())
-        MoveToNext(*field);
+        MoveOnByItself(*field);
+}
+
+void IPCtrl::MoveOnByItself(QLineEdit& field)
+{
+    MoveToNext(field);
+    if (!field.hasFocus())
+        cameByItself_ = Neighbour(field, +1);
 }
 
 void IPCtrl::MoveToNext(QLineEdit& field)

@@ -54,6 +54,8 @@ private:
     void AddField(int place);
     void HandleKey(QLineEdit& field, const QKeyEvent& key);
     void MoveToNext(QLineEdit& field);
+    /// The same without a key that asks for it.
+    void MoveOnByItself(QLineEdit& field);
     void MoveToPrevious(QLineEdit& field);
     void FocusFirstEditable();
     /// Null at the ends.
@@ -61,4 +63,7 @@ private:
     [[nodiscard]] QString Joined(const QString& forEmpty) const;
 
     std::array<QLineEdit*, 4> fields_{};
+    /// The field that got the focus because the one before it was full; a dot that comes next was
+    /// meant for that one. Null otherwise.
+    const QLineEdit* cameByItself_ = nullptr;
 };

@@ -63,8 +63,13 @@ TEST(AddressTest, TypingMovesOnWhereAFieldIsDone)
              {"X.X.X.X", "19,7.255", "19.7.X.X", 4},   // 255 is open
              {"X.X.X.X", "1.2.3.100", "1.2.3.100", 4}, // the last has nowhere to go
              {"X.X.X.X", "100x", "100.X.X.X", 3},
-             {"...", "0005", "0.0.0.5", 4}, // a 0 is a whole octet in an empty field
-             {"...", ".@", "X.X..", 3},     // what is left empty is open
+             // A dot behind a field that was left by itself skips nothing.
+             {"X.X.X.X", "172.16.", "172.16.X.X", 3},
+             {"X.X.X.X", "192!,168!,0!,7", "192.168.0.7", 4},
+             {"X.X.X.X", "172..", "172.X.X.X", 3},
+             {"X.X.X.X", "172<^.9", "172.9.X.X", 2}, // it was left again meanwhile
+             {"...", "0005", "0.0.0.5", 4},          // a 0 is a whole octet in an empty field
+             {"...", ".@", "X.X..", 3},              // what is left empty is open
              {"2.255.255.0", "", "2.X.X.0", 1},
              {"2.255.0.1", "!", "2.X.0.1", 1},
              // The cursor leaves a field at its ends, with all of the next one selected.
