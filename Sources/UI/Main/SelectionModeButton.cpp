@@ -2,8 +2,30 @@
 #include "UI/Main/SelectionModeButton.h"
 
 #include <QMenu>
+#include <QPainter>
+#include <QStyle>
 
 #include "Model/DeviceManager.h"
+#include "UI/Widgets/DeskLook.h"
+
+namespace {
+
+/// The same icon in one colour, for a ground on which its own would not be seen.
+QIcon InColour(const QIcon& icon, const QColor& colour)
+{
+    QIcon result;
+    for (const QSize& size : icon.availableSizes()) {
+        QPixmap picture = icon.pixmap(size);
+        QPainter painter(&picture);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(picture.rect(), colour);
+        painter.end();
+        result.addPixmap(picture);
+    }
+    return result;
+}
+
+} // namespace
 
 SelectionModeButton::SelectionModeButton(DeviceManager& manager, QWidget& window)
     : QToolButton(&window)
@@ -50,5 +72,16 @@ SelectionModeButton::SelectionModeButton(DeviceManager& manager, QWidget& window
 void SelectionModeButton::SetMode(int mode)
 {
     manager_.selectionMode = mode;
-    setDefaultAction(modes_[static_cast<std::size_t>(mode)]);
+    QAction* chosen = modes_[static_cast<std::size_t>(mode)];
+    setDefaultAction(chosen);
+    // Nobody shall begin a show with this on: the whole button says so, from across the desk.
+    const bool marks = mode != 0;
+    if (marks)
+        setIcon(InColour(chosen->icon(), WarningInk()));
+    setAccessibleDescription(marks ? tr("On: the selected fixtures don't show the picture")
+                                   : QString());
+    setProperty("warns", marks);
+    // A style sheet reads a property only when the widget is polished.
+    style()->unpolish(this);
+    style()->polish(this);
 }

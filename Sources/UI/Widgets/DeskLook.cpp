@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Widgets/DeskLook.h"
 
-#include <QColor>
-
 namespace {
 
 // Names for the few colours there are. The lists are nearly black: the red and the orange of an
@@ -20,6 +18,9 @@ QToolBar QToolButton:hover { background: #3a3d43; border-color: #3a3d43; }
 QToolBar QToolButton:checked { background: #17435c; border-color: #66bfef; }
 QToolBar QToolButton:pressed { background: #17435c; }
 QToolBar QToolButton:focus { border-color: #66bfef; }
+QToolBar QToolButton[warns="true"] { background: #ffb347; border-color: #ffb347; }
+QToolBar QToolButton[warns="true"]:hover { background: #ffc266; }
+QToolBar QToolButton[warns="true"]:focus { border-color: #eceef0; }
 QToolBar QToolButton:disabled { background: #55575b; border-color: #55575b; }
 QToolBar QToolButton[popupMode="2"] { padding-right: 14px; }
 QToolBar #qt_toolbar_ext_button { background: #66bfef; border: none; padding: 0; min-width: 0; }
@@ -137,4 +138,19 @@ QPalette DeskPalette()
     palette.setColor(QPalette::Disabled, QPalette::Text, faded);
     palette.setColor(QPalette::PlaceholderText, faded);
     return palette;
+}
+
+QColor TroubleColour()
+{
+    return {0xff, 0x5a, 0x4d};
+}
+
+QColor WarningColour()
+{
+    return {0xff, 0xb3, 0x47};
+}
+
+QColor WarningInk()
+{
+    return {0x0c, 0x0d, 0x0f};
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QColor>
 #include <QPalette>
 #include <QString>
 
@@ -12,3 +13,8 @@
 /// The same colours for what no style sheet reaches: boxes without a parent, and the style's own
 /// lines.
 [[nodiscard]] QPalette DeskPalette();
+
+/// What is in trouble, on a dark ground; what needs attention; and what stands on the latter.
+[[nodiscard]] QColor TroubleColour();
+[[nodiscard]] QColor WarningColour();
+[[nodiscard]] QColor WarningInk();

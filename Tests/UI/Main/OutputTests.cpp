@@ -8,6 +8,7 @@
 #include "Support/Stage.h"
 #include "UI/Editor/MappingRectangle.h"
 #include "UI/Main/Desk.h"
+#include "UI/Widgets/DeskLook.h"
 #include "UI/Widgets/LedIndicator.h"
 
 namespace {
@@ -93,6 +94,17 @@ protected:
             return in->IsOn();
         });
     }
+    /// Whether most of the button that chooses the mark of the selection is amber.
+    [[nodiscard]] bool SelectionButtonWarns() const
+    {
+        const QImage picture = Find<QToolButton>("selectionModeButton")->grab().toImage();
+        int amber = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                amber += picture.pixelColor(x, y) == WarningColour() ? 1 : 0;
+        }
+        return amber * 2 > picture.width() * picture.height();
+    }
     void Pick(const char* name, const char* entry) const
     {
         Support::Pick(*Find<QComboBox>(name), entry);
@@ -132,7 +144,9 @@ TEST_F(Output, ADroppedFixtureIsSentAtOnceAtItsAddressInItsColours)
     // It follows the mouse, shows that it is selected, and is no longer sent when it is taken back.
     Drag({50, 30}, {80, 30});
     EXPECT_TRUE(Comes(208, Pixels(12, 30, 40, 250)));
+    EXPECT_FALSE(SelectionButtonWarns());
     Trigger("actionSelectionMode_Solid");
+    EXPECT_TRUE(SelectionButtonWarns());
     Channels both = halves; // The one before isn't selected.
     std::ranges::copy(Pixels(12, 0, 255, 0), std::back_inserter(both));
     EXPECT_TRUE(Comes(172, both));
@@ -141,7 +155,9 @@ TEST_F(Output, ADroppedFixtureIsSentAtOnceAtItsAddressInItsColours)
         EXPECT_TRUE(Comes(208, flash));
     EXPECT_EQ(Find<QToolButton>("selectionModeButton")->defaultAction(),
               Action("actionSelectionMode_Flash"));
+    EXPECT_TRUE(SelectionButtonWarns());
     Trigger("actionSelectionMode_None");
+    EXPECT_FALSE(SelectionButtonWarns());
     Type(&View(), Qt::Key_Backspace);
     EXPECT_TRUE(Comes(208, black));
     Trigger("actionUndo");
