@@ -41,6 +41,13 @@ UniverseMerging::UniverseMerging(bool on, std::uint32_t fromSubnet, std::uint32_
     SetToStartUniverse(toUniverse);
 }
 
+UniverseMerging UniverseMerging::OfNewDocument()
+{
+    UniverseMerging merging;
+    merging.SetToStartSubnet(1);
+    return merging;
+}
+
 void UniverseMerging::SetFromStartSubnet(std::uint32_t value)
 {
     StoreNibble(fromStartSubnet, value);

@@ -22,6 +22,8 @@ public:
     static constexpr std::int32_t MaxConsecutiveUniverses = 64;
 
     UniverseMerging() = default;
+    /// What a document begins with: the runs don't overlap, so that the merger can be switched on.
+    [[nodiscard]] static UniverseMerging OfNewDocument();
     /// A value out of its range leaves that field at its default.
     UniverseMerging(bool on, std::uint32_t fromSubnet, std::uint32_t fromUniverse,
                     std::int32_t consecutive, std::uint32_t toSubnet, std::uint32_t toUniverse,

@@ -74,7 +74,7 @@ void MappedDeviceModel::Clear()
         emit mappingsChanged();
     }
     SetUpColumns();
-    merging = UniverseMerging();
+    merging = UniverseMerging::OfNewDocument();
 }
 
 // ---- Elements ----------------------------------------------------------------------------------

@@ -53,7 +53,7 @@ public:
     explicit MappedDeviceModel(QObject* parent = nullptr);
     ~MappedDeviceModel() override;
 
-    /// Empties the table and resets the merger. Name, canvas, ways of sending and version stay.
+    /// Empties the table; the merger is that of a new document. Name, canvas, ways of sending and version stay.
     void Clear();
 
     /// 0, or -1 when the file can't be read or a required value is missing; the table is then empty
@@ -181,7 +181,7 @@ private:
     int versionMinor = 0;
     int canvasWidth = 100;
     int canvasHeight = 100;
-    UniverseMerging merging;
+    UniverseMerging merging = UniverseMerging::OfNewDocument();
     bool autoUnicast = false;
     bool artSync = false;
     std::wstring name = L"Untitled";

@@ -88,8 +88,7 @@ int MappedDeviceModel::Load(const XmlFile& file, const DeviceModel& library, Man
     if (!ReadHeader(*mapping, header))
         return -1;
     StoreHeader(*mapping, std::move(header));
-    if (const auto settingsOfFile = UniverseMerging::FromXml(document))
-        merging = *settingsOfFile;
+    merging = UniverseMerging::FromXml(document).value_or(UniverseMerging());
     ReadElements(*mapping, library);
     ++revision_;
     emit mappingsChanged();

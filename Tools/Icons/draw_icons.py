@@ -14,7 +14,6 @@ BITMAPS = ROOT / "Resources/Bin/bitmaps"
 INK, ACCENT = "#eceef0", "#66bfef"
 SIZE = 24
 OTHER_SIZES = {"merge_button": 32, "arrow_up": 10, "arrow_down": 10}
-GRAPH = (420, 92)
 
 
 def ink(path, **more):
@@ -115,33 +114,6 @@ def cloth():
     return parts
 
 
-def universe(x, y, name, colours):
-    """One universe as a tile, with a line in the colour of each source that is in it."""
-    parts = [f'<rect x="{x}" y="{y}" width="36" height="24" rx="3" fill="#2e3136"/>', text(x + 18, y + 14, name)]
-    width = 28 / len(colours)
-    for i, colour in enumerate(colours):
-        parts.append(f'<rect x="{x + 4 + i * width}" y="{y + 18}" width="{width}" height="3" fill="{colour}"/>')
-    return parts
-
-
-def text(x, y, words, anchor="middle", colour=INK):
-    return (f'<text x="{x}" y="{y}" font-family="DejaVu Sans" font-size="11" text-anchor="{anchor}" '
-            f'fill="{colour}">{words}</text>')
-
-
-def merger_graph():
-    """Two sources on the same run of universes, joined onto another run."""
-    parts = [f'<rect width="{GRAPH[0]}" height="{GRAPH[1]}" rx="4" fill="#141518"/>']
-    parts += [text(139, 17, "Merge From"), text(343, 30, "Merge To")]
-    for y, words, colour in [(24, "DMX Input", INK), (58, "Pixel Weft", ACCENT)]:
-        parts.append(text(12, y + 16, words, "start", colour))
-        for i in range(3):
-            parts += universe(81 + 40 * i, y, f"0/{i}", [colour])
-    for i in range(3):
-        parts += universe(285 + 40 * i, 37, f"1/{i}", [INK, ACCENT])
-    return parts + [ink("M204 36h12l18 13"), accent("M204 70h12l18-21"), ink("M234 49h41 M269 43l6 6-6 6")]
-
-
 def svg(parts, width=24, height=24):
     return (f'<svg xmlns="http://www.w3.org/2000/svg" width="{width}" height="{height}" '
             f'viewBox="0 0 {width} {height}">\n'
@@ -164,9 +136,6 @@ def main():
         source.write_text(svg(parts))
         size = OTHER_SIZES.get(name, SIZE)
         render(source, BITMAPS / f"icon_{name}", size, size)
-    source = SOURCES / "merger_graph.svg"
-    source.write_text(svg(merger_graph(), *GRAPH))
-    render(source, BITMAPS / "merger_graph", *GRAPH)
     source = SOURCES / "PixelWeft.svg"
     source.write_text(svg(cloth()))
     render(source, ROOT / "Resources/PixelWeft", 128, 128)

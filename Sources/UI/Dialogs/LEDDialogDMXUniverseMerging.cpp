@@ -12,6 +12,7 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include "UI/Dialogs/MergerPicture.h"
 #include "UI/Widgets/InputFieldEnterFilter.h"
 
 namespace {
@@ -20,7 +21,6 @@ constexpr int LastOfSixteen = 15;
 constexpr int Spacing = 4;
 constexpr QMargins GroupMargins(8, 2, 8, 6);
 constexpr QSize ToggleIcon(32, 32);
-constexpr QSize GraphSize(420, 92);
 constexpr QSize WarningIcon(32, 32);
 
 QGroupBox* MakeGroup(const QString& name, const QString& title)
@@ -203,17 +203,14 @@ QGroupBox* LEDDialogDMXUniverseMerging::MakeExplanation()
                            tr("Merge both DMX Input and Pixel Weft from one range of universes and "
                               "output to another range of universes."));
     text->setWordWrap(true);
-    QLabel* graph = MakeLabel(QStringLiteral("graphLabel"), QString());
-    graph->setFixedSize(GraphSize);
-    graph->setScaledContents(true);
-    const QIcon picture(QStringLiteral(":/bitmaps/Bin/bitmaps/merger_graph.png"));
-    graph->setPixmap(picture.pixmap(GraphSize)); // as sharp as the screen
+    picture_ = new MergerPicture;
+    picture_->setObjectName(QStringLiteral("mergerPicture"));
 
     auto* layout = new QVBoxLayout(group);
     layout->setSpacing(Spacing);
     layout->setContentsMargins(GroupMargins);
     layout->addWidget(text);
-    layout->addWidget(graph, 0, Qt::AlignHCenter);
+    layout->addWidget(picture_, 0, Qt::AlignHCenter);
     return group;
 }
 
@@ -324,4 +321,5 @@ void LEDDialogDMXUniverseMerging::CheckOverlap()
     buttonBox->button(QDialogButtonBox::Ok)->setEnabled(!overlaps);
     buttonBox->button(QDialogButtonBox::Apply)->setEnabled(!overlaps);
     universeOverlapWarning->setVisible(overlaps);
+    picture_->Show(merging_);
 }

@@ -6,6 +6,7 @@
 #include "FixtureModel/UniverseMerging.h"
 #include "UI/Dialogs/FixedDialog.h"
 
+class MergerPicture;
 class QAbstractButton;
 class QFormLayout;
 class QGroupBox;
@@ -67,6 +68,7 @@ private:
     QSpinBox* FromStartSubnet = nullptr;
     QLabel* mergerStatusLabel = nullptr;
     QLabel* universeOverlapWarning = nullptr;
+    MergerPicture* picture_ = nullptr;
     QGroupBox* DMXSourceGroup = nullptr;
     QRadioButton* DMXSourcePixelWeft = nullptr;
     QRadioButton* DMXSourceReelCommand = nullptr;

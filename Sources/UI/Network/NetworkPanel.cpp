@@ -148,7 +148,7 @@ void NetworkPanel::AddMerger()
     connect(mergerToggle_, &QAction::toggled, this, &NetworkPanel::ActionToggleMergingUniverses);
     QAction* settings = AddMergerAction("actionMergerSettings", "icon_gear.png",
                                         tr("Merger properties"), tr("Merger properties..."));
-    settings->setEnabled(parts_.preferences.mode != ApplicationMode::NoHost);
+    settings->setEnabled(CanSetUpMerger());
     connect(settings, &QAction::triggered, this, &NetworkPanel::ActionMergingUniversesSettings);
     ShowMerging();
 }
@@ -278,18 +278,27 @@ void NetworkPanel::dmxSenderChanged(int sender)
 
 void NetworkPanel::ShowMerging()
 {
+    const UniverseMerging& merging = parts_.manager.GetMappedDeviceModel()->GetMerging();
     const QSignalBlocker silent(mergerToggle_);
-    mergerToggle_->setChecked(parts_.manager.GetMappedDeviceModel()->GetMerging().IsEnabled());
+    mergerToggle_->setChecked(merging.IsEnabled());
+    // Without a host there are no settings to open: the ranges are those of the file.
+    const bool isStuck = !CanSetUpMerger() && !merging.IsEnabled() && merging.RangesOverlap();
+    mergerToggle_->setEnabled(!isStuck);
+    mergerToggle_->setToolTip(isStuck ? tr("The merger's ranges in this document overlap")
+                                      : tr("Toggle merger on/off"));
 }
 
 void NetworkPanel::ActionToggleMergingUniverses(bool checked)
 {
-    MappedDeviceModel& document = *parts_.manager.GetMappedDeviceModel();
-    UniverseMerging merging = document.GetMerging();
+    UniverseMerging merging = parts_.manager.GetMappedDeviceModel()->GetMerging();
     merging.SetEnabled(checked);
-    document.SetMerging(merging);
-    parts_.manager.SetDocumentDirty(true);
-    parts_.choice.updateArtNetOutput();
+    if (!checked || !merging.RangesOverlap()) {
+        CommitMerging(merging);
+        return;
+    }
+    // The nodes of a range would be sent the desk's channels and ours in turn.
+    ShowMerging();
+    SetUpMerger(merging);
 }
 
 void NetworkPanel::CommitMerging(const UniverseMerging& merging)
@@ -306,8 +315,13 @@ void NetworkPanel::CommitMerging(const UniverseMerging& merging)
 
 void NetworkPanel::ActionMergingUniversesSettings()
 {
+    SetUpMerger(parts_.manager.GetMappedDeviceModel()->GetMerging());
+}
+
+void NetworkPanel::SetUpMerger(const UniverseMerging& proposed)
+{
     const UniverseMerging original = parts_.manager.GetMappedDeviceModel()->GetMerging();
-    const auto dialog = MakeMergingDialog(original);
+    const auto dialog = MakeMergingDialog(proposed);
     if (!dialog)
         return;
     connect(dialog.get(), &LEDDialogDMXUniverseMerging::apply, this,
@@ -316,6 +330,11 @@ void NetworkPanel::ActionMergingUniversesSettings()
             &LEDDialogDMXUniverseMerging::ArtNetDMXInputSettingsChanged);
     const bool accepted = dialog->exec() == QDialog::Accepted;
     CommitMerging(accepted ? dialog->GetUniverseMerging() : original);
+}
+
+bool NetworkPanel::CanSetUpMerger() const
+{
+    return parts_.preferences.mode != ApplicationMode::NoHost;
 }
 
 std::unique_ptr<LEDDialogDMXUniverseMerging>

@@ -82,6 +82,9 @@ private:
     void ShowState(bool connected);
     [[nodiscard]] std::unique_ptr<LEDDialogDMXUniverseMerging>
     MakeMergingDialog(const UniverseMerging& merging) const;
+    /// Shows the settings with these as a start. What the operator doesn't accept is taken back.
+    void SetUpMerger(const UniverseMerging& proposed);
+    [[nodiscard]] bool CanSetUpMerger() const;
     void CommitMerging(const UniverseMerging& merging);
 
     Parts parts_;

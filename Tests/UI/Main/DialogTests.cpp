@@ -166,6 +166,9 @@ TEST(MergingDialogTest, OverlappingRunsCanNotBeConfirmed)
         EXPECT_EQ(buttons.button(QDialogButtonBox::Apply)->isEnabled(), confirmable);
         EXPECT_EQ(In<QLabel>(dialog, "universeOverlapWarning").isVisible(), !confirmable);
     }
+    EXPECT_TRUE(In<QWidget>(dialog, "mergerPicture")
+                    .accessibleDescription()
+                    .contains("on 2/9 - 2/13, merged and sent on 2/4 - 2/8"_q));
     EXPECT_EQ(dialog.GetUniverseMerging(), UniverseMerging(false, 2, 9, 5, 2, 4, OurSource));
     // The ends of the spin boxes are those of the settings.
     for (auto* box : dialog.findChildren<QSpinBox*>())

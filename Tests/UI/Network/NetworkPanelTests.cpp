@@ -268,6 +268,29 @@ TEST_F(Panel, TheMergerIsSetUpAppliedAndTakenBack)
     toggle.trigger();
     expect(true, false, 7);
 
+    // While the runs overlap it opens the settings instead, where it is on once they don't.
+    inDialog([&](QDialog& dialog) {
+        setUp(dialog, 9);
+        dialog.findChild<QSpinBox*>("FromStartUniverse"_q)->setValue(1);
+        dialog.accept();
+    });
+    EXPECT_TRUE(TakeDirty());
+    UniverseMerging overlapping = document.GetMerging();
+    overlapping.SetConsecutiveUniverses(64);
+    overlapping.SetEnabled(false);
+    manager.GetMappedDeviceModel()->SetMerging(overlapping);
+    panel->ShowMerging();
+    log.Clear();
+    for (const bool mends : {false, true}) {
+        person.Will([&](QDialog& dialog) {
+            expect(false, false, 9);
+            dialog.findChild<QSpinBox*>("ConsecutiveUniverses"_q)->setValue(mends ? 8 : 64);
+            mends ? dialog.accept() : dialog.reject();
+        });
+        toggle.trigger();
+        expect(mends, mends, 9);
+    }
+
     // Beside ReelCommand the dialog offers the host's input, as the host reports it.
     preferences.mode = ApplicationMode::BesideReelCommand;
     preferences.artNetIPAddress = L"2.0.0.5";
