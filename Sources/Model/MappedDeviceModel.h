@@ -53,7 +53,8 @@ public:
     explicit MappedDeviceModel(QObject* parent = nullptr);
     ~MappedDeviceModel() override;
 
-    /// Empties the table; the merger is that of a new document. Name, canvas, ways of sending and version stay.
+    /// Empties the table; the merger is that of a new document. Name, canvas, ways of sending and
+    /// version stay.
     void Clear();
 
     /// 0, or -1 when the file can't be read or a required value is missing; the table is then empty

@@ -208,7 +208,8 @@ void EventPace::Deliver(QObject& receiver, QEvent& event)
         // program: a wheel's goes on to a parent only then.
         QCoreApplication::instance()->notify(&receiver, &event);
     }
-    // What it left for the event loop belongs to it: the scene, for one, does half of an edit there.
+    // What it left for the event loop belongs to it: the scene, for one, does half of an edit
+    // there.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
     if (!stillThere)
         return;
