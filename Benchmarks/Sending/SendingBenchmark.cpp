@@ -7,7 +7,9 @@
 //     silent ones, through the service and through one plain socket;
 //   - the same under a flood of forged packets.
 // It puts itself on a private network first, so no packet leaves the machine. `SendingBenchmark
-// flood SECONDS` only floods the network that it is started on, for program_flood.py.
+// flood SECONDS` only floods the network that it is started on, for program_flood.py, and
+// `SendingBenchmark bare UNIVERSES PIXELS` is the bare loop of program_cpu.py: it samples and sends
+// until it is ended.
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -312,6 +314,33 @@ void WatchFlood()
     Print("flood, the service", Watch(Through(client), 0, 400));
 }
 
+/// The least that a frame takes: pixels by a table of places in a picture, and a sendto for each
+/// universe by broadcast, 40 times a second.
+void SendBarely(int universes, int pixels)
+{
+    constexpr std::size_t pictureSize = 32 * 16 * 3;
+    const Bytes picture(pictureSize, 77);
+    std::vector<std::uint32_t> places;
+    for (int i = 0; i < universes * pixels; ++i)
+        places.push_back(static_cast<std::uint32_t>(i) * 7 % (pictureSize / 3) * 3);
+    Bytes packet = Dmx(0, Bytes(static_cast<std::size_t>(3 * pixels), 0));
+    const Socket socket(0, 0);
+    for (;;) {
+        Paced(1, [&] {
+            auto place = places.begin();
+            for (int universe = 0; universe < universes; ++universe) {
+                packet[14] = static_cast<std::uint8_t>(universe);
+                auto* channel = &packet[18];
+                for (int pixel = 0; pixel < pixels; ++pixel, ++place) {
+                    for (int colour = 2; colour >= 0; --colour)
+                        *channel++ = picture[*place + static_cast<std::uint32_t>(colour)];
+                }
+                socket.Send(Broadcast0, packet);
+            }
+        });
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -323,6 +352,8 @@ int main(int argc, char** argv)
         std::this_thread::sleep_for(std::chrono::seconds(std::stoi(argv[2])));
         return 0;
     }
+    if (argc == 4 && std::string(argv[1]) == "bare")
+        SendBarely(std::stoi(argv[2]), std::stoi(argv[3]));
     Zen::ArtNetService::SetGlobal(
         std::make_shared<Zen::ArtNetService>("Zentri PixelWeft", "#0001 [0001] Ready", false));
     {
