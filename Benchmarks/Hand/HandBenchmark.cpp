@@ -36,7 +36,6 @@
 #include "UI/Editor/WeftMapEditorScene.h"
 #include "UI/Editor/WeftMapEditorView.h"
 #include "UI/Main/WEFTMain.h"
-#include "UI/Widgets/DeskLook.h"
 
 // What QTest itself posts with: an event of the window system, from any thread.
 Q_GUI_EXPORT extern void qt_handleMouseEvent(QWindow* window, const QPointF& local,
@@ -325,7 +324,6 @@ int main(int argc, char** argv)
     home.UseAsHome();
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication application(argc, argv);
-    QApplication::setPalette(DeskPalette());
     Platform::UseUtf8TextAndPlainNumbers();
     Zen::ArtNetService::SetGlobal(
         std::make_shared<Zen::ArtNetService>("Zentri PixelWeft", "#0001 [0001] Ready", false));

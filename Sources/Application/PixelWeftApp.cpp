@@ -4,13 +4,11 @@
 #include <QStyleFactory>
 
 #include "Platform/Locale.h"
-#include "UI/Widgets/DeskLook.h"
 
 PixelWeftApp::Surroundings::Surroundings()
 {
     Platform::UseUtf8TextAndPlainNumbers();
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QApplication::setPalette(DeskPalette());
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 }
 

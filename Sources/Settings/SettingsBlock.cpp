@@ -16,6 +16,7 @@ const QLatin1String zoomFactorKey("zoomFactor");
 const QLatin1String zoomStyleKey("zoomStyle");
 const QLatin1String showGridKey("showGrid");
 const QLatin1String snapToGridKey("snapToGrid");
+const QLatin1String nightLookKey("nightLook");
 const QLatin1String lastDirectoryKey("lastDirectory");
 const QLatin1String networkKey("network");
 
@@ -50,6 +51,7 @@ QSettings* SettingsBlock::Load()
     zoomStyle = settings->value(zoomStyleKey).toInt();
     showGrid = settings->value(showGridKey, true).toBool();
     snapToGrid = settings->value(snapToGridKey, true).toBool();
+    nightLook = settings->value(nightLookKey, false).toBool();
     lastDirectory = settings->value(lastDirectoryKey).toString();
     LoadNetworkText();
     return settings.get();
@@ -79,6 +81,7 @@ void SettingsBlock::Save()
     settings->setValue(zoomStyleKey, zoomStyle);
     settings->setValue(showGridKey, showGrid);
     settings->setValue(snapToGridKey, snapToGrid);
+    settings->setValue(nightLookKey, nightLook);
     settings->setValue(lastDirectoryKey, lastDirectory);
     settings->setValue(networkKey, networkText);
     settings->sync();
@@ -92,6 +95,7 @@ QSettings* SettingsBlock::SaveInterfaceKeys()
     settings->setValue(zoomStyleKey, zoomStyle);
     settings->setValue(showGridKey, showGrid);
     settings->setValue(snapToGridKey, snapToGrid);
+    settings->setValue(nightLookKey, nightLook);
     settings->setValue(visualFileKey, visualFile);
     settings->setValue(networkKey, networkText);
     return settings.get();

@@ -43,6 +43,7 @@ public:
     bool showGrid = true;
     std::int32_t zoomStyle = 0; ///< the zoom follows 0 the cursor, 1 the selection
     bool snapToGrid = true;
+    bool nightLook = false;
     QString visualFile = QStringLiteral(":/Resources/DemoPicture.bmp");
     QString lastFile = QStringLiteral(":/wfm/Resources/DemoMapping.wfm");
     QString lastDirectory;

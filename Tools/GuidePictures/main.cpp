@@ -30,7 +30,6 @@
 #include "Platform/Locale.h"
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Main/WEFTMain.h"
-#include "UI/Widgets/DeskLook.h"
 
 namespace {
 
@@ -257,7 +256,6 @@ int main(int argc, char** argv)
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     const QApplication application(argc, argv);
-    QApplication::setPalette(DeskPalette());
     QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
     Platform::UseUtf8TextAndPlainNumbers();
     Zen::ArtNetService::SetGlobal(

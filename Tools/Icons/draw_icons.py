@@ -13,7 +13,7 @@ SOURCES = ROOT / "Resources/Icons"
 BITMAPS = ROOT / "Resources/Bin/bitmaps"
 INK, ACCENT = "#eceef0", "#66bfef"
 SIZE = 24
-OTHER_SIZES = {"merge_button": 32, "arrow_up": 10, "arrow_down": 10}
+OTHER_SIZES = {"merge_button": 32, "arrow_up": 10, "arrow_down": 10, "check": 12, "radio": 12}
 
 
 def ink(path, **more):
@@ -24,11 +24,12 @@ def accent(path, **more):
     return shape(path, ACCENT, **more)
 
 
-def shape(path, colour, fill=False, dash=None):
+def shape(path, colour, fill=False, dash=None, width=None):
     if fill:
         return f'<path d="{path}" fill="{colour}"/>'
     dashes = f' stroke-dasharray="{dash}"' if dash else ""
-    return f'<path d="{path}" stroke="{colour}"{dashes}/>'
+    wide = f' stroke-width="{width}"' if width else ""
+    return f'<path d="{path}" stroke="{colour}"{dashes}{wide}/>'
 
 
 def box(x, y, w, h):
@@ -91,6 +92,8 @@ ICONS = {
     "imageprev": mirrored(NEXT),
     "arrow_up": UP,
     "arrow_down": turned(UP, 180),
+    "check": [shape("M5 12.5l5 5L19.5 6.5", INK, width=3.5)],
+    "radio": [ink("M12 6.5a5.5 5.5 0 1 0 0 11a5.5 5.5 0 1 0 0-11z", fill=True)],
     "merge": [ink("M4 5.5h3l5 6.5h8 M4 18.5h3l5-6.5"), accent("M17 9l3 3-3 3")],
     "merge_button": [ink("M3 5.5h4.5l4.5 6.5 M3 18.5h4.5l4.5-6.5"), accent("M12 12h9 M17.5 8.5l3.5 3.5-3.5 3.5"),
                      accent("M12 10a2 2 0 1 0 0 4a2 2 0 1 0 0-4z", fill=True)],

@@ -14,6 +14,7 @@
 #include "UI/Editor/EditorDisplayState.h"
 #include "UI/Editor/ScrollbarStyle.h"
 #include "UI/Editor/WeftMapEditorScene.h"
+#include "UI/Widgets/DeskLook.h"
 
 namespace {
 
@@ -143,9 +144,16 @@ void WeftMapEditorView::UpdateBackground()
     // Exactly upright: a gradient that leans by a rounding is painted pixel by pixel, which is
     // slow.
     QLinearGradient gradient(0, mapToScene(0, 0).y(), 0, mapToScene(0, height()).y());
-    gradient.setColorAt(0, QColor(205, 209, 214));
-    gradient.setColorAt(1, QColor(186, 190, 194));
+    gradient.setColorAt(0, CurrentLook().surroundTop);
+    gradient.setColorAt(1, CurrentLook().surroundBottom);
     setBackgroundBrush(gradient);
+}
+
+void WeftMapEditorView::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::StyleChange)
+        UpdateBackground();
+    QGraphicsView::changeEvent(event);
 }
 
 void WeftMapEditorView::CanvasChanged()

@@ -13,6 +13,7 @@
 #include <QPainter>
 
 #include "UI/FixtureEditor/CellWords.h"
+#include "UI/Widgets/DeskLook.h"
 
 namespace {
 
@@ -25,10 +26,6 @@ constexpr std::size_t MostSingleCells = 64;
 /// From this side on a mark has an edge.
 constexpr int SideForEdges = 14;
 constexpr int CursorWidth = 2;
-const QColor MappedColour(Qt::red);
-const QColor EmptyColour(Qt::gray);
-const QColor OverlapColour(255, 230, 0);
-const QColor BeyondColour(0, 230, 255);
 
 /// How far left of a cell's centre its figure begins.
 int FigureOffset(int channel, int digitWidth)
@@ -58,12 +55,12 @@ void PaintFaults(QPainter& painter, const QRect& square, FixtureLayout::CellFaul
     if (fault.overlaps) {
         const int leg = std::clamp(side / 3, 4, 12);
         const QPoint corner(place.left() + place.width(), place.top());
-        painter.setBrush(OverlapColour);
+        painter.setBrush(CurrentLook().cellOverlap);
         painter.drawPolygon(QPolygon({corner, corner - QPoint(leg, 0), corner + QPoint(0, leg)}));
     }
     if (fault.beyond) {
         const int height = std::clamp(side / 6, 2, 5);
-        painter.setBrush(BeyondColour);
+        painter.setBrush(CurrentLook().cellBeyond);
         painter.drawRect(QRect(place.left(), place.bottom() + 1 - height, place.width(), height));
     }
 }
@@ -232,7 +229,8 @@ void ZenPixelMap::PaintCell(QPainter& painter, int cell) const
 {
     const QRect square = CellRect(cell).adjusted(1, 1, 0, 0);
     const auto index = static_cast<std::size_t>(cell);
-    painter.fillRect(square, channels_[index] != 0 ? MappedColour : EmptyColour);
+    const Look& look = CurrentLook();
+    painter.fillRect(square, channels_[index] != 0 ? look.cellMapped : look.cellEmpty);
     if (figuresFit_)
         PaintFigure(painter, cell, square);
     QRect gloss = square;
@@ -250,7 +248,7 @@ void ZenPixelMap::PaintFigure(QPainter& painter, int cell, const QRect& square) 
         return;
     const int left = square.left() - 1 + cellWidth / 2 - FigureOffset(channel, digitWidth);
     const int baseline = square.top() - 1 - fontSize / 2 + cellHeight / 2 + fontSize;
-    painter.setPen(Qt::black);
+    painter.setPen(CurrentLook().cellFigure);
     // In a font that is wider than Arial a figure may begin further left.
     painter.drawText(std::min(left, square.left() + room), baseline, figure);
 }

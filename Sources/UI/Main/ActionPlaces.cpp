@@ -50,7 +50,9 @@ constexpr std::array viewEntries = {"view_dockWidgetFixtureLibrary",
                                     "actionInspector",
                                     "view_toolBar",
                                     Separator,
-                                    "actionReset_Layout"};
+                                    "actionReset_Layout",
+                                    Separator,
+                                    "actionNight_Look"};
 constexpr std::array helpEntries = {"actionAbout"};
 
 constexpr std::array menuBar = {

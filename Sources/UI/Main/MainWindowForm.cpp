@@ -15,7 +15,6 @@
 #include "UI/Editor/WeftMapEditorView.h"
 #include "UI/Main/ActionPlaces.h"
 #include "UI/Widgets/ActionSet.h"
-#include "UI/Widgets/DeskLook.h"
 #include "UI/Widgets/FormScrollArea.h"
 
 namespace {
@@ -32,7 +31,6 @@ MainWindowForm::MainWindowForm(QMainWindow& window)
     window.resize(1210, 720);
     window.setWindowIcon(QIcon(QStringLiteral(":/bitmaps/PixelWeft.png")));
     window.setDockOptions(QMainWindow::AnimatedDocks | QMainWindow::AllowTabbedDocks);
-    window.setStyleSheet(DeskStyleSheet());
     window.menuBar()->setObjectName(QStringLiteral("menubar"));
     SetUpToolBar();
     SetUpCentre();

@@ -45,6 +45,7 @@
 #include "UI/Network/NodeList.h"
 #include "UI/TestPattern/LEDTestPatternControl.h"
 #include "UI/TestPattern/TestPatternPanel.h"
+#include "UI/Widgets/DeskLook.h"
 #include "UI/Widgets/Version.h"
 
 namespace {
@@ -80,6 +81,7 @@ WEFTMain::WEFTMain(OperatorBoxes& boxes)
     QCoreApplication::setOrganizationName(QStringLiteral("Zentri"));
     QCoreApplication::setOrganizationDomain(QStringLiteral("pixelweft.invalid"));
     QCoreApplication::setApplicationName(QStringLiteral("PixelWeft2"));
+    UseLook(settings_.nightLook ? NightLook() : GreyLook());
     form_ = std::make_unique<MainWindowForm>(*this);
     BuildTestPattern();
     BuildDocks();
@@ -209,6 +211,11 @@ void WEFTMain::AddActions()
     actions_.Add({.objectName = "actionReset_Layout",
                   .text = QT_TRANSLATE_NOOP("WEFTMain", "&Reset Layout")},
                  this, &WEFTMain::ActionResetLayout);
+    QAction* night = actions_.Add({.objectName = "actionNight_Look",
+                                   .text = QT_TRANSLATE_NOOP("WEFTMain", "&Night Look"),
+                                   .checkable = true},
+                                  this, &WEFTMain::ActionNightLook);
+    night->setChecked(settings_.nightLook);
     actions_.Add({.objectName = "actionAbout", .text = QT_TRANSLATE_NOOP("WEFTMain", "&About")},
                  this, &WEFTMain::ActionAbout);
 }
@@ -401,6 +408,13 @@ void WEFTMain::ActionResetLayout()
 {
     form_->ResetLayout();
     inspector_->Panel().ActionInspector(true);
+}
+
+void WEFTMain::ActionNightLook(bool on)
+{
+    settings_.nightLook = on;
+    settings_.Save();
+    UseLook(on ? NightLook() : GreyLook());
 }
 
 void WEFTMain::ActionPreferences()

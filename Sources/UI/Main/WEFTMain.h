@@ -64,6 +64,7 @@ public slots:
     void ActionAbout();
     void ActionPreferences();
     void ActionResetLayout();
+    void ActionNightLook(bool on);
     void RemoveLocalFixturesAndReset();
     void SetTestPatternImage(QPixmap* picture);
 

@@ -2,8 +2,11 @@
 #include "UI/Widgets/LedIndicator.h"
 
 #include <QConicalGradient>
+#include <QEvent>
 #include <QPainter>
 #include <QRadialGradient>
+
+#include "UI/Widgets/DeskLook.h"
 
 LedIndicator::LedIndicator(QWidget* parent)
     : QWidget(parent)
@@ -49,6 +52,13 @@ void LedIndicator::paintEvent(QPaintEvent*)
     QPainter(this).drawPixmap(0, 0, pixmap);
 }
 
+void LedIndicator::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::StyleChange)
+        pixmaps_ = {};
+    QWidget::changeEvent(event);
+}
+
 QPixmap LedIndicator::Draw(bool on) const
 {
     constexpr double ringWidth = 3.0;
@@ -62,9 +72,10 @@ QPixmap LedIndicator::Draw(bool on) const
 
     const QRectF outside = QRectF(rect()).adjusted(2, 2, -2, -2);
     QConicalGradient ring(outside.center(), 90);
-    ring.setColorAt(0.2, QColor(70, 72, 76));
-    ring.setColorAt(0.5, QColor(176, 178, 182));
-    ring.setColorAt(0.8, QColor(70, 72, 76));
+    const Look& look = CurrentLook();
+    ring.setColorAt(0.2, look.lampRimDark);
+    ring.setColorAt(0.5, look.lampRimLight);
+    ring.setColorAt(0.8, look.lampRimDark);
     painter.setBrush(ring);
     painter.drawEllipse(outside);
 

@@ -13,7 +13,6 @@
 #include "Platform/Locale.h"
 #include "Support/Stage.h"
 #include "Support/TemporaryFolder.h"
-#include "UI/Widgets/DeskLook.h"
 
 int main(int argc, char** argv)
 {
@@ -24,7 +23,6 @@ int main(int argc, char** argv)
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     const QApplication application(argc, argv);
-    QApplication::setPalette(DeskPalette());
     QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9)); // what desktops have
     Platform::UseUtf8TextAndPlainNumbers();
     Zen::ArtNetService::SetGlobal(
