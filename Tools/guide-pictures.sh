@@ -1,21 +1,40 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
-# guide-pictures.sh [FOLDER]: takes the pictures of the README and of the user guide (into Docs/pictures, or
-# FOLDER), from the real window on a private network with two nodes at its other end.
+# guide-pictures.sh [--looks] [FOLDER]: takes the pictures of the README and of the user guide (into Docs/pictures, or
+# FOLDER), from the real window on a private network with two nodes at its other end. With --looks it takes them all,
+# and those of the dialogs, boxes and menus that the guide doesn't show, in both looks, at once and twice the size
+# (into build/looks, or FOLDER): to look at after a change of the window.
 set -eu
 cd "$(dirname "$0")/.."
-folder=$(realpath -m "${1:-Docs/pictures}")
+looks='' usual=Docs/pictures
+if [ "${1:-}" = --looks ]; then
+    looks=1 usual=build/looks
+    shift
+fi
+folder=$(realpath -m "${1:-$usual}")
 here=$PWD
+
+take() { # take SCALE FOLDER [LOOK]; the screen has room for every dialog
+    mkdir -p "$2"
+    SCREEN=3200x2000x24 PICTURE_AFTER=600 QT_SCALE_FACTOR=$1 Tools/headless.sh none build/release/guide-pictures "${@:2}"
+}
 
 if [ "${2:-}" = --inside ]; then
     "$STAGE_NET" rig build/release/rig answer -a 2.0.0.10 2.0.0.11 -u 0-3 --stride 4 --name "Demo node" &
     rig=$!
     trap 'kill $rig 2>/dev/null || true; wait $rig || true' EXIT
-    export QT_QPA_PLATFORM=offscreen
-    build/release/guide-pictures "$folder"
+    if [ -n "$looks" ]; then
+        for look in grey night; do
+            for scale in 1 2; do
+                take $scale "$folder/$look-${scale}x" $look
+            done
+        done
+        exit
+    fi
+    take 1 "$folder"
     # And one as on a screen of twice the pixels.
     twice=$(mktemp -d)
-    QT_SCALE_FACTOR=2 build/release/guide-pictures "$twice"
+    take 2 "$twice"
     mv "$twice/one-selected.png" "$folder/scaled.png"
     rm -r "$twice"
     exit
@@ -25,8 +44,8 @@ fi
 . Tools/setup.sh
 cmake --preset release >/dev/null
 cmake --build build/release --target guide-pictures rig >/dev/null
-mkdir -p "$folder"
-Tools/stage-net desk "$here/Tools/guide-pictures.sh" "$folder" --inside >build/guide-pictures.log 2>&1 || {
+Tools/stage-net desk "$here/Tools/guide-pictures.sh" ${looks:+--looks} "$folder" --inside \
+    >build/guide-pictures.log 2>&1 || {
     tail -n 15 build/guide-pictures.log >&2
     exit 1
 }

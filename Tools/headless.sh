@@ -3,7 +3,7 @@
 # headless.sh PICTURE COMMAND [ARG...]
 # Runs COMMAND on a virtual display of its own, takes a picture of the screen after a few seconds
 # (PICTURE_AFTER, default 5) and ends COMMAND. PICTURE_STAY=1 leaves it running until it ends itself
-# or this script is ended.
+# or this script is ended. SCREEN is the size and depth of the display, 1600x1000x24 if not set.
 set -u
 picture=$1
 shift
@@ -24,7 +24,7 @@ for s in HUP INT TERM; do
 done
 
 # -displayfd lets Xvfb find a free number, so that any number of these run side by side.
-Xvfb -displayfd 3 -screen 0 1600x1000x24 -nolisten tcp 3>"$work/number" 2>"$work/log" &
+Xvfb -displayfd 3 -screen 0 "${SCREEN:-1600x1000x24}" -nolisten tcp 3>"$work/number" 2>"$work/log" &
 xvfb=$!
 for _ in {1..100}; do
     [ -s "$work/number" ] && break

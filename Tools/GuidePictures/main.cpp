@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
-// guide-pictures FOLDER: takes the user guide's pictures of the real window into FOLDER, as a
-// person would who follows the guide. Tools/guide-pictures.sh runs it on a network of its own.
+// guide-pictures FOLDER [LOOK]: takes the user guide's pictures of the real window into FOLDER, as
+// a person would who follows the guide. With a LOOK, "grey" or "night", it takes them in that look,
+// and the dialogs, boxes and menus, too, that the guide doesn't show. Tools/guide-pictures.sh runs
+// it on a network of its own.
 #include <cstdlib>
 #include <functional>
 #include <iostream>
 #include <memory>
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
@@ -15,13 +18,16 @@
 #include <QFile>
 #include <QFont>
 #include <QGraphicsView>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPixmap>
+#include <QSettings>
 #include <QStyleFactory>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QToolTip>
 #include <QTreeView>
 
 #include "ArtNet/ZenArtNetService.h"
@@ -103,7 +109,8 @@ public:
         if (!box || box->findText(entry) < 0)
             return Fail(list);
         WillTakeDialog(name);
-        emit box->activated(box->findText(entry));
+        box->setCurrentIndex(box->findText(entry));
+        emit box->activated(box->currentIndex());
     }
     /// What opens behind this button.
     void TakeDialogOfButton(const QString& button, const QString& name, int tab = 0)
@@ -113,6 +120,48 @@ public:
             return Fail(button);
         WillTakeDialog(name, tab);
         found->click();
+    }
+    /// A box that opens by this call.
+    template <typename Ask>
+    void TakeBox(const QString& name, Ask ask)
+    {
+        WillTakeDialog(name);
+        WidgetBoxes boxes;
+        ask(boxes, window_.get());
+    }
+    /// The list of a menu or of a combo box, or a tool tip, while it is open.
+    void TakePopup(QWidget& popup, const QString& name) const
+    {
+        popup.show();
+        QTest::qWait(100);
+        Save(name, popup);
+        popup.hide();
+    }
+    void TakeMenu(const char* menu, const QString& name) const
+    {
+        auto* found = window_->findChild<QMenu*>(QLatin1String(menu));
+        if (!found)
+            return Fail(name);
+        TakePopup(*found, name);
+    }
+    void TakeToolTip(const QString& name) const
+    {
+        QToolTip::showText(window_->mapToGlobal(QPoint(50, 50)),
+                           QStringLiteral("Snap fixtures to the grid"), window_.get());
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->inherits("QTipLabel"))
+                Save(name, *widget); // at once: it goes by itself
+        }
+    }
+    void TakeList(const char* combo, const QString& name) const
+    {
+        auto* found = window_->findChild<QComboBox*>(QLatin1String(combo));
+        if (!found)
+            return Fail(name);
+        found->showPopup();
+        QTest::qWait(100);
+        Save(name, *found->view()->window());
+        found->hidePopup();
     }
     void SelectFixture(const QString& product) const
     {
@@ -125,12 +174,12 @@ public:
             return Fail(product);
         list->setCurrentIndex(found.front());
     }
-    void WillTakeDialog(const QString& name, int tab = 0)
+    void WillTakeDialog(const QString& name, int tab = 0, int tries = 10)
     {
-        QTimer::singleShot(300, window_.get(), [this, name, tab] {
+        QTimer::singleShot(300, window_.get(), [this, name, tab, tries] {
             auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             if (!dialog)
-                return Fail(name);
+                return tries > 0 ? WillTakeDialog(name, tab, tries - 1) : Fail(name);
             if (auto* tabs = dialog->findChild<QTabWidget*>())
                 tabs->setCurrentIndex(tab);
             Save(name, *dialog);
@@ -238,11 +287,43 @@ void FollowTheGuide(const QString& folder, const QString& data)
     photographer.TakeDialog(QStringLiteral("actionVersions"), QStringLiteral("versions"));
 }
 
+/// What the guide doesn't show.
+void TakeTheRest(const QString& folder)
+{
+    Photographer photographer(folder);
+    photographer.OpenWindow({1280, 760});
+    photographer.WaitForNodes();
+    photographer.TakeDialog(QStringLiteral("actionAbout"), QStringLiteral("about"));
+    photographer.TakeDialogOfEntry(QStringLiteral("networkCombo"), QStringLiteral("New..."),
+                                   QStringLiteral("ip-range"));
+    const QString text = QStringLiteral(
+        "Your current mapping has unsaved changes.\n\nAre you sure you want to import the mapping "
+        "and lose your changes?");
+    photographer.TakeBox(QStringLiteral("question"), [&](OperatorBoxes& boxes, QWidget* window) {
+        static_cast<void>(
+            boxes.Ask(window, QStringLiteral("Unsaved Mapping"), text, QMessageBox::Cancel));
+    });
+    photographer.TakeBox(QStringLiteral("warning"), [&](OperatorBoxes& boxes, QWidget* window) {
+        static_cast<void>(boxes.Confirm(window, QStringLiteral("Warning"), text));
+    });
+    photographer.TakeBox(QStringLiteral("no-parent"), [&](OperatorBoxes& boxes, QWidget*) {
+        boxes.Notify(nullptr, QStringLiteral("Network"), text);
+    });
+    photographer.TakeBox(QStringLiteral("open-file"), [](OperatorBoxes& boxes, QWidget* window) {
+        static_cast<void>(boxes.OpenFile(window, QStringLiteral("Import Mapping"), QString(),
+                                         QStringLiteral("Mapping files (*.wfm)")));
+    });
+    for (const char* menu : {"menuFile", "menuEdit", "menuView"})
+        photographer.TakeMenu(menu, QLatin1String(menu));
+    photographer.TakeList("networkCombo", QStringLiteral("networks"));
+    photographer.TakeToolTip(QStringLiteral("tool-tip"));
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    if (argc != 2 || !std::getenv("STAGE_NET")) {
+    if (argc < 2 || argc > 3 || !std::getenv("STAGE_NET")) {
         std::cerr << "Run Tools/guide-pictures.sh: it gives me a network of its own.\n";
         return 64;
     }
@@ -253,6 +334,7 @@ int main(int argc, char** argv)
     qputenv("XDG_DATA_HOME", data.toUtf8());
     qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toUtf8());
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     const QApplication application(argc, argv);
@@ -261,7 +343,14 @@ int main(int argc, char** argv)
     Zen::ArtNetService::SetGlobal(
         std::make_shared<Zen::ArtNetService>("Zentri PixelWeft", "#0001 [0001] Ready", false));
     Zen::DebugVariables::SetGlobal(std::make_shared<Zen::DebugVariables>());
-    FollowTheGuide(QString::fromLocal8Bit(argv[1]), data);
+    const QString folder = QString::fromLocal8Bit(argv[1]);
+    const QByteArray look = argv[2];
+    if (look == "night")
+        QSettings(QStringLiteral("Zentri"), QStringLiteral("PixelWeft3"))
+            .setValue(QStringLiteral("nightLook"), true);
+    FollowTheGuide(folder, data);
+    if (!look.isEmpty())
+        TakeTheRest(folder);
     Zen::DebugVariables::SetGlobal(nullptr);
     Zen::ArtNetService::SetGlobal(nullptr);
     Zen::Log::SetGlobal(nullptr);

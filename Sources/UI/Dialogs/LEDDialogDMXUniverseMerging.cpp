@@ -22,6 +22,8 @@ constexpr int Spacing = 4;
 constexpr QMargins GroupMargins(8, 2, 8, 6);
 constexpr QSize ToggleIcon(32, 32);
 constexpr QSize WarningIcon(32, 32);
+constexpr QSize DialogSize(467, 545);
+constexpr QSize SizeWithoutSource(467, 0); ///< as high as the rest is
 
 QGroupBox* MakeGroup(const QString& name, const QString& title)
 {
@@ -61,7 +63,7 @@ struct LEDDialogDMXUniverseMerging::Number
 
 LEDDialogDMXUniverseMerging::LEDDialogDMXUniverseMerging(const UniverseMerging& settings,
                                                          QWidget* parent)
-    : FixedDialog({467, 545}, parent)
+    : FixedDialog(SizeWithoutSource, parent)
     , merging_(settings)
 {
     Build();
@@ -73,7 +75,7 @@ LEDDialogDMXUniverseMerging::LEDDialogDMXUniverseMerging(const UniverseMerging& 
                                                          const QString& ownAddress,
                                                          const std::wstring& reelCommandAddress,
                                                          bool reelCommandOffers, QWidget* parent)
-    : FixedDialog({467, 545}, parent)
+    : FixedDialog(DialogSize, parent)
     , merging_(settings)
 {
     Build();
@@ -200,7 +202,7 @@ QGroupBox* LEDDialogDMXUniverseMerging::MakeExplanation()
 {
     auto* group = MakeGroup(QStringLiteral("groupBox"), tr("How It Works..."));
     auto* text = MakeLabel(QStringLiteral("explanationLabel"),
-                           tr("Merge both DMX Input and Pixel Weft from one range of universes and "
+                           tr("Merge both DMX Input and PixelWeft from one range of universes and "
                               "output to another range of universes."));
     text->setWordWrap(true);
     picture_ = new MergerPicture;

@@ -46,7 +46,7 @@ WEFTDialogPreferences::WEFTDialogPreferences(QWidget* parent)
     setObjectName(QStringLiteral("WEFTDialogPreferences"));
     setWindowTitle(tr("Preferences"));
 
-    auto* heading = new QLabel(tr("Pixel Weft Preferences"));
+    auto* heading = new QLabel(tr("PixelWeft Preferences"));
     heading->setObjectName(QStringLiteral("label_4"));
     QFont bold = heading->font();
     bold.setBold(true);

@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include <QAbstractItemView>
-#include <QBrush>
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStandardItemModel>
@@ -149,7 +148,7 @@ void NodeComboBox::Fill(const std::vector<Entry>& entries)
 
 void NodeComboBox::MarkMixedRow()
 {
-    setItemData(0, QBrush(Qt::lightGray, Qt::SolidPattern), Qt::BackgroundRole);
+    ColourMultipleItemsRow(*this);
     QStandardItem* row = qobject_cast<QStandardItemModel*>(model())->item(0);
     row->setFlags(row->flags() & ~Qt::ItemIsSelectable);
 }

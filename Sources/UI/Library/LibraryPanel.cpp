@@ -168,7 +168,7 @@ void LibraryPanel::ActionConfirmDeleteFixtureDialog()
     const QString text = tr("Are you sure you want to delete this fixture from the library?") +
                          tr("\n\nManufacturer: ") + QString::fromStdWString(fixture->manufacturer) +
                          tr("\nProduct: ") + QString::fromStdWString(product);
-    if (!parts_.boxes.Ask(&parts_.window, QString(), text, QMessageBox::Yes))
+    if (!parts_.boxes.Ask(&parts_.window, tr("Delete Fixture"), text, QMessageBox::Yes))
         return;
     // Behind the question the library may have been loaded again, without the fixture even, or a
     // document that uses it.

@@ -115,7 +115,7 @@ void WEFTMain::BuildParts()
     pace_ = std::make_unique<EventPace>(*frameLoop_);
     network_ = std::make_unique<NetworkChoice>(GetIPRange::Instance(), settings_, *deviceManager_,
                                                *engine_, [this](const QString& text) {
-                                                   notices_.Add({nullptr, QString(), text});
+                                                   notices_.Add({nullptr, tr("Network"), text});
                                                });
     preferences_ = std::make_unique<ExternalServerPreferences>();
     network_->SetHostPreferences(preferences_.get());
@@ -212,7 +212,7 @@ void WEFTMain::AddActions()
                   .text = QT_TRANSLATE_NOOP("WEFTMain", "&Reset Layout")},
                  this, &WEFTMain::ActionResetLayout);
     QAction* night = actions_.Add({.objectName = "actionNight_Look",
-                                   .text = QT_TRANSLATE_NOOP("WEFTMain", "&Night Look"),
+                                   .text = QT_TRANSLATE_NOOP("WEFTMain", "Ni&ght Look"),
                                    .checkable = true},
                                   this, &WEFTMain::ActionNightLook);
     night->setChecked(settings_.nightLook);
@@ -467,7 +467,7 @@ void WEFTMain::updateLEDEngine()
         engine_->CreateElements(document.GetCanvasWidth(), document.GetCanvasHeight());
     // Once, however often the document reports its changes.
     if (!created && !std::exchange(engineFailed_, true))
-        boxes_.Notify(this, QString(),
+        boxes_.Notify(this, tr("DMX Output Not Started"),
                       tr("The DMX output engine could not be initialised. Is there another "
                          "instance running?"));
     engineFailed_ = !created;

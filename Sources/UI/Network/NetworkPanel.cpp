@@ -20,6 +20,7 @@
 #include "UI/Dialogs/LedDialogAddIPrange.h"
 #include "UI/Network/NetworkChoice.h"
 #include "UI/Widgets/ActionSet.h"
+#include "UI/Widgets/DeskLook.h"
 #include "UI/Widgets/LedIndicator.h"
 #include "UI/Widgets/SteadyComboBox.h"
 
@@ -120,7 +121,7 @@ void NetworkPanel::AddSender()
 {
     AddLabel(tr(" Sender: "));
     senderCombo_ = AddCombo(parts_.toolBar, QStringLiteral("senderCombo"), tr("Sender"));
-    const QString ourselves = QStringLiteral("Pixel Weft");
+    const QString ourselves = QStringLiteral("PixelWeft");
     const QString host = ApplicationMode::Instance().HostName();
     senderCombo_->addItem(ourselves, ourselves);
     senderCombo_->addItem(host, host);
@@ -170,7 +171,7 @@ void NetworkPanel::RefillNetworks()
         networkCombo_->addItem(text, text);
         const int row = networkCombo_->count() - 1;
         if (!entry.connected)
-            networkCombo_->setItemData(row, QColor(Qt::lightGray), Qt::ForegroundRole);
+            networkCombo_->setItemData(row, CurrentLook().listTextFaded, Qt::ForegroundRole);
         networkCombo_->setItemData(row, AdaptersOf(entry), Qt::ToolTipRole);
         connected = connected || (text == chosen && entry.connected);
     }

@@ -33,7 +33,7 @@ constexpr auto Roles = std::to_array<Role>({
     {"list", &Look::list, 0x141518, 0x0b0c0e},
     {"listAlternate", &Look::listAlternate, 0x1a1b1f, 0x101114},
     {"listText", &Look::listText, 0xe2e4e7, 0xa9aeb4},
-    {"listTextFaded", &Look::listTextFaded, 0x9a9da3, 0x777b81},
+    {"listTextFaded", &Look::listTextFaded, 0xc0c0c0, 0x777b81},
     {"listLine", &Look::listLine, 0x2c2e33, 0x1f2125},
     {"scrollBar", &Look::scrollBar, 0x2c2e33, 0x0f1012},
     {"scrollHandle", &Look::scrollHandle, 0x6a6d73, 0x3a3d42},
@@ -54,6 +54,8 @@ constexpr auto Roles = std::to_array<Role>({
     {"caution", &Look::caution, 0xffb347, 0xc98a2e},
     {"trouble", &Look::trouble, 0xff5a4d, 0xdd5449},
     {"message", &Look::message, 0x0c0d0f, 0x08090a},
+    {"mixed", &Look::mixed, 0xc0c0c0, 0x2a2c31},
+    {"mixedText", &Look::mixedText, 0x0c0d0f, 0xa9aeb4},
     {"cellMapped", &Look::cellMapped, 0xff0000, 0x5c1f1a},
     {"cellEmpty", &Look::cellEmpty, 0xa0a0a4, 0x26282c},
     {"cellFigure", &Look::cellFigure, 0x000000, 0xb4b9bf},
@@ -135,6 +137,8 @@ QPushButton:focus { border-color: @accent; }
 QPushButton:checked:focus { border-color: @buttonText; }
 QPushButton:disabled { background: @faded; color: @fadedText; border-color: @faded; }
 
+QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }
+
 QLineEdit, QAbstractSpinBox, QComboBox { background: @field; color: @fieldText;
     border: 2px solid @fieldLine; border-radius: 3px; padding: 1px 3px;
     selection-background-color: @accent; selection-color: @accentText; }
@@ -202,12 +206,12 @@ QString ColourOf(const Look& look, const QString& name)
     qFatal("No colour of the look is named %s", qPrintable(name));
 }
 
-Look MakeLook(QRgb Role::*colour, double iconStrength)
+Look MakeLook(QRgb Role::*colour, double lampStrength)
 {
     Look look;
     for (const Role& role : Roles)
         look.*role.colour = QColor(role.*colour);
-    look.iconStrength = iconStrength;
+    look.lampStrength = lampStrength;
     return look;
 }
 
@@ -227,7 +231,7 @@ const Look& GreyLook()
 
 const Look& NightLook()
 {
-    static const Look look = MakeLook(&Role::night, 0.7);
+    static const Look look = MakeLook(&Role::night, 0.55);
     return look;
 }
 

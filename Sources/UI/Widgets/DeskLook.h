@@ -48,13 +48,16 @@ struct Look
     QColor fadedText;
 
     QColor accent;     ///< what is chosen or has the keyboard
-    QColor accentText; ///< on the accent
+    QColor accentText; ///< on the accent, and on the colour of caution
 
     // On dark grounds: lists, bars, fields and messages.
     QColor good;
     QColor caution; ///< works, and not as it should: amber
     QColor trouble; ///< doesn't work: red
     QColor message; ///< ground of a text in these colours inside of a window
+
+    QColor mixed; ///< the row of a list that stands for several values
+    QColor mixedText;
 
     QColor cellMapped; ///< of the pixel map
     QColor cellEmpty;
@@ -64,7 +67,7 @@ struct Look
 
     QColor lampRimDark;
     QColor lampRimLight;
-    double iconStrength = 1; ///< of the icons, which are drawn in light ink: above 0, at most 1
+    double lampStrength = 1; ///< share of its light that a lamp shows: above 0, at most 1
 
     bool operator==(const Look&) const = default;
 };

@@ -87,6 +87,7 @@ QPixmap LedIndicator::Draw(bool on) const
     glow.setColorAt(0.5, base.lighter(130));
     glow.setColorAt(1.0, base);
     painter.setBrush(glow);
+    painter.setOpacity(look.lampStrength);
     painter.drawEllipse(disc);
     return pixmap;
 }

@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "UI/Dialogs/LEDDialogDMXUniverseMerging.h"
+#include "UI/Dialogs/LEDDialogManualNode.h"
 #include "UI/Dialogs/LedDialogAddIPrange.h"
 #include "UI/Main/Desk.h"
+#include "UI/Widgets/DeskLook.h"
 
 namespace {
 
+/// As the eye takes it, 0 for black to 1 for white.
 double Luminance(const QColor& colour)
 {
     const auto linear = [](double share) {
@@ -15,6 +19,13 @@ double Luminance(const QColor& colour)
     };
     return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
            0.0722 * linear(colour.blueF());
+}
+
+double Contrast(const QColor& one, const QColor& other)
+{
+    const double a = Luminance(one) + 0.05;
+    const double b = Luminance(other) + 0.05;
+    return std::max(a, b) / std::min(a, b);
 }
 
 /// The contrast between the colour that covers most of a widget and the one that differs most from
@@ -33,9 +44,15 @@ double ContrastOf(QWidget& widget)
 
 constexpr double Legible = 4.5;
 
-/// Texts of a dialog can be read and are not clipped.
-void ExpectLegible(QDialog& dialog)
+/// The dialog is within the screen, its buttons are in sight, and its texts can be read and are not
+/// clipped.
+void ExpectInOrder(QDialog& dialog)
 {
+    SCOPED_TRACE(dialog.objectName().toStdString());
+    const QSize screen = dialog.screen()->availableSize();
+    EXPECT_TRUE(dialog.size().boundedTo(screen) == dialog.size());
+    for (auto* buttons : dialog.findChildren<QDialogButtonBox*>())
+        EXPECT_FALSE(QRegion(buttons->rect()) != buttons->visibleRegion());
     for (auto* widget : dialog.findChildren<QWidget*>()) {
         const std::string name = widget->objectName().toStdString();
         const auto* label = qobject_cast<QLabel*>(widget);
@@ -56,33 +73,129 @@ void ExpectLegible(QDialog& dialog)
     }
 }
 
-using Look = Desk;
+using WindowLook = Desk;
+
+using Colour = QColor Look::*;
+
+const std::array looks = {&GreyLook(), &NightLook()};
+
+/// Texts, and the grounds that each is written on.
+const std::vector<std::pair<Colour, std::vector<Colour>>> texts = {
+    {&Look::windowText, {&Look::window}},
+    {&Look::barText, {&Look::bar}},
+    {&Look::listText, {&Look::list, &Look::listAlternate}},
+    {&Look::fieldText, {&Look::field, &Look::buttonChosen}},
+    {&Look::buttonText, {&Look::button, &Look::buttonHover, &Look::buttonChosen, &Look::list}},
+    {&Look::fadedText, {&Look::faded}},
+    {&Look::accentText, {&Look::accent, &Look::caution}},
+    {&Look::good, {&Look::list, &Look::bar}},
+    {&Look::caution, {&Look::list, &Look::listAlternate, &Look::bar, &Look::field, &Look::message}},
+    {&Look::trouble, {&Look::list, &Look::listAlternate, &Look::bar, &Look::field, &Look::message}},
+    {&Look::mixedText, {&Look::mixed}},
+    {&Look::cellFigure, {&Look::cellMapped, &Look::cellEmpty}},
+};
+
+struct Faded
+{
+    Colour text;
+    Colour faded;
+    Colour ground;
+};
+const std::array fadedTexts = {
+    Faded{&Look::windowText, &Look::windowTextFaded, &Look::window},
+    Faded{&Look::barText, &Look::barTextFaded, &Look::bar},
+    Faded{&Look::listText, &Look::listTextFaded, &Look::list},
+    Faded{&Look::buttonText, &Look::fadedText, &Look::button},
+};
 
 } // namespace
 
-TEST_F(Look, DialogsAreLegibleInALargeFont)
+TEST(LookTable, TextsCanBeReadAndWhatIsFadedDiffers)
+{
+    for (const Look* look : looks) {
+        for (const auto& [text, grounds] : texts) {
+            for (const Colour ground : grounds) {
+                EXPECT_GE(Contrast(look->*text, look->*ground), Legible)
+                    << (look->*text).name().toStdString() << " on "
+                    << (look->*ground).name().toStdString();
+            }
+        }
+        for (const Faded& each : fadedTexts) {
+            const double faded = Contrast(look->*each.faded, look->*each.ground);
+            EXPECT_GE(faded, 2.0) << (look->*each.faded).name().toStdString();
+            EXPECT_GE(Contrast(look->*each.text, look->*each.ground), 1.3 * faded)
+                << (look->*each.faded).name().toStdString();
+        }
+    }
+}
+
+TEST_F(WindowLook, DialogsAreLegibleInALargeFontAndFitTheScreen)
 {
     const QFont usual = QApplication::font();
     QApplication::setFont(QFont("DejaVu Sans"_q, 14));
-    Start();
-    for (const char* action : {"actionCanvas_Size", "actionPreferences", "actionAbout"}) {
+    StartWith(Element({0.5, 0.5}, {0.18, 0.1}));
+    Trigger("actionSelect_All");
+    const auto look = [](QDialog& dialog) {
+        ExpectInOrder(dialog);
+        dialog.reject();
+    };
+    for (const bool night : {false, true}) {
+        UseLook(night ? NightLook() : GreyLook());
+        for (const char* action : {"actionCanvas_Size", "actionPreferences", "actionAbout",
+                                   "actionDuplicate_Element", "actionMergerSettings"})
+        {
+            person.Will(look);
+            Trigger(action);
+            ASSERT_TRUE(person.IsDone()) << action;
+        }
         person.Will([](QDialog& dialog) {
-            ExpectLegible(dialog);
-            dialog.reject();
+            ExpectInOrder(dialog);
+            dialog.accept();
         });
-        Trigger(action);
+        person.Will(look); // the editor
+        Find<QPushButton>("buttonCustomFixture")->click();
+        LedDialogAddIPrange range(window.get());
+        range.SetUpForEdit("222.222.222.222"_q);
+        LEDDialogDMXUniverseMerging merging({}, "192.168.123.123"_q, L"ALL", true, window.get());
+        LEDDialogManualNode node(
+            boxes, [](const QString&) { return QString(); }, window.get());
+        node.SetUpForEdit("Left of the stage"_q, "222.222.222.222"_q, "222.255.255.255"_q);
+        for (QDialog* dialog : std::initializer_list<QDialog*>{&range, &merging, &node}) {
+            dialog->show();
+            ExpectInOrder(*dialog);
+        }
     }
-    LedDialogAddIPrange range(window.get());
-    range.SetUpForEdit("222.222.222.222"_q);
-    LEDDialogDMXUniverseMerging merging({}, "192.168.123.123"_q, L"ALL", true, window.get());
-    for (QDialog* dialog : {static_cast<QDialog*>(&range), static_cast<QDialog*>(&merging)}) {
-        dialog->show();
-        ExpectLegible(*dialog);
-    }
+    UseLook(GreyLook());
     QApplication::setFont(usual);
 }
 
-TEST_F(Look, TheWindowIsLegibleOnASmallScreenAndNamesWhatAPersonUses)
+TEST_F(WindowLook, NightComesAtOnceAndIsRemembered)
+{
+    // What covers most of each part of the window.
+    const auto brightest = [this] {
+        double most = 0;
+        for (const char* name : {"menubar", "toolBar", "treeView", "mappedTreeView", "statusbar",
+                                 "objectInspectorPannel", "mappingEditorView", "zoomCombo"})
+        {
+            const QImage part = Find<QWidget>(name)->grab(QRect(0, 0, 8, 8)).toImage();
+            most = std::max(most, Luminance(part.pixelColor(4, 4)));
+        }
+        return most;
+    };
+    Start();
+    EXPECT_GT(brightest(), 0.2);
+    Trigger("actionNight_Look");
+    EXPECT_LT(brightest(), 0.02);
+    EXPECT_TRUE(Kept("nightLook").toBool());
+    UseLook(GreyLook());
+    Start();
+    EXPECT_LT(brightest(), 0.02);
+    EXPECT_TRUE(Action("actionNight_Look")->isChecked());
+    Trigger("actionNight_Look");
+    EXPECT_GT(brightest(), 0.2);
+}
+
+TEST_F(WindowLook, TheWindowIsLegibleOnASmallScreenAndNamesWhatAPersonUses)
 {
     StartWith(Element({0.5, 0.5}, {0.1, 0.1}));
     window->resize(1024, 600);

@@ -251,7 +251,7 @@ TEST_F(Output, WhatTheHostSendsWeDoNot)
     ASSERT_TRUE(hears(frames, 2));
     Pick("senderCombo", "LoomTap");
     EXPECT_TRUE(hears(ticksWithoutFrame, 12));
-    Pick("senderCombo", "Pixel Weft");
+    Pick("senderCombo", "PixelWeft");
     frames = 0;
     EXPECT_TRUE(hears(frames, 2));
 }
