@@ -90,7 +90,7 @@ class Life(stage.Case):
         self.assertTrue((self.home.data / "Zentri PixelWeft2" / "LEDFixtureLib.wfl").exists())
         self.assertEqual(
             '<UniverseMerging Enabled="0" FromStartSubnet="0" FromStartUniverse="0" ConsecutiveUniverses="1" '
-            'ToStartSubnet="0" ToStartUniverse="0" MergerDMXSource="PixelWeft" />\n<ManualNetworkNodes />\n'
+            'ToStartSubnet="1" ToStartUniverse="0" MergerDMXSource="PixelWeft" />\n<ManualNetworkNodes />\n'
             '<Mapping name="Untitled" version="1.0" resolution="100,100" autoUnicast="0" network="10.0.0.1" />\n',
             text.split("</LEDFixtureLibrary>\n")[1])
 

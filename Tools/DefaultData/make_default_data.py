@@ -109,7 +109,7 @@ def demo_text(fixtures):
         seen[product] = seen.get(product, 0) + 1
         elements.append(demo_element(f"{product}-{seen[product]}", product, *rest))
     merging = [("Enabled", 0), ("FromStartSubnet", 0), ("FromStartUniverse", 0),
-               ("ConsecutiveUniverses", 1), ("ToStartSubnet", 0), ("ToStartUniverse", 0),
+               ("ConsecutiveUniverses", 1), ("ToStartSubnet", 1), ("ToStartUniverse", 0),
                ("MergerDMXSource", "PixelWeft")]
     mapping = [("name", "Demo"), ("version", "1.0"), ("resolution", "%d,%d" % CANVAS),
                ("autoUnicast", 0), ("network", "2.X.X.X")]

@@ -13,9 +13,9 @@
 
 namespace {
 
-// Lengths are those of a font of 14 pixels in height; a larger one enlarges the whole.
+// Lengths are those of a font of 17 pixels in height; a larger one enlarges the whole.
 constexpr QSize PictureSize(420, 96);
-constexpr int UsualFontHeight = 14;
+constexpr int UsualFontHeight = 17;
 constexpr int TextPixels = 11;
 constexpr QSizeF Tile(36, 24);
 constexpr double TileStep = 40;
