@@ -51,6 +51,12 @@ std::int64_t ArtNetClient::GetLastReceiveTime() const
     return service ? service->GetLastReceiveTime(id_) : 0;
 }
 
+ArtNetTraffic ArtNetClient::GetTraffic() const
+{
+    const auto service = Zen::ArtNetService::Global();
+    return service ? service->GetTraffic(id_) : ArtNetTraffic{};
+}
+
 std::vector<ArtNetSourceConflict> ArtNetClient::GetSourceConflicts() const
 {
     const auto service = Zen::ArtNetService::Global();

@@ -10,6 +10,7 @@
 
 #include "ArtNet/ArtNetNodeInfo.h"
 #include "ArtNet/ArtNetSourceConflict.h"
+#include "ArtNet/ArtNetTraffic.h"
 
 /// One registration with the process's Art-Net service, for as long as the object lives. It must
 /// not outlive the service. No call waits for the network; results are asked for, never called
@@ -50,6 +51,8 @@ public:
     /// When a packet was last received that counts (a poll, a reply, a registered universe), in
     /// nanoseconds of the monotonic clock; 0 while there was none.
     [[nodiscard]] std::int64_t GetLastReceiveTime() const;
+
+    [[nodiscard]] ArtNetTraffic GetTraffic() const;
 
     /// The offered universes of this client to which two senders send now, in order.
     [[nodiscard]] std::vector<ArtNetSourceConflict> GetSourceConflicts() const;

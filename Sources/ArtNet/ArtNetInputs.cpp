@@ -64,6 +64,16 @@ std::vector<ArtNetInputs::Page> ArtNetInputs::Offered(std::int64_t now) const
     return pages;
 }
 
+std::int32_t ArtNetInputs::CountComingIn(std::int64_t now, std::int32_t first,
+                                         std::int32_t count) const
+{
+    std::int32_t comingIn = 0;
+    auto input = inputs_.lower_bound(first);
+    for (; input != inputs_.end() && std::int64_t{input->first} - first < count; ++input)
+        comingIn += input->second.taken.IsSilent(now) ? 0 : 1;
+    return comingIn;
+}
+
 std::vector<ArtNetSourceConflict> ArtNetInputs::Conflicts(std::int64_t now, std::int32_t first,
                                                           std::int32_t count) const
 {

@@ -58,6 +58,10 @@ public:
     [[nodiscard]] std::vector<ArtNetSourceConflict>
     Conflicts(std::int64_t now, std::int32_t first = 0, std::int32_t count = 32768) const;
 
+    /// How many kept universes of this run someone sends now.
+    [[nodiscard]] std::int32_t CountComingIn(std::int64_t now, std::int32_t first,
+                                             std::int32_t count) const;
+
 private:
     struct Sender
     {

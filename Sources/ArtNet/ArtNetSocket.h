@@ -40,6 +40,8 @@ public:
     /// Whether we have the Art-Net port. While another program has it, we send from another port
     /// and hear nothing.
     [[nodiscard]] bool IsBound() const { return bound_; }
+    /// Why we don't have it; none while we do.
+    [[nodiscard]] const std::error_code& Failure() const { return failure_; }
     /// Never waits. A tied socket can't send to this machine's own loopback address: that has a
     /// socket of its own.
     Platform::SendOutcome Send(std::span<const Platform::Datagram> batch);

@@ -40,11 +40,7 @@ ArtNetServer::ArtNetServer(boost::asio::io_service& ioService, std::mutex& servi
     , watchTimer_(ioService)
     , pollTimer(ioService)
     , ioService_(ioService)
-    , sender_([this](std::span<const Platform::Datagram> batch) {
-        const auto outcome = SendNow(batch);
-        KeepError(outcome.lastError);
-        return outcome;
-    })
+    , sender_([this](std::span<const Platform::Datagram> batch) { return SendAndCount(batch); })
     , spreadTimer_(ioService)
     , retryTimer_(ioService)
 {}
@@ -66,6 +62,7 @@ void ArtNetServer::Mend()
     const bool wasBound = socket.IsBound();
     for (const ArtNetSocket::Listener& listener : socket.Mend())
         WaitForDatagrams(listener);
+    portError_ = socket.Failure().value();
     if (started_ && !wasBound && socket.IsBound())
         ZEN_LOG_INFO("Port %d is open again%s%s", ArtNetPackets::Port,
                      settings_.interfaceAddress.empty() ? "" : " on ",
@@ -251,8 +248,10 @@ void ArtNetServer::HandleDmx(const Platform::ReceivedDatagram& datagram)
     const auto take = [&](std::int64_t now, bool known) {
         const std::lock_guard lock(mutex);
         const Verdict verdict = dmxIn.Take(*dmx, datagram.address, now, known);
-        if (verdict == Verdict::Taken)
+        if (verdict == Verdict::Taken) {
             lastReceiveTime = now;
+            ++taken_;
+        }
         return verdict;
     };
     const std::int64_t now = Platform::MonotonicNanoseconds();
@@ -473,9 +472,30 @@ void ArtNetServer::SendNextGroup()
     });
 }
 
+Platform::SendOutcome ArtNetServer::SendAndCount(std::span<const Platform::Datagram> batch)
+{
+    const auto outcome = SendNow(batch);
+    sent_ += outcome.sent;
+    failed_ += batch.size() - outcome.sent - outcome.untried;
+    KeepError(outcome.lastError);
+    return outcome;
+}
+
+ArtNetTraffic ArtNetServer::GetTraffic() const
+{
+    return {.taken = taken_,
+            .sent = sent_,
+            .failed = failed_,
+            .late = late_,
+            .sendError = lastSendError,
+            .sendErrorTime = lastSendErrorTime,
+            .portError = {portError_, std::generic_category()}};
+}
+
 void ArtNetServer::TellExpired()
 {
     const std::uint64_t expired = sender_.Expired();
+    late_ = expired;
     const std::int64_t now = Platform::MonotonicNanoseconds();
     if (expired == expiredTold_ ||
         now - expiredTime_ < std::chrono::nanoseconds(ExpiredPeriod).count())

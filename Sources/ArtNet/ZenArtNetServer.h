@@ -17,6 +17,7 @@
 #include "ArtNet/ArtNetSender.h"
 #include "ArtNet/ArtNetSocket.h"
 #include "ArtNet/ArtNetSpread.h"
+#include "ArtNet/ArtNetTraffic.h"
 #include "ArtNet/FlushHandler.h"
 
 namespace Zen {
@@ -67,6 +68,8 @@ public:
     [[nodiscard]] std::int64_t GetLastReceiveTime() const { return lastReceiveTime; }
     [[nodiscard]] std::int64_t GetLastSendErrorTime() const { return lastSendErrorTime; }
     [[nodiscard]] std::error_code GetLastSendError() const { return lastSendError; }
+    /// All but the universes of a client.
+    [[nodiscard]] ArtNetTraffic GetTraffic() const;
 
 private:
     void Mend();
@@ -96,6 +99,7 @@ private:
     void FlushOutbox();
     void SendWaiting();
     void SendNextGroup();
+    Platform::SendOutcome SendAndCount(std::span<const Platform::Datagram> batch);
     void TellExpired();
     void RetrySoon();
     Platform::SendOutcome SendNow(std::span<const Platform::Datagram> batch);
@@ -103,14 +107,15 @@ private:
     void LogError(const std::error_code& error);
 
     Settings settings_;
-    /// The service's: guards dmxIn, nodes, the node's identity and the three fields of times and
-    /// error.
+    /// The service's: guards dmxIn, nodes, the node's identity, the number of taken packets and the
+    /// three fields of times and error.
     std::mutex& mutex;
     ArtNetInputs dmxIn;
     ArtNetNodeTable nodes;
     std::int64_t lastReceiveTime = 0;
     std::int64_t lastSendErrorTime = 0;
     std::error_code lastSendError;
+    std::uint64_t taken_ = 0;
     std::vector<std::uint8_t> outputUniverses;
     std::uint8_t net = 0;
     std::uint8_t subNet = 0;
@@ -126,6 +131,12 @@ private:
     std::vector<std::uint32_t> pollTargets;
 
     std::atomic<bool> stopped{false};
+
+    // Counted without a lock by the I/O thread, for whoever asks.
+    std::atomic<std::uint64_t> sent_{0};
+    std::atomic<std::uint64_t> failed_{0};
+    std::atomic<std::uint64_t> late_{0};
+    std::atomic<int> portError_{0}; ///< the system's number for it
 
     ArtNetOutbox outbox_;
     FlushStorage flushStorage_;

@@ -312,6 +312,20 @@ std::int64_t ArtNetService::GetLastReceiveTime(std::uint32_t id)
     return server ? server->GetLastReceiveTime() : 0;
 }
 
+ArtNetTraffic ArtNetService::GetTraffic(std::uint32_t id)
+{
+    const std::lock_guard lock(impl->mutex);
+    const ClientRecord* client = impl->ClientOf(id);
+    if (!client)
+        return {};
+    ArtNetServer& server = *impl->ServerOf(id);
+    ArtNetTraffic traffic = server.GetTraffic();
+    traffic.universesIn = server.Inputs().CountComingIn(
+        Platform::MonotonicNanoseconds(), static_cast<std::int32_t>(client->firstUniverse),
+        client->universeCount);
+    return traffic;
+}
+
 std::vector<ArtNetSourceConflict> ArtNetService::GetSourceConflicts(std::uint32_t id)
 {
     const std::lock_guard lock(impl->mutex);

@@ -10,6 +10,7 @@
 
 #include "ArtNet/ArtNetNodeInfo.h"
 #include "ArtNet/ArtNetSourceConflict.h"
+#include "ArtNet/ArtNetTraffic.h"
 
 namespace Zen {
 
@@ -43,6 +44,7 @@ public:
     std::uint32_t GetNodes(std::uint32_t id, ArtNetNodeList& nodes);
     void GetLastSendError(std::uint32_t id, std::error_code& code, std::int64_t& time);
     std::int64_t GetLastReceiveTime(std::uint32_t id);
+    ArtNetTraffic GetTraffic(std::uint32_t id);
     std::vector<ArtNetSourceConflict> GetSourceConflicts(std::uint32_t id);
     void ReadDmx(std::uint32_t id, std::int32_t first, std::span<std::uint8_t> pages);
     void SendDmx(std::uint32_t id, std::string_view address, std::int32_t portAddress,

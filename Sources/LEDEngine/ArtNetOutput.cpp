@@ -2,6 +2,7 @@
 #include "LEDEngine/ArtNetOutput.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "DebugVariables/DebugVariables.h"
 #include "FixtureModel/DMXMapping.h"
@@ -173,11 +174,20 @@ void ArtNetOutput::CheckInput()
     CheckSources();
     if (!inputClient)
         return;
-    const std::int64_t received = inputClient->GetLastReceiveTime();
-    if (received == lastReceiveTime)
-        return;
-    lastReceiveTime = received;
-    emit dataInOn();
+    // Polls and replies come in all the time: they say nothing about a console.
+    const std::uint64_t taken = inputClient->GetTraffic().taken;
+    if (taken > std::exchange(lastTaken_, taken))
+        emit dataInOn();
+}
+
+ArtNetTraffic ArtNetOutput::GetInputTraffic() const
+{
+    return inputClient ? inputClient->GetTraffic() : ArtNetTraffic{};
+}
+
+ArtNetTraffic ArtNetOutput::GetOutputTraffic() const
+{
+    return outputClient ? outputClient->GetTraffic() : ArtNetTraffic{};
 }
 
 void ArtNetOutput::CheckSources()

@@ -64,9 +64,14 @@ public:
     /// All received universes of the merge range, from the first one on.
     void TakeInputUniverses(const InputPages& pages) { inputUniverses = pages; }
 
-    /// Emits dataInOn() when DMX was received since the last call, and sourceConflictsChanged()
+    /// Emits dataInOn() when DMX that we take was received since the last call, and sourceConflictsChanged()
     /// within half a second.
     void CheckInput();
+
+    /// What passed while the port is ours; nothing in other states.
+    [[nodiscard]] ArtNetTraffic GetInputTraffic() const;
+    [[nodiscard]] ArtNetTraffic GetOutputTraffic() const;
+    [[nodiscard]] const UniverseMerging& GetMerging() const { return merging; }
 
     // ---- One frame, in this order. A universe that nothing was written to is not sent. ----------
 
@@ -149,7 +154,7 @@ private:
     std::unique_ptr<ArtNetClient> outputClient;
     std::unique_ptr<ArtNetClient> inputClient;
     std::int64_t lastSendErrorTime = 0;
-    std::int64_t lastReceiveTime = 0;
+    std::uint64_t lastTaken_ = 0; ///< how many packets inputClient had taken at the last look
     std::vector<ArtNetSourceConflict> sourceConflicts_;
     std::int64_t sourcesChecked_ = 0; ///< when, in nanoseconds of the monotonic clock
 

@@ -77,6 +77,8 @@ TEST_F(ArtNetStage, RegisteredUniversesOfTheInterfaceAreHeardByUnicastAndBroadca
     rig->Send(Desk0, Dmx(0x7FFE, {9}));
     EXPECT_TRUE(ComesIn(client, 0x7FFE, 9)) << "a short packet blanks the other channels";
 
+    EXPECT_EQ(client.GetTraffic().taken, 3U);
+    EXPECT_EQ(client.GetTraffic().universesIn, 2);
     const std::int64_t before = client.GetLastReceiveTime();
     for (const Bytes& ignored : {Dmx(1, {5, 5}), Dmx(0x7FFF, {}), Bytes{1, 2, 3}, Bytes{}})
         rig->Send(Desk0, ignored);
@@ -88,6 +90,10 @@ TEST_F(ArtNetStage, RegisteredUniversesOfTheInterfaceAreHeardByUnicastAndBroadca
     rig->Send(Broadcast1, Dmx(0x7FFE, {6}));
     EXPECT_TRUE(ComesIn(other, 0x7FFE, 6));
     EXPECT_EQ(client.GetLastReceiveTime(), after) << "a universe that is not registered";
+    EXPECT_EQ(client.GetTraffic().taken, 4U);
+    rig->Send(Desk0, ArtNetBytes::Poll());
+    EXPECT_TRUE(ComesTrue([&] { return client.GetLastReceiveTime() > after; }));
+    EXPECT_EQ(client.GetTraffic().taken, 4U) << "a poll is no DMX";
 }
 
 void ChangeAddress(const std::string& from, const std::string& to)
@@ -129,12 +135,15 @@ TEST_F(ArtNetStage, ASendThatCannotBeIsThrownOrKeptAndLoggedOnce)
         client.SendDmx("192.168.77.1", 1, Bytes{1});
     EXPECT_TRUE(ComesTrue([&] { return client.GetLastSendError().time != 0; }));
     EXPECT_EQ(client.GetLastSendError().code, std::errc::network_unreachable);
+    EXPECT_GT(client.GetTraffic().failed, 0U);
+    EXPECT_EQ(client.GetTraffic().sent, 0U);
     EXPECT_TRUE(log_.Has("Network is unreachable"));
     EXPECT_LE(log_.Count("Network is unreachable"), 2);
     const auto rig = RigSocket();
     client.SendDmx("2.0.0.10", 1, Bytes{1});
     ASSERT_TRUE(rig->Next(2s));
     EXPECT_TRUE(client.GetLastSendError().code) << "it stays after a success";
+    EXPECT_TRUE(ComesTrue([&] { return client.GetTraffic().sent == 1; }));
 }
 
 TEST_F(ArtNetStage, AFrameOfManyUniversesToOneNodeArrivesInGroupsAndItsSyncLast)

@@ -193,6 +193,14 @@ std::size_t NetworkChoice::TakeFirstMatch()
     return matches.size();
 }
 
+bool NetworkChoice::IsConnected() const
+{
+    const auto matches = networks_.FindMatching(settings_.networkText.toStdWString());
+    return std::ranges::any_of(matches, [this](const GetIPRange::Match& match) {
+        return match.ip == networkIP && match.network.up;
+    });
+}
+
 bool NetworkChoice::IsStillThere() const
 {
     const auto matches = networks_.FindMatching(settings_.networkText.toStdWString());

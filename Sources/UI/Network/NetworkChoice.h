@@ -66,6 +66,8 @@ public:
     [[nodiscard]] const std::wstring& GetNetworkBroadcast() const { return networkBroadcast; }
     /// The name of the adapter that has it, such as "eth0".
     [[nodiscard]] QString GetAdapter() const { return QString::fromStdWString(adapter_); }
+    /// Whether the adapter of the chosen network is up, with its cable in. False without a network.
+    [[nodiscard]] bool IsConnected() const;
     /// The addresses of the network as dotted text, with 255 for each open part: the broadcast
     /// address, or, while no adapter has a range of the operator, that of the range. Empty for
     /// none.

@@ -13,15 +13,14 @@
 #include "LEDEngine/LEDEngine.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
-#include "Platform/IPv4.h"
 #include "Settings/ApplicationMode.h"
 #include "Settings/ExternalServerPreferences.h"
 #include "UI/Dialogs/LEDDialogDMXUniverseMerging.h"
 #include "UI/Dialogs/LedDialogAddIPrange.h"
 #include "UI/Network/NetworkChoice.h"
+#include "UI/Network/TrafficLamps.h"
 #include "UI/Widgets/ActionSet.h"
 #include "UI/Widgets/DeskLook.h"
-#include "UI/Widgets/LedIndicator.h"
 #include "UI/Widgets/SteadyComboBox.h"
 
 namespace {
@@ -37,16 +36,6 @@ SteadyComboBox* AddCombo(QToolBar& toolBar, const QString& objectName, const QSt
     combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     toolBar.addWidget(combo);
     return combo;
-}
-
-LedIndicator* AddLamp(QToolBar& toolBar, const QString& objectName, const QString& toolTip)
-{
-    auto* lamp = new LedIndicator(&toolBar);
-    lamp->setObjectName(objectName);
-    lamp->setAccessibleName(toolTip.trimmed());
-    lamp->setToolTip(toolTip);
-    toolBar.addWidget(lamp);
-    return lamp;
 }
 
 } // namespace
@@ -85,36 +74,9 @@ void NetworkPanel::AddNetworks()
 
 void NetworkPanel::AddLamps()
 {
-    const ArtNetOutput& output = parts_.engine.GetOutput();
-    AddLabel(tr("Art-Net In: "));
-    inLamp_ = AddLamp(parts_.toolBar, QStringLiteral("inTrafficLamp"), tr(" In Traffic"));
-    connect(&output, &ArtNetOutput::dataInOn, inLamp_, &LedIndicator::toggleOn);
-    connect(&output, &ArtNetOutput::sourceConflictsChanged, this, &NetworkPanel::ShowConflicts);
-    AddLabel(tr(" Art-Net Out: "));
-    connect(&output, &ArtNetOutput::dataOutOn,
-            AddLamp(parts_.toolBar, QStringLiteral("outTrafficLamp"), tr("Out Traffic")),
-            &LedIndicator::toggleOn);
-}
-
-void NetworkPanel::ShowConflicts(const std::vector<ArtNetSourceConflict>& conflicts)
-{
-    constexpr std::size_t most = 8;
-    QStringList lines;
-    for (const auto& [portAddress, taken, ignored] : conflicts) {
-        if (lines.size() == most) {
-            lines.append(tr("and %1 more").arg(conflicts.size() - most));
-            break;
-        }
-        lines.append(tr("Sub-net %1, universe %2: %3 counts, %4 is ignored")
-                         .arg(portAddress >> 4)
-                         .arg(portAddress & 0xF)
-                         .arg(QString::fromStdString(Platform::FormatIPv4(taken)),
-                              QString::fromStdString(Platform::FormatIPv4(ignored))));
-    }
-    const QString state = lines.join(QLatin1Char('\n'));
-    inLamp_->setAccessibleDescription(state);
-    inLamp_->setToolTip(state.isEmpty() ? tr(" In Traffic")
-                                        : tr(" In Traffic") + QLatin1Char('\n') + state);
+    auto* lamps =
+        new TrafficLamps(parts_.engine.GetOutput(), parts_.choice, parts_.toolBar, this);
+    connect(&parts_.choice, &NetworkChoice::networkChanged, lamps, &TrafficLamps::Refresh);
 }
 
 void NetworkPanel::AddSender()

@@ -3,19 +3,16 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include <QObject>
 #include <QString>
 
 class ArtNetNodeModel;
-struct ArtNetSourceConflict;
 class DeviceManager;
 class ExternalServerPreferences;
 class GetIPRange;
 class LEDDialogDMXUniverseMerging;
 class LEDEngine;
-class LedIndicator;
 class NetworkChoice;
 struct NetworkListEntry;
 class QAction;
@@ -70,7 +67,6 @@ signals:
 private:
     void AddNetworks();
     void AddLamps();
-    void ShowConflicts(const std::vector<ArtNetSourceConflict>& conflicts);
     void AddSender();
     void AddMerger();
     void AddLabel(const QString& text);
@@ -89,7 +85,6 @@ private:
 
     Parts parts_;
     SteadyComboBox* networkCombo_ = nullptr;
-    LedIndicator* inLamp_ = nullptr;
     SteadyComboBox* senderCombo_ = nullptr;
     QAction* mergerToggle_ = nullptr;
 };

@@ -61,6 +61,7 @@ constexpr auto Roles = std::to_array<Role>({
     {"cellFigure", &Look::cellFigure, 0x000000, 0xb4b9bf},
     {"cellOverlap", &Look::cellOverlap, 0xffe600, 0xb89f1e},
     {"cellBeyond", &Look::cellBeyond, 0x00e6ff, 0x1f9fb0},
+    {"lampOff", &Look::lampOff, 0x4a4c50, 0x202225},
     {"lampRimDark", &Look::lampRimDark, 0x46484c, 0x1f2124},
     {"lampRimLight", &Look::lampRimLight, 0xb0b2b6, 0x3c3f44},
 });

@@ -65,6 +65,7 @@ struct Look
     QColor cellOverlap;
     QColor cellBeyond;
 
+    QColor lampOff;
     QColor lampRimDark;
     QColor lampRimLight;
     double lampStrength = 1; ///< share of its light that a lamp shows: above 0, at most 1
@@ -96,6 +97,11 @@ void UseLook(const Look& look);
 [[nodiscard]] inline QColor WarningInk()
 {
     return CurrentLook().accentText;
+}
+
+[[nodiscard]] inline QColor DarkLampColour()
+{
+    return CurrentLook().lampOff;
 }
 
 /// What UseLook() gives to the program, for a widget without a program around it.

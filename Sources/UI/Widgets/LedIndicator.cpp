@@ -19,6 +19,8 @@ LedIndicator::LedIndicator(QWidget* parent)
 
 void LedIndicator::SetColor(const QColor& color)
 {
+    if (color == color_)
+        return;
     color_ = color;
     pixmaps_ = {};
     update();
@@ -31,9 +33,16 @@ void LedIndicator::toggleOn()
         Show(true);
 }
 
+void LedIndicator::SetSteady(bool steady)
+{
+    steady_ = steady;
+    if (steady)
+        toggleOn();
+}
+
 void LedIndicator::toggleOff()
 {
-    if (on_ && !holdOn)
+    if (on_ && !holdOn && !steady_)
         Show(false);
     holdOn = false;
 }
@@ -62,7 +71,6 @@ void LedIndicator::changeEvent(QEvent* event)
 QPixmap LedIndicator::Draw(bool on) const
 {
     constexpr double ringWidth = 3.0;
-    constexpr int darkness = 300;
     QPixmap pixmap(size() * devicePixelRatioF());
     pixmap.setDevicePixelRatio(devicePixelRatioF());
     pixmap.fill(Qt::transparent);
@@ -80,11 +88,11 @@ QPixmap LedIndicator::Draw(bool on) const
     painter.drawEllipse(outside);
 
     const QRectF disc = outside.adjusted(ringWidth, ringWidth, -ringWidth, -ringWidth);
-    const QColor base = on ? color_ : color_.darker(darkness);
+    const QColor base = on ? color_ : DarkLampColour();
     QRadialGradient glow(QPointF(disc.center().x(), disc.top() + disc.height() / 3),
                          disc.width() * 2 / 3);
-    glow.setColorAt(0.0, base.lighter(250));
-    glow.setColorAt(0.5, base.lighter(130));
+    glow.setColorAt(0.0, base.lighter(on ? 250 : 140));
+    glow.setColorAt(0.5, base.lighter(on ? 130 : 115));
     glow.setColorAt(1.0, base);
     painter.setBrush(glow);
     painter.setOpacity(look.lampStrength);

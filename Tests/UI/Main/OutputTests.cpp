@@ -176,20 +176,52 @@ TEST(LedIndicatorTest, ALampIsLitFromOneCallToTheSecondRunAfterIt)
     EXPECT_FALSE(lamp.IsOn());
 }
 
-TEST_F(Output, LampsShowTraffic)
+TEST_F(Output, LampsTellWhatPassesAndWhatFails)
 {
     StartWith(Element({0.5, 0.5}, {0.12, 0.01}));
     auto* in = Find<LedIndicator>("inTrafficLamp");
     auto* out = Find<LedIndicator>("outTrafficLamp");
+    const auto colour = [](LedIndicator* lamp) {
+        return lamp->grab().toImage().pixelColor(lamp->width() / 2, lamp->height() * 2 / 3);
+    };
+    // Whether the right lamp comes to light in such a hue, or dark for -1, and its tip says why.
+    const auto comes = [&](int hue, const char* why) {
+        return QTest::qWaitFor([&] {
+            const QColor now = colour(out);
+            return out->toolTip().contains(QLatin1String(why)) && out->IsOn() == (hue >= 0) &&
+                   (hue >= 0 ? std::abs(now.hsvHue() - hue) < 10 : now.hsvSaturation() < 30);
+        });
+    };
+    constexpr int green = 120;
+    constexpr int amber = 35;
+    EXPECT_TRUE(comes(-1, "about to begin"));
     window->StartTimers();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return out->IsOn(); }));
-    EXPECT_FALSE(in->IsOn());
-    const QImage dark = in->grab().toImage();
+    EXPECT_TRUE(comes(green, "Universes: 1, packets a second: "));
+    EXPECT_TRUE(out->toolTip().endsWith("No error"_q));
+    for (int i = 0; i < 20; ++i) {
+        rig->Send(Stage::Broadcast0, ArtNetBytes::Poll());
+        rig->Send(Stage::Desk0, ArtNetBytes::Reply("node"));
+        QTest::qWait(10);
+        ASSERT_FALSE(in->IsOn()) << "no DMX";
+    }
+    EXPECT_LT(colour(in).hsvSaturation(), 30);
     EXPECT_TRUE(Receives());
-    EXPECT_NE(in->grab().toImage(), dark);
+    EXPECT_EQ(colour(in).hsvHue(), green);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return in->toolTip().contains("Universes: 1 of 0/0,"_q); }));
+
+    ASSERT_TRUE(Stage::Command("hub", "ip link set desk.0 down"));
+    EXPECT_TRUE(comes(-1, "not connected"));
+    ASSERT_TRUE(Stage::Command("hub", "ip link set desk.0 up"));
+    EXPECT_TRUE(comes(green, "No error"));
+    const std::string block = " dir out dst 2.255.255.255/32";
+    ASSERT_TRUE(Stage::Command("desk", "ip xfrm policy add" + block + " action block"));
+    EXPECT_TRUE(comes(amber, "Last error: Operation not permitted, at "));
+    ASSERT_TRUE(Stage::Command("desk", "ip xfrm policy del" + block));
+    EXPECT_TRUE(comes(green, "Last error"));
+
     Pick("networkCombo", "Disabled");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !in->IsOn() && !out->IsOn(); }));
-    EXPECT_EQ(in->grab().toImage(), dark);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !in->IsOn(); }));
+    EXPECT_TRUE(comes(-1, "No network"));
 }
 
 TEST_F(Output, MergingFollowsTheDocument)

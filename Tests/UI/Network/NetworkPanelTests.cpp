@@ -113,16 +113,18 @@ TEST_F(Panel, TheListShowsWhatIsThereAndWhatIsChosen)
 TEST_F(Panel, TheInLampNamesTheConsolesOfOneUniverse)
 {
     const auto& lamp = The<QWidget>("inTrafficLamp");
+    choice.updateArtNetOutput();
+    engine.GetOutput().HandleEvent(OutputEvent::ServerStopped);
     std::vector<ArtNetSourceConflict> conflicts{{0x12, 0x0200000A, 0x0200000B}};
     emit engine.GetOutput().sourceConflictsChanged(conflicts);
-    EXPECT_EQ(lamp.toolTip(),
-              " In Traffic\nSub-net 1, universe 2: 2.0.0.10 counts, 2.0.0.11 is ignored"_q);
+    EXPECT_TRUE(
+        lamp.toolTip().contains("\nSub-net 1, universe 2: 2.0.0.10 counts, 2.0.0.11 is ignored"_q));
     conflicts.resize(64, conflicts.front());
     emit engine.GetOutput().sourceConflictsChanged(conflicts);
     EXPECT_EQ(lamp.toolTip().count("2.0.0.11"_q), 8);
-    EXPECT_TRUE(lamp.toolTip().endsWith("\nand 56 more"_q));
+    EXPECT_TRUE(lamp.toolTip().contains("\nand 56 more"_q));
     emit engine.GetOutput().sourceConflictsChanged({});
-    EXPECT_EQ(lamp.toolTip(), " In Traffic"_q);
+    EXPECT_FALSE(lamp.toolTip().contains("ignored"_q));
 }
 
 TEST_F(Panel, NothingMovesUnderTheHand)
