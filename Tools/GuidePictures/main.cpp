@@ -199,7 +199,7 @@ public:
     void Click(QPointF at) const
     {
         QTest::mouseClick(View().viewport(), Qt::LeftButton, {}, OnScreen(at));
-        QTest::qWait(100);
+        QTest::qWait(300); // The status bar follows the mouse ten times a second.
     }
     void BandOver(QPointF from, QPointF to) const
     {

@@ -98,6 +98,7 @@ void SceneGestures::Abandon()
 void SceneGestures::Begin(Drag drag, const MappingRectangle& item, QPointF at)
 {
     drag_ = drag;
+    draggedId_ = item.GetId();
     pressed_ = at;
     start_ = item.GetPlacement();
     startRotation_ = item.rotation();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 
@@ -67,6 +68,8 @@ public:
     void TakeGrabber(const MappingRectangle& item, int corner, QPointF at);
     void TakeRotationHandle(const MappingRectangle& item, QPointF at);
     [[nodiscard]] bool IsDragging() const { return drag_ != Drag::None; }
+    /// The element that the mouse drags, MappingRectangle::OverlayId for the group, 0 for none.
+    [[nodiscard]] std::int64_t DraggedId() const { return IsDragging() ? draggedId_ : 0; }
     void DragTo(QPointF to);
     /// The mouse let go.
     void Release();
@@ -92,6 +95,7 @@ private:
     std::unique_ptr<RotateSelectionCommand> rotateGroup_;
 
     Drag drag_ = Drag::None;
+    std::int64_t draggedId_ = 0;
     QPointF pressed_;
     ElementGeometry::Placement start_;
     double startRotation_ = 0;

@@ -88,6 +88,8 @@ public:
 
     [[nodiscard]] SceneGestures& GetGestures() { return gestures_; }
     [[nodiscard]] GroupOverlay& GetGroupOverlay() { return overlay_; }
+    /// What shows where a fixture from the library would land; null while none is dragged.
+    [[nodiscard]] const MappingRectangle* GetDragPreview() const { return dragPreview_.get(); }
     /// Frame and body round a selection of two or more; none for less.
     void ShowGroupOverlay();
     void RemoveOverlays();

@@ -35,6 +35,7 @@ class OperatorBoxes;
 class QTimer;
 class QUndoView;
 class ServicesInUse;
+class StatusLine;
 class TestPatternPanel;
 class UnsavedWork;
 class WeftMapEditorScene;
@@ -130,6 +131,7 @@ private:
     std::unique_ptr<QUndoView> undoView_;
     std::unique_ptr<LEDTestPatternControl> testPattern_;
     std::unique_ptr<TestPatternPanel> testPatternPanel_;
+    std::unique_ptr<StatusLine> statusLine_;
 
     NetworkPanel* networkPanel_ = nullptr;
     bool engineFailed_ = false;

@@ -102,7 +102,9 @@ QMenu::item:selected:disabled { background: @bar; }
 QMenu::separator { height: 1px; background: @barLine; margin: 3px 6px; }
 QToolTip { background: @bar; color: @barText; border: 1px solid @barLine; padding: 2px; }
 QStatusBar { background: @bar; color: @barText; }
-QStatusBar QLabel { background: transparent; color: @barText; padding: 0 6px; }
+QStatusBar QWidget { background: transparent; }
+QStatusBar QLabel { color: @barText; padding: 0 4px; }
+QStatusBar QLabel[warns="true"] { color: @caution; }
 QStatusBar QLabel:disabled { color: @barTextFaded; }
 QStatusBar::item { border: none; }
 QSizeGrip { background: transparent; }

@@ -224,6 +224,53 @@ TEST_F(Output, LampsTellWhatPassesAndWhatFails)
     EXPECT_TRUE(comes(-1, "No network"));
 }
 
+TEST_F(Output, TheStatusBarTellsWhatIsUnderTheMouseAndWhatIsSent)
+{
+    StartWith(Element({0.5, 0.5}, {0.12, 0.01}, 2, 97));
+    ChooseHalves();
+    const auto comes = [&](std::initializer_list<std::pair<const char*, QString>> wanted) {
+        for (const auto& [field, text] : wanted) {
+            auto* label = Find<QLabel>(field);
+            EXPECT_TRUE(QTest::qWaitFor([&, now = text] { return label->text() == now; }))
+                << field << " " << label->text().toStdString();
+        }
+    };
+    const auto places = [&] {
+        QVector<QRect> all;
+        for (const auto* label : Find<QStatusBar>("statusbar")->findChildren<QLabel*>())
+            all.append(label->geometry());
+        return all;
+    };
+    const auto before = places();
+    Hover({25.5, 30.5});
+    comes({{"statusPosition", "25, 30"_q}, {"statusColour", "200 10 20"_q}, {"statusName", {}}});
+    Hover({51.5, 50});
+    comes({{"statusColour", "30 40 250"_q},
+           {"statusPlace", "44, 49.5"_q},
+           {"statusSize", QString::fromUtf8("12 × 1")},
+           {"statusAngle", QString::fromUtf8("0°")},
+           {"statusAddress", "0/2/97"_q},
+           {"statusName", "Bar"_q}});
+    Press({51.5, 50});
+    MoveTo({61.5, 60});
+    comes({{"statusPlace", "54, 60"_q}, {"statusName", "Bar"_q}});
+    Release({61.5, 60});
+    Hover({5, 5});
+    comes({{"statusPlace", {}}, {"statusName", {}}});
+
+    window->StartTimers();
+    comes({{"statusNetwork", "2.X.X.X"_q},
+           {"statusElements", "1 element"_q},
+           {"statusUniverses", "1 universe"_q}});
+    const auto* rate = Find<QLabel>("statusFrames");
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return rate->text().startsWith("10."_q) || rate->text().startsWith("9."_q); },
+        Patience));
+    Pick("networkCombo", "Disabled");
+    comes({{"statusNetwork", "No network"_q}, {"statusFrames", "0.0 fps"_q}});
+    EXPECT_EQ(places(), before) << "nothing moves";
+}
+
 TEST_F(Output, MergingFollowsTheDocument)
 {
     const QString merging =
