@@ -8,16 +8,11 @@
 #include <set>
 #include <tuple>
 
-#include <QColor>
-#include <QTreeView>
-
 #include "Model/MappedDeviceModel.h"
 #include "Platform/IPv4.h"
 #include "Platform/Text.h"
 
 namespace {
-
-constexpr std::array<int, ArtNetNodeModel::ColumnCount> FirstWidths = {200, 150, 35, 35, 35};
 
 QString KeyOf(const ArtNetNodeRecord& record)
 {
@@ -57,7 +52,10 @@ QList<QStandardItem*> ItemsOf(const std::array<QString, ArtNetNodeModel::ColumnC
 
 ArtNetNodeModel::ArtNetNodeModel(QObject* parent)
     : QStandardItemModel(parent)
-{}
+{
+    setColumnCount(ColumnCount);
+    setHorizontalHeaderLabels({tr("Name"), tr("IP"), tr("Nb"), tr("Sub"), tr("Univ")});
+}
 
 ArtNetNodeModel::~ArtNetNodeModel() = default;
 
@@ -243,17 +241,10 @@ struct ArtNetNodeModel::Walk
     std::set<std::tuple<QString, std::int32_t, std::int32_t>> targets;
 };
 
-void ArtNetNodeModel::Rebuild(const MappedDeviceModel& document, QTreeView* view,
-                              std::uint32_t broadcast)
+void ArtNetNodeModel::Rebuild(const MappedDeviceModel& document, std::uint32_t broadcast)
 {
-    std::array<int, ColumnCount> widths = FirstWidths;
-    for (int column = 0; view && columnsSized && column < ColumnCount; ++column)
-        widths[static_cast<std::size_t>(column)] = view->columnWidth(column);
     rows_.clear();
     written_ = 0;
-    setColumnCount(ColumnCount);
-    setHorizontalHeaderLabels({tr("Name"), tr("IP"), tr("Nb"), tr("Sub"), tr("Univ")});
-
     const auto isShown = [broadcast](const ArtNetNodeRecord& record) {
         return record.manual || Platform::IsInNetwork(broadcast, record.ip);
     };
@@ -274,10 +265,6 @@ void ArtNetNodeModel::Rebuild(const MappedDeviceModel& document, QTreeView* view
             AddNodeRow(seen.node);
     }
     WriteWaitingRows();
-
-    for (int column = 0; view && column < ColumnCount; ++column)
-        view->setColumnWidth(column, widths[static_cast<std::size_t>(column)]);
-    columnsSized = columnsSized || view;
     emit usesCounted();
 }
 
@@ -369,9 +356,9 @@ void ArtNetNodeModel::WriteWaitingRows()
         WriteRow(written_);
         ports += rows_[static_cast<std::size_t>(written_)].ports.size();
     }
-    if (written_ > first) // the colour changes with which nodes answer
+    if (written_ > first) // the trouble changes with which nodes answer
         emit dataChanged(index(first, NameColumn), index(written_ - 1, UniverseColumn),
-                         {Qt::ForegroundRole});
+                         {TroubleRole, Qt::ToolTipRole});
     const int surplus = std::min(rowCount() - wanted, RowsAtOnce);
     if (written_ == wanted && surplus > 0)
         removeRows(rowCount() - surplus, surplus);
@@ -420,11 +407,68 @@ void ArtNetNodeModel::WriteCells(QStandardItem& parent, int row,
     }
 }
 
+// ---- Trouble -----------------------------------------------------------------------------------
+
+bool ArtNetNodeModel::Answers(const QString& address) const
+{
+    return liveNodes.contains(address) ||
+           std::ranges::find(answering_, address.toStdString()) != answering_.end();
+}
+
+std::set<std::wstring> ArtNetNodeModel::GetAnsweringNodes() const
+{
+    std::set<std::wstring> addresses;
+    for (const std::string& ip : answering_)
+        addresses.insert(QString::fromStdString(ip).toStdWString());
+    for (const ArtNetNodeRecord& record : GetManualNodes())
+        addresses.insert(KeyOf(record).toStdWString());
+    return addresses;
+}
+
+Trouble ArtNetNodeModel::TroubleOf(const QModelIndex& top) const
+{
+    const QString address = top.siblingAtColumn(IpColumn).data().toString();
+    if (liveNodes.contains(address)) // A universe beside it is none of its own.
+        return top.siblingAtColumn(UniverseColumn).data().toString().isEmpty() ? Trouble::None
+                                                                               : Trouble::Caution;
+    if (IsManualNode(address) || Answers(address))
+        return Trouble::None;
+    return top.siblingAtColumn(UseCountColumn).data().toInt() > 0 ? Trouble::Fault
+                                                                  : Trouble::Caution;
+}
+
+QString ArtNetNodeModel::WordsFor(const QModelIndex& top) const
+{
+    const QString address = top.siblingAtColumn(IpColumn).data().toString();
+    if (IsManualNode(address))
+        return tr("Entered by hand: it need not answer.");
+    switch (TroubleOf(top)) {
+    case Trouble::Caution:
+        return liveNodes.contains(address)
+                   ? tr("Fixtures are sent to this universe of %1, which has no port for it. "
+                        "Choose one of its ports, or set the node.")
+                         .arg(address)
+                   : tr("%1 has answered and does so no longer. No fixture is sent to it.")
+                         .arg(address);
+    case Trouble::Fault:
+        return tr("Fixtures are sent to %1, which does not answer. Check its power, its cable and "
+                  "its address, or choose another node.")
+            .arg(address);
+    default:
+        return liveNodes.contains(address)
+                   ? QString()
+                   : tr("A program like this one, or the media program: it is not offered as a "
+                        "node.");
+    }
+}
+
 QVariant ArtNetNodeModel::data(const QModelIndex& index, int role) const
 {
-    if (role != Qt::ForegroundRole || !index.isValid())
+    if ((role != TroubleRole && role != Qt::ToolTipRole) || !index.isValid())
         return QStandardItemModel::data(index, role);
     const QModelIndex top = index.parent().isValid() ? index.parent() : index;
-    const QString address = top.sibling(top.row(), IpColumn).data().toString();
-    return liveNodes.contains(address) ? QStandardItemModel::data(index, role) : QColor(Qt::red);
+    if (role == TroubleRole)
+        return static_cast<int>(TroubleOf(top));
+    const QString words = WordsFor(top);
+    return words.isEmpty() ? QVariant() : words;
 }

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -13,16 +14,16 @@
 #include <QString>
 
 #include "Model/ArtNetNodeRecord.h"
+#include "Model/Trouble.h"
 #include "Settings/Observable.h"
 
 class DMXMappingArtNet;
 class MappedDeviceModel;
-class QTreeView;
 
 /// The nodes that answer on the network, and the addresses that a document or the operator names,
 /// as tables and as rows of a tree: a row for each node with its ports below it, and a row for each
-/// other address. What does not answer at the moment is shown in red. An address is either in the
-/// table of live nodes or in that of offline ones. Main thread only.
+/// other address, with the Trouble of what should answer at the moment and does not. An address is
+/// either in the table of live nodes or in that of offline ones. Main thread only.
 class ArtNetNodeModel : public QStandardItemModel, public Observable, public ManualNodes
 {
     Q_OBJECT
@@ -55,8 +56,8 @@ public:
     bool UpdateNodes(const std::vector<ArtNetNodeRecord>& incoming);
     /// Sets all rows: the addresses that elements of the document use, the other known addresses,
     /// and the seen nodes; each if it is in the network of this broadcast address or was entered by
-    /// the operator. The columns of `view`, which may be null, keep their widths.
-    void Rebuild(const MappedDeviceModel& document, QTreeView* view, std::uint32_t broadcast);
+    /// the operator.
+    void Rebuild(const MappedDeviceModel& document, std::uint32_t broadcast);
     /// Writes the next RowsAtOnce of the waiting rows, if any: for callers that schedule the work.
     void WriteWaitingRows();
     /// Makes the table of all nodes from the live and the offline ones.
@@ -70,6 +71,9 @@ public:
     /// Empty when there is no such node.
     [[nodiscard]] QString GetNodeName(const QString& address);
     [[nodiscard]] bool IsManualNode(const QString& address) const;
+    /// The addresses of the nodes that answer now, of our own kind too, or were entered by the
+    /// operator and need not.
+    [[nodiscard]] std::set<std::wstring> GetAnsweringNodes() const;
     /// After an edit of the record in place: moves it from `address` to its present address.
     void ReinsertNode(const QString& address);
     /// Removes an offline node; a live one stays.
@@ -109,6 +113,9 @@ private:
 
     bool NoteSeen(const std::vector<ArtNetNodeRecord>& incoming);
     void ForgetOldest();
+    [[nodiscard]] bool Answers(const QString& address) const;
+    [[nodiscard]] Trouble TroubleOf(const QModelIndex& top) const;
+    [[nodiscard]] QString WordsFor(const QModelIndex& top) const;
     [[nodiscard]] ArtNetNodeRecord* FindSeen(const std::string& ip);
     [[nodiscard]] Walk CountUses(const MappedDeviceModel& document);
     void CountUse(Walk& walk, const DMXMappingArtNet& mapping, const std::wstring& description);
@@ -121,7 +128,6 @@ private:
     Table offlineNodes;
     Table liveNodes;
     Table allNodes;
-    bool columnsSized = false;
     std::vector<Seen> nodes; ///< the nodes seen since the start, in the order of first sight
     std::unordered_map<std::string, std::size_t> seen_; ///< index in `nodes` by address
     std::uint64_t updates_ = 0;

@@ -6,7 +6,6 @@
 #include <unordered_set>
 #include <utility>
 
-#include <QColor>
 #include <QLoggingCategory>
 #include <QMutexLocker>
 #include <QSignalBlocker>
@@ -22,6 +21,25 @@ Q_LOGGING_CATEGORY(ModelTrace, "pixelweft.model", QtInfoMsg)
 /// So many rows may come or go one by one; for more, the table and its proxies take one change of
 /// the whole layout, which costs as much as some insertions.
 constexpr std::size_t AFew = 8;
+
+QString AddressText(const MappedLedItem& element)
+{
+    const DMXMappingArtNet* address = element.GetArtNetMapping();
+    return address ? QStringLiteral("%1/%2/%3")
+                         .arg(address->GetSubnet())
+                         .arg(address->GetUniverse())
+                         .arg(address->GetChannel())
+                   : QString();
+}
+
+QString NodeText(const MappedLedItem& element)
+{
+    const DMXMappingArtNet* address = element.GetArtNetMapping();
+    if (!address)
+        return {};
+    const bool hasName = !address->IsAuto() && !address->GetIpName().empty();
+    return QString::fromStdWString(hasName ? address->GetIpName() : address->GetIpconf());
+}
 
 QStandardItem* TextCell(const std::wstring& text)
 {
@@ -58,8 +76,8 @@ void MappedDeviceModel::SetUpColumns()
     setColumnCount(ColumnCount);
     const QString unnamed = QStringLiteral("?");
     setHorizontalHeaderLabels({tr("Manufacturer"), tr("Product Name"), tr("Size"), tr("ID"),
-                               unnamed, unnamed, unnamed, unnamed, unnamed, tr("Address"),
-                               tr("Description")});
+                               unnamed, tr("Description"), unnamed, unnamed, unnamed, tr("Address"),
+                               tr("Node")});
 }
 
 void MappedDeviceModel::Clear()
@@ -68,12 +86,17 @@ void MappedDeviceModel::Clear()
         const QMutexLocker lock(&mutex);
         elements.clear();
         byRow_.clear();
-        QStandardItemModel::clear();
+        // Qt's clear() would take the columns too, and with them what their views know of them.
+        beginResetModel();
+        {
+            const QSignalBlocker resetForAll(this);
+            removeRows(0, rowCount());
+        }
+        endResetModel();
         nextElementID = 0;
         ++revision_;
         emit mappingsChanged();
     }
-    SetUpColumns();
     merging = UniverseMerging::OfNewDocument();
 }
 
@@ -104,9 +127,8 @@ QList<QStandardItem*> MappedDeviceModel::MakeRow(std::unique_ptr<MappedLedItem> 
     auto* identifier = new QStandardItem(QString::number(element->uniqueID));
     identifier->setData(static_cast<qlonglong>(element->uniqueID), Qt::UserRole);
     row[IdentifierColumn] = identifier;
-    row[AddressColumn] = element->GetDMXMapping()
-                             ? TextCell(element->GetDMXMapping()->GetSortDescription())
-                             : new QStandardItem;
+    row[AddressColumn] = new QStandardItem(AddressText(*element));
+    row[NodeColumn] = new QStandardItem(NodeText(*element));
     return row;
 }
 
@@ -340,7 +362,7 @@ std::vector<std::int64_t> MappedDeviceModel::UpdateFixtureInElements(std::int64_
         item(row, ManufacturerColumn)->setText(QString::fromStdWString(fixture.manufacturer));
         item(row, ProductColumn)->setText(QString::fromStdWString(fixture.product));
         item(row, SizeColumn)->setText(SizeText(fixture.pixelMap));
-        SetAddressText(row);
+        SetAddressTexts(row);
     });
     RecalculateConflicts();
     return ids;
@@ -389,12 +411,10 @@ void MappedDeviceModel::ReplaceNodeAddress(const QString& oldIpconf, const QStri
     UpdateAddressCells(ids);
 }
 
-void MappedDeviceModel::SetAddressText(int row)
+void MappedDeviceModel::SetAddressTexts(int row)
 {
-    const MappedLedItem* element = GetElement(row);
-    if (element && element->GetDMXMapping())
-        item(row, AddressColumn)
-            ->setText(QString::fromStdWString(element->GetDMXMapping()->GetSortDescription()));
+    item(row, AddressColumn)->setText(AddressText(*GetElement(row)));
+    item(row, NodeColumn)->setText(NodeText(*GetElement(row)));
 }
 
 /// Lets `setText` bring the cells of each of these elements up to date, which is one change.
@@ -418,7 +438,7 @@ void MappedDeviceModel::UpdateCells(const std::vector<std::int64_t>& ids, const 
 
 void MappedDeviceModel::UpdateAddressCells(const std::vector<std::int64_t>& ids)
 {
-    UpdateCells(ids, [this](int row) { SetAddressText(row); });
+    UpdateCells(ids, [this](int row) { SetAddressTexts(row); });
     RecalculateConflicts();
 }
 
@@ -446,13 +466,27 @@ void MappedDeviceModel::RecalculateConflicts()
         if (const DMXMappingArtNet* mapping = element->GetArtNetMapping())
             (mapping->IsAuto() ? broadcast : chosen).set(mapping->GetPortAddress());
     }
-    broadcast &= chosen;
-    if (conflictUniverses == broadcast)
+    conflictUniverses = broadcast & chosen;
+    FaultyElements faults = FindPatchFaults(byRow_, answeringNodes_);
+    for (const MappedLedItem* element : byRow_) {
+        const DMXMappingArtNet* mapping = element->GetArtNetMapping();
+        if (mapping && conflictUniverses.test(mapping->GetPortAddress()))
+            faults[element->uniqueID] |= PatchFault::MixedUniverse;
+    }
+    if (faults == faults_)
         return;
-    conflictUniverses = broadcast;
+    faults_ = std::move(faults);
     if (rowCount() > 0)
         emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1),
-                         {Qt::ForegroundRole});
+                         {TroubleRole, Qt::ToolTipRole});
+}
+
+void MappedDeviceModel::SetAnsweringNodes(std::optional<std::set<std::wstring>> addresses)
+{
+    if (answeringNodes_ == addresses)
+        return;
+    answeringNodes_ = std::move(addresses);
+    RecalculateConflicts();
 }
 
 bool MappedDeviceModel::IsUniverseInConflict(const QModelIndex& index) const
@@ -464,15 +498,15 @@ bool MappedDeviceModel::IsUniverseInConflict(const QModelIndex& index) const
 
 QVariant MappedDeviceModel::data(const QModelIndex& index, int role) const
 {
-    if (role == Qt::ForegroundRole && index.isValid()) {
-        if (IsUniverseInConflict(index))
-            return QColor(255, 0, 0);
-        const MappedLedItem* element = GetElement(index.row());
-        const DMXMappingArtNet* mapping = element ? element->GetArtNetMapping() : nullptr;
-        if (mapping && mapping->IsAuto())
-            return QColor(255, 102, 0);
-    }
-    return QStandardItemModel::data(index, role);
+    if (role != TroubleRole && role != Qt::ToolTipRole)
+        return QStandardItemModel::data(index, role);
+    const MappedLedItem* element = GetElement(index.row());
+    const auto found = element ? faults_.find(element->uniqueID) : faults_.end();
+    if (found == faults_.end())
+        return {};
+    if (role == TroubleRole)
+        return static_cast<int>(TroubleOf(found->second));
+    return PatchFaultsText(*element, found->second);
 }
 
 void MappedDeviceModel::SetCanvasSize(int width, int height)

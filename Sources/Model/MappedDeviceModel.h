@@ -5,6 +5,7 @@
 #include <bitset>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -18,6 +19,7 @@
 #include "FixtureModel/UniverseMerging.h"
 #include "LibTools/ZenBitmap.h"
 #include "Model/MappedLedItem.h"
+#include "Model/PatchFaults.h"
 #include "Model/TakenElement.h"
 
 class ManualNodes;
@@ -45,7 +47,8 @@ public:
         ItemColumn = 3,
         NameColumn = 5,
         IdentifierColumn = 7,
-        AddressColumn = 9
+        AddressColumn = 9, ///< "0/4/97": sub-net, universe, first channel
+        NodeColumn = 10    ///< the name of the node, or its address, or "Auto"
     };
     /// The widest and highest canvas, in pixels.
     static constexpr int MaxCanvasSize = 100'000;
@@ -53,8 +56,8 @@ public:
     explicit MappedDeviceModel(QObject* parent = nullptr);
     ~MappedDeviceModel() override;
 
-    /// Empties the table; the merger is that of a new document. Name, canvas, ways of sending and
-    /// version stay.
+    /// Empties the table, which keeps its columns; the merger is that of a new document. Name,
+    /// canvas, ways of sending and version stay.
     void Clear();
 
     /// 0, or -1 when the file can't be read or a required value is missing; the table is then empty
@@ -109,6 +112,9 @@ public:
     /// Bring the cells of these elements up to date, as one change.
     void UpdateAddressCells(const std::vector<std::int64_t>& ids);
     void UpdateNameCells(const std::vector<std::int64_t>& ids);
+    /// The addresses of nodes that answer now or need not: elements that are sent to others are in
+    /// trouble. Nothing while that is unknown, and none are.
+    void SetAnsweringNodes(std::optional<std::set<std::wstring>> addresses);
     /// A universe that is broadcast and also sent to a chosen node.
     [[nodiscard]] bool IsUniverseInConflict(const QModelIndex& index) const;
 
@@ -167,7 +173,7 @@ private:
     void Rearrange(const std::vector<int>& target);
     void MoveItems(const std::vector<int>& target);
     void RecalculateConflicts();
-    void SetAddressText(int row);
+    void SetAddressTexts(int row);
     template <class SetText>
     void UpdateCells(const std::vector<std::int64_t>& ids, const SetText& setText);
     void TellTextsChanged(const std::vector<int>& rows);
@@ -191,5 +197,7 @@ private:
     QImage testImage;
     std::unique_ptr<ZenBitmap> testBitmap;
     PortAddresses conflictUniverses;
+    std::optional<std::set<std::wstring>> answeringNodes_;
+    FaultyElements faults_;
     std::uint64_t revision_ = 1;
 };

@@ -2,13 +2,56 @@
 #include "Model/MappedObjectListProxy.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "Model/MappedDeviceModel.h"
+#include "Model/NaturalOrder.h"
+
+namespace {
+
+/// So many rows may come or go in a sorted table; for more, two sortings cost less.
+constexpr int Few = 8;
+
+} // namespace
 
 MappedObjectListProxy::MappedObjectListProxy(QObject* parent)
     : QSortFilterProxyModel(parent)
 {
     setDynamicSortFilter(true);
+}
+
+void MappedObjectListProxy::setSourceModel(QAbstractItemModel* document)
+{
+    // Qt's own connections are between ours: the rows are in the order of the document when it
+    // takes them over, so that they are one range.
+    const auto pause = [this](const QModelIndex&, int first, int last) {
+        PauseSorting(first, last);
+    };
+    connect(document, &QAbstractItemModel::rowsAboutToBeInserted, this, pause);
+    connect(document, &QAbstractItemModel::rowsAboutToBeRemoved, this, pause);
+    QSortFilterProxyModel::setSourceModel(document);
+    connect(document, &QAbstractItemModel::rowsInserted, this, &MappedObjectListProxy::GoOnSorting);
+    connect(document, &QAbstractItemModel::rowsRemoved, this, &MappedObjectListProxy::GoOnSorting);
+}
+
+void MappedObjectListProxy::PauseSorting(int first, int last)
+{
+    if (last - first < Few || sortColumn() < 0)
+        return;
+    pausedColumn_ = sortColumn();
+    pausedOrder_ = sortOrder();
+    sort(-1);
+}
+
+void MappedObjectListProxy::GoOnSorting()
+{
+    if (pausedColumn_ >= 0)
+        sort(std::exchange(pausedColumn_, -1), pausedOrder_);
+}
+
+bool MappedObjectListProxy::lessThan(const QModelIndex& left, const QModelIndex& right) const
+{
+    return IsBefore(left.data().toString(), right.data().toString());
 }
 
 QItemSelection MappedObjectListProxy::RowsOf(const std::vector<std::int64_t>& uniqueIDs) const

@@ -108,10 +108,9 @@ TEST_F(TwoElements, AreJoinedByOthers)
     ASSERT_EQ(added.size(), 1U);
     EXPECT_EQ(State(added[0].index), "0 0 0 0 0");
     QStringList texts;
-    for (const int column : {2, 5, 7, 9})
+    for (const int column : {2, 5, 7, 9, 10})
         texts << table.index(2, column).data().toString();
-    EXPECT_EQ(texts.join(QLatin1Char(' ')),
-              QStringLiteral("2x1 Lamp-3 3 ArtNet/IP Auto/sub 000/univ 000/ch 001"));
+    EXPECT_EQ(texts.join(QLatin1Char(' ')), QStringLiteral("2x1 Lamp-3 3 0/0/1 Auto"));
     manager.ApplyObjectParams(added);
     EXPECT_EQ(State(added[0].index), "100 50 20 10 0");
     manager.SetDescription(first, L"Bar");
@@ -143,8 +142,8 @@ TEST_F(TwoElements, AreJoinedByOthers)
     EXPECT_EQ(second.row(), 0);
     EXPECT_TRUE(table.removeRow(3));
     table.ReplaceNodeAddress(QStringLiteral("Auto"), QStringLiteral("2.0.0.1"), {});
-    EXPECT_EQ(table.index(0, MappedDeviceModel::AddressColumn).data().toString(),
-              QStringLiteral("ArtNet/IP 2.0.0.1/sub 000/univ 000/ch 001"));
+    EXPECT_EQ(table.index(0, MappedDeviceModel::NodeColumn).data().toString(),
+              QStringLiteral("2.0.0.1"));
     // One without a place is passed over.
     manager.CropToSelection({second, table.index(1, 0)});
     EXPECT_EQ(manager.CanvasPixels(), QSize(20, 10));

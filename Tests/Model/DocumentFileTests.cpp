@@ -100,8 +100,7 @@ TEST_F(DocumentFile, ASavedDocumentIsTheLoadedOneByteForByte)
     const QSignalSpy changes(&document, &MappedDeviceModel::mappingsChanged);
     ASSERT_TRUE(Load(XmlText::Encode(Whole)));
     EXPECT_GE(changes.count(), 1);
-    EXPECT_EQ(Texts(0, {0, 1, 2, 5, 7, 9}),
-              "Maker|Lamp||Lamp <1>\n|1|ArtNet/IP 2.0.0.10/sub 001/univ 002/ch 003");
+    EXPECT_EQ(Texts(0, {0, 1, 2, 5, 7, 9, 10}), "Maker|Lamp||Lamp <1>\n|1|1/2/3|Left");
     document.UpdateFixtureInElements(1, *manager.GetLEDFixtureByProduct(L"Lamp"));
     EXPECT_EQ(Texts(0, {1, 2}), "Lamp|2x1");
     // Files and folders may have names of any script, and are made.

@@ -3,8 +3,31 @@
 
 #include <QKeyEvent>
 
+#include "Model/MappedDeviceModel.h"
+
+bool WeftMappedObjectTreeView::IsRename(const QKeyEvent& event) const
+{
+    return event.key() == Qt::Key_F2 && event.modifiers() == Qt::NoModifier &&
+           currentIndex().isValid();
+}
+
+bool WeftMappedObjectTreeView::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride && IsRename(static_cast<QKeyEvent&>(*event))) {
+        event->accept();
+        return true;
+    }
+    return DockList::event(event);
+}
+
 void WeftMappedObjectTreeView::keyPressEvent(QKeyEvent* event)
 {
+    if (IsRename(*event)) {
+        const QModelIndex name = currentIndex().siblingAtColumn(MappedDeviceModel::NameColumn);
+        QTreeView::scrollTo(name); // to the side, too
+        edit(name);
+        return;
+    }
     if (event->key() == Qt::Key_Delete) {
         emit EnvokeRemoveSelection();
         return;
@@ -25,5 +48,5 @@ void WeftMappedObjectTreeView::keyPressEvent(QKeyEvent* event)
             break;
         }
     }
-    QTreeView::keyPressEvent(event);
+    DockList::keyPressEvent(event);
 }

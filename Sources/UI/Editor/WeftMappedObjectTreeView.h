@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QTreeView>
+#include "UI/Widgets/DockList.h"
 
 /// The list of placed elements. It selects; what is done with the selection is the same as on the
-/// canvas.
-class WeftMappedObjectTreeView : public QTreeView
+/// canvas. F2 edits the description of the current one.
+class WeftMappedObjectTreeView : public DockList
 {
     Q_OBJECT
 
 public:
-    using QTreeView::QTreeView;
+    using DockList::DockList;
 
 signals:
     void EnvokeDuplicateElement();
@@ -20,5 +20,10 @@ signals:
     void EnvokeRemoveSelection();
 
 protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    /// Whether F2 names a row here, and not in the inspector.
+    [[nodiscard]] bool IsRename(const QKeyEvent& event) const;
 };

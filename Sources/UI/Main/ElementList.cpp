@@ -1,40 +1,68 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Main/ElementList.h"
 
-#include <QHeaderView>
+#include <memory>
+
+#include <QLineEdit>
 
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedObjectListProxy.h"
+#include "Model/Trouble.h"
+#include "UI/Commands/AddressCommands.h"
+#include "UI/Commands/PushStep.h"
 #include "UI/Editor/WeftMappedObjectTreeView.h"
 #include "UI/Widgets/ActionSet.h"
-#include "UI/Widgets/ListLook.h"
+#include "UI/Widgets/ListColumns.h"
+#include "UI/Widgets/TroubleDelegate.h"
 
-ElementList::ElementList(DeviceManager& manager)
+namespace {
+
+/// The only column that can be edited is that of the descriptions.
+class ElementDelegate final : public TroubleDelegate
+{
+public:
+    ElementDelegate(DeviceManager& manager, QUndoStack& undoStack, QObject* parent)
+        : TroubleDelegate(TroubleRole, MappedDeviceModel::AddressColumn, parent)
+        , manager_(manager)
+        , undoStack_(undoStack)
+    {}
+
+    /// The document is changed by the command, not by the model of the view.
+    void setModelData(QWidget* editor, QAbstractItemModel*, const QModelIndex& index) const override
+    {
+        const QModelIndex number = index.siblingAtColumn(MappedDeviceModel::IdentifierColumn);
+        const auto* field = qobject_cast<QLineEdit*>(editor);
+        if (field)
+            PushStep(undoStack_, std::make_unique<DescriptionCommand>(
+                                     manager_, ElementIds{number.data(Qt::UserRole).toLongLong()},
+                                     field->text().toStdWString()));
+    }
+
+private:
+    DeviceManager& manager_;
+    QUndoStack& undoStack_;
+};
+
+} // namespace
+
+ElementList::ElementList(DeviceManager& manager, QUndoStack& undoStack)
     : view_(new WeftMappedObjectTreeView)
 {
-    SetUpList(*view_, QStringLiteral("mappedTreeView"),
-              WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Mapped Fixtures")));
+    view_->SetNames(QStringLiteral("mappedTreeView"),
+                    WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Mapped Fixtures")));
     view_->setRootIsDecorated(false);
     view_->setAllColumnsShowFocus(true);
-    view_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view_->setModel(manager.GetMappedObjectListProxy());
-    view_->sortByColumn(MappedDeviceModel::ManufacturerColumn, Qt::AscendingOrder);
-    // An empty list gets all its columns with its first row. Queued: the header must be done first.
-    connect(view_->header(), &QHeaderView::sectionCountChanged, this, &ElementList::SetUpColumns,
-            Qt::QueuedConnection);
-    SetUpColumns();
+    view_->setItemDelegate(new ElementDelegate(manager, undoStack, view_));
+    view_->sortByColumn(MappedDeviceModel::NameColumn, Qt::AscendingOrder);
+    columns_ =
+        new ListColumns(*view_, {MappedDeviceModel::NameColumn, MappedDeviceModel::AddressColumn,
+                                 MappedDeviceModel::NodeColumn, MappedDeviceModel::ProductColumn,
+                                 MappedDeviceModel::ManufacturerColumn});
 }
 
 ElementList::~ElementList()
 {
     view_->setModel(nullptr);
-}
-
-void ElementList::SetUpColumns()
-{
-    for (int column = 0; column <= MappedDeviceModel::AddressColumn; ++column)
-        view_->setColumnHidden(column, column >= MappedDeviceModel::SizeColumn &&
-                                           column < MappedDeviceModel::AddressColumn);
-    view_->setColumnWidth(MappedDeviceModel::SizeColumn, 50);
 }

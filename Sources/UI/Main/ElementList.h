@@ -4,24 +4,26 @@
 #include <QObject>
 
 class DeviceManager;
+class ListColumns;
+class QUndoStack;
 class WeftMappedObjectTreeView;
 
-/// The list in the dock "Mapped Fixtures": the elements of the document.
+/// The list in the dock "Mapped Fixtures": the elements of the document. A description that is
+/// edited there is a step of the history.
 class ElementList : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `manager` outlives the list.
-    explicit ElementList(DeviceManager& manager);
+    /// Both outlive the list.
+    ElementList(DeviceManager& manager, QUndoStack& undoStack);
     /// The view, which its dock owns, shows nothing from then on.
     ~ElementList() override;
 
     [[nodiscard]] WeftMappedObjectTreeView* View() const { return view_; }
-
-    /// The model forgets its columns when it is loaded again.
-    void SetUpColumns();
+    [[nodiscard]] ListColumns& Columns() const { return *columns_; }
 
 private:
     WeftMappedObjectTreeView* view_;
+    ListColumns* columns_; ///< the view owns it
 };

@@ -47,6 +47,7 @@
 #include "UI/TestPattern/LEDTestPatternControl.h"
 #include "UI/TestPattern/TestPatternPanel.h"
 #include "UI/Widgets/DeskLook.h"
+#include "UI/Widgets/ListColumns.h"
 #include "UI/Widgets/Version.h"
 
 namespace {
@@ -147,7 +148,7 @@ void WEFTMain::BuildDocks()
 {
     libraryPanel_ = std::make_unique<LibraryPanel>(
         LibraryPanel::Parts{*deviceManager_, undoStack_, boxes_, *this});
-    elementList_ = std::make_unique<ElementList>(*deviceManager_);
+    elementList_ = std::make_unique<ElementList>(*deviceManager_, undoStack_);
     nodeList_ = std::make_unique<NodeList>(*nodeModel_, *deviceManager_, *engine_, *network_);
     const std::array<MainWindowForm::Dock, 3> docks = {{
         {"dockWidgetFixtureLibrary", QT_TR_NOOP("Fixture Library"), QT_TR_NOOP("Fixture &Library"),
@@ -296,10 +297,8 @@ void WEFTMain::WireDocument()
                                  StatusMilliseconds);
     });
     connect(document, &DocumentLife::loaded, libraryPanel_.get(), &LibraryPanel::SortByProduct);
-    for (const auto replaced : {&DocumentLife::cleared, &DocumentLife::loaded}) {
+    for (const auto replaced : {&DocumentLife::cleared, &DocumentLife::loaded})
         connect(document, replaced, libraryPanel_.get(), &LibraryPanel::FollowLibrary);
-        connect(document, replaced, elementList_.get(), &ElementList::SetUpColumns);
-    }
     connect(document, &DocumentLife::canvasSizeChanged, form_->mappingEditorView,
             &WeftMapEditorView::CanvasChanged);
 }
@@ -323,6 +322,8 @@ void WEFTMain::LoadWindowSettings()
     if (!QGuiApplication::screenAt(geometry().center()))
         move(DefaultPosition);
     form_->RestoreLayout(store->value(QStringLiteral("windowLayout")).toByteArray());
+    elementList_->Columns().Read(*store);
+    nodeList_->Columns().Read(*store);
     testPattern_->ReadSettings(*store);
     display_.Read(*store);
     displayControls_->TakeSettings();
@@ -341,6 +342,8 @@ void WEFTMain::SaveWindowSettings()
     store->setValue(QStringLiteral("lastSize"), size());
     store->setValue(QStringLiteral("lastInnerSize"), form_->centralwidget->width());
     store->setValue(QStringLiteral("windowLayout"), form_->SaveLayout());
+    elementList_->Columns().Write(*store);
+    nodeList_->Columns().Write(*store);
     testPattern_->WriteSettings(*store);
     display_.Write(*store);
     inspector_->Panel().Write(*store);
@@ -411,6 +414,8 @@ void WEFTMain::ActionAbout()
 void WEFTMain::ActionResetLayout()
 {
     form_->ResetLayout();
+    elementList_->Columns().Reset();
+    nodeList_->Columns().Reset();
     inspector_->Panel().ActionInspector(true);
 }
 

@@ -6,6 +6,7 @@
 class ArtNetNodeModel;
 class DeviceManager;
 class LEDEngine;
+class ListColumns;
 class NetworkChoice;
 class QTreeView;
 
@@ -25,6 +26,7 @@ public:
     ~NodeList() override;
 
     [[nodiscard]] QTreeView* View() const { return view_; }
+    [[nodiscard]] ListColumns& Columns() const { return *columns_; }
 
 public slots:
     /// The next pause takes the latest discovery.
@@ -41,12 +43,15 @@ public slots:
 
 private:
     void WatchDocument();
+    void JudgeNodes();
 
     ArtNetNodeModel& nodes_;
     DeviceManager& manager_;
     LEDEngine& engine_;
     const NetworkChoice& choice_;
     QTreeView* view_;
+    ListColumns* columns_; ///< the view owns it
+    int looks_ = 0;        ///< at the nodes, since another network was chosen
     bool nodesDue_ = false;
     bool rowsDue_ = false;
 };

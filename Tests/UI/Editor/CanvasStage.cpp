@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include <QApplication>
-#include <QColor>
 #include <QHBoxLayout>
 #include <QPixmap>
 
@@ -12,6 +11,8 @@
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
 #include "Model/MappedObjectListProxy.h"
+#include "Model/NaturalOrder.h"
+#include "Model/Trouble.h"
 
 CanvasStage::CanvasStage(QSize canvas, QSize viewSize)
     : manager(QString())
@@ -26,7 +27,7 @@ CanvasStage::CanvasStage(QSize canvas, QSize viewSize)
     list->setSelectionBehavior(QAbstractItemView::SelectRows);
     list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list->setSortingEnabled(true);
-    list->sortByColumn(MappedDeviceModel::ManufacturerColumn, Qt::AscendingOrder);
+    list->sortByColumn(MappedDeviceModel::NameColumn, Qt::AscendingOrder);
     list->setFixedWidth(200);
     auto* layout = new QHBoxLayout(&window);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -114,16 +115,37 @@ std::vector<std::int64_t> CanvasStage::SelectedInList() const
     return ids;
 }
 
+namespace {
+
+/// Red where a universe is both broadcast and sent to a node, and where channels are not sent;
+/// orange where two elements share channels.
+Trouble TroubleOf(const MappedLedItem& element, const QList<MappedLedItem*>& all)
+{
+    const DMXMappingArtNet* address = element.GetArtNetMapping();
+    if (!address)
+        return Trouble::None;
+    const auto last = [](const MappedLedItem& item) {
+        return item.GetArtNetMapping()->GetChannel() + item.GetFixture().GetChannelCount() - 1;
+    };
+    bool shares = false;
+    for (const MappedLedItem* other : all) {
+        const DMXMappingArtNet* its = other->GetArtNetMapping();
+        if (!its || its->GetPortAddress() != address->GetPortAddress())
+            continue;
+        if (its->IsAuto() != address->IsAuto())
+            return Trouble::Fault;
+        shares =
+            shares || (other != &element && its->GetIpconf() == address->GetIpconf() &&
+                       its->GetChannel() <= last(element) && address->GetChannel() <= last(*other));
+    }
+    return last(element) > 512 ? Trouble::Fault : shares ? Trouble::Caution : Trouble::None;
+}
+
+} // namespace
+
 std::string CanvasStage::TableFault() const
 {
     const MappedDeviceModel& table = *manager.GetMappedDeviceModel();
-    const auto conflicts = [&](const DMXMappingArtNet& one) {
-        return std::ranges::any_of(table.GetAllItems(), [&](const MappedLedItem* other) {
-            const DMXMappingArtNet* address = other->GetArtNetMapping();
-            return address && address->GetPortAddress() == one.GetPortAddress() &&
-                   address->IsAuto() != one.IsAuto();
-        });
-    };
     for (int row = 0; row < table.rowCount(); ++row) {
         const MappedLedItem* element = table.GetElement(row);
         const QModelIndex cell = table.index(row, MappedDeviceModel::IdentifierColumn);
@@ -135,19 +157,16 @@ std::string CanvasStage::TableFault() const
         if (cell.siblingAtColumn(MappedDeviceModel::NameColumn).data().toString() !=
             QString::fromStdWString(element->description))
             return "row " + std::to_string(row) + " shows an older name";
-        // Red where a universe is both broadcast and sent to a node, orange for other broadcasts.
-        const DMXMappingArtNet* address = element->GetArtNetMapping();
-        const QVariant colour = address && conflicts(*address) ? QColor(255, 0, 0)
-                                : address && address->IsAuto() ? QColor(255, 102, 0)
-                                                               : QVariant();
-        if (cell.data(Qt::ForegroundRole) != colour)
-            return "row " + std::to_string(row) + " has a wrong colour";
+        const auto wrong = static_cast<Trouble>(cell.data(TroubleRole).toInt());
+        if (wrong != TroubleOf(*element, table.GetAllItems()))
+            return "row " + std::to_string(row) + " has a wrong mark";
         const auto text = [&list = *manager.GetMappedObjectListProxy()](int of) {
             return list.index(of, list.sortColumn()).data().toString();
         };
         const bool ascending =
             manager.GetMappedObjectListProxy()->sortOrder() == Qt::AscendingOrder;
-        if (row > 0 && (ascending ? text(row) < text(row - 1) : text(row - 1) < text(row)))
+        if (row > 0 &&
+            (ascending ? IsBefore(text(row), text(row - 1)) : IsBefore(text(row - 1), text(row))))
             return "the list isn't sorted";
     }
     return {};

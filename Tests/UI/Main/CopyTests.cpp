@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Walls of equal elements, and elements that are copied: by keys and menus, in the list, on the
 // canvas and between documents.
+#include <algorithm>
 #include <map>
 
+#include "Model/MappedDeviceModel.h"
+#include "Model/NaturalOrder.h"
 #include "Support/LogCapture.h"
 #include "Support/Stage.h"
 #include "UI/Editor/MappingRectangle.h"
@@ -39,9 +42,10 @@ protected:
     {
         QStringList addresses;
         for (int row = 0; row < List()->model()->rowCount(); ++row)
-            addresses << List()->model()->index(row, 9).data().toString();
-        addresses.sort();
-        return addresses.replaceInStrings("ArtNet/IP "_q, QString());
+            addresses
+                << List()->model()->index(row, MappedDeviceModel::AddressColumn).data().toString();
+        std::sort(addresses.begin(), addresses.end(), IsBefore);
+        return addresses;
     }
     /// Whether the middles of the selected elements are in sight.
     [[nodiscard]] bool SelectionIsInSight() const
@@ -101,9 +105,9 @@ TEST_F(Copying, AnElementOffTheCanvasBecomesAWallByKeysAlone)
     EXPECT_EQ(person.seen.back().title, "Duplicate Element"_q);
     EXPECT_EQ(Places(), "-40,-45 -52,-45 -64,-45 -76,-45 -40,-46 -52,-46 -64,-46 -76,-46 "
                         "-40,-47 -52,-47 -64,-47 -76,-47"_q);
-    EXPECT_EQ(Addresses().first(), "Auto/sub 000/univ 015/ch 433"_q);
-    EXPECT_EQ(Addresses().at(2), "Auto/sub 001/univ 000/ch 001"_q);
-    EXPECT_EQ(Addresses().last(), "Auto/sub 001/univ 000/ch 325"_q);
+    EXPECT_EQ(Addresses().first(), "0/15/433"_q);
+    EXPECT_EQ(Addresses().at(2), "1/0/1"_q);
+    EXPECT_EQ(Addresses().last(), "1/0/325"_q);
     EXPECT_EQ(onCanvas.count(), 1);
     EXPECT_EQ(inList.count(), 1);
     EXPECT_EQ(Scene().SelectedCount(), 11);
@@ -183,8 +187,7 @@ TEST_F(Copying, OneCopyIsOnePasteAboveWithoutItsSourceToo)
     ASSERT_EQ(PlacedFixtures(), 0);
     Type(Canvas(), Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(Places(), "30,0 50,20"_q);
-    EXPECT_EQ(Addresses(),
-              (QStringList{"Auto/sub 000/univ 000/ch 001"_q, "Auto/sub 000/univ 000/ch 037"_q}));
+    EXPECT_EQ(Addresses(), (QStringList{"0/0/1"_q, "0/0/37"_q}));
     EXPECT_EQ(Scene().SelectedCount(), 2);
     EXPECT_FALSE(CanPaste());
     Type(List(), Qt::Key_V, Qt::ControlModifier);
@@ -228,7 +231,8 @@ TEST_F(Copying, TheListHasAMenuOfItsOwn)
                 QTest::keyClick(menu, Qt::Key_Down);
             QTest::keyClick(menu, Qt::Key_Return);
         });
-        const QPoint at = List()->visualRect(List()->model()->index(0, 0)).center();
+        const QPoint at =
+            List()->visualRect(List()->model()->index(0, MappedDeviceModel::NameColumn)).center();
         QContextMenuEvent event(QContextMenuEvent::Keyboard, at, List()->mapToGlobal(at));
         QApplication::sendEvent(List(), &event);
     };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // What the window shows and keeps, its actions and its boxes.
 
+#include "Model/MappedDeviceModel.h"
 #include "UI/Dialogs/WEFTAboutDialog.h"
 #include "UI/Main/Desk.h"
 #include "UI/Main/Startup.h"
@@ -232,18 +233,82 @@ TEST_F(Window, KeysReachTheirTargetWhereverTheFocusIs)
 
 TEST_F(Window, ListsShowTheirColumnsAlsoOfAnotherDocument)
 {
+    const auto columns = [this](const char* name) {
+        const QHeaderView& header = *Find<QTreeView>(name)->header();
+        QStringList shown;
+        for (int place = 0; place < header.count(); ++place) {
+            const int column = header.logicalIndex(place);
+            if (!header.isSectionHidden(column))
+                shown << header.model()->headerData(column, Qt::Horizontal).toString();
+        }
+        return shown.join(QLatin1Char(' '));
+    };
+    const QString inOrder = "Description Address Node Product Name Manufacturer"_q;
     Start();
     Trigger("actionNew");
     Import(WriteDocument("other.wfm"_q, {}), {"Yes", "OK"});
-    for (const auto& [list, firstHidden] : {std::pair("treeView", 3), {"mappedTreeView", 2}}) {
-        for (int column = 0; column < 10; ++column)
-            EXPECT_EQ(Find<QTreeView>(list)->isColumnHidden(column),
-                      column >= firstHidden && column < 9)
-                << list << column;
-    }
-    EXPECT_EQ(Find<QTreeView>("treeView")->columnWidth(1), 200);
+    EXPECT_EQ(columns("treeView"), "Manufacturer Product Name Size"_q);
+    EXPECT_EQ(columns("mappedTreeView"), inOrder);
     const QAbstractItemModel& library = *Find<QTreeView>("treeView")->model();
     EXPECT_LT(library.index(0, 0).data().toString(), library.index(1, 0).data().toString());
+
+    // As wide as their contents, until they are set.
+    const auto width = [this](const char* list, int column) {
+        return Find<QTreeView>(list)->columnWidth(column);
+    };
+    const int product = MappedDeviceModel::ProductColumn;
+    EXPECT_GE(width("mappedTreeView", product),
+              Find<QTreeView>("mappedTreeView")->fontMetrics().horizontalAdvance(Bar));
+    const int fitted = width("mappedTreeView", product);
+    Find<QTreeView>("mappedTreeView")->setColumnWidth(product, 77);
+    Find<QTreeView>("mappedTreeView")->sortByColumn(product, Qt::DescendingOrder);
+    Find<QTreeView>("artNetNodes")->setColumnWidth(0, 123);
+    Trigger("actionSave_File");
+    EXPECT_TRUE(window->close());
+    Start();
+    EXPECT_EQ(width("mappedTreeView", product), 77);
+    EXPECT_EQ(width("artNetNodes", 0), 123);
+    EXPECT_EQ(Find<QTreeView>("mappedTreeView")->header()->sortIndicatorSection(), product);
+    Find<QTreeView>("mappedTreeView")->header()->moveSection(1, 0);
+    Trigger("actionReset_Layout");
+    EXPECT_EQ(columns("mappedTreeView"), inOrder);
+    EXPECT_EQ(width("mappedTreeView", product), fitted);
+    EXPECT_TRUE(window->close());
+    QSettings("Zentri"_q, "PixelWeft3"_q)
+        .setValue("columns/mappedTreeView"_q,
+                  Kept("columns/mappedTreeView").toByteArray().left(40));
+    Start();
+    EXPECT_EQ(columns("mappedTreeView"), inOrder);
+}
+
+TEST_F(Window, AnElementIsNamedInTheListAsAStepOfTheHistory)
+{
+    StartWith(Element({0.2, 0.2}, {0.18, 0.1}) + Element({0.6, 0.8}, {0.1, 0.18}, 0, 37));
+    auto* list = Find<QTreeView>("mappedTreeView");
+    const auto name = [this] {
+        return Find<QTreeView>("mappedTreeView")
+            ->currentIndex()
+            .siblingAtColumn(MappedDeviceModel::NameColumn)
+            .data()
+            .toString();
+    };
+    list->setCurrentIndex(list->model()->index(0, MappedDeviceModel::AddressColumn));
+    for (const auto& [text, end, shown] :
+         {std::tuple("Left 1", Qt::Key_Escape, "Bar"), std::tuple("Zed", Qt::Key_Return, "Zed")})
+    {
+        Type(list, Qt::Key_F2);
+        auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+        ASSERT_TRUE(field && list->isAncestorOf(field));
+        QTest::keyClicks(field, QLatin1String(text));
+        QTest::keyClick(field, end);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(name(), QLatin1String(shown));
+    }
+    EXPECT_EQ(list->currentIndex().row(), 1) << "sorted at once";
+    EXPECT_EQ(Action("actionUndo")->text(), "&Undo Change Description"_q);
+    Trigger("actionUndo");
+    EXPECT_EQ(name(), "Bar"_q);
+    EXPECT_FALSE(Action("actionUndo")->isEnabled());
 }
 
 TEST_F(Window, PreferencesShowAndTakeWhatIsSet)

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Widgets/TroubleDelegate.h"
+
+#include <QPainter>
+#include <QWidget>
+
+#include "UI/Widgets/DeskLook.h"
+
+namespace {
+
+constexpr int MarkSize = 12;
+
+enum Level
+{
+    Healthy = 0,
+    Caution = 1,
+    Fault = 2
+};
+
+QColor ColourOf(int level)
+{
+    return level == Fault ? TroubleColour() : WarningColour();
+}
+
+/// A triangle for a caution, a disc for a fault, both with an exclamation mark; nothing for a
+/// healthy row.
+QPixmap Mark(int level, qreal ratio)
+{
+    QPixmap mark(qRound(MarkSize * ratio), qRound(MarkSize * ratio));
+    mark.setDevicePixelRatio(ratio);
+    mark.fill(Qt::transparent);
+    if (level == Healthy)
+        return mark;
+    const QColor ink = WarningInk();
+    QPainter painter(&mark);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(ink, 1));
+    painter.setBrush(ColourOf(level));
+    if (level == Fault)
+        painter.drawEllipse(QRectF(0.5, 0.5, 11, 11));
+    else
+        painter.drawPolygon(QPolygonF({{6, 0.5}, {11.5, 11}, {0.5, 11}}));
+    const qreal top = level == Fault ? 2.5 : 4;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(ink);
+    painter.drawRect(QRectF(5.2, top, 1.6, 3.8));
+    painter.drawRect(QRectF(5.2, top + 4.6, 1.6, 1.6));
+    return mark;
+}
+
+} // namespace
+
+TroubleDelegate::TroubleDelegate(int role, int markColumn, QObject* parent)
+    : QStyledItemDelegate(parent)
+    , role_(role)
+    , markColumn_(markColumn)
+{}
+
+void TroubleDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    const int level = index.data(role_).toInt();
+    if (level != Healthy)
+        option->palette.setColor(QPalette::Text, ColourOf(level));
+    if (index.column() != markColumn_ || index.parent().isValid())
+        return;
+    const qreal ratio = option->widget ? option->widget->devicePixelRatioF() : 1;
+    option->features |= QStyleOptionViewItem::HasDecoration;
+    option->icon = QIcon(Mark(level, ratio));
+    option->decorationSize = QSize(MarkSize, MarkSize);
+}
