@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "Model/DeviceModel.h"
+#include "Model/NaturalOrder.h"
 
 namespace {
 
@@ -31,8 +32,7 @@ int CountFixtures(const QAbstractItemModel& model)
 DeviceListProxy::DeviceListProxy(QObject* parent)
     : QSortFilterProxyModel(parent)
 {
-    setDynamicSortFilter(false);
-    setSortCaseSensitivity(Qt::CaseInsensitive);
+    setDynamicSortFilter(true);
     setRecursiveFilteringEnabled(true);
 }
 
@@ -63,4 +63,17 @@ bool DeviceListProxy::filterAcceptsRow(int row, const QModelIndex& parent) const
         Plain(parent.data().toString() + QLatin1Char(' ') + product.data().toString());
     return std::all_of(words_.begin(), words_.end(),
                        [&name](const QString& word) { return name.contains(word); });
+}
+
+bool DeviceListProxy::lessThan(const QModelIndex& left, const QModelIndex& right) const
+{
+    const bool isManufacturer = !left.parent().isValid();
+    const QString a = left.data().toString();
+    const QString b = right.data().toString();
+    if (left.column() == DeviceModel::NameColumn || (!isManufacturer && a != b))
+        return IsBefore(a, b);
+    // What the column does not tell apart is in the order of names, whichever way it is sorted.
+    const QString first = left.siblingAtColumn(DeviceModel::NameColumn).data().toString();
+    const QString second = right.siblingAtColumn(DeviceModel::NameColumn).data().toString();
+    return sortOrder() == Qt::AscendingOrder ? IsBefore(first, second) : IsBefore(second, first);
 }

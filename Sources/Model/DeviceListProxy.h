@@ -4,9 +4,9 @@
 #include <QSortFilterProxyModel>
 #include <QStringList>
 
-/// The library as the view shows it: sorted without regard to case, and only when asked. Qt's own
-/// connections to the source report insertions and changes; slots of our own would report each of
-/// them twice.
+/// The library as the view shows it, always sorted: the fixtures of each manufacturer by a column,
+/// with numbers by their value, and the manufacturers by their names, from A on if the column is
+/// another one.
 ///
 /// It can be narrowed to the fixtures whose manufacturer and product have all words of a text, in
 /// any order and without regard to case and accents. Manufacturers without such a fixture go too.
@@ -28,6 +28,7 @@ public:
 
 protected:
     [[nodiscard]] bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
+    [[nodiscard]] bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
 
 private:
     QStringList words_;

@@ -5,6 +5,8 @@
 #include <memory>
 #include <set>
 
+#include <QSignalBlocker>
+
 #include "LibTools/XmlFile.h"
 #include "Log/Log.h"
 #include "Platform/Numbers.h"
@@ -12,8 +14,8 @@
 
 namespace {
 
-constexpr int VisibleColumns = 5;
 constexpr int ObserverKindCleared = 2;
+constexpr int RightAligned = Qt::AlignRight | Qt::AlignVCenter;
 
 /// Spellings of one manufacturer share a row.
 QString ManufacturerKey(const std::wstring& manufacturer)
@@ -21,10 +23,14 @@ QString ManufacturerKey(const std::wstring& manufacturer)
     return QString::fromStdWString(manufacturer).toUpper();
 }
 
-void SetFixtureTexts(QStandardItem& product, QStandardItem& size, const LEDFixture& fixture)
+/// `cell` gives the item of a column of the fixture's row.
+template <class Cell>
+void SetFixtureTexts(const Cell& cell, const LEDFixture& fixture)
 {
-    product.setText(QString::fromStdWString(fixture.product));
-    size.setText(SizeText(fixture.pixelMap));
+    for (const int column : {DeviceModel::NameColumn, DeviceModel::ProductColumn})
+        cell(column)->setText(QString::fromStdWString(fixture.product));
+    cell(DeviceModel::SizeColumn)->setText(SizeText(fixture.pixelMap));
+    cell(DeviceModel::ChannelsColumn)->setText(QString::number(fixture.GetChannelCount()));
 }
 
 QList<QStandardItem*> EmptyRow()
@@ -32,6 +38,8 @@ QList<QStandardItem*> EmptyRow()
     QList<QStandardItem*> row;
     for (int column = 0; column < DeviceModel::ColumnCount; ++column)
         row.append(new QStandardItem);
+    for (const int column : {DeviceModel::SizeColumn, DeviceModel::ChannelsColumn})
+        row[column]->setData(RightAligned, Qt::TextAlignmentRole);
     return row;
 }
 
@@ -50,7 +58,7 @@ FixtureConflictCallback DeviceModel::defaultConflictCallback = [](const QString&
 DeviceModel::DeviceModel(QObject* parent)
     : QStandardItemModel(parent)
 {
-    Clear();
+    SetUpColumns();
 }
 
 DeviceModel::~DeviceModel() = default;
@@ -63,8 +71,13 @@ void DeviceModel::Clear()
     manufacturerRows.clear();
     firstOfProduct_.clear();
     nextUniqueID = 0;
-    QStandardItemModel::clear();
-    SetUpColumns();
+    // Qt's clear() would take the columns too, and with them what their views know of them.
+    beginResetModel();
+    {
+        const QSignalBlocker resetForAll(this);
+        removeRows(0, rowCount());
+    }
+    endResetModel();
     SetChanged();
     WEFTObservableData data;
     data.kind = ObserverKindCleared;
@@ -73,8 +86,12 @@ void DeviceModel::Clear()
 
 void DeviceModel::SetUpColumns()
 {
-    setColumnCount(VisibleColumns);
-    setHorizontalHeaderLabels({tr("Manufacturer"), tr("Product Name"), tr("Size")});
+    setColumnCount(ColumnCount);
+    setHorizontalHeaderLabels(
+        {tr("Fixture"), tr("Product Name"), tr("Size"), QString(), tr("Ch.")});
+    setHeaderData(ChannelsColumn, Qt::Horizontal, tr("DMX channels"), Qt::ToolTipRole);
+    for (const int column : {SizeColumn, ChannelsColumn})
+        setHeaderData(column, Qt::Horizontal, RightAligned, Qt::TextAlignmentRole);
 }
 
 int DeviceModel::Merge(const std::wstring& path, bool force,
@@ -173,7 +190,7 @@ void DeviceModel::Replace(DeviceLedItem& old, DeviceLedItem& item)
 void DeviceModel::AddRow(DeviceLedItem& item)
 {
     auto row = EmptyRow();
-    SetFixtureTexts(*row[ProductColumn], *row[SizeColumn], item);
+    SetFixtureTexts([&row](int column) { return row[column]; }, item);
     row[IdentifierColumn]->setText(QString::number(item.uniqueID));
     delete row[ItemColumn];
     row[ItemColumn] = &item;
@@ -187,7 +204,7 @@ QStandardItem& DeviceModel::ManufacturerRow(const std::wstring& manufacturer)
     auto known = manufacturerRows.find(key);
     if (known == manufacturerRows.end()) {
         auto row = EmptyRow();
-        row[ManufacturerColumn]->setText(QString::fromStdWString(manufacturer));
+        row[NameColumn]->setText(QString::fromStdWString(manufacturer));
         appendRow(row);
         known = manufacturerRows.insert(key, row);
     }
@@ -222,8 +239,7 @@ const DeviceLedItem* DeviceModel::ChangeFixture(std::int64_t uniqueID, const LED
 void DeviceModel::MoveRow(DeviceLedItem& item)
 {
     QStandardItem& present = *item.parent();
-    SetFixtureTexts(*present.child(item.row(), ProductColumn),
-                    *present.child(item.row(), SizeColumn), item);
+    SetFixtureTexts([&](int column) { return present.child(item.row(), column); }, item);
     QStandardItem& wanted = ManufacturerRow(item.manufacturer);
     if (&wanted != &present)
         wanted.appendRow(present.takeRow(item.row()));

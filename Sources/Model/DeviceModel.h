@@ -41,10 +41,11 @@ public:
     static constexpr int ColumnCount = 9;
     enum Column
     {
-        ManufacturerColumn = 0,
+        NameColumn = 0, ///< the manufacturer, and of a fixture the product, for the tree
         ProductColumn = 1,
         SizeColumn = 2,
         ItemColumn = 3,
+        ChannelsColumn = 4,
         IdentifierColumn = 7
     };
 
@@ -55,7 +56,8 @@ public:
     /// operator here, a test sets its answer. While it is empty, the library's own fixture stays.
     static FixtureConflictCallback defaultConflictCallback;
 
-    /// Removes all fixtures and starts their numbers from 1 again; the version stays.
+    /// Removes all fixtures and starts their numbers from 1 again; the version and the columns
+    /// stay.
     void Clear();
 
     /// Adds the fixtures of a library or document file. Without `force` a file whose version isn't

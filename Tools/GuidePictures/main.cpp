@@ -166,10 +166,9 @@ public:
     void SelectFixture(const QString& product) const
     {
         auto* list = window_->findChild<QTreeView*>(QStringLiteral("treeView"));
-        constexpr int productColumn = 1;
         const QModelIndexList found =
-            list->model()->match(list->model()->index(0, productColumn), Qt::DisplayRole, product,
-                                 1, Qt::MatchExactly | Qt::MatchRecursive);
+            list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, product, 1,
+                                 Qt::MatchExactly | Qt::MatchRecursive);
         if (found.isEmpty())
             return Fail(product);
         list->setCurrentIndex(found.front());

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QDrag>
+#include <QHeaderView>
 #include <QMouseEvent>
 
 #include "Model/DeviceListProxy.h"
@@ -10,28 +11,21 @@
 #include "Model/DeviceModel.h"
 
 LEDDeviceListView::LEDDeviceListView(QWidget* parent)
-    : QTreeView(parent)
+    : DockList(parent)
 {
-    setSelectionBehavior(QAbstractItemView::SelectRows);
-    setSelectionMode(QAbstractItemView::ExtendedSelection);
-    setSortingEnabled(true);
     setAllColumnsShowFocus(true);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
 }
 
 void LEDDeviceListView::SetDeviceManager(DeviceManager* manager)
 {
     deviceManager_ = manager;
-    SetUpColumns();
-}
-
-void LEDDeviceListView::SetUpColumns()
-{
-    setColumnWidth(DeviceModel::ManufacturerColumn, 120);
-    setColumnWidth(DeviceModel::ProductColumn, 200);
-    setColumnWidth(DeviceModel::SizeColumn, 50);
-    for (int column = DeviceModel::ItemColumn; column < DeviceModel::ColumnCount; ++column)
-        hideColumn(column);
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header()->setSectionResizeMode(DeviceModel::NameColumn, QHeaderView::Stretch);
+    for (int column = 0; column < DeviceModel::ColumnCount; ++column)
+        setColumnHidden(column, column != DeviceModel::NameColumn &&
+                                    column != DeviceModel::SizeColumn &&
+                                    column != DeviceModel::ChannelsColumn);
 }
 
 const DeviceLedItem* LEDDeviceListView::SelectedFixture() const
@@ -62,7 +56,7 @@ std::unique_ptr<QMimeData> LEDDeviceListView::DragData() const
 
 void LEDDeviceListView::mousePressEvent(QMouseEvent* event)
 {
-    QTreeView::mousePressEvent(event);
+    DockList::mousePressEvent(event);
     pressPosition_ = event->pos();
     const DeviceLedItem* fixture = FixtureAt(indexAt(event->pos()));
     pressedFixture_ = fixture ? std::optional(fixture->uniqueID) : std::nullopt;
@@ -71,7 +65,7 @@ void LEDDeviceListView::mousePressEvent(QMouseEvent* event)
 void LEDDeviceListView::mouseMoveEvent(QMouseEvent* event)
 {
     if (!event->buttons().testFlag(Qt::LeftButton) || !pressedFixture_)
-        return QTreeView::mouseMoveEvent(event);
+        return DockList::mouseMoveEvent(event);
     // Before that Qt would select each row that the mouse passes over, and drag the wrong one.
     if ((event->pos() - pressPosition_).manhattanLength() < QApplication::startDragDistance())
         return;

@@ -7,24 +7,23 @@
 
 #include <QMimeData>
 #include <QPoint>
-#include <QTreeView>
+
+#include "UI/Widgets/DockList.h"
 
 class DeviceLedItem;
 class DeviceManager;
 
 /// The list of the fixture library, from which fixtures are dragged to the canvas.
-class LEDDeviceListView : public QTreeView
+class LEDDeviceListView : public DockList
 {
     Q_OBJECT
 
 public:
     explicit LEDDeviceListView(QWidget* parent = nullptr);
 
-    /// `manager` outlives the view; its library's proxy is the view's model by then. Hides the
-    /// columns that only the program reads.
+    /// `manager` outlives the view; its library's proxy is the view's model by then. Names have the
+    /// room that the numbers leave; the columns that only the program reads are hidden.
     void SetDeviceManager(DeviceManager* manager);
-    /// The model forgets its columns with every reload.
-    void SetUpColumns();
 
     /// Null for an index that is no fixture's.
     [[nodiscard]] const DeviceLedItem* FixtureAt(const QModelIndex& index) const;

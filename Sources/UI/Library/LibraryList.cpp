@@ -5,7 +5,6 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -19,7 +18,6 @@
 #include "Settings/FixtureLibraryPath.h"
 #include "UI/Library/LEDDeviceListView.h"
 #include "UI/Widgets/ActionSet.h"
-#include "UI/Widgets/ListLook.h"
 
 namespace {
 
@@ -40,20 +38,9 @@ LibraryList::LibraryList(DeviceManager& manager)
     BuildContents();
     view_->setModel(&Rows());
     view_->SetDeviceManager(&manager_);
-    // A reset of the rows moves the header's own mark to a column that doesn't show.
-    connect(view_->header(), &QHeaderView::sortIndicatorChanged, this,
-            [this](int column, Qt::SortOrder order) {
-                sortColumn_ = column;
-                sortOrder_ = order;
-                if (column == DeviceModel::ManufacturerColumn)
-                    manufacturerOrder_ = order;
-            });
-    view_->sortByColumn(DeviceModel::ProductColumn, Qt::AscendingOrder);
+    view_->sortByColumn(DeviceModel::NameColumn, Qt::AscendingOrder);
     connect(&Rows(), &QAbstractItemModel::modelAboutToBeReset, this, &LibraryList::Remember);
     connect(filter_, &QLineEdit::textChanged, this, &LibraryList::Narrow);
-    // An empty list gets all its columns with its first row. Queued: the header must be done first.
-    connect(view_->header(), &QHeaderView::sectionCountChanged, view_,
-            &LEDDeviceListView::SetUpColumns, Qt::QueuedConnection);
 }
 
 void LibraryList::Release()
@@ -81,8 +68,8 @@ void LibraryList::BuildContents()
     line->addWidget(filter_, 1);
     line->addWidget(hits_);
     column->addLayout(line);
-    SetUpList(*view_, QStringLiteral("treeView"),
-              WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Fixture Library")));
+    view_->SetNames(QStringLiteral("treeView"),
+                    WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Fixture Library")));
     column->addWidget(view_);
 }
 
@@ -94,9 +81,8 @@ DeviceListProxy& LibraryList::Rows() const
 QModelIndex LibraryList::RowOf(const std::wstring& product) const
 {
     const DeviceLedItem* fixture = manager_.GetLEDFixtureByProduct(product);
-    return fixture
-               ? Rows().mapFromSource(fixture->index().siblingAtColumn(DeviceModel::ProductColumn))
-               : QModelIndex();
+    return fixture ? Rows().mapFromSource(fixture->index().siblingAtColumn(DeviceModel::NameColumn))
+                   : QModelIndex();
 }
 
 void LibraryList::ShowFixture(const std::wstring& product)
@@ -108,13 +94,11 @@ void LibraryList::ShowFixture(const std::wstring& product)
         Select(row, QItemSelectionModel::ClearAndSelect);
 }
 
-/// The row becomes the current one and comes into sight, without a move to the side.
+/// The row becomes the current one and comes into sight.
 void LibraryList::Select(const QModelIndex& row, QItemSelectionModel::SelectionFlags how)
 {
-    const int side = view_->horizontalScrollBar()->value();
     view_->selectionModel()->setCurrentIndex(row, how | QItemSelectionModel::Rows);
     view_->scrollTo(row);
-    view_->horizontalScrollBar()->setValue(side);
 }
 
 // ---- Loading again -----------------------------------------------------------------------------
@@ -135,13 +119,6 @@ void LibraryList::Load()
         manager_.LoadLibrary(path);
 }
 
-void LibraryList::SortByProduct()
-{
-    sortColumn_ = DeviceModel::ProductColumn;
-    sortOrder_ = manufacturerOrder_ = Qt::AscendingOrder;
-    FollowLibrary();
-}
-
 /// Before a reset. A library that is cleared first and then loaded is reset twice.
 void LibraryList::Remember()
 {
@@ -158,7 +135,6 @@ void LibraryList::Remember()
 
 void LibraryList::FollowLibrary()
 {
-    view_->SetUpColumns();
     Filter();
     if (manager_.GetDeviceModel()->rowCount() == 0)
         return;
@@ -185,13 +161,6 @@ void LibraryList::SelectAgain()
 void LibraryList::Filter()
 {
     Rows().SetFilter(filter_->text());
-    // Rows that come back are in the order of the file.
-    const int column = sortColumn_;
-    const Qt::SortOrder order = sortOrder_;
-    view_->sortByColumn(DeviceModel::ProductColumn, Qt::AscendingOrder); // of equal sizes
-    view_->sortByColumn(DeviceModel::ManufacturerColumn, manufacturerOrder_);
-    if (column != DeviceModel::ManufacturerColumn)
-        view_->sortByColumn(column, order);
     ShowHits();
 }
 
@@ -247,7 +216,7 @@ void LibraryList::GoToFirstHit()
 {
     QModelIndex row = view_->currentIndex();
     if (Rows().IsFiltered())
-        row = Rows().index(0, DeviceModel::ProductColumn, Rows().index(0, 0));
+        row = Rows().index(0, 0, Rows().index(0, 0));
     else if (!row.isValid())
         row = Rows().index(0, 0);
     if (!row.isValid())

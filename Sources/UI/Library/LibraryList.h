@@ -35,8 +35,6 @@ public:
     /// After a change of rows: loads the user's file, or, when that could not be saved, puts the
     /// rows in memory in their order.
     void FollowChange(bool saved);
-    /// By manufacturer and, within one, by product.
-    void SortByProduct();
 
 public slots:
     /// The library was loaded, or has more fixtures.
@@ -67,9 +65,5 @@ private:
     QStringList expanded_; ///< manufacturers
     QStringList selected_; ///< products
     int scrolled_ = 0;
-    // The column that was sorted last, and the manufacturers among which it sorted.
-    int sortColumn_ = 1;
-    Qt::SortOrder sortOrder_ = Qt::AscendingOrder;
-    Qt::SortOrder manufacturerOrder_ = Qt::AscendingOrder;
     bool isLost_ = false; ///< nothing of it shows
 };

@@ -122,11 +122,6 @@ void LibraryPanel::FollowLibrary()
     list_->FollowLibrary();
 }
 
-void LibraryPanel::SortByProduct()
-{
-    list_->SortByProduct();
-}
-
 void LibraryPanel::UpdateButtonStatesFromDeviceListSelection()
 {
     const bool isFixture = list_->View().SelectedFixture() != nullptr;

@@ -41,9 +41,7 @@ public:
     /// Adds the fixtures that came with this version of the program to the user's, with a question
     /// about each one that differs.
     void UpdateFromProgram();
-    /// By manufacturer and, within one, by product.
-    void SortByProduct();
-    /// The library was loaded again: the list comes back as it was.
+    /// The library was loaded again, or has more fixtures: the list comes back as it was.
     void FollowLibrary();
 
 public slots:

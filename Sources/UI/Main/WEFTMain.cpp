@@ -286,7 +286,7 @@ void WEFTMain::WireDocument()
     connect(&preferencesDialog_, &WEFTDialogPreferences::resetFixturesConfirmed, this,
             &WEFTMain::RemoveLocalFixturesAndReset);
     connect(editor_.get(), &EditorController::fixturesAdded, libraryPanel_.get(),
-            &LibraryPanel::SortByProduct);
+            &LibraryPanel::FollowLibrary);
     const DocumentLife* document = document_.get();
     connect(document, &DocumentLife::FileSaved, &engine_->GetTrigger(),
             &ArtNetTrigger::reloadMappingFile);
@@ -296,7 +296,6 @@ void WEFTMain::WireDocument()
                                      .arg(folder),
                                  StatusMilliseconds);
     });
-    connect(document, &DocumentLife::loaded, libraryPanel_.get(), &LibraryPanel::SortByProduct);
     for (const auto replaced : {&DocumentLife::cleared, &DocumentLife::loaded})
         connect(document, replaced, libraryPanel_.get(), &LibraryPanel::FollowLibrary);
     connect(document, &DocumentLife::canvasSizeChanged, form_->mappingEditorView,
@@ -360,7 +359,7 @@ void WEFTMain::FindDocument()
 void WEFTMain::LoadFirstDocument()
 {
     document_->LoadFirst();
-    libraryPanel_->SortByProduct();
+    libraryPanel_->FollowLibrary();
 }
 
 void WEFTMain::GuardUnsavedWork()

@@ -42,7 +42,7 @@ protected:
         window.setCentralWidget(panel->Contents());
         list = window.findChild<LEDDeviceListView*>("treeView"_q);
         erase = window.findChild<QPushButton*>("buttonDeleteFixture"_q);
-        panel->SortByProduct();
+        panel->FollowLibrary();
         list->expandAll();
         window.show();
         QApplication::setActiveWindow(&window);
@@ -58,7 +58,7 @@ protected:
 
     [[nodiscard]] QModelIndexList RowsOf(const char* product) const
     {
-        return list->model()->match(list->model()->index(0, 1), Qt::DisplayRole,
+        return list->model()->match(list->model()->index(0, 0), Qt::DisplayRole,
                                     QString::fromUtf8(product), -1,
                                     Qt::MatchExactly | Qt::MatchRecursive);
     }
@@ -80,11 +80,20 @@ protected:
         QStringList rows;
         for (QModelIndex row = list->model()->index(0, 0); row.isValid();
              row = list->indexBelow(row)) {
-            const QString text = row.data().toString() + row.siblingAtColumn(1).data().toString();
             const bool selected = list->selectionModel()->isSelected(row);
-            rows << (selected ? "[%1]"_q : "%1"_q).arg(text);
+            rows << (selected ? "[%1]"_q : "%1"_q).arg(row.data().toString());
         }
         return rows.join(QLatin1Char('|')).toStdString();
+    }
+    /// Another program has written the file, and it is loaded again.
+    void Load(const std::string& text)
+    {
+        QFile file(GetFixtureLibraryPath());
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(text.data(), static_cast<qint64>(text.size()));
+        file.close();
+        manager->LoadLibrary(GetFixtureLibraryPath());
+        panel->FollowLibrary();
     }
     void Import(const char* file, const char* answer)
     {
@@ -92,6 +101,11 @@ protected:
         person.WillPress(QLatin1String(answer));
         window.findChild<QAction*>("actionImport_fixtures"_q)->trigger();
     }
+
+    // A save of ours leaves out the comment and the intensity, and writes two bytes a character.
+    const std::string Head = "<LEDFixtureLibrary version=\"7\"><!-- by hand -->";
+    const std::string Tile = R"(<LEDFixture manufacturer="Robe" product="Tile" channel_count="3">
+<PixelMapping width="1" height="1" type="RGB">1</PixelMapping></LEDFixture></LEDFixtureLibrary>)";
 
     Support::TemporaryFolder home;
     WidgetBoxes boxes;
@@ -119,16 +133,6 @@ protected:
         manager->AddMappedObject(bar);
         list->expandAll();
         manager->SetDocumentDirty(false);
-    }
-    /// Another program has written the file, and it is loaded again.
-    void Load(const std::string& text)
-    {
-        QFile file(GetFixtureLibraryPath());
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text.data(), static_cast<qint64>(text.size()));
-        file.close();
-        manager->LoadLibrary(GetFixtureLibraryPath());
-        panel->FollowLibrary();
     }
     void Press(const char* button) const
     {
@@ -183,10 +187,6 @@ protected:
         return QString::fromStdWString(own.product).toStdString() + (fixture ? "" : " of none");
     }
 
-    // A save of ours leaves out the comment and the intensity, and writes two bytes a character.
-    const std::string Head = "<LEDFixtureLibrary version=\"7\"><!-- by hand -->";
-    const std::string Tile = R"(<LEDFixture manufacturer="Robe" product="Tile" channel_count="3">
-<PixelMapping width="1" height="1" type="RGB">1</PixelMapping></LEDFixture></LEDFixtureLibrary>)";
     const std::string ByHand = Head +
                                R"(<LEDFixture manufacturer="Elation" product="Bar"
 intensity_channel="9"><PixelMapping width="2" height="1" type="L">1 2</PixelMapping>
@@ -252,8 +252,6 @@ TEST_F(Library, ImportedFixturesTakeTheirPlacesInTheList)
     EXPECT_EQ(RowsOf("A Lamp").front().row(), 0) << "before the others of its maker";
     ASSERT_EQ(RowsOf(Arc).size(), 1) << "the imported one alone";
     EXPECT_EQ(manager->GetLEDFixtureByProduct(L"ArcLine 36")->GetChannelCount(), 3);
-    EXPECT_FALSE(list->isColumnHidden(1));
-    EXPECT_TRUE(list->isColumnHidden(3));
     EXPECT_FALSE(steps.canUndo());
     EXPECT_EQ(document.GetElement(0)->GetFixture().pixelMap.GetWidth(), 1);
     EXPECT_EQ(refitted, 1);
@@ -266,6 +264,41 @@ TEST_F(Library, ImportedFixturesTakeTheirPlacesInTheList)
     EXPECT_TRUE(steps.canUndo()) << "nothing has changed";
     EXPECT_TRUE(person.seen.back().text.contains("could not be read whole"_q));
     EXPECT_EQ(RowsOf("New Lamp").size(), 1);
+}
+
+TEST_F(Library, NamesAreOneColumnBesideNumbersAndAlwaysSorted)
+{
+    const auto heads = [this] {
+        QStringList texts;
+        for (int column = 0; column < list->header()->count(); ++column) {
+            if (!list->isColumnHidden(column))
+                texts << list->model()->headerData(column, Qt::Horizontal).toString();
+        }
+        return texts.join(QLatin1Char(' '));
+    };
+    EXPECT_EQ(heads(), "Fixture Size Ch."_q);
+    const QModelIndex channels = RowsOf(Arc).front().siblingAtColumn(DeviceModel::ChannelsColumn);
+    EXPECT_EQ(channels.data().toString(), "36"_q);
+    EXPECT_TRUE(channels.data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight);
+
+    // However narrow it is, nothing lies aside, and a click moves nothing.
+    list->setFixedWidth(220);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(list->horizontalScrollBar()->maximum(), 0);
+    list->setFixedWidth(400);
+
+    // Numbers count by their value, and the manufacturers stay in the order of their names.
+    list->sortByColumn(DeviceModel::ChannelsColumn, Qt::DescendingOrder);
+    Load(Head + Tile);
+    for (const auto& [product, count] : {std::pair(L"Nine", 9), {L"Hundred", 100}, {L"Also 9", 9}})
+        manager->GetDeviceModel()->AddFixture(std::make_unique<DeviceLedItem>(
+            L"robe", product, PixelMap(1, 1, PixelMapType::RGB), 0, count));
+    list->expandAll();
+    EXPECT_EQ(Shown(), "Robe|Hundred|Also 9|Nine|Tile");
+    manager->GetDeviceModel()->AddFixture(Fixture(L"Aaron", L"Lamp"));
+    list->expandAll();
+    EXPECT_EQ(Shown(), "Aaron|Lamp|Robe|Hundred|Also 9|Nine|Tile");
+    EXPECT_EQ(heads(), "Fixture Size Ch."_q);
 }
 
 TEST_F(Library, ADragCarriesTheFixtureAndAManufacturerNone)
@@ -284,7 +317,7 @@ TEST_F(Library, ADragCarriesTheFixtureAndAManufacturerNone)
     QMouseEvent move(QEvent::MouseMove, next, list->viewport()->mapToGlobal(next), Qt::NoButton,
                      Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(list->viewport(), &move);
-    EXPECT_EQ(list->selectionModel()->selectedRows(1), QModelIndexList{fixture});
+    EXPECT_EQ(list->selectionModel()->selectedRows(), QModelIndexList{fixture});
     const auto load = list->DragData();
     ASSERT_TRUE(load);
     EXPECT_EQ(load->data(QLatin1String(LEDDeviceListView::FixtureMimeType)).toLongLong(),

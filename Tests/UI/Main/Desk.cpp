@@ -184,7 +184,7 @@ void Desk::DragFromLibrary(QPointF to, const QString& product)
 {
     auto& list = *Find<LEDDeviceListView>("treeView");
     const QModelIndexList found =
-        list.model()->match(list.model()->index(0, DeviceModel::ProductColumn), Qt::DisplayRole,
+        list.model()->match(list.model()->index(0, DeviceModel::NameColumn), Qt::DisplayRole,
                             product, 1, Qt::MatchExactly | Qt::MatchRecursive);
     ASSERT_EQ(found.size(), 1);
     list.expand(found.front().parent());

@@ -83,7 +83,7 @@ protected:
     {
         auto& list = *Find<QTreeView>("treeView");
         const QModelIndexList found =
-            list.model()->match(list.model()->index(0, DeviceModel::ProductColumn), Qt::DisplayRole,
+            list.model()->match(list.model()->index(0, DeviceModel::NameColumn), Qt::DisplayRole,
                                 product, 1, Qt::MatchExactly | Qt::MatchRecursive);
         ASSERT_EQ(found.size(), 1);
         list.setCurrentIndex(found.front());

@@ -247,7 +247,7 @@ TEST_F(Window, ListsShowTheirColumnsAlsoOfAnotherDocument)
     Start();
     Trigger("actionNew");
     Import(WriteDocument("other.wfm"_q, {}), {"Yes", "OK"});
-    EXPECT_EQ(columns("treeView"), "Manufacturer Product Name Size"_q);
+    EXPECT_EQ(columns("treeView"), "Fixture Size Ch."_q);
     EXPECT_EQ(columns("mappedTreeView"), inOrder);
     const QAbstractItemModel& library = *Find<QTreeView>("treeView")->model();
     EXPECT_LT(library.index(0, 0).data().toString(), library.index(1, 0).data().toString());
