@@ -83,7 +83,7 @@ void DocumentLife::AddActions()
                   .icon = "icon_filesaveas.png"},
                  this, &DocumentLife::ActionExport);
     actions_.Add({.objectName = "actionVersions",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Versions..."),
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "&Versions..."),
                   .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Take back a saved version")},
                  this, &DocumentLife::ActionVersions);
 }
