@@ -112,7 +112,7 @@ public:
         manager_.RemoveMappedObjects(uniqueIDs);
     }
 
-    int Save(const QString& path) { return manager_.SaveMapping(path, nodes_); }
+    bool Save(const QString& path) { return bool(manager_.SaveMapping(path, nodes_)); }
     bool Load(const QString& path) { return manager_.LoadMapping(path, nodes_); }
 
 private:
@@ -141,7 +141,7 @@ void File(benchmark::State& state)
     large.AddAll();
     bool whole = true;
     const auto save = [&whole](Document& document, const QString& path, int times) {
-        return SecondsOf(times, [&] { whole = document.Save(path) == 0 && whole; });
+        return SecondsOf(times, [&] { whole = document.Save(path) && whole; });
     };
     const auto load = [&whole](Document& document, const QString& path, int times) {
         return SecondsOf(times, [&] {

@@ -2,19 +2,21 @@
 #include "LibTools/XmlFile.h"
 
 #include "Log/Log.h"
+#include "Platform/WholeFiles.h"
 #include "XmlText/XmlText.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QString>
 #include <QTextStream>
 
-#include <filesystem>
+#include <atomic>
 #include <optional>
 #include <system_error>
+#include <utility>
 
 namespace {
 
@@ -38,92 +40,152 @@ std::optional<std::string> ReadPlainFile(QFile& file)
     return XmlText::Decode({bytes.constData(), static_cast<std::size_t>(bytes.size())});
 }
 
-std::optional<std::string> ReadText(const QString& path)
+XmlFault ReadText(const QString& path, std::string& text)
 {
+    const QFileInfo info(path);
+    if (!info.exists())
+        return XmlFault::Missing;
     // Reading a pipe or a device might never end.
-    if (!QFileInfo(path).isFile())
-        return std::nullopt;
+    if (!info.isFile())
+        return XmlFault::NoFile;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > MaxXmlFileSize)
-        return std::nullopt;
-    return path.startsWith(QLatin1Char(':')) ? ReadResource(file) : ReadPlainFile(file);
+    if (!file.open(QIODevice::ReadOnly))
+        return file.error() == QFile::PermissionsError ? XmlFault::NotPermitted
+                                                       : XmlFault::Unreadable;
+    if (file.size() > MaxXmlFileSize)
+        return XmlFault::TooLarge;
+    if (file.size() == 0)
+        return XmlFault::Empty;
+    auto read = path.startsWith(QLatin1Char(':')) ? ReadResource(file) : ReadPlainFile(file);
+    if (!read)
+        return XmlFault::Unreadable;
+    text = std::move(*read);
+    return XmlFault::None;
 }
 
-/// On a file system without unnamed files, an interrupted save leaves its temporary file. No save
-/// takes an hour, so an older one is not in use.
-void RemoveLeftovers(const QFileInfo& next)
+bool BeginsWithMarkup(const std::string& text)
+{
+    const std::size_t first = text.find_first_not_of(" \t\n");
+    return first != std::string::npos && text[first] == '<';
+}
+
+/// An interrupted save leaves its temporary file. No save takes an hour, so an older one is not in
+/// use.
+void RemoveLeftovers(const QFileInfo& target, const QString& beginning)
 {
     constexpr qint64 anHour = 3600;
     const QDateTime old = QDateTime::currentDateTimeUtc().addSecs(-anHour);
-    const QString beginning = next.fileName() + QLatin1Char('.');
-    for (const QFileInfo& file : next.dir().entryInfoList(QDir::Files | QDir::Hidden)) {
+    for (const QFileInfo& file : target.dir().entryInfoList(QDir::Files | QDir::Hidden)) {
         if (file.fileName().startsWith(beginning) && file.lastModified() < old)
             QFile::remove(file.filePath());
     }
 }
 
-bool SaveBytes(const QString& path, const std::string& bytes, QString& failure)
+SaveResult SaveBytes(const QString& path, const std::string& bytes)
 {
+    static std::atomic<unsigned> saves = 0;
     const QFileInfo place(path);
     const QFileInfo target(place.isSymLink() ? place.symLinkTarget() : place.filePath());
     // Only our saves use this name, so that their leftovers can be recognised.
-    const QFileInfo next(target.path() + QStringLiteral("/.") + target.fileName() +
-                         QStringLiteral(".saving"));
-    RemoveLeftovers(next);
-    // commit() syncs the temporary file to the disk before it renames it. But it misses a disk that
-    // is full at the last buffer, and would replace the old file by an empty one.
-    QSaveFile file(next.filePath());
-    const auto size = static_cast<qint64>(bytes.size());
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes.data(), size) != size ||
-        !file.flush() || !file.commit())
-    {
-        failure = file.errorString();
-        return false;
-    }
-    if (target.exists())
-        QFile::setPermissions(next.filePath(), target.permissions());
-    std::error_code error;
-    std::filesystem::rename(QFile::encodeName(next.filePath()).toStdString(),
-                            QFile::encodeName(target.filePath()).toStdString(), error);
-    if (!error)
-        return true;
-    failure = QString::fromStdString(error.message());
-    QFile::remove(next.filePath());
-    return false;
+    const QString beginning = QLatin1Char('.') + target.fileName() + QStringLiteral(".saving.");
+    RemoveLeftovers(target, beginning);
+    const QString next =
+        target.path() + QLatin1Char('/') + beginning +
+        QStringLiteral("%1-%2").arg(QCoreApplication::applicationPid()).arg(++saves);
+    const auto native = [](const QString& name) {
+        return QFile::encodeName(name).toStdString();
+    };
+    return Platform::ReplaceFile(native(target.filePath()), native(next), bytes);
 }
 
-} // namespace
-
-bool ReadXmlFile(const std::wstring& path, tinyxml2::XMLDocument& document)
-{
-    document.Clear();
-    const auto text = ReadText(QString::fromStdWString(path));
-    return text && XmlText::Parse(*text, document);
-}
-
-QString KeepUnreadableFile(const QString& path)
+QString FreeNameAside(const QString& path)
 {
     QString aside = path + QStringLiteral(".unreadable");
     for (int number = 2; QFileInfo::exists(aside); ++number)
         aside = path + QStringLiteral(".unreadable-%1").arg(number);
-    if (!QFile::rename(path, aside))
-        return {};
-    ZEN_LOG_ERROR("%s could not be read. It is kept as %s", qUtf8Printable(path),
-                  qUtf8Printable(aside));
     return aside;
 }
 
-bool WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document)
+void LogKept(const QString& path, const QString& aside)
+{
+    ZEN_LOG_ERROR("%s could not be read. It is kept as %s", qUtf8Printable(path),
+                  qUtf8Printable(aside));
+}
+
+} // namespace
+
+QString InWords(XmlFault fault)
+{
+    const auto words = [](const char* text) {
+        return QCoreApplication::translate("XmlFault", text);
+    };
+    switch (fault) {
+    case XmlFault::Missing:
+        return words(QT_TRANSLATE_NOOP("XmlFault", "There is no such file."));
+    case XmlFault::NoFile:
+        return words(QT_TRANSLATE_NOOP("XmlFault", "It is a folder or a device, and no file."));
+    case XmlFault::NotPermitted:
+        return words(QT_TRANSLATE_NOOP("XmlFault", "You are not permitted to read it."));
+    case XmlFault::TooLarge:
+        return words(QT_TRANSLATE_NOOP("XmlFault", "It is larger than any file of PixelWeft."));
+    case XmlFault::Unreadable:
+        return words(QT_TRANSLATE_NOOP("XmlFault", "The disk can't read it."));
+    case XmlFault::Empty:
+        return words(QT_TRANSLATE_NOOP("XmlFault", "The file is empty."));
+    case XmlFault::NoXml:
+        return words(QT_TRANSLATE_NOOP("XmlFault", "It is no file of PixelWeft."));
+    case XmlFault::Damaged:
+        return words(QT_TRANSLATE_NOOP("XmlFault", "The file is cut off or damaged."));
+    case XmlFault::None:
+        break;
+    }
+    return {};
+}
+
+XmlFault ReadXmlFile(const std::wstring& path, tinyxml2::XMLDocument& document)
+{
+    document.Clear();
+    std::string text;
+    const XmlFault fault = ReadText(QString::fromStdWString(path), text);
+    if (fault != XmlFault::None || XmlText::Parse(text, document))
+        return fault;
+    return BeginsWithMarkup(text) ? XmlFault::Damaged : XmlFault::NoXml;
+}
+
+QString KeepUnreadableFile(const QString& path)
+{
+    const QString aside = FreeNameAside(path);
+    if (!QFile::rename(path, aside))
+        return {};
+    LogKept(path, aside);
+    return aside;
+}
+
+SaveResult KeepCopyOfFile(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::make_error_code(file.error() == QFile::PermissionsError
+                                        ? std::errc::permission_denied
+                                        : std::errc::io_error);
+    const QString aside = FreeNameAside(path);
+    SaveResult kept = WriteWholeFile(aside.toStdWString(), file.readAll().toStdString());
+    if (kept)
+        LogKept(path, aside);
+    return kept;
+}
+
+SaveResult WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document)
 {
     return WriteWholeFile(path, XmlText::Encode(XmlText::Print(document)));
 }
 
-bool WriteWholeFile(const std::wstring& path, const std::string& bytes)
+SaveResult WriteWholeFile(const std::wstring& path, const std::string& bytes)
 {
     const QString wanted = QString::fromStdWString(path);
-    QString failure;
-    if (SaveBytes(wanted, bytes, failure))
-        return true;
-    ZEN_LOG_ERROR("Could not save %s: %s", qUtf8Printable(wanted), qUtf8Printable(failure));
-    return false;
+    const SaveResult saved = SaveBytes(wanted, bytes);
+    if (!saved)
+        ZEN_LOG_ERROR("Could not save %s: %s", qUtf8Printable(wanted),
+                      qUtf8Printable(saved.Reason()));
+    return saved;
 }

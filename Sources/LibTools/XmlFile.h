@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LibTools/SaveResult.h"
 #include "XmlText/XmlText.h"
 
 #include <tinyxml2.h>
@@ -10,12 +11,27 @@
 #include <string>
 #include <utility>
 
+/// Why a file can't be read.
+enum class XmlFault
+{
+    None,
+    Missing,
+    NoFile, ///< a folder, a pipe or a device
+    NotPermitted,
+    TooLarge, ///< above MaxXmlFileSize
+    Unreadable,
+    Empty,
+    NoXml,
+    Damaged
+};
+/// The fault as a sentence for the operator; empty for none.
+[[nodiscard]] QString InWords(XmlFault fault);
+
 /// Reads a file of our XML text form (see XmlText/XmlText.h for the form and its encodings) into
-/// `document`. A path that begins with a colon is a Qt resource; its lines are joined without
-/// anything between them. False for a file that can't be opened, is larger than MaxXmlFileSize or
-/// isn't well-formed; `document` is then empty. Bytes that a growing file gains during the read are
-/// left out.
-[[nodiscard]] bool ReadXmlFile(const std::wstring& path, tinyxml2::XMLDocument& document);
+/// `document`, which is empty after any fault. A path that begins with a colon is a Qt resource;
+/// its lines are joined without anything between them. Bytes that a growing file gains during the
+/// read are left out.
+[[nodiscard]] XmlFault ReadXmlFile(const std::wstring& path, tinyxml2::XMLDocument& document);
 
 /// A file as it was at one moment, for several readers that take turns with it.
 class XmlFile
@@ -23,32 +39,36 @@ class XmlFile
 public:
     explicit XmlFile(std::wstring path)
         : path_(std::move(path))
-        , readable_(ReadXmlFile(path_, document_))
+        , fault_(ReadXmlFile(path_, document_))
     {}
 
     [[nodiscard]] const std::wstring& Path() const { return path_; }
-    /// False when ReadXmlFile failed; the document is then empty.
-    [[nodiscard]] bool IsReadable() const { return readable_; }
+    /// The document is empty after a fault.
+    [[nodiscard]] XmlFault Fault() const { return fault_; }
+    [[nodiscard]] bool IsReadable() const { return fault_ == XmlFault::None; }
     [[nodiscard]] const XmlText::Document& Document() const { return document_; }
 
 private:
     std::wstring path_;
     XmlText::Document document_;
-    bool readable_;
+    XmlFault fault_;
 };
 
 /// Writes `document` as UTF-16 with a byte-order mark, whole or not at all: to a temporary file in
-/// the same folder, flushed to the disk and renamed over the old one, whose permissions it takes.
-/// False leaves the old file as it was and logs the reason at error level. Temporary files of saves
-/// that were interrupted an hour ago or earlier (.NAME.saving and names that begin so) are removed.
-[[nodiscard]] bool WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document);
+/// the same folder, flushed to the disk and renamed over the old one, whose permissions it takes; a
+/// new file has those of the user's mask. A failure leaves the old file as it was and logs the
+/// reason at error level. Temporary files of saves that were interrupted an hour ago or earlier
+/// (names that begin with .NAME.saving.) are removed.
+SaveResult WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document);
 
 /// The same for the bytes of a file.
-[[nodiscard]] bool WriteWholeFile(const std::wstring& path, const std::string& bytes);
+SaveResult WriteWholeFile(const std::wstring& path, const std::string& bytes);
 
 /// Renames a file that can't be read to a free name beside its own, so that a new file does not
 /// overwrite it, and says so in the log. The new name, empty when it can't be renamed.
 [[nodiscard]] QString KeepUnreadableFile(const QString& path);
+/// The same by a copy, for a file of which a part is read and will be saved over it.
+SaveResult KeepCopyOfFile(const QString& path);
 
 /// A document of 20,000 elements takes some 25 MB; ten times that is no document of ours.
 inline constexpr long long MaxXmlFileSize = 256LL * 1024 * 1024;

@@ -7,12 +7,14 @@
 #include "Model/DeviceListProxy.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedObjectListProxy.h"
+#include "Model/MappingFile.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QMutexLocker>
 #include <QThread>
 
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -104,12 +106,22 @@ bool DeviceManager::TellRefitted(const ElementIds& changed)
 
 bool DeviceManager::SaveLibrary()
 {
-    librarySaved_ = KeepUnreadLibrary() && deviceModel->Save(libraryPath.toStdWString()) == 0;
-    if (librarySaved_)
+    SaveResult saved = KeepUnreadLibrary();
+    if (saved)
+        saved = deviceModel->Save(libraryPath.toStdWString());
+    librarySaved_ = TellSaved(saved);
+    return librarySaved_;
+}
+
+bool DeviceManager::TellSaved(const SaveResult& saved)
+{
+    if (saved) {
+        emit librarySaved();
         return true;
+    }
     ZEN_LOG_ERROR("The fixture library could not be saved to %ls",
                   libraryPath.toStdWString().c_str());
-    emit librarySaveFailed(libraryPath);
+    emit librarySaveFailed(libraryPath, saved.Reason());
     return false;
 }
 
@@ -121,17 +133,14 @@ QByteArray DeviceManager::ReadLibraryFile() const
 
 bool DeviceManager::WriteLibraryFile(const QByteArray& bytes)
 {
-    if (WriteWholeFile(libraryPath.toStdWString(), bytes.toStdString()))
-        return true;
-    emit librarySaveFailed(libraryPath);
-    return false;
+    return TellSaved(WriteWholeFile(libraryPath.toStdWString(), bytes.toStdString()));
 }
 
-/// False when the user's fixtures would be lost by a save.
-bool DeviceManager::KeepUnreadLibrary()
+/// Fails when the user's fixtures would be lost by a save.
+SaveResult DeviceManager::KeepUnreadLibrary()
 {
     if (libraryRead_ == LibraryRead::Whole)
-        return true;
+        return {};
     if (libraryRead_ == LibraryRead::NotAtAll) {
         // The process that was writing the file may have finished. The library has only the
         // program's fixtures so far: the user's own win.
@@ -143,11 +152,11 @@ bool DeviceManager::KeepUnreadLibrary()
     if (!known && QFileInfo::exists(libraryPath)) {
         const QString aside = KeepUnreadableFile(libraryPath);
         if (aside.isEmpty())
-            return false;
+            return std::make_error_code(std::errc::operation_not_permitted);
         emit libraryKeptAside(aside);
     }
     libraryRead_ = LibraryRead::Whole;
-    return true;
+    return {};
 }
 
 bool DeviceManager::RemoveFixture(const QModelIndex& proxyIndex)
@@ -230,21 +239,31 @@ int DeviceManager::GetDeviceChannelCount(std::int64_t fixtureID) const
 
 // ---- The document ------------------------------------------------------------------------------
 
-bool DeviceManager::LoadMapping(const QString& path, ArtNetNodeModel& nodes)
+MappingFile DeviceManager::ReadMapping(const QString& path) const
 {
-    if (!QFileInfo::exists(path))
-        return false;
-    // Read once: fixtures and elements are those of one state of the file.
-    const XmlFile file(path.toStdWString());
+    return {path, *deviceModel};
+}
+
+void DeviceManager::LoadMapping(MappingFile file, ArtNetNodeModel& nodes)
+{
     // Its fixtures have no version. With theirs, the program's fixtures would be news at the next
     // start: those that the operator deleted would be back, and each changed one asked about.
     const int version = deviceModel->GetVersion();
-    deviceModel->Merge(file, true);
+    deviceModel->Merge(file.File(), true, file.ConflictAnswers());
     deviceModel->SetVersion(version);
-    return mappedDeviceModel->Load(file, *deviceModel, nodes) >= 0;
+    mappedDeviceModel->Load(std::move(file), *deviceModel, nodes);
 }
 
-int DeviceManager::SaveMapping(const QString& path, const ArtNetNodeModel& nodes)
+bool DeviceManager::LoadMapping(const QString& path, ArtNetNodeModel& nodes)
+{
+    MappingFile file = ReadMapping(path);
+    if (!file.IsReadable())
+        return false;
+    LoadMapping(std::move(file), nodes);
+    return true;
+}
+
+SaveResult DeviceManager::SaveMapping(const QString& path, const ArtNetNodeModel& nodes)
 {
     return mappedDeviceModel->Save(path.toStdWString(), *deviceModel, nodes);
 }

@@ -27,6 +27,7 @@ class DMXMappingArtNet;
 class MappedDeviceModel;
 class MappedLedItem;
 class MappedObjectListProxy;
+class MappingFile;
 
 namespace tinyxml2 {
 class XMLDocument;
@@ -69,11 +70,14 @@ public:
     /// What could not be saved need not be.
     void ForgetUnsavedLibrary() { librarySaved_ = true; }
 
-    /// Merges the document's own fixtures into the library and loads the document. False when the
-    /// file doesn't exist, which leaves everything as it is, or can't be read.
+    /// Reads and judges a document. The present one stays.
+    [[nodiscard]] MappingFile ReadMapping(const QString& path) const;
+    /// Merges the document's own fixtures into the library and takes the document, which can be
+    /// read, in place of the present one.
+    void LoadMapping(MappingFile file, ArtNetNodeModel& nodes);
+    /// Both. False when the file can't be read, which leaves everything as it is.
     bool LoadMapping(const QString& path, ArtNetNodeModel& nodes);
-    /// 0 when the document was written.
-    int SaveMapping(const QString& path, const ArtNetNodeModel& nodes);
+    SaveResult SaveMapping(const QString& path, const ArtNetNodeModel& nodes);
     /// Adds what SaveMapping writes to an empty document.
     void MappingToXml(tinyxml2::XMLDocument& document, const ArtNetNodeModel& nodes) const;
     void ClearAll();
@@ -245,8 +249,11 @@ signals:
     void changeFilteringMode(int filtermode);
     void devicesChangedGeometry();
     void signalDocumentSavedState(bool saved);
-    /// The library could not be written; what the user changed lives only until the end of the run.
-    void librarySaveFailed(const QString& path);
+    /// The library could not be written, for this reason; what the user changed lives only until
+    /// the end of the run.
+    void librarySaveFailed(const QString& path, const QString& reason);
+    /// The user's file has the library again.
+    void librarySaved();
     /// The library's file held something that we could not read: a copy of it is at `path`.
     void libraryKeptAside(const QString& path);
 
@@ -264,7 +271,8 @@ private:
         IsPassedOver
     };
 
-    bool KeepUnreadLibrary();
+    [[nodiscard]] SaveResult KeepUnreadLibrary();
+    bool TellSaved(const SaveResult& saved);
     /// After the library changed: elements take its numbers, and its definitions.
     void FollowLibrary();
     bool TellRefitted(const ElementIds& changed);

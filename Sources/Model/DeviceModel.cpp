@@ -131,13 +131,13 @@ int DeviceModel::Merge(const XmlFile& file, bool force, const FixtureConflictCal
     return 0;
 }
 
-int DeviceModel::Save(const std::wstring& path) const
+SaveResult DeviceModel::Save(const std::wstring& path) const
 {
     XmlText::Document document;
     auto& library = XmlText::AddElement(document, "LEDFixtureLibrary");
     XmlText::SetAttribute(library, "version", version);
     WriteFixtures(library);
-    return WriteXmlFile(path, document) ? 0 : 1;
+    return WriteXmlFile(path, document);
 }
 
 int DeviceModel::WriteFixtures(tinyxml2::XMLNode& parent) const

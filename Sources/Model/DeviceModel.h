@@ -10,6 +10,7 @@
 #include <QMap>
 #include <QStandardItemModel>
 
+#include "LibTools/SaveResult.h"
 #include "Model/DeviceLedItem.h"
 #include "Settings/Observable.h"
 
@@ -65,8 +66,8 @@ public:
     int Merge(const XmlFile& file, bool force, const FixtureConflictCallback& callback = {});
     int Merge(const std::wstring& path, bool force, const FixtureConflictCallback& callback = {});
 
-    /// 0, or 1 when the file could not be written; the old file is then unchanged.
-    int Save(const std::wstring& path) const;
+    /// A failure leaves the old file unchanged.
+    SaveResult Save(const std::wstring& path) const;
     /// Adds all fixtures to `parent`, in the order of their numbers. Always 0.
     int WriteFixtures(tinyxml2::XMLNode& parent) const;
 

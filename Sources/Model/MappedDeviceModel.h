@@ -17,6 +17,7 @@
 #include <QStandardItemModel>
 
 #include "FixtureModel/UniverseMerging.h"
+#include "LibTools/SaveResult.h"
 #include "LibTools/ZenBitmap.h"
 #include "Model/MappedLedItem.h"
 #include "Model/PatchFaults.h"
@@ -24,8 +25,8 @@
 
 class ManualNodes;
 class DeviceModel;
+class MappingFile;
 class SettingsBlock;
-class XmlFile;
 
 namespace tinyxml2 {
 class XMLDocument;
@@ -60,13 +61,11 @@ public:
     /// canvas, ways of sending and version stay.
     void Clear();
 
-    /// 0, or -1 when the file can't be read or a required value is missing; the table is then empty
-    /// and no signal came. An element that is wrong is left out, with a line in the log.
-    int Load(const XmlFile& file, const DeviceModel& library, ManualNodes& nodes);
-    int Load(const std::wstring& path, const DeviceModel& library, ManualNodes& nodes);
-    /// 0; 1 when the file could not be written, which leaves the old one whole; -1 when its folder
-    /// could not be made.
-    int Save(const std::wstring& path, const DeviceModel& library, const ManualNodes& nodes);
+    /// Takes the document of a file that can be read in place of this one. Elements have the
+    /// fixtures of `library`, and keep their own for those that it lacks.
+    void Load(MappingFile file, const DeviceModel& library, ManualNodes& nodes);
+    /// Makes the file's folder when it is missing. A failure leaves the old file whole.
+    SaveResult Save(const std::wstring& path, const DeviceModel& library, const ManualNodes& nodes);
     /// Adds what Save writes to an empty document, for callers that write it elsewhere.
     void ToXml(tinyxml2::XMLDocument& document, const DeviceModel& library,
                const ManualNodes& nodes) const;
@@ -154,15 +153,13 @@ signals:
     void EnvokeDMXDialogForUniqueID(int64_t uniqueID);
 
 private:
-    struct Header;
     /// One bit for each 16-bit Port-Address.
     using PortAddresses = std::bitset<0x10000>;
 
     [[nodiscard]] static int CanvasSide(int wanted) { return std::clamp(wanted, 1, MaxCanvasSize); }
     void SetUpColumns();
-    [[nodiscard]] static bool ReadHeader(const tinyxml2::XMLElement& mapping, Header& header);
-    void StoreHeader(const tinyxml2::XMLElement& mapping, Header header);
-    void ReadElements(const tinyxml2::XMLElement& mapping, const DeviceModel& library);
+    static void TakeFixture(MappedLedItem& element, const DeviceModel& library);
+    void WriteOwnFixtures(tinyxml2::XMLElement& fixtures, const DeviceModel& library) const;
     void WriteElements(tinyxml2::XMLElement& mapping) const;
     void AddRows(std::vector<std::unique_ptr<MappedLedItem>> items, bool withSize);
     [[nodiscard]] static QList<QStandardItem*> MakeRow(std::unique_ptr<MappedLedItem> item,

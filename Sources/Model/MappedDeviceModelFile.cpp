@@ -4,8 +4,8 @@
 #include "Log/Log.h"
 #include "Model/ArtNetNodeRecord.h"
 #include "Model/DeviceModel.h"
-#include "Model/DocumentNetwork.h"
 #include "Model/MappedDeviceModel.h"
+#include "Model/MappingFile.h"
 #include "Platform/Text.h"
 #include "Settings/SettingsBlock.h"
 #include "XmlText/XmlText.h"
@@ -13,33 +13,11 @@
 #include <QMutexLocker>
 
 #include <filesystem>
+#include <set>
+#include <system_error>
 #include <utility>
 
 namespace {
-
-constexpr std::size_t LongestNodeAddress = 64;
-
-void ReadManualNodes(const tinyxml2::XMLDocument& document, ManualNodes& nodes)
-{
-    const auto* list = document.FirstChildElement("ManualNetworkNodes");
-    if (!list)
-        return;
-    for (const auto* child = list->FirstChildElement("ManualNode"); child;
-         child = child->NextSiblingElement("ManualNode"))
-    {
-        const auto nodeName = XmlText::Attribute(*child, "Name");
-        if (!nodeName)
-            return;
-        const auto address = XmlText::Attribute(*child, "IP");
-        if (!address)
-            continue;
-        ArtNetNodeRecord record;
-        record.name = Platform::WideToUtf8(*nodeName);
-        record.ip = Platform::WideToUtf8(address->substr(0, LongestNodeAddress));
-        record.manual = true;
-        nodes.AddManualNode(record);
-    }
-}
 
 void WriteManualNodes(tinyxml2::XMLDocument& document, const ManualNodes& nodes)
 {
@@ -53,128 +31,72 @@ void WriteManualNodes(tinyxml2::XMLDocument& document, const ManualNodes& nodes)
 
 } // namespace
 
-/// The values that a <Mapping> element must have.
-struct MappedDeviceModel::Header
-{
-    XmlText::Pair<std::int32_t> version;
-    XmlText::Pair<std::int32_t> resolution;
-    std::wstring name;
-};
-
 // ---- Loading -----------------------------------------------------------------------------------
 
-int MappedDeviceModel::Load(const std::wstring& path, const DeviceModel& library,
-                            ManualNodes& nodes)
-{
-    return Load(XmlFile(path), library, nodes);
-}
-
-int MappedDeviceModel::Load(const XmlFile& file, const DeviceModel& library, ManualNodes& nodes)
+void MappedDeviceModel::Load(MappingFile file, const DeviceModel& library, ManualNodes& nodes)
 {
     Clear();
-    if (!file.IsReadable()) {
-        ZEN_LOG_ERROR("Could not read mapping XML file");
-        return -1;
-    }
-    const XmlText::Document& document = file.Document();
-    ReadManualNodes(document, nodes);
-    const auto* mapping = document.FirstChildElement("Mapping");
-    if (!mapping) {
-        ZEN_LOG_ERROR("No Mapping node found");
-        emit mappingsChanged();
-        return 0;
-    }
-    Header header;
-    if (!ReadHeader(*mapping, header))
-        return -1;
-    StoreHeader(*mapping, std::move(header));
-    merging = UniverseMerging::FromXml(document).value_or(UniverseMerging());
-    ReadElements(*mapping, library);
-    ++revision_;
-    emit mappingsChanged();
-    return 0;
-}
-
-bool MappedDeviceModel::ReadHeader(const tinyxml2::XMLElement& mapping, Header& header)
-{
-    const auto fail = [](const char* message) {
-        ZEN_LOG_ERROR("%s", message);
-        return false;
-    };
-    const char* version = mapping.Attribute("version");
-    if (!version)
-        return fail("Mapping version not defined");
-    const auto versionNumbers = XmlText::ParseIntPair(version, '.');
-    if (!versionNumbers)
-        return fail("Mapping version syntax error");
-    const char* resolution = mapping.Attribute("resolution");
-    if (!resolution)
-        return fail("Mapping resolution not defined");
-    const auto size = XmlText::ParseIntPair(resolution, ',');
-    if (!size)
-        return fail("Mapping resolution syntax error");
-    auto documentName = XmlText::Attribute(mapping, "name");
-    if (!documentName)
-        return fail("Mapping name not defined");
-    header = {*versionNumbers, *size, std::move(*documentName)};
-    return true;
-}
-
-void MappedDeviceModel::StoreHeader(const tinyxml2::XMLElement& mapping, Header header)
-{
-    autoUnicast = XmlText::ReadInt(mapping, "autoUnicast").value != 0;
-    artSync = XmlText::ReadInt(mapping, "artSync").value != 0;
-    network = DocumentNetwork(mapping);
+    for (const ArtNetNodeRecord& node : file.Nodes())
+        nodes.AddManualNode(node);
+    const MappingFile::Header& header = file.GetHeader();
+    autoUnicast = header.autoUnicast;
+    artSync = header.artSync;
+    network = header.network;
     versionMajor = header.version.first;
     versionMinor = header.version.second;
-    canvasWidth = CanvasSide(header.resolution.first);
-    canvasHeight = CanvasSide(header.resolution.second);
-    if (canvasWidth != header.resolution.first || canvasHeight != header.resolution.second)
-        ZEN_LOG_ERROR("Mapping resolution %d,%d is taken as %d,%d", header.resolution.first,
-                      header.resolution.second, canvasWidth, canvasHeight);
-    name = std::move(header.name);
+    canvasWidth = header.resolution.first;
+    canvasHeight = header.resolution.second;
+    name = header.name;
+    merging = file.Merging().value_or(UniverseMerging());
+    {
+        const QMutexLocker lock(&mutex);
+        auto elementsOfFile = file.TakeElements();
+        for (const auto& element : elementsOfFile)
+            TakeFixture(*element, library);
+        nextElementID = file.CountElements();
+        AddRows(std::move(elementsOfFile), false);
+    }
+    ++revision_;
+    emit mappingsChanged();
 }
 
-void MappedDeviceModel::ReadElements(const tinyxml2::XMLElement& mapping,
-                                     const DeviceModel& library)
+/// An element has what the library holds, whatever its file says.
+void MappedDeviceModel::TakeFixture(MappedLedItem& element, const DeviceModel& library)
 {
-    const QMutexLocker lock(&mutex);
-    std::vector<std::unique_ptr<MappedLedItem>> items;
-    for (const auto* element = mapping.FirstChildElement("Element"); element;
-         element = element->NextSiblingElement("Element"))
-    {
-        const std::int64_t identifier = ++nextElementID;
-        auto item = MappedLedItem::FromXml(*element, library);
-        if (!item)
-            continue;
-        item->uniqueID = identifier;
-        items.push_back(std::move(item));
-    }
-    AddRows(std::move(items), false);
+    DeviceLedItem& own = element.EditFixture();
+    const DeviceLedItem* fixture = library.GetLEDFixtureByProduct(own.product);
+    own.uniqueID = 0;
+    if (!fixture)
+        return;
+    static_cast<LEDFixture&>(own) = *fixture;
+    own.intensityChannel = fixture->intensityChannel;
 }
 
 // ---- Saving ------------------------------------------------------------------------------------
 
-int MappedDeviceModel::Save(const std::wstring& path, const DeviceModel& library,
-                            const ManualNodes& nodes)
+SaveResult MappedDeviceModel::Save(const std::wstring& path, const DeviceModel& library,
+                                   const ManualNodes& nodes)
 {
-    const std::filesystem::path file(Platform::WideToUtf8(path));
+    const std::filesystem::path folder =
+        std::filesystem::path(Platform::WideToUtf8(path)).parent_path();
     std::error_code failure;
-    std::filesystem::create_directories(file.parent_path(), failure);
-    if (!file.parent_path().empty() && !std::filesystem::is_directory(file.parent_path(), failure))
-    {
+    std::filesystem::create_directories(folder, failure);
+    std::error_code unknown;
+    if (!folder.empty() && !std::filesystem::is_directory(folder, unknown)) {
         ZEN_LOG_ERROR("The folder of the mapping could not be made: %ls", path.c_str());
-        return -1;
+        return failure ? failure : std::make_error_code(std::errc::not_a_directory);
     }
     XmlText::Document document;
     ToXml(document, library, nodes);
-    return WriteXmlFile(path, document) ? 0 : 1;
+    return WriteXmlFile(path, document);
 }
 
 void MappedDeviceModel::ToXml(tinyxml2::XMLDocument& document, const DeviceModel& library,
                               const ManualNodes& nodes) const
 {
-    library.WriteFixtures(XmlText::AddElement(document, "LEDFixtureLibrary"));
+    auto& fixtures = XmlText::AddElement(document, "LEDFixtureLibrary");
+    library.WriteFixtures(fixtures);
+    WriteOwnFixtures(fixtures, library);
     merging.ToXml(document);
     WriteManualNodes(document, nodes);
     auto& mapping = XmlText::AddElement(document, "Mapping");
@@ -190,6 +112,19 @@ void MappedDeviceModel::ToXml(tinyxml2::XMLDocument& document, const DeviceModel
     XmlText::SetAttribute(mapping, "network",
                           settings ? settings->networkText.toStdWString() : network);
     WriteElements(mapping);
+}
+
+/// The fixtures of elements that the library has no longer: without them the elements could not be
+/// read again.
+void MappedDeviceModel::WriteOwnFixtures(tinyxml2::XMLElement& fixtures,
+                                         const DeviceModel& library) const
+{
+    std::set<std::wstring> written;
+    for (const MappedLedItem* element : byRow_) {
+        const DeviceLedItem& own = element->GetFixture();
+        if (!library.GetLEDFixtureByProduct(own.product) && written.insert(own.product).second)
+            own.ToXml(fixtures);
+    }
 }
 
 void MappedDeviceModel::WriteElements(tinyxml2::XMLElement& mapping) const

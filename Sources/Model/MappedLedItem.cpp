@@ -16,6 +16,17 @@ std::uint64_t NextRevision()
     return ++last;
 }
 
+template <class Part>
+std::unique_ptr<Part> ReadPart(const tinyxml2::XMLElement& element, const char* name,
+                               const char* missing)
+{
+    const auto* part = element.FirstChildElement(name);
+    if (part)
+        return Part::FromXml(*part);
+    ZEN_LOG_ERROR("%s", missing);
+    return nullptr;
+}
+
 } // namespace
 
 MappedLedItem::MappedLedItem(std::wstring name, const DeviceLedItem& fixture,
@@ -66,40 +77,39 @@ void MappedLedItem::SetArtNetMapping(const std::optional<DMXMappingArtNet>& addr
 }
 
 std::unique_ptr<MappedLedItem> MappedLedItem::FromXml(const tinyxml2::XMLElement& element,
-                                                      const DeviceModel& library)
+                                                      const DeviceModel& library,
+                                                      ElementFault& fault)
 {
     auto name = XmlText::Attribute(element, "description");
     if (!name) {
         ZEN_LOG_ERROR("Element description is not defined");
+        fault = ElementFault::NoDescription;
         return nullptr;
     }
     const auto product = XmlText::Attribute(element, "fixture");
     if (!product) {
         ZEN_LOG_ERROR("Element fixture is not defined");
+        fault = ElementFault::NoFixture;
         return nullptr;
     }
     const DeviceLedItem* fixture = library.GetLEDFixtureByProduct(*product);
     if (!fixture) {
         ZEN_LOG_ERROR("Element fixture not found in the library, fixture name: %ls",
                       product->c_str());
+        fault = ElementFault::UnknownFixture;
         return nullptr;
     }
-    const auto* videoElement = element.FirstChildElement("VideoMapping");
-    if (!videoElement) {
-        ZEN_LOG_ERROR("Video mapping node not found");
+    auto video = ReadPart<VideoMapping>(element, "VideoMapping", "Video mapping node not found");
+    if (!video) {
+        fault = ElementFault::Place;
         return nullptr;
     }
-    auto video = VideoMapping::FromXml(*videoElement);
-    if (!video)
-        return nullptr;
-    const auto* dmxElement = element.FirstChildElement("DMXMapping");
-    if (!dmxElement) {
-        ZEN_LOG_ERROR("DMX mapping node not found");
+    const auto dmx = ReadPart<DMXMapping>(element, "DMXMapping", "DMX mapping node not found");
+    if (!dmx) {
+        fault = ElementFault::Address;
         return nullptr;
     }
-    const auto dmx = DMXMapping::FromXml(*dmxElement);
-    if (!dmx)
-        return nullptr;
+    fault = ElementFault::None;
     return std::make_unique<MappedLedItem>(std::move(*name), *fixture, std::move(video), dmx.get());
 }
 

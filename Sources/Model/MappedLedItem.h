@@ -15,6 +15,17 @@
 
 class DeviceModel;
 
+/// What is wrong with an <Element> of a document.
+enum class ElementFault
+{
+    None,
+    NoDescription,
+    NoFixture,
+    UnknownFixture,
+    Place,
+    Address
+};
+
 /// One element of a document: its name, its own copy of the fixture, where it samples the canvas
 /// and the address that it is sent to.
 ///
@@ -56,9 +67,15 @@ public:
     void CountChangesIn(std::uint64_t* counter) { documentRevision_ = counter; }
 
     /// An element from an <Element> of a document, with its fixture from the library; nothing,
-    /// after one line in the log, when it is rejected.
+    /// after one line in the log and with `fault` set, when it is rejected.
+    [[nodiscard]] static std::unique_ptr<MappedLedItem>
+    FromXml(const tinyxml2::XMLElement& element, const DeviceModel& library, ElementFault& fault);
     [[nodiscard]] static std::unique_ptr<MappedLedItem> FromXml(const tinyxml2::XMLElement& element,
-                                                                const DeviceModel& library);
+                                                                const DeviceModel& library)
+    {
+        ElementFault fault = ElementFault::None;
+        return FromXml(element, library, fault);
+    }
 
     /// Adds an <Element> at the end of `parent`. Always 0.
     int WriteElement(tinyxml2::XMLElement& parent) const;

@@ -4,6 +4,7 @@
 #include <exception>
 #include <memory>
 #include <optional>
+#include <system_error>
 
 #include <tinyxml2.h>
 
@@ -83,9 +84,9 @@ void UnsavedWork::Discard()
 {
     timer_.stop();
     WaitForWriter();
-    failed_ = false;
     if (!file_.isEmpty())
         QFile::remove(file_);
+    SetTrouble({});
 }
 
 void UnsavedWork::NoteChange()
@@ -108,22 +109,32 @@ void UnsavedWork::Write()
         manager_.MappingToXml(*document, nodes_);
         writing_ = true;
         writer_ = std::jthread([this, file = file_.toStdWString(), document = std::move(document)] {
-            const bool written = WriteXmlFile(file, *document);
+            const SaveResult written = WriteXmlFile(file, *document);
             QMetaObject::invokeMethod(this, [this, written] { Wrote(written); });
         });
     } catch (const std::exception&) {
-        Wrote(false);
+        Wrote(std::make_error_code(std::errc::not_enough_memory));
     }
 }
 
-void UnsavedWork::Wrote(bool written)
+void UnsavedWork::Wrote(const SaveResult& written)
 {
     writing_ = false;
-    if (!written && !failed_)
-        ZEN_LOG_ERROR("Unsaved work can't be kept in %ls", file_.toStdWString().c_str());
-    failed_ = !written;
-    if (failed_ && manager_.documentDirty)
+    if (!manager_.documentDirty)
+        return;
+    SetTrouble(written.Reason());
+    if (!written)
         NoteChange();
+}
+
+void UnsavedWork::SetTrouble(const QString& reason)
+{
+    if (reason == trouble_)
+        return;
+    if (trouble_.isEmpty())
+        ZEN_LOG_ERROR("Unsaved work can't be kept in %ls", file_.toStdWString().c_str());
+    trouble_ = reason;
+    emit troubleChanged(reason);
 }
 
 void UnsavedWork::WaitForWriter()

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QTimer>
 
+#include "LibTools/SaveResult.h"
+
 class ArtNetNodeModel;
 class DeviceManager;
 
@@ -37,10 +39,15 @@ public:
 
     static constexpr int WriteMilliseconds = 3000;
 
+signals:
+    /// Why the copy can't be written; empty when it is, or needs none, again.
+    void troubleChanged(const QString& reason);
+
 private:
     void NoteChange();
     void Write();
-    void Wrote(bool written);
+    void Wrote(const SaveResult& written);
+    void SetTrouble(const QString& reason);
     void WaitForWriter();
 
     DeviceManager& manager_;
@@ -48,6 +55,6 @@ private:
     QString file_;
     QTimer timer_; ///< runs from the first change to the next writing
     bool writing_ = false;
-    bool failed_ = false;
+    QString trouble_;
     std::jthread writer_; ///< one at a time
 };

@@ -42,8 +42,8 @@ bool ExternalServerPreferences::LoadReelCommand()
     std::wstring folder;
     XmlText::Document document;
     if (!UserDataFolder(folder) ||
-        !ReadXmlFile(folder + L"/Zentri ReelCommand 5/Zentri ReelCommand_preferences.xml",
-                     document))
+        ReadXmlFile(folder + L"/Zentri ReelCommand 5/Zentri ReelCommand_preferences.xml",
+                    document) != XmlFault::None)
         return false;
     const auto* preferences = document.FirstChildElement("RMS_Preferences");
     if (!preferences) {

@@ -75,7 +75,7 @@ TEST(LaidFixtures, AThousandReachTheWireThroughTheLibrarysFile)
     }
     const Support::TemporaryFolder folder;
     const std::wstring file = (folder.Path() / "library.wfl").wstring();
-    ASSERT_EQ(made.Save(file), 0);
+    ASSERT_TRUE(made.Save(file));
     DeviceModel read;
     read.Merge(file, true);
     ASSERT_EQ(read.GetFixtures().keys(), made.GetFixtures().keys());

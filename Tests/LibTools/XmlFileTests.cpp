@@ -12,6 +12,8 @@
 #include <chrono>
 #include <filesystem>
 #include <set>
+#include <utility>
+#include <vector>
 
 #include <sys/stat.h>
 
@@ -35,7 +37,6 @@ TEST(XmlFile, ASaveTakesThePlaceOfTheOldFileAndOfOldLeftoversOnly)
     for (const auto& entry : fs::directory_iterator(folder.Path()))
         fs::last_write_time(entry, longAgo);
     fs::last_write_time(going, longAgo + std::chrono::minutes(5));
-    folder.Write(".show [1].wfm.saving", "whole, and cut off before it took its place");
     XmlText::Document document;
     XmlText::AddElement(document, "A");
     ASSERT_TRUE(WriteXmlFile(link.wstring(), document));
@@ -63,13 +64,20 @@ TEST(XmlFile, WhatIsNoReadableFileIsRefused)
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     const fs::path huge = folder.Write("huge", "<a/>");
     fs::resize_file(huge, static_cast<std::uintmax_t>(MaxXmlFileSize) + 1);
-    for (const fs::path& path : {folder.Path() / "missing", folder.Path(), fs::path("/dev/zero"),
-                                 fs::path(":/no/such/resource"),
-                                 folder.Write("garbage", "\x80\xFF\0\x01<<<>"s), huge, pipe})
-    {
+    const std::vector<std::pair<fs::path, XmlFault>> cases = {
+        {folder.Path() / "missing", XmlFault::Missing},
+        {":/no/such/resource", XmlFault::Missing},
+        {folder.Path(), XmlFault::NoFile},
+        {"/dev/zero", XmlFault::NoFile},
+        {pipe, XmlFault::NoFile},
+        {huge, XmlFault::TooLarge},
+        {folder.Write("empty", ""), XmlFault::Empty},
+        {folder.Write("garbage", "\x80\xFF\0\x01<<<>"s), XmlFault::NoXml},
+        {folder.Write("half", "\xEF\xBB\xBF\n<A><B>"s), XmlFault::Damaged}};
+    for (const auto& [path, fault] : cases) {
         XmlText::Document document;
         XmlText::AddElement(document, "Old");
-        EXPECT_FALSE(ReadXmlFile(path.wstring(), document)) << path;
+        EXPECT_EQ(ReadXmlFile(path.wstring(), document), fault) << path;
         EXPECT_EQ(document.FirstChild(), nullptr);
     }
 }

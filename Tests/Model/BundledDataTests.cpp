@@ -4,6 +4,7 @@
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceModel.h"
 #include "Model/MappedDeviceModel.h"
+#include "Model/MappingFile.h"
 #include "Support/TemporaryFolder.h"
 #include "XmlText/XmlText.h"
 
@@ -50,7 +51,7 @@ TEST_F(BundledData, EveryFixtureLoadsUnderItsOwnNameAndIsSavedAsItWas)
     for (int time = 0; time < 2; ++time)
         expected.erase(expected.find(intensity), intensity.size());
     const auto saved = folder.Path() / "saved.wfl";
-    ASSERT_EQ(library.Save(saved.wstring()), 0);
+    ASSERT_TRUE(library.Save(saved.wstring()));
     EXPECT_TRUE(Support::ReadBytes(saved) == XmlText::Encode(expected));
     EXPECT_EQ(library.GetLEDFixtureByProduct(L"LED Pixel Track Pro (Mode 160)")->intensityChannel,
               159);
@@ -63,14 +64,16 @@ TEST_F(BundledData, TheDemoDocumentStandsOnTheLibraryAndKeepsItsForm)
     EXPECT_EQ(library.GetFixtures().size(), known);
     MappedDeviceModel document;
     ArtNetNodeModel nodes;
-    ASSERT_EQ(document.Load(DemoPath, library, nodes), 0);
+    MappingFile demoFile(QString::fromStdWString(DemoPath), library);
+    ASSERT_TRUE(demoFile.IsWhole());
+    document.Load(std::move(demoFile), library, nodes);
     std::set<std::wstring> addresses;
     for (const MappedLedItem* element : document.GetAllItems())
         addresses.insert(element->GetArtNetMapping()->GetSortDescription());
     EXPECT_EQ(addresses.size(), 15U);
     // A save carries the whole library; from the merger on, it is what was loaded.
     const auto saved = folder.Path() / "saved.wfm";
-    ASSERT_EQ(document.Save(saved.wstring(), library, nodes), 0);
+    ASSERT_TRUE(document.Save(saved.wstring(), library, nodes));
     const std::string demo = ResourceText(DemoPath);
     EXPECT_TRUE(XmlText::Decode(Support::ReadBytes(saved))
                     .ends_with(demo.substr(demo.find("<UniverseMerging"))));

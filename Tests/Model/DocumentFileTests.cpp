@@ -3,14 +3,17 @@
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
+#include "Model/MappingFile.h"
 #include "Support/LogCapture.h"
 #include "Support/TemporaryFolder.h"
 #include "XmlText/XmlText.h"
 
 #include <gtest/gtest.h>
 
+#include <QLocale>
 #include <QSignalSpy>
 
+#include <array>
 #include <locale>
 #include <string>
 #include <vector>
@@ -68,7 +71,7 @@ protected:
     }
     std::string Saved(const std::string& name = "out.wfm")
     {
-        EXPECT_EQ(manager.SaveMapping(Path(name), nodes), 0);
+        EXPECT_TRUE(manager.SaveMapping(Path(name), nodes));
         return XmlText::Decode(Support::ReadBytes(folder.Path() / name));
     }
     /// The texts of these columns of a row.
@@ -116,52 +119,97 @@ TEST_F(DocumentFile, ASavedDocumentIsTheLoadedOneByteForByte)
         EXPECT_EQ(Saved(), Whole);
         EXPECT_EQ(Support::ReadBytes(folder.Path() / "out.wfm"), XmlText::Encode(Whole));
     }
-    EXPECT_EQ(manager.SaveMapping(Path("out.wfm/no folder"), nodes), -1);
-    EXPECT_EQ(manager.SaveMapping(Path("."), nodes), 1);
+    EXPECT_EQ(manager.SaveMapping(Path("out.wfm/no folder"), nodes).Reason(),
+              QStringLiteral("There is a file where its folder should be."));
+    EXPECT_EQ(manager.SaveMapping(Path(name), nodes).Reason(),
+              QStringLiteral("There is a folder of this name."));
 }
 
-TEST_F(DocumentFile, EveryFaultIsNamedAndCostsNoMoreThanItMust)
+TEST_F(DocumentFile, WhatCantBeReadIsNamedAndCostsNothing)
 {
-    using Fault = std::array<const char*, 3>; // a change, and what is logged
-    const std::vector<Fault> ofTheDocument = {
-        {R"(version="2.5")", "", "Mapping version not defined"},
-        {R"(version="2.5")", R"(version="2,5")", "Mapping version syntax error"},
-        {R"(resolution="115,35")", "", "Mapping resolution not defined"},
-        {R"("115,35")", R"("115.35")", "Mapping resolution syntax error"},
-        {R"("115,35")", R"("115,3,5")", "Mapping resolution syntax error"},
-        {R"("115,35")", R"("99999999999,5")", "Mapping resolution syntax error"},
-        {R"(<Mapping name="Show")", "<Mapping", "Mapping name not defined"},
-        {"</Mapping>", "</Maping>", "Could not read mapping XML file"}};
+    struct Case
+    {
+        std::string text;
+        const char* logged;
+        const char* told;
+    };
+    const auto with = [](const char* from, const char* to) {
+        return Altered(Whole, from, to);
+    };
+    const std::string encoded = XmlText::Encode(Whole);
+    const char* unread = "Could not read mapping XML file";
+    const char* noSize = "The size of its canvas is missing or damaged.";
+    const char* badSize = "Mapping resolution out of range";
+    const std::vector<Case> cases = {
+        {"", unread, "The file is empty."},
+        {"half a fi", unread, "It is no file of PixelWeft."},
+        {encoded.substr(0, encoded.size() - 30), unread, "The file is cut off or damaged."},
+        {with("</Mapping>", "</Maping>"), unread, "The file is cut off or damaged."},
+        {"<Other />", "No Mapping node found", "It holds no mapping."},
+        {with(R"(version="2.5")", ""), "Mapping version not defined",
+         "The version of the mapping is missing or damaged."},
+        {with(R"(version="2.5")", R"(version="2,5")"), "Mapping version syntax error",
+         "The version of the mapping is missing or damaged."},
+        {with(R"(resolution="115,35")", ""), "Mapping resolution not defined", noSize},
+        {with(R"("115,35")", R"("115.35")"), "Mapping resolution syntax error", noSize},
+        {with(R"("115,35")", R"("115,3,5")"), "Mapping resolution syntax error", noSize},
+        {with(R"("115,35")", R"("99999999999,5")"), "Mapping resolution syntax error", noSize},
+        {with("115,35", "0,35"), badSize,
+         "Its canvas of 0 x 35 pixels is impossible: a canvas has 1 to 100,000 pixels on each "
+         "side."},
+        {with("115,35", "115,100001"), badSize,
+         "Its canvas of 115 x 100,001 pixels is impossible: a canvas has 1 to 100,000 pixels on "
+         "each side."},
+        {with(R"(<Mapping name="Show")", "<Mapping"), "Mapping name not defined",
+         "The name of the mapping is missing."}};
+    QLocale::setDefault(QLocale(QLocale::English));
     ASSERT_TRUE(Load(Whole));
-    for (const auto& [from, to, message] : ofTheDocument) {
-        EXPECT_FALSE(Load(Altered(Altered(Whole, R"(Unicast="1")", R"(Unicast="0")"), from, to)));
-        EXPECT_EQ(log.Count(message), 1) << message;
-        EXPECT_TRUE(Saved().ends_with(Altered(Start.substr(Start.find("<Mapping")), ">", " />")))
-            << message;
+    for (const Case& bad : cases) {
+        EXPECT_FALSE(Load(Altered(bad.text, R"(Unicast="1")", R"(Unicast="0")")));
+        EXPECT_EQ(log.Count(bad.logged), 1) << bad.logged;
+        EXPECT_EQ(manager.ReadMapping(Path("in.wfm")).Fault().toStdString(), bad.told);
+        EXPECT_EQ(Saved(), Whole) << bad.logged;
     }
-    const std::vector<Fault> ofAnElement = {
-        {R"(description="Lamp &lt;1&gt;&#x0A;" )", "", "Element description is not defined"},
-        {R"(fixture="Lamp")", "", "Element fixture is not defined"},
-        {R"(fixture="Lamp")", R"(fixture="lamp")",
-         "Element fixture not found in the library, fixture name: lamp"},
-        {"VideoMapping>", "Video>", "Video mapping node not found"},
-        {"DMXMapping", "DMX", "DMX mapping node not found"},
-        {R"("ArtNet")", R"("ECue")", "ECue DMX Mapping type not supported"}};
-    for (const auto& [from, to, message] : ofAnElement) {
-        ASSERT_TRUE(Load(Start + Good + Altered(Good, from, to) + Good + "</Mapping>")) << message;
-        EXPECT_EQ(log.Count(message), 1) << message;
-        EXPECT_EQ(Texts(0, {7}) + Texts(1, {7}), "13") << message; // The number stays unused.
-        EXPECT_EQ(Saved(), Start + Good + Good + "</Mapping>\n");
-    }
-    // Numbers that no canvas has cost no element.
-    EXPECT_TRUE(Load(Altered(Whole, "115,35", "0,2000000000")));
-    EXPECT_EQ(document.rowCount(), 1);
-    EXPECT_EQ(log.Count("Mapping resolution 0,2000000000 is taken as 1,100000"), 1);
     EXPECT_FALSE(manager.LoadMapping(Path("absent.wfm"), nodes));
-    EXPECT_EQ(document.rowCount(), 1) << "nothing is lost";
-    EXPECT_TRUE(Load("<Other />"));
-    EXPECT_EQ(log.Count("No Mapping node found"), 1);
-    EXPECT_EQ(document.rowCount(), 0);
+    EXPECT_EQ(Saved(), Whole);
+    // The fixtures of elements stay with them when the library loses them.
+    manager.GetDeviceModel()->removeFixture(L"Maker", L"Lamp");
+    EXPECT_EQ(Saved(), Whole);
+}
+
+TEST_F(DocumentFile, AnElementThatCantBeReadIsNamedAndCostsNoOther)
+{
+    using Fault = std::array<const char*, 4>; // a change, what is logged, what the operator reads
+    const std::vector<Fault> faults = {
+        {R"(description="Lamp &lt;1&gt;&#x0A;" )", "", "Element description is not defined",
+         "Element 2: it has no description"},
+        {R"(fixture="Lamp")", "", "Element fixture is not defined",
+         "Lamp <1>: it names no fixture"},
+        {R"(fixture="Lamp")", R"(fixture="lamp")",
+         "Element fixture not found in the library, fixture name: lamp",
+         "Lamp <1>: its fixture \"lamp\" is unknown"},
+        {"VideoMapping>", "Video>", "Video mapping node not found",
+         "Lamp <1>: its place on the canvas is damaged"},
+        {"DMXMapping", "DMX", "DMX mapping node not found", "Lamp <1>: its address is damaged"},
+        {R"("ArtNet")", R"("ECue")", "ECue DMX Mapping type not supported",
+         "Lamp <1>: its address is damaged"}};
+    for (const auto& [from, to, logged, told] : faults) {
+        ASSERT_TRUE(Load(Start + Good + Altered(Good, from, to) + Good + "</Mapping>")) << logged;
+        EXPECT_EQ(log.Count(logged), 1) << logged;
+        EXPECT_EQ(Texts(0, {7}) + Texts(1, {7}), "13") << logged; // The number stays unused.
+        EXPECT_EQ(Saved(), Start + Good + Good + "</Mapping>\n");
+        const MappingFile file = manager.ReadMapping(Path("in.wfm"));
+        EXPECT_TRUE(file.IsReadable() && !file.IsWhole());
+        EXPECT_EQ(file.LostElements().toStdString(),
+                  std::string("1 of its 3 elements can't be read:\n\n") + told);
+    }
+    std::string text = Start;
+    for (int element = 0; element < 13; ++element)
+        text += Altered(Good, R"(fixture="Lamp")", "");
+    ASSERT_TRUE(Load(text + "</Mapping>"));
+    const QString lost = manager.ReadMapping(Path("in.wfm")).LostElements();
+    EXPECT_EQ(lost.count(QStringLiteral("names no fixture")), 10);
+    EXPECT_TRUE(lost.endsWith(QStringLiteral("\nand 3 more")));
 }
 
 TEST_F(DocumentFile, OldFilesAndOddNetworksLoad)

@@ -32,10 +32,10 @@ protected:
         }
     }
 
-    bool Save(DeviceManager& document)
+    SaveResult Save(DeviceManager& document)
     {
         const QString path = QString::fromStdString(file.string());
-        return document.SaveMapping(path, ArtNetNodeModel()) == 0;
+        return document.SaveMapping(path, ArtNetNodeModel());
     }
     std::string Saved(DeviceManager& document)
     {
@@ -43,14 +43,14 @@ protected:
         return Support::ReadBytes(file);
     }
     /// Saves on a disk on which no file can grow beyond `room` bytes.
-    bool SaveWithin(std::size_t room, DeviceManager& document)
+    SaveResult SaveWithin(std::size_t room, DeviceManager& document)
     {
         std::signal(SIGXFSZ, SIG_IGN);
         rlimit before{};
         getrlimit(RLIMIT_FSIZE, &before);
         const rlimit full = {room, before.rlim_max};
         setrlimit(RLIMIT_FSIZE, &full);
-        const bool saved = Save(document);
+        const SaveResult saved = Save(document);
         setrlimit(RLIMIT_FSIZE, &before);
         return saved;
     }
@@ -67,7 +67,9 @@ TEST_F(SaveSafety, AFullDiskKeepsTheOldFileAndLeavesNothingBehind)
     const std::string ofSmall = Saved(small);
     // Small files wait in a buffer for the end of their save, large ones do not.
     for (const std::size_t room : {0U, 1U, 1000U})
-        EXPECT_FALSE(SaveWithin(room, small)) << room;
+        EXPECT_EQ(SaveWithin(room, small).Reason(),
+                  QStringLiteral("The file is larger than the disk takes."))
+            << room;
     for (const std::size_t room : {std::size_t{0}, std::size_t{1}, std::size_t{16'383},
                                    std::size_t{16'384}, ofLarge.size() - 1})
         EXPECT_FALSE(SaveWithin(room, large)) << room;

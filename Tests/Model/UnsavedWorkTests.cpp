@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 #include <QtTest>
 
@@ -70,16 +71,29 @@ TEST_F(UnsavedWorkTest, EachCopyIsOneStateOfADocumentThatGoesOnChanging)
     EXPECT_FALSE(QFile::exists(copy));
 }
 
-TEST_F(UnsavedWorkTest, AFolderThatTakesNoFileIsReported)
+TEST_F(UnsavedWorkTest, AFolderThatTakesNoFileIsReportedUntilItDoes)
 {
     ASSERT_TRUE(QFile(path).open(QFile::WriteOnly));
     const QString inFile = path + QStringLiteral("/show.wfm");
     work->Watch(inFile);
     const Support::LogCapture log;
+    QStringList troubles;
+    QObject::connect(work.get(), &UnsavedWork::troubleChanged, work.get(),
+                     [&](const QString& trouble) { troubles << trouble; });
+    const auto told = [&](int times) {
+        return QTest::qWaitFor([&] { return troubles.size() == times; },
+                               5 * UnsavedWork::WriteMilliseconds);
+    };
     manager.ResizeCanvas(101, 100, false);
-    const std::string line =
-        "Unsaved work can't be kept in " + UnsavedWork::FileFor(inFile).toStdString();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return log.Has(line); }, 5 * UnsavedWork::WriteMilliseconds));
+    EXPECT_TRUE(told(1));
+    EXPECT_TRUE(
+        log.Has("Unsaved work can't be kept in " + UnsavedWork::FileFor(inFile).toStdString()));
+    // It is tried again without a further change.
+    ASSERT_TRUE(QFile::remove(path) && QDir().mkdir(path));
+    EXPECT_TRUE(told(2));
+    EXPECT_EQ(troubles,
+              QStringList({QStringLiteral("There is a file where its folder should be."), {}}));
+    EXPECT_TRUE(QFile::exists(UnsavedWork::FileFor(inFile)));
 }
 
 } // namespace

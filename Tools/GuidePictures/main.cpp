@@ -47,6 +47,10 @@ public:
     {
         return true;
     }
+    UnsavedAnswer AskToSave(QWidget*, const QString&, const QString&) override
+    {
+        return UnsavedAnswer::Discard;
+    }
     bool Confirm(QWidget*, const QString&, const QString&) override { return true; }
     void Notify(QWidget*, const QString&, const QString&) override {}
     void Warn(QWidget*, const QString&, const QString&) override {}

@@ -13,6 +13,24 @@ bool WidgetBoxes::Ask(QWidget* parent, const QString& title, const QString& text
     return box.exec() == QMessageBox::Yes;
 }
 
+OperatorBoxes::UnsavedAnswer WidgetBoxes::AskToSave(QWidget* parent, const QString& title,
+                                                    const QString& text)
+{
+    QMessageBox box(QMessageBox::Question, title, text,
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent);
+    // Some desktops call it "Close without Saving", which would not be true of each question.
+    box.button(QMessageBox::Discard)->setText(QMessageBox::tr("Discard"));
+    box.setDefaultButton(QMessageBox::Cancel);
+    switch (box.exec()) {
+    case QMessageBox::Save:
+        return UnsavedAnswer::Save;
+    case QMessageBox::Discard:
+        return UnsavedAnswer::Discard;
+    default:
+        return UnsavedAnswer::Cancel;
+    }
+}
+
 bool WidgetBoxes::Confirm(QWidget* parent, const QString& title, const QString& text)
 {
     QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::Yes | QMessageBox::No, parent);
@@ -24,6 +42,7 @@ bool WidgetBoxes::Confirm(QWidget* parent, const QString& title, const QString& 
 void WidgetBoxes::Notify(QWidget* parent, const QString& title, const QString& text)
 {
     QMessageBox box(QMessageBox::NoIcon, title, text, QMessageBox::Ok, parent);
+    box.setTextFormat(Qt::PlainText);
     box.exec();
 }
 
@@ -35,7 +54,8 @@ void WidgetBoxes::Warn(QWidget* parent, const QString& title, const QString& tex
 
 int WidgetBoxes::Choose(const Choice& choice)
 {
-    QMessageBox box(choice.icon, choice.title, choice.text);
+    QMessageBox box(choice.icon, choice.title, choice.text, QMessageBox::NoButton, choice.parent);
+    box.setTextFormat(Qt::PlainText); // It may quote a file.
     QList<QAbstractButton*> buttons;
     for (const QString& text : choice.buttons) {
         // Qt gives Escape to a lone reject button, and sorts the buttons by their roles as the
@@ -46,8 +66,7 @@ int WidgetBoxes::Choose(const Choice& choice)
         if (rejects)
             box.setEscapeButton(buttons.last());
     }
-    if (!buttons.isEmpty())
-        box.setDefaultButton(qobject_cast<QPushButton*>(buttons.first()));
+    box.setDefaultButton(qobject_cast<QPushButton*>(buttons.value(choice.byDefault)));
     box.exec();
     return buttons.indexOf(box.clickedButton());
 }

@@ -15,6 +15,15 @@ public:
     /// A question with Yes and Cancel; true for Yes. Escape is Cancel.
     [[nodiscard]] virtual bool Ask(QWidget* parent, const QString& title, const QString& text,
                                    QMessageBox::StandardButton byDefault) = 0;
+    enum class UnsavedAnswer
+    {
+        Save,
+        Discard,
+        Cancel
+    };
+    /// A question about unsaved work, with Save, Discard and Cancel. Return and Escape are Cancel.
+    [[nodiscard]] virtual UnsavedAnswer AskToSave(QWidget* parent, const QString& title,
+                                                  const QString& text) = 0;
     /// A warning with Yes and No; true for Yes. Return and Escape are No: what goes on here takes
     /// away work.
     [[nodiscard]] virtual bool Confirm(QWidget* parent, const QString& title,
@@ -29,11 +38,13 @@ public:
         QMessageBox::Icon icon = QMessageBox::NoIcon;
         QString title;
         QString text;
-        QStringList buttons; ///< the first is the default
-        int onEscape = -1;   ///< the button that Escape presses, -1: Escape does nothing
+        QStringList buttons;
+        int byDefault = 0; ///< the button that Return presses
+        int onEscape = -1; ///< the button that Escape presses, -1: Escape does nothing
+        QWidget* parent = nullptr;
     };
-    /// A box without a parent and with buttons of its own; the index of the pressed one, -1 when
-    /// the program ends under it.
+    /// A box with buttons of its own; the index of the pressed one, -1 when the program ends under
+    /// it.
     [[nodiscard]] virtual int Choose(const Choice& choice) = 0;
 
     // The file dialogs give an empty text when they are cancelled.
@@ -52,6 +63,7 @@ class WidgetBoxes final : public OperatorBoxes
 public:
     bool Ask(QWidget* parent, const QString& title, const QString& text,
              QMessageBox::StandardButton byDefault) override;
+    UnsavedAnswer AskToSave(QWidget* parent, const QString& title, const QString& text) override;
     bool Confirm(QWidget* parent, const QString& title, const QString& text) override;
     void Notify(QWidget* parent, const QString& title, const QString& text) override;
     void Warn(QWidget* parent, const QString& title, const QString& text) override;

@@ -20,6 +20,7 @@ public:
         QWidget* parent = nullptr;
         QString title;
         QString text;
+        bool offersExport = false; ///< beside OK, for work that can't be saved in its place
 
         bool operator==(const Notice&) const = default;
     };

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Library/LibraryPanel.h"
 
+#include <utility>
+
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QUndoStack>
@@ -80,23 +83,39 @@ void LibraryPanel::WatchLibrary()
             &LibraryPanel::UpdateButtonStatesFromDeviceListSelection);
     // Queued: the library is also saved at the start, before the frames run, and nobody may be
     // there to close the box.
-    const auto notify = [this](auto signal, const QString& title, const QString& text) {
-        connect(
-            &parts_.manager, signal, this,
-            [this, title, text](const QString& path) {
-                // An open editor would hide the box, and the box would wait for it.
-                QWidget* dialog = QApplication::activeModalWidget();
-                parts_.boxes.Notify(dialog ? dialog : &parts_.window, title, text.arg(path));
-            },
-            Qt::QueuedConnection);
-    };
-    notify(&DeviceManager::librarySaveFailed, tr("Fixture Library Not Saved"),
-           tr("The fixture library could not be written to %1.\n\nThe file is as it was; your "
-              "fixtures are kept until PixelWeft ends, and saved with the next change if the file "
-              "can be written then."));
-    notify(&DeviceManager::libraryKeptAside, tr("Fixture Library Not Read"),
-           tr("A part of the fixture library could not be read.\n\nThe file as it was is kept as "
-              "%1."));
+    connect(
+        &parts_.manager, &DeviceManager::librarySaveFailed, this,
+        [this](const QString& path, const QString& reason) {
+            if (std::exchange(isTellingOfFailure_, true))
+                return; // A start tries it more than once.
+            Notify(tr("Fixture Library Not Saved"),
+                   tr("The fixture library could not be written to %1.\n\n%2\n\n%3 They are saved "
+                      "with the next change if the file can be written then.")
+                       .arg(path, reason,
+                            QFileInfo::exists(path)
+                                ? tr("The file is as it was; your fixtures are kept until "
+                                     "PixelWeft ends.")
+                                : tr("PixelWeft works with its built-in fixtures and yours in "
+                                     "memory until it ends.")));
+            isTellingOfFailure_ = false;
+        },
+        Qt::QueuedConnection);
+    connect(
+        &parts_.manager, &DeviceManager::libraryKeptAside, this,
+        [this](const QString& path) {
+            Notify(tr("Fixture Library Not Read"),
+                   tr("A part of the fixture library could not be read.\n\nThe file as it was is "
+                      "kept as %1.")
+                       .arg(path));
+        },
+        Qt::QueuedConnection);
+}
+
+void LibraryPanel::Notify(const QString& title, const QString& text)
+{
+    // An open editor would hide the box, and the box would wait for it.
+    QWidget* dialog = QApplication::activeModalWidget();
+    parts_.boxes.Notify(dialog ? dialog : &parts_.window, title, text);
 }
 
 void LibraryPanel::AskAboutFixturesOfDocuments()

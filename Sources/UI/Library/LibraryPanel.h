@@ -57,6 +57,7 @@ private:
     QPushButton* AddButton(const QString& objectName, const QString& text, QLayout& row,
                            void (LibraryPanel::*slot)());
     void WatchLibrary();
+    void Notify(const QString& title, const QString& text);
     void AskAboutFixturesOfDocuments();
     void UpdateButtonStatesFromDeviceListSelection();
     bool MayDelete(const DeviceLedItem& fixture);
@@ -68,4 +69,5 @@ private:
     FixtureEditing editing_;
     QPushButton* editButton_ = nullptr;
     QPushButton* deleteButton_ = nullptr;
+    bool isTellingOfFailure_ = false; ///< its box is open
 };

@@ -13,7 +13,9 @@
 #include "Log/Log.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
+#include "Model/DeviceModel.h"
 #include "Model/MappedDeviceModel.h"
+#include "Model/MappingFile.h"
 #include "Model/UnsavedWork.h"
 #include "Settings/FixtureLibraryPath.h"
 #include "Settings/SettingsBlock.h"
@@ -92,10 +94,31 @@ void DocumentLife::AddActions()
 
 void DocumentLife::LoadFirst()
 {
-    if (Import(mappingFilePath)) {
-        versions_.KeepSoon();
+    MappingFile file = parts_.manager.ReadMapping(mappingFilePath);
+    if (!file.IsReadable()) {
+        BeginFirst(file.Fault());
         return;
     }
+    const bool whole = file.IsWhole();
+    const QString lost = file.LostElements();
+    Take(std::move(file));
+    versions_.KeepSoon();
+    if (whole)
+        return;
+    // The output waits for nobody: what there is goes on stage, and its file stays until a save.
+    fileHasMore_ = true;
+    parts_.manager.SetDocumentDirty(true);
+    parts_.notices.Add(
+        {&parts_.window, tr("Mapping Read in Part"),
+         tr("The mapping %1 can't be read whole.\n\n%2\n\nThe rest is open. When you "
+            "save it, the file as it is now is kept beside it.")
+             .arg(mappingFilePath, lost)});
+}
+
+/// A document of its own, for a file that is missing or has this fault.
+void DocumentLife::BeginFirst(const QString& fault)
+{
+    Reset();
     const bool exists = QFileInfo::exists(mappingFilePath);
     const QString kept = exists ? KeepUnreadableFile(mappingFilePath) : QString();
     parts_.network.ChooseFirst();
@@ -103,15 +126,19 @@ void DocumentLife::LoadFirst()
     if (exists)
         parts_.notices.Add(
             {&parts_.window, tr("Mapping Not Read"),
-             tr("The mapping %1 could not be read.\n\n%2")
-                 .arg(mappingFilePath, kept.isEmpty() ? tr("It stays as it is until you save.")
-                                                      : tr("It is kept as %1.").arg(kept))});
+             tr("The mapping %1 can't be read.\n\n%2\n\n%3")
+                 .arg(mappingFilePath, fault,
+                      kept.isEmpty() ? tr("It stays there. When you save, it is kept beside your "
+                                          "mapping.")
+                                     : tr("It is kept as %1.").arg(kept))});
     // A file that could not even be renamed is not overwritten without the operator's consent.
-    if (exists && kept.isEmpty())
+    if (exists && kept.isEmpty()) {
+        fileHasMore_ = true;
         parts_.manager.SetDocumentDirty(true);
-    else if (!Write())
-        parts_.notices.Add({&parts_.window, tr("Mapping Not Saved"),
-                            tr("The mapping could not be saved to %1.").arg(mappingFilePath)});
+        return;
+    }
+    if (const SaveResult saved = Write(); !saved)
+        TellNotSaved(saved);
 }
 
 void DocumentLife::OfferUnsavedWork()
@@ -124,13 +151,8 @@ void DocumentLife::OfferUnsavedWork()
     const int answer = AskAboutUnsavedWork(kept);
     if (answer == 1)
         QFile::remove(kept);
-    if (answer != 0)
-        return;
-    if (ImportFile(kept))
-        return;
-    if (KeepUnreadableFile(kept).isEmpty())
-        ZEN_LOG_ERROR("The unsaved work can't be read");
-    LoadFirst();
+    if (answer == 0)
+        RestoreUnsavedWork(kept);
 }
 
 /// 0 restores it, 1 discards it; any other answer leaves it for the next start.
@@ -149,44 +171,103 @@ int DocumentLife::AskAboutUnsavedWork(const QString& kept)
     return parts_.boxes.Choose(choice);
 }
 
+/// A copy that can't be read, or not whole, is kept aside: the work of this run takes its place.
+void DocumentLife::RestoreUnsavedWork(const QString& kept)
+{
+    MappingFile file = parts_.manager.ReadMapping(kept);
+    if (file.IsReadable() && MayTake(file)) {
+        if (!file.IsWhole())
+            (void)KeepCopyOfFile(kept); // A disk that is full will be told of soon enough.
+        Take(std::move(file));
+        parts_.manager.SetDocumentDirty(true);
+        return;
+    }
+    const QString aside = KeepUnreadableFile(kept);
+    parts_.boxes.Notify(
+        &parts_.window, tr("Unsaved Work Not Restored"),
+        tr("%1\n\nYour unsaved work is kept as %2.")
+            .arg(file.IsReadable() ? tr("Your mapping is as you saved it last.") : file.Fault(),
+                 aside.isEmpty() ? kept : aside));
+}
+
 // ---- Import and new ----------------------------------------------------------------------------
 
-bool DocumentLife::Import(const QString& path)
+bool DocumentLife::MayTake(const MappingFile& file)
 {
-    if (parts_.manager.documentDirty &&
-        !parts_.boxes.Ask(&parts_.window, tr("Unsaved Mapping"),
-                          tr("Your current mapping has unsaved changes.\n\nAre you sure you "
-                             "want to import the mapping and lose your changes?"),
-                          QMessageBox::Cancel))
+    if (!file.IsReadable()) {
+        parts_.boxes.Notify(&parts_.window, tr("Mapping Not Imported"),
+                            tr("%1 can't be imported.\n\n%2\n\nYour mapping is as it was.")
+                                .arg(file.Path(), file.Fault()));
         return false;
-    Reset();
-    if (LoadInto(path))
+    }
+    if (file.IsWhole())
         return true;
-    StopMerging();
-    return false;
+    OperatorBoxes::Choice choice;
+    choice.icon = QMessageBox::Warning;
+    choice.title = tr("Mapping Read in Part");
+    choice.text = tr("%1 can't be read whole.\n\n%2").arg(file.Path(), file.LostElements());
+    choice.buttons = QStringList{tr("Import the rest"), tr("Cancel")};
+    choice.byDefault = choice.onEscape = 1;
+    choice.parent = &parts_.window;
+    return parts_.boxes.Choose(choice) == 0;
 }
 
-/// The output still has the settings of the document before.
-void DocumentLife::StopMerging()
+bool DocumentLife::MayLetGo(const QString& title, const QString& question)
 {
-    parts_.network.updateArtNetOutput();
+    // A save that fails is told, and the question comes again.
+    while (parts_.manager.documentDirty) {
+        switch (parts_.boxes.AskToSave(&parts_.window, title, question)) {
+        case OperatorBoxes::UnsavedAnswer::Save:
+            ActionSaveFile();
+            break;
+        case OperatorBoxes::UnsavedAnswer::Discard:
+            return true;
+        case OperatorBoxes::UnsavedAnswer::Cancel:
+            return false;
+        }
+    }
+    return true;
 }
 
-bool DocumentLife::LoadInto(const QString& path)
+void DocumentLife::ImportFile(const QString& path)
 {
-    DeviceManager& manager = parts_.manager;
-    if (!manager.LoadMapping(path, parts_.nodes))
-        return false;
+    const bool wasUnsaved = parts_.manager.documentDirty;
+    MappingFile file = parts_.manager.ReadMapping(path);
+    if (!MayTake(file) ||
+        !MayLetGo(tr("Unsaved Mapping"), tr("Your current mapping has unsaved changes.\n\nAre you "
+                                            "sure you want to import the mapping and lose your "
+                                            "changes?")))
+        return;
+    const bool wasSaved = wasUnsaved && !parts_.manager.documentDirty;
+    if (wasSaved && IsSameFile(path, mappingFilePath)) {
+        file = parts_.manager.ReadMapping(path);
+        if (!MayTake(file))
+            return;
+    }
+    Take(std::move(file));
+    parts_.manager.SetDocumentDirty(true);
+}
+
+void DocumentLife::Take(MappingFile file)
+{
+    // The questions first: the present document is on stage while they wait for an answer.
+    const DeviceModel& present = *parts_.manager.GetDeviceModel();
+    DeviceModel ofUser;
+    if (parts_.manager.IsLibrarySaved())
+        ofUser.Merge(parts_.manager.GetLibraryPath().toStdWString(), true,
+                     [](const QString&, const QString&) { return KeepFixture; });
+    file.SettleConflicts(parts_.manager.IsLibrarySaved() ? ofUser : present);
+    Reset();
+    parts_.manager.LoadMapping(std::move(file), parts_.nodes);
     emit loaded();
-    MappedDeviceModel& document = *manager.GetMappedDeviceModel();
+    MappedDeviceModel& document = *parts_.manager.GetMappedDeviceModel();
     UpdateCanvasSize(document.GetCanvasWidth(), document.GetCanvasHeight());
-    manager.CreateSceneItems();
+    parts_.manager.CreateSceneItems();
     for (const std::wstring& range : document.GetManualIPRanges())
         GetIPRange::Instance().AddManualRange(range);
     parts_.network.ChooseFromDocument(document.GetNetwork());
     parts_.network.updateArtNetOutput();
     emit document.mappingsChanged();
-    return true;
 }
 
 void DocumentLife::Reset()
@@ -214,49 +295,69 @@ void DocumentLife::Reset()
 
 void DocumentLife::ActionSaveFile()
 {
-    if (Write())
+    const SaveResult saved = Write();
+    if (saved)
         return;
-    parts_.boxes.Notify(&parts_.window, tr("Mapping Not Saved"),
-                        tr("The mapping could not be saved to %1.\n\nThe file there is as it was "
-                           "before.")
-                            .arg(mappingFilePath));
+    TellNotSaved(saved);
+    parts_.notices.Show();
 }
 
-bool DocumentLife::Write()
+SaveResult DocumentLife::Write()
 {
     // Also what another program wrote there may be the only copy of a show.
     versions_.Keep();
-    if (parts_.manager.SaveMapping(mappingFilePath, parts_.nodes) != 0) {
+    SaveResult saved;
+    if (fileHasMore_ && QFileInfo::exists(mappingFilePath)) {
+        saved = KeepCopyOfFile(mappingFilePath);
+        fileHasMore_ = !saved;
+    }
+    if (saved)
+        saved = parts_.manager.SaveMapping(mappingFilePath, parts_.nodes);
+    emit saveTrouble(saved.Reason());
+    if (!saved) {
         ZEN_LOG_ERROR("The mapping could not be saved to %ls",
                       mappingFilePath.toStdWString().c_str());
-        return false;
+        return saved;
     }
     versions_.KeepSoon();
     parts_.undoStack.clear();
     parts_.manager.SetDocumentDirty(false);
     emit FileSaved();
-    return true;
+    return saved;
 }
 
-bool DocumentLife::ImportFile(const QString& path)
+void DocumentLife::TellNotSaved(const SaveResult& saved)
 {
-    if (!Import(path))
-        return false;
-    parts_.manager.SetDocumentDirty(true);
-    return true;
+    parts_.notices.Add({.parent = &parts_.window,
+                        .title = tr("Mapping Not Saved"),
+                        .text = tr("The mapping could not be saved to %1.\n\n%2\n\nYour work is "
+                                   "still open, and a file that was there is as it was. Export "
+                                   "the mapping to another place to be safe.")
+                                    .arg(mappingFilePath, saved.Reason()),
+                        .offersExport = true});
+}
+
+void DocumentLife::TellCopyTrouble(const QString& reason)
+{
+    if (reason.isEmpty())
+        return;
+    parts_.notices.Add({.parent = &parts_.window,
+                        .title = tr("Unsaved Changes Not Kept"),
+                        .text = tr("No copy of your unsaved changes can be kept beside %1.\n\n%2"
+                                   "\n\nIf PixelWeft or the computer stops now, your changes are "
+                                   "lost. Save the mapping, or export it to another place.")
+                                    .arg(mappingFilePath, reason),
+                        .offersExport = true});
 }
 
 void DocumentLife::ActionNew()
 {
-    if (parts_.manager.documentDirty &&
-        !parts_.boxes.Ask(&parts_.window, tr("New Mapping"),
-                          tr("Your current mapping has unsaved changes.\n\nAre you sure you "
-                             "want to start a new mapping and lose your changes?"),
-                          QMessageBox::Cancel))
+    if (!MayLetGo(tr("New Mapping"), tr("Your current mapping has unsaved changes.\n\nAre you sure "
+                                        "you want to start a new mapping and lose your changes?")))
         return;
     parts_.manager.SetDocumentDirty(true);
     Reset();
-    StopMerging();
+    parts_.network.updateArtNetOutput(); // It still has the settings of the document before.
 }
 
 QString DocumentLife::StartDirectory() const
@@ -288,10 +389,11 @@ void DocumentLife::ActionExport()
                                "instead to update this file."));
         return;
     }
-    if (parts_.manager.SaveMapping(file, parts_.nodes) != 0) {
+    if (const SaveResult saved = parts_.manager.SaveMapping(file, parts_.nodes); !saved) {
         ZEN_LOG_ERROR("The mapping could not be exported to %ls", file.toStdWString().c_str());
-        parts_.boxes.Notify(&parts_.window, tr("Mapping Not Exported"),
-                            tr("The mapping could not be written to %1.").arg(file));
+        parts_.boxes.Notify(
+            &parts_.window, tr("Mapping Not Exported"),
+            tr("The mapping could not be written to %1.\n\n%2").arg(file, saved.Reason()));
         return;
     }
     parts_.settings.lastFile = file;
@@ -312,11 +414,9 @@ void DocumentLife::ActionVersions()
 
 bool DocumentLife::MayClose()
 {
-    return !parts_.manager.documentDirty ||
-           parts_.boxes.Ask(&parts_.window, tr("Unsaved Mapping"),
-                            tr("The current mapping has changes that you have not saved yet."
-                               "\n\nAre you sure you want to exit the Zentri PixelWeft?"),
-                            QMessageBox::Cancel);
+    return MayLetGo(tr("Unsaved Mapping"),
+                    tr("The current mapping has changes that you have not saved yet.\n\nAre you "
+                       "sure you want to exit the Zentri PixelWeft?"));
 }
 
 void DocumentLife::UpdateCanvasSize(int width, int height)

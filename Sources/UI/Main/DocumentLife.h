@@ -4,11 +4,13 @@
 #include <QObject>
 #include <QString>
 
+#include "LibTools/SaveResult.h"
 #include "Model/SavedVersions.h"
 #include "UI/Widgets/ActionSet.h"
 
 class ArtNetNodeModel;
 class DeviceManager;
+class MappingFile;
 class NetworkChoice;
 class OperatorBoxes;
 class OperatorNotices;
@@ -47,12 +49,15 @@ public:
     /// Asks what becomes of the work that an earlier run left unsaved, if there is any.
     void OfferUnsavedWork();
 
-    /// Whether the program may end. Asks the operator when there is unsaved work.
+    /// Whether the program may end. Asks the operator when there is unsaved work, and saves it if
+    /// that is the answer.
     [[nodiscard]] bool MayClose();
 
 public slots:
-    /// Imports a file and marks the document unsaved, for its own file doesn't hold it yet.
-    bool ImportFile(const QString& path);
+    /// Imports a file and marks the document unsaved, for its own file doesn't hold it yet. The
+    /// file is read and judged first: one that can't be read, or that the operator does not want as
+    /// it is, changes nothing.
+    void ImportFile(const QString& path);
     void ActionNew();
     void ActionImport();
     void ActionExport();
@@ -62,6 +67,8 @@ public slots:
     /// and the operator gets a notice.
     void ActionSaveFile();
     void UpdateCanvasSize(int width, int height);
+    /// Tells the operator why no copy of the unsaved work can be kept; nothing for an empty reason.
+    void TellCopyTrouble(const QString& reason);
 
 signals:
     /// The models are empty or were loaded again: their views set up their columns.
@@ -74,22 +81,31 @@ signals:
     void FileSaved();
     /// Saved versions can't be kept in this folder; the document itself can be saved.
     void versionNotKept(const QString& folder);
+    /// Why the last save failed; empty when one went well.
+    void saveTrouble(const QString& reason);
 
 private:
     void AddActions();
-    /// Loads another file into the document, after a question when there is unsaved work. False
-    /// leaves an empty document, or the present one when the operator wants that.
-    bool Import(const QString& path);
-    bool Write();
-    bool LoadInto(const QString& path);
+    void BeginFirst(const QString& fault);
+    [[nodiscard]] int AskAboutUnsavedWork(const QString& kept);
+    void RestoreUnsavedWork(const QString& kept);
+    /// Whether the file can be read and the operator wants what it has.
+    [[nodiscard]] bool MayTake(const MappingFile& file);
+    /// Whether the present document may go: it is saved, or the operator has saved it now or gives
+    /// its changes up.
+    [[nodiscard]] bool MayLetGo(const QString& title, const QString& question);
+    /// Lets go of the present document and takes that of the file.
+    void Take(MappingFile file);
     /// Empties the document and loads the library again.
     void Reset();
-    void StopMerging();
-    [[nodiscard]] int AskAboutUnsavedWork(const QString& kept);
+    [[nodiscard]] SaveResult Write();
+    void TellNotSaved(const SaveResult& saved);
     [[nodiscard]] QString StartDirectory() const;
 
     Parts parts_;
     ActionSet actions_;
     SavedVersions versions_;
     QString mappingFilePath;
+    /// The document has less than its file: a save keeps the file's bytes beside it.
+    bool fileHasMore_ = false;
 };

@@ -37,6 +37,7 @@
 #include "UI/Main/ElementList.h"
 #include "UI/Main/InspectorInWindow.h"
 #include "UI/Main/MainWindowForm.h"
+#include "UI/Main/SaveTroubleLabel.h"
 #include "UI/Main/SelectionModeButton.h"
 #include "UI/Main/Startup.h"
 #include "UI/Main/StatusLine.h"
@@ -68,9 +69,7 @@ constexpr QSize DefaultSize(1024, 600);
 
 WEFTMain::WEFTMain(OperatorBoxes& boxes)
     : boxes_(boxes)
-    , notices_([&boxes](const OperatorNotices::Notice& notice) {
-        boxes.Notify(notice.parent, notice.title, notice.text);
-    })
+    , notices_([this](const OperatorNotices::Notice& notice) { ShowNotice(notice); })
     , preferencesDialog_(this)
     , actions_(*this)
     , undoStack_(this)
@@ -92,6 +91,7 @@ WEFTMain::WEFTMain(OperatorBoxes& boxes)
     WireEngine();
     WireCanvas();
     WireDocument();
+    WireSaveTrouble();
     WireHost();
     BuildToolBar();
     LoadWindowSettings();
@@ -302,6 +302,22 @@ void WEFTMain::WireDocument()
             &WeftMapEditorView::CanvasChanged);
 }
 
+void WEFTMain::WireSaveTrouble()
+{
+    auto* line = new SaveTroubleLabel;
+    statusBar()->addPermanentWidget(line);
+    connect(document_.get(), &DocumentLife::saveTrouble, line,
+            &SaveTroubleLabel::ShowMappingTrouble);
+    connect(unsavedWork_.get(), &UnsavedWork::troubleChanged, line,
+            &SaveTroubleLabel::ShowCopyTrouble);
+    connect(unsavedWork_.get(), &UnsavedWork::troubleChanged, document_.get(),
+            &DocumentLife::TellCopyTrouble);
+    connect(deviceManager_.get(), &DeviceManager::librarySaved, line,
+            [line] { line->ShowLibraryTrouble({}); });
+    connect(deviceManager_.get(), &DeviceManager::librarySaveFailed, line,
+            [line](const QString&, const QString& reason) { line->ShowLibraryTrouble(reason); });
+}
+
 void WEFTMain::WireHost()
 {
     connect(&engine_->GetTrigger(), &ArtNetTrigger::artNetDMXInputSettingsReceived,
@@ -457,6 +473,23 @@ void WEFTMain::RemoveLocalFixturesAndReset()
     deviceManager_->SetDocumentDirty(false);
     libraryPanel_->RemoveLocalFixtures();
     document_->ActionNew();
+}
+
+void WEFTMain::ShowNotice(const OperatorNotices::Notice& notice)
+{
+    if (!notice.offersExport) {
+        boxes_.Notify(notice.parent, notice.title, notice.text);
+        return;
+    }
+    OperatorBoxes::Choice choice;
+    choice.icon = QMessageBox::Warning;
+    choice.title = notice.title;
+    choice.text = notice.text;
+    choice.buttons = QStringList{tr("Export..."), tr("OK")};
+    choice.onEscape = 1;
+    choice.parent = notice.parent;
+    if (boxes_.Choose(choice) == 0)
+        document_->ActionExport();
 }
 
 // ---- The run loop ------------------------------------------------------------------------------

@@ -91,12 +91,14 @@ private:
     void WireEngine();
     void WireCanvas();
     void WireDocument();
+    void WireSaveTrouble();
     void WireHost();
     void LoadWindowSettings();
     void SaveWindowSettings();
     void FindDocument();
     void ApplyPreferences();
     void ReadSelection();
+    void ShowNotice(const OperatorNotices::Notice& notice);
 
     // The order matters: members are destroyed from the last to the first, each before what it
     // uses. The services are freed after all that may still write a file, and before the engine.

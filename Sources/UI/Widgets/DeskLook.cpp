@@ -106,6 +106,7 @@ QStatusBar QWidget { background: transparent; }
 QStatusBar QLabel { color: @barText; padding: 0 4px; }
 QStatusBar QLabel[warns="true"] { color: @caution; }
 QStatusBar QLabel:disabled { color: @barTextFaded; }
+QStatusBar #saveTroubleLabel { color: @trouble; font-weight: bold; }
 QStatusBar::item { border: none; }
 QSizeGrip { background: transparent; }
 

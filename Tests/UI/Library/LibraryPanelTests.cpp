@@ -240,7 +240,7 @@ TEST_F(Library, ImportedFixturesTakeTheirPlacesInTheList)
     other.AddFixture(Fixture(L"Anolis", L"ArcLine 36"));
     other.AddFixture(Fixture(L"Anolis", L"A Lamp"));
     other.AddFixture(Fixture(L"Aaron", L"New Lamp"));
-    ASSERT_EQ(other.Save((home.Path() / "other.wfl").wstring()), 0);
+    ASSERT_TRUE(other.Save((home.Path() / "other.wfl").wstring()));
     MappedDeviceModel& document = *manager->GetMappedDeviceModel();
     document.AddMappingElement(std::make_unique<MappedLedItem>(
         L"Bar", *manager->GetLEDFixtureByProduct(L"ArcLine 36"), nullptr, nullptr));

@@ -34,7 +34,7 @@ TEST_F(CanvasInWindow, AnotherDocumentLeavesNothingOfTheOldOne)
     Type(&View(), Qt::Key_A, Qt::ControlModifier);
     Drag({20, 20}, {30, 30});
     EXPECT_TRUE(Action("actionUndo")->isEnabled());
-    person.WillPress("Yes"_q);
+    person.WillPress("Discard"_q);
     DropFile(other, {50, 50});
     QCoreApplication::processEvents();
     EXPECT_EQ(State(), "unsaved"_q);
@@ -47,7 +47,7 @@ TEST_F(CanvasInWindow, AnotherDocumentLeavesNothingOfTheOldOne)
     const QPointF held = Item(0).pos();
     Press(held);
     MoveTo(held + QPointF(5, 5));
-    person.WillPress("Yes"_q);
+    person.WillPress("Discard"_q);
     Trigger("actionNew");
     Release(held + QPointF(9, 9));
     EXPECT_TRUE(Scene().AllIds().empty());
@@ -55,7 +55,7 @@ TEST_F(CanvasInWindow, AnotherDocumentLeavesNothingOfTheOldOne)
 
     // A new document of the same size is seen from its middle, wherever the old one was left.
     View().horizontalScrollBar()->setValue(View().horizontalScrollBar()->maximum());
-    person.WillPress("Yes"_q);
+    person.WillPress("Discard"_q);
     Trigger("actionNew");
     const QPoint apart = OnScreen({50, 50}) - View().viewport()->rect().center();
     EXPECT_LT(apart.manhattanLength(), 20);

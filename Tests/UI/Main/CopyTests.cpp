@@ -269,7 +269,7 @@ TEST_F(Copying, ElementsGoToOtherDocumentsWithTheirFixtures)
     EXPECT_EQ(QGuiApplication::clipboard()->mimeData()->formats(), QStringList{ElementType});
     const QByteArray copied = QGuiApplication::clipboard()->mimeData()->data(ElementType);
     // Fixtures that were in the document alone go with it.
-    person.WillPress("Yes"_q);
+    person.WillPress("Discard"_q);
     Trigger("actionNew");
     EXPECT_EQ(lamps(), 0);
     Trigger("actionPaste");
@@ -277,7 +277,7 @@ TEST_F(Copying, ElementsGoToOtherDocumentsWithTheirFixtures)
     EXPECT_EQ(lamps(), 1);
 
     // What another program offers, as ours writes it or by hand.
-    person.WillPress("Yes"_q);
+    person.WillPress("Discard"_q);
     Trigger("actionNew");
     Offer(ElementType, copied);
     EXPECT_TRUE(CanPaste());

@@ -8,11 +8,20 @@
 #include "UI/Library/LEDDeviceListView.h"
 #include "UI/Widgets/Version.h"
 
-Desk::Desk()
+namespace {
+
+/// A window that was closed has ended the program: no box would open any more.
+void ForgetTheEnd()
 {
-    // A window that was closed has ended the program: no box would open any more.
     QTimer::singleShot(0, qApp, &QCoreApplication::quit);
     QCoreApplication::exec();
+}
+
+} // namespace
+
+Desk::Desk()
+{
+    ForgetTheEnd();
     home.UseAsHome();
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, Path("config"_q));
     home.Write(QCoreApplication::applicationDirPath().toStdString() + "/mode.xml",
@@ -76,6 +85,7 @@ QVariant Desk::Kept(const char* key)
 void Desk::Start()
 {
     window.reset();
+    ForgetTheEnd();
     window = std::make_unique<WEFTMain>(boxes);
     window->show();
     window->LoadFirstDocument();

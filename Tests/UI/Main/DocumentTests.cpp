@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <tuple>
+
+#include <sys/mount.h>
 
 #include "Model/UnsavedWork.h"
 #include "UI/Main/Desk.h"
@@ -11,6 +16,32 @@ using Support::SeenBox;
 
 const QString Saved = "saved"_q;
 const QString Unsaved = "unsaved"_q;
+
+/// A small disk that is mounted over a folder, on this stage alone.
+class FullDisk
+{
+public:
+    explicit FullDisk(const QString& folder)
+        : folder_(folder.toStdString())
+    {
+        EXPECT_EQ(mount("none", folder_.c_str(), "tmpfs", 0, "size=8m"), 0);
+    }
+    ~FullDisk() { umount2(folder_.c_str(), MNT_DETACH); }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+    void Fill() const
+    {
+        std::ofstream filler(folder_ + "/filler", std::ios::binary);
+        const std::string page(4096, 'x');
+        while (filler << page << std::flush) {
+        }
+    }
+    void Free() const { std::filesystem::remove(folder_ + "/filler"); }
+
+private:
+    std::string folder_;
+};
 
 class Document : public Desk
 {
@@ -56,7 +87,7 @@ TEST_F(Document, UnsavedWorkIsNotLostWithoutAQuestion)
     {
         const char* question;
         std::function<void(const char*)> attempt;
-        int width; ///< of the canvas after Yes
+        int width; ///< of the canvas afterwards, 0 for what it was
     };
     const std::vector<Case> cases = {
         {"import the mapping and lose your changes?",
@@ -64,21 +95,30 @@ TEST_F(Document, UnsavedWorkIsNotLostWithoutAQuestion)
         {"start a new mapping and lose your changes?",
          [&](const char* answer) { press(answer, "actionNew"); }, 100},
         {"exit the Zentri PixelWeft?", [&](const char* answer) { press(answer, "actionExit"); },
-         77}};
+         0}};
+    int edited = 70;
     for (const auto& [question, attempt, width] : cases) {
-        SetCanvasWidth(77);
-        for (const char* no : {"Cancel", "Escape"}) {
-            attempt(no);
-            const SeenBox& box = person.seen.back();
-            EXPECT_TRUE(
-                box.text.contains("\n\nAre you sure you want to "_q + QLatin1String(question)));
-            EXPECT_EQ(box.byDefault, "Cancel"_q);
-            EXPECT_TRUE(box.hasParent);
-            EXPECT_EQ(CanvasWidth(), 77) << no;
+        const bool ends = question[0] == 'e';
+        for (const std::string answer : {"Save", "Discard"}) {
+            SCOPED_TRACE(question + answer);
+            SetCanvasWidth(++edited);
+            for (const char* no : {"Cancel", "Escape"}) {
+                attempt(no);
+                const SeenBox& box = person.seen.back();
+                EXPECT_TRUE(
+                    box.text.contains("\n\nAre you sure you want to "_q + QLatin1String(question)));
+                EXPECT_EQ(box.byDefault, "Cancel"_q);
+                EXPECT_TRUE(box.hasParent);
+                EXPECT_EQ(CanvasWidth(), edited) << no;
+            }
+            const std::string file = DocumentBytes();
+            attempt(answer.c_str());
+            EXPECT_EQ(CanvasWidth(), width > 0 ? width : edited);
+            EXPECT_EQ(DocumentBytes() == file, answer == "Discard");
+            EXPECT_EQ(State(), ends && answer == "Save" ? Saved : Unsaved);
+            if (ends)
+                Start();
         }
-        attempt("Yes");
-        EXPECT_EQ(State(), Unsaved);
-        EXPECT_EQ(CanvasWidth(), width);
     }
     // Without unsaved work nothing asks.
     Start();
@@ -112,10 +152,117 @@ TEST_F(Document, NodesAndNetworkOfADocumentComeAndGoWithIt)
     Import(show);
     EXPECT_TRUE(shows(2));
     Trigger("actionSave_File");
-    Import(Path("broken.wfm"_q));
-    EXPECT_TRUE(shows(0));
-    EXPECT_EQ(PlacedFixtures(), 0);
+    Import(Path("broken.wfm"_q), {"OK"});
+    EXPECT_TRUE(shows(2));
     EXPECT_EQ(State(), Saved) << "the state it had";
+}
+
+TEST_F(Document, AFileThatCantBeReadChangesNothing)
+{
+    StartWithTwo();
+    const QPointF place = Item(0).pos();
+    Type(&View(), Qt::Key_A, Qt::ControlModifier);
+    Drag({20, 20}, {30, 30});
+    const std::string before = DocumentBytes();
+    const std::string good = Bytes(OtherDocument());
+    const std::vector<std::tuple<const char*, std::string, const char*>> cases = {
+        {"cut.wfm", good.substr(0, good.size() / 2), "The file is cut off or damaged."},
+        {"garbage.wfm", "half a fi", "It is no file of PixelWeft."},
+        {"empty.wfm", "", "The file is empty."},
+        {"huge.wfm", Bytes(WriteDocument("w.wfm"_q, {.width = 2'000'000'000})),
+         "pixels is impossible: a canvas has 1 to 100,000 pixels on each side."}};
+    for (const auto& [name, bytes, reason] : cases) {
+        home.Write(name, bytes);
+        // No question comes about the unsaved work, which is not in danger.
+        Import(Path(QLatin1String(name)), {"OK"});
+        const SeenBox& box = person.seen.back();
+        EXPECT_EQ(box.title, "Mapping Not Imported"_q);
+        EXPECT_TRUE(box.text.contains(QLatin1String(name)) &&
+                    box.text.contains(QLatin1String(reason)))
+            << box.text.toStdString();
+        EXPECT_EQ(PlacedFixtures(), 2);
+        EXPECT_EQ(State(), Unsaved);
+        EXPECT_TRUE(Action("actionUndo")->isEnabled());
+    }
+    Trigger("actionUndo");
+    EXPECT_LT((Item(0).pos() - place).manhattanLength(), 1e-3);
+    EXPECT_EQ(DocumentBytes(), before);
+}
+
+TEST_F(Document, TheOldOneIsThereUntilTheLastQuestionAboutTheNewOneIsAnswered)
+{
+    StartWithTwo();
+    std::string other = Bytes(OtherDocument());
+    const std::string library = "<LEDFixtureLibrary>\n";
+    other.insert(other.find(library) + library.size(),
+                 "<LEDFixture manufacturer=\"Chauvet\" product=\"" + Bar.toStdString() +
+                     "\"><PixelMapping width=\"1\" height=\"1\" type=\"RGB\">1"
+                     "</PixelMapping></LEDFixture>\n");
+    home.Write("other.wfm", other);
+    person.WillChoose(Path("other.wfm"_q));
+    person.Will([this](QDialog& box) {
+        EXPECT_EQ(box.windowTitle(), "Fixture conflict"_q);
+        EXPECT_EQ(PlacedFixtures(), 2);
+        Support::Press(box, "No, use the original fixture from the library"_q);
+    });
+    Trigger("actionImport");
+    EXPECT_EQ(PlacedFixtures(), 1);
+    EXPECT_EQ(CanvasWidth(), 320);
+}
+
+TEST_F(Document, WhatCanBeReadOnlyInPartIsTakenIfTheOperatorWantsIt)
+{
+    const QString lamp = Element({0.5, 0.5}, {0.1, 0.1}).replace(Bar, "Lost lamp"_q);
+    const Show show = {.width = 320,
+                       .network = QString(),
+                       .elements = lamp + Element({0.2, 0.2}, {0.1, 0.1}) + lamp};
+    const QString told =
+        "2 of its 3 elements can't be read:\n\nBar: its fixture \"Lost lamp\" is unknown\nBar"_q;
+    const QString file = WriteDocument("part.wfm"_q, show);
+    Start();
+    for (const char* answer : {"Escape", "Cancel", "Import the rest"}) {
+        EXPECT_EQ(PlacedFixtures(), 0);
+        EXPECT_EQ(State(), Saved);
+        if (answer[0] == 'I')
+            Import(file, {answer, "OK"});
+        else
+            Import(file, {answer});
+        EXPECT_EQ(person.seen[1].title, "Mapping Read in Part"_q);
+        EXPECT_TRUE(person.seen[1].text.contains(told)) << person.seen[1].text.toStdString();
+        EXPECT_EQ(person.seen[1].byDefault, "Cancel"_q);
+    }
+    EXPECT_EQ(PlacedFixtures(), 1);
+    EXPECT_EQ(State(), Unsaved);
+
+    // Work that is restored is asked about too, and what can't come is kept.
+    for (const char* answer : {"Cancel", "Import the rest"}) {
+        Trigger("actionSave_File");
+        WriteDocument(Copy(), show);
+        const std::string work = Bytes(Copy());
+        person.seen.clear();
+        person.WillPress("Restore"_q);
+        person.WillPress(QLatin1String(answer));
+        if (answer[0] == 'C')
+            person.WillPress("OK"_q);
+        Start();
+        EXPECT_EQ(person.seen[1].title, "Mapping Read in Part"_q);
+        const QString aside = answer[0] == 'C' ? ".unreadable"_q : ".unreadable-2"_q;
+        EXPECT_EQ(Bytes(Copy() + aside), work);
+        EXPECT_EQ(State(), answer[0] == 'C' ? QString() : Unsaved);
+    }
+
+    // At the start nothing waits for an answer, and the file keeps what did not come.
+    Trigger("actionSave_File");
+    const std::string whole = Bytes(WriteDocument(DocumentPath(), show));
+    StartAndPress("OK");
+    EXPECT_EQ(person.seen.back().title, "Mapping Read in Part"_q);
+    EXPECT_TRUE(person.seen.back().text.contains(told));
+    EXPECT_EQ(PlacedFixtures(), 1);
+    EXPECT_EQ(State(), Unsaved);
+    EXPECT_EQ(DocumentBytes(), whole);
+    Trigger("actionSave_File");
+    EXPECT_NE(DocumentBytes(), whole);
+    EXPECT_EQ(Bytes(DocumentPath() + ".unreadable"_q), whole);
 }
 
 TEST_F(Document, ExportWritesACopyAndOnlyASaveTheWorkingFile)
@@ -152,15 +299,72 @@ TEST_F(Document, ExportWritesACopyAndOnlyASaveTheWorkingFile)
     EXPECT_FALSE(QFile::exists(folder + "/mapping.WFM"_q));
     Trigger("actionSave_File");
     EXPECT_EQ(Bytes(Path("copy.wfm"_q)), DocumentBytes());
+}
 
-    // A save that fails is reported, and the work stays unsaved.
+// ---- A disk that takes nothing -----------------------------------------------------------------
+
+TEST_F(Document, ASaveThatFailsSaysWhyOffersAnotherPlaceAndAsksAgain)
+{
+    Start();
+    const auto* line = Find<QLabel>("saveTroubleLabel");
+    const QString full = "There is no space left on the disk."_q;
+    const std::string before = DocumentBytes();
+    const FullDisk disk(QFileInfo(DocumentPath()).path());
+    home.Write(DocumentPath().toStdString(), before);
+    disk.Fill();
     SetCanvasWidth(102);
-    ASSERT_TRUE(QFile::remove(DocumentPath()));
-    ASSERT_TRUE(QDir().mkdir(DocumentPath()));
+    EXPECT_FALSE(line->isVisible());
+    // The copy of unsaved work comes first to the wall. One copy elsewhere is offered.
     person.WillPress("OK"_q);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return person.IsDone() && line->isVisible(); },
+                                5 * UnsavedWork::WriteMilliseconds));
+    EXPECT_EQ(line->text(), "Unsaved changes not kept: "_q + full);
+    EXPECT_EQ(person.seen.back().title, "Unsaved Changes Not Kept"_q);
+    EXPECT_TRUE(person.seen.back().text.contains(full));
+    person.WillPress("Export..."_q);
+    person.WillChoose(Path("safe.wfm"_q));
     Trigger("actionSave_File");
-    EXPECT_EQ(person.seen.back().title, "Mapping Not Saved"_q);
+    const SeenBox& box = person.seen[person.seen.size() - 2];
+    EXPECT_EQ(box.title, "Mapping Not Saved"_q);
+    EXPECT_TRUE(box.text.contains(full));
+    EXPECT_EQ(line->text(), "Mapping not saved: "_q + full);
+    EXPECT_TRUE(QFile::exists(Path("safe.wfm"_q)));
+    EXPECT_EQ(DocumentBytes(), before);
+    // A save that fails in the question leaves the question.
+    for (const char* answer : {"Save", "OK", "Cancel"})
+        person.WillPress(QLatin1String(answer));
+    EXPECT_FALSE(window->close());
+    EXPECT_EQ(person.seen.back().title, "Unsaved Mapping"_q);
     EXPECT_EQ(State(), Unsaved);
+    disk.Free();
+    Trigger("actionSave_File");
+    EXPECT_EQ(State(), Saved);
+    EXPECT_FALSE(line->isVisible());
+    EXPECT_EQ(Bytes(Path("safe.wfm"_q)), DocumentBytes());
+}
+
+TEST_F(Document, AFirstStartOnAFullDiskHasTheFixturesOfTheProgram)
+{
+    ASSERT_TRUE(QDir().mkpath(Path("data"_q)));
+    const FullDisk disk(Path("data"_q));
+    disk.Fill();
+    person.WillPress("OK"_q);
+    person.WillPress("OK"_q);
+    Start();
+    QCoreApplication::processEvents();
+    std::vector<QString> titles;
+    for (const SeenBox& box : person.seen) {
+        titles.push_back(box.title);
+        EXPECT_TRUE(box.text.contains("There is no space left on the disk."_q));
+    }
+    std::ranges::sort(titles);
+    EXPECT_EQ(titles, (std::vector{"Fixture Library Not Saved"_q, "Mapping Not Saved"_q}));
+    DragFromLibrary({50, 50});
+    EXPECT_EQ(PlacedFixtures(), 1);
+    EXPECT_TRUE(Find<QLabel>("saveTroubleLabel")->isVisible());
+    disk.Free();
+    Trigger("actionSave_File");
+    EXPECT_EQ(State(), Saved);
 }
 
 // ---- Saved versions ----------------------------------------------------------------------------
@@ -175,7 +379,7 @@ TEST_F(Document, WhatASaveReplacedCanBeTakenBack)
     Trigger("actionNew");
     Trigger("actionSave_File");
     EXPECT_NE(DocumentBytes(), show);
-    for (const char* answer : {"Cancel", "Yes"}) { // to the question about what is not saved
+    for (const char* answer : {"Cancel", "Discard"}) { // to the question about what is not saved
         Edit();
         person.Will([&](QDialog& dialog) {
             auto& list = *In<QTreeWidget>(dialog, "versionList");
@@ -254,7 +458,7 @@ TEST_F(Document, WorkThatTheOperatorGaveUpIsNotOffered)
 
     Edit();
     ASSERT_TRUE(CopyComes());
-    person.WillPress("Yes"_q);
+    person.WillPress("Discard"_q);
     EXPECT_TRUE(window->close());
     EXPECT_FALSE(QFile::exists(Copy()));
 
@@ -268,7 +472,9 @@ TEST_F(Document, WhatCantBeReadIsKeptAsideAndNotWrittenOver)
 {
     WriteDocument(DocumentPath(), {.width = 640, .network = QString()});
     home.Write(Copy().toStdString(), "half a fi");
-    StartAndPress("Restore");
+    person.WillPress("Restore"_q);
+    StartAndPress("OK");
+    EXPECT_EQ(person.seen.back().title, "Unsaved Work Not Restored"_q);
     EXPECT_EQ(CanvasWidth(), 640);
     EXPECT_FALSE(QFile::exists(Copy()));
     EXPECT_EQ(Bytes(Copy() + ".unreadable"_q), "half a fi");

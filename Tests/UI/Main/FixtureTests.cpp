@@ -228,7 +228,7 @@ TEST_F(OwnFixtures, OneThatCouldNotBeSavedSurvivesANewDocument)
     ASSERT_TRUE(QFile::remove(file) && QDir().mkdir(file));
     MakeAndPlace({"OK"_q});
     EXPECT_EQ(person.seen.back().title, "Fixture Library Not Saved"_q);
-    person.WillPress("Yes"_q);
+    person.WillPress("Discard"_q);
     person.WillPress("OK"_q);
     Trigger("actionNew");
     QCoreApplication::processEvents(); // the notice comes behind it
@@ -236,7 +236,7 @@ TEST_F(OwnFixtures, OneThatCouldNotBeSavedSurvivesANewDocument)
     DragFromLibrary({Left + Across, Top + Down}, Panel);
     EXPECT_EQ(NextFrame(), Lit(RGB));
     ASSERT_TRUE(QDir().rmdir(file));
-    person.WillPress("Yes"_q);
+    person.WillPress("Discard"_q);
     Trigger("actionNew");
     DragFromLibrary({Left + Across, Top + Down}, Panel);
     EXPECT_EQ(NextFrame(), Lit(RGB));

@@ -246,7 +246,7 @@ TEST_F(InspectorInTheWindow, WhatIsBeingTypedBelongsToTheElementsThatWereSelecte
     }
     Select({0, 1});
     type(Y, "3");
-    person.WillPress("Yes"_q);
+    person.WillPress("Discard"_q);
     Trigger("actionNew");
     EXPECT_EQ(PlacedFixtures(), 0);
     EXPECT_EQ(Find<QStackedWidget>("deviceProperties")->currentIndex(), 0);

@@ -287,7 +287,19 @@ TEST_F(Output, MergingFollowsTheDocument)
     EXPECT_TRUE(toggle->isChecked());
     EXPECT_GT(FramesWhileSending(100), 0);
     Trigger("actionSave_File");
-    Import(Path("broken.wfm"_q));
+    person.seen.clear();
+    person.WillChoose(Path("broken.wfm"_q));
+    int behindTheBox = 0;
+    person.Will([&](QDialog& box) {
+        behindTheBox = FramesWhileSending(20);
+        Support::Press(box, "OK"_q);
+    });
+    Trigger("actionImport");
+    EXPECT_EQ(person.seen.back().title, "Mapping Not Imported"_q);
+    EXPECT_TRUE(toggle->isChecked());
+    EXPECT_GT(behindTheBox, 0);
+    EXPECT_GT(FramesWhileSending(20), 0) << "as if nothing had been";
+    Trigger("actionNew");
     EXPECT_FALSE(toggle->isChecked());
     FramesWhileSending(10); // what is still on its way
     EXPECT_EQ(FramesWhileSending(20), 0) << "nothing of the document before";
@@ -296,6 +308,7 @@ TEST_F(Output, MergingFollowsTheDocument)
     EXPECT_TRUE(QTest::qWaitFor([in] { return !in->IsOn(); }));
     EXPECT_TRUE(Receives());
 
+    person.WillPress("Discard"_q); // the new document
     Start();
     EXPECT_TRUE(Action("actionMergerToggle")->isChecked());
     EXPECT_EQ(State(), QString()) << "no one pressed it";

@@ -302,7 +302,7 @@ TEST_F(Patch, WhileTheDialogIsOpenTheNetworkAndTheDocumentGoOn)
     const QString other = WriteDocument("other.wfm"_q, {});
     WithDialog("Manual...", [&](QDialog& dialog) {
         Fill(dialog, "Truss", "0.0.40");
-        person.WillPress("Yes"_q);
+        person.WillPress("Discard"_q);
         DropFile(other, {50, 50});
         QCoreApplication::processEvents();
         EXPECT_FALSE(dialog.isVisible());

@@ -246,7 +246,7 @@ TEST_F(Window, ListsShowTheirColumnsAlsoOfAnotherDocument)
     const QString inOrder = "Description Address Node Product Name Manufacturer"_q;
     Start();
     Trigger("actionNew");
-    Import(WriteDocument("other.wfm"_q, {}), {"Yes", "OK"});
+    Import(WriteDocument("other.wfm"_q, {}), {"Discard", "OK"});
     EXPECT_EQ(columns("treeView"), "Fixture Size Ch."_q);
     EXPECT_EQ(columns("mappedTreeView"), inOrder);
     const QAbstractItemModel& library = *Find<QTreeView>("treeView")->model();

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Main/SaveTroubleLabel.h"
+
+#include <array>
+#include <utility>
+
+#include <QStringList>
+
+SaveTroubleLabel::SaveTroubleLabel()
+{
+    setObjectName(QStringLiteral("saveTroubleLabel"));
+    setAccessibleName(tr("What is not saved"));
+    setTextFormat(Qt::PlainText);
+    hide();
+}
+
+void SaveTroubleLabel::ShowMappingTrouble(const QString& reason)
+{
+    mapping_ = reason;
+    Show();
+}
+
+void SaveTroubleLabel::ShowCopyTrouble(const QString& reason)
+{
+    copy_ = reason;
+    Show();
+}
+
+void SaveTroubleLabel::ShowLibraryTrouble(const QString& reason)
+{
+    library_ = reason;
+    Show();
+}
+
+/// The gravest in the line, all of them in the tool tip.
+void SaveTroubleLabel::Show()
+{
+    const std::array<std::pair<QString, QString>, 3> troubles = {{
+        {tr("Mapping not saved: %1"), mapping_},
+        {tr("Unsaved changes not kept: %1"), copy_},
+        {tr("Fixture library not saved: %1"), library_},
+    }};
+    QStringList lines;
+    for (const auto& [words, reason] : troubles) {
+        if (!reason.isEmpty())
+            lines << words.arg(reason);
+    }
+    setText(lines.value(0));
+    if (!lines.isEmpty())
+        lines << tr("Save again when it can be written, or export the mapping to another place.");
+    setToolTip(lines.join(QLatin1Char('\n')));
+    setVisible(!lines.isEmpty());
+}
