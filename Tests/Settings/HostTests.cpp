@@ -14,6 +14,8 @@
 #include <filesystem>
 #include <string>
 
+#include <sys/stat.h>
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -133,10 +135,15 @@ TEST_F(Host, FixtureLibraryIsMadeOnceOrItsAbsenceReported)
                                       (user.Path() / folder).string() +
                                       ". Please check permissions and re-try.");
     fs::remove(user.Path() / folder);
+    const mode_t mask = umask(027);
     const fs::path library = GetFixtureLibraryPath().toStdString();
+    umask(mask);
     ASSERT_EQ(library, user.Path() / folder / "LEDFixtureLib.wfl");
-    // Not read-only, as the resource is.
-    EXPECT_EQ(fs::status(library).permissions() & fs::perms(0606), fs::perms(0606));
+    EXPECT_EQ(fs::status(library).permissions(), fs::perms(0640));
+    // As earlier versions made it, for everybody to write to.
+    fs::permissions(library, fs::perms(0606));
+    (void)GetFixtureLibraryPath();
+    EXPECT_EQ(fs::status(library).permissions(), fs::perms(0604));
     user.Write(folder + "/LEDFixtureLib.wfl", "mine");
     (void)GetFixtureLibraryPath();
     EXPECT_EQ(Support::ReadBytes(library), "mine");
