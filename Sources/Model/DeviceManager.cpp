@@ -136,6 +136,34 @@ bool DeviceManager::WriteLibraryFile(const QByteArray& bytes)
     return TellSaved(WriteWholeFile(libraryPath.toStdWString(), bytes.toStdString()));
 }
 
+bool DeviceManager::ReplaceLibrary(const QByteArray& bytes)
+{
+    if (!WriteLibraryFile(bytes))
+        return false;
+    librarySaved_ = true;
+    libraryRead_ = LibraryRead::Whole;
+    deviceModel->Clear();
+    deviceModel->Merge(libraryPath.toStdWString(), true);
+    KeepFixturesOfDocument();
+    FollowLibrary();
+    return true;
+}
+
+void DeviceManager::KeepFixturesOfDocument()
+{
+    for (const MappedLedItem* element : mappedDeviceModel->GetAllItems()) {
+        const DeviceLedItem& own = element->GetFixture();
+        const DeviceLedItem* present = deviceModel->GetLEDFixtureByProduct(own.product);
+        if (present && !present->HasDefinitionOf(own)) {
+            deviceModel->ChangeFixture(present->uniqueID, own);
+        } else if (!present) {
+            auto fixture = std::make_unique<DeviceLedItem>(own);
+            fixture->uniqueID = 0;
+            deviceModel->AddFixture(std::move(fixture));
+        }
+    }
+}
+
 /// Fails when the user's fixtures would be lost by a save.
 SaveResult DeviceManager::KeepUnreadLibrary()
 {

@@ -64,11 +64,14 @@ public:
     [[nodiscard]] QByteArray ReadLibraryFile() const;
     /// Puts such bytes back, and tells of a failure as SaveLibrary does.
     bool WriteLibraryFile(const QByteArray& bytes);
+    /// Puts a library of these bytes in the place of the user's file and loads it. The document
+    /// stays as it is: fixtures that its elements use are in the library as the elements have them,
+    /// as if the document had come after it. False, with nothing changed, when the file could not
+    /// be written, which is told as SaveLibrary does.
+    bool ReplaceLibrary(const QByteArray& bytes);
     [[nodiscard]] const QString& GetLibraryPath() const { return libraryPath; }
     /// False after a save that failed: the library in memory has more than its file then.
     [[nodiscard]] bool IsLibrarySaved() const { return librarySaved_; }
-    /// What could not be saved need not be.
-    void ForgetUnsavedLibrary() { librarySaved_ = true; }
 
     /// Reads and judges a document. The present one stays.
     [[nodiscard]] MappingFile ReadMapping(const QString& path) const;
@@ -273,6 +276,7 @@ private:
 
     [[nodiscard]] SaveResult KeepUnreadLibrary();
     bool TellSaved(const SaveResult& saved);
+    void KeepFixturesOfDocument();
     /// After the library changed: elements take its numbers, and its definitions.
     void FollowLibrary();
     bool TellRefitted(const ElementIds& changed);

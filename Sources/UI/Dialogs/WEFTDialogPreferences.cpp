@@ -153,7 +153,7 @@ void WEFTDialogPreferences::restoreFixtureClicked()
         QMessageBox::warning(this, tr("Warning"),
                              tr("Do you want to install the provided fixture library ? \nThis will "
                                 "overwrite your local fixture definitions."),
-                             QMessageBox::Yes | QMessageBox::No);
+                             QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel);
     if (answer == QMessageBox::Yes)
         emit resetFixturesConfirmed();
 }

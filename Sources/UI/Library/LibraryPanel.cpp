@@ -5,7 +5,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -17,6 +16,7 @@
 #include "Model/DeviceManager.h"
 #include "Model/DeviceModel.h"
 #include "Model/MappedDeviceModel.h"
+#include "Settings/FixtureLibraryPath.h"
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Library/FixtureConflictBox.h"
 #include "UI/Library/LEDDeviceListView.h"
@@ -128,7 +128,7 @@ void LibraryPanel::AskAboutFixturesOfDocuments()
 
 void LibraryPanel::UpdateFromProgram()
 {
-    parts_.manager.MergeLibrary(QStringLiteral(":/wfl/Resources/LEDFixtureLib.wfl"), false,
+    parts_.manager.MergeLibrary(BuiltInLibraryPath, false,
                                 [&boxes = parts_.boxes](const QString&, const QString&) {
                                     return AskAboutLibraryUpdate(boxes);
                                 });
@@ -182,7 +182,7 @@ void LibraryPanel::ActionConfirmDeleteFixtureDialog()
     const QString text = tr("Are you sure you want to delete this fixture from the library?") +
                          tr("\n\nManufacturer: ") + QString::fromStdWString(fixture->manufacturer) +
                          tr("\nProduct: ") + QString::fromStdWString(product);
-    if (!parts_.boxes.Ask(&parts_.window, tr("Delete Fixture"), text, QMessageBox::Yes))
+    if (!parts_.boxes.Ask(&parts_.window, tr("Delete Fixture"), text, QMessageBox::Cancel))
         return;
     // Behind the question the library may have been loaded again, without the fixture even, or a
     // document that uses it.
@@ -220,8 +220,10 @@ void LibraryPanel::ActionImportFixtures()
                                 .arg(file));
 }
 
-void LibraryPanel::RemoveLocalFixtures()
+void LibraryPanel::RestoreBuiltInFixtures()
 {
-    QFile::remove(parts_.manager.GetLibraryPath());
-    parts_.manager.ForgetUnsavedLibrary();
+    if (!parts_.manager.ReplaceLibrary(BuiltInLibrary()))
+        return;
+    parts_.undoStack.clear();
+    list_->FollowLibrary();
 }

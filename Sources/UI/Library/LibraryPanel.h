@@ -49,8 +49,9 @@ public slots:
     void ActionEditCustomFixtureDialog();
     void ActionConfirmDeleteFixtureDialog();
     void ActionImportFixtures();
-    /// Puts the program's fixtures in place of the user's. The caller begins a new document.
-    void RemoveLocalFixtures();
+    /// Puts the program's fixtures in place of the user's. The document stays as it is, and keeps
+    /// the fixtures that it uses.
+    void RestoreBuiltInFixtures();
 
 private:
     void BuildContents();

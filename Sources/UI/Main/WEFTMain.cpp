@@ -283,8 +283,8 @@ void WEFTMain::WireDocument()
 {
     connect(deviceManager_.get(), &DeviceManager::signalDocumentSavedState, this,
             &WEFTMain::DocumentSavedStateUpdated);
-    connect(&preferencesDialog_, &WEFTDialogPreferences::resetFixturesConfirmed, this,
-            &WEFTMain::RemoveLocalFixturesAndReset);
+    connect(&preferencesDialog_, &WEFTDialogPreferences::resetFixturesConfirmed,
+            libraryPanel_.get(), &LibraryPanel::RestoreBuiltInFixtures);
     connect(editor_.get(), &EditorController::fixturesAdded, libraryPanel_.get(),
             &LibraryPanel::FollowLibrary);
     const DocumentLife* document = document_.get();
@@ -465,14 +465,6 @@ void WEFTMain::ApplyPreferences()
         document.SetArtSync(artSync);
         deviceManager_->SetDocumentDirty(true);
     }
-}
-
-void WEFTMain::RemoveLocalFixturesAndReset()
-{
-    // The fixtures that the document uses go: its changes are not asked about.
-    deviceManager_->SetDocumentDirty(false);
-    libraryPanel_->RemoveLocalFixtures();
-    document_->ActionNew();
 }
 
 void WEFTMain::ShowNotice(const OperatorNotices::Notice& notice)

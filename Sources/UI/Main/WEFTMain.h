@@ -66,7 +66,6 @@ public slots:
     void ActionPreferences();
     void ActionResetLayout();
     void ActionNightLook(bool on);
-    void RemoveLocalFixturesAndReset();
     void SetTestPatternImage(QPixmap* picture);
 
     /// One tick.

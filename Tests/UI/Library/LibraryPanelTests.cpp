@@ -220,7 +220,7 @@ TEST_F(Library, OneFixtureThatIsNotInUseIsDeletedWithAQuestion)
     }
     EXPECT_EQ(person.seen[0].title, "Delete Used Fixture"_q);
     EXPECT_TRUE(person.seen[1].text.endsWith("\n\nManufacturer: Anolis\nProduct: ArcLine 36"_q));
-    EXPECT_EQ(person.seen[1].byDefault, "Yes"_q);
+    EXPECT_EQ(person.seen[1].byDefault, "Cancel"_q);
     person.WillPress("Yes"_q);
     Delete(Arc);
     EXPECT_TRUE(RowsOf(Arc).isEmpty());
@@ -229,8 +229,7 @@ TEST_F(Library, OneFixtureThatIsNotInUseIsDeletedWithAQuestion)
     EXPECT_TRUE(manager->documentDirty);
     manager->LoadLibrary(GetFixtureLibraryPath());
     EXPECT_TRUE(RowsOf(Arc).isEmpty()) << "it is in the file at once";
-    panel->RemoveLocalFixtures();
-    manager->LoadLibrary(GetFixtureLibraryPath());
+    panel->RestoreBuiltInFixtures();
     EXPECT_EQ(RowsOf(Arc).size(), 1) << "the program's fixtures in place of the user's";
 }
 

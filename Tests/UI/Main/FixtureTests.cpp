@@ -222,6 +222,30 @@ TEST_F(OwnFixtures, CancelBringsBackTheLightTheNamesAndTheFile)
     EXPECT_EQ(person.seen.back().title, "Delete Used Fixture"_q);
 }
 
+TEST_F(OwnFixtures, StayInTheMappingWhenTheDefaultFixturesComeBack)
+{
+    MakeAndPlace();
+    Trigger("actionSave_File");
+    person.Will([](QDialog& dialog) {
+        ClickOn(dialog, "restoreFixturesButton");
+        dialog.reject();
+    });
+    person.WillPress("Yes"_q);
+    Trigger("actionPreferences");
+    DeviceModel file;
+    file.Merge(GetFixtureLibraryPath().toStdWString(), true);
+    EXPECT_EQ(file.GetLEDFixtureByProduct(Panel.toStdWString()), nullptr);
+    EXPECT_EQ(NextFrame(), Lit(RGB));
+    EXPECT_EQ(State(), "saved"_q);
+    // The element still knows its fixture, and the document brings it along.
+    person.WillPress("OK"_q);
+    ClickOn(*window, "buttonDeleteFixture");
+    EXPECT_EQ(person.seen.back().title, "Delete Used Fixture"_q);
+    Trigger("actionNew");
+    Import(DocumentPath(), {"Discard"});
+    EXPECT_EQ(NextFrame(), Lit(RGB));
+}
+
 TEST_F(OwnFixtures, OneThatCouldNotBeSavedSurvivesANewDocument)
 {
     const QString file = GetFixtureLibraryPath();

@@ -2,6 +2,7 @@
 // What the window shows and keeps, its actions and its boxes.
 
 #include "Model/MappedDeviceModel.h"
+#include "Settings/FixtureLibraryPath.h"
 #include "UI/Dialogs/WEFTAboutDialog.h"
 #include "UI/Main/Desk.h"
 #include "UI/Main/Startup.h"
@@ -356,8 +357,10 @@ TEST_F(Window, PreferencesShowAndTakeWhatIsSet)
 
 TEST_F(Window, TheDefaultFixturesComeBackEvenWhenThePreferencesAreCancelled)
 {
-    Start();
-    for (const auto& [answer, width] : {std::pair("No", 101), std::pair("Yes", 100)}) {
+    StartWithTwo();
+    const QString library = GetFixtureLibraryPath();
+    home.Write(library.toStdString(), "<LEDFixtureLibrary />");
+    for (const char* answer : {"Cancel", "Escape", "Yes"}) {
         Edit();
         person.Will([](QDialog& dialog) {
             QTest::mouseClick(In<QPushButton>(dialog, "restoreFixturesButton"), Qt::LeftButton);
@@ -366,8 +369,11 @@ TEST_F(Window, TheDefaultFixturesComeBackEvenWhenThePreferencesAreCancelled)
         person.WillPress(QLatin1String(answer));
         Trigger("actionPreferences");
         EXPECT_TRUE(person.seen.back().text.contains("overwrite your local fixture definitions"_q));
-        // A restore begins a new document without a question about the old one.
-        EXPECT_EQ(CanvasWidth(), width);
+        EXPECT_EQ(person.seen.back().byDefault, "Cancel"_q);
+        EXPECT_EQ(Bytes(library) == BuiltInLibrary().toStdString(), answer[0] == 'Y');
+        // The mapping stays in any case.
+        EXPECT_EQ(CanvasWidth(), 101);
+        EXPECT_EQ(PlacedFixtures(), 2);
         EXPECT_EQ(State(), "unsaved"_q);
     }
 }
