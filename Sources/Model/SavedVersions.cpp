@@ -83,7 +83,7 @@ void RemoveUnfinished(const QString& document)
     }
 }
 
-void RemoveBeyondBounds(const QString& document, const QString& spared)
+void RemoveBeyondBounds(const QString& document)
 {
     int count = 0;
     qint64 bytes = 0;
@@ -91,7 +91,7 @@ void RemoveBeyondBounds(const QString& document, const QString& spared)
         ++count;
         bytes += version.bytes;
         const bool tooMany = count > SavedVersions::Most || bytes > SavedVersions::MostBytes;
-        if (tooMany && count > SavedVersions::Fewest && version.path != spared)
+        if (tooMany && count > SavedVersions::Fewest)
             QFile::remove(version.path);
     }
 }
@@ -105,7 +105,7 @@ bool IsKept(const QString& document, const Kept& kept)
 }
 
 /// Nothing when the content could not be kept.
-std::optional<Kept> KeepContent(const QString& document, const QString& spared)
+std::optional<Kept> KeepContent(const QString& document)
 {
     const QFileInfo file(document);
     if (!file.exists() || (file.isFile() && file.size() == 0))
@@ -121,14 +121,13 @@ std::optional<Kept> KeepContent(const QString& document, const QString& spared)
     const qint64 number = versions.empty() ? 1 : versions.front().number + 1;
     const QString next = PathOfVersion(document, written, number);
     if (same != versions.end()) {
-        const bool stays =
-            same == versions.begin() || same->path == spared || !QFile::rename(same->path, next);
+        const bool stays = same == versions.begin() || !QFile::rename(same->path, next);
         return Kept{stays ? same->path : next, bytes->size(), written};
     }
     if (!QDir().mkpath(FolderOfVersions(document)) ||
         !WriteWholeFile(next.toStdWString(), bytes->toStdString()))
         return std::nullopt;
-    RemoveBeyondBounds(document, spared);
+    RemoveBeyondBounds(document);
     RemoveUnfinished(document);
     return Kept{next, bytes->size(), written};
 }
@@ -155,15 +154,15 @@ bool SavedVersions::Keep()
 {
     WaitForKeeper();
     if (!IsKept(document_, kept_))
-        Took(KeepContent(document_, spared_));
+        Took(KeepContent(document_));
     return !failed_;
 }
 
 void SavedVersions::KeepSoon()
 {
     WaitForKeeper();
-    keeper_ = std::jthread([this, document = document_, spared = spared_] {
-        const auto kept = KeepContent(document, spared);
+    keeper_ = std::jthread([this, document = document_] {
+        const auto kept = KeepContent(document);
         QMetaObject::invokeMethod(this, [this, kept] { Took(kept); });
     });
 }

@@ -60,10 +60,6 @@ public:
     /// The same on a thread of its own.
     void KeepSoon();
 
-    /// This version stays as it is while it is taken back, also when a save comes first. An empty
-    /// path is none.
-    void Spare(const QString& path) { spared_ = path; }
-
     /// The newest first.
     [[nodiscard]] std::vector<Version> List();
     /// Reads these files one after the other, and emits summaryRead for each. Another call ends the
@@ -81,7 +77,6 @@ private:
     void Took(const std::optional<Kept>& kept);
 
     QString document_;
-    QString spared_;
     Kept kept_; ///< spares a save to read its file once more
     bool failed_ = false;
     std::jthread keeper_; ///< at most one writes to the folder

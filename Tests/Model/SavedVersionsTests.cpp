@@ -25,9 +25,11 @@ class SavedVersionsTest : public ::testing::Test
 protected:
     SavedVersionsTest() { versions.SetDocument(QString::fromStdString(document.string())); }
 
+    /// A minute after the last one.
     bool Save(const std::string& content)
     {
         folder.Write("mapping.wfm", content);
+        fs::last_write_time(document, now += std::chrono::minutes(1));
         return versions.Keep();
     }
     /// The contents, the newest first, with blanks between them.
@@ -47,6 +49,7 @@ protected:
     Support::TemporaryFolder folder;
     fs::path document = folder.Path() / "mapping.wfm";
     fs::path history = folder.Path() / "history";
+    fs::file_time_type now = fs::file_time_type::clock::now();
     SavedVersions versions;
 };
 
@@ -70,11 +73,11 @@ TEST_F(SavedVersionsTest, EachContentIsKeptOnceTheNewestFirst)
     EXPECT_EQ(Kept(), "three");
     // A clock that was set back doesn't change the order.
     folder.Write("mapping.wfm", "four");
-    fs::last_write_time(document, fs::file_time_type::clock::now() - std::chrono::hours(9000));
+    fs::last_write_time(document, now - std::chrono::hours(9000));
     versions.KeepSoon();
     EXPECT_EQ(Kept(), "four three") << "the list waits for it";
-    EXPECT_LT(versions.List()[0].saved, versions.List()[1].saved);
-    EXPECT_LT(versions.List()[1].saved.secsTo(QDateTime::currentDateTime()), 60);
+    EXPECT_NEAR(static_cast<double>(versions.List()[0].saved.secsTo(versions.List()[1].saved)),
+                9000.0 * 3600, 2 * 3600); // the clock may be an hour off in winter
 }
 
 TEST_F(SavedVersionsTest, TheOldestGoAndOthersFilesStay)
@@ -90,7 +93,7 @@ TEST_F(SavedVersionsTest, TheOldestGoAndOthersFilesStay)
     fs::create_directories(history / "mapping_2026-11-26_14-03-22_9999.wfm");
     const fs::path unfinished =
         folder.Write(history / ".mapping_2026-11-26_14-03-22_0002.wfm.saving", "h");
-    fs::last_write_time(unfinished, fs::file_time_type::clock::now() - std::chrono::hours(2));
+    fs::last_write_time(unfinished, now - std::chrono::hours(2));
     for (int number = 1; number <= 22; ++number)
         EXPECT_TRUE(Save(std::to_string(number)));
     EXPECT_EQ(versions.List().size(), 20U);
@@ -98,12 +101,6 @@ TEST_F(SavedVersionsTest, TheOldestGoAndOthersFilesStay)
     for (const char* name : foreign)
         EXPECT_TRUE(fs::exists(history / name)) << name;
     EXPECT_FALSE(fs::exists(unfinished));
-
-    versions.Spare(versions.List().back().path);
-    EXPECT_TRUE(Save("23"));
-    EXPECT_TRUE(Save("3"));
-    EXPECT_TRUE(Kept().ends_with(" 4 3")) << "it is being taken back";
-    versions.Spare({});
 
     for (std::size_t row = 0; row < 3; ++row)
         Enlarge(row, 30 * MiB);

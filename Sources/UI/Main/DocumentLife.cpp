@@ -404,12 +404,8 @@ void DocumentLife::ActionExport()
 void DocumentLife::ActionVersions()
 {
     VersionsDialog dialog(versions_, &parts_.window);
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    // The question about unsaved work may lead to a save, which removes the oldest version.
-    versions_.Spare(dialog.GetPath());
-    ImportFile(dialog.GetPath());
-    versions_.Spare({});
+    if (dialog.exec() == QDialog::Accepted)
+        ImportFile(dialog.GetPath());
 }
 
 bool DocumentLife::MayClose()

@@ -372,19 +372,18 @@ TEST_F(Document, AFirstStartOnAFullDiskHasTheFixturesOfTheProgram)
 TEST_F(Document, WhatASaveReplacedCanBeTakenBack)
 {
     const QString history = QFileInfo(DocumentPath()).path() + "/history"_q;
-    // From another program, and never saved by this one.
+    // Never saved by this program, and then overwritten by another one.
     WriteDocument(DocumentPath(), {.width = 640, .height = 200});
-    const std::string show = DocumentBytes();
     StartAndPress("OK");
+    WriteDocument(DocumentPath(), {.width = 320, .elements = QString()});
     Trigger("actionNew");
     Trigger("actionSave_File");
-    EXPECT_NE(DocumentBytes(), show);
     for (const char* answer : {"Cancel", "Discard"}) { // to the question about what is not saved
         Edit();
         person.Will([&](QDialog& dialog) {
             auto& list = *In<QTreeWidget>(dialog, "versionList");
-            ASSERT_EQ(list.topLevelItemCount(), 2);
-            QTest::keyClick(&list, Qt::Key_Down);
+            ASSERT_EQ(list.topLevelItemCount(), 3);
+            QTest::keyClick(&list, Qt::Key_End);
             const auto& button = *In<QPushButton>(dialog, "takeBackButton");
             ASSERT_TRUE(QTest::qWaitFor([&] { return button.isEnabled(); }));
             EXPECT_EQ(list.currentItem()->text(1), "1"_q);

@@ -107,17 +107,17 @@ TEST_F(TestPattern, TheStepsFromPictureToPicture)
 TEST_F(TestPattern, AChoiceThatCanBeReadIsShownAtOnce)
 {
     control.Update();
-    for (const auto& [choice, taken, shown] : {
-             std::tuple("pictures", true, 'r'), // its first
-             {"own.png", true, 'c'},
-             {"two", true, 'r'}, // and behind the user's file
+    for (const auto& [choice, taken, shown, at] : {
+             std::tuple("pictures", true, 'r', 2), // its first
+             {"own.png", true, 'c', 2},
+             {"two", true, 'r', 3}, // and behind the user's file
              // The picture stays the one before.
-             {"pictures/c.gif", false, 'r'},
-             {"gone.png", false, 'r'},
-             {"empty", false, 'r'},
-             {"none loads", false, 'r'},
-             {"first broken", true, 'g'}, // its first one that can be read
-             {"first broken/c.jpg", true, 'b'},
+             {"pictures/c.gif", false, 'r', 3},
+             {"gone.png", false, 'r', 3},
+             {"empty", false, 'r', 3},
+             {"none loads", false, 'r', 3},
+             {"first broken", true, 'g', 4}, // its first one that can be read
+             {"first broken/c.jpg", true, 'b', 2},
          })
     {
         const QString path = Path(choice);
@@ -125,6 +125,7 @@ TEST_F(TestPattern, AChoiceThatCanBeReadIsShownAtOnce)
             QFileInfo(path).isDir() ? control.SetDirectory(path) : control.SetFile(path).isEmpty();
         EXPECT_EQ(done, taken) << choice;
         EXPECT_EQ(Shown(), shown) << choice;
+        EXPECT_EQ(control.GetSelection(), at) << choice;
     }
     control.Next();
     EXPECT_EQ(Shown(), 'g') << "the folder behind it";
