@@ -36,6 +36,7 @@
 #include "Platform/Locale.h"
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Main/WEFTMain.h"
+#include "UI/Widgets/DeskLook.h"
 
 namespace {
 
@@ -262,6 +263,10 @@ void FollowTheGuide(const QString& folder, const QString& data)
     photographer.TakeDialog(QStringLiteral("actionMergerSettings"), QStringLiteral("merger"));
     photographer.Click({0.5, 0.5});
     photographer.Take(QStringLiteral("one-selected"));
+    const Look& look = CurrentLook();
+    UseLook(NightLook());
+    photographer.Take(QStringLiteral("night"));
+    UseLook(look);
     const QString inspector = QStringLiteral("objectInspectorPannel");
     photographer.TakePart(inspector, QStringLiteral("inspector-one"));
     photographer.TakeDialog(QStringLiteral("actionDuplicate_Element"), QStringLiteral("duplicate"));

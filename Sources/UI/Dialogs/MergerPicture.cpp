@@ -116,7 +116,7 @@ void MergerPicture::Show(const UniverseMerging& merging)
 {
     merging_ = merging;
     const int count = merging.GetConsecutiveUniverses();
-    setAccessibleDescription(tr("DMX input and Pixel Weft on %1, merged and sent on %2")
+    setAccessibleDescription(tr("DMX input and PixelWeft on %1, merged and sent on %2")
                                  .arg(UniverseRunText(merging.GetFromStartAddress(), count),
                                       UniverseRunText(merging.GetToStartAddress(), count)));
     setToolTip(accessibleDescription());
@@ -146,7 +146,7 @@ void MergerPicture::paintEvent(QPaintEvent*)
     artist.Words({fromLeft, 4, width, 18}, Qt::AlignHCenter, tr("Merge From"), artist.Input());
     artist.Words({toLeft, 21, width, 18}, Qt::AlignHCenter, tr("Merge To"), artist.Input());
     artist.Words({12, InputTop, 66, Tile.height()}, Qt::AlignLeft, tr("DMX Input"), artist.Input());
-    artist.Words({12, OwnTop, 66, Tile.height()}, Qt::AlignLeft, tr("Pixel Weft"), artist.Own());
+    artist.Words({12, OwnTop, 66, Tile.height()}, Qt::AlignLeft, tr("PixelWeft"), artist.Own());
     artist.Run({fromLeft, InputTop}, from, {artist.Input()}, overlap);
     artist.Run({fromLeft, OwnTop}, from, {artist.Own()}, overlap);
     artist.Run({toLeft, ToTop}, to, {artist.Input(), artist.Own()}, overlap);

@@ -141,8 +141,9 @@ TEST_F(WindowLook, DialogsAreLegibleInALargeFontAndFitTheScreen)
     };
     for (const bool night : {false, true}) {
         UseLook(night ? NightLook() : GreyLook());
-        for (const char* action : {"actionCanvas_Size", "actionPreferences", "actionAbout",
-                                   "actionDuplicate_Element", "actionMergerSettings"})
+        for (const char* action :
+             {"actionCanvas_Size", "actionPreferences", "actionAbout", "actionDuplicate_Element",
+              "actionMergerSettings", "actionVersions"})
         {
             person.Will(look);
             Trigger(action);
