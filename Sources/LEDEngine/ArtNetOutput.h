@@ -64,8 +64,8 @@ public:
     /// All received universes of the merge range, from the first one on.
     void TakeInputUniverses(const InputPages& pages) { inputUniverses = pages; }
 
-    /// Emits dataInOn() when DMX that we take was received since the last call, and sourceConflictsChanged()
-    /// within half a second.
+    /// Emits dataInOn() when DMX that we take was received since the last call, and
+    /// sourceConflictsChanged() within half a second.
     void CheckInput();
 
     /// What passed while the port is ours; nothing in other states.

@@ -30,6 +30,7 @@ constexpr double ToTop = 43;
 std::vector<QString> TilesOf(int first, int count)
 {
     std::vector<QString> tiles;
+    tiles.reserve(MostTiles);
     for (int i = 0; i < std::min(count, MostTiles); ++i)
         tiles.push_back(UniverseText(first + i));
     if (count > MostTiles) {

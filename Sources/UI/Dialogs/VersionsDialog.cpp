@@ -19,6 +19,7 @@
 
 #include "Model/DocumentSummary.h"
 #include "UI/Dialogs/LayoutPicture.h"
+#include "UI/Widgets/UniverseText.h"
 
 namespace {
 
@@ -43,11 +44,6 @@ QString TimeText(const QDateTime& time)
 {
     return QLocale().toString(time.date(), QLocale::ShortFormat) + QStringLiteral("  ") +
            time.time().toString(QStringLiteral("HH:mm:ss"));
-}
-
-QString UniverseText(std::uint16_t portAddress)
-{
-    return QStringLiteral("%1/%2").arg(portAddress >> 4).arg(portAddress & 0xF);
 }
 
 /// "12: 0/0 to 0/9, 1/0, 1/4"

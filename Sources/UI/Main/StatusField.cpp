@@ -2,9 +2,11 @@
 #include "UI/Main/StatusField.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QPainter>
 #include <QStyle>
+#include <QVariant>
 
 namespace {
 
@@ -13,8 +15,8 @@ constexpr int SwatchSide = 12;
 
 } // namespace
 
-StatusField::StatusField(const char* objectName, const QString& name, const QString& widest)
-    : widest_(widest)
+StatusField::StatusField(const char* objectName, const QString& name, QString widest)
+    : widest_(std::move(widest))
 {
     setObjectName(QLatin1String(objectName));
     setAccessibleName(name);

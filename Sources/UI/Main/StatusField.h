@@ -13,7 +13,7 @@ class StatusField : public QLabel
     Q_OBJECT
 
 public:
-    StatusField(const char* objectName, const QString& name, const QString& widest);
+    StatusField(const char* objectName, const QString& name, QString widest);
 
     void Show(const QString& text);
     /// In the colour of what needs attention, or as usual.

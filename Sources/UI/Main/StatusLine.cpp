@@ -41,9 +41,9 @@ QColor ColourAt(const ZenBitmap* picture, QPointF place)
         return {};
     const int column = static_cast<int>(place.x() * picture->width);
     const int row = static_cast<int>(place.y() * picture->height);
-    const std::uint8_t* pixel = picture->data +
-                                static_cast<std::ptrdiff_t>(row) * picture->bytesPerRow +
-                                column * ZenBitmap::BytesPerPixel(picture->format);
+    const std::uint8_t* pixel =
+        picture->data + static_cast<std::ptrdiff_t>(row) * picture->bytesPerRow +
+        static_cast<std::ptrdiff_t>(column) * ZenBitmap::BytesPerPixel(picture->format);
     return {pixel[2], pixel[1], pixel[0]};
 }
 

@@ -194,9 +194,8 @@ void WEFTMain::BuildToolBar()
     networkPanel_ =
         new NetworkPanel({GetIPRange::Instance(), *network_, *deviceManager_, *nodeModel_, *engine_,
                           *preferences_, undoStack_, *form_->toolBar, this});
-    statusLine_ = std::make_unique<StatusLine>(StatusLine::Parts{*form_->mappingEditorView, *scene_,
-                                                                 *deviceManager_, *engine_,
-                                                                 *network_, *statusBar()});
+    statusLine_ = std::make_unique<StatusLine>(StatusLine::Parts{
+        *form_->mappingEditorView, *scene_, *deviceManager_, *engine_, *network_, *statusBar()});
     connect(document_.get(), &DocumentLife::cleared, networkPanel_, &NetworkPanel::ShowMerging);
     connect(document_.get(), &DocumentLife::loaded, networkPanel_, &NetworkPanel::ShowMerging);
     connect(hostSettings_.get(), &HostSettings::artNetDMXInputSettingsChanged, networkPanel_,

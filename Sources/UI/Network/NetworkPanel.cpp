@@ -74,8 +74,7 @@ void NetworkPanel::AddNetworks()
 
 void NetworkPanel::AddLamps()
 {
-    auto* lamps =
-        new TrafficLamps(parts_.engine.GetOutput(), parts_.choice, parts_.toolBar, this);
+    auto* lamps = new TrafficLamps(parts_.engine.GetOutput(), parts_.choice, parts_.toolBar, this);
     connect(&parts_.choice, &NetworkChoice::networkChanged, lamps, &TrafficLamps::Refresh);
 }
 
