@@ -33,6 +33,9 @@ void WriteManualNodes(tinyxml2::XMLDocument& document, const ManualNodes& nodes)
 
 // ---- Loading -----------------------------------------------------------------------------------
 
+static_assert(MappingFile::MaxCanvasSide == MappedDeviceModel::MaxCanvasSize,
+              "a file that is judged good fits the model");
+
 void MappedDeviceModel::Load(MappingFile file, const DeviceModel& library, ManualNodes& nodes)
 {
     Clear();

@@ -7,7 +7,6 @@
 #include "Log/Log.h"
 #include "Model/DeviceModel.h"
 #include "Model/DocumentNetwork.h"
-#include "Model/MappedDeviceModel.h"
 #include "Platform/Text.h"
 #include "XmlText/XmlText.h"
 
@@ -24,7 +23,7 @@ QString Text(const char* text)
 
 bool IsCanvasSide(std::int32_t side)
 {
-    return side >= 1 && side <= MappedDeviceModel::MaxCanvasSize;
+    return side >= 1 && side <= MappingFile::MaxCanvasSide;
 }
 
 /// Text of a file, which may be of any length.
@@ -124,7 +123,7 @@ QString MappingFile::ReadHeader(const tinyxml2::XMLElement& mapping)
                                       "Its canvas of %1 x %2 pixels is impossible: a canvas has 1 "
                                       "to %3 pixels on each side."))
             .arg(locale.toString(size->first), locale.toString(size->second),
-                 locale.toString(MappedDeviceModel::MaxCanvasSize));
+                 locale.toString(MappingFile::MaxCanvasSide));
     }
     auto name = XmlText::Attribute(mapping, "name");
     if (!name)

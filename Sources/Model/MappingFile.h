@@ -22,6 +22,9 @@
 class MappingFile
 {
 public:
+    /// The widest and highest canvas of a document, in pixels.
+    static constexpr std::int32_t MaxCanvasSide = 100'000;
+
     struct Header
     {
         XmlText::Pair<std::int32_t> version;
