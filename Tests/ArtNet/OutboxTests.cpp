@@ -2,6 +2,8 @@
 #include "ArtNet/ArtNetOutbox.h"
 #include "ArtNet/ArtNetSpread.h"
 
+#include <functional>
+#include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -73,56 +75,50 @@ TEST(Outbox, HandsAFrameOverAsOneWithItsSyncLast)
     EXPECT_GE(Flushed(outbox)[0].expires, begin + 25'000'000);
 }
 
-TEST(Spread, OneDestinationGetsSixteenAtOnceAndTheWholeFrameLeavesInFiveMilliseconds)
+/// A frame of packets for these destinations, a letter each, with '.' for its sync.
+std::vector<ArtNetOutbox::Packet> Frame(const std::string& destinations)
 {
-    // Packets by destination, in the order of a frame, and how the groups look.
-    struct Frame
-    {
-        std::vector<std::pair<std::uint32_t, int>> runs; ///< address, how many
-        bool sync;
-        std::vector<std::vector<std::pair<std::uint32_t, int>>> groups;
-    };
-    using Group = std::vector<std::pair<std::uint32_t, int>>;
-    for (const auto& [runs, sync, groups] : {
-             Frame{{{1, 16}}, false, {{{1, 16}}}},
-             Frame{{{1, 10}, {2, 16}, {1, 6}}, true, {{{1, 10}, {2, 16}, {1, 6}, {9, 1}}}},
-             Frame{{{1, 17}}, false, {{{1, 16}}, {{1, 1}}}},
-             Frame{{{1, 20}, {2, 3}, {1, 13}},
-                   true,
-                   {{{1, 16}, {2, 3}}, {{1, 16}}, {{1, 1}, {9, 1}}}},
-         })
-    {
-        ArtNetOutbox outbox;
-        outbox.BeginFrame(1'000'000'000);
-        std::uint16_t universe = 0;
-        for (const auto& [address, count] : runs) {
-            for (int i = 0; i < count; ++i)
-                EXPECT_FALSE(outbox.Add(address, universe++, {}));
-        }
-        if (sync) {
-            EXPECT_FALSE(outbox.AddSync(9));
-        }
-        EXPECT_TRUE(outbox.EndFrame());
+    ArtNetOutbox outbox;
+    outbox.BeginFrame(1'000'000'000);
+    for (const char to : destinations) {
+        const auto address = static_cast<std::uint32_t>(to);
+        EXPECT_FALSE(to == '.' ? outbox.AddSync(address) : outbox.Add(address, 0, {}));
+    }
+    EXPECT_TRUE(outbox.EndFrame());
+    return Flushed(outbox);
+}
 
-        ArtNetSpread spread;
-        std::vector<Group> sent;
-        std::vector<int> universes;
-        const auto send = [&](ArtNetSpread::Packets packets) {
-            for (const ArtNetOutbox::Packet& packet : packets) {
-                Group& group = sent.back();
-                if (group.empty() || group.back().first != packet.address)
-                    group.emplace_back(packet.address, 0);
-                ++group.back().second;
-            }
-        };
-        constexpr std::int64_t begin = 1'000;
+class Spread : public testing::Test
+{
+protected:
+    void Add(const std::string& destinations)
+    {
         sent.emplace_back();
-        spread.Add(Flushed(outbox), begin, send);
-        while (spread.HasMore()) {
-            const auto number = static_cast<std::int64_t>(sent.size());
-            EXPECT_EQ(spread.NextDue(), begin + ArtNetSpread::Longest /
-                                                    static_cast<std::int64_t>(groups.size()) *
-                                                    number);
+        spread.Add(Frame(destinations), 1'000, send);
+    }
+
+    ArtNetSpread spread;
+    std::vector<std::string> sent; ///< the destinations of each group
+    std::function<void(ArtNetSpread::Packets)> send = [this](ArtNetSpread::Packets packets) {
+        for (const ArtNetOutbox::Packet& packet : packets)
+            sent.back() += static_cast<char>(packet.address);
+    };
+};
+
+TEST_F(Spread, OneDestinationGetsSixteenAtOnceAndTheWholeFrameLeavesInFiveMilliseconds)
+{
+    const std::string a16(16, 'a');
+    const std::string small = "aaaaaaaaaabbbbbbbbbbbbbbbbaaaaaa.";
+    using Case = std::pair<std::string, std::vector<std::string>>;
+    for (const auto& [frame, groups] :
+         {Case{a16, {a16}}, Case{small, {small}}, Case{a16 + 'a', {a16, "a"}},
+          Case{a16 + "aaaabbbaaaaaaaaaaaaa.", {a16 + "bbb", a16, "a."}}})
+    {
+        sent.clear();
+        Add(frame);
+        const auto count = static_cast<std::int64_t>(groups.size());
+        for (std::int64_t number = 1; spread.HasMore(); ++number) {
+            EXPECT_EQ(spread.NextDue(), 1'000 + ArtNetSpread::Longest / count * number);
             sent.emplace_back();
             spread.SendGroup(send);
         }
@@ -130,25 +126,12 @@ TEST(Spread, OneDestinationGetsSixteenAtOnceAndTheWholeFrameLeavesInFiveMillisec
     }
 }
 
-TEST(Spread, WhatIsLeftOfAFrameLeavesBeforeTheNext)
+TEST_F(Spread, WhatIsLeftOfAFrameLeavesBeforeTheNext)
 {
-    ArtNetOutbox outbox;
-    ArtNetSpread spread;
-    std::vector<int> universes;
-    const auto send = [&](ArtNetSpread::Packets packets) {
-        for (const ArtNetOutbox::Packet& packet : packets)
-            universes.push_back(UniverseOf(packet));
-    };
-    std::vector<int> wanted;
-    for (int i = 0; i < 41; ++i) {
-        if (i == 0 || i == 40)
-            outbox.BeginFrame(1'000'000'000);
-        static_cast<void>(outbox.Add(1, static_cast<std::uint16_t>(i), {}));
-        wanted.push_back(i);
-        if (i >= 39 && outbox.EndFrame())
-            spread.Add(Flushed(outbox), 0, send);
-    }
-    EXPECT_EQ(universes, wanted);
+    const std::string most(40, 'a');
+    Add(most);
+    Add("b");
+    EXPECT_EQ(sent, (std::vector<std::string>{most.substr(0, 16), most.substr(16) + 'b'}));
     EXPECT_FALSE(spread.HasMore());
 }
 

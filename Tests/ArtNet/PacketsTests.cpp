@@ -107,15 +107,20 @@ TEST(Classify, ByIdAndOpCodeAlone)
 
 TEST(Reply, OursByteForByteWithTextsThatAreCut)
 {
-    std::array<std::byte, PollReplySize> packet;
-    packet.fill(std::byte{0xEE});
+    const auto written = [](const Identity& identity) {
+        std::array<std::byte, PollReplySize> packet;
+        packet.fill(std::byte{0xEE});
+        WritePollReply(packet, identity);
+        return ToBytes(packet);
+    };
+    const std::string report(80, 'R');
     const Bytes outputs{0x03, 0x1F, 0x00, 0x01, 0x02};
-    WritePollReply(packet, {.shortName = "A short name of 26 letters",
-                            .nodeReport = std::string(80, 'R'),
-                            .net = 0x12,
-                            .subNet = 0x03,
-                            .outputs = outputs,
-                            .address = 0x0200000A});
+    Identity identity{.shortName = "A short name of 26 letters",
+                      .nodeReport = report,
+                      .net = 0x12,
+                      .subNet = 0x03,
+                      .outputs = outputs,
+                      .address = 0x0200000A};
     Bytes expected(239, 0);
     Put(expected, 0, std::string_view("Art-Net\0\x00\x21\x02\x00\x00\x0A\x19\x36", 16));
     Put(expected, 18, std::string_view("\x12\x03\x00\xFF", 4)); // and no maker's code
@@ -127,27 +132,17 @@ TEST(Reply, OursByteForByteWithTextsThatAreCut)
     Put(expected, 182, "\x80");
     Put(expected, 190, std::string_view("\x03\x0F\x00\x01", 4));
     Put(expected, 200, "\x02");
-    EXPECT_EQ(ToBytes(packet), expected);
-}
+    EXPECT_EQ(written(identity), expected);
 
-TEST(Reply, APageShowsEachOutputAndWhereDataComesIn)
-{
-    const Bytes outputs{0x0E, 0x0F, 0x00};
-    const auto written = [&](std::uint8_t bindIndex) {
-        std::array<std::byte, PollReplySize> packet{};
-        WritePollReply(packet, {.shortName = "S",
-                                .nodeReport = "R",
-                                .outputs = outputs,
-                                .address = 0x0200000A,
-                                .bindIndex = bindIndex,
-                                .dataComesIn = 0x0D}); // bit 3 belongs to no output
-        return ToBytes(packet);
-    };
-    Bytes expected = written(0);
-    Put(expected, 174, std::string_view("\x80\x80\x80\0", 4));
-    Put(expected, 182, std::string_view("\x80\0\x80\0", 4));
+    // A page shows each of its outputs, and where data comes in: the fourth bit is of none.
+    identity.outputs = std::span(outputs).first(3);
+    identity.bindIndex = 17;
+    identity.dataComesIn = 0x0D;
+    Put(expected, 173, "\x03\x80\x80\x80");
+    Put(expected, 182, std::string_view("\x80\0\x80", 3));
+    Put(expected, 190, std::string_view("\x03\x0F\x00\x00", 4));
     Put(expected, 207, std::string_view("\x02\0\0\x0A\x11", 5));
-    EXPECT_EQ(written(17), expected);
+    EXPECT_EQ(written(identity), expected);
 }
 
 TEST(Reply, ANodeIsReadFromItsFirst207Bytes)
