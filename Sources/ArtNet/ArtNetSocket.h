@@ -46,7 +46,6 @@ public:
     /// socket of its own.
     Platform::SendOutcome Send(std::span<const Platform::Datagram> batch);
 
-    [[nodiscard]] const std::string& InterfaceAddress() const { return interfaceAddress_; }
     /// The first octet in the top byte; 0 for all interfaces.
     [[nodiscard]] std::uint32_t InterfaceValue() const { return interfaceValue_; }
     /// The name of the adapter that the sockets are tied to, empty for none.
