@@ -260,38 +260,6 @@ TEST(Readers, Merging)
     EXPECT_EQ(Again(Mergings, "<Mapping>" + Mergings.sound + "</Mapping>"), "");
 }
 
-TEST(Readers, AnyDamageIsReadOrRejectedWithOneLine)
-{
-    for (const Reader* reader : {&PixelMaps, &Fixtures, &Placements, &Addresses, &Mergings}) {
-        const std::string& sound = reader->sound;
-        SCOPED_TRACE(sound);
-        const Support::LogCapture log;
-        int parsed = 0;
-        std::size_t rejected = 0;
-        const auto attempt = [&](const std::string& text) {
-            Document document;
-            if (!XmlText::Parse(text, document) || !document.FirstChildElement())
-                return;
-            ++parsed;
-            rejected += reader->again(document).empty() ? 1 : 0;
-        };
-        for (std::size_t at = 0; at < sound.size(); ++at) {
-            attempt(sound.substr(at));
-            attempt(std::string(sound).erase(at, 1));
-            for (const char c : {'0', '9', '-', 'x', ' ', '\'', '<', '&', '\xC3', '\0'}) {
-                std::string changed = sound;
-                changed[at] = c;
-                attempt(changed);
-            }
-            for (const char* more : {"99999999999999999999", "nan", "inf", "1e999", "\n\n", "]]>"})
-                attempt(std::string(sound).insert(at, more));
-        }
-        EXPECT_GT(parsed, 500);
-        EXPECT_GT(rejected, 100U);
-        EXPECT_EQ(log.Messages().size(), reader->isSilent ? 0 : rejected);
-    }
-}
-
 TEST(Readers, AMillionCellsUnderEveryConstantAndOneCellMore)
 {
     std::string cells;
