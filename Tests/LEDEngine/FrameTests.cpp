@@ -138,7 +138,7 @@ void Edit(Show& show, Generator& make, int last)
 
 TEST(Frame, AnEditedDocumentIsTheSumOfItsElements)
 {
-    for (unsigned seed = 1; seed <= 50 && !testing::Test::HasFailure(); ++seed) {
+    for (unsigned seed = 1; seed <= 25 && !testing::Test::HasFailure(); ++seed) {
         Generator make(seed);
         std::vector<Placed> elements;
         const int last = make.Whole(0, 9);

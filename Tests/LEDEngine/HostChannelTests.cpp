@@ -392,6 +392,9 @@ TEST_F(HostChannel, NodesGetTheUniversesThatTheyAnnounced)
                                         " channels=09");
         }
     }
+    EXPECT_TRUE(log.Has("Port-Address 5 will use broadcast, number of subscribers is 41"));
+    EXPECT_FALSE(log.Has("Adding autounicast subscriber for Port-Address 5 at IP: 2.0.0.10"))
+        << "lines for each node come with -artnetdebug";
     EXPECT_FALSE(output.SendUnicastUniverses().anySent);
     output.SendBroadcastUniverses();
     EXPECT_EQ(Received().size(), 2U) << "5 and 6";
