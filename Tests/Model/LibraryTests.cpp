@@ -291,43 +291,38 @@ TEST_F(LibraryTest, AChangedFixtureTakesItsElementsAlong)
         }
         return texts.join(QLatin1Char(' ')).toStdString();
     };
-    // One after the other.
-    const std::vector<
-        std::tuple<int, const wchar_t*, const wchar_t*, std::string, std::string, ElementIds>>
-        cases = {{9,
-                  L"M",
-                  L"A",
-                  "Elation|A 1x1 #1|C 1x1 #3|Other|B 1x1 #2",
-                  "Elation C 1x1 #3/1 Other B 1x1 #2/1",
-                  {}},
-                 {1,
-                  L"ELATION",
-                  L"A",
-                  "ELATION|A 2x1 #1|C 1x1 #3|Other|B 1x1 #2",
-                  "Elation C 1x1 #3/1 Other B 1x1 #2/1",
-                  {}},
-                 {2,
-                  L"elation",
-                  L"b",
-                  "ELATION|A 2x1 #1|C 1x1 #3|b 2x1 #2",
-                  "Elation C 1x1 #3/1 elation b 2x1 #2/7",
-                  {2}},
-                 {3,
-                  L"New",
-                  L"D",
-                  "ELATION|A 2x1 #1|b 2x1 #2|New|D 2x1 #3",
-                  "New D 2x1 #3/7 elation b 2x1 #2/7",
-                  {1}},
-                 // The elements of the fixture that had the product come along too.
-                 {3,
-                  L"New",
-                  L"b",
-                  "ELATION|A 2x1 #1|New|b 2x1 #3",
-                  "New b 2x1 #3/7 New b 2x1 #3/7",
-                  {1, 2}}};
-    for (const auto& [number, manufacturer, product, rows, texts, told] : cases) {
+    struct Case
+    {
+        int number;
+        const wchar_t* maker;
+        const wchar_t* product;
+        std::string rows;
+        std::string placed;
+        ElementIds refitted;
+    };
+    const std::string unchanged = "Elation C 1x1 #3/1 Other B 1x1 #2/1";
+    const Case cases[] = {
+        // One after the other.
+        {9, L"M", L"A", "Elation|A 1x1 #1|C 1x1 #3|Other|B 1x1 #2", unchanged, {}},
+        {1, L"ELATION", L"A", "ELATION|A 2x1 #1|C 1x1 #3|Other|B 1x1 #2", unchanged, {}},
+        {2,
+         L"elation",
+         L"b",
+         "ELATION|A 2x1 #1|C 1x1 #3|b 2x1 #2",
+         "Elation C 1x1 #3/1 elation b 2x1 #2/7",
+         {2}},
+        {3,
+         L"New",
+         L"D",
+         "ELATION|A 2x1 #1|b 2x1 #2|New|D 2x1 #3",
+         "New D 2x1 #3/7 elation b 2x1 #2/7",
+         {1}},
+        // The elements of the fixture that had the product come along too.
+        {3, L"New", L"b", "ELATION|A 2x1 #1|New|b 2x1 #3", "New b 2x1 #3/7 New b 2x1 #3/7", {1, 2}},
+    };
+    for (const auto& [number, maker, product, rows, texts, told] : cases) {
         refitted.clear();
-        const LEDFixture wanted(manufacturer, product, PixelMap(2, 1, PixelMapType::L), 0, 7);
+        const LEDFixture wanted(maker, product, PixelMap(2, 1, PixelMapType::L), 0, 7);
         EXPECT_EQ(manager.ChangeFixture(number, wanted), number < 9);
         EXPECT_EQ(Rows(), rows);
         EXPECT_EQ(elements(), texts);
