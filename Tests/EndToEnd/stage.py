@@ -83,12 +83,11 @@ def on(host, *command, **options):
     return subprocess.run([STAGE_NET, host, *map(str, command)], check=True, **options)
 
 
-def open_socket(host, address="", port=0, shares=False):
-    """A UDP socket on that host that may send to broadcast addresses, and shares its port with those that do."""
+def open_socket(host, address="", port=0):
+    """A UDP socket on that host that may send to broadcast addresses."""
     with standing_on(host):
         opened = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
     opened.setsockopt(socket.SOL_SOCKET, socket.SO_BROADCAST, 1)
-    opened.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, shares)
     opened.bind((address, port))
     return opened
 
@@ -327,8 +326,8 @@ class Case(unittest.TestCase):
         wire.wait_until_it_captures(host, adapter)
         return wire
 
-    def socket_on(self, host, address="", port=0, **options):
-        opened = open_socket(host, address, port, **options)
+    def socket_on(self, host, address="", port=0):
+        opened = open_socket(host, address, port)
         self.addCleanup(opened.close)
         opened.settimeout(5)
         return opened
