@@ -179,8 +179,7 @@ public:
 
     /// Within the bounds that the document keeps. Elements follow the canvas.
     void SetCanvasSize(int width, int height);
-    /// The same as an edit, which marks the document as changed. With `keepPixels` elements keep
-    /// place and size in pixels.
+    /// The same as an edit: with `keepPixels` elements keep place and size in pixels.
     void ResizeCanvas(int width, int height, bool keepPixels);
     /// Puts a canvas and the geometry of its elements back, exactly.
     void SetLayout(const ElementGeometry::Layout& layout);

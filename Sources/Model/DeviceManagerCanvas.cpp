@@ -72,13 +72,11 @@ void DeviceManager::CropToSelection(const QModelIndexList& indexes)
         return;
     SetLayout(ElementGeometry::Cropped(GetLayout(), GetVideoMappings(ids),
                                        MappedDeviceModel::MaxCanvasSize));
-    SetDocumentDirty(true);
 }
 
 void DeviceManager::ResizeCanvas(int width, int height, bool keepPixels)
 {
     SetLayout(ElementGeometry::Rescaled(GetLayout(), {width, height}, keepPixels));
-    SetDocumentDirty(true);
 }
 
 ElementGeometry::Layout DeviceManager::GetLayout() const

@@ -54,7 +54,7 @@ void UnsavedWork::Watch(const QString& mappingFilePath)
         else
             NoteChange();
     });
-    // An undone step changes the document without a signal about its saved state.
+    // A gesture changes the document before it is a step.
     const MappedDeviceModel* document = manager_.GetMappedDeviceModel();
     connect(&manager_, &DeviceManager::devicesChangedGeometry, this, &UnsavedWork::NoteChange);
     connect(&manager_, &DeviceManager::mappingsChanged, this, &UnsavedWork::NoteChange);

@@ -17,10 +17,8 @@ void AddElementsCommand::redo()
         manager_.PutBackElements(std::exchange(taken_, {}));
     else
         ids_ = Add();
-    if (ids_.empty())
-        return;
-    manager_.GetMappedObjectListProxy()->SelectByUniqueIDs(ids_);
-    manager_.SetDocumentDirty(true);
+    if (!ids_.empty())
+        manager_.GetMappedObjectListProxy()->SelectByUniqueIDs(ids_);
 }
 
 void AddElementsCommand::undo()

@@ -14,7 +14,6 @@ RemoveRectangleCommand::RemoveRectangleCommand(DeviceManager& manager, ElementId
 void RemoveRectangleCommand::redo()
 {
     taken_ = manager_.TakeElements(ids_);
-    manager_.SetDocumentDirty(true);
 }
 
 void RemoveRectangleCommand::undo()

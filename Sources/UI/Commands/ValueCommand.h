@@ -19,11 +19,7 @@ public:
     [[nodiscard]] bool ChangesNothing() const { return before_ == after_; }
 
     void undo() override { Set(before_); }
-    void redo() override
-    {
-        Set(after_);
-        manager_.SetDocumentDirty(true);
-    }
+    void redo() override { Set(after_); }
     bool mergeWith(const QUndoCommand*) override { return false; }
 
 protected:

@@ -320,7 +320,6 @@ SaveResult DocumentLife::Write()
         return saved;
     }
     versions_.KeepSoon();
-    parts_.undoStack.clear();
     parts_.manager.SetDocumentDirty(false);
     emit FileSaved();
     return saved;

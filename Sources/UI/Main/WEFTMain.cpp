@@ -23,6 +23,7 @@
 #include "Model/UnsavedWork.h"
 #include "Settings/ExternalServerPreferences.h"
 #include "Settings/FixtureLibraryPath.h"
+#include "UI/Commands/SavedState.h"
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Dialogs/WEFTAboutDialog.h"
 #include "UI/Editor/EditorActionSet.h"
@@ -123,6 +124,7 @@ void WEFTMain::BuildParts()
     network_->SetHostPreferences(preferences_.get());
     hostSettings_ = std::make_unique<HostSettings>(*preferences_, *network_);
     undoStack_.setUndoLimit(UndoLimit);
+    savedState_ = std::make_unique<SavedState>(*deviceManager_, undoStack_);
     undoView_ = std::make_unique<QUndoView>(&undoStack_);
     undoView_->setWindowTitle(tr("Command List"));
     undoView_->setAttribute(Qt::WA_QuitOnClose, false);

@@ -34,6 +34,7 @@ class NodeList;
 class OperatorBoxes;
 class QTimer;
 class QUndoView;
+class SavedState;
 class ServicesInUse;
 class StatusLine;
 class TestPatternPanel;
@@ -119,6 +120,7 @@ private:
     std::unique_ptr<MainWindowForm> form_;
     std::unique_ptr<WeftMapEditorScene> scene_;
     QUndoStack undoStack_;
+    std::unique_ptr<SavedState> savedState_;
     std::unique_ptr<ElementList> elementList_;
     std::unique_ptr<NodeList> nodeList_;
     std::unique_ptr<LibraryPanel> libraryPanel_;

@@ -12,6 +12,7 @@
 
 #include "CanvasHands.h"
 #include "Model/DeviceManager.h"
+#include "UI/Commands/SavedState.h"
 #include "UI/Editor/EditorController.h"
 #include "UI/Editor/EditorDisplayState.h"
 #include "UI/Editor/MappingRectangle.h"
@@ -45,6 +46,7 @@ public:
     DeviceManager manager;
     EditorDisplayState display;
     QUndoStack undo;
+    SavedState savedState{manager, undo};
     std::unique_ptr<WeftMapEditorScene> scene;
     WeftMapEditorView* view = nullptr;
     WeftMappedObjectTreeView* list = nullptr;

@@ -126,6 +126,39 @@ TEST_F(Document, UnsavedWorkIsNotLostWithoutAQuestion)
     EXPECT_EQ(State(), Unsaved);
 }
 
+TEST_F(Document, UndoBackToWhatIsInTheFileSaysSaved)
+{
+    Start();
+    int width = 100;
+    const auto edit = [&] {
+        SetCanvasWidth(++width);
+    };
+    const auto synchronise = [this] { // no step takes it back
+        person.Will([](QDialog& dialog) {
+            In<QCheckBox>(dialog, "artNetSync")->toggle();
+            dialog.accept();
+        });
+        Trigger("actionPreferences");
+    };
+    const auto trigger = [this](const char* action) {
+        return [this, action] {
+            Trigger(action);
+        };
+    };
+    const auto undo = trigger("actionUndo");
+    const auto redo = trigger("actionRedo");
+    const auto save = trigger("actionSave_File");
+    const std::vector<std::pair<std::function<void()>, QString>> steps = {
+        {edit, Unsaved}, {undo, Saved},   {redo, Unsaved}, {save, Saved},          {undo, Unsaved},
+        {redo, Saved},   {edit, Unsaved}, {undo, Saved},   {undo, Unsaved},        {edit, Unsaved},
+        {undo, Unsaved}, {save, Saved},   {edit, Unsaved}, {synchronise, Unsaved}, {undo, Unsaved},
+        {save, Saved},   {redo, Unsaved}, {undo, Saved}};
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        steps[i].first();
+        EXPECT_EQ(State(), steps[i].second) << i;
+    }
+}
+
 TEST_F(Document, NodesAndNetworkOfADocumentComeAndGoWithIt)
 {
     const QString show = WriteDocument(

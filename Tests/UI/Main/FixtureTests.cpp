@@ -174,7 +174,6 @@ TEST_F(OwnFixtures, APanelFromNothingIsLitAndThenGetsAnotherOrderOfColours)
     Find<QCheckBox>(FlipH)->click();
     ASSERT_TRUE(Action("actionUndo")->isEnabled());
     Trigger("actionUndo");
-    Trigger("actionSave_File");
     person.WillPress("Yes"_q);
     person.Will([this](QDialog& editor) {
         ClickOn(editor, "buttonModify");
