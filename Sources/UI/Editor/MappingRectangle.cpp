@@ -2,9 +2,9 @@
 #include "UI/Editor/MappingRectangle.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
+#include <QGraphicsSceneMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -16,23 +16,12 @@ namespace {
 
 using Variant = MappingRectangle::Variant;
 
-constexpr QColor ElementHandle(255, 0, 0);
-constexpr QColor GroupHandle(240, 127, 14);
-constexpr QColor AutoEdge(255, 0, 0);
-constexpr QColor NaturalEdge(0, 102, 0);
-constexpr QColor ScaledEdge(0, 0, 0);
+// A selected element has no fill: the operator looks at the picture under it.
 constexpr QColor NaturalFill(0, 255, 0, 60);
 constexpr QColor ScaledFill(0, 0, 254, 30);
-/// What a selected element shows when it is too small for handles.
-constexpr QColor SelectedFill(240, 127, 14, 150);
 
 /// The longer side of an element with handles, among several selected ones, in screen pixels.
 constexpr double LeastSideWithHandles = 6 * GraphCornerGrabber::ScreenSize;
-constexpr double FlipMarkPointSize = 14;
-constexpr double FlipMarkLeft = 8; ///< screen pixels from the edge
-
-/// Just under a pixel: the painter has a fast way for lines that are not wider than one.
-constexpr double HairlineWidth = 0.999;
 
 /// The model keeps fractions of the canvas, so a size comes back from it with a rounding.
 bool IsSame(double length, double natural)
@@ -197,93 +186,58 @@ QVariant MappingRectangle::itemChange(GraphicsItemChange change, const QVariant&
     return QGraphicsItem::itemChange(change, value);
 }
 
+void MappingRectangle::mousePressEvent(QGraphicsSceneMouseEvent* event)
+{
+    // A press that adds to the selection is not for the group that is selected already.
+    if (!IsElement() && event->modifiers().testFlag(Qt::ControlModifier))
+        event->ignore();
+    else
+        QGraphicsItem::mousePressEvent(event);
+}
+
 void MappingRectangle::paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
+    const double pixel = display_.ScreenPixel();
+    const QRectF rect = Rect();
     painter->setRenderHint(QPainter::Antialiasing, !IsUpright(rotation()));
     switch (variant_) {
     case Variant::Element:
-        PaintElement(*painter);
+        if (!isSelected())
+            painter->fillRect(rect, IsNatural() ? NaturalFill : ScaledFill);
+        Outline::Paint(*painter, rect, EdgesOfElement(), pixel);
+        Outline::PaintFlips(*painter, rect, flipHorizontal_, flipVertical_, pixel);
         break;
     case Variant::DragPreview:
-    case Variant::GroupFrame: {
-        QPen pen(variant_ == Variant::GroupFrame ? Qt::darkRed : Qt::red,
-                 HairlineWidth * display_.ScreenPixel(), Qt::DotLine);
-        pen.setDashPattern({2, 2});
-        if (variant_ == Variant::GroupFrame)
-            PaintEdges(*painter);
-        painter->setPen(pen);
-        painter->setBrush(NaturalFill);
-        painter->drawRect(Rect());
+        painter->fillRect(rect, NaturalFill);
+        Outline::Paint(*painter, rect, {Outline::AutoEdge, Outline::AutoEdge}, pixel, Qt::DotLine);
         break;
-    }
+    case Variant::GroupFrame:
+        Outline::Paint(*painter, rect, {Outline::GroupHandle, Outline::GroupHandle}, pixel,
+                       Qt::DashLine);
+        break;
     case Variant::GroupBody:
         return;
     }
     PaintHandles(*painter);
 }
 
-void MappingRectangle::PaintElement(QPainter& painter) const
+bool MappingRectangle::IsNatural() const
 {
-    const QRectF rect = Rect();
-    const bool isNatural = IsSame(size_.width(), naturalSize_.width()) &&
-                           IsSame(size_.height(), naturalSize_.height());
-    painter.fillRect(rect, isNatural ? NaturalFill : ScaledFill);
+    return IsSame(size_.width(), naturalSize_.width()) &&
+           IsSame(size_.height(), naturalSize_.height());
+}
+
+Outline::Edges MappingRectangle::EdgesOfElement() const
+{
     if (isSelected() && !ShowsGrabbers())
-        painter.fillRect(rect, SelectedFill);
-    PaintEdges(painter);
-    if (flipHorizontal_ || flipVertical_)
-        PaintFlipMark(painter);
-}
-
-void MappingRectangle::PaintEdges(QPainter& painter) const
-{
+        return {Outline::Selected, Outline::Selected};
     const auto color = [this](bool isNatural) {
-        return autoMark_ ? AutoEdge : isNatural ? NaturalEdge : ScaledEdge;
+        return autoMark_   ? Outline::AutoEdge
+               : isNatural ? Outline::NaturalEdge
+                           : Outline::ScaledEdge;
     };
-    const QColor sides = color(IsSame(size_.height(), naturalSize_.height()));
-    const QColor topAndBottom = color(IsSame(size_.width(), naturalSize_.width()));
-    const QRectF rect = Rect();
-    QPen pen(sides, HairlineWidth * display_.ScreenPixel(), Qt::SolidLine, Qt::SquareCap);
-    painter.setPen(pen);
-    painter.setBrush(Qt::NoBrush);
-    if (sides == topAndBottom) {
-        painter.drawRect(rect);
-        return;
-    }
-    const std::array<QLineF, 2> upright = {QLineF(rect.topLeft(), rect.bottomLeft()),
-                                           QLineF(rect.topRight(), rect.bottomRight())};
-    painter.drawLines(upright.data(), static_cast<int>(upright.size()));
-    pen.setColor(topAndBottom);
-    painter.setPen(pen);
-    const std::array<QLineF, 2> level = {QLineF(rect.topLeft(), rect.topRight()),
-                                         QLineF(rect.bottomLeft(), rect.bottomRight())};
-    painter.drawLines(level.data(), static_cast<int>(level.size()));
-}
-
-void MappingRectangle::PaintFlipMark(QPainter& painter) const
-{
-    // Drawn at the size of the screen: a font size below one point does not work.
-    const double pixel = display_.ScreenPixel();
-    static const QFont font(QStringLiteral("Arial"), static_cast<int>(FlipMarkPointSize),
-                            QFont::Bold);
-    static const double lineHeight = QFontMetricsF(font).ascent();
-    const QRectF rect(Rect().topLeft() / pixel, Rect().size() / pixel);
-    if (rect.height() < lineHeight)
-        return; // Letters that are cut off can't be read.
-    const QString text = flipHorizontal_ && flipVertical_ ? QStringLiteral("vhF")
-                         : flipHorizontal_                ? QStringLiteral("hF")
-                                                          : QStringLiteral("vF");
-    const QTransform before = painter.worldTransform();
-    painter.scale(pixel, pixel);
-    painter.setFont(font);
-    // A light edge keeps the black letters legible on a dark picture.
-    const QRectF place = rect.adjusted(FlipMarkLeft, 0, 0, 0);
-    constexpr int corner = Qt::AlignLeft | Qt::AlignBottom;
-    painter.setPen(QColor(255, 255, 255, 200));
-    painter.drawText(place.translated(1, -1), corner, text);
-    painter.setPen(Qt::black);
-    painter.drawText(place, corner, text);
-    painter.setWorldTransform(before);
+    return {color(IsSame(size_.height(), naturalSize_.height())),
+            color(IsSame(size_.width(), naturalSize_.width()))};
 }
 
 void MappingRectangle::PaintHandles(QPainter& painter) const
@@ -291,10 +245,10 @@ void MappingRectangle::PaintHandles(QPainter& painter) const
     const double pixel = display_.ScreenPixel();
     if (ShowsGrabbers()) {
         for (int corner = 0; corner < ElementGeometry::CornerCount; ++corner)
-            painter.fillRect(GraphCornerGrabber::Rect(corner, size_, pixel), ElementHandle);
+            Outline::PaintGrabber(painter, GraphCornerGrabber::Rect(corner, size_, pixel),
+                                  Outline::Handle, pixel);
+        RotationHandle::Paint(painter, RotationHandle::OfElement, size_, pixel, Outline::Handle);
     }
-    if (IsElement() && ShowsGrabbers())
-        RotationHandle::Paint(painter, RotationHandle::OfElement, size_, pixel, ElementHandle);
     if (variant_ == Variant::GroupFrame)
-        RotationHandle::Paint(painter, RotationHandle::OfGroup, size_, pixel, GroupHandle);
+        RotationHandle::Paint(painter, RotationHandle::OfGroup, size_, pixel, Outline::GroupHandle);
 }

@@ -5,6 +5,7 @@
 
 #include "Model/ElementGeometry.h"
 #include "UI/Editor/LEDGraphicsItem.h"
+#include "UI/Editor/Outline.h"
 
 struct EditorDisplayState;
 
@@ -90,11 +91,11 @@ public:
 
 protected:
     QVariant itemChange(GraphicsItemChange change, const QVariant& value) override;
+    void mousePressEvent(QGraphicsSceneMouseEvent* event) override;
 
 private:
-    void PaintElement(QPainter& painter) const;
-    void PaintEdges(QPainter& painter) const;
-    void PaintFlipMark(QPainter& painter) const;
+    [[nodiscard]] bool IsNatural() const;
+    [[nodiscard]] Outline::Edges EdgesOfElement() const;
     void PaintHandles(QPainter& painter) const;
 
     SelectionListener* listener_ = nullptr; ///< of an element only

@@ -5,6 +5,8 @@
 
 #include <QPainter>
 
+#include "UI/Editor/Outline.h"
+
 namespace {
 
 struct Look
@@ -35,10 +37,14 @@ void Paint(QPainter& painter, Kind kind, QSizeF size, double pixel, const QColor
 {
     const QRectF rect = Rect(kind, size, pixel);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(color, PenWidth * pixel, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
     painter.setBrush(Qt::NoBrush);
-    painter.drawLine(QPointF(0, -size.height() / 2), QPointF(0, rect.bottom()));
-    painter.drawEllipse(rect);
+    const auto paint = [&](const QColor& ink, double width) {
+        painter.setPen(QPen(ink, width * pixel, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
+        painter.drawLine(QPointF(0, -size.height() / 2), QPointF(0, rect.bottom()));
+        painter.drawEllipse(rect);
+    };
+    paint(Outline::Dark, PenWidth + 2);
+    paint(color, PenWidth);
 }
 
 } // namespace RotationHandle

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
 
 #include <QPainter>
@@ -19,16 +20,27 @@ struct Colour
 };
 
 /// What is painted over a white picture, blended with it where it is transparent.
-constexpr std::array<Colour, 10> Palette = {{{'.', 0xff808080},   // outside of the canvas
+constexpr std::array<Colour, 11> Palette = {{{'.', 0xff808080},   // outside of the canvas
                                              {' ', 0xffffffff},   // the picture
-                                             {'|', 0xff000000},   // scaled edge
-                                             {'G', 0xff006600},   // natural edge
-                                             {'R', 0xffff0000},   // edge without a node, handle
+                                             {'k', 0xff0c0d0f},   // the dark half of each edge
+                                             {'W', 0xffe8eaf0},   // scaled edge
+                                             {'G', 0xff78ec78},   // natural edge
+                                             {'R', 0xffff6054},   // edge without a node
+                                             {'S', 0xff66bfef},   // selected and too small
                                              {'g', 0xffc3ffc3},   // natural fill
                                              {'b', 0xffe1e1ff},   // scaled fill
-                                             {'s', 0xffeab373},   // selected and too small
-                                             {'o', 0xfff07f0e},   // handle of a group
-                                             {'D', 0xff800000}}}; // frame of a group
+                                             {'H', 0xffff0000},   // handle
+                                             {'o', 0xfff07f0e}}}; // handle and frame of a group
+
+/// 0 for black, 1 for white, as the eye takes it.
+double Brightness(const QColor& color)
+{
+    const auto linear = [](double channel) {
+        return channel <= 0.03928 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
+}
 
 /// Canvas pictures as letters, at one screen pixel for each canvas pixel and on a white picture.
 class Look : public testing::Test
@@ -42,16 +54,20 @@ protected:
         stage.display.showGrid = false;
     }
 
-    /// A row of the scene from x = -2 on; the nearest colour of the palette counts.
-    std::string Row(int y)
+    /// A row of the scene from x = -2 on.
+    QImage RowImage(int y)
     {
         stage.display.fitScaleX = stage.display.fitScaleY = stage.display.zoom = 1;
         QImage picture(52, 1, QImage::Format_RGB32);
         picture.fill(Palette[0].colour);
-        {
-            QPainter painter(&picture);
-            stage.scene->render(&painter, picture.rect(), QRectF(-2, y, 52, 1));
-        }
+        QPainter painter(&picture);
+        stage.scene->render(&painter, picture.rect(), QRectF(-2, y, 52, 1));
+        return picture;
+    }
+    /// The same by the nearest colours of the palette.
+    std::string Row(int y)
+    {
+        const QImage picture = RowImage(y);
         std::string row;
         for (int x = 0; x < picture.width(); ++x) {
             const QRgb pixel = picture.pixel(x, 0);
@@ -92,33 +108,33 @@ TEST_F(Look, AnElementShowsItsSizeItsNodeAndItsHandles)
 {
     const auto id = Place({20, 18}, {24, 16}, L"Auto");
     EXPECT_EQ(Some({9, 11, 25, 27}),
-              (Rows{"..       RRRRRRRRRRRRRRRRRRRRRRRRR                ..",
-                    "..       RgggggggggggggggggggggggR                ..",
-                    "..       RRRRRRRRRRRRRRRRRRRRRRRRR                ..",
+              (Rows{"..       kkkkkkkkkkkkkkkkkkkkkkkkkk               ..",
+                    "..       kRggggggggggggggggggggggRk               ..",
+                    "..       kRRRRRRRRRRRRRRRRRRRRRRRRk               ..",
                     "..                                                .."}));
     stage.scene->SetSelected(id, true);
     EXPECT_EQ(Some({-4, -1, 2, 5, 8, 11, 14, 20, 27, 33}),
-              (Rows{"....................................................",
-                    "..................RR....RR..........................",
-                    "..               RR      RR                       ..",
-                    "..        RRRRRRR sRRRRRRs RRRRRRR                ..",
-                    "..        RRRRRRR    RR    RRRRRRR                ..",
-                    "..       RgggggggggggggggggggggggR                ..",
-                    "..       RRRRRRRRggggggggggRRRRRRR                ..",
-                    "..       RRRRRRRRggggggggggRRRRRRR                ..",
-                    "..        RRRRRRR RRRRRRR  RRRRRRR                ..",
+              (Rows{"....................kkkk............................",
+                    ".................kHHkkkkHHk.........................",
+                    "..              kHHkW  WkHHk                      ..",
+                    "..        kHHHHHk.kHHHHHHk.kHHHHHk                ..",
+                    "..        kHHHHHk   kHHk   kHHHHHk                ..",
+                    "..       kR         kkkk         Rk               ..",
+                    "..       kkkkkkkk          kkkkkkkk               ..",
+                    "..       kkkkkkkk          kkkkkkkk               ..",
+                    "..        kHHHHHk kHHHHHk  kHHHHHk                ..",
                     "..                                                .."}));
     stage.scene->SetSelected(id, false);
     stage.Item(id).EditArtNetMapping()->SetNode(L"2.0.0.1", L"");
     stage.scene->RefreshAutoMarks();
-    EXPECT_EQ(Row(9), "..       GGGGGGGGGGGGGGGGGGGGGGGGG                ..");
+    EXPECT_EQ(Row(10), "..       kGGGGGGGGGGGGGGGGGGGGGGGGk               ..");
     const QModelIndex index = stage.manager.GetMappedDeviceModel()->GetIndexOfUniqueID(id);
     stage.manager.SetObjectSize(index, 30, 16);
-    EXPECT_EQ(Some({9, 11}), (Rows{"..    |||||||||||||||||||||||||||||||             ..",
-                                   "..    GbbbbbbbbbbbbbbbbbbbbbbbbbbbbbG             .."}));
+    EXPECT_EQ(Some({10, 11}), (Rows{"..    kWWWWWWWWWWWWWWWWWWWWWWWWWWWWWWk            ..",
+                                    "..    kGbbbbbbbbbbbbbbbbbbbbbbbbbbbbGk            .."}));
     EXPECT_TRUE(stage.manager.ChangeFixture(
         bar, {L"M", L"Bar", PixelMap(30, 16, PixelMapType::RGB), 0, 144}));
-    EXPECT_EQ(Row(11), "..    GgggggggggggggggggggggggggggggG             ..")
+    EXPECT_EQ(Row(11), "..    kGggggggggggggggggggggggggggggGk            ..")
         << "its natural size";
 }
 
@@ -128,35 +144,73 @@ TEST_F(Look, AGroupHasAFrameThatItsHandleTurns)
     Place({40, 34}, {8, 6}, L"2.0.0.1");
     stage.scene->SelectAll();
     stage.scene->ShowGroupOverlay();
-    EXPECT_EQ(Some({-3, 4, 9, 20, 29, 33, 37}),
-              (Rows{"....................oo.........oo...................",
-                    "..                   soos   soos                  ..",
-                    "..    |||||||||||||||||||||||||||||||GDDGGDDGG    ..",
-                    "..    GsssssssssssssssssssssssssssssGggggggggD    ..",
-                    "..    DggggggggggggggggggggggggggggggggggggggD    ..",
-                    "..    Dgggggggggggggggggggggggggggggg|sssssss|    ..",
-                    "..     GGDDGGDDGGDDGGDDGGDDGGDDGGDDGGD||||||||    .."}));
+    EXPECT_EQ(Some({-3, 4, 9, 20, 29, 33, 36}),
+              (Rows{"...................kook.......kook..................",
+                    "..                 WkoookkkkkoookW                ..",
+                    "..    kkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkkk   ..",
+                    "..    kS                            Sk       ok   ..",
+                    "..    k                                      ok   ..",
+                    "..    k                              kS      Sk   ..",
+                    "..    koooo  oooo  oooo  oooo  oooo  kSSSSSSSSk   .."}));
 }
 
-TEST_F(Look, FlipsAreWrittenWhereThereIsRoom)
+TEST_F(Look, EdgesAreSeenOnEveryPictureAndASelectionDoesNotTintIt)
+{
+    const auto natural = Place({12, 20}, {24, 16}, L"2.0.0.1");
+    const auto scaled = Place({38, 20}, {12, 10}, L"2.0.0.1");
+    const auto without = Place({12, 34}, {24, 6}, L"Auto");
+    const std::array levels{0, 85, 170, 255};
+    for (std::size_t i = 0; i < 2 * levels.size() * levels.size() * levels.size(); ++i) {
+        const bool selected = i % 2 == 1;
+        selected ? stage.controller->ActionSelectAll() : stage.controller->ActionUnSelectAll();
+        const QColor picture(levels[i / 2 % 4], levels[i / 8 % 4], levels[i / 32]);
+        QPixmap plain(4, 4);
+        plain.fill(picture);
+        stage.scene->SetTestPatternImage(plain);
+        for (const auto id : {natural, scaled, without}) {
+            const QRectF rect = stage.PlaceOf(id).Rect();
+            const QImage row = RowImage(static_cast<int>(rect.center().y()) + 1);
+            const auto contrast = [&](double x) {
+                const double one = Brightness(picture) + 0.05;
+                const double other = Brightness(row.pixel(static_cast<int>(x) + 2, 0)) + 0.05;
+                return std::max(one, other) / std::min(one, other);
+            };
+            EXPECT_GT(std::max(contrast(rect.right() - 1), contrast(rect.right())), 2.5)
+                << picture.name().toStdString() << ", " << id;
+            if (selected) {
+                EXPECT_EQ(row.pixelColor(static_cast<int>(rect.center().x()) + 4, 0), picture);
+            }
+        }
+    }
+}
+
+TEST_F(Look, FlipsAreMarkedInTheCornerWhereThereIsRoom)
 {
     const auto id = Place({24, 20}, {40, 30}, L"2.0.0.1");
     const QModelIndex index = stage.manager.GetMappedDeviceModel()->GetIndexOfUniqueID(id);
-    // Painted pixels in the lower half, where the letters stand, by the widest column.
-    const auto letters = [this] {
-        std::size_t last = 0;
-        for (int y = 20; y < 34; ++y)
-            last = std::max(last, Row(y).substr(7, 36).find_last_not_of('b') + 1);
-        return last;
+    // Rows and columns that the mark reaches over, inside of the edges.
+    const auto mark = [this, id] {
+        QRect painted;
+        const QRect element = stage.PlaceOf(id).Rect().toRect();
+        for (int y = element.top() + 1; y < element.bottom(); ++y) {
+            const std::string row = Row(y);
+            for (int x = 8; x < 44; ++x) {
+                if (row[static_cast<std::size_t>(x)] == 'k')
+                    painted |= QRect(x, y, 1, 1);
+            }
+        }
+        return painted;
     };
-    EXPECT_EQ(letters(), 0U);
+    EXPECT_TRUE(mark().isEmpty());
     stage.manager.SetObjectFlipState(index, FlipHorizontal, true);
-    const std::size_t one = letters();
-    EXPECT_GT(one, 15U);
+    const QRect across = mark();
+    EXPECT_GT(across.width(), across.height());
+    EXPECT_LT(across.right(), 28);
+    EXPECT_GT(across.top(), 15);
     stage.manager.SetObjectFlipState(index, FlipVertical, true);
-    EXPECT_GT(letters(), one);
+    EXPECT_EQ(mark().width(), mark().height());
     stage.manager.SetObjectSize(index, 40, 12);
-    EXPECT_EQ(Row(22).find_first_not_of(". |b"), std::string::npos);
+    EXPECT_TRUE(mark().isEmpty());
 }
 
 TEST_F(Look, TheGridLiesOverThePicture)
