@@ -34,6 +34,7 @@ EditorController::EditorController(const Parts& parts, QObject* parent)
     , scene_(parts.scene)
     , view_(parts.view)
     , list_(parts.list)
+    , sight_({manager_, scene_, view_, list_})
 {
     list_.setUniformRowHeights(true); // Thousands of rows are measured once.
     connect(&scene_, &WeftMapEditorScene::RectangleSelectionEvent, this,
@@ -127,6 +128,7 @@ void EditorController::FollowSelection()
             action->setEnabled(scene_.SelectedCount() > 0);
     }
     UpdateZoomCentre();
+    sight_.Follow(fromList_);
     emit selectionHasChanged(scene_.SelectedCount());
 }
 
@@ -142,10 +144,15 @@ void EditorController::UpdateZoomCentre()
         view_.SetZoomCentre(-1, -1);
         return;
     }
+    const QPointF centre = BoxOf(scene_.SelectedIds()).center();
+    view_.SetZoomCentre(centre.x(), centre.y());
+}
+
+QRectF EditorController::BoxOf(const ElementIds& ids) const
+{
     const QSizeF canvas = manager_.CanvasPixels();
-    const QPointF centre =
-        ElementGeometry::Bounds(manager_.GetVideoMappings(scene_.SelectedIds())).center();
-    view_.SetZoomCentre(centre.x() * canvas.width(), centre.y() * canvas.height());
+    return QTransform::fromScale(canvas.width(), canvas.height())
+        .mapRect(ElementGeometry::Bounds(manager_.GetVideoMappings(ids)));
 }
 
 void EditorController::SetZoomStyle(int style)
@@ -246,6 +253,22 @@ void EditorController::ResizeCanvas(int width, int height, bool keepPixels)
         Push(std::make_unique<ResizeCanvasCommand>(manager_, QSize(width, height), keepPixels));
 }
 
+void EditorController::ActionFit()
+{
+    view_.FitCanvas();
+}
+
+void EditorController::ActionFitSelection()
+{
+    if (scene_.SelectedCount() > 0)
+        view_.FitPart(BoxOf(scene_.SelectedIds()));
+}
+
+void EditorController::ActionActualPixels()
+{
+    view_.ShowActualPixels();
+}
+
 void EditorController::ActionDuplicateElement()
 {
     scene_.GetGestures().Release();
@@ -304,10 +327,7 @@ void EditorController::ShowCopies(int undoIndex)
     const auto* copies = dynamic_cast<const CopiesCommand*>(step);
     if (!copies)
         return;
-    const QSizeF canvas = manager_.CanvasPixels();
-    const auto elements = manager_.GetVideoMappings(copies->GetElements());
-    view_.ShowPart(QTransform::fromScale(canvas.width(), canvas.height())
-                       .mapRect(ElementGeometry::Bounds(elements)));
+    view_.ShowPart(BoxOf(copies->GetElements()));
 }
 
 void EditorController::Push(std::unique_ptr<QUndoCommand> command)

@@ -11,6 +11,7 @@
 #include "Model/ElementCopies.h"
 #include "Model/ElementGeometry.h"
 #include "UI/Editor/ElementClipboard.h"
+#include "UI/Editor/SelectionInSight.h"
 
 class DeviceManager;
 class QUndoCommand;
@@ -54,6 +55,10 @@ public slots:
     /// Asks for the size of the canvas.
     void ActionCanvasSize();
     void ActionFlip(int direction, bool state);
+    void ActionFit();
+    /// Does nothing without a selection.
+    void ActionFitSelection();
+    void ActionActualPixels();
     /// Asks for the wall that the one selected element becomes. Does nothing for more or none.
     void ActionDuplicateElement();
     void ActionCopySelection();
@@ -88,12 +93,15 @@ private:
     void UpdateZoomCentre();
     void Push(std::unique_ptr<QUndoCommand> command);
     void ShowCopies(int undoIndex);
+    /// The box round these elements, in scene pixels.
+    [[nodiscard]] QRectF BoxOf(const ElementIds& ids) const;
 
     DeviceManager& manager_;
     QUndoStack& undoStack_;
     WeftMapEditorScene& scene_;
     WeftMapEditorView& view_;
     WeftMappedObjectTreeView& list_;
+    SelectionInSight sight_;
     ElementClipboard clipboard_;
     int undoIndex_ = 0; ///< of the step that the next redo does
     int zoomStyle_ = 0;

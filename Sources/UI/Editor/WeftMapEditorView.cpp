@@ -5,10 +5,9 @@
 
 #include <QIcon>
 #include <QLinearGradient>
-#include <QMouseEvent>
 #include <QPushButton>
+#include <QResizeEvent>
 #include <QScrollBar>
-#include <QWheelEvent>
 
 #include "Model/DeviceManager.h"
 #include "UI/Editor/EditorDisplayState.h"
@@ -18,9 +17,9 @@
 
 namespace {
 
-constexpr double Margin = 10; ///< canvas pixels round the fitted canvas
-constexpr int Reach = 100;    ///< canvases that can be scrolled over, on each side
-constexpr int WheelStep = 30; ///< of the wheel's delta, before the zoom takes a step
+constexpr double Margin = 10;     ///< canvas pixels round the fitted canvas
+constexpr double PartMargin = 24; ///< screen pixels round a part that is fitted, for its handles
+constexpr int Reach = 100;        ///< canvases that can be scrolled over, on each side
 constexpr QSize ImageButtonSize(30, 26);
 
 QPushButton* MakeImageButton(QWidget* parent, const char* name, const QString& icon,
@@ -34,21 +33,6 @@ QPushButton* MakeImageButton(QWidget* parent, const char* name, const QString& i
     button->setAccessibleName(text);
     return button;
 }
-
-/// A rubber band changes the selection of many elements with each move of the mouse: one event
-/// each.
-class BatchOf
-{
-public:
-    explicit BatchOf(QGraphicsScene* scene)
-    {
-        if (auto* editor = qobject_cast<WeftMapEditorScene*>(scene))
-            batch_.emplace(*editor);
-    }
-
-private:
-    std::optional<WeftMapEditorScene::SelectionBatch> batch_;
-};
 
 } // namespace
 
@@ -128,9 +112,11 @@ void WeftMapEditorView::UpdateMatrix()
         return;
     }
     const double scale = FitScale(CanvasSize());
+    fittedSize_ = size();
     display_->fitScaleX = static_cast<double>(static_cast<float>(scale));
     display_->fitScaleY = display_->fitScaleX;
     const double factor = scale * display_->zoom;
+    middle_.reset();
     setTransform(QTransform::fromScale(factor, factor));
     if (zoomCentre_ && shownZoom_ != display_->zoom)
         centerOn(*zoomCentre_);
@@ -163,26 +149,80 @@ void WeftMapEditorView::CanvasChanged()
     const QSize canvas = CanvasSize();
     ShowScene(canvas);
     UpdateMatrix();
-    centerOn(QPoint(canvas.width() / 2, canvas.height() / 2));
+    ShowInTheMiddle(QPointF(canvas.width(), canvas.height()) / 2);
+}
+
+// ---- What is in sight --------------------------------------------------------------------------
+
+void WeftMapEditorView::ShowInTheMiddle(QPointF place)
+{
+    centerOn(place);
+    middle_ = place; // to the last bit, where scrolling goes in whole pixels
     UpdateBackground();
 }
 
-void WeftMapEditorView::ShowPart(const QRectF& part)
+bool WeftMapEditorView::MakeReachable(const QRectF& part)
 {
     const QSize canvas = CanvasSize();
     const QRectF reach(-Reach * canvas.width(), -Reach * canvas.height(),
                        2.0 * Reach * canvas.width(), 2.0 * Reach * canvas.height());
     if (!reach.contains(part))
-        return;
+        return false;
+    if (!sceneRect().contains(part))
+        setSceneRect(sceneRect().united(part));
+    return true;
+}
+
+QRectF WeftMapEditorView::PartInSight() const
+{
+    return {mapToScene(viewport()->rect().topLeft()), mapToScene(viewport()->rect().bottomRight())};
+}
+
+void WeftMapEditorView::ShowPart(const QRectF& part)
+{
     const QRectF shown = part.adjusted(-Margin, -Margin, Margin, Margin);
-    if (!sceneRect().contains(shown))
-        setSceneRect(sceneRect().united(shown));
-    const QRectF seen(mapToScene(viewport()->rect().topLeft()),
-                      mapToScene(viewport()->rect().bottomRight()));
+    if (!MakeReachable(shown))
+        return;
+    const QRectF seen = PartInSight();
     if (shown.width() > seen.width() || shown.height() > seen.height())
         centerOn(part.center());
     else
         ensureVisible(shown, 0, 0);
+}
+
+void WeftMapEditorView::FitCanvas()
+{
+    const QSize canvas = CanvasSize();
+    ZoomTo(1);
+    ShowInTheMiddle(QPointF(canvas.width(), canvas.height()) / 2);
+}
+
+void WeftMapEditorView::FitPart(const QRectF& part)
+{
+    if (!display_ || !MakeReachable(part))
+        return;
+    const double across = (viewport()->width() - 2 * PartMargin) / std::max(part.width(), 1.0);
+    const double down = (viewport()->height() - 2 * PartMargin) / std::max(part.height(), 1.0);
+    ZoomTo(std::min(across, down) / display_->fitScaleX);
+    QRectF seen = PartInSight();
+    seen.moveCenter(part.center());
+    MakeReachable(seen);
+    ShowInTheMiddle(part.center());
+}
+
+void WeftMapEditorView::ShowActualPixels()
+{
+    if (display_)
+        ZoomTo(1 / (display_->fitScaleX * devicePixelRatioF()));
+}
+
+void WeftMapEditorView::ZoomTo(double zoom)
+{
+    if (!display_)
+        return;
+    display_->SetZoom(zoom);
+    UpdateMatrix();
+    emit updateZoomWidgets();
 }
 
 void WeftMapEditorView::SetZoomCentre(double x, double y)
@@ -203,61 +243,26 @@ void WeftMapEditorView::PlaceButtons()
 
 void WeftMapEditorView::resizeEvent(QResizeEvent* event)
 {
-    UpdateMatrix();
+    // Also when a scroll bar comes or goes, which changes the viewport alone.
+    const bool isResized = size() != fittedSize_;
+    // What is in the middle stays there, wherever the mouse is, and to the last bit while a window
+    // is dragged larger in many steps.
+    std::optional<QPointF> middle = middle_;
+    if (!middle && isResized && event->oldSize().isValid())
+        middle = mapToScene(QRect(QPoint(), event->oldSize()).center());
+    if (isResized) {
+        setTransformationAnchor(NoAnchor);
+        UpdateMatrix();
+        setTransformationAnchor(AnchorUnderMouse);
+    }
     QGraphicsView::resizeEvent(event);
+    if (middle)
+        ShowInTheMiddle(*middle);
     PlaceButtons();
 }
 
-void WeftMapEditorView::wheelEvent(QWheelEvent* event)
+void WeftMapEditorView::scrollContentsBy(int dx, int dy)
 {
-    if (event->modifiers() != Qt::ControlModifier || !display_) {
-        QGraphicsView::wheelEvent(event);
-        return;
-    }
-    event->accept();
-    wheelAccumulator_ += event->angleDelta().y();
-    if (wheelAccumulator_ >= -WheelStep && wheelAccumulator_ <= WheelStep)
-        return;
-    if (wheelAccumulator_ > WheelStep)
-        display_->ZoomIn();
-    else
-        display_->ZoomOut();
-    wheelAccumulator_ = 0;
-    UpdateMatrix();
-    emit updateZoomWidgets();
-}
-
-void WeftMapEditorView::mousePressEvent(QMouseEvent* event)
-{
-    if (event->button() == Qt::LeftButton && event->modifiers() == Qt::ControlModifier) {
-        panStart_ = event->pos();
-        panning_ = true;
-        viewport()->setCursor(Qt::ClosedHandCursor);
-        return;
-    }
-    const BatchOf batch(scene());
-    QGraphicsView::mousePressEvent(event);
-}
-
-void WeftMapEditorView::mouseMoveEvent(QMouseEvent* event)
-{
-    if (!panning_) {
-        const BatchOf batch(scene());
-        QGraphicsView::mouseMoveEvent(event);
-        return;
-    }
-    const QPoint way = panStart_ - event->pos();
-    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + way.x());
-    verticalScrollBar()->setValue(verticalScrollBar()->value() + way.y());
-    panStart_ = event->pos();
-}
-
-void WeftMapEditorView::mouseReleaseEvent(QMouseEvent* event)
-{
-    if (panning_ && event->button() == Qt::LeftButton) {
-        viewport()->setCursor(Qt::ArrowCursor);
-        panStart_ = QPoint();
-        panning_ = false;
-    }
-    QGraphicsView::mouseReleaseEvent(event);
+    middle_.reset();
+    QGraphicsView::scrollContentsBy(dx, dy);
 }

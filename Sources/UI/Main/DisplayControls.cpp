@@ -7,19 +7,23 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QSignalBlocker>
+#include <QStandardItemModel>
 
 #include "Settings/SettingsBlock.h"
+#include "UI/Editor/EditorController.h"
 #include "UI/Editor/EditorDisplayState.h"
 
 DisplayControls::DisplayControls(EditorDisplayState& display, SettingsBlock& settings,
-                                 QWidget& window)
+                                 EditorController& editor, QWidget& window)
     : display_(display)
     , settings_(settings)
+    , editor_(editor)
     , actions_(window)
     , combo_(new QComboBox(&window))
 {
-    FillCombo();
+    AddZoomActions();
     AddActions();
+    FillCombo();
 }
 
 void DisplayControls::FillCombo()
@@ -32,11 +36,47 @@ void DisplayControls::FillCombo()
     combo_->setCompleter(nullptr);
     combo_->setInputMethodHints(Qt::ImhNoPredictiveText);
     combo_->setMaximumWidth(96);
+    combo_->setToolTip(tr("100% fits the whole canvas into the window.\nType a number from 1% to "
+                          "10,000% and press Enter."));
+    for (const QAction* fit : fits_) {
+        combo_->addItem(fit->text().remove(QLatin1Char('&')));
+        auto* entry = qobject_cast<QStandardItemModel*>(combo_->model())->item(combo_->count() - 1);
+        entry->setEnabled(fit->isEnabled());
+        connect(fit, &QAction::changed, this,
+                [entry, fit] { entry->setEnabled(fit->isEnabled()); });
+    }
     for (const double preset : display_.zoomPresets)
         combo_->addItem(ZoomText(preset));
-    connect(combo_, &QComboBox::textActivated, this, &DisplayControls::ActionOnZoomCombo);
-    connect(combo_->lineEdit(), &QLineEdit::returnPressed, this,
-            [this] { ActionOnZoomCombo(combo_->lineEdit()->text()); });
+    combo_->setMaxVisibleItems(combo_->count());
+    connect(combo_, qOverload<int>(&QComboBox::activated), this, &DisplayControls::Choose);
+    connect(combo_->lineEdit(), &QLineEdit::editingFinished, this, &DisplayControls::TakeTypedZoom);
+}
+
+void DisplayControls::AddZoomActions()
+{
+    const auto add = [this](const ActionRow& row, void (EditorController::*slot)()) {
+        fits_.push_back(actions_.Add(row, &editor_, slot));
+        return fits_.back();
+    };
+    add({.objectName = "actionZoom_Fit",
+         .text = QT_TRANSLATE_NOOP("WEFTMain", "&Fit"),
+         .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Show the whole canvas, at 100%"),
+         .shortcut = "Ctrl+0"},
+        &EditorController::ActionFit);
+    QAction* selection =
+        add({.objectName = "actionZoom_Fit_Selection",
+             .text = QT_TRANSLATE_NOOP("WEFTMain", "Fit &Selection"),
+             .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Show what is selected, as large as it goes"),
+             .shortcut = "Ctrl+Shift+0"},
+            &EditorController::ActionFitSelection);
+    add({.objectName = "actionZoom_Actual_Pixels",
+         .text = QT_TRANSLATE_NOOP("WEFTMain", "&1:1"),
+         .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Show a canvas pixel on each screen pixel"),
+         .shortcut = "Ctrl+1"},
+        &EditorController::ActionActualPixels);
+    selection->setEnabled(false);
+    connect(&editor_, &EditorController::selectionHasChanged, selection,
+            [selection](int count) { selection->setEnabled(count > 0); });
 }
 
 void DisplayControls::AddActions()
@@ -125,11 +165,27 @@ void DisplayControls::ActionZoomOut()
 
 void DisplayControls::ActionOnZoomCombo(const QString& text)
 {
-    const auto zoom = ZoomFromText(text);
-    if (!zoom)
-        return;
-    display_.SetZoom(*zoom);
+    if (const auto zoom = ZoomFromText(text))
+        display_.SetZoom(*zoom);
     FollowZoom();
+}
+
+void DisplayControls::Choose(int entry)
+{
+    const auto number = static_cast<std::size_t>(entry);
+    if (number < fits_.size())
+        fits_[number]->trigger();
+    else
+        ActionOnZoomCombo(combo_->itemText(entry));
+}
+
+/// After Return, and when the field is left. The text that stands there for the present zoom is cut
+/// off and means another one.
+void DisplayControls::TakeTypedZoom()
+{
+    const QString typed = combo_->lineEdit()->text();
+    if (typed != ZoomText(display_.zoom))
+        ActionOnZoomCombo(typed);
 }
 
 void DisplayControls::FollowZoom()
@@ -147,6 +203,7 @@ void DisplayControls::UpdateZoomWidgets()
     const auto nearest = std::ranges::min_element(display_.zoomPresets, {}, [this](double preset) {
         return std::abs(preset - display_.zoom);
     });
-    combo_->setCurrentIndex(static_cast<int>(nearest - display_.zoomPresets.begin()));
+    combo_->setCurrentIndex(
+        static_cast<int>(fits_.size() + (nearest - display_.zoomPresets.begin())));
     combo_->setEditText(ZoomText(display_.zoom));
 }

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <vector>
+
 #include <QObject>
 
 #include "UI/Widgets/ActionSet.h"
 
+class EditorController;
 class QComboBox;
 class SettingsBlock;
 struct EditorDisplayState;
@@ -16,8 +19,9 @@ class DisplayControls : public QObject
     Q_OBJECT
 
 public:
-    /// All three outlive this object; `window` owns the combo `zoomCombo` and the actions.
-    DisplayControls(EditorDisplayState& display, SettingsBlock& settings, QWidget& window);
+    /// All of them outlive this object; `window` owns the combo `zoomCombo` and the actions.
+    DisplayControls(EditorDisplayState& display, SettingsBlock& settings, EditorController& editor,
+                    QWidget& window);
 
     /// Shows and takes over what the user's settings say, when they were loaded.
     void TakeSettings();
@@ -28,6 +32,7 @@ public:
 public slots:
     void ActionZoomIn();
     void ActionZoomOut();
+    /// Takes a zoom that was typed. A text that is no number gives way to the present zoom.
     void ActionOnZoomCombo(const QString& text);
     void ActionDisplayPixelGrid();
     void ActionToggleSnapToGrid();
@@ -43,13 +48,18 @@ signals:
     void snapChanged();
 
 private:
+    void AddZoomActions();
     void AddActions();
     void FillCombo();
+    void Choose(int entry);
+    void TakeTypedZoom();
     void FollowZoom();
 
     EditorDisplayState& display_;
     SettingsBlock& settings_;
+    EditorController& editor_;
     ActionSet actions_;
+    std::vector<QAction*> fits_; ///< the first entries of the combo
     QComboBox* combo_;
     QAction* grid_ = nullptr;
     QAction* snap_ = nullptr;

@@ -182,7 +182,7 @@ void WEFTMain::BuildDocument()
     unsavedWork_ = std::make_unique<UnsavedWork>(*deviceManager_, *nodeModel_);
     editorActions_ = std::make_unique<EditorActionSet>(
         EditorActionSet::Parts{*editor_, *scene_, *elementList_->View(), undoStack_, *this});
-    displayControls_ = std::make_unique<DisplayControls>(display_, settings_, *this);
+    displayControls_ = std::make_unique<DisplayControls>(display_, settings_, *editor_, *this);
     inspector_ = std::make_unique<InspectorInWindow>(InspectorInWindow::Parts{
         *deviceManager_, *nodeModel_, *engine_, *network_, undoStack_, boxes_, *scene_, *editor_,
         display_, *displayControls_, *form_, *this});
