@@ -157,8 +157,14 @@ Placement Resized(const Placement& old, double rotation, int corner, QSizeF grow
     const QPointF shift(side.x * grown.width() / 2, side.y * grown.height() / 2);
     placed.centre += TurnedAbout(shift, QPointF(), rotation);
     if (snap)
-        placed.centre = SnappedCentre(placed.centre, placed.size);
+        placed.centre = SnappedCentre(placed.centre, CoveredSize(placed.size, rotation));
     return placed;
+}
+
+QSizeF CoveredSize(QSizeF size, double rotation)
+{
+    const bool liesOnItsSide = std::abs(std::fmod(rotation, 180)) == 90;
+    return liesOnItsSide ? size.transposed() : size;
 }
 
 QPointF SnappedCentre(QPointF centre, QSizeF size)

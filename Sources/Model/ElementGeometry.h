@@ -71,9 +71,13 @@ enum Corner : int
                                   bool snap);
 
 /// The element after growing from `corner`: the opposite corner, or side, stays where it is on the
-/// scene. With `snap` the top left of the unturned rectangle goes to a whole pixel.
+/// scene. With `snap` its corners go to whole pixels, see CoveredSize.
 [[nodiscard]] Placement Resized(const Placement& old, double rotation, int corner, QSizeF growth,
                                 bool snap);
+
+/// The width and height that an element covers: an element that lies on its side covers its height
+/// and its width. At an angle between, which no grid fits, the unturned rectangle counts.
+[[nodiscard]] QSizeF CoveredSize(QSizeF size, double rotation);
 
 /// The centre for which the top left lies on whole pixels, halves going up.
 [[nodiscard]] QPointF SnappedCentre(QPointF centre, QSizeF size);

@@ -10,7 +10,7 @@
 #include "Model/ElementGeometry.h"
 #include "UI/Commands/ValueCommand.h"
 
-/// The numbers that the commands are known by. None of them merges with another.
+/// The numbers that the commands are known by. Only moves merge, see MoveCommand.
 enum CommandId : int
 {
     SizeCommandId = 2,
@@ -28,7 +28,7 @@ class ElementCommand : public ValueCommand<ElementMapping>
 {
 public:
     /// Shows what the elements become while a gesture still runs. The document counts as changed
-    /// only with redo, so that a gesture which ends where it began changes nothing at all.
+    /// only with the step, so that a gesture which ends where it began changes nothing at all.
     void Preview() const { Set(after_); }
 
 protected:

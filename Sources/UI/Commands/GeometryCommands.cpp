@@ -46,6 +46,15 @@ void MoveCommand::MoveTo(std::optional<double> left, std::optional<double> top)
     });
 }
 
+bool MoveCommand::mergeWith(const QUndoCommand* next)
+{
+    const auto* move = dynamic_cast<const MoveCommand*>(next);
+    if (!move || !move->goesOn_ || move->before_ != after_)
+        return false;
+    after_ = move->after_;
+    return true;
+}
+
 SizeRectangleCommand::SizeRectangleCommand(DeviceManager& manager, const ElementIds& ids)
     : ElementCommand(manager, ids, QObject::tr("Resize Fixture"))
 {}

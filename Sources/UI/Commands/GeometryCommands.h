@@ -11,7 +11,7 @@
 // The edits of geometry. `manager` outlives each command. What elements become is set once, or
 // again and again while a gesture runs, and counts from what they were when the command was made.
 
-/// Moves elements by the mouse, or to a typed place.
+/// Moves elements by the mouse, by keys, or to a typed place.
 class MoveCommand final : public ElementCommand
 {
 public:
@@ -20,8 +20,15 @@ public:
     void MoveBy(QPointF delta);
     /// The left and top edges that all elements get, as far as they are given.
     void MoveTo(std::optional<double> left, std::optional<double> top);
+    /// This move goes on with the one before, as those of a held key do: one step for both, when
+    /// the one before ended where this one begins.
+    void GoOn() { goesOn_ = true; }
 
     [[nodiscard]] int id() const override { return MoveCommandId; }
+    bool mergeWith(const QUndoCommand* next) override;
+
+private:
+    bool goesOn_ = false;
 };
 
 /// Resizes elements by a grabber, or to a typed size.

@@ -5,6 +5,7 @@
 
 #include <QUndoStack>
 
+#include "Model/DeviceManager.h"
 #include "UI/Commands/GeometryCommands.h"
 #include "UI/Commands/PushStep.h"
 #include "UI/Editor/EditorDisplayState.h"
@@ -82,6 +83,29 @@ void SceneGestures::RotateGroupGesture(GesturePhase phase, double degrees)
     }
 }
 
+QPointF SceneGestures::WayOf(const ElementGeometry::Placement& from, double rotation, QPointF delta)
+{
+    const QSizeF covered = ElementGeometry::CoveredSize(from.size, rotation);
+    const QPointF to = snap_.Apply(from.centre + delta, covered, parts_.display.snapToGrid);
+    return ElementGeometry::WithoutRounding(to - from.centre);
+}
+
+void SceneGestures::Nudge(QPointF delta, bool goesOn)
+{
+    const ElementIds ids = parts_.selection.Ids();
+    const auto elements = parts_.manager.GetVideoMappings(ids);
+    if (elements.empty() || IsDragging())
+        return;
+    const VideoMapping& first = elements.front().video;
+    snap_.Clear();
+    auto move = std::make_unique<MoveCommand>(parts_.manager, ids);
+    move->MoveBy(WayOf(ElementGeometry::PlacementOf(first, parts_.manager.CanvasPixels()),
+                       static_cast<double>(first.rotation), delta));
+    if (goesOn)
+        move->GoOn();
+    PushStep(parts_.undoStack, std::move(move));
+}
+
 void SceneGestures::Abandon()
 {
     move_.reset();
@@ -133,20 +157,15 @@ void SceneGestures::TakeRotationHandle(const MappingRectangle& item, QPointF at)
 
 void SceneGestures::DragTo(QPointF to)
 {
-    const bool snap = parts_.display.snapToGrid;
     switch (drag_) {
     case Drag::None:
         break;
-    case Drag::Move: {
-        const QPointF wanted = start_.centre + (to - pressed_);
-        MoveGesture(GesturePhase::Update,
-                    ElementGeometry::WithoutRounding(snap_.Apply(wanted, start_.size, snap) -
-                                                     start_.centre));
+    case Drag::Move:
+        MoveGesture(GesturePhase::Update, WayOf(start_, startRotation_, to - pressed_));
         break;
-    }
     case Drag::Corner: {
-        const QSizeF growth = ElementGeometry::CornerGrowth(corner_, start_.size, startRotation_,
-                                                            to - pressed_, snap);
+        const QSizeF growth = ElementGeometry::CornerGrowth(
+            corner_, start_.size, startRotation_, to - pressed_, parts_.display.snapToGrid);
         if (growth == growth_)
             break;
         growth_ = growth;

@@ -60,6 +60,9 @@ public:
     /// Turns the group about its middle. `degrees` is an angle whose difference to that of the
     /// start counts.
     void RotateGroupGesture(GesturePhase phase, double degrees);
+    /// Moves by this much as a step, to whole pixels when elements snap. `goesOn` adds it to the
+    /// step of the nudge before, for a key that is held.
+    void Nudge(QPointF delta, bool goesOn);
     /// Forgets what is pending, as when the elements go away. The model stays as it is.
     void Abandon();
 
@@ -85,6 +88,9 @@ private:
     };
 
     void Begin(Drag drag, const MappingRectangle& item, QPointF at);
+    /// How far an element goes that is to go by `delta`.
+    [[nodiscard]] QPointF WayOf(const ElementGeometry::Placement& from, double rotation,
+                                QPointF delta);
     template <class Command>
     void Finish(std::unique_ptr<Command>& pending);
 

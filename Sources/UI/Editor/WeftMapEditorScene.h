@@ -154,9 +154,12 @@ private:
     /// Begins a gesture when a handle is under the press.
     bool TakeHandle(QGraphicsSceneMouseEvent& event);
     void TakeItem(MappingRectangle& item, QPointF pressed);
+    void Nudge(const QKeyEvent& key);
     /// The element or group body that holds the mouse; null when none does.
     [[nodiscard]] MappingRectangle* PressedRectangle() const;
-    void ShowDragPreview(std::int64_t fixtureID);
+    /// A fixture is shown on its way where it would be dropped: about the mouse, its corners on
+    /// whole pixels.
+    void ShowDragPreview(std::int64_t fixtureID, QPointF at);
     void DropFixture(std::int64_t fixtureID, QPointF place);
 
     DeviceManager& manager_;

@@ -14,10 +14,10 @@
 #include <QUndoStack>
 #include <QUrl>
 
-#include "FixtureModel/Rounding.h"
 #include "Log/Log.h"
 #include "Model/DeviceManager.h"
 #include "Model/DeviceModel.h"
+#include "Model/ElementGeometry.h"
 #include "UI/Commands/PlacementCommands.h"
 #include "UI/Editor/GraphCornerGrabber.h"
 
@@ -48,6 +48,20 @@ QString DroppedDocument(const QMimeData& data)
     const bool isDocument = text.startsWith(QLatin1String("file:///")) &&
                             text.endsWith(QLatin1String(".wfm"), Qt::CaseInsensitive);
     return isDocument ? url.toLocalFile() : QString();
+}
+
+QPointF DirectionOf(int arrowKey)
+{
+    switch (arrowKey) {
+    case Qt::Key_Left:
+        return {-1, 0};
+    case Qt::Key_Right:
+        return {1, 0};
+    case Qt::Key_Up:
+        return {0, -1};
+    default:
+        return {0, 1};
+    }
 }
 
 void Accept(QGraphicsSceneDragDropEvent& event)
@@ -88,9 +102,12 @@ Qt::CursorShape WeftMapEditorScene::CursorAt(QPointF scenePoint) const
 
 bool WeftMapEditorScene::TakeHandle(QGraphicsSceneMouseEvent& event)
 {
-    // Handles come before all items: small elements have theirs outside.
+    // Handles come before all items: small elements have theirs outside. Ctrl alone is a click that
+    // takes an element from the selection, wherever on it.
     const QPointF at = event.scenePos();
-    MappingRectangle* item = event.button() == Qt::LeftButton ? ItemWithHandleAt(at) : nullptr;
+    const bool mayTake =
+        event.button() == Qt::LeftButton && event.modifiers() != Qt::ControlModifier;
+    MappingRectangle* item = mayTake ? ItemWithHandleAt(at) : nullptr;
     if (!item)
         return false;
     rubberBand_ = false;
@@ -169,7 +186,7 @@ void WeftMapEditorScene::mouseReleaseEvent(QGraphicsSceneMouseEvent* event)
         gestures_.Release();
     if (SelectedCount() < 2)
         overlay_.Remove();
-    if (rubberBand_)
+    if (rubberBand_ || event->modifiers().testFlag(Qt::ControlModifier))
         emit selectionEnded(SelectedCount());
     rubberBand_ = false;
     emit sceneClick();
@@ -206,15 +223,21 @@ void WeftMapEditorScene::keyPressEvent(QKeyEvent* event)
     case Qt::Key_Up:
     case Qt::Key_Right:
     case Qt::Key_Down:
-        // Arrow keys neither move elements nor scroll away from them.
-        if (!gestures_.IsDragging()) {
-            gestures_.MoveGesture(GesturePhase::Start);
-            ShowGroupOverlay();
-        }
+        Nudge(*event); // Without a selection, too, the keys don't scroll.
         break;
     default:
         QGraphicsScene::keyPressEvent(event);
     }
+}
+
+void WeftMapEditorScene::Nudge(const QKeyEvent& key)
+{
+    constexpr double far = 10;
+    const Qt::KeyboardModifiers modifiers = key.modifiers() & ~Qt::KeypadModifier;
+    if (modifiers != Qt::NoModifier && modifiers != Qt::ShiftModifier)
+        return;
+    const double pixels = modifiers == Qt::ShiftModifier ? far : 1;
+    gestures_.Nudge(DirectionOf(key.key()) * pixels, key.isAutoRepeat());
 }
 
 // ---- Context menu ------------------------------------------------------------------------------
@@ -274,7 +297,7 @@ void WeftMapEditorScene::contextMenuEvent(QGraphicsSceneContextMenuEvent* event)
 
 // ---- Drag and drop -----------------------------------------------------------------------------
 
-void WeftMapEditorScene::ShowDragPreview(std::int64_t fixtureID)
+void WeftMapEditorScene::ShowDragPreview(std::int64_t fixtureID, QPointF at)
 {
     int width = 0;
     int height = 0;
@@ -286,7 +309,8 @@ void WeftMapEditorScene::ShowDragPreview(std::int64_t fixtureID)
         dragPreview_->setZValue(1);
         addItem(dragPreview_.get());
     }
-    dragPreview_->SetPlacement({QPointF(width / 2.0, height / 2.0), QSizeF(width, height)});
+    const QSizeF size(width, height);
+    dragPreview_->SetPlacement({ElementGeometry::SnappedCentre(at, size), size});
 }
 
 void WeftMapEditorScene::dragEnterEvent(QGraphicsSceneDragDropEvent* event)
@@ -294,7 +318,7 @@ void WeftMapEditorScene::dragEnterEvent(QGraphicsSceneDragDropEvent* event)
     event->ignore();
     for (const QString& format : event->mimeData()->formats()) {
         if (format == FixtureFormat) {
-            ShowDragPreview(FixtureId(*event->mimeData()));
+            ShowDragPreview(FixtureId(*event->mimeData()), event->scenePos());
             Accept(*event);
             return;
         }
@@ -308,10 +332,8 @@ void WeftMapEditorScene::dragMoveEvent(QGraphicsSceneDragDropEvent* event)
     event->accept();
     if (!dragPreview_)
         return;
-    const QSizeF size = dragPreview_->GetSize();
-    const QPointF topLeft = event->scenePos() - QPointF(size.width() / 2, size.height() / 2);
-    dragPreview_->setPos(QPointF(Rounding::HalfUp(topLeft.x()), Rounding::HalfUp(topLeft.y())) +
-                         QPointF(size.width() / 2, size.height() / 2));
+    dragPreview_->setPos(
+        ElementGeometry::SnappedCentre(event->scenePos(), dragPreview_->GetSize()));
 }
 
 void WeftMapEditorScene::dragLeaveEvent(QGraphicsSceneDragDropEvent*)
@@ -354,8 +376,9 @@ void WeftMapEditorScene::DropFixture(std::int64_t fixtureID, QPointF place)
     RemoveOverlays();
     MappedObjectParams params;
     params.ipconf = QStringLiteral("Auto");
-    params.posX = static_cast<float>(Rounding::HalfUp(place.x() - width / 2.0));
-    params.posY = static_cast<float>(Rounding::HalfUp(place.y() - height / 2.0));
+    const QPointF centre = ElementGeometry::SnappedCentre(place, QSizeF(width, height));
+    params.posX = static_cast<float>(centre.x());
+    params.posY = static_cast<float>(centre.y());
     params.width = static_cast<float>(width);
     params.height = static_cast<float>(height);
     params.fixtureID = fixtureID;

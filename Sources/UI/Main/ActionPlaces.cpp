@@ -71,6 +71,9 @@ constexpr std::array toolBar = {
     Separator,          "actionCrop_Canvas",   "actionZoom_Out",
     "zoomCombo",        "actionZoom_In",       Separator};
 
+constexpr std::array keysOfElements = {"actionActionDelete", "actionSelect_All", "actionZoom_In",
+                                       "actionZoom_Out"};
+
 } // namespace
 
 std::span<const ActionPlaces::Menu> ActionPlaces::MenuBar()
@@ -81,4 +84,9 @@ std::span<const ActionPlaces::Menu> ActionPlaces::MenuBar()
 std::span<const char* const> ActionPlaces::ToolBar()
 {
     return toolBar;
+}
+
+std::span<const char* const> ActionPlaces::KeysOfElements()
+{
+    return keysOfElements;
 }

@@ -21,4 +21,8 @@ struct Menu
 /// The tool bar up to the network panel.
 [[nodiscard]] std::span<const char* const> ToolBar();
 
+/// The actions whose keys are for the elements alone: they work while the canvas or the list of the
+/// elements has the focus.
+[[nodiscard]] std::span<const char* const> KeysOfElements();
+
 } // namespace ActionPlaces

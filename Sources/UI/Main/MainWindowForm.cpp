@@ -60,6 +60,7 @@ void MainWindowForm::SetUpCentre()
     row->setContentsMargins(0, 0, 0, 0);
     mappingEditorView = new WeftMapEditorView(centralwidget);
     mappingEditorView->setObjectName(QStringLiteral("mappingEditorView"));
+    mappingEditorView->setFocus(); // where the keys go at first
     row->addWidget(mappingEditorView, 1);
     objectInspectorPannel = new QFrame(centralwidget);
     objectInspectorPannel->setObjectName(QStringLiteral("objectInspectorPannel"));
@@ -134,6 +135,10 @@ void MainWindowForm::PlaceActions()
     }
     for (const char* entry : ActionPlaces::ToolBar())
         PlaceInToolBar(entry);
+    auto* elements = window_.findChild<QWidget*>(QStringLiteral("mappedTreeView"));
+    for (const char* name : ActionPlaces::KeysOfElements())
+        KeepKeysTo(*window_.findChild<QAction*>(QLatin1String(name)),
+                   {mappingEditorView, elements});
 }
 
 void MainWindowForm::Place(const char* entry, QMenu& menu)

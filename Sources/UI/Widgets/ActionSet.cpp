@@ -2,6 +2,7 @@
 #include "UI/Widgets/ActionSet.h"
 
 #include <QCoreApplication>
+#include <QShortcut>
 #include <QWidget>
 
 QIcon ActionIcon(const char* file)
@@ -12,6 +13,24 @@ QIcon ActionIcon(const char* file)
 QString WindowText(const char* text)
 {
     return QCoreApplication::translate("WEFTMain", text);
+}
+
+void KeepKeysTo(QAction& action, std::initializer_list<QWidget*> widgets)
+{
+    action.setShortcutContext(Qt::WidgetShortcut);
+    for (QWidget* widget : widgets) {
+        if (widget->actions().contains(&action))
+            continue; // It has the keys already.
+        for (const QKeySequence& keys : action.shortcuts()) {
+            auto* shortcut = new QShortcut(widget);
+            shortcut->setKey(keys);
+            shortcut->setContext(Qt::WidgetShortcut);
+            QObject::connect(shortcut, &QShortcut::activated, &action, [&action] {
+                if (action.isEnabled())
+                    action.trigger();
+            });
+        }
+    }
 }
 
 ActionSet::ActionSet(QWidget& window)

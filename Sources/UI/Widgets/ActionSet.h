@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <initializer_list>
+
 #include <QAction>
 #include <QIcon>
 
@@ -23,6 +25,10 @@ struct ActionRow
 
 /// A text of the window in the user's language.
 [[nodiscard]] QString WindowText(const char* text);
+
+/// Lets the action's keys work only while one of these widgets has the focus: in another place they
+/// type, or mean something else. Menus go on showing them.
+void KeepKeysTo(QAction& action, std::initializer_list<QWidget*> widgets);
 
 /// The actions of one room, which adds each one beside what performs it. Where an action goes in
 /// menus and tool bar is decided in UI/Main, by its object name.

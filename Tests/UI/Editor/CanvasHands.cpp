@@ -17,14 +17,14 @@ void CanvasHands::SendMouse(QEvent::Type type, QPointF at, Qt::MouseButton butto
     QApplication::sendEvent(View().viewport(), &event);
 }
 
-void CanvasHands::Press(QPointF at, Qt::KeyboardModifiers keys)
+void CanvasHands::Press(QPointF at, Qt::KeyboardModifiers keys, Qt::MouseButton button)
 {
-    SendMouse(QEvent::MouseButtonPress, at, Qt::LeftButton, Qt::LeftButton, keys);
+    SendMouse(QEvent::MouseButtonPress, at, button, button, keys);
 }
 
-void CanvasHands::MoveTo(QPointF to, Qt::KeyboardModifiers keys)
+void CanvasHands::MoveTo(QPointF to, Qt::KeyboardModifiers keys, Qt::MouseButton button)
 {
-    SendMouse(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, keys);
+    SendMouse(QEvent::MouseMove, to, Qt::NoButton, button, keys);
 }
 
 void CanvasHands::Hover(QPointF to)
@@ -32,24 +32,24 @@ void CanvasHands::Hover(QPointF to)
     SendMouse(QEvent::MouseMove, to, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
 }
 
-void CanvasHands::Release(QPointF at, Qt::KeyboardModifiers keys)
+void CanvasHands::Release(QPointF at, Qt::KeyboardModifiers keys, Qt::MouseButton button)
 {
-    SendMouse(QEvent::MouseButtonRelease, at, Qt::LeftButton, Qt::NoButton, keys);
+    SendMouse(QEvent::MouseButtonRelease, at, button, Qt::NoButton, keys);
 }
 
-void CanvasHands::Click(QPointF at)
+void CanvasHands::Click(QPointF at, Qt::KeyboardModifiers keys)
 {
-    Press(at);
-    Release(at);
+    Press(at, keys);
+    Release(at, keys);
 }
 
-void CanvasHands::Drag(QPointF from, QPointF to)
+void CanvasHands::Drag(QPointF from, QPointF to, Qt::KeyboardModifiers keys)
 {
     constexpr int steps = 5;
-    Press(from);
+    Press(from, keys);
     for (int step = 1; step <= steps; ++step)
-        MoveTo(from + (to - from) * step / steps);
-    Release(to);
+        MoveTo(from + (to - from) * step / steps, keys);
+    Release(to, keys);
 }
 
 void CanvasHands::QuickDrag(QPointF from, QPointF to)
@@ -68,9 +68,18 @@ void CanvasHands::Wheel(QPointF at, int delta, Qt::KeyboardModifiers keys)
     QApplication::sendEvent(View().viewport(), &event);
 }
 
-void CanvasHands::Key(Qt::Key key)
+void CanvasHands::Key(Qt::Key key, Qt::KeyboardModifiers keys)
 {
-    QTest::keyClick(&View(), key);
+    QTest::keyClick(&View(), key, keys);
+}
+
+void CanvasHands::HoldKey(Qt::Key key, int times)
+{
+    for (int i = 0; i < times; ++i) {
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, QString(), i > 0);
+        QApplication::sendEvent(&View(), &press);
+    }
+    QTest::keyRelease(&View(), key);
 }
 
 void CanvasHands::DropData(const QString& format, const QByteArray& data, QPointF at)

@@ -4,6 +4,7 @@
 #include "Model/DeviceModel.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
+#include "Model/MappedObjectListProxy.h"
 #include "UI/Editor/EditorActionSet.h"
 
 #include <gtest/gtest.h>
@@ -12,6 +13,7 @@
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QScrollBar>
+#include <QTest>
 #include <QTimer>
 
 namespace {
@@ -49,7 +51,7 @@ protected:
 
 // ---- The view ----------------------------------------------------------------------------------
 
-TEST_F(Canvas, ControlAndWheelZoomControlAndDragPan)
+TEST_F(Canvas, ControlAndWheelZoomAndThreeWaysPan)
 {
     stage.Wheel({50, 50}, 20);
     EXPECT_EQ(stage.display.zoom, 1.0);
@@ -62,13 +64,58 @@ TEST_F(Canvas, ControlAndWheelZoomControlAndDragPan)
 
     for (int i = 0; i < 6; ++i)
         stage.Wheel({50, 50}, 120);
-    const int across = stage.view->horizontalScrollBar()->value();
-    const QPointF from = stage.view->mapToScene(400, 300);
-    stage.Press(from, Qt::ControlModifier);
-    stage.MoveTo(stage.view->mapToScene(380, 300), Qt::ControlModifier);
-    stage.Release(stage.view->mapToScene(400, 300), Qt::ControlModifier);
-    EXPECT_EQ(stage.view->horizontalScrollBar()->value(), across + 20);
-    EXPECT_EQ(stage.scene->SelectedCount(), 0);
+    // Neither selects, nor moves what is under the mouse.
+    const auto id = stage.Place(bar, {50, 50}, {30, 80});
+    const auto at = [this](int x) {
+        return stage.view->mapToScene(x, 300);
+    };
+    struct Way
+    {
+        Qt::MouseButton button;
+        Qt::KeyboardModifiers keys;
+        bool space;
+    };
+    for (const auto& [button, keys, space] :
+         {Way{Qt::LeftButton, Qt::ControlModifier, false},
+          Way{Qt::MiddleButton, Qt::NoModifier, false}, Way{Qt::LeftButton, Qt::NoModifier, true}})
+    {
+        const int across = stage.view->horizontalScrollBar()->value();
+        if (space)
+            QTest::keyPress(stage.view, Qt::Key_Space);
+        stage.Press(at(400), keys, button);
+        EXPECT_EQ(stage.view->viewport()->cursor().shape(), Qt::ClosedHandCursor);
+        stage.MoveTo(at(380), keys, button);
+        stage.Release(at(400), keys, button);
+        EXPECT_EQ(stage.view->horizontalScrollBar()->value(), across + 20);
+        EXPECT_EQ(stage.scene->SelectedCount(), 0);
+        if (space)
+            QTest::keyRelease(stage.view, Qt::Key_Space);
+        EXPECT_EQ(stage.view->viewport()->cursor().shape(), Qt::ArrowCursor);
+    }
+    stage.Drag(at(400), at(440));
+    EXPECT_GT(stage.PlaceOf(id).centre.x(), 51) << "without them a drag moves it";
+}
+
+TEST_F(Canvas, TheZoomFitsTheCanvasTheSelectionOrTheScreen)
+{
+    stage.Place(bar, {20, 20}, {12, 4});
+    const auto wide = stage.Place(bar, {150, 30}, {60, 4}); // beyond the canvas
+    stage.controller->ActionFitSelection();
+    EXPECT_EQ(stage.display.zoom, 1.0) << "nothing is selected";
+    stage.scene->SetSelected(wide, true);
+    stage.controller->ActionFitSelection();
+    const QRect view = stage.view->viewport()->rect();
+    const auto apartFromMiddle = [&](QPointF place) {
+        return (stage.OnScreen(place) - view.center()).manhattanLength();
+    };
+    EXPECT_LE(apartFromMiddle({150, 30}), 3);
+    EXPECT_NEAR(stage.OnScreen({180, 30}).x() - stage.OnScreen({120, 30}).x(), view.width() - 48,
+                2);
+    stage.controller->ActionActualPixels();
+    EXPECT_NEAR(stage.view->transform().m11(), 1, 1e-6);
+    stage.controller->ActionFit();
+    EXPECT_EQ(stage.display.zoom, 1.0);
+    EXPECT_LE(apartFromMiddle({50, 50}), 3);
 }
 
 TEST_F(Canvas, TheZoomMayFollowTheSelection)
@@ -143,6 +190,47 @@ TEST_F(Canvas, OneSelectionShowsInCanvasAndList)
     EXPECT_EQ(stage.undo.count(), 0);
 }
 
+TEST_F(Canvas, ListAndCanvasScrollToWhatIsSelectedInTheOther)
+{
+    std::vector<std::int64_t> ids;
+    for (int i = 0; i < 100; ++i)
+        ids.push_back(stage.Place(bar, {5 + 0.9 * i, 5 + 0.9 * i}, {1, 1}));
+    QApplication::processEvents();
+    QScrollBar& rows = *stage.list->verticalScrollBar();
+    ASSERT_GT(rows.maximum(), 0);
+    const auto rowOf = [this](std::int64_t id) {
+        return stage.manager.GetMappedObjectListProxy()->RowsOf({id}).front().topLeft();
+    };
+    const auto isInList = [&](std::int64_t id) {
+        return stage.list->viewport()->rect().contains(stage.list->visualRect(rowOf(id)).center());
+    };
+    for (const std::int64_t id : {ids.front(), ids.back(), ids[50]}) {
+        stage.scene->UnSelectAll();
+        stage.Click(stage.PlaceOf(id).centre);
+        EXPECT_TRUE(isInList(id)) << id;
+    }
+    // Part of it is in sight.
+    rows.setValue(rows.maximum());
+    stage.controller->ActionSelectAll();
+    EXPECT_EQ(rows.value(), rows.maximum());
+
+    for (int i = 0; i < 20; ++i)
+        stage.Wheel({50, 50}, 120);
+    const auto isOnCanvas = [&](std::int64_t id) {
+        return stage.view->PartInSight().contains(stage.PlaceOf(id).centre);
+    };
+    ASSERT_TRUE(isOnCanvas(ids[50]));
+    for (const std::int64_t id : {ids.front(), ids.back()}) {
+        EXPECT_FALSE(isOnCanvas(id));
+        stage.list->selectionModel()->select(rowOf(id), QItemSelectionModel::ClearAndSelect |
+                                                            QItemSelectionModel::Rows);
+        EXPECT_TRUE(isOnCanvas(id));
+    }
+    const QRectF seen = stage.view->PartInSight();
+    stage.list->selectAll();
+    EXPECT_EQ(stage.view->PartInSight(), seen);
+}
+
 TEST_F(Canvas, TheContextMenuFitsTheSelection)
 {
     const EditorActionSet actions(
@@ -169,15 +257,21 @@ TEST_F(Canvas, TheContextMenuFitsTheSelection)
 
 // ---- Drops -------------------------------------------------------------------------------------
 
-TEST_F(Canvas, ADroppedFixtureGoesToTheNextFreeUniverse)
+TEST_F(Canvas, ADroppedFixtureGoesUnderTheMouseAndToTheNextFreeUniverse)
 {
+    const auto odd = stage.AddFixture(L"Odd", 5, 3, 3);
+    stage.DropFixture(odd, {50.2, 40.2});
+    const QRectF dropped = stage.PlaceOf(stage.Ids().back()).Rect();
+    EXPECT_NEAR(dropped.left(), 48, 1e-3) << "its corner on a whole pixel";
+    EXPECT_NEAR(dropped.top(), 39, 1e-3);
+    stage.undo.undo();
     stage.scene->usedUniversesChanged({0, 1});
     for (const int channel : {1, 145}) {
         stage.DropFixture(bar, {50, 40});
         const auto id = stage.Ids().back();
         EXPECT_EQ(stage.Item(id).GetArtNetMapping()->GetUniverse(), 2);
         EXPECT_EQ(stage.Item(id).GetArtNetMapping()->GetChannel(), channel);
-        EXPECT_LT((stage.PlaceOf(id).centre - QPointF(44, 38)).manhattanLength(), 1e-3);
+        EXPECT_LT((stage.PlaceOf(id).centre - QPointF(50, 40)).manhattanLength(), 1e-3);
         EXPECT_EQ(stage.scene->SelectedIds(), std::vector{id});
         EXPECT_TRUE(stage.scene->Find(id)->HasAutoMark());
     }

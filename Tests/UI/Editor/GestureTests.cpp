@@ -1,9 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "CanvasStage.h"
+#include "Model/MappedDeviceModel.h"
 #include "UI/Editor/EditorActionSet.h"
 #include "UI/Editor/RotationHandle.h"
 
 #include <gtest/gtest.h>
+
+#include <functional>
+
+#include <QApplication>
+#include <QMouseEvent>
 
 namespace {
 
@@ -213,21 +219,96 @@ TEST_F(Gestures, ElementsMayGoAwayUnderTheMouse)
     stage.Release({55, 55});
 }
 
-TEST_F(Gestures, KeysRemoveAndDontScroll)
+TEST_F(Gestures, CtrlAndAClickTogglesShiftAndABandAdds)
+{
+    const auto one = stage.Place(bar, {20, 20}, {12, 4});
+    const auto two = stage.Place(bar, {60, 20}, {12, 4});
+    const auto three = stage.Place(bar, {40, 50}, {12, 4});
+    using Ids = std::vector<std::int64_t>;
+    const auto click = [this](QPointF at, Qt::KeyboardModifiers keys) {
+        stage.Click(at, keys);
+    };
+    const auto quickClick = [this](QPointF at, Qt::KeyboardModifiers) {
+        // The press that the system takes for the second of a double click.
+        const QPoint place = stage.OnScreen(at);
+        QWidget* viewport = stage.view->viewport();
+        QMouseEvent press(QEvent::MouseButtonDblClick, place, viewport->mapToGlobal(place),
+                          Qt::LeftButton, Qt::LeftButton, Qt::ControlModifier);
+        QApplication::sendEvent(viewport, &press);
+        stage.Release(at, Qt::ControlModifier);
+    };
+    // It begins inside of the frame round one and two, where a drag alone moves the group.
+    const auto band = [this](QPointF to, Qt::KeyboardModifiers keys) {
+        stage.Drag(QPointF(31, 21), to, keys);
+    };
+    struct Step
+    {
+        std::function<void(QPointF, Qt::KeyboardModifiers)> act;
+        QPointF at;
+        Qt::KeyboardModifiers keys;
+        Ids selected;
+    };
+    const std::vector<Step> steps = {{click, {20, 20}, Qt::ControlModifier, {one}},
+                                     {click, {60, 20}, Qt::ControlModifier, {one, two}},
+                                     {click, {5, 90}, Qt::ControlModifier, {one, two}},
+                                     {click, {14.5, 18.5}, Qt::ControlModifier, {two}}, // a grabber
+                                     {click, {20, 20}, Qt::ShiftModifier, {one, two}},
+                                     {band, {49, 59}, Qt::ShiftModifier, {one, two, three}},
+                                     {click, {5, 90}, Qt::NoModifier, {}},
+                                     {band, {49, 59}, Qt::NoModifier, {three}},
+                                     {quickClick, {20, 20}, {}, {one, three}}};
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        const auto& [act, at, keys, selected] = steps[i];
+        act(at, keys);
+        EXPECT_EQ(stage.scene->SelectedIds(), selected) << i;
+        EXPECT_EQ(stage.scene->GetGroupOverlay().GetFrame() != nullptr, selected.size() > 1) << i;
+    }
+    EXPECT_EQ(stage.undo.count(), 0);
+}
+
+TEST_F(Gestures, ArrowsNudgeByOneStepForAHeldKeyAndOtherKeysRemove)
 {
     const auto id = stage.Place(bar, {20, 20}, {12, 4});
     stage.Click({20, 20});
     stage.Wheel({50, 50}, 120);
-    stage.Wheel({50, 50}, 120);
     const QPoint before = stage.OnScreen({0, 0});
-    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Up, Qt::Key_Right, Qt::Key_Down})
-        stage.Key(key);
-    EXPECT_EQ(stage.OnScreen({0, 0}), before);
-    ExpectNear(stage.PlaceOf(id).centre, {20, 20});
-    EXPECT_EQ(stage.undo.count(), 0);
+    struct Nudge
+    {
+        Qt::Key key;
+        Qt::KeyboardModifiers keys;
+        QPointF centre;
+    };
+    const std::vector<Nudge> nudges = {{Qt::Key_Left, Qt::NoModifier, {19, 20}},
+                                       {Qt::Key_Up, Qt::KeypadModifier, {19, 19}},
+                                       {Qt::Key_Right, Qt::ShiftModifier, {29, 19}},
+                                       {Qt::Key_Down, Qt::ShiftModifier, {29, 29}},
+                                       {Qt::Key_Down, Qt::ControlModifier, {29, 29}}};
+    for (const auto& [key, keys, centre] : nudges) {
+        stage.Key(key, keys);
+        ExpectNear(stage.PlaceOf(id).centre, centre);
+    }
+    EXPECT_EQ(stage.undo.count(), 4);
+    for (int i = 0; i < 2; ++i)
+        stage.HoldKey(Qt::Key_Right, 5);
+    ExpectNear(stage.PlaceOf(id).centre, {39, 29});
+    EXPECT_EQ(stage.undo.count(), 6);
+    EXPECT_EQ(stage.OnScreen({0, 0}), before) << "the view doesn't scroll";
+    stage.undo.undo();
+    ExpectNear(stage.PlaceOf(id).centre, {34, 29});
+    // Off the grid, it lands on it: also on its side, where its corners are others.
+    const QModelIndex index = stage.manager.GetMappedDeviceModel()->GetIndexOfUniqueID(id);
+    stage.manager.SetObjectSize(index, 7, 4);
+    stage.manager.SetObjectCentre(index, 34.2, 29.3);
+    stage.manager.SetObjectRotation(index, 90);
+    stage.display.snapToGrid = true;
+    stage.Key(Qt::Key_Right);
+    ExpectNear(stage.PlaceOf(id).centre, {35, 29.5});
+
     stage.Key(Qt::Key_Delete);
     EXPECT_EQ(stage.undo.undoText(), QStringLiteral("Remove Rectangle Fixture"));
     // With nothing selected there is nothing to undo.
+    const int steps = stage.undo.count();
     stage.Key(Qt::Key_Backspace);
-    EXPECT_EQ(stage.undo.count(), 1);
+    stage.Key(Qt::Key_Left);
+    EXPECT_EQ(stage.undo.count(), steps);
 }

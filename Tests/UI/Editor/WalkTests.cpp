@@ -244,6 +244,7 @@ private:
         [this] { editor_.ActionRotateLeftRight(static_cast<float>(Pick(720) - 360)); },
         [this] { editor_.ActionFlip(Pick(2), Pick(2) == 0); },
         [this] { stage_.Key(Qt::Key_Delete); },
+        [this] { stage_.HoldKey(Pick(2) == 0 ? Qt::Key_Left : Qt::Key_Down, 1 + Pick(3)); },
         [this] {
             WithAny([this](std::int64_t id) { stage_.scene->SetSelected(id, Pick(3) > 0); });
         },
@@ -291,9 +292,14 @@ TEST(CanvasWalk, UndoAndRedoAreExactAndEverybodyAgrees)
             ASSERT_EQ(stage.manager.documentDirty, stage.undo.count() > 0) << "round " << round;
         }
         const int last = stage.undo.count();
+        const int saved = last > 0 ? hands.Pick(last) : 0;
         for (int i = 1; i <= 2 * last; ++i) {
             const int step = std::abs(last - i); // back to the first, and on to the last again
             stage.undo.setIndex(step);
+            if (i == last - saved)
+                stage.manager.SetDocumentDirty(false);
+            ASSERT_EQ(stage.manager.documentDirty, i < last - saved || step != saved)
+                << "saved at " << saved << ", now at " << step;
             ASSERT_EQ(witness.Now(), outcomes[static_cast<std::size_t>(step)])
                 << (i <= last ? "undone to " : "redone to ") << step << ", round " << round;
             ASSERT_EQ(stage.Disagreement(), "") << "at " << step << ", round " << round;

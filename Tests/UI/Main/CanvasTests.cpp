@@ -14,8 +14,7 @@ TEST_F(CanvasInWindow, AFixtureIsDraggedFromTheLibraryOntoThePicture)
     const QImage before = Picture();
     DragFromLibrary({56, 30.5});
     ASSERT_EQ(PlacedFixtures(), 2);
-    // Its middle half a fixture up and left of the mouse.
-    EXPECT_LT((Item(1).pos() - QPointF(50, 30)).manhattanLength(), 1);
+    EXPECT_LT((Item(1).pos() - QPointF(56, 30.5)).manhattanLength(), 1) << "under the mouse";
     EXPECT_EQ(State(), "unsaved"_q);
     EXPECT_TRUE(Action("actionActionDelete")->isEnabled());
     EXPECT_EQ(Find<QTreeView>("mappedTreeView")->selectionModel()->selectedRows().size(), 1);
@@ -99,6 +98,31 @@ TEST_F(CanvasInWindow, KeysAndSwitchesReachTheCanvas)
     Type(list, Qt::Key_A, Qt::ControlModifier);
     Type(list, Qt::Key_Delete);
     EXPECT_EQ(PlacedFixtures(), 0);
+}
+
+TEST_F(CanvasInWindow, AWindowOfAnotherSizeKeepsTheMiddleInTheMiddleWhereverTheMouseIs)
+{
+    StartWithTwo();
+    const auto middle = [this] {
+        return View().mapToScene(View().viewport()->rect().center());
+    };
+    for (const int steps : {0, 8}) { // of the zoom, at a place beside the middle
+        for (int i = 0; i < steps; ++i)
+            Wheel({60, 45}, 120);
+        const QPointF before = middle();
+        View().setAttribute(Qt::WA_UnderMouse); // as the system says when the mouse comes
+        Hover(before - QPointF(20, 20));
+        // Dragged larger in small steps.
+        for (int i = 1; i <= 30; ++i) {
+            window->resize(1024 + 3 * i, 600 + 2 * i);
+            QCoreApplication::processEvents();
+        }
+        const QPoint apart = OnScreen(before) - View().viewport()->rect().center();
+        EXPECT_LE(apart.manhattanLength(), 4) << steps;
+        window->resize(1024, 600);
+        QCoreApplication::processEvents();
+        EXPECT_LT((middle() - before).manhattanLength(), 1) << "and back, without a drift";
+    }
 }
 
 TEST_F(CanvasInWindow, TheArrangingActionsDoWhatTheySay)

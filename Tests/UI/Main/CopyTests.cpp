@@ -339,7 +339,7 @@ TEST_F(Copying, AWallFromAnEmptyCanvasReachesItsNodeAndNobodyElse)
     person.WillChoose(Path("colours.png"_q));
     Trigger("actionChoose_Test_Image");
 
-    DragFromLibrary({6 + pixels / 2.0, 11.5});
+    DragFromLibrary({pixels / 2.0, 13.5});
     WillDuplicate("16", "4", 0, 0);
     Type(Canvas(), Qt::Key_D, Qt::ControlModifier);
     ASSERT_EQ(PlacedFixtures(), across * down);
@@ -359,7 +359,7 @@ TEST_F(Copying, AWallFromAnEmptyCanvasReachesItsNodeAndNobodyElse)
         Stage::Bytes& channels = wanted[strip / 14];
         for (int pixel = 0; pixel < pixels; ++pixel) {
             const int x = strip % across * pixels + pixel;
-            const int y = (11 + strip / across) * 80 / 100;
+            const int y = (2 * (13 + strip / across) + 1) * 80 / 200;
             for (const int value : {x, y, 255 - x})
                 channels.push_back(static_cast<std::uint8_t>(value));
         }

@@ -104,7 +104,7 @@ protected:
             person.WillPress(button);
         ClickOn(*window, "buttonCustomFixture");
         QCoreApplication::processEvents(); // what the library reports comes behind it
-        DragFromLibrary({Left + Across, Top + Down}, Panel);
+        DragFromLibrary({Left + Across / 2.0, Top + Down / 2.0}, Panel);
         ASSERT_EQ(PlacedFixtures(), 1);
     }
 
@@ -256,12 +256,12 @@ TEST_F(OwnFixtures, OneThatCouldNotBeSavedSurvivesANewDocument)
     Trigger("actionNew");
     QCoreApplication::processEvents(); // the notice comes behind it
     EXPECT_EQ(PlacedFixtures(), 0);
-    DragFromLibrary({Left + Across, Top + Down}, Panel);
+    DragFromLibrary({Left + Across / 2.0, Top + Down / 2.0}, Panel);
     EXPECT_EQ(NextFrame(), Lit(RGB));
     ASSERT_TRUE(QDir().rmdir(file));
     person.WillPress("Discard"_q);
     Trigger("actionNew");
-    DragFromLibrary({Left + Across, Top + Down}, Panel);
+    DragFromLibrary({Left + Across / 2.0, Top + Down / 2.0}, Panel);
     EXPECT_EQ(NextFrame(), Lit(RGB));
     EXPECT_TRUE(QFileInfo(file).isFile());
 }

@@ -129,7 +129,7 @@ TEST_F(Output, ADroppedFixtureIsSentAtOnceAtItsAddressInItsColours)
     std::ranges::copy(Pixels(6, 30, 40, 250), std::back_inserter(halves));
     std::vector<std::int64_t> delays;
     for (const int channel : {136, 172, 208}) {
-        DragFromLibrary({56, 30.5});
+        DragFromLibrary({50, 30.5});
         const std::int64_t arrived = Await([&](const Channels& channels) {
             EXPECT_EQ(At(channels, 100, 36), black);
             const Channels now = At(channels, channel, 36);

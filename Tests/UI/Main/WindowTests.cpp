@@ -205,28 +205,77 @@ TEST_F(Window, PanelsAndToolBarComeBackAsTheyWereLeft)
     }
 }
 
-TEST_F(Window, KeysReachTheirTargetWhereverTheFocusIs)
+TEST_F(Window, TheZoomIsTypedChosenOrFitted)
 {
-    Start();
+    StartWithTwo();
     auto* combo = Find<QComboBox>("zoomCombo");
-    for (const char* typed : {"150", "wide"}) {
+    const auto type = [combo](const char* text) {
         combo->lineEdit()->selectAll();
-        QTest::keyClicks(combo->lineEdit(), QLatin1String(typed));
+        QTest::keyClicks(combo->lineEdit(), QLatin1String(text));
+    };
+    for (const auto& [typed, zoom] : {std::pair("150", "150%"),
+                                      {"wide", "150%"},
+                                      {"5 %", "5%"},
+                                      {"10000", "10000%"},
+                                      {"200%", "200%"}})
+    {
+        type(typed);
         QTest::keyClick(combo->lineEdit(), Qt::Key_Return);
-        EXPECT_NEAR(Kept("zoomFactor").toDouble(), 1.50015, 1e-5) << typed;
+        EXPECT_EQ(Zoom(), QLatin1String(zoom)) << typed;
     }
-    EXPECT_EQ(combo->itemText(combo->currentIndex()), "200%"_q) << "the nearest";
-    // Keys zoom, also without the tool bar.
-    for (const char* name : {"treeView", "mappedTreeView"}) {
-        Start();
-        Type(Find<QTreeView>(name), Qt::Key_Plus);
-        EXPECT_EQ(Zoom(), "172%"_q) << name;
-        Find<QToolBar>("toolBar")->hide();
-        Type(Find<QTreeView>(name), Qt::Key_Minus, Qt::KeypadModifier);
-        EXPECT_EQ(Zoom(), "150%"_q) << name;
+    for (const char* typed : {"70", "7e"}) {
+        Type(combo->lineEdit(), Qt::Key_Home);
+        type(typed);
+        Type(&View(), Qt::Key_Shift);
+        EXPECT_EQ(Zoom(), "70%"_q) << typed << ", and the field is left";
     }
-    // And in a field that has no use for a key.
-    Start();
+    EXPECT_EQ(combo->itemText(combo->currentIndex()), "66%"_q) << "the nearest";
+    EXPECT_LE(combo->fontMetrics().horizontalAdvance("10000%"_q), combo->lineEdit()->width());
+
+    const auto choose = [combo](const char* entry) {
+        combo->showPopup();
+        combo->view()->setCurrentIndex(
+            combo->model()->index(combo->findText(QLatin1String(entry)), 0));
+        QTest::keyClick(combo->view(), Qt::Key_Return);
+        QCoreApplication::processEvents();
+    };
+    choose("Fit");
+    EXPECT_EQ(Zoom(), "100%"_q);
+    choose("1:1");
+    EXPECT_NEAR(View().transform().m11(), 1, 1e-6);
+    const int selection = combo->findText("Fit Selection"_q);
+    EXPECT_FALSE(combo->model()->index(selection, 0).flags().testFlag(Qt::ItemIsEnabled));
+    Scene().SetSelected(Scene().AllIds().front(), true);
+    choose("Fit Selection");
+    EXPECT_GT(View().transform().m11(), 5);
+    Trigger("actionZoom_Fit");
+    EXPECT_EQ(Zoom(), "100%"_q);
+}
+
+TEST_F(Window, KeysActWhereTheFocusIs)
+{
+    StartWithTwo();
+    EXPECT_EQ(window->focusWidget(), &View()) << "at first";
+    Find<QToolBar>("toolBar")->hide();
+    for (const auto& [name, acts] : {std::pair("treeView", false),
+                                     {"artNetNodes", false},
+                                     {"mappedTreeView", true},
+                                     {"mappingEditorView", true}})
+    {
+        auto* place = Find<QWidget>(name);
+        Type(place, Qt::Key_Plus);
+        EXPECT_EQ(Zoom(), acts ? "114%"_q : "100%"_q) << name;
+        Type(place, Qt::Key_Minus, Qt::KeypadModifier);
+        EXPECT_EQ(Zoom(), "100%"_q) << name;
+        Type(place, Qt::Key_A, Qt::ControlModifier);
+        EXPECT_EQ(Scene().SelectedCount(), acts ? 2 : 0) << name;
+        Type(place, Qt::Key_Backspace);
+        EXPECT_EQ(PlacedFixtures(), acts ? 0 : 2) << name;
+        if (acts)
+            Trigger("actionUndo");
+    }
+    // A command's key acts everywhere, also in a field that has no use for it.
+    Find<QToolBar>("toolBar")->show();
     person.WillPress("Cancel"_q);
     Type(Find<QComboBox>("zoomCombo")->lineEdit(), Qt::Key_Comma, Qt::ControlModifier);
     EXPECT_EQ(person.seen.back().title, "Preferences"_q);
