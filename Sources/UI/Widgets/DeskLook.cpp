@@ -50,7 +50,6 @@ constexpr auto Roles = std::to_array<Role>({
     {"fadedText", &Look::fadedText, 0xbec1c5, 0x83878d},
     {"accent", &Look::accent, 0x66bfef, 0x4a92b8},
     {"accentText", &Look::accentText, 0x0c0d0f, 0x050607},
-    {"good", &Look::good, 0x00ff00, 0x2f9e54},
     {"caution", &Look::caution, 0xffb347, 0xc98a2e},
     {"trouble", &Look::trouble, 0xff5a4d, 0xdd5449},
     {"message", &Look::message, 0x0c0d0f, 0x08090a},

@@ -51,7 +51,6 @@ struct Look
     QColor accentText; ///< on the accent, and on the colour of caution
 
     // On dark grounds: lists, bars, fields and messages.
-    QColor good;
     QColor caution; ///< works, and not as it should: amber
     QColor trouble; ///< doesn't work: red
     QColor message; ///< ground of a text in these colours inside of a window

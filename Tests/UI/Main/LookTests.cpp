@@ -88,7 +88,6 @@ const std::vector<std::pair<Colour, std::vector<Colour>>> texts = {
     {&Look::buttonText, {&Look::button, &Look::buttonHover, &Look::buttonChosen, &Look::list}},
     {&Look::fadedText, {&Look::faded}},
     {&Look::accentText, {&Look::accent, &Look::caution}},
-    {&Look::good, {&Look::list, &Look::bar}},
     {&Look::caution, {&Look::list, &Look::listAlternate, &Look::bar, &Look::field, &Look::message}},
     {&Look::trouble, {&Look::list, &Look::listAlternate, &Look::bar, &Look::field, &Look::message}},
     {&Look::mixedText, {&Look::mixed}},
