@@ -12,7 +12,6 @@
 #include "Model/DeviceManager.h"
 #include "UI/Editor/EditorDisplayState.h"
 #include "UI/Editor/ScrollbarStyle.h"
-#include "UI/Editor/WeftMapEditorScene.h"
 #include "UI/Widgets/DeskLook.h"
 
 namespace {
