@@ -107,18 +107,22 @@ TEST_F(CanvasInWindow, AWindowOfAnotherSizeKeepsTheMiddleInTheMiddleWhereverTheM
         return View().mapToScene(View().viewport()->rect().center());
     };
     for (const int steps : {0, 8}) { // of the zoom, at a place beside the middle
+        View().setAttribute(Qt::WA_UnderMouse, false);
         for (int i = 0; i < steps; ++i)
             Wheel({60, 45}, 120);
         const QPointF before = middle();
         View().setAttribute(Qt::WA_UnderMouse); // as the system says when the mouse comes
         Hover(before - QPointF(20, 20));
-        // Dragged larger in small steps.
+        // Dragged larger in small steps, then maximised.
         for (int i = 1; i <= 30; ++i) {
             window->resize(1024 + 3 * i, 600 + 2 * i);
             QCoreApplication::processEvents();
         }
+        window->showMaximized();
+        QCoreApplication::processEvents();
         const QPoint apart = OnScreen(before) - View().viewport()->rect().center();
         EXPECT_LE(apart.manhattanLength(), 4) << steps;
+        window->showNormal();
         window->resize(1024, 600);
         QCoreApplication::processEvents();
         EXPECT_LT((middle() - before).manhattanLength(), 1) << "and back, without a drift";

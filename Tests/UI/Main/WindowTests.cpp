@@ -232,6 +232,8 @@ TEST_F(Window, TheZoomIsTypedChosenOrFitted)
     EXPECT_EQ(combo->itemText(combo->currentIndex()), "66%"_q) << "the nearest";
     EXPECT_LE(combo->fontMetrics().horizontalAdvance("10000%"_q), combo->lineEdit()->width());
 
+    Type(&View(), Qt::Key_0, Qt::ControlModifier);
+    EXPECT_EQ(Zoom(), "100%"_q);
     const auto choose = [combo](const char* entry) {
         combo->showPopup();
         combo->view()->setCurrentIndex(
