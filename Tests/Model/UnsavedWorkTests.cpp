@@ -30,6 +30,12 @@ protected:
         work->Watch(path);
     }
 
+    void Change(int width)
+    {
+        manager.ResizeCanvas(width, 100, false);
+        manager.SetDocumentDirty(true); // as the history of steps has it
+    }
+
     Support::TemporaryFolder folder;
     QString path = QString::fromStdString(folder.Path() / "show.wfm");
     QString copy = UnsavedWork::FileFor(path);
@@ -42,7 +48,7 @@ TEST_F(UnsavedWorkTest, EachCopyIsOneStateOfADocumentThatGoesOnChanging)
 {
     int width = 100;
     const auto copyComes = [&] {
-        manager.ResizeCanvas(++width, 100, false);
+        Change(++width);
         return QFile::exists(copy);
     };
     for (int time = 0; time < 2; ++time) {
@@ -60,7 +66,7 @@ TEST_F(UnsavedWorkTest, EachCopyIsOneStateOfADocumentThatGoesOnChanging)
                                     5 * UnsavedWork::WriteMilliseconds));
         EXPECT_TRUE(QFile::remove(copy));
     }
-    manager.ResizeCanvas(++width, 100, false);
+    Change(++width);
     // The last change waits: an end writes it, and a save that comes before leaves no copy.
     work.reset();
     EXPECT_TRUE(UnsavedWork::IsLeftOver(path));
@@ -84,7 +90,7 @@ TEST_F(UnsavedWorkTest, AFolderThatTakesNoFileIsReportedUntilItDoes)
         return QTest::qWaitFor([&] { return troubles.size() == times; },
                                5 * UnsavedWork::WriteMilliseconds);
     };
-    manager.ResizeCanvas(101, 100, false);
+    Change(101);
     EXPECT_TRUE(told(1));
     EXPECT_TRUE(
         log.Has("Unsaved work can't be kept in " + UnsavedWork::FileFor(inFile).toStdString()));
