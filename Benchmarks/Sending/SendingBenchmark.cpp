@@ -325,19 +325,20 @@ void SendBarely(int universes, int pixels)
         places.push_back(static_cast<std::uint32_t>(i) * 7 % (pictureSize / 3) * 3);
     Bytes packet = Dmx(0, Bytes(static_cast<std::size_t>(3 * pixels), 0));
     const Socket socket(0, 0);
-    for (;;) {
-        Paced(1, [&] {
-            auto place = places.begin();
-            for (int universe = 0; universe < universes; ++universe) {
-                packet[14] = static_cast<std::uint8_t>(universe);
-                auto* channel = &packet[18];
-                for (int pixel = 0; pixel < pixels; ++pixel, ++place) {
-                    for (int colour = 2; colour >= 0; --colour)
-                        *channel++ = picture[*place + static_cast<std::uint32_t>(colour)];
-                }
-                socket.Send(Broadcast0, packet);
+    for (auto next = std::chrono::steady_clock::now();;) {
+        auto place = places.begin();
+        for (int universe = 0; universe < universes; ++universe) {
+            packet[14] = static_cast<std::uint8_t>(universe);
+            auto* channel = &packet[18];
+            for (int pixel = 0; pixel < pixels; ++pixel, ++place) {
+                for (std::uint32_t colour : {2U, 1U, 0U})
+                    *channel++ = picture[*place + colour];
             }
-        });
+            socket.Send(Broadcast0, packet);
+        }
+        // What was missed while it was stopped is not made up for.
+        next = std::max(next + 25ms, std::chrono::steady_clock::now());
+        std::this_thread::sleep_until(next);
     }
 }
 

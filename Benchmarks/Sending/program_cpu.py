@@ -36,15 +36,15 @@ def cpu_seconds(process):
     return time.clock_gettime(~process << 3 | 2)
 
 
-def turn(process):
-    """One turn of a stopped process: CPU microseconds for each datagram, and frames a second."""
+def turn(process, frame):
+    """One turn of a stopped process: CPU microseconds for each datagram, and frames of so many a second."""
     os.kill(process, signal.SIGCONT)
     time.sleep(0.2)
     began, cpu, sent = time.monotonic(), cpu_seconds(process), sent_datagrams()
     time.sleep(TURN)
     sent, cpu, seconds = sent_datagrams() - sent, cpu_seconds(process) - cpu, time.monotonic() - began
     os.kill(process, signal.SIGSTOP)
-    return cpu * 1e6 / sent, sent / UNIVERSES / seconds
+    return cpu * 1e6 / sent, sent / frame / seconds
 
 
 def document():
@@ -72,7 +72,7 @@ def main():
             time.sleep(1)
             for process in (program.popen.pid, bare.pid):
                 os.kill(process, signal.SIGSTOP)
-            pairs = [(turn(bare.pid), turn(program.popen.pid)) for _ in range(turns)]
+            pairs = [(turn(bare.pid, UNIVERSES), turn(program.popen.pid, UNIVERSES + 1)) for _ in range(turns)]
             os.kill(bare.pid, signal.SIGCONT)
             bare.terminate()
         os.kill(program.popen.pid, signal.SIGCONT)
@@ -80,7 +80,8 @@ def main():
             cost, rate = (statistics.median(values) for values in zip(*results))
             print(f"{what:9} {cost:5.2f} us a packet, {rate:5.1f} frames/s")
         ratios = sorted(ours[0] / theirs[0] for theirs, ours in pairs)
-        print(f"the program costs {statistics.median(ratios):.2f} times the bare loop ({ratios[0]:.2f} to {ratios[-1]:.2f})")
+        print(f"the program costs {statistics.median(ratios):.2f} times the bare loop "
+              f"({ratios[0]:.2f} to {ratios[-1]:.2f})")
     finally:
         program.end()
         listener.close()
