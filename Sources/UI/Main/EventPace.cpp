@@ -5,7 +5,6 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
-#include <QShortcutEvent>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -14,47 +13,51 @@
 #include "Platform/Clock.h"
 #include "UI/Main/FrameLoop.h"
 
-// Qt's own delivery of what comes from outside the program: a wheel's event goes on to a parent
-// only then.
-Q_CORE_EXPORT extern bool qt_sendSpontaneousEvent(QObject* receiver, QEvent* event);
-
 namespace {
 
 /// What takes less may come just before a tick: up to 5 ms late a tick is in time.
 constexpr std::int64_t ShortWork = 3'000'000;
+constexpr std::int64_t LongWork = 2 * TickGrid::Interval;
 
 enum class Kind
 {
     Other,
-    Prompt, ///< comes in from the window system, which waits for the answer
-    Input,
+    Prompt,      ///< what the window system, a shortcut or an input method wants an answer to
+    SingleInput, ///< a click or a key: waits for nothing but the input before it
+    FrequentInput,
     Repaint
 };
 
-/// Windows get their input from the window system alone, between two pieces of work; a shortcut
-/// goes from there to what it triggers.
+/// Windows get their input from the window system alone, between two pieces of work.
 Kind KindOf(const QObject& receiver, QEvent::Type type)
 {
-    switch (type) {
-    case QEvent::UpdateRequest:
+    if (type == QEvent::UpdateRequest)
         return receiver.isWidgetType() ? Kind::Repaint : Kind::Other;
-    case QEvent::Shortcut:
-        return Kind::Input;
+    if (type == QEvent::Shortcut)
+        return Kind::Prompt;
+    if (!receiver.isWindowType())
+        return Kind::Other;
+    switch (type) {
     case QEvent::MouseMove:
+    case QEvent::Wheel:
+        return Kind::FrequentInput;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
-    case QEvent::Wheel:
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
+        return Kind::SingleInput;
+    case QEvent::ShortcutOverride:
+    case QEvent::InputMethod:
+    case QEvent::Close:
+    case QEvent::Enter:
     case QEvent::Leave:
-        return receiver.isWindowType() ? Kind::Input : Kind::Other;
     case QEvent::DragEnter:
     case QEvent::DragMove:
     case QEvent::Drop:
     case QEvent::Resize:
     case QEvent::Expose:
-        return receiver.isWindowType() ? Kind::Prompt : Kind::Other;
+        return Kind::Prompt;
     default:
         return Kind::Other;
     }
@@ -80,8 +83,6 @@ std::unique_ptr<QEvent> Copy(const QEvent& event)
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
         return CopyAs<QKeyEvent>(event);
-    case QEvent::Shortcut:
-        return CopyAs<QShortcutEvent>(event);
     default:
         return std::make_unique<QEvent>(event);
     }
@@ -100,13 +101,24 @@ bool EventPace::eventFilter(QObject* watched, QEvent* event)
     const Kind kind = KindOf(*watched, event->type());
     if (kind == Kind::Other || event == delivered_)
         return false;
+    const QPointer<QObject> receiver = watched;
     RunDueTick();
     if (kind == Kind::Prompt)
+        LetInputGo();
+    if (!receiver)
+        return true;
+    if (kind == Kind::Prompt || (kind == Kind::SingleInput && !InputWaits()))
         return false;
-    if (MayGo(*watched, *event))
-        Deliver(*watched, *event);
-    else
+    if (kind == Kind::SingleInput) {
+        // In the queue, not from here: what comes before may bring an event loop of its own, which
+        // must get this, too.
         Wait(*watched, *event);
+        LetInputGo();
+    } else if (MayGo(*watched, *event)) {
+        Deliver(*watched, *event);
+    } else {
+        Wait(*watched, *event);
+    }
     return true;
 }
 
@@ -121,9 +133,9 @@ bool EventPace::MayGo(QObject& receiver, const QEvent& event)
     const bool ticksRun = frameLoop_.TimeToTick() <= TickGrid::Interval;
     if (!ticksRun)
         return true;
-    if (event.type() == QEvent::MouseMove && (moved_ || std::ranges::any_of(waiting_, &IsInput)))
+    if (event.type() != QEvent::UpdateRequest && InputWaits())
         return false;
-    if (event.type() != QEvent::UpdateRequest && !LetInputGo())
+    if (event.type() == QEvent::MouseMove && moved_)
         return false;
     return Fits(receiver, event.type());
 }
@@ -159,16 +171,15 @@ bool EventPace::Fits(const Work& work)
     return !work.receiver || Fits(*work.receiver, work.event->type());
 }
 
-bool EventPace::LetInputGo()
+bool EventPace::InputWaits() const
 {
-    for (;;) {
-        const auto first = std::ranges::find_if(waiting_, &IsInput);
-        if (first == waiting_.end())
-            return true;
-        if (!Fits(*first))
-            return false;
-        Take(first);
-    }
+    return std::ranges::any_of(waiting_, &IsInput);
+}
+
+void EventPace::LetInputGo()
+{
+    while (InputWaits())
+        Take(std::ranges::find_if(waiting_, &IsInput));
 }
 
 void EventPace::TickEnded()
@@ -208,14 +219,13 @@ void EventPace::Deliver(QObject& receiver, QEvent& event)
         // program: a wheel's goes on to a parent only then.
         QCoreApplication::instance()->notify(&receiver, &event);
     }
-    // What it left for the event loop belongs to it: the scene, for one, does half of an edit
-    // there.
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
     if (!stillThere)
         return;
-    // One that took long is reckoned with for a while: work of a kind varies.
+    // One that took long is reckoned with for a while, since work of a kind varies, and one that
+    // brought a dialog no longer than any other.
     std::int64_t& duration = DurationOf(receiver, type);
-    duration = std::max(Platform::MonotonicNanoseconds() - begin, duration - duration / 8);
+    const std::int64_t last = std::min(Platform::MonotonicNanoseconds() - begin, LongWork);
+    duration = std::max(last, duration - duration / 8);
 }
 
 std::int64_t& EventPace::DurationOf(QObject& receiver, QEvent::Type type)

@@ -18,10 +18,12 @@ class FrameLoop;
 /// - a tick that is due runs first; the event loop alone would do all work that waits before it
 ///   looks at its timers;
 /// - between two ticks the mouse moves once: of further moves the newest waits;
-/// - input and repaints that would not be done by the next tick wait for it, going by how long the
-///   last one of their kind took. What is done within a few milliseconds never waits.
+/// - moves, turns of the wheel and repaints that would not be done by the next tick wait for it,
+///   going by how long the last ones of their kind took. What is done within a few milliseconds
+///   never waits.
 /// What waits comes behind the next tick, in its order and as far as the time until the following
-/// tick goes, but one piece in any case, however long it takes. Input keeps its order.
+/// tick goes, but one piece in any case, however long it takes. Other input lets go what waits
+/// before it: input keeps its order.
 class EventPace final : public QObject
 {
     Q_OBJECT
@@ -53,11 +55,10 @@ private:
     };
 
     void RunDueTick();
-    /// Lets go what came before, too. False when this event has to wait.
     [[nodiscard]] bool MayGo(QObject& receiver, const QEvent& event);
     void Wait(QObject& receiver, const QEvent& event);
-    /// In its order as far as the time goes; whether none is left.
-    [[nodiscard]] bool LetInputGo();
+    [[nodiscard]] bool InputWaits() const;
+    void LetInputGo();
     void GoOn();
     void Take(std::deque<Work>::iterator place);
     void Deliver(QObject& receiver, QEvent& event);

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QSettings>
 #include <QStatusBar>
@@ -309,6 +310,12 @@ void WEFTMain::WireSaveTrouble()
     statusBar()->addPermanentWidget(line);
     connect(document_.get(), &DocumentLife::saveTrouble, line,
             &SaveTroubleLabel::ShowMappingTrouble);
+    // An undo may come back to what is in the file.
+    connect(deviceManager_.get(), &DeviceManager::signalDocumentSavedState, line,
+            [line](bool saved) {
+                if (saved)
+                    line->ShowMappingTrouble({});
+            });
     connect(unsavedWork_.get(), &UnsavedWork::troubleChanged, line,
             &SaveTroubleLabel::ShowCopyTrouble);
     connect(unsavedWork_.get(), &UnsavedWork::troubleChanged, document_.get(),
@@ -489,6 +496,10 @@ void WEFTMain::ShowNotice(const OperatorNotices::Notice& notice)
 
 void WEFTMain::UpdateEngine()
 {
+    // A tick that came late may be over its time, and what it lets others do may ask for the next.
+    if (ticking_)
+        return;
+    const QScopedValueRollback<bool> ticking(ticking_, true);
     engineTimer->setInterval(frameLoop_->Tick());
     pace_->TickEnded();
     QTimer::singleShot(PauseAfterTickMilliseconds, nodeList_.get(), &NodeList::WorkBetweenTicks);

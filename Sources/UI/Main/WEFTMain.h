@@ -138,6 +138,7 @@ private:
 
     NetworkPanel* networkPanel_ = nullptr;
     bool engineFailed_ = false;
+    bool ticking_ = false;
     QTimer* engineTimer = nullptr;
     QTimer* nodesTimer = nullptr;
     QTimer* networkTimer = nullptr;

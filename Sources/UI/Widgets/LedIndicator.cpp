@@ -50,7 +50,7 @@ void LedIndicator::toggleOff()
 void LedIndicator::Show(bool on)
 {
     on_ = on;
-    repaint();
+    update(); // not at once: a tick may be running
 }
 
 void LedIndicator::paintEvent(QPaintEvent*)
