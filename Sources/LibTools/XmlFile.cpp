@@ -98,18 +98,13 @@ SaveResult SaveBytes(const QString& path, const std::string& bytes)
     return Platform::ReplaceFile(native(target.filePath()), native(next), bytes);
 }
 
-QString FreeNameAside(const QString& path)
+QString FreeNameAside(const QString& path, const char* why)
 {
-    QString aside = path + QStringLiteral(".unreadable");
+    const QString first = path + QLatin1Char('.') + QLatin1String(why);
+    QString aside = first;
     for (int number = 2; QFileInfo::exists(aside); ++number)
-        aside = path + QStringLiteral(".unreadable-%1").arg(number);
+        aside = first + QLatin1Char('-') + QString::number(number);
     return aside;
-}
-
-void LogKept(const QString& path, const QString& aside)
-{
-    ZEN_LOG_ERROR("%s could not be read. It is kept as %s", qUtf8Printable(path),
-                  qUtf8Printable(aside));
 }
 
 } // namespace
@@ -154,10 +149,11 @@ XmlFault ReadXmlFile(const std::wstring& path, tinyxml2::XMLDocument& document)
 
 QString KeepUnreadableFile(const QString& path)
 {
-    const QString aside = FreeNameAside(path);
+    const QString aside = FreeNameAside(path, "unreadable");
     if (!QFile::rename(path, aside))
         return {};
-    LogKept(path, aside);
+    ZEN_LOG_ERROR("%s could not be read. It is kept as %s", qUtf8Printable(path),
+                  qUtf8Printable(aside));
     return aside;
 }
 
@@ -168,10 +164,11 @@ SaveResult KeepCopyOfFile(const QString& path)
         return std::make_error_code(file.error() == QFile::PermissionsError
                                         ? std::errc::permission_denied
                                         : std::errc::io_error);
-    const QString aside = FreeNameAside(path);
+    const QString aside = FreeNameAside(path, "replaced");
     SaveResult kept = WriteWholeFile(aside.toStdWString(), file.readAll().toStdString());
     if (kept)
-        LogKept(path, aside);
+        ZEN_LOG_INFO("What a save of %s replaces is kept as %s", qUtf8Printable(path),
+                     qUtf8Printable(aside));
     return kept;
 }
 

@@ -67,7 +67,7 @@ SaveResult WriteWholeFile(const std::wstring& path, const std::string& bytes);
 /// Renames a file that can't be read to a free name beside its own, so that a new file does not
 /// overwrite it, and says so in the log. The new name, empty when it can't be renamed.
 [[nodiscard]] QString KeepUnreadableFile(const QString& path);
-/// The same by a copy, for a file of which a part is read and will be saved over it.
+/// Copies a file that a save will replace to a free name beside its own, and says so in the log.
 SaveResult KeepCopyOfFile(const QString& path);
 
 /// A document of 20,000 elements takes some 25 MB; ten times that is no document of ours.

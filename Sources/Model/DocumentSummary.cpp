@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Model/DocumentSummary.h"
 
-#include <algorithm>
-
 #include "FixtureModel/DMXMapping.h"
 #include "LibTools/XmlFile.h"
 #include "Model/DocumentNetwork.h"
@@ -11,9 +9,9 @@
 
 namespace {
 
-int SideOfCanvas(std::int32_t written)
+bool IsSideOfCanvas(std::int32_t written)
 {
-    return std::clamp(written, 1, MappedDeviceModel::MaxCanvasSize);
+    return written >= 1 && written <= MappedDeviceModel::MaxCanvasSize;
 }
 
 void AddElement(const tinyxml2::XMLElement& element, DocumentSummary& summary)
@@ -40,10 +38,10 @@ std::shared_ptr<const DocumentSummary> ReadDocumentSummary(const QString& path)
     const auto* mapping = file.Document().FirstChildElement("Mapping");
     const char* resolution = mapping ? mapping->Attribute("resolution") : nullptr;
     const auto canvas = XmlText::ParseIntPair(resolution ? resolution : "", ',');
-    if (!canvas)
+    if (!canvas || !IsSideOfCanvas(canvas->first) || !IsSideOfCanvas(canvas->second))
         return nullptr;
     auto summary = std::make_shared<DocumentSummary>();
-    summary->canvas = {SideOfCanvas(canvas->first), SideOfCanvas(canvas->second)};
+    summary->canvas = {canvas->first, canvas->second};
     summary->network = QString::fromStdWString(DocumentNetwork(*mapping));
     for (const auto* element = mapping->FirstChildElement("Element"); element;
          element = element->NextSiblingElement("Element"))

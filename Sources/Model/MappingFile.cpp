@@ -3,6 +3,7 @@
 
 #include <QCoreApplication>
 #include <QLocale>
+#include <QSet>
 
 #include "Log/Log.h"
 #include "Model/DeviceModel.h"
@@ -191,15 +192,29 @@ void MappingFile::ReadElements(const tinyxml2::XMLElement& mapping, const Device
 
 void MappingFile::SettleConflicts(const DeviceModel& library)
 {
+    Settle(library, ConflictAnswers());
+}
+
+void MappingFile::SettleConflictsByUse(const DeviceModel& library)
+{
+    QSet<QString> used;
+    for (const auto& element : elements_)
+        used.insert(QString::fromStdWString(element->GetFixture().product));
+    Settle(library, [&used](const QString&, const QString& product) {
+        return used.contains(product) ? OverwriteFixture : KeepFixture;
+    });
+}
+
+void MappingFile::Settle(const DeviceModel& library, const FixtureConflictCallback& answer)
+{
     DeviceModel ofFile;
     MergeFixtures(ofFile, *file_);
-    const FixtureConflictCallback ask = ConflictAnswers();
     for (const DeviceLedItem* fixture : ofFile.GetFixtures()) {
         const DeviceLedItem* known = library.GetLEDFixtureByProduct(fixture->product);
         if (!known || known->pixelMap == fixture->pixelMap)
             continue;
         const QString product = QString::fromStdWString(fixture->product);
-        conflictAnswers_[product] = ask(QString::fromStdWString(fixture->manufacturer), product);
+        conflictAnswers_[product] = answer(QString::fromStdWString(fixture->manufacturer), product);
     }
 }
 

@@ -59,6 +59,9 @@ public:
     /// Asks about the file's fixtures that differ from those of `library`, now, so that nothing is
     /// left to ask when the present document is gone.
     void SettleConflicts(const DeviceModel& library);
+    /// The same without a question: the definition of the file holds for the fixtures that its
+    /// elements use, so that their output is as it was saved, and the library's for all others.
+    void SettleConflictsByUse(const DeviceModel& library);
     /// Gives the answers again, and asks about fixtures that had none.
     [[nodiscard]] FixtureConflictCallback ConflictAnswers() const;
     /// How many elements the file has, with the lost ones.
@@ -70,6 +73,7 @@ public:
     }
 
 private:
+    void Settle(const DeviceModel& library, const FixtureConflictCallback& answer);
     [[nodiscard]] QString Read(const DeviceModel& library);
     [[nodiscard]] QString ReadHeader(const tinyxml2::XMLElement& mapping);
     void ReadNodes();

@@ -37,10 +37,10 @@ QRegularExpression NameOfVersion(const QString& document)
 
 QString PathOfVersion(const QString& document, const QDateTime& saved, qint64 number)
 {
+    // In one step: a folder's own name may have a %1 in it.
     return QStringLiteral("%1/%2_%3_%4.wfm")
         .arg(FolderOfVersions(document), QFileInfo(document).completeBaseName(),
-             saved.toString(TimeInName))
-        .arg(number, 4, 10, QLatin1Char('0'));
+             saved.toString(TimeInName), QStringLiteral("%1").arg(number, 4, 10, QLatin1Char('0')));
 }
 
 std::vector<Version> VersionsOf(const QString& document)

@@ -39,10 +39,12 @@ UnsavedWork::UnsavedWork(DeviceManager& manager, const ArtNetNodeModel& nodes)
 
 UnsavedWork::~UnsavedWork()
 {
-    if (!timer_.isActive())
-        return;
+    const bool discarded = writing_ && !manager_.documentDirty;
     WaitForWriter();
-    Write();
+    if (discarded)
+        Discard();
+    if (timer_.isActive())
+        Write();
 }
 
 void UnsavedWork::Watch(const QString& mappingFilePath)
@@ -83,8 +85,8 @@ bool UnsavedWork::IsLeftOver(const QString& mappingFilePath)
 void UnsavedWork::Discard()
 {
     timer_.stop();
-    WaitForWriter();
-    if (!file_.isEmpty())
+    // A disk may be slow: a copy that is being written goes when it is whole.
+    if (!writing_ && !file_.isEmpty())
         QFile::remove(file_);
     SetTrouble({});
 }
@@ -121,7 +123,7 @@ void UnsavedWork::Wrote(const SaveResult& written)
 {
     writing_ = false;
     if (!manager_.documentDirty)
-        return;
+        return Discard();
     SetTrouble(written.Reason());
     if (!written)
         NoteChange();

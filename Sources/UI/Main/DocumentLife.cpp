@@ -101,7 +101,10 @@ void DocumentLife::LoadFirst()
     }
     const bool whole = file.IsWhole();
     const QString lost = file.LostElements();
-    Take(std::move(file));
+    // Nothing is sent before this document is there, and nobody may be there to answer.
+    WithLibraryOfUser([&file](const DeviceModel& library) { file.SettleConflictsByUse(library); });
+    TakeSettled(std::move(file));
+    isAnother_ = false;
     versions_.KeepSoon();
     if (whole)
         return;
@@ -251,12 +254,22 @@ void DocumentLife::ImportFile(const QString& path)
 void DocumentLife::Take(MappingFile file)
 {
     // The questions first: the present document is on stage while they wait for an answer.
-    const DeviceModel& present = *parts_.manager.GetDeviceModel();
+    WithLibraryOfUser([&file](const DeviceModel& library) { file.SettleConflicts(library); });
+    TakeSettled(std::move(file));
+}
+
+void DocumentLife::WithLibraryOfUser(const std::function<void(const DeviceModel&)>& act) const
+{
+    if (!parts_.manager.IsLibrarySaved())
+        return act(*parts_.manager.GetDeviceModel());
     DeviceModel ofUser;
-    if (parts_.manager.IsLibrarySaved())
-        ofUser.Merge(parts_.manager.GetLibraryPath().toStdWString(), true,
-                     [](const QString&, const QString&) { return KeepFixture; });
-    file.SettleConflicts(parts_.manager.IsLibrarySaved() ? ofUser : present);
+    ofUser.Merge(parts_.manager.GetLibraryPath().toStdWString(), true,
+                 [](const QString&, const QString&) { return KeepFixture; });
+    act(ofUser);
+}
+
+void DocumentLife::TakeSettled(MappingFile file)
+{
     Reset();
     parts_.manager.LoadMapping(std::move(file), parts_.nodes);
     emit loaded();
@@ -272,6 +285,7 @@ void DocumentLife::Take(MappingFile file)
 
 void DocumentLife::Reset()
 {
+    isAnother_ = true;
     parts_.undoStack.clear();
     parts_.scene.ClearAll();
     // Fixtures that are nowhere but in memory stay there.
@@ -304,8 +318,10 @@ void DocumentLife::ActionSaveFile()
 
 SaveResult DocumentLife::Write()
 {
-    // Also what another program wrote there may be the only copy of a show.
-    versions_.Keep();
+    // Also what another program wrote there may be the only copy of a show. Where it can't be kept
+    // as a version, another document takes its place only when it is kept beside it.
+    if (!versions_.Keep() && isAnother_)
+        fileHasMore_ = true;
     SaveResult saved;
     if (fileHasMore_ && QFileInfo::exists(mappingFilePath)) {
         saved = KeepCopyOfFile(mappingFilePath);
@@ -320,6 +336,9 @@ SaveResult DocumentLife::Write()
         return saved;
     }
     versions_.KeepSoon();
+    isAnother_ = false;
+    if (!parts_.manager.IsLibrarySaved())
+        parts_.manager.SaveLibrary();
     parts_.manager.SetDocumentDirty(false);
     emit FileSaved();
     return saved;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
+
 #include <QObject>
 #include <QString>
 
@@ -10,6 +12,7 @@
 
 class ArtNetNodeModel;
 class DeviceManager;
+class DeviceModel;
 class MappingFile;
 class NetworkChoice;
 class OperatorBoxes;
@@ -96,6 +99,10 @@ private:
     [[nodiscard]] bool MayLetGo(const QString& title, const QString& question);
     /// Lets go of the present document and takes that of the file.
     void Take(MappingFile file);
+    /// The library as it will be when the document is taken.
+    void WithLibraryOfUser(const std::function<void(const DeviceModel&)>& act) const;
+    /// After its conflicts are settled.
+    void TakeSettled(MappingFile file);
     /// Empties the document and loads the library again.
     void Reset();
     [[nodiscard]] SaveResult Write();
@@ -108,4 +115,6 @@ private:
     QString mappingFilePath;
     /// The document has less than its file: a save keeps the file's bytes beside it.
     bool fileHasMore_ = false;
+    /// The document didn't come from its file: a save takes the place of another show.
+    bool isAnother_ = false;
 };

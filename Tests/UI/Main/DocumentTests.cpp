@@ -279,7 +279,7 @@ TEST_F(Document, WhatCanBeReadOnlyInPartIsTakenIfTheOperatorWantsIt)
             person.WillPress("OK"_q);
         Start();
         EXPECT_EQ(person.seen[1].title, "Mapping Read in Part"_q);
-        const QString aside = answer[0] == 'C' ? ".unreadable"_q : ".unreadable-2"_q;
+        const QString aside = answer[0] == 'C' ? ".unreadable"_q : ".replaced"_q;
         EXPECT_EQ(Bytes(Copy() + aside), work);
         EXPECT_EQ(State(), answer[0] == 'C' ? QString() : Unsaved);
     }
@@ -295,7 +295,7 @@ TEST_F(Document, WhatCanBeReadOnlyInPartIsTakenIfTheOperatorWantsIt)
     EXPECT_EQ(DocumentBytes(), whole);
     Trigger("actionSave_File");
     EXPECT_NE(DocumentBytes(), whole);
-    EXPECT_EQ(Bytes(DocumentPath() + ".unreadable"_q), whole);
+    EXPECT_EQ(Bytes(DocumentPath() + ".replaced"_q), whole);
 }
 
 TEST_F(Document, ExportWritesACopyAndOnlyASaveTheWorkingFile)
@@ -398,6 +398,7 @@ TEST_F(Document, AFirstStartOnAFullDiskHasTheFixturesOfTheProgram)
     disk.Free();
     Trigger("actionSave_File");
     EXPECT_EQ(State(), Saved);
+    EXPECT_FALSE(Find<QLabel>("saveTroubleLabel")->isVisible()) << "the library is saved, too";
 }
 
 // ---- Saved versions ----------------------------------------------------------------------------
@@ -433,11 +434,13 @@ TEST_F(Document, WhatASaveReplacedCanBeTakenBack)
     EXPECT_EQ(PlacedFixtures(), 1);
     EXPECT_EQ(State(), Unsaved);
 
-    // A folder that takes no version stops no save.
+    // A folder that takes no version stops no save. What another show replaces is kept beside it.
+    const std::string replaced = DocumentBytes();
     ASSERT_TRUE(QDir(history).removeRecursively());
     home.Write(history.toStdString(), "a file");
     Trigger("actionSave_File");
     EXPECT_EQ(State(), Saved);
+    EXPECT_EQ(Bytes(DocumentPath() + ".replaced"_q), replaced);
     EXPECT_TRUE(Find<QStatusBar>("statusbar")->currentMessage().contains(history));
     person.Will([&](QDialog& dialog) {
         EXPECT_EQ(In<QLabel>(dialog, "hintLabel")->text(),
