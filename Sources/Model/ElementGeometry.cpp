@@ -298,7 +298,8 @@ Layout Cropped(const Layout& layout, std::span<const ElementMapping> kept, int l
     const QPointF origin(box.left() * before.width(), box.top() * before.height());
     for (auto& [id, video] : cropped.elements) {
         Placement place = PlacementOf(video, before);
-        place.centre = SnappedCentre(place.centre - origin, place.size);
+        place.centre =
+            SnappedCentre(place.centre - origin, CoveredSize(place.size, video.rotation));
         video = Placed(video, place, cropped.canvas);
     }
     return cropped;

@@ -476,9 +476,7 @@ void MappedDeviceModel::RecalculateConflicts()
     if (faults == faults_)
         return;
     faults_ = std::move(faults);
-    if (rowCount() > 0)
-        emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1),
-                         {TroubleRole, Qt::ToolTipRole});
+    emit faultsChanged();
 }
 
 void MappedDeviceModel::SetAnsweringNodes(std::optional<std::set<std::wstring>> addresses)

@@ -150,6 +150,9 @@ public:
 
 signals:
     void mappingsChanged();
+    /// What data() says of faults, in any row. No dataChanged, for which a proxy would sort all
+    /// rows again, though their order never depends on faults.
+    void faultsChanged();
     void EnvokeDMXDialogForUniqueID(int64_t uniqueID);
 
 private:

@@ -118,7 +118,7 @@ TEST_F(ElementList, ARowTellsWhatIsWrongWithItsAddress)
         document.AddMappingElement(Made(each.universe, each.channel, each.node));
     const QModelIndex silent = document.index(document.rowCount() - 1, 0);
     EXPECT_EQ(silent.data(TroubleRole).toInt(), 0) << "it is not known who answers";
-    const QSignalSpy repaints(&document, &QAbstractItemModel::dataChanged);
+    const QSignalSpy repaints(&document, &MappedDeviceModel::faultsChanged);
     for (int again = 0; again < 2; ++again)
         document.SetAnsweringNodes(std::set<std::wstring>{L"2.0.0.5", L"2.0.0.6"});
     EXPECT_EQ(repaints.count(), 1);

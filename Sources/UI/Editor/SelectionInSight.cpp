@@ -26,7 +26,8 @@ void SelectionInSight::Follow(bool canvasToo)
     ElementIds added;
     std::ranges::set_difference(now, before_, std::back_inserter(added));
     before_ = now;
-    const ElementIds& wanted = added.empty() ? now : added; // what is left of more
+    // A click on one of many selects nothing new either.
+    const ElementIds& wanted = now.size() == 1 ? now : added;
     if (wanted.empty())
         return;
     ShowRows(wanted);

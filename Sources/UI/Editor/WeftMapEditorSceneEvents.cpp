@@ -261,7 +261,9 @@ void WeftMapEditorScene::SelectAt(QPointF scenePoint)
 
 void WeftMapEditorScene::contextMenuEvent(QGraphicsSceneContextMenuEvent* event)
 {
-    gestures_.Release(); // The menu keeps the mouse to itself.
+    gestures_.Release(); // The menu keeps the mouse to itself,
+    if (QGraphicsItem* pressed = mouseGrabberItem())
+        pressed->ungrabMouse(); // and the release, without which the item would get the next press.
     if (event->reason() == QGraphicsSceneContextMenuEvent::Mouse)
         SelectAt(event->scenePos());
     QMenu menu(event->widget());

@@ -55,6 +55,8 @@ QMouseEvent WithAddingKey(const QMouseEvent& event)
 
 bool WeftMapEditorView::BeginPan(const QMouseEvent& event)
 {
+    if (event.buttons() != event.button())
+        return false; // the other button drags something already
     const bool isLeft = event.button() == Qt::LeftButton;
     const bool withControl = isLeft && event.modifiers() == Qt::ControlModifier;
     if (!withControl && !(isLeft && spaceIsDown_) && event.button() != Qt::MiddleButton)

@@ -8,7 +8,16 @@
 bool WeftMappedObjectTreeView::IsRename(const QKeyEvent& event) const
 {
     return event.key() == Qt::Key_F2 && event.modifiers() == Qt::NoModifier &&
-           currentIndex().isValid();
+           selectionModel()->hasSelection();
+}
+
+QModelIndex WeftMappedObjectTreeView::NameToEdit() const
+{
+    // The selection may have come from the canvas, and the current row have stayed.
+    const QModelIndex row = selectionModel()->isSelected(currentIndex())
+                                ? currentIndex()
+                                : selectionModel()->selectedIndexes().first();
+    return row.siblingAtColumn(MappedDeviceModel::NameColumn);
 }
 
 bool WeftMappedObjectTreeView::event(QEvent* event)
@@ -23,7 +32,7 @@ bool WeftMappedObjectTreeView::event(QEvent* event)
 void WeftMappedObjectTreeView::keyPressEvent(QKeyEvent* event)
 {
     if (IsRename(*event)) {
-        const QModelIndex name = currentIndex().siblingAtColumn(MappedDeviceModel::NameColumn);
+        const QModelIndex name = NameToEdit();
         QTreeView::scrollTo(name); // to the side, too
         edit(name);
         return;

@@ -26,4 +26,5 @@ protected:
 private:
     /// Whether F2 names a row here, and not in the inspector.
     [[nodiscard]] bool IsRename(const QKeyEvent& event) const;
+    [[nodiscard]] QModelIndex NameToEdit() const;
 };

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include <QComboBox>
+#include <QEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <QStandardItemModel>
@@ -36,8 +37,9 @@ void DisplayControls::FillCombo()
     combo_->setCompleter(nullptr);
     combo_->setInputMethodHints(Qt::ImhNoPredictiveText);
     combo_->setMaximumWidth(96);
+    combo_->installEventFilter(this);
     combo_->setToolTip(tr("100% fits the whole canvas into the window.\nType a number from 1% to "
-                          "10,000% and press Enter."));
+                          "10000% and press Enter."));
     for (const QAction* fit : fits_) {
         combo_->addItem(fit->text().remove(QLatin1Char('&')));
         auto* entry = qobject_cast<QStandardItemModel*>(combo_->model())->item(combo_->count() - 1);
@@ -50,6 +52,16 @@ void DisplayControls::FillCombo()
     combo_->setMaxVisibleItems(combo_->count());
     connect(combo_, qOverload<int>(&QComboBox::activated), this, &DisplayControls::Choose);
     connect(combo_->lineEdit(), &QLineEdit::editingFinished, this, &DisplayControls::TakeTypedZoom);
+}
+
+bool DisplayControls::eventFilter(QObject* watched, QEvent* event)
+{
+    // A wheel that passes over the box would step through the list, and the picture jump.
+    if (event->type() == QEvent::Wheel) {
+        event->ignore();
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
 }
 
 void DisplayControls::AddZoomActions()
@@ -204,6 +216,6 @@ void DisplayControls::UpdateZoomWidgets()
         return std::abs(preset - display_.zoom);
     });
     combo_->setCurrentIndex(
-        static_cast<int>(fits_.size() + (nearest - display_.zoomPresets.begin())));
+        static_cast<int>(std::ssize(fits_) + (nearest - display_.zoomPresets.begin())));
     combo_->setEditText(ZoomText(display_.zoom));
 }

@@ -26,6 +26,8 @@ public:
     /// Shows and takes over what the user's settings say, when they were loaded.
     void TakeSettings();
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
     void ShowGrid(bool on);
     void SnapToGrid(bool on);
 

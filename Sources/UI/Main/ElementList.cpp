@@ -55,6 +55,8 @@ ElementList::ElementList(DeviceManager& manager, QUndoStack& undoStack)
     view_->setAllColumnsShowFocus(true);
     view_->setModel(manager.GetMappedObjectListProxy());
     view_->setItemDelegate(new ElementDelegate(manager, undoStack, view_));
+    QObject::connect(manager.GetMappedDeviceModel(), &MappedDeviceModel::faultsChanged,
+                     view_->viewport(), qOverload<>(&QWidget::update));
     view_->sortByColumn(MappedDeviceModel::NameColumn, Qt::AscendingOrder);
     columns_ =
         new ListColumns(*view_, {MappedDeviceModel::NameColumn, MappedDeviceModel::AddressColumn,

@@ -47,6 +47,7 @@ void MainWindowForm::SetUpToolBar()
     toolBar = new QToolBar(WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Toolbar")), &window_);
     toolBar->setObjectName(QStringLiteral("toolBar"));
     toolBar->setIconSize(QSize(20, 20));
+    toolBar->setFloatable(false);
     toolBar->toggleViewAction()->setObjectName(QStringLiteral("view_toolBar"));
     toolBar->toggleViewAction()->setText(WindowText(QT_TRANSLATE_NOOP("WEFTMain", "&Toolbar")));
     window_.addToolBar(Qt::TopToolBarArea, toolBar);

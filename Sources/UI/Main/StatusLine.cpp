@@ -90,7 +90,10 @@ StatusLine::StatusLine(const Parts& parts)
             ShowPointer(); // what lies under a mouse at rest changes, too
     });
     outputTimer_.start(OutputMilliseconds);
-    connect(&parts_.engine.GetOutput(), &ArtNetOutput::dataOutOn, this, [this] { ++frames_; });
+    connect(&parts_.engine.GetOutput(), &ArtNetOutput::dataOutOn, this, [this] {
+        if (parts_.choice.IsConnected()) // or the frame gets no further than the adapter
+            ++frames_;
+    });
     connect(&parts_.choice, &NetworkChoice::networkChanged, this, &StatusLine::ShowOutput);
     parts_.view.viewport()->installEventFilter(this);
     ShowOutput();

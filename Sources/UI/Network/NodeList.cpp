@@ -60,11 +60,7 @@ void NodeList::WatchDocument()
     const MappedDeviceModel* document = manager_.GetMappedDeviceModel();
     connect(document, &MappedDeviceModel::rowsInserted, this, &NodeList::RequestRows);
     connect(document, &MappedDeviceModel::rowsRemoved, this, &NodeList::RequestRows);
-    connect(document, &MappedDeviceModel::dataChanged, this,
-            [this](const QModelIndex&, const QModelIndex&, const QVector<int>& roles) {
-                if (!roles.contains(TroubleRole)) // which follows the nodes
-                    RequestRows();
-            });
+    connect(document, &MappedDeviceModel::dataChanged, this, &NodeList::RequestRows);
     connect(document, &MappedDeviceModel::modelReset, this, &NodeList::RequestRows);
 }
 

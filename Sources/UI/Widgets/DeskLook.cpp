@@ -126,6 +126,8 @@ QAbstractItemView:focus { border-color: @accent; }
 QTreeView::item { padding: 1px 0; }
 QTreeView::item:selected { background: @accent; color: @accentText; }
 QTreeView::item:selected:!active { background: @buttonChosen; color: @buttonText; }
+QTreeView::branch:selected { background: @accent; }
+QTreeView::branch:selected:!active { background: @buttonChosen; }
 QHeaderView { background: @bar; border: none; }
 QHeaderView::section { background: @bar; color: @barText; border: none;
     border-right: 1px solid @barLine; padding: 3px 6px; }

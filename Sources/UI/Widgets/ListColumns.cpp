@@ -37,6 +37,8 @@ ListColumns::ListColumns(QTreeView& view, std::vector<int> shown)
     connect(&fitsSoon_, &QTimer::timeout, this, [this] { Fit(std::exchange(replaced_, false)); });
     connect(view_.model(), &QAbstractItemModel::rowsInserted, &fitsSoon_,
             qOverload<>(&QTimer::start));
+    connect(view_.model(), &QAbstractItemModel::dataChanged, &fitsSoon_,
+            qOverload<>(&QTimer::start));
     connect(view_.model(), &QAbstractItemModel::modelReset, this, [this] {
         replaced_ = true;
         fitsSoon_.start();

@@ -37,6 +37,7 @@ protected:
             }
         });
         const QPoint place = stage.OnScreen(at);
+        stage.Press(at, Qt::NoModifier, Qt::RightButton); // its release goes to the menu
         QContextMenuEvent event(QContextMenuEvent::Mouse, place,
                                 stage.view->viewport()->mapToGlobal(place));
         QApplication::sendEvent(stage.view->viewport(), &event);
@@ -236,13 +237,16 @@ TEST_F(Canvas, TheContextMenuFitsTheSelection)
     const EditorActionSet actions(
         {*stage.controller, *stage.scene, *stage.list, stage.undo, stage.window});
     EXPECT_EQ(ContextMenu({50, 50}), "Canvas &Size... |(&Paste element(s)) ");
-    stage.Place(bar, {20, 20}, {12, 4});
+    const auto first = stage.Place(bar, {20, 20}, {12, 4});
     const auto other = stage.Place(bar, {60, 20}, {12, 4});
     const std::string others =
         "|&Copy (&Paste element(s)) |Duplicate &Element... |A&lign Ro&tate |&Delete ";
     stage.Click({20, 20});
     EXPECT_EQ(ContextMenu({60, 20}), "Flip &Horizontal Flip &Vertical " + others);
     EXPECT_EQ(stage.scene->SelectedIds(), std::vector{other}) << "what the mouse was on";
+    stage.Click({20, 20});
+    EXPECT_EQ(stage.scene->SelectedIds(), std::vector{first}) << "not the one of the menu";
+    stage.Click({60, 20});
     QAction& flip = *stage.scene->FlipActions()[FlipHorizontal];
     stage.controller->ActionFlip(FlipHorizontal, true);
     EXPECT_TRUE(flip.isChecked());
