@@ -241,6 +241,21 @@ TEST_F(Document, TheOldOneIsThereUntilTheLastQuestionAboutTheNewOneIsAnswered)
     Trigger("actionImport");
     EXPECT_EQ(PlacedFixtures(), 1);
     EXPECT_EQ(CanvasWidth(), 320);
+
+    // At the start nobody is asked, and the output is as the document has it.
+    window.reset();
+    QFile::remove(Copy());
+    QFile::remove(DocumentPath());
+    ASSERT_TRUE(QFile::copy(Path("other.wfm"_q), DocumentPath()));
+    const std::size_t seen = person.seen.size();
+    Start();
+    EXPECT_EQ(person.seen.size(), seen);
+    EXPECT_EQ(PlacedFixtures(), 1);
+    Edit();
+    Trigger("actionSave_File");
+    std::string saved = DocumentBytes(); // two bytes for each character
+    std::erase(saved, '\0');
+    EXPECT_NE(saved.find("width=\"1\" height=\"1\""), std::string::npos);
 }
 
 TEST_F(Document, WhatCanBeReadOnlyInPartIsTakenIfTheOperatorWantsIt)
