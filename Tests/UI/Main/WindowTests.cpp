@@ -167,7 +167,7 @@ TEST_F(Window, MenusOpenByTheirLetterBesideTheFieldsOfTheInspector)
     Trigger("actionSelect_All");
     for (const QAction* menu : Find<QMenuBar>("menubar")->actions()) {
         const QKeySequence letter = QKeySequence::mnemonic(menu->text());
-        Type(&View(), letter[0] & ~Qt::KeyboardModifierMask, Qt::AltModifier);
+        Type(&View(), letter[0] & ~static_cast<int>(Qt::KeyboardModifierMask), Qt::AltModifier);
         ASSERT_EQ(QApplication::activePopupWidget(), menu->menu()) << qPrintable(menu->text());
         menu->menu()->close();
     }
