@@ -149,7 +149,7 @@ XmlFault ReadXmlFile(const std::wstring& path, tinyxml2::XMLDocument& document)
 
 QString KeepUnreadableFile(const QString& path)
 {
-    const QString aside = FreeNameAside(path, "unreadable");
+    QString aside = FreeNameAside(path, "unreadable");
     if (!QFile::rename(path, aside))
         return {};
     ZEN_LOG_ERROR("%s could not be read. It is kept as %s", qUtf8Printable(path),

@@ -33,7 +33,7 @@ void WeftMappedObjectTreeView::keyPressEvent(QKeyEvent* event)
 {
     if (IsRename(*event)) {
         const QModelIndex name = NameToEdit();
-        QTreeView::scrollTo(name); // to the side, too
+        QTreeView::scrollTo(name); // to the side, too. NOLINT(bugprone-parent-virtual-call)
         edit(name);
         return;
     }

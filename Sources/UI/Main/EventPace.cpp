@@ -197,7 +197,7 @@ void EventPace::GoOn()
         Take(waiting_.begin());
 }
 
-void EventPace::Take(std::deque<Work>::iterator place)
+void EventPace::Take(const std::deque<Work>::iterator& place)
 {
     // It may bring an event loop of its own, in which others are taken.
     const Work work = std::move(*place);

@@ -60,7 +60,7 @@ private:
     [[nodiscard]] bool InputWaits() const;
     void LetInputGo();
     void GoOn();
-    void Take(std::deque<Work>::iterator place);
+    void Take(const std::deque<Work>::iterator& place);
     void Deliver(QObject& receiver, QEvent& event);
     [[nodiscard]] static bool IsInput(const Work& work);
     [[nodiscard]] bool Fits(QObject& receiver, QEvent::Type type);
