@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <system_error>
+#include <utility>
 
 #include <tinyxml2.h>
 
@@ -39,10 +40,7 @@ UnsavedWork::UnsavedWork(DeviceManager& manager, const ArtNetNodeModel& nodes)
 
 UnsavedWork::~UnsavedWork()
 {
-    const bool discarded = writing_ && !manager_.documentDirty;
     WaitForWriter();
-    if (discarded)
-        Discard();
     if (timer_.isActive())
         Write();
 }
@@ -85,7 +83,7 @@ bool UnsavedWork::IsLeftOver(const QString& mappingFilePath)
 void UnsavedWork::Discard()
 {
     timer_.stop();
-    // A disk may be slow: a copy that is being written goes when it is whole.
+    discarded_ = writing_; // a disk may be slow: nobody waits for it here
     if (!writing_ && !file_.isEmpty())
         QFile::remove(file_);
     SetTrouble({});
@@ -121,9 +119,9 @@ void UnsavedWork::Write()
 
 void UnsavedWork::Wrote(const SaveResult& written)
 {
-    writing_ = false;
+    WaitForWriter();
     if (!manager_.documentDirty)
-        return Discard();
+        return;
     SetTrouble(written.Reason());
     if (!written)
         NoteChange();
@@ -144,4 +142,6 @@ void UnsavedWork::WaitForWriter()
     if (writer_.joinable())
         writer_.join();
     writing_ = false;
+    if (std::exchange(discarded_, false))
+        QFile::remove(file_);
 }

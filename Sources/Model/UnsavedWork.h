@@ -55,6 +55,7 @@ private:
     QString file_;
     QTimer timer_; ///< runs from the first change to the next writing
     bool writing_ = false;
+    bool discarded_ = false; ///< what is being written: it goes when it is whole
     QString trouble_;
     std::jthread writer_; ///< one at a time
 };
