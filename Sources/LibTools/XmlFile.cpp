@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QString>
 #include <QTextStream>
 
@@ -69,29 +70,16 @@ bool BeginsWithMarkup(const std::string& text)
     return first != std::string::npos && text[first] == '<';
 }
 
-/// An interrupted save leaves its temporary file. No save takes an hour, so an older one is not in
-/// use.
-void RemoveLeftovers(const QFileInfo& target, const QString& beginning)
-{
-    constexpr qint64 anHour = 3600;
-    const QDateTime old = QDateTime::currentDateTimeUtc().addSecs(-anHour);
-    for (const QFileInfo& file : target.dir().entryInfoList(QDir::Files | QDir::Hidden)) {
-        if (file.fileName().startsWith(beginning) && file.lastModified() < old)
-            QFile::remove(file.filePath());
-    }
-}
-
 SaveResult SaveBytes(const QString& path, const std::string& bytes)
 {
     static std::atomic<unsigned> saves = 0;
     const QFileInfo place(path);
     const QFileInfo target(place.isSymLink() ? place.symLinkTarget() : place.filePath());
     // Only our saves use this name, so that their leftovers can be recognised.
-    const QString beginning = QLatin1Char('.') + target.fileName() + QStringLiteral(".saving.");
-    RemoveLeftovers(target, beginning);
+    RemoveUnfinishedSaves(target.dir(), QRegularExpression::escape(target.fileName()));
     const QString next =
-        target.path() + QLatin1Char('/') + beginning +
-        QStringLiteral("%1-%2").arg(QCoreApplication::applicationPid()).arg(++saves);
+        target.path() + QStringLiteral("/.") + target.fileName() +
+        QStringLiteral(".saving.%1-%2").arg(QCoreApplication::applicationPid()).arg(++saves);
     const auto native = [](const QString& name) {
         return QFile::encodeName(name).toStdString();
     };
@@ -145,6 +133,17 @@ XmlFault ReadXmlFile(const std::wstring& path, tinyxml2::XMLDocument& document)
     if (fault != XmlFault::None || XmlText::Parse(text, document))
         return fault;
     return BeginsWithMarkup(text) ? XmlFault::Damaged : XmlFault::NoXml;
+}
+
+void RemoveUnfinishedSaves(const QDir& folder, const QString& names)
+{
+    constexpr qint64 anHour = 3600;
+    const QRegularExpression name(QStringLiteral("^\\.(?:%1)\\.saving").arg(names));
+    const QDateTime old = QDateTime::currentDateTimeUtc().addSecs(-anHour);
+    for (const QFileInfo& file : folder.entryInfoList(QDir::Files | QDir::Hidden)) {
+        if (name.match(file.fileName()).hasMatch() && file.lastModified() < old)
+            QFile::remove(file.filePath());
+    }
 }
 
 QString KeepUnreadableFile(const QString& path)

@@ -11,6 +11,8 @@
 #include <string>
 #include <utility>
 
+class QDir;
+
 /// Why a file can't be read.
 enum class XmlFault
 {
@@ -63,6 +65,11 @@ SaveResult WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& d
 
 /// The same for the bytes of a file.
 SaveResult WriteWholeFile(const std::wstring& path, const std::string& bytes);
+
+/// Removes the temporary files that interrupted saves left in a folder, where they were to become
+/// files of these names (the pattern of a regular expression). No save takes an hour: a younger one
+/// may be on its way.
+void RemoveUnfinishedSaves(const QDir& folder, const QString& names);
 
 /// Renames a file that can't be read to a free name beside its own, so that a new file does not
 /// overwrite it, and says so in the log. The new name, empty when it can't be renamed.

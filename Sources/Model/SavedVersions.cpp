@@ -69,20 +69,6 @@ std::optional<QByteArray> BytesOf(const QString& path)
     return file.readAll();
 }
 
-/// A process that was killed in the middle may have left a file that no later version is named
-/// after. No save takes an hour.
-void RemoveUnfinished(const QString& document)
-{
-    const QRegularExpression name(
-        QStringLiteral("^\\.%1\\.saving").arg(NameOfVersion(document).pattern()));
-    const QDateTime old = QDateTime::currentDateTime().addSecs(-3600);
-    const QDir folder(FolderOfVersions(document));
-    for (const QFileInfo& file : folder.entryInfoList(QDir::Files | QDir::Hidden)) {
-        if (name.match(file.fileName()).hasMatch() && file.lastModified() < old)
-            QFile::remove(file.filePath());
-    }
-}
-
 void RemoveBeyondBounds(const QString& document)
 {
     int count = 0;
@@ -128,7 +114,8 @@ std::optional<Kept> KeepContent(const QString& document)
         !WriteWholeFile(next.toStdWString(), bytes->toStdString()))
         return std::nullopt;
     RemoveBeyondBounds(document);
-    RemoveUnfinished(document);
+    // A killed process may have left one that no later version is named after.
+    RemoveUnfinishedSaves(QDir(FolderOfVersions(document)), NameOfVersion(document).pattern());
     return Kept{next, bytes->size(), written};
 }
 
