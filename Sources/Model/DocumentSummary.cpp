@@ -4,15 +4,10 @@
 #include "FixtureModel/DMXMapping.h"
 #include "LibTools/XmlFile.h"
 #include "Model/DocumentNetwork.h"
-#include "Model/MappedDeviceModel.h"
+#include "Model/MappingFile.h"
 #include "XmlText/XmlText.h"
 
 namespace {
-
-bool IsSideOfCanvas(std::int32_t written)
-{
-    return written >= 1 && written <= MappedDeviceModel::MaxCanvasSize;
-}
 
 void AddElement(const tinyxml2::XMLElement& element, DocumentSummary& summary)
 {
@@ -38,7 +33,8 @@ std::shared_ptr<const DocumentSummary> ReadDocumentSummary(const QString& path)
     const auto* mapping = file.Document().FirstChildElement("Mapping");
     const char* resolution = mapping ? mapping->Attribute("resolution") : nullptr;
     const auto canvas = XmlText::ParseIntPair(resolution ? resolution : "", ',');
-    if (!canvas || !IsSideOfCanvas(canvas->first) || !IsSideOfCanvas(canvas->second))
+    if (!canvas || !MappingFile::IsCanvasSide(canvas->first) ||
+        !MappingFile::IsCanvasSide(canvas->second))
         return nullptr;
     auto summary = std::make_shared<DocumentSummary>();
     summary->canvas = {canvas->first, canvas->second};

@@ -22,11 +22,6 @@ QString Text(const char* text)
     return QCoreApplication::translate("MappingFile", text);
 }
 
-bool IsCanvasSide(std::int32_t side)
-{
-    return side >= 1 && side <= MappingFile::MaxCanvasSide;
-}
-
 /// Text of a file, which may be of any length.
 QString Shown(const std::optional<std::wstring>& text)
 {

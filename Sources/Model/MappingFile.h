@@ -24,6 +24,10 @@ class MappingFile
 public:
     /// The widest and highest canvas of a document, in pixels.
     static constexpr std::int32_t MaxCanvasSide = 100'000;
+    [[nodiscard]] static bool IsCanvasSide(std::int32_t pixels)
+    {
+        return pixels >= 1 && pixels <= MaxCanvasSide;
+    }
 
     struct Header
     {
