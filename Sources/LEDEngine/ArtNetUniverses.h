@@ -63,6 +63,8 @@ public:
 
     [[nodiscard]] const BroadcastTable& Broadcast() const { return broadcast_; }
     [[nodiscard]] const UnicastTable& Unicast() const { return unicast_; }
+    /// Of both kinds.
+    [[nodiscard]] std::size_t Count() const { return broadcast_.size() + unicast_.size(); }
 
 private:
     BroadcastTable broadcast_;

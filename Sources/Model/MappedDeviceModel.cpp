@@ -11,6 +11,7 @@
 #include <QSignalBlocker>
 
 #include "Model/DeviceModel.h"
+#include "Model/PatchText.h"
 
 namespace {
 
@@ -25,11 +26,7 @@ constexpr std::size_t AFew = 8;
 QString AddressText(const MappedLedItem& element)
 {
     const DMXMappingArtNet* address = element.GetArtNetMapping();
-    return address ? QStringLiteral("%1/%2/%3")
-                         .arg(address->GetSubnet())
-                         .arg(address->GetUniverse())
-                         .arg(address->GetChannel())
-                   : QString();
+    return address ? AddressText(*address) : QString();
 }
 
 QString NodeText(const MappedLedItem& element)

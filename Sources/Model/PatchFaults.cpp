@@ -8,6 +8,7 @@
 
 #include "FixtureModel/PatchOverlaps.h"
 #include "Model/MappedLedItem.h"
+#include "Model/PatchText.h"
 
 namespace {
 
@@ -53,8 +54,7 @@ QString PatchFaultsText(const MappedLedItem& element, PatchFaults faults)
     const DMXMappingArtNet* address = element.GetArtNetMapping();
     if (!address)
         return {};
-    const QString universe =
-        QStringLiteral("%1/%2").arg(address->GetSubnet()).arg(address->GetUniverse());
+    const QString universe = UniverseText(*address);
     QStringList lines;
     if (faults.testFlag(PatchFault::SilentNode))
         lines << FaultWords::tr("The node %1 does not answer. Check its power, its cable and its "

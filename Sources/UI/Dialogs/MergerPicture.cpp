@@ -8,8 +8,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include "Model/PatchText.h"
 #include "UI/Widgets/DeskLook.h"
-#include "UI/Widgets/UniverseText.h"
 
 namespace {
 

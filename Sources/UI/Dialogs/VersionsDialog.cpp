@@ -18,8 +18,8 @@
 #include <QVBoxLayout>
 
 #include "Model/DocumentSummary.h"
+#include "Model/PatchText.h"
 #include "UI/Dialogs/LayoutPicture.h"
-#include "UI/Widgets/UniverseText.h"
 
 namespace {
 

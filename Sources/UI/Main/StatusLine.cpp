@@ -12,12 +12,12 @@
 #include "LEDEngine/LEDEngine.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
+#include "Model/PatchText.h"
 #include "Platform/Clock.h"
 #include "UI/Editor/WeftMapEditorScene.h"
 #include "UI/Editor/WeftMapEditorView.h"
 #include "UI/Main/StatusField.h"
 #include "UI/Network/NetworkChoice.h"
-#include "UI/Widgets/UniverseText.h"
 
 namespace {
 
@@ -232,8 +232,7 @@ void StatusLine::ShowElement(const MappingRectangle& item)
     ShowPart(item.GetPlacement().Rect(), item.rotation(),
              QString::fromStdWString(element->description));
     if (const DMXMappingArtNet* address = element->GetArtNetMapping())
-        address_->Show(UniverseText(address->GetPortAddress()) + QLatin1Char('/') +
-                       QString::number(address->GetChannel()));
+        address_->Show(AddressText(*address));
 }
 
 void StatusLine::ShowNoElement()
@@ -253,8 +252,7 @@ void StatusLine::ShowOutput()
     network_->SetWarns(isTrouble);
     const int elements = parts_.manager.GetMappedDeviceModel()->rowCount();
     elements_->Show(elements == 1 ? tr("1 element") : tr("%1 elements").arg(elements));
-    const ArtNetUniverses& frame = parts_.engine.GetOutput().GetUniverses();
-    const std::size_t universes = frame.Broadcast().size() + frame.Unicast().size();
+    const std::size_t universes = parts_.engine.GetOutput().GetUniverses().Count();
     universes_->Show(universes == 1 ? tr("1 universe") : tr("%1 universes").arg(universes));
     frameRate_.Read(frames_, Platform::MonotonicNanoseconds());
     rate_->Show(tr("%1 fps").arg(frameRate_.PerSecond(), 0, 'f', 1));

@@ -9,13 +9,13 @@
 
 #include "ArtNet/ArtNetPackets.h"
 #include "LEDEngine/ArtNetOutput.h"
+#include "Model/PatchText.h"
 #include "Platform/Clock.h"
 #include "Platform/IPv4.h"
 #include "Settings/ApplicationMode.h"
 #include "UI/Network/NetworkChoice.h"
 #include "UI/Widgets/DeskLook.h"
 #include "UI/Widgets/LedIndicator.h"
-#include "UI/Widgets/UniverseText.h"
 
 namespace {
 
@@ -167,8 +167,7 @@ QStringList TrafficLamps::ConflictLines() const
 
 QStringList TrafficLamps::OutText(const ArtNetTraffic& traffic) const
 {
-    const ArtNetUniverses& frame = output_.GetUniverses();
-    const std::size_t universes = frame.Broadcast().size() + frame.Unicast().size();
+    const std::size_t universes = output_.GetUniverses().Count();
     const QString count = tr("Universes: %1").arg(universes);
     QStringList lines;
     switch (output_.GetState()) {
