@@ -22,6 +22,7 @@ StatusField::StatusField(const char* objectName, const QString& name, QString wi
     setAccessibleName(name);
     setToolTip(name);
     setTextFormat(Qt::PlainText);
+    setIndent(0); // which else depends on the style's frame, and cuts the text
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
 }
 

@@ -22,15 +22,12 @@ QColor ColourOf(int level)
     return level == Fault ? TroubleColour() : WarningColour();
 }
 
-/// A triangle for a caution, a disc for a fault, both with an exclamation mark; nothing for a
-/// healthy row.
+/// A triangle for a caution, a disc for a fault, both with an exclamation mark.
 QPixmap Mark(int level, qreal ratio)
 {
     QPixmap mark(qRound(MarkSize * ratio), qRound(MarkSize * ratio));
     mark.setDevicePixelRatio(ratio);
     mark.fill(Qt::transparent);
-    if (level == Healthy)
-        return mark;
     const QColor ink = WarningInk();
     QPainter painter(&mark);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -64,8 +61,9 @@ void TroubleDelegate::initStyleOption(QStyleOptionViewItem* option, const QModel
         option->palette.setColor(QPalette::Text, ColourOf(level));
     if (index.column() != markColumn_ || index.parent().isValid())
         return;
-    const qreal ratio = option->widget ? option->widget->devicePixelRatioF() : 1;
+    // A healthy row keeps the room, so that the texts stand below each other.
     option->features |= QStyleOptionViewItem::HasDecoration;
-    option->icon = QIcon(Mark(level, ratio));
     option->decorationSize = QSize(MarkSize, MarkSize);
+    if (level != Healthy)
+        option->icon = QIcon(Mark(level, option->widget ? option->widget->devicePixelRatioF() : 1));
 }
