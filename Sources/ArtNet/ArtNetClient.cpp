@@ -63,6 +63,12 @@ std::vector<ArtNetSourceConflict> ArtNetClient::GetSourceConflicts() const
     return service ? service->GetSourceConflicts(id_) : std::vector<ArtNetSourceConflict>{};
 }
 
+std::vector<ArtNetReceived> ArtNetClient::GetReceived() const
+{
+    const auto service = Zen::ArtNetService::Global();
+    return service ? service->GetReceived(id_) : std::vector<ArtNetReceived>{};
+}
+
 void ArtNetClient::ReadDmx(std::int32_t firstPortAddress, std::span<std::uint8_t> pages) const
 {
     if (const auto service = Zen::ArtNetService::Global())

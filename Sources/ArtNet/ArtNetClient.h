@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "ArtNet/ArtNetNodeInfo.h"
+#include "ArtNet/ArtNetReceived.h"
 #include "ArtNet/ArtNetSourceConflict.h"
 #include "ArtNet/ArtNetTraffic.h"
 
@@ -56,6 +57,9 @@ public:
 
     /// The offered universes of this client to which two senders send now, in order.
     [[nodiscard]] std::vector<ArtNetSourceConflict> GetSourceConflicts() const;
+
+    /// The universes of this client that someone sends now, in order.
+    [[nodiscard]] std::vector<ArtNetReceived> GetReceived() const;
 
     /// Fills `pages`, a whole number of 512-byte pages, with the universes from `firstPortAddress`
     /// on. A universe that is not registered or was not received reads as zeros.

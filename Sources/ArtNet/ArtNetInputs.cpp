@@ -34,6 +34,7 @@ ArtNetInputs::Verdict ArtNetInputs::Take(const ArtNetPackets::Dmx& dmx, std::uin
     if (input.ignored.address == sender)
         input.ignored = {};
     input.taken = {sender, now};
+    ++input.packets;
     const std::size_t count = std::min(dmx.channels.size(), input.channels.size());
     if (count > 0)
         std::memcpy(input.channels.data(), dmx.channels.data(), count);
@@ -62,6 +63,20 @@ std::vector<ArtNetInputs::Page> ArtNetInputs::Offered(std::int64_t now) const
         page.outputs[page.count++] = static_cast<std::uint8_t>(portAddress & 0xF);
     }
     return pages;
+}
+
+std::vector<ArtNetReceived> ArtNetInputs::ComingIn(std::int64_t now, std::int32_t first,
+                                                   std::int32_t count) const
+{
+    std::vector<ArtNetReceived> comingIn;
+    auto input = inputs_.lower_bound(first);
+    for (; input != inputs_.end() && std::int64_t{input->first} - first < count; ++input) {
+        const auto& [portAddress, kept] = *input;
+        if (!kept.taken.IsSilent(now))
+            comingIn.push_back(
+                {static_cast<std::uint16_t>(portAddress), kept.taken.address, kept.packets});
+    }
+    return comingIn;
 }
 
 std::int32_t ArtNetInputs::CountComingIn(std::int64_t now, std::int32_t first,

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ArtNet/ArtNetPackets.h"
+#include "ArtNet/ArtNetReceived.h"
 #include "ArtNet/ArtNetSourceConflict.h"
 
 /// The universes that a server receives. With one sender the last packet counts; with several the
@@ -58,7 +59,11 @@ public:
     [[nodiscard]] std::vector<ArtNetSourceConflict>
     Conflicts(std::int64_t now, std::int32_t first = 0, std::int32_t count = 32768) const;
 
-    /// How many kept universes of this run someone sends now.
+    /// The kept universes of this run that someone sends now, in order.
+    [[nodiscard]] std::vector<ArtNetReceived> ComingIn(std::int64_t now, std::int32_t first,
+                                                       std::int32_t count) const;
+
+    /// How many these are.
     [[nodiscard]] std::int32_t CountComingIn(std::int64_t now, std::int32_t first,
                                              std::int32_t count) const;
 
@@ -78,6 +83,7 @@ private:
     {
         Universe channels{};
         bool offered = false;
+        std::uint64_t packets = 0; ///< taken so far
         Sender taken;
         Sender ignored;
     };

@@ -337,6 +337,17 @@ std::vector<ArtNetSourceConflict> ArtNetService::GetSourceConflicts(std::uint32_
                                                   client->universeCount);
 }
 
+std::vector<ArtNetReceived> ArtNetService::GetReceived(std::uint32_t id)
+{
+    const std::lock_guard lock(impl->mutex);
+    const ClientRecord* client = impl->ClientOf(id);
+    if (!client)
+        return {};
+    return impl->ServerOf(id)->Inputs().ComingIn(Platform::MonotonicNanoseconds(),
+                                                 static_cast<std::int32_t>(client->firstUniverse),
+                                                 client->universeCount);
+}
+
 void ArtNetService::ReadDmx(std::uint32_t id, std::int32_t first, std::span<std::uint8_t> pages)
 {
     const std::lock_guard lock(impl->mutex);

@@ -19,9 +19,6 @@ constexpr char ClientName[] = "PixelWeft";
 /// More than any network has; the list of a host that never ends is cut here.
 constexpr std::size_t MaxRemoteNodes = 4096;
 
-/// With so many subscribers a universe is broadcast, since many unicasts load the network more.
-constexpr std::int32_t SubscribersForBroadcast = 41;
-
 constexpr std::int64_t SourceCheckPeriod = 500'000'000;
 
 } // namespace
@@ -188,6 +185,19 @@ ArtNetTraffic ArtNetOutput::GetInputTraffic() const
 ArtNetTraffic ArtNetOutput::GetOutputTraffic() const
 {
     return outputClient ? outputClient->GetTraffic() : ArtNetTraffic{};
+}
+
+std::vector<ArtNetReceived> ArtNetOutput::GetReceived() const
+{
+    return inputClient && merging.IsEnabled() ? inputClient->GetReceived()
+                                              : std::vector<ArtNetReceived>{};
+}
+
+void ArtNetOutput::NoteFrameSent()
+{
+    lastFrameTime_ = Platform::MonotonicNanoseconds();
+    ++framesSent_;
+    emit dataOutOn();
 }
 
 void ArtNetOutput::CheckSources()

@@ -73,6 +73,18 @@ public:
     [[nodiscard]] ArtNetTraffic GetOutputTraffic() const;
     [[nodiscard]] const UniverseMerging& GetMerging() const { return merging; }
 
+    /// The universes that someone sends to the merger now, in order: none while the port is not
+    /// ours, since a host doesn't tell.
+    [[nodiscard]] std::vector<ArtNetReceived> GetReceived() const;
+    /// The received universes of the merge range as the last frame had them, from the first one on.
+    [[nodiscard]] const InputPages& GetInputPages() const { return inputUniverses; }
+
+    /// When the last frame was handed over, in nanoseconds of the monotonic clock; 0 while there
+    /// was none.
+    [[nodiscard]] std::int64_t GetLastFrameTime() const { return lastFrameTime_; }
+    /// How many frames were handed over, of which at least one universe was sent.
+    [[nodiscard]] std::uint64_t GetFramesSent() const { return framesSent_; }
+
     // ---- One frame, in this order. A universe that nothing was written to is not sent. ----------
 
     void ClearUniverses() { universes.Clear(); }
@@ -111,6 +123,10 @@ public:
     SendResult SendBroadcastUniverses();
     /// Each universe to the nodes that announced it, and once by broadcast when 41 or more did.
     SendResult SendAutoUnicastUniverses();
+    /// With so many subscribers a universe is broadcast, since many unicasts load the network more.
+    static constexpr std::int32_t SubscribersForBroadcast = 41;
+    /// Of a frame of which at least one universe was sent.
+    void NoteFrameSent();
 
     [[nodiscard]] const ArtNetUniverses& GetUniverses() const { return universes; }
 
@@ -157,6 +173,9 @@ private:
     std::uint64_t lastTaken_ = 0; ///< how many packets inputClient had taken at the last look
     std::vector<ArtNetSourceConflict> sourceConflicts_;
     std::int64_t sourcesChecked_ = 0; ///< when, in nanoseconds of the monotonic clock
+
+    std::int64_t lastFrameTime_ = 0;
+    std::uint64_t framesSent_ = 0;
 
     ArtNetUniverses universes;
     Subscribers subscribers; ///< how many known nodes take each Port-Address

@@ -156,7 +156,7 @@ int LEDEngine::BuildAndSendFrame()
         result = SendUniverses();
     }
     if (result.anySent)
-        emit output.dataOutOn();
+        output.NoteFrameSent();
     return result.allSent ? 0 : -1;
 }
 

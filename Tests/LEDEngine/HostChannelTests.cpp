@@ -15,6 +15,7 @@
 #include "HostStandIn/Host.h"
 #include "LEDEngine/ArtNetOutput.h"
 #include "LEDEngine/ArtNetTrigger.h"
+#include "LEDEngine/UniverseRoute.h"
 #include "Platform/IPv4.h"
 #include "Show.h"
 #include "Support/ArtNetBytes.h"
@@ -369,6 +370,7 @@ TEST_F(HostChannel, NodesGetTheUniversesThatTheyAnnounced)
         output.CopyToUniverse(universe, L"Auto", 1, Bytes{9});
     for (int frame = 0; frame < 2; ++frame)
         output.SendAutoUnicastUniverses();
+    EXPECT_EQ(RouteOf(output, true, 5, AutoNode).nodes, std::vector<std::string>{"2.0.0.10"});
     EXPECT_EQ(Received(), Lines(2, "universe address=5 pair=0 to=2.0.0.10 channels=09"));
 
     // More than forty of them get one broadcast, and nobody a universe without a channel.
@@ -387,6 +389,7 @@ TEST_F(HostChannel, NodesGetTheUniversesThatTheyAnnounced)
             output.SendAutoUnicastUniverses();
             const Lines lines = Received();
             EXPECT_EQ(lines.size(), count == 40 ? 40U : 1U);
+            EXPECT_EQ(RouteOf(output, true, 5, AutoNode).nodes.size(), count == 40 ? 40U : 0U);
             EXPECT_EQ(lines.back(), "universe address=5 pair=0 to=" +
                                         std::string(count == 40 ? "2.0.1.39" : "2.255.255.255") +
                                         " channels=09");
@@ -398,6 +401,18 @@ TEST_F(HostChannel, NodesGetTheUniversesThatTheyAnnounced)
     EXPECT_FALSE(output.SendUnicastUniverses().anySent);
     output.SendBroadcastUniverses();
     EXPECT_EQ(Received().size(), 2U) << "5 and 6";
+
+    using enum UniverseRoute::Way;
+    const auto way = [this](bool autoUnicast, std::uint16_t universe, const wchar_t* node) {
+        return RouteOf(output, autoUnicast, universe, node).way;
+    };
+    EXPECT_EQ(way(true, 5, AutoNode), Broadcast) << "41 subscribers";
+    EXPECT_EQ(way(true, 6, AutoNode), NoSubscriber);
+    EXPECT_EQ(way(false, 6, AutoNode), Broadcast);
+    EXPECT_EQ(way(true, 5, L"2.0.0.10"), Node);
+    EXPECT_EQ(way(true, 5, L"10.0.0.9"), OutsideNetwork);
+    output.outputSuspended = true;
+    EXPECT_EQ(way(true, 5, AutoNode), HostSends);
 }
 
 TEST_F(HostChannel, Settings)
