@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "FixtureModel/ChannelUse.h"
 #include "Log/Log.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
@@ -21,26 +22,12 @@ constexpr std::size_t PixelsForOwnRun = 16;
 /// many short runs would cost more than they save.
 constexpr std::uint32_t ShortRun = 8;
 
-std::uint32_t ChannelCountOf(const MappedLedItem& item)
-{
-    const std::int32_t count = item.GetFixture().GetChannelCount();
-    return static_cast<std::uint32_t>(std::clamp(count, 0, LEDFixture::MaxChannels));
-}
-
-/// Whether a pixel of n channels that starts on channel `cell` is written at all: it begins among
-/// the fixture's values and ends below channel 512.
-bool IsWritten(std::int32_t cell, std::int32_t n, std::uint32_t valueCount)
-{
-    return n > 0 && cell >= 1 && cell <= LEDFixture::MaxChannels - n &&
-           static_cast<std::uint32_t>(cell - 1) < valueCount;
-}
-
 std::uint32_t RoomFor(const PixelMap& map, std::uint32_t valueCount)
 {
     const std::int32_t n = map.GetChannelsPerPixel();
     std::uint32_t room = valueCount;
     for (const std::int32_t cell : map.GetChannels()) {
-        if (IsWritten(cell, n, valueCount))
+        if (IsPixelConverted(cell, n, static_cast<std::int32_t>(valueCount)))
             room = std::max(room, static_cast<std::uint32_t>(cell - 1 + n));
     }
     return room;
@@ -89,7 +76,7 @@ bool FramePlan::Place(const MappedLedItem& item)
     element.rows = map.GetHeight();
     element.firstPixel = static_cast<std::uint32_t>(offsets_.size());
     element.firstValue = static_cast<std::uint32_t>(values_.size());
-    element.valueCount = ChannelCountOf(item);
+    element.valueCount = static_cast<std::uint32_t>(SentChannelCount(item.GetFixture()));
     element.valueRoom = RoomFor(map, element.valueCount);
     offsets_.resize(offsets_.size() + pixels, ElementSampling::OutsideCanvas);
     pixels_.resize(offsets_.size() * 4);
@@ -200,7 +187,7 @@ void FramePlan::MakeRuns(const MappedDeviceModel& model)
         const MappedLedItem* item = model.GetElement(static_cast<int>(row));
         if (!item)
             continue;
-        if (element.columns > MaxBitmapSize || element.rows > MaxBitmapSize) {
+        if (!IsConverted(item->GetFixture())) {
             tooLarge_.push_back(row);
             continue;
         }
@@ -237,7 +224,7 @@ void FramePlan::AddPixels(Element& element, const MappedLedItem& item)
                          .firstSlot = 0});
     for (std::size_t cell = 0; cell < count; ++cell) {
         const std::int32_t channel = cells[cell];
-        if (!IsWritten(channel, n, element.valueCount))
+        if (!IsPixelConverted(channel, n, static_cast<std::int32_t>(element.valueCount)))
             continue;
         AddSlot(map.GetType(), item.GetFixture().GetIntensity(),
                 {element.firstPixel + static_cast<std::uint32_t>(cell),
@@ -307,28 +294,23 @@ void FramePlan::Convert()
 
 void FramePlan::MakeCopies(const MappedDeviceModel& model, const UniverseMerging& merging)
 {
-    std::vector<std::pair<Target, ChannelCopy>> wanted;
+    std::vector<std::pair<PatchTarget, ChannelCopy>> wanted;
     wanted.reserve(elements_.size());
     for (std::size_t row = 0; row < elements_.size(); ++row) {
         const MappedLedItem* item = model.GetElement(static_cast<int>(row));
         const DMXMappingArtNet* mapping = item ? item->GetArtNetMapping() : nullptr;
         if (!mapping)
             continue;
-        const std::uint16_t own = mapping->GetPortAddress();
-        const bool merged = merging.IsEnabled() && merging.IsInFromRange(own);
-        const Target target =
-            merged ? Target{AutoNode, static_cast<std::uint16_t>(merging.TranslateToOutput(own))}
-                   : Target{mapping->GetIpconf(), own};
-        wanted.push_back({target,
+        wanted.push_back({TargetOf(*mapping, merging),
                           {.firstValue = elements_[row].firstValue,
                            .count = elements_[row].valueCount,
                            .target = 0,
                            .firstChannel = mapping->GetChannel(),
-                           .blend = merged}});
+                           .blend = IsMerged(*mapping, merging)}});
     }
 
     // Universe by universe, and within one the rows in their order.
-    std::ranges::stable_sort(wanted, {}, &std::pair<Target, ChannelCopy>::first);
+    std::ranges::stable_sort(wanted, {}, &std::pair<PatchTarget, ChannelCopy>::first);
     targets_.clear();
     copies_.clear();
     for (auto& [target, copy] : wanted) {
@@ -357,7 +339,7 @@ void FramePlan::Assemble(ArtNetOutput& output) const
     // In sorted order, so that each universe is added at the end of its table.
     auto copy = copies_.begin();
     for (std::uint32_t i = 0; i < targets_.size(); ++i) {
-        DMXUniverse& universe = output.GetUniverse(targets_[i].portAddress, targets_[i].address);
+        DMXUniverse& universe = output.GetUniverse(targets_[i].portAddress, targets_[i].node);
         for (; copy != copies_.end() && copy->target == i; ++copy) {
             const auto part = [&copy](const auto& all) {
                 return std::span(all).subspan(copy->firstValue, copy->count);

@@ -2,15 +2,14 @@
 #pragma once
 
 #include <bitset>
-#include <compare>
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <string>
 #include <utility>
 #include <vector>
 
 #include "FixtureModel/LEDFixture.h"
+#include "FixtureModel/PatchTarget.h"
 #include "FixtureModel/UniverseMerging.h"
 #include "LEDEngine/ArtNetOutput.h"
 #include "LEDEngine/ElementDMX.h"
@@ -54,9 +53,6 @@ public:
     [[nodiscard]] std::int32_t ColumnsOf(std::size_t row) const { return elements_[row].columns; }
     [[nodiscard]] std::int32_t RowsOf(std::size_t row) const { return elements_[row].rows; }
 
-    /// The largest width and height of an element that is converted.
-    static constexpr std::int32_t MaxBitmapSize = 1000;
-
 private:
     struct Element
     {
@@ -80,15 +76,6 @@ private:
         std::uint32_t target = 0;
         std::int32_t firstChannel = 0;
         bool blend = false;
-    };
-
-    /// A universe that elements write to.
-    struct Target
-    {
-        std::wstring address;
-        std::uint16_t portAddress = 0;
-
-        auto operator<=>(const Target&) const = default;
     };
 
     [[nodiscard]] bool Place(const MappedLedItem& item);
@@ -118,7 +105,7 @@ private:
         underPixel_;                    ///< scratch of AddPixels: channels that a pixel writes
     std::vector<std::size_t> tooLarge_; ///< elements too large to convert
 
-    std::vector<Target> targets_;
+    std::vector<PatchTarget> targets_;
     std::vector<ChannelCopy> copies_;              ///< target by target
     std::optional<UniverseMerging> copiesMerging_; ///< that the copies were made for
 

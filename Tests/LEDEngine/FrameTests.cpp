@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Model/PatchTable.h"
 #include "Show.h"
 #include "Support/LogCapture.h"
 
@@ -71,8 +72,35 @@ private:
     std::mt19937 random_;
 };
 
-/// The frame of a document, laid together from frames of one element each.
-Universes Composed(const MappedDeviceModel& document, const ZenBitmap& source)
+/// A frame of each element alone.
+using Parts = std::vector<Universes>;
+
+/// The frame of a document, laid together from its parts by the table of owners.
+Universes ByOwners(const MappedDeviceModel& document, Parts& parts)
+{
+    Universes universes;
+    for (const PatchUniverse& universe : PatchTableOf(document)) {
+        const ChannelOwners owners = OwnersOf(universe, document);
+        const std::pair key(universe.target.node, universe.target.portAddress);
+        Bytes& channels = universes[key];
+        for (const PatchSpan& span : universe.spans)
+            channels.resize(std::max(channels.size(), std::size_t(span.channels.last)));
+        for (std::size_t i = 0; i < channels.size(); ++i) {
+            if (owners[i].span < 0)
+                continue;
+            const PatchSpan& span = universe.spans[static_cast<std::size_t>(owners[i].span)];
+            channels[i] = parts[static_cast<std::size_t>(span.row)].at(key).at(i);
+            if (owners[i].use.kind != ChannelUse::Kind::Pixel) {
+                EXPECT_EQ(channels[i], owners[i].use.value) << "channel " << i + 1;
+            }
+            EXPECT_EQ(owners[i].fixtureChannel, int(i) + 2 - span.channels.first);
+        }
+    }
+    return universes;
+}
+
+/// The frame of a document, laid together from its parts channel by channel.
+Universes Composed(const MappedDeviceModel& document, const ZenBitmap& source, Parts& parts)
 {
     const UniverseMerging& merging = document.GetMerging();
     Universes universes;
@@ -83,7 +111,7 @@ Universes Composed(const MappedDeviceModel& document, const ZenBitmap& source)
         show.Document().SetCanvasSize(document.GetCanvasWidth(), document.GetCanvasHeight());
         show.SetOutput(merging);
         show.Frame(source);
-        const auto alone = show.AllUniverses();
+        const auto& alone = parts.emplace_back(show.AllUniverses());
         for (const auto& [key, channels] : alone)
             universes[key].resize(std::max(universes[key].size(), channels.size()));
 
@@ -159,7 +187,13 @@ TEST(Frame, AnEditedDocumentIsTheSumOfItsElements)
             if (make.Chance(20))
                 source = make.Source();
             show.Frame(*source);
-            EXPECT_EQ(show.AllUniverses(), Composed(show.Document(), *source));
+            Parts parts;
+            const Universes frame = show.AllUniverses();
+            EXPECT_EQ(frame, Composed(show.Document(), *source, parts));
+            for (auto& [key, channels] : ByOwners(show.Document(), parts)) {
+                channels.resize(frame.at(key).size()); // received DMX fills merged universes
+                EXPECT_EQ(channels, frame.at(key));
+            }
         }
     }
 }
