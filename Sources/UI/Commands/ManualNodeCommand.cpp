@@ -67,8 +67,11 @@ void ManualNodeCommand::Replace(const Node& present, const Node& wanted) const
     if (!wanted || nodes_.AddManualNode(*wanted))
         return;
     const QString address = AddressOf(*wanted);
-    if (!nodes_.GetOfflineNodes().contains(address))
-        return; // it answers
+    if (!nodes_.GetOfflineNodes().contains(address)) {
+        // It answers, and the document lacks the entry that its file may have.
+        manager_.SetDocumentDirty(true);
+        return;
+    }
     ArtNetNodeRecord& node = *nodes_.GetNode(address);
     node.name = wanted->name;
     node.manual = true;

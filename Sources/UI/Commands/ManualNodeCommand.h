@@ -11,7 +11,8 @@ class ArtNetNodeModel;
 
 /// The operator adds, changes or deletes a manual node, and elements are sent to the node as it is
 /// then, or to no chosen node when it is deleted. A node that answers is no manual one: where the
-/// node has answered meanwhile, only the elements change.
+/// node has answered meanwhile, only the elements change, and the document is unsaved, also when
+/// undo comes back to the step of the last save.
 class ManualNodeCommand final : public ValueCommand<ElementAddress>
 {
 public:

@@ -29,18 +29,18 @@ protected:
     ValueCommand(DeviceManager& manager, Entries before, void (DeviceManager::*set)(const Entries&),
                  const QString& text)
         : QUndoCommand(text)
+        , manager_(manager)
         , before_(std::move(before))
         , after_(before_)
-        , manager_(manager)
         , set_(set)
     {}
 
     void Set(const Entries& entries) const { (manager_.*set_)(entries); }
 
+    DeviceManager& manager_;
     const Entries before_;
     Entries after_;
 
 private:
-    DeviceManager& manager_;
     void (DeviceManager::*set_)(const Entries&);
 };

@@ -271,6 +271,15 @@ TEST_F(Patch, AManualNodeIsEnteredEditedAndDeleted)
     EXPECT_EQ(person.seen.back().title, "Delete manual address"_q);
     EXPECT_EQ(person.seen.back().byDefault, "Cancel"_q);
     EXPECT_EQ(State(), "saved"_q) << "all is undone";
+
+    // A node that answers is no manual one: undo can't bring the entry of the file back.
+    person.WillPress("Delete"_q);
+    person.WillPress("Yes"_q);
+    Support::Pick(List(), "Edit...");
+    Nodes().UpdateNodes({Node("2.0.0.20", "Left"), Node("2.0.0.30", "Truss")});
+    Trigger("actionUndo");
+    EXPECT_EQ(Patched(), "0/1 2.0.0.30 Truss, 0/40 2.0.0.30 Truss, 0/80 2.0.0.50");
+    EXPECT_EQ(State(), "unsaved"_q);
 }
 
 TEST_F(Patch, WhileTheDialogIsOpenTheNetworkAndTheDocumentGoOn)
