@@ -6,7 +6,9 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLocale>
+#include <QPointer>
 #include <QUndoStack>
+#include <QWidget>
 
 #include "LEDEngine/GetIPRange.h"
 #include "LibTools/XmlFile.h"
@@ -58,36 +60,54 @@ void DocumentLife::SetMappingFilePath(const QString& path)
 
 void DocumentLife::AddActions()
 {
-    actions_.Add({.objectName = "actionNew",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "&New..."),
-                  .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Creates an empty canvas"),
-                  .shortcut = "Ctrl+N",
-                  .icon = "icon_filenew.png"},
-                 this, &DocumentLife::ActionNew);
-    QAction* save =
-        actions_.Add({.objectName = "actionSave_File",
-                      .text = QT_TRANSLATE_NOOP("WEFTMain", "&Save"),
-                      .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Save mapping to current file"),
-                      .shortcut = "Ctrl+S",
-                      .icon = "icon_filesave.png"},
-                     this, &DocumentLife::ActionSaveFile);
+    const auto add = [this](const ActionRow& row, void (DocumentLife::*act)()) {
+        return actions_.Add(row, this, [this, act] {
+            TakeWhatIsTyped();
+            (this->*act)();
+        });
+    };
+    add({.objectName = "actionNew",
+         .text = QT_TRANSLATE_NOOP("WEFTMain", "&New..."),
+         .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Creates an empty canvas"),
+         .shortcut = "Ctrl+N",
+         .icon = "icon_filenew.png"},
+        &DocumentLife::ActionNew);
+    QAction* save = add({.objectName = "actionSave_File",
+                         .text = QT_TRANSLATE_NOOP("WEFTMain", "&Save"),
+                         .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Save mapping to current file"),
+                         .shortcut = "Ctrl+S",
+                         .icon = "icon_filesave.png"},
+                        &DocumentLife::ActionSaveFile);
     connect(&parts_.manager, &DeviceManager::signalDocumentSavedState, save, &QAction::setDisabled);
-    actions_.Add({.objectName = "actionImport",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "&Import..."),
-                  .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Open an existing mapping file "),
-                  .shortcut = "Ctrl+O",
-                  .icon = "icon_fileopen.png"},
-                 this, &DocumentLife::ActionImport);
-    actions_.Add({.objectName = "actionExport",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "&Export..."),
-                  .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Save mapping to a mapping file "),
-                  .shortcut = "Ctrl+Shift+S",
-                  .icon = "icon_filesaveas.png"},
-                 this, &DocumentLife::ActionExport);
-    actions_.Add({.objectName = "actionVersions",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "&Versions..."),
-                  .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Take back a saved version")},
-                 this, &DocumentLife::ActionVersions);
+    add({.objectName = "actionImport",
+         .text = QT_TRANSLATE_NOOP("WEFTMain", "&Import..."),
+         .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Open an existing mapping file "),
+         .shortcut = "Ctrl+O",
+         .icon = "icon_fileopen.png"},
+        &DocumentLife::ActionImport);
+    add({.objectName = "actionExport",
+         .text = QT_TRANSLATE_NOOP("WEFTMain", "&Export..."),
+         .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Save mapping to a mapping file "),
+         .shortcut = "Ctrl+Shift+S",
+         .icon = "icon_filesaveas.png"},
+        &DocumentLife::ActionExport);
+    add({.objectName = "actionVersions",
+         .text = QT_TRANSLATE_NOOP("WEFTMain", "&Versions..."),
+         .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Take back a saved version")},
+        &DocumentLife::ActionVersions);
+}
+
+/// A menu leaves the focus, and with it the typing, where it is.
+void DocumentLife::TakeWhatIsTyped()
+{
+    const QPointer<QWidget> field = parts_.window.focusWidget();
+    if (!field)
+        return;
+    field->clearFocus();
+    if (field && field->isVisible())
+        field->setFocus();
+    else if (field) // the editor of a list, which is done
+        field->parentWidget()->setFocus();
 }
 
 // ---- The first document of a run ---------------------------------------------------------------
@@ -234,6 +254,7 @@ bool DocumentLife::MayLetGo(const QString& title, const QString& question)
 
 void DocumentLife::ImportFile(const QString& path)
 {
+    TakeWhatIsTyped();
     const bool wasUnsaved = parts_.manager.documentDirty;
     MappingFile file = parts_.manager.ReadMapping(path);
     if (!MayTake(file) ||
@@ -428,6 +449,7 @@ void DocumentLife::ActionVersions()
 
 bool DocumentLife::MayClose()
 {
+    TakeWhatIsTyped();
     return MayLetGo(tr("Unsaved Mapping"),
                     tr("The current mapping has changes that you have not saved yet.\n\nAre you "
                        "sure you want to exit the Zentri PixelWeft?"));

@@ -52,8 +52,8 @@ public:
     /// Asks what becomes of the work that an earlier run left unsaved, if there is any.
     void OfferUnsavedWork();
 
-    /// Whether the program may end. Asks the operator when there is unsaved work, and saves it if
-    /// that is the answer.
+    /// Whether the program may end. What stands typed in a field counts. Asks the operator when
+    /// there is unsaved work, and saves it if that is the answer.
     [[nodiscard]] bool MayClose();
 
 public slots:
@@ -89,6 +89,8 @@ signals:
 
 private:
     void AddActions();
+    /// What stands typed in a field becomes a step of the history first.
+    void TakeWhatIsTyped();
     void BeginFirst(const QString& fault);
     [[nodiscard]] int AskAboutUnsavedWork(const QString& kept);
     void RestoreUnsavedWork(const QString& kept);

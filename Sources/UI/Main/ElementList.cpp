@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include <QKeyEvent>
 #include <QLineEdit>
 
 #include "Model/DeviceManager.h"
@@ -12,6 +13,7 @@
 #include "UI/Commands/AddressCommands.h"
 #include "UI/Commands/PushStep.h"
 #include "UI/Editor/WeftMappedObjectTreeView.h"
+#include "UI/Inspector/DocumentKeys.h"
 #include "UI/Widgets/ActionSet.h"
 #include "UI/Widgets/ListColumns.h"
 #include "UI/Widgets/TroubleDelegate.h"
@@ -37,6 +39,22 @@ public:
             PushStep(undoStack_, std::make_unique<DescriptionCommand>(
                                      manager_, ElementIds{number.data(Qt::UserRole).toLongLong()},
                                      field->text().toStdWString()));
+    }
+
+protected:
+    /// As in the inspector, a key that is a command comes after what was typed.
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        auto* editor = qobject_cast<QWidget*>(watched);
+        if (!editor || event->type() != QEvent::ShortcutOverride ||
+            !DocumentKeys::IsCommand(static_cast<QKeyEvent&>(*event)))
+            return TroubleDelegate::eventFilter(watched, event);
+        watched->event(event); // which accepts the keys that it has a use for
+        if (!event->isAccepted()) {
+            emit commitData(editor);
+            emit closeEditor(editor);
+        }
+        return true;
     }
 
 private:

@@ -403,7 +403,6 @@ void WEFTMain::StartTimers()
 
 void WEFTMain::closeEvent(QCloseEvent* event)
 {
-    form_->mappingEditorView->setFocus(); // What stands typed in a field counts.
     if (!document_->MayClose()) {
         if (event)
             event->ignore();

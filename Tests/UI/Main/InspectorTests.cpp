@@ -246,6 +246,7 @@ TEST_F(InspectorInTheWindow, WhatIsBeingTypedBelongsToTheElementsThatWereSelecte
     }
     Select({0, 1});
     type(Y, "3");
+    person.WillPress("Discard"_q); // what was typed
     Trigger("actionNew");
     EXPECT_EQ(PlacedFixtures(), 0);
     EXPECT_EQ(Find<QStackedWidget>("deviceProperties")->currentIndex(), 0);

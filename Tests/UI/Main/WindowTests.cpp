@@ -345,14 +345,17 @@ TEST_F(Window, AnElementIsNamedInTheListAsAStepOfTheHistory)
             .toString();
     };
     list->setCurrentIndex(list->model()->index(0, MappedDeviceModel::AddressColumn));
+    const auto type = [&](const char* text) {
+        Type(list, Qt::Key_F2);
+        auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+        EXPECT_TRUE(field && list->isAncestorOf(field));
+        QTest::keyClicks(field, QLatin1String(text));
+        return field;
+    };
     for (const auto& [text, end, shown] :
          {std::tuple("Left 1", Qt::Key_Escape, "Bar"), std::tuple("Zed", Qt::Key_Return, "Zed")})
     {
-        Type(list, Qt::Key_F2);
-        auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
-        ASSERT_TRUE(field && list->isAncestorOf(field));
-        QTest::keyClicks(field, QLatin1String(text));
-        QTest::keyClick(field, end);
+        QTest::keyClick(type(text), end);
         QCoreApplication::processEvents();
         EXPECT_EQ(name(), QLatin1String(shown));
     }
@@ -361,6 +364,23 @@ TEST_F(Window, AnElementIsNamedInTheListAsAStepOfTheHistory)
     Trigger("actionUndo");
     EXPECT_EQ(name(), "Bar"_q);
     EXPECT_FALSE(Action("actionUndo")->isEnabled());
+
+    // What stands typed counts for what is done with the document, by key or by mouse.
+    QTest::keyClick(type("By key"), Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(State(), "saved"_q);
+    EXPECT_EQ(name(), "By key"_q);
+    type("By mouse");
+    person.WillChoose(Path("copy.wfm"_q));
+    Trigger("actionExport");
+    EXPECT_EQ(name(), "By mouse"_q);
+    EXPECT_EQ(window->focusWidget(), list);
+    std::string copy = Bytes(Path("copy.wfm"_q));
+    std::erase(copy, '\0'); // half of UTF-16
+    EXPECT_NE(copy.find("By mouse"), std::string::npos);
+    type("At the end");
+    person.WillPress("Cancel"_q);
+    EXPECT_FALSE(window->close());
+    EXPECT_EQ(name(), "At the end"_q);
 }
 
 TEST_F(Window, PreferencesShowAndTakeWhatIsSet)
