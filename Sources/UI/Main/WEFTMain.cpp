@@ -144,6 +144,8 @@ void WEFTMain::BuildTestPattern()
     testPatternPanel_ = std::make_unique<TestPatternPanel>(*testPattern_, boxes_, *this);
     connect(testPattern_.get(), &LEDTestPatternControl::testPatternChange, this,
             &WEFTMain::SetTestPatternImage);
+    connect(testPatternPanel_.get(), &TestPatternPanel::told, statusBar(),
+            [this](const QString& words) { statusBar()->showMessage(words, StatusMilliseconds); });
     testPattern_->Update();
 }
 

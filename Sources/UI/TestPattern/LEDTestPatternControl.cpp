@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <QDir>
+#include <QFileInfo>
 #include <QImageReader>
 #include <QSettings>
 #include <QVariant>
@@ -61,7 +62,24 @@ LEDTestPatternControl::~LEDTestPatternControl() = default;
 
 void LEDTestPatternControl::Update()
 {
-    Show(Make());
+    Step(0);
+}
+
+void LEDTestPatternControl::Step(std::int32_t by)
+{
+    const std::int32_t before = selection_;
+    const bool wasFromDirectory = std::exchange(isFromDirectory_, false);
+    selection_ += by;
+    auto picture = Make();
+    if (!picture) {
+        emit directoryHasNone(directory_);
+        if (wasFromDirectory) {
+            selection_ = before;
+            return;
+        }
+        picture = NearestBuiltIn();
+    }
+    Show(std::move(picture));
 }
 
 void LEDTestPatternControl::Show(std::unique_ptr<QPixmap> picture)
@@ -78,7 +96,8 @@ bool LEDTestPatternControl::SetDirectory(const QString& directory)
         if (!picture)
             continue;
         directory_ = directory;
-        selection_ = BuiltInPictures + (LoadPicture(userFile_) ? 1 : 0) + index;
+        selection_ = BuiltInPictures + (HasUserPicture() ? 1 : 0) + index;
+        isFromDirectory_ = true;
         Show(std::move(picture));
         return true;
     }
@@ -92,6 +111,7 @@ QString LEDTestPatternControl::SetFile(const QString& file)
     if (picture) {
         userFile_ = file;
         selection_ = UserFile;
+        isFromDirectory_ = false;
         Show(std::move(picture));
     }
     return failure;
@@ -99,14 +119,12 @@ QString LEDTestPatternControl::SetFile(const QString& file)
 
 void LEDTestPatternControl::Next()
 {
-    ++selection_;
-    Update();
+    Step(1);
 }
 
 void LEDTestPatternControl::Previous()
 {
-    --selection_;
-    Update();
+    Step(-1);
 }
 
 void LEDTestPatternControl::ReadSettings(const QSettings& store)
@@ -116,6 +134,7 @@ void LEDTestPatternControl::ReadSettings(const QSettings& store)
     // A number from a store edited by hand stays far enough from the ends to be counted from.
     constexpr std::int32_t limit = 1'000'000;
     selection_ = std::clamp(store.value(selectionKey, 0).toInt(), -limit, limit);
+    isFromDirectory_ = false;
 }
 
 void LEDTestPatternControl::WriteSettings(QSettings& store) const
@@ -141,16 +160,17 @@ std::unique_ptr<QPixmap> LEDTestPatternControl::MakeWithoutDirectory()
             return picture;
         }
     }
-    return BuiltIn(selection_ < 0 ? ColourBars : DemoPicture);
+    return directory_.isEmpty() ? NearestBuiltIn() : nullptr;
 }
 
 std::unique_ptr<QPixmap> LEDTestPatternControl::MakeFromDirectory(const QStringList& files)
 {
-    auto userPicture = LoadPicture(userFile_);
-    if (selection_ == UserFile && userPicture)
-        return userPicture;
+    if (selection_ == UserFile && HasUserPicture()) {
+        if (auto picture = LoadPicture(userFile_))
+            return picture;
+    }
     const auto count = static_cast<std::int32_t>(files.size());
-    const std::int32_t total = count + BuiltInPictures + (userPicture ? 1 : 0);
+    const std::int32_t total = count + BuiltInPictures + (HasUserPicture() ? 1 : 0);
     if (selection_ < 0)
         selection_ = total - 1;
     if (selection_ >= total)
@@ -158,12 +178,30 @@ std::unique_ptr<QPixmap> LEDTestPatternControl::MakeFromDirectory(const QStringL
     for (std::int32_t tries = 0; tries < count; ++tries) {
         const QString& file = files[std::clamp(count - total + selection_, 0, count - 1)];
         ZEN_LOG_INFO("%s", file.toUtf8().constData());
-        if (auto picture = LoadPicture(file))
+        if (auto picture = LoadPicture(file)) {
+            isFromDirectory_ = true;
             return picture;
+        }
         if (++selection_ >= total)
             selection_ = total - count;
     }
-    return BuiltIn(DemoPicture);
+    return nullptr;
+}
+
+bool LEDTestPatternControl::HasUserPicture()
+{
+    const QFileInfo file(userFile_);
+    const TriedFile now{userFile_, file.lastModified(), file.size()};
+    if (triedFile_ != now) {
+        triedFile_ = now;
+        triedFileIsPicture_ = LoadPicture(userFile_) != nullptr;
+    }
+    return triedFileIsPicture_;
+}
+
+std::unique_ptr<QPixmap> LEDTestPatternControl::NearestBuiltIn()
+{
+    return BuiltIn(selection_ < 0 ? ColourBars : DemoPicture);
 }
 
 std::unique_ptr<QPixmap> LEDTestPatternControl::BuiltIn(std::int32_t which)

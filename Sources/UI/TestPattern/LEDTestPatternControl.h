@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 
+#include <QDateTime>
 #include <QObject>
 #include <QPixmap>
 #include <QString>
@@ -26,8 +27,9 @@ public:
     [[nodiscard]] QPixmap* GetPixmap() const { return pixmap_.get(); }
     [[nodiscard]] std::int32_t GetSelection() const { return selection_; }
 
-    /// Loads the selected picture, corrects a selection that has no
-    /// picture, and emits testPatternChange.
+    /// Loads the selected picture, corrects a selection that has no picture, and emits
+    /// testPatternChange. Where the directory has none any more, a picture of it that is shown
+    /// stays; the next step leaves it.
     void Update();
 
     /// Shows the pictures of this directory, from the first one that can be read. False, with
@@ -48,11 +50,28 @@ public:
 signals:
     /// The old picture lives until all receivers have taken the new one.
     void testPatternChange(QPixmap* newtestpattern);
+    /// The selection leads into the directory, in which no picture can be read now.
+    void directoryHasNone(const QString& directory);
 
 private:
+    /// A file as it was when it was last tried.
+    struct TriedFile
+    {
+        QString path;
+        QDateTime changed;
+        qint64 size = 0;
+        bool operator==(const TriedFile&) const = default;
+    };
+
+    void Step(std::int32_t by);
+    /// Decodes the user's file only when it has changed.
+    [[nodiscard]] bool HasUserPicture();
+    /// Null when the selection leads into a directory that has none.
     [[nodiscard]] std::unique_ptr<QPixmap> Make();
     [[nodiscard]] std::unique_ptr<QPixmap> MakeWithoutDirectory();
     [[nodiscard]] std::unique_ptr<QPixmap> MakeFromDirectory(const QStringList& files);
+    /// Where the round goes on without a directory.
+    [[nodiscard]] std::unique_ptr<QPixmap> NearestBuiltIn();
     [[nodiscard]] std::unique_ptr<QPixmap> BuiltIn(std::int32_t which);
     void Show(std::unique_ptr<QPixmap> picture);
 
@@ -60,4 +79,7 @@ private:
     QString userFile_;
     std::unique_ptr<QPixmap> pixmap_;
     std::int32_t selection_ = 0;
+    bool isFromDirectory_ = false; ///< the picture, as far as a step keeps it there
+    TriedFile triedFile_;
+    bool triedFileIsPicture_ = false;
 };

@@ -21,6 +21,13 @@ TestPatternPanel::TestPatternPanel(LEDTestPatternControl& control, OperatorBoxes
                   .text = QT_TRANSLATE_NOOP("WEFTMain", "Choose Test Image &Directory..."),
                   .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Choose test image directory")},
                  this, &TestPatternPanel::ActionChooseTestImageDirectory);
+    connect(&control_, &LEDTestPatternControl::directoryHasNone, this,
+            [this](const QString& directory) {
+                emit told(WindowText(QT_TRANSLATE_NOOP("WEFTMain",
+                                                       "No test image can be read in %1: is its "
+                                                       "disk connected?"))
+                              .arg(QDir::toNativeSeparators(directory)));
+            });
 }
 
 void TestPatternPanel::ActionChooseTestImage()

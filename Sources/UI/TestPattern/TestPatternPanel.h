@@ -24,6 +24,10 @@ public slots:
     void ActionNextTestImage();
     void ActionPreviousTestImage();
 
+signals:
+    /// A sentence for the status line.
+    void told(const QString& words);
+
 private:
     /// A choice that failed changes nothing.
     void TellNotShown(const QString& reason);

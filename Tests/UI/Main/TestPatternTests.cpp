@@ -132,12 +132,39 @@ TEST_F(TestPattern, AChoiceThatCanBeReadIsShownAtOnce)
     // The old picture lives until everyone has taken the new one.
     const QPixmap* old = control.GetPixmap();
     QSize oldSize;
-    QObject::connect(&control, &LEDTestPatternControl::testPatternChange, [&](QPixmap* picture) {
-        EXPECT_NE(picture, old);
-        oldSize = old->size();
-    });
+    const auto shown = QObject::connect(&control, &LEDTestPatternControl::testPatternChange,
+                                        [&](const QPixmap* picture) {
+                                            EXPECT_NE(picture, old);
+                                            oldSize = old->size();
+                                        });
     control.Next();
     EXPECT_FALSE(oldSize.isEmpty());
+    QObject::disconnect(shown);
+
+    // A disk that was taken out: the picture stays, until the step is made once more.
+    int told = 0;
+    QObject::connect(&control, &LEDTestPatternControl::directoryHasNone,
+                     [&](const QString& directory) {
+                         EXPECT_EQ(directory, Path("first broken"));
+                         ++told;
+                     });
+    EXPECT_TRUE(QDir().rename(Path("first broken"), Path("elsewhere")));
+    control.Previous();
+    EXPECT_EQ(Shown(), 'b');
+    EXPECT_EQ(control.GetSelection(), 5);
+    EXPECT_EQ(told, 1);
+    EXPECT_TRUE(QDir().rename(Path("elsewhere"), Path("first broken")));
+    control.Previous();
+    EXPECT_EQ(Shown(), 'g');
+    EXPECT_TRUE(QDir().rename(Path("first broken"), Path("elsewhere")));
+    control.Next();
+    EXPECT_EQ(Shown(), 'g');
+    control.Next();
+    EXPECT_EQ(Shown(), 'D');
+    EXPECT_EQ(told, 3);
+    control.Next();
+    EXPECT_EQ(Shown(), 'B');
+    EXPECT_EQ(told, 3) << "it leads not there";
 }
 
 TEST_F(TestPatternInWindow, APictureThatCantBeReadIsToldAndTheOneBeforeStays)
@@ -164,4 +191,13 @@ TEST_F(TestPatternInWindow, APictureThatCantBeReadIsToldAndTheOneBeforeStays)
         EXPECT_TRUE(person.seen.back().text.contains(QLatin1String(words))) << action;
         EXPECT_EQ(Picture(), before) << action;
     }
+    ASSERT_TRUE(QDir().mkpath(Path("disk"_q)));
+    ASSERT_TRUE(QFile::copy(Path("halves.png"_q), Path("disk/halves.png"_q)));
+    person.WillChoose(Path("disk"_q));
+    Trigger("actionChoose_Test_Image_Dir");
+    ASSERT_TRUE(QDir(Path("disk"_q)).removeRecursively());
+    QTest::mouseClick(View().GetNextImageButton(), Qt::LeftButton);
+    EXPECT_EQ(Picture(), before);
+    EXPECT_EQ(Find<QStatusBar>("statusbar")->currentMessage(),
+              "No test image can be read in %1: is its disk connected?"_q.arg(Path("disk"_q)));
 }
