@@ -139,14 +139,15 @@ void MappingFile::ReadNodes()
     const auto* list = file_->Document().FirstChildElement("ManualNetworkNodes");
     if (!list)
         return;
+    bool ended = false; // by the first node without a name
     for (const auto* child = list->FirstChildElement("ManualNode"); child;
          child = child->NextSiblingElement("ManualNode"))
     {
+        ++nodeCount_;
         const auto nodeName = XmlText::Attribute(*child, "Name");
-        if (!nodeName)
-            return;
         const auto address = XmlText::Attribute(*child, "IP");
-        if (!address)
+        ended = ended || !nodeName;
+        if (ended || !address)
             continue;
         ArtNetNodeRecord record;
         record.name = Platform::WideToUtf8(*nodeName);
@@ -221,6 +222,21 @@ FixtureConflictCallback MappingFile::ConflictAnswers() const
             return answers[product];
         return ask ? ask(manufacturer, product) : static_cast<int>(KeepFixture);
     };
+}
+
+QString MappingFile::Losses() const
+{
+    QStringList losses;
+    if (!lost_.isEmpty())
+        losses << LostElements();
+    if (HasLostNodes())
+        losses << Text(QT_TRANSLATE_NOOP("MappingFile",
+                                         "%1 of its %2 manual nodes can't be read: a node needs a "
+                                         "name and an address, and those behind one without a name "
+                                         "are left out."))
+                      .arg(nodeCount_ - nodes_.size())
+                      .arg(nodeCount_);
+    return losses.join(QStringLiteral("\n\n"));
 }
 
 QString MappingFile::LostElements() const

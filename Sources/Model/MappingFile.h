@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -50,10 +51,14 @@ public:
     [[nodiscard]] bool IsReadable() const { return fault_.isEmpty(); }
     /// Why it can't be read, as a sentence for the operator.
     [[nodiscard]] const QString& Fault() const { return fault_; }
-    /// Whether no element is lost.
-    [[nodiscard]] bool IsWhole() const { return IsReadable() && lost_.isEmpty(); }
-    /// How many elements of how many can't be read, the first ten of them, and why.
-    [[nodiscard]] QString LostElements() const;
+    /// Whether no element and no manual node is lost.
+    [[nodiscard]] bool IsWhole() const
+    {
+        return IsReadable() && lost_.isEmpty() && !HasLostNodes();
+    }
+    /// How many elements and manual nodes of how many can't be read, the first ten elements, and
+    /// why.
+    [[nodiscard]] QString Losses() const;
 
     [[nodiscard]] const XmlFile& File() const { return *file_; }
     [[nodiscard]] const Header& GetHeader() const { return header_; }
@@ -81,6 +86,8 @@ private:
     [[nodiscard]] QString Read(const DeviceModel& library);
     [[nodiscard]] QString ReadHeader(const tinyxml2::XMLElement& mapping);
     void ReadNodes();
+    [[nodiscard]] bool HasLostNodes() const { return nodes_.size() < nodeCount_; }
+    [[nodiscard]] QString LostElements() const;
     void ReadElements(const tinyxml2::XMLElement& mapping, const DeviceModel& library);
 
     QString path_;
@@ -88,6 +95,7 @@ private:
     QString fault_;
     Header header_;
     std::optional<UniverseMerging> merging_;
+    std::size_t nodeCount_ = 0; ///< in the file
     std::vector<ArtNetNodeRecord> nodes_;
     std::int64_t count_ = 0;
     std::vector<std::unique_ptr<MappedLedItem>> elements_;

@@ -200,14 +200,14 @@ TEST_F(DocumentFile, AnElementThatCantBeReadIsNamedAndCostsNoOther)
         EXPECT_EQ(Saved(), Start + Good + Good + "</Mapping>\n");
         const MappingFile file = manager.ReadMapping(Path("in.wfm"));
         EXPECT_TRUE(file.IsReadable() && !file.IsWhole());
-        EXPECT_EQ(file.LostElements().toStdString(),
+        EXPECT_EQ(file.Losses().toStdString(),
                   std::string("1 of its 3 elements can't be read:\n\n") + told);
     }
     std::string text = Start;
     for (int element = 0; element < 13; ++element)
         text += Altered(Good, R"(fixture="Lamp")", "");
     ASSERT_TRUE(Load(text + "</Mapping>"));
-    const QString lost = manager.ReadMapping(Path("in.wfm")).LostElements();
+    const QString lost = manager.ReadMapping(Path("in.wfm")).Losses();
     EXPECT_EQ(lost.count(QStringLiteral("names no fixture")), 10);
     EXPECT_TRUE(lost.endsWith(QStringLiteral("\nand 3 more")));
 }
@@ -253,6 +253,11 @@ TEST_F(DocumentFile, ManualNodesComeUpToTheFirstWithoutAName)
         R"(<ManualNode Name="a" IP="2.0.0.1"/><ManualNode Name="again" IP="2.0.0.2"/>)"
         R"(<ManualNode Name="long" IP=")" +
             longIp + R"("/><ManualNode IP="2.0.0.3"/><ManualNode Name="c" IP="2.0.0.4"/>)")));
+    const MappingFile file = manager.ReadMapping(Path("in.wfm"));
+    EXPECT_FALSE(file.IsWhole());
+    EXPECT_EQ(file.Losses().toStdString(),
+              "3 of its 7 manual nodes can't be read: a node needs a name and an address, and "
+              "those behind one without a name are left out.");
     ArtNetNodeRecord live;
     live.ip = "2.0.0.9";
     nodes.UpdateNodes({live});

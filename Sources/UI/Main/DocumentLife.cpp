@@ -120,7 +120,7 @@ void DocumentLife::LoadFirst()
         return;
     }
     const bool whole = file.IsWhole();
-    const QString lost = file.LostElements();
+    const QString lost = file.Losses();
     // Nothing is sent before this document is there, and nobody may be there to answer.
     WithLibraryOfUser([&file](const DeviceModel& library) { file.SettleConflictsByUse(library); });
     TakeSettled(std::move(file));
@@ -228,7 +228,7 @@ bool DocumentLife::MayTake(const MappingFile& file)
     OperatorBoxes::Choice choice;
     choice.icon = QMessageBox::Warning;
     choice.title = tr("Mapping Read in Part");
-    choice.text = tr("%1 can't be read whole.\n\n%2").arg(file.Path(), file.LostElements());
+    choice.text = tr("%1 can't be read whole.\n\n%2").arg(file.Path(), file.Losses());
     choice.buttons = QStringList{tr("Import the rest"), tr("Cancel")};
     choice.byDefault = choice.onEscape = 1;
     choice.parent = &parts_.window;
