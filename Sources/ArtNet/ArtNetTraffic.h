@@ -9,7 +9,7 @@
 struct ArtNetTraffic
 {
     std::uint64_t taken = 0;  ///< ArtDmx packets of kept universes, of the sender that counts
-    std::uint64_t sent = 0;   ///< packets that the system took from us
+    std::uint64_t sent = 0;   ///< packets of frames that the system took from us
     std::uint64_t failed = 0; ///< packets that it refused
     std::uint64_t late = 0;   ///< packets that could not leave in time and were dropped
 

@@ -472,13 +472,30 @@ void ArtNetServer::SendNextGroup()
     });
 }
 
+/// Counts frames alone: the answers to polls that the sender hands over, too, are no output.
 Platform::SendOutcome ArtNetServer::SendAndCount(std::span<const Platform::Datagram> batch)
 {
-    const auto outcome = SendNow(batch);
-    sent_ += outcome.sent;
-    failed_ += batch.size() - outcome.sent - outcome.untried;
-    KeepError(outcome.lastError);
-    return outcome;
+    const auto isAnswer = [](const Platform::Datagram& datagram) {
+        return ArtNetPackets::Classify(datagram.bytes) == ArtNetPackets::Kind::PollReply;
+    };
+    Platform::SendOutcome whole;
+    while (!batch.empty() && whole.untried == 0) {
+        const bool answers = isAnswer(batch.front());
+        const auto end = std::ranges::find(batch, !answers, isAnswer);
+        const auto run = batch.first(static_cast<std::size_t>(end - batch.begin()));
+        batch = batch.subspan(run.size());
+        const auto outcome = SendNow(run);
+        if (!answers) {
+            sent_ += outcome.sent;
+            failed_ += run.size() - outcome.sent - outcome.untried;
+            KeepError(outcome.lastError);
+        }
+        whole.sent += outcome.sent;
+        whole.untried = outcome.untried > 0 ? outcome.untried + batch.size() : 0;
+        if (outcome.lastError)
+            whole.lastError = outcome.lastError;
+    }
+    return whole;
 }
 
 ArtNetTraffic ArtNetServer::GetTraffic() const

@@ -181,6 +181,7 @@ TEST_F(ArtNetStage, APollerThatIsNotThereGetsOnePageAndOneThatIsGetsAll)
         pages = rig->All(300ms).size();
     }
     EXPECT_EQ(pages, 17U) << "its first poll already";
+    EXPECT_EQ(client.GetTraffic().sent, 0U) << "an answer is no output";
     ASSERT_TRUE(Command("rig", "ip addr del " + address));
 }
 
