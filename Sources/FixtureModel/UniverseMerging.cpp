@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "FixtureModel/UniverseMerging.h"
 
+#include <algorithm>
 #include <array>
 
 #include "XmlText/XmlText.h"
@@ -98,6 +99,12 @@ bool UniverseMerging::RangesOverlap() const
 {
     return IsInFromRange(GetToStartAddress()) ||
            IsInRun(GetFromStartAddress(), GetToStartAddress(), consecutiveUniverses);
+}
+
+bool UniverseMerging::LeavesNet() const
+{
+    return std::max(GetFromStartAddress(), GetToStartAddress()) + consecutiveUniverses >
+           Signed(NibbleEnd * NibbleEnd);
 }
 
 std::optional<UniverseMerging> UniverseMerging::FromXml(const tinyxml2::XMLDocument& document)

@@ -53,6 +53,8 @@ public:
     /// The address moved by the distance between the two starts.
     [[nodiscard]] std::int32_t TranslateToOutput(std::int32_t portAddress) const;
     [[nodiscard]] bool RangesOverlap() const;
+    /// Whether a run goes beyond Port-Address 255, the last one that an element can have.
+    [[nodiscard]] bool LeavesNet() const;
 
     /// The first top-level <UniverseMerging> element; nothing, without a line in the log, when
     /// there is none or one of its six numbers is missing or no number.

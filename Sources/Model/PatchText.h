@@ -5,10 +5,13 @@
 
 #include "FixtureModel/DMXMapping.h"
 
-/// A universe as the operator reads it, sub-net and universe: "0/4" for Port-Address 4.
+/// A universe as the operator reads it, sub-net and universe: "0/4" for Port-Address 4. Behind
+/// 15/15 comes the next net, "1:0/0".
 inline QString UniverseText(int portAddress)
 {
-    return QStringLiteral("%1/%2").arg(portAddress / 16).arg(portAddress % 16);
+    const int net = portAddress / 256;
+    const QString text = QStringLiteral("%1/%2").arg(portAddress / 16 % 16).arg(portAddress % 16);
+    return net == 0 ? text : QStringLiteral("%1:%2").arg(net).arg(text);
 }
 
 /// A run of universes: "0/4" for one, "0/4 - 1/3" for more.

@@ -97,16 +97,6 @@ void LEDDialogDMXUniverseMerging::Build()
     runs->addWidget(MakeToGroup(), 0, 1);
     runs->addLayout(MakeToggle(), 1, 1);
 
-    universeOverlapWarning =
-        MakeLabel(QStringLiteral("universeOverlapWarning"),
-                  tr("Universe ranges \"Merge From\" and \"Merge To\" should never overlap."));
-    universeOverlapWarning->setStyleSheet(QStringLiteral("color: rgb(252, 0, 0);"));
-    universeOverlapWarning->setWordWrap(true);
-    // Nothing moves under the mouse when the warning appears.
-    QSizePolicy keepsPlace = universeOverlapWarning->sizePolicy();
-    keepsPlace.setRetainSizeWhenHidden(true);
-    universeOverlapWarning->setSizePolicy(keepsPlace);
-
     DMXSourceGroup = MakeSourceGroup();
     buttonBox =
         MakeButtons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Apply);
@@ -117,7 +107,7 @@ void LEDDialogDMXUniverseMerging::Build()
     layout->setSpacing(Spacing);
     layout->addLayout(runs);
     layout->addWidget(MakeExplanation());
-    layout->addWidget(universeOverlapWarning);
+    layout->addLayout(MakeRunWarnings());
     layout->addLayout(MakeUnicastWarning());
     layout->addWidget(DMXSourceGroup);
     layout->addStretch();
@@ -214,6 +204,30 @@ QGroupBox* LEDDialogDMXUniverseMerging::MakeExplanation()
     layout->addWidget(text);
     layout->addWidget(picture_, 0, Qt::AlignHCenter);
     return group;
+}
+
+/// What is wrong with the runs, in one place, since one of the two is said at a time.
+QLayout* LEDDialogDMXUniverseMerging::MakeRunWarnings()
+{
+    auto* place = new QGridLayout;
+    const auto add = [&](const QString& name, const QString& text) {
+        QLabel* warning = MakeLabel(name, text);
+        warning->setWordWrap(true);
+        // Nothing moves under the mouse when the warning appears.
+        QSizePolicy keepsPlace = warning->sizePolicy();
+        keepsPlace.setRetainSizeWhenHidden(true);
+        warning->setSizePolicy(keepsPlace);
+        place->addWidget(warning, 0, 0);
+        return warning;
+    };
+    universeOverlapWarning =
+        add(QStringLiteral("universeOverlapWarning"),
+            tr("Universe ranges \"Merge From\" and \"Merge To\" should never overlap."));
+    universeOverlapWarning->setStyleSheet(QStringLiteral("color: rgb(252, 0, 0);"));
+    netWarning = add(QStringLiteral("netWarning"),
+                     tr("A range goes beyond universe 15/15 into net 1, where no fixture can be "
+                        "patched."));
+    return place;
 }
 
 QLayout* LEDDialogDMXUniverseMerging::MakeUnicastWarning()
@@ -323,5 +337,6 @@ void LEDDialogDMXUniverseMerging::CheckOverlap()
     buttonBox->button(QDialogButtonBox::Ok)->setEnabled(!overlaps);
     buttonBox->button(QDialogButtonBox::Apply)->setEnabled(!overlaps);
     universeOverlapWarning->setVisible(overlaps);
+    netWarning->setVisible(!overlaps && merging_.LeavesNet());
     picture_->Show(merging_);
 }

@@ -16,7 +16,8 @@ class QRadioButton;
 class QSpinBox;
 
 /// Sets up the universe merger on a copy of its settings, which the caller reads after an accept
-/// and at each apply(). While the two runs of universes overlap neither is possible.
+/// and at each apply(). While the two runs of universes overlap neither is possible; a run that
+/// goes beyond the last universe of a fixture is only told.
 class LEDDialogDMXUniverseMerging : public FixedDialog
 {
     Q_OBJECT
@@ -58,6 +59,7 @@ private:
     [[nodiscard]] QGroupBox* MakeToGroup();
     [[nodiscard]] QLayout* MakeToggle();
     [[nodiscard]] QGroupBox* MakeExplanation();
+    [[nodiscard]] QLayout* MakeRunWarnings();
     [[nodiscard]] QLayout* MakeUnicastWarning();
     [[nodiscard]] QGroupBox* MakeSourceGroup();
     QSpinBox* AddNumber(const Number& number, const QGroupBox& group, QFormLayout& form);
@@ -68,6 +70,7 @@ private:
     QSpinBox* FromStartSubnet = nullptr;
     QLabel* mergerStatusLabel = nullptr;
     QLabel* universeOverlapWarning = nullptr;
+    QLabel* netWarning = nullptr;
     MergerPicture* picture_ = nullptr;
     QGroupBox* DMXSourceGroup = nullptr;
     QRadioButton* DMXSourcePixelWeft = nullptr;

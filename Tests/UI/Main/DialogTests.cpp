@@ -152,19 +152,31 @@ TEST(MergingDialogTest, OverlappingRunsCanNotBeConfirmed)
     EXPECT_TRUE(dialog.isVisible());
     Click(dialog, "ToggleMergingUniversesButton");
     EXPECT_EQ(In<QLabel>(dialog, "mergerStatusLabel").text(), "Merger Off"_q);
-    for (const auto& [box, value, confirmable] :
-         {std::tuple("FromStartSubnet", 1, false), // equal starts, even with the merger off
-          {"ToStartUniverse", 4, true},            // side by side
-          {"ConsecutiveUniverses", 5, false},
-          {"FromStartSubnet", 2, true}, // the result may lie below
-          {"ToStartSubnet", 2, false},
-          {"FromStartUniverse", 9, true}})
+    for (const auto& [box, value, confirmable, leavesNet] :
+         {std::tuple("FromStartSubnet", 1, false, false), // equal starts, even with the merger off
+          {"ToStartUniverse", 4, true, false},            // side by side
+          {"ConsecutiveUniverses", 5, false, false},
+          {"FromStartSubnet", 15, true, false},
+          {"FromStartUniverse", 12, true, true}, // up to 16/0
+          {"FromStartUniverse", 11, true, false},
+          {"ToStartSubnet", 15, true, false},
+          {"FromStartSubnet", 2, true, false}, // the result may lie above or below
+          {"ToStartUniverse", 12, true, true},
+          {"FromStartUniverse", 5, true, true},
+          {"ToStartUniverse", 4, true, false},
+          {"ToStartSubnet", 2, false, false},
+          {"FromStartUniverse", 9, true, false}})
     {
         In(dialog, box).setValue(value);
         const auto& buttons = In<QDialogButtonBox>(dialog, "buttonBox");
         EXPECT_EQ(buttons.button(QDialogButtonBox::Ok)->isEnabled(), confirmable) << box << value;
         EXPECT_EQ(buttons.button(QDialogButtonBox::Apply)->isEnabled(), confirmable);
         EXPECT_EQ(In<QLabel>(dialog, "universeOverlapWarning").isVisible(), !confirmable);
+        EXPECT_EQ(In<QLabel>(dialog, "netWarning").isVisible(), leavesNet) << box << value;
+        EXPECT_EQ(
+            leavesNet,
+            In<QWidget>(dialog, "mergerPicture").accessibleDescription().contains(" - 1:0/0"_q))
+            << box << value;
     }
     EXPECT_TRUE(In<QWidget>(dialog, "mergerPicture")
                     .accessibleDescription()
