@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Inspector/MultipleItems.h"
 
-#include <QBrush>
-#include <QComboBox>
 #include <QCoreApplication>
 #include <QStandardItemModel>
 
-#include "UI/Widgets/DeskLook.h"
+#include "UI/Widgets/SteadyComboBox.h"
 
 QString MultipleItemsText()
 {
@@ -18,16 +16,10 @@ QString SharedText(const Shared<std::wstring>& text)
     return text.mixed ? MultipleItemsText() : QString::fromStdWString(text.value);
 }
 
-void ColourMultipleItemsRow(QComboBox& list)
-{
-    list.setItemData(0, QBrush(CurrentLook().mixed), Qt::BackgroundRole);
-    list.setItemData(0, QBrush(CurrentLook().mixedText), Qt::ForegroundRole);
-}
-
-void ShowMultipleItemsRow(QComboBox& list)
+void ShowMultipleItemsRow(SteadyComboBox& list)
 {
     list.insertItem(0, MultipleItemsText());
-    ColourMultipleItemsRow(list);
+    list.SetTone(0, SteadyComboBox::Tone::Mixed);
     if (auto* rows = qobject_cast<QStandardItemModel*>(list.model()))
         rows->item(0)->setFlags(Qt::ItemIsEnabled);
     list.setCurrentIndex(0);

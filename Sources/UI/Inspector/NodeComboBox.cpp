@@ -148,7 +148,7 @@ void NodeComboBox::Fill(const std::vector<Entry>& entries)
 
 void NodeComboBox::MarkMixedRow()
 {
-    ColourMultipleItemsRow(*this);
+    SetTone(0, Tone::Mixed);
     QStandardItem* row = qobject_cast<QStandardItemModel*>(model())->item(0);
     row->setFlags(row->flags() & ~Qt::ItemIsSelectable);
 }

@@ -20,7 +20,6 @@
 #include "UI/Network/NetworkChoice.h"
 #include "UI/Network/TrafficLamps.h"
 #include "UI/Widgets/ActionSet.h"
-#include "UI/Widgets/DeskLook.h"
 #include "UI/Widgets/SteadyComboBox.h"
 
 namespace {
@@ -132,7 +131,7 @@ void NetworkPanel::RefillNetworks()
         networkCombo_->addItem(text, text);
         const int row = networkCombo_->count() - 1;
         if (!entry.connected)
-            networkCombo_->setItemData(row, CurrentLook().listTextFaded, Qt::ForegroundRole);
+            networkCombo_->SetTone(row, SteadyComboBox::Tone::Faded);
         networkCombo_->setItemData(row, AdaptersOf(entry), Qt::ToolTipRole);
         connected = connected || (text == chosen && entry.connected);
     }

@@ -2,9 +2,19 @@
 #include "UI/Widgets/SteadyComboBox.h"
 
 #include <QAbstractItemView>
+#include <QBrush>
 #include <QKeyEvent>
 #include <QStyledItemDelegate>
 #include <QWheelEvent>
+
+#include "UI/Widgets/DeskLook.h"
+
+namespace {
+
+/// The Tone of an entry as a number. Its data is what it stands for.
+constexpr int ToneRole = Qt::UserRole + 1;
+
+} // namespace
 
 SteadyComboBox::SteadyComboBox(QWidget* parent)
     : QComboBox(parent)
@@ -18,6 +28,33 @@ SteadyComboBox::SteadyComboBox(QWidget* parent)
 bool SteadyComboBox::IsOpen() const
 {
     return view()->isVisible();
+}
+
+void SteadyComboBox::SetTone(int row, Tone tone)
+{
+    setItemData(row, static_cast<int>(tone), ToneRole);
+    Colour(row);
+}
+
+void SteadyComboBox::Colour(int row)
+{
+    const Look& look = CurrentLook();
+    const auto tone = static_cast<Tone>(itemData(row, ToneRole).toInt());
+    if (tone == Tone::Faded)
+        setItemData(row, QBrush(look.listTextFaded), Qt::ForegroundRole);
+    if (tone != Tone::Mixed)
+        return;
+    setItemData(row, QBrush(look.mixed), Qt::BackgroundRole);
+    setItemData(row, QBrush(look.mixedText), Qt::ForegroundRole);
+}
+
+void SteadyComboBox::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::StyleChange) {
+        for (int row = 0; row < count(); ++row)
+            Colour(row);
+    }
+    QComboBox::changeEvent(event);
 }
 
 bool SteadyComboBox::eventFilter(QObject* watched, QEvent* event)

@@ -7,6 +7,7 @@
 #include "Support/Operator.h"
 #include "UI/Network/Machine.h"
 #include "UI/Network/NetworkPanel.h"
+#include "UI/Widgets/DeskLook.h"
 #include "UI/Widgets/IPCtrl.h"
 
 namespace {
@@ -93,6 +94,12 @@ TEST_F(Panel, TheListShowsWhatIsThereAndWhatIsChosen)
     EXPECT_EQ(Entries(), "Disabled 10.0.0.1 2.0.0.1 2.X.X.X 7.X.X.X New... Edit..."_q);
     for (int row = 0; row < combo.count(); ++row)
         EXPECT_EQ(combo.itemData(row, Qt::ForegroundRole).isNull(), row < 2 || row > 4) << row;
+    const auto usual = qScopeGuard([] { UseLook(GreyLook()); });
+    for (const Look* look : {&NightLook(), &GreyLook()}) {
+        UseLook(*look);
+        EXPECT_EQ(combo.itemData(4, Qt::ForegroundRole).value<QBrush>().color(),
+                  look->listTextFaded);
+    }
     for (const auto& [pick, tip, absent, broadcast] :
          {std::tuple("2.X.X.X", "art2, our address in it is 2.0.0.1: not connected", true,
                      0x02FFFFFFU),
