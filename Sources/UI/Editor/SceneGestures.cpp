@@ -99,8 +99,14 @@ void SceneGestures::Nudge(QPointF delta, bool goesOn)
     const VideoMapping& first = elements.front().video;
     snap_.Clear();
     auto move = std::make_unique<MoveCommand>(parts_.manager, ids);
-    move->MoveBy(WayOf(ElementGeometry::PlacementOf(first, parts_.manager.CanvasPixels()),
-                       static_cast<double>(first.rotation), delta));
+    QPointF way = WayOf(ElementGeometry::PlacementOf(first, parts_.manager.CanvasPixels()),
+                        static_cast<double>(first.rotation), delta);
+    // An arrow key moves along one axis, whatever the grid would do to the other one.
+    if (delta.x() == 0)
+        way.setX(0);
+    if (delta.y() == 0)
+        way.setY(0);
+    move->MoveBy(way);
     if (goesOn)
         move->GoOn();
     PushStep(parts_.undoStack, std::move(move));

@@ -295,14 +295,17 @@ TEST_F(Gestures, ArrowsNudgeByOneStepForAHeldKeyAndOtherKeysRemove)
     EXPECT_EQ(stage.OnScreen({0, 0}), before) << "the view doesn't scroll";
     stage.undo.undo();
     ExpectNear(stage.PlaceOf(id).centre, {34, 29});
-    // Off the grid, it lands on it: also on its side, where its corners are others.
+    // Off the grid, it lands on it along the arrow: also on its side, where its corners are others.
     const QModelIndex index = stage.manager.GetMappedDeviceModel()->GetIndexOfUniqueID(id);
     stage.manager.SetObjectSize(index, 7, 4);
     stage.manager.SetObjectCentre(index, 34.2, 29.3);
     stage.manager.SetObjectRotation(index, 90);
     stage.display.snapToGrid = true;
     stage.Key(Qt::Key_Right);
-    ExpectNear(stage.PlaceOf(id).centre, {35, 29.5});
+    ExpectNear(stage.PlaceOf(id).centre, {35, 29.3});
+    stage.manager.SetObjectCentre(index, 35.2, 29.3);
+    stage.Key(Qt::Key_Down);
+    ExpectNear(stage.PlaceOf(id).centre, {35.2, 30.5});
 
     stage.Key(Qt::Key_Delete);
     EXPECT_EQ(stage.undo.undoText(), QStringLiteral("Remove Rectangle Fixture"));
