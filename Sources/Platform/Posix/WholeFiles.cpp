@@ -59,6 +59,19 @@ std::error_code WriteNewFile(const std::string& next, std::string_view bytes, co
     return failure;
 }
 
+/// Brings a rename to the disk: without it a power cut soon afterwards may bring the old file back.
+/// A folder that can't be opened for it has both files whole in any case.
+void BringFolderToDisk(const std::string& path)
+{
+    const std::size_t slash = path.rfind('/');
+    const std::string folder = slash == std::string::npos ? "." : path.substr(0, slash + 1);
+    const int file = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (file < 0)
+        return;
+    (void)BringToDisk(file);
+    close(file);
+}
+
 } // namespace
 
 namespace Platform {
@@ -70,8 +83,10 @@ std::error_code ReplaceFile(const std::string& path, const std::string& next,
     const bool exists = stat(path.c_str(), &old) == 0;
     if (const auto failure = WriteNewFile(next, bytes, exists ? &old.st_mode : nullptr))
         return failure;
-    if (std::rename(next.c_str(), path.c_str()) == 0)
+    if (std::rename(next.c_str(), path.c_str()) == 0) {
+        BringFolderToDisk(path);
         return {};
+    }
     const std::error_code failure = LastError();
     (void)unlink(next.c_str());
     return failure;
