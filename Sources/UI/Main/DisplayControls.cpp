@@ -94,7 +94,7 @@ void DisplayControls::AddZoomActions()
 void DisplayControls::AddActions()
 {
     actions_.Add({.objectName = "actionZoom_In",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Zoom &In"),
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "&Zoom In"),
                   .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Zoom In"),
                   .shortcut = "+",
                   .icon = "icon_zoomin.png"},
