@@ -130,7 +130,10 @@ TEST(LookTable, TextsCanBeReadAndWhatIsFadedDiffers)
 
 TEST_F(WindowLook, DialogsAreLegibleInALargeFontAndFitTheScreen)
 {
-    const QFont usual = QApplication::font();
+    const auto usual = qScopeGuard([font = QApplication::font()] {
+        UseLook(GreyLook());
+        QApplication::setFont(font);
+    });
     QApplication::setFont(QFont("DejaVu Sans"_q, 14));
     StartWith(Element({0.5, 0.5}, {0.18, 0.1}));
     Trigger("actionSelect_All");
@@ -165,8 +168,6 @@ TEST_F(WindowLook, DialogsAreLegibleInALargeFontAndFitTheScreen)
             ExpectInOrder(*dialog);
         }
     }
-    UseLook(GreyLook());
-    QApplication::setFont(usual);
 }
 
 TEST_F(WindowLook, NightComesAtOnceAndIsRemembered)
