@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "FixtureModel/DMXMapping.h"
 
-#include <cstdio>
 #include <optional>
 #include <tuple>
 #include <utility>
@@ -10,14 +9,6 @@
 #include "XmlText/XmlText.h"
 
 namespace {
-
-/// A number with at least `digits` digits; the sign counts as one, as printf counts it.
-std::wstring Padded(std::int32_t value, int digits)
-{
-    char text[32];
-    std::snprintf(text, sizeof text, "%0*d", digits, value);
-    return {text, text + std::char_traits<char>::length(text)};
-}
 
 /// A required number of the <ArtNetMapping> element; nothing after a line in the log.
 std::optional<std::int32_t> ReadNumber(const tinyxml2::XMLElement& element, const char* name)
@@ -87,27 +78,6 @@ DMXMappingArtNet::DMXMappingArtNet(std::int32_t artNetSubnet, std::int32_t artNe
     , channel(firstChannel)
     , ipName(std::move(nodeName))
 {}
-
-namespace {
-
-std::wstring AddressText(const DMXMappingArtNet& mapping, int digits)
-{
-    return L"ArtNet/IP " + mapping.GetIpconf() + L"/sub " + Padded(mapping.GetSubnet(), digits) +
-           L"/univ " + Padded(mapping.GetUniverse(), digits) + L"/ch " +
-           Padded(mapping.GetChannel(), digits);
-}
-
-} // namespace
-
-std::wstring DMXMappingArtNet::GetDescription() const
-{
-    return AddressText(*this, 1);
-}
-
-std::wstring DMXMappingArtNet::GetSortDescription() const
-{
-    return AddressText(*this, 3);
-}
 
 int DMXMappingArtNet::ToXml(tinyxml2::XMLElement& parent) const
 {

@@ -19,10 +19,6 @@ public:
 
     /// 0 is Art-Net, the only kind there is.
     [[nodiscard]] virtual int GetMappingType() const = 0;
-    /// The address as text with plain numbers.
-    [[nodiscard]] virtual std::wstring GetDescription() const = 0;
-    /// The same with numbers of three digits, so that rows sort by node and then numerically.
-    [[nodiscard]] virtual std::wstring GetSortDescription() const = 0;
     /// Adds a <DMXMapping> element at the end of `parent`. Always 0.
     virtual int ToXml(tinyxml2::XMLElement& parent) const = 0;
     [[nodiscard]] virtual std::unique_ptr<DMXMapping> Clone() const = 0;
@@ -58,8 +54,6 @@ public:
                      std::int32_t firstChannel, std::wstring node, std::wstring nodeName);
 
     [[nodiscard]] int GetMappingType() const override { return 0; }
-    [[nodiscard]] std::wstring GetDescription() const override;
-    [[nodiscard]] std::wstring GetSortDescription() const override;
     int ToXml(tinyxml2::XMLElement& parent) const override;
     [[nodiscard]] std::unique_ptr<DMXMapping> Clone() const override;
 

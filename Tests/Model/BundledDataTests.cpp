@@ -5,6 +5,7 @@
 #include "Model/DeviceModel.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappingFile.h"
+#include "Model/PatchText.h"
 #include "Support/TemporaryFolder.h"
 #include "XmlText/XmlText.h"
 
@@ -67,9 +68,9 @@ TEST_F(BundledData, TheDemoDocumentStandsOnTheLibraryAndKeepsItsForm)
     MappingFile demoFile(QString::fromStdWString(DemoPath), library);
     ASSERT_TRUE(demoFile.IsWhole());
     document.Load(std::move(demoFile), library, nodes);
-    std::set<std::wstring> addresses;
+    std::set<QString> addresses;
     for (const MappedLedItem* element : document.GetAllItems())
-        addresses.insert(element->GetArtNetMapping()->GetSortDescription());
+        addresses.insert(AddressText(*element->GetArtNetMapping()));
     EXPECT_EQ(addresses.size(), 15U);
     // A save carries the whole library; from the merger on, it is what was loaded.
     const auto saved = folder.Path() / "saved.wfm";
