@@ -309,14 +309,17 @@ void ArtNetOutput::CountSubscribers()
     for (const ArtNetNodeInfo& node : nodes) {
         if (!Platform::IsInNetwork(broadcastValue, node.Ip()))
             continue;
+        ++turn_;
         for (const std::uint16_t portAddress : node.universes) {
+            Subscribers& known = subscribers[portAddress];
+            if (!known.IsFirstPort(turn_))
+                continue;
             if (tells)
                 ZEN_LOG_INFO("Adding autounicast subscriber for Port-Address %d at IP: %s",
                              portAddress, std::string(node.Ip()).c_str());
-            const std::int32_t count = ++subscribers[portAddress];
-            if (count >= SubscribersForBroadcast)
+            if (++known.count >= SubscribersForBroadcast)
                 ZEN_LOG_INFO("Port-Address %d will use broadcast, number of subscribers is %d",
-                             portAddress, count);
+                             portAddress, known.count);
         }
     }
     subscribersDirty = false;
@@ -330,6 +333,7 @@ ArtNetOutput::SendResult ArtNetOutput::SendAutoUnicastUniverses()
     for (const ArtNetNodeInfo& node : nodes) {
         if (!Platform::IsInNetwork(broadcastValue, node.Ip()))
             continue;
+        ++turn_;
         for (const std::uint16_t portAddress : node.universes) {
             const auto universe = universes.Broadcast().find(portAddress);
             if (universe == universes.Broadcast().end())
@@ -341,13 +345,14 @@ ArtNetOutput::SendResult ArtNetOutput::SendAutoUnicastUniverses()
                 subscribersDirty = true;
                 return result;
             }
-            if (subscriber->second < SubscribersForBroadcast)
+            if (subscriber->second.count < SubscribersForBroadcast &&
+                subscriber->second.IsFirstPort(turn_))
                 SendWritten(node.Ip(), universe->second, result);
         }
     }
     for (const auto& [portAddress, universe] : universes.Broadcast()) {
         const auto subscriber = subscribers.find(portAddress);
-        if (subscriber != subscribers.end() && subscriber->second >= SubscribersForBroadcast)
+        if (subscriber != subscribers.end() && subscriber->second.count >= SubscribersForBroadcast)
             SendWritten(broadcastAddress, universe, result);
     }
     return result;

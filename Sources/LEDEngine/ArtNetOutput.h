@@ -6,6 +6,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <QObject>
@@ -140,7 +141,14 @@ signals:
     void sourceConflictsChanged(const std::vector<ArtNetSourceConflict>& conflicts);
 
 private:
-    using Subscribers = boost::container::flat_map<std::uint16_t, std::int32_t>;
+    /// The nodes that take a universe.
+    struct Subscribers
+    {
+        std::int32_t count = 0;
+        std::uint64_t turn = 0; ///< of the last of them
+        /// False for a further port of the same node. Each node has a turn of its own.
+        bool IsFirstPort(std::uint64_t present) { return std::exchange(turn, present) != present; }
+    };
 
     void ChangeState(OutputState next);
     void Perform(const OutputStep& step);
@@ -178,7 +186,8 @@ private:
     std::uint64_t framesSent_ = 0;
 
     ArtNetUniverses universes;
-    Subscribers subscribers; ///< how many known nodes take each Port-Address
+    boost::container::flat_map<std::uint16_t, Subscribers> subscribers; ///< by Port-Address
+    std::uint64_t turn_ = 0;
     bool subscribersDirty = true;
     std::uint32_t nodesVersion = 0;
     ArtNetNodeList nodes;

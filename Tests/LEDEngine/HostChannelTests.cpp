@@ -361,8 +361,8 @@ TEST_F(HostChannel, TwoConsolesOnOneUniverseAreReportedWhileTheyLast)
 
 TEST_F(HostChannel, NodesGetTheUniversesThatTheyAnnounced)
 {
-    // The second is outside the network.
-    host.nodes = {{"A", "2.0.0.10", {5, 9}}, {"B", "10.0.0.9", {5}}};
+    // The second is outside the network. The first has universe 5 on two ports, and gets it once.
+    host.nodes = {{"A", "2.0.0.10", {5, 9, 5}}, {"B", "10.0.0.9", {5}}};
     Connect();
     (void)Refresh();
     (void)Received();
@@ -379,7 +379,7 @@ TEST_F(HostChannel, NodesGetTheUniversesThatTheyAnnounced)
     for (const std::uint32_t count : {40U, 41U}) {
         ArtNetNodeInfo node;
         node.SetName("Lamp");
-        node.universes.assign({5, 7});
+        node.universes.assign({5, 7, 5});
         output.ClearRemoteNodes();
         for (std::uint32_t i = 0; i < count; ++i) {
             node.SetIp(Platform::FormatIPv4(0x02000100 + i));
