@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,20 @@ using Bytes = std::vector<std::uint8_t>;
         packet.push_back(static_cast<std::uint8_t>(value));
     packet.insert(packet.end(), channels.begin(), channels.end());
     return packet;
+}
+
+/// The Port-Address of an ArtDmx packet; nothing for another packet.
+[[nodiscard]] inline std::optional<int> UniverseOf(const Bytes& packet)
+{
+    if (packet.size() < 18 || packet[8] != 0 || packet[9] != 0x50)
+        return std::nullopt;
+    return packet[14] + 256 * packet[15];
+}
+
+/// The channels of an ArtDmx packet.
+[[nodiscard]] inline Bytes ChannelsOf(const Bytes& packet)
+{
+    return {packet.begin() + 18, packet.end()};
 }
 
 /// ArtPollReply of a node with this long name and up to four outputs, on universes 0 to 3.

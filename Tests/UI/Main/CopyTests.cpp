@@ -6,6 +6,7 @@
 
 #include "Model/MappedDeviceModel.h"
 #include "Model/NaturalOrder.h"
+#include "Support/ArtNetBytes.h"
 #include "Support/LogCapture.h"
 #include "Support/Stage.h"
 #include "UI/Editor/MappingRectangle.h"
@@ -250,11 +251,7 @@ TEST_F(Copying, ElementsGoToOtherDocumentsWithTheirFixtures)
         "<LEDFixtureLibrary><LEDFixture manufacturer=\"Own\" product=\"Own Lamp\"><PixelMapping width=\"1\" height=\"1\" type=\"RGB\">1</PixelMapping></LEDFixture></LEDFixtureLibrary>"_q;
     const QString element = Element({0.5, 0.5}, {0.1, 0.1}).replace(Bar, "Own Lamp"_q);
     const auto lamps = [this] {
-        const QAbstractItemModel& library = *Find<QTreeView>("treeView")->model();
-        return library
-            .match(library.index(0, 1), Qt::DisplayRole, "Own Lamp"_q, -1,
-                   Qt::MatchExactly | Qt::MatchRecursive)
-            .size();
+        return LibraryRows("Own Lamp"_q).size();
     };
     Start();
     home.Write(
@@ -367,18 +364,16 @@ TEST_F(Copying, AWallFromAnEmptyCanvasReachesItsNodeAndNobodyElse)
     std::map<int, int> frames;
     static_cast<void>(QTest::qWaitFor([&] {
         while (const auto heard = rig->Next(std::chrono::milliseconds(0))) {
-            constexpr std::size_t head = 18;
-            const Stage::Bytes& bytes = heard->bytes;
-            if (bytes.size() < head || bytes[8] != 0 || bytes[9] != 0x50)
+            const auto universe = ArtNetBytes::UniverseOf(heard->bytes);
+            if (!universe)
                 continue;
-            const int universe = bytes[14] + 256 * bytes[15];
             EXPECT_EQ(heard->destination, Stage::Rig0);
-            Stage::Bytes channels(bytes.begin() + head, bytes.end());
-            EXPECT_GE(channels.size(), wanted[universe].size());
-            Stage::Bytes whole = wanted[universe];
+            const Stage::Bytes channels = ArtNetBytes::ChannelsOf(heard->bytes);
+            EXPECT_GE(channels.size(), wanted[*universe].size());
+            Stage::Bytes whole = wanted[*universe];
             whole.resize(channels.size());
-            EXPECT_EQ(channels, whole) << "universe " << universe;
-            ++frames[universe];
+            EXPECT_EQ(channels, whole) << "universe " << *universe;
+            ++frames[*universe];
         }
         return HasFailure() || frames[0] > 3;
     }));

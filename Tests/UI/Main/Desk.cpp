@@ -190,12 +190,17 @@ const MappingRectangle& Desk::Item(std::size_t row) const
     return *Scene().Find(Scene().AllIds().at(row));
 }
 
+QModelIndexList Desk::LibraryRows(const QString& product) const
+{
+    const QAbstractItemModel& library = *Find<QTreeView>("treeView")->model();
+    return library.match(library.index(0, DeviceModel::NameColumn), Qt::DisplayRole, product, -1,
+                         Qt::MatchExactly | Qt::MatchRecursive);
+}
+
 void Desk::DragFromLibrary(QPointF to, const QString& product)
 {
     auto& list = *Find<LEDDeviceListView>("treeView");
-    const QModelIndexList found =
-        list.model()->match(list.model()->index(0, DeviceModel::NameColumn), Qt::DisplayRole,
-                            product, 1, Qt::MatchExactly | Qt::MatchRecursive);
+    const QModelIndexList found = LibraryRows(product);
     ASSERT_EQ(found.size(), 1);
     list.expand(found.front().parent());
     list.scrollTo(found.front());

@@ -92,6 +92,8 @@ protected:
     [[nodiscard]] QImage Picture() const { return View().viewport()->grab().toImage(); }
     /// The item of the element in this row of the document.
     [[nodiscard]] const MappingRectangle& Item(std::size_t row) const;
+    /// Where the library's list has a product.
+    [[nodiscard]] QModelIndexList LibraryRows(const QString& product) const;
     /// Drags a fixture from the library with the mouse.
     void DragFromLibrary(QPointF to, const QString& product = Bar);
     std::int64_t dropped = 0; ///< when the fixture was dropped, as Stage::WallClock gives it

@@ -3,6 +3,7 @@
 // the lights are on.
 #include "Model/DeviceModel.h"
 #include "Settings/FixtureLibraryPath.h"
+#include "Support/ArtNetBytes.h"
 #include "Support/Stage.h"
 #include "UI/Main/InspectorDesk.h"
 
@@ -81,12 +82,9 @@ protected:
     }
     void OpenOn(const QString& product) const
     {
-        auto& list = *Find<QTreeView>("treeView");
-        const QModelIndexList found =
-            list.model()->match(list.model()->index(0, DeviceModel::NameColumn), Qt::DisplayRole,
-                                product, 1, Qt::MatchExactly | Qt::MatchRecursive);
+        const QModelIndexList found = LibraryRows(product);
         ASSERT_EQ(found.size(), 1);
-        list.setCurrentIndex(found.front());
+        Find<QTreeView>("treeView")->setCurrentIndex(found.front());
         ClickOn(*window, "buttonEditFixture");
     }
     /// From nothing to a lit panel.
@@ -111,15 +109,15 @@ protected:
     /// The channels of the panel in the next frame.
     [[nodiscard]] Stage::Bytes NextFrame() const
     {
-        constexpr std::size_t head = 18;
         while (rig_->Next(std::chrono::milliseconds(0)))
             continue;
         Stage::Bytes channels;
         EXPECT_TRUE(QTest::qWaitFor([&] {
             const auto heard = rig_->Next(std::chrono::milliseconds(0));
-            if (!heard || heard->bytes.size() < head + LastChannel || heard->bytes[9] != 0x50)
+            if (!heard || !ArtNetBytes::UniverseOf(heard->bytes))
                 return false;
-            channels.assign(heard->bytes.begin() + head, heard->bytes.begin() + head + LastChannel);
+            channels = ArtNetBytes::ChannelsOf(heard->bytes);
+            channels.resize(LastChannel);
             return true;
         }));
         return channels;

@@ -19,17 +19,6 @@ using Channels = Stage::Bytes;
 constexpr std::int64_t Milliseconds = 1'000'000;
 constexpr int Patience = 10'000;
 
-/// The channels of a packet when it is one of this universe.
-std::optional<Channels> DmxOf(const Stage::Heard& heard, int universe)
-{
-    constexpr std::size_t head = 18;
-    const Stage::Bytes& bytes = heard.bytes;
-    if (bytes.size() < head || bytes[8] != 0 || bytes[9] != 0x50 ||
-        bytes[14] + 256 * bytes[15] != universe)
-        return std::nullopt;
-    return Channels(bytes.begin() + head, bytes.end());
-}
-
 Channels Pixels(int count, std::uint8_t red, std::uint8_t green, std::uint8_t blue)
 {
     Channels channels;
@@ -48,8 +37,8 @@ protected:
         static_cast<void>(QTest::qWaitFor(
             [&] {
                 while (const auto heard = rig->Next(std::chrono::milliseconds(0))) {
-                    const auto channels = DmxOf(*heard, 2);
-                    if (arrived == 0 && channels && accept(*channels))
+                    if (arrived == 0 && ArtNetBytes::UniverseOf(heard->bytes) == 2 &&
+                        accept(ArtNetBytes::ChannelsOf(heard->bytes)))
                         arrived = heard->arrived;
                 }
                 return arrived != 0;
@@ -82,7 +71,7 @@ protected:
             SendDmx(2);
             QTest::qWait(20);
             while (const auto heard = rig->Next(std::chrono::milliseconds(0)))
-                frames += DmxOf(*heard, 9) ? 1 : 0;
+                frames += ArtNetBytes::UniverseOf(heard->bytes) == 9 ? 1 : 0;
         }
         return frames;
     }
