@@ -68,6 +68,112 @@ void MarkUniverse(std::span<const PatchedElement> elements, std::span<const std:
     }
 }
 
+/// The elements that have channels, by universe, first channel and index.
+Indices SortedByChannel(std::span<const PatchedElement> elements)
+{
+    Indices sorted;
+    sorted.reserve(elements.size());
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        if (!elements[i].channels.AreNone())
+            sorted.push_back(i);
+    }
+    std::ranges::sort(sorted, {}, [&](std::size_t i) {
+        return std::tuple(elements[i].portAddress, elements[i].channels.first, i);
+    });
+    return sorted;
+}
+
+/// Calls `work` with the part of `sorted` that is in each universe.
+template <class Work>
+void ForEachUniverse(std::span<const PatchedElement> elements, const Indices& sorted, Work work)
+{
+    for (auto begin = sorted.begin(); begin != sorted.end();) {
+        const auto end = std::find_if(begin, sorted.end(), [&](std::size_t i) {
+            return elements[i].portAddress != elements[*begin].portAddress;
+        });
+        work(std::span(begin, end));
+        begin = end;
+    }
+}
+
+/// Gathers the groups of one universe from its elements, in the order of their first channels.
+class Grouping
+{
+public:
+    explicit Grouping(std::span<const PatchedElement> elements)
+        : elements_(elements)
+    {}
+
+    void Add(std::size_t index)
+    {
+        const PatchedElement& element = elements_[index];
+        const std::size_t part = parts_.size();
+        parts_.push_back({{element.portAddress, PatchAddress::LastChannel, 0, {index}}, part});
+        // Of the elements of one node, the one that ends last shares channels with this one if any
+        // of them does, and is in the group of all that do.
+        for (auto& [node, open] : open_) {
+            const bool together =
+                node == element.node || node == AutoNode || element.node == AutoNode;
+            const std::int32_t end = elements_[open.element].channels.last;
+            if (together && end >= element.channels.first)
+                Join(part, open.part, element.channels.first, std::min(end, element.channels.last));
+        }
+        const auto [open, isNew] = open_.try_emplace(element.node, Open{index, part});
+        if (!isNew && elements_[open->second.element].channels.last < element.channels.last)
+            open->second = {index, part};
+    }
+
+    void MoveGroupsTo(std::vector<OverlapGroup>& groups)
+    {
+        for (Part& part : parts_) {
+            if (part.group.elements.size() < 2)
+                continue;
+            std::ranges::sort(part.group.elements);
+            groups.push_back(std::move(part.group));
+        }
+    }
+
+private:
+    /// A group that grows. One that was joined to another is empty, and leads to it.
+    struct Part
+    {
+        OverlapGroup group;
+        std::size_t leader;
+    };
+    struct Open
+    {
+        std::size_t element;
+        std::size_t part;
+    };
+
+    std::size_t LeaderOf(std::size_t part)
+    {
+        while (parts_[part].leader != part)
+            part = parts_[part].leader = parts_[parts_[part].leader].leader;
+        return part;
+    }
+    void Join(std::size_t one, std::size_t other, std::int32_t first, std::int32_t last)
+    {
+        one = LeaderOf(one);
+        other = LeaderOf(other);
+        OverlapGroup& into = parts_[std::min(one, other)].group;
+        if (one != other) {
+            OverlapGroup& from = parts_[std::max(one, other)].group;
+            into.elements.insert(into.elements.end(), from.elements.begin(), from.elements.end());
+            into.first = std::min(into.first, from.first);
+            into.last = std::max(into.last, from.last);
+            from.elements.clear();
+            parts_[std::max(one, other)].leader = std::min(one, other);
+        }
+        into.first = std::min(into.first, first);
+        into.last = std::max(into.last, last);
+    }
+
+    std::span<const PatchedElement> elements_;
+    std::vector<Part> parts_;
+    std::unordered_map<std::wstring_view, Open> open_; ///< the one that ends last, of each node
+};
+
 } // namespace
 
 SentChannels ChannelsSent(std::int32_t channel, std::int32_t channelCount)
@@ -81,23 +187,24 @@ SentChannels ChannelsSent(std::int32_t channel, std::int32_t channelCount)
 
 std::vector<std::size_t> OverlapsWithChosen(std::span<const PatchedElement> elements)
 {
-    Indices sorted;
-    sorted.reserve(elements.size());
-    for (std::size_t i = 0; i < elements.size(); ++i) {
-        if (!elements[i].channels.AreNone())
-            sorted.push_back(i);
-    }
-    std::ranges::sort(sorted, {}, [&](std::size_t i) {
-        return std::tuple(elements[i].portAddress, elements[i].channels.first, i);
-    });
+    Indices sorted = SortedByChannel(elements);
     std::vector<bool> marks(elements.size());
-    for (auto begin = sorted.begin(); begin != sorted.end();) {
-        const auto end = std::find_if(begin, sorted.end(), [&](std::size_t i) {
-            return elements[i].portAddress != elements[*begin].portAddress;
-        });
-        MarkUniverse(elements, {begin, end}, marks);
-        begin = end;
-    }
+    ForEachUniverse(elements, sorted, [&](std::span<const std::size_t> universe) {
+        MarkUniverse(elements, universe, marks);
+    });
     std::erase_if(sorted, [&](std::size_t i) { return !marks[i]; });
     return sorted;
+}
+
+std::vector<OverlapGroup> OverlapGroups(std::span<const PatchedElement> elements)
+{
+    std::vector<OverlapGroup> groups;
+    ForEachUniverse(elements, SortedByChannel(elements),
+                    [&](std::span<const std::size_t> universe) {
+                        Grouping grouping(elements);
+                        for (const std::size_t index : universe)
+                            grouping.Add(index);
+                        grouping.MoveGroupsTo(groups);
+                    });
+    return groups;
 }

@@ -35,3 +35,18 @@ struct PatchedElement
 /// `elements`, by universe, first channel and index. Two elements share channels when a node may
 /// receive both: those of one node, and those without a node with all of their universe.
 [[nodiscard]] std::vector<std::size_t> OverlapsWithChosen(std::span<const PatchedElement> elements);
+
+/// Elements that share channels with each other, directly or through others among them.
+struct OverlapGroup
+{
+    std::uint16_t portAddress = 0;
+    /// The first and the last channel that several of them have; some between may have one alone.
+    std::int32_t first = 0;
+    std::int32_t last = 0;
+    std::vector<std::size_t> elements; ///< indices, ascending; at least two
+
+    bool operator==(const OverlapGroup&) const = default;
+};
+
+/// All elements that share channels, whichever are chosen, by universe and first channel.
+[[nodiscard]] std::vector<OverlapGroup> OverlapGroups(std::span<const PatchedElement> elements);

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <climits>
 #include <random>
+#include <set>
 #include <tuple>
 #include <vector>
 
@@ -101,18 +102,22 @@ TEST(PatchOverlaps, ChannelsAreSentUpTo512)
         EXPECT_EQ(ChannelsSent(channel, count), sent) << channel << " " << count;
 }
 
+/// Whether a node may receive both on some channel.
+bool Share(const PatchedElement& a, const PatchedElement& b)
+{
+    const bool together = a.node == b.node || a.node == AutoNode || b.node == AutoNode;
+    return a.portAddress == b.portAddress && together && !a.channels.AreNone() &&
+           !b.channels.AreNone() && a.channels.first <= b.channels.last &&
+           b.channels.first <= a.channels.last;
+}
+
 /// What the sweep must find, by its definition.
 std::vector<std::size_t> OneByOne(const std::vector<PatchedElement>& elements)
 {
     std::vector<std::size_t> found;
     for (std::size_t i = 0; i < elements.size(); ++i) {
         for (std::size_t k = 0; k < elements.size(); ++k) {
-            const PatchedElement& a = elements[i];
-            const PatchedElement& b = elements[k];
-            const bool together = a.node == b.node || a.node == AutoNode || b.node == AutoNode;
-            if (i == k || !b.chosen || a.portAddress != b.portAddress || !together ||
-                a.channels.AreNone() || b.channels.AreNone() ||
-                a.channels.first > b.channels.last || b.channels.first > a.channels.last)
+            if (i == k || !elements[k].chosen || !Share(elements[i], elements[k]))
                 continue;
             found.push_back(i);
             break;
@@ -122,6 +127,36 @@ std::vector<std::size_t> OneByOne(const std::vector<PatchedElement>& elements)
         return std::pair(elements[i].portAddress, elements[i].channels.first);
     });
     return found;
+}
+
+/// The same for the groups, each grown element by element.
+std::vector<OverlapGroup> GroupsOneByOne(const std::vector<PatchedElement>& elements)
+{
+    std::vector<OverlapGroup> groups;
+    std::set<std::size_t> left;
+    for (std::size_t i = 0; i < elements.size(); ++i)
+        left.insert(i);
+    while (!left.empty()) {
+        OverlapGroup group{elements[*left.begin()].portAddress, 512, 0, {*left.begin()}};
+        for (std::size_t at = 0; at < group.elements.size(); ++at) {
+            const std::size_t one = group.elements[at];
+            left.erase(one);
+            for (std::size_t k = 0; k < elements.size(); ++k) {
+                if (k == one || !Share(elements[one], elements[k]))
+                    continue;
+                const SentChannels a = elements[one].channels;
+                const SentChannels b = elements[k].channels;
+                group.first = std::min(group.first, std::max(a.first, b.first));
+                group.last = std::max(group.last, std::min(a.last, b.last));
+                if (std::ranges::count(group.elements, k) == 0)
+                    group.elements.push_back(k);
+            }
+        }
+        std::ranges::sort(group.elements);
+        if (group.elements.size() > 1)
+            groups.push_back(group);
+    }
+    return groups;
 }
 
 TEST(PatchOverlaps, AreThoseThatANodeReceivesTogether)
@@ -139,6 +174,10 @@ TEST(PatchOverlaps, AreThoseThatANodeReceivesTogether)
                                 below(3) == 0});
         }
         ASSERT_EQ(OverlapsWithChosen(elements), OneByOne(elements)) << "round " << round;
+        auto groups = OverlapGroups(elements);
+        ASSERT_TRUE(std::ranges::is_sorted(groups, {}, &OverlapGroup::portAddress));
+        std::ranges::sort(groups, {}, [](const auto& group) { return group.elements.front(); });
+        ASSERT_EQ(groups, GroupsOneByOne(elements)) << "round " << round;
     }
 }
 
