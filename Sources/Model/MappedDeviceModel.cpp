@@ -457,23 +457,20 @@ void MappedDeviceModel::TellTextsChanged(const std::vector<int>& rows)
 
 void MappedDeviceModel::RecalculateConflicts()
 {
-    PortAddresses broadcast;
-    PortAddresses chosen;
-    for (const MappedLedItem* element : byRow_) {
-        if (const DMXMappingArtNet* mapping = element->GetArtNetMapping())
-            (mapping->IsAuto() ? broadcast : chosen).set(mapping->GetPortAddress());
-    }
-    conflictUniverses = broadcast & chosen;
-    FaultyElements faults = FindPatchFaults(byRow_, answeringNodes_);
-    for (const MappedLedItem* element : byRow_) {
-        const DMXMappingArtNet* mapping = element->GetArtNetMapping();
-        if (mapping && conflictUniverses.test(mapping->GetPortAddress()))
-            faults[element->uniqueID] |= PatchFault::MixedUniverse;
-    }
+    ++patchRevision_;
+    FaultyElements faults = FindPatchFaults(byRow_, merging, answeringNodes_);
     if (faults == faults_)
         return;
     faults_ = std::move(faults);
     emit faultsChanged();
+}
+
+void MappedDeviceModel::SetMerging(const UniverseMerging& wanted)
+{
+    if (merging == wanted)
+        return;
+    merging = wanted;
+    RecalculateConflicts();
 }
 
 void MappedDeviceModel::SetAnsweringNodes(std::optional<std::set<std::wstring>> addresses)
@@ -487,8 +484,8 @@ void MappedDeviceModel::SetAnsweringNodes(std::optional<std::set<std::wstring>> 
 bool MappedDeviceModel::IsUniverseInConflict(const QModelIndex& index) const
 {
     const MappedLedItem* element = GetElement(index.row());
-    const DMXMappingArtNet* mapping = element ? element->GetArtNetMapping() : nullptr;
-    return mapping && conflictUniverses.test(mapping->GetPortAddress());
+    const auto found = element ? faults_.find(element->uniqueID) : faults_.end();
+    return found != faults_.end() && found->second.testFlag(PatchFault::MixedUniverse);
 }
 
 QVariant MappedDeviceModel::data(const QModelIndex& index, int role) const

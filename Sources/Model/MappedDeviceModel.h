@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <bitset>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -114,6 +113,10 @@ public:
     /// The addresses of nodes that answer now or need not: elements that are sent to others are in
     /// trouble. Nothing while that is unknown, and none are.
     void SetAnsweringNodes(std::optional<std::set<std::wstring>> addresses);
+    [[nodiscard]] const FaultyElements& GetPatchFaults() const { return faults_; }
+    /// Grows with every change of what is sent where: of addresses, channels, the merger, and of
+    /// which nodes answer.
+    [[nodiscard]] std::uint64_t GetPatchRevision() const { return patchRevision_; }
     /// A universe that is broadcast and also sent to a chosen node.
     [[nodiscard]] bool IsUniverseInConflict(const QModelIndex& index) const;
 
@@ -123,7 +126,7 @@ public:
     void SetCanvasSize(int width, int height);
 
     [[nodiscard]] const UniverseMerging& GetMerging() const { return merging; }
-    void SetMerging(const UniverseMerging& wanted) { merging = wanted; }
+    void SetMerging(const UniverseMerging& wanted);
     [[nodiscard]] bool IsAutoUnicast() const { return autoUnicast; }
     void SetAutoUnicast(bool on) { autoUnicast = on; }
     /// Whether an ArtSync follows each frame.
@@ -156,9 +159,6 @@ signals:
     void EnvokeDMXDialogForUniqueID(int64_t uniqueID);
 
 private:
-    /// One bit for each 16-bit Port-Address.
-    using PortAddresses = std::bitset<0x10000>;
-
     [[nodiscard]] static int CanvasSide(int wanted) { return std::clamp(wanted, 1, MaxCanvasSize); }
     void SetUpColumns();
     static void TakeFixture(MappedLedItem& element, const DeviceModel& library);
@@ -196,8 +196,8 @@ private:
     mutable QRecursiveMutex mutex;
     QImage testImage;
     std::unique_ptr<ZenBitmap> testBitmap;
-    PortAddresses conflictUniverses;
     std::optional<std::set<std::wstring>> answeringNodes_;
     FaultyElements faults_;
     std::uint64_t revision_ = 1;
+    std::uint64_t patchRevision_ = 1;
 };

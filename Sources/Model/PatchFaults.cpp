@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "Model/PatchFaults.h"
 
+#include <bitset>
+#include <memory>
 #include <vector>
 
 #include <QCoreApplication>
 #include <QStringList>
 
-#include "FixtureModel/PatchOverlaps.h"
+#include "FixtureModel/DMXMapping.h"
+#include "FixtureModel/PatchTarget.h"
+#include "FixtureModel/UniverseMerging.h"
 #include "Model/MappedLedItem.h"
 #include "Model/PatchText.h"
 
@@ -19,27 +23,50 @@ struct FaultWords
 
 } // namespace
 
+PatchedElement PatchedElementOf(const MappedLedItem& element, const DMXMappingArtNet& address,
+                                const UniverseMerging& merging)
+{
+    const SentChannels sent =
+        ChannelsSent(address.GetChannel(), element.GetFixture().GetChannelCount());
+    const std::uint16_t own = address.GetPortAddress();
+    if (IsMerged(address, merging))
+        return {static_cast<std::uint16_t>(merging.TranslateToOutput(own)), sent, AutoNode, true};
+    return {own, sent, address.GetIpconf(), true};
+}
+
 FaultyElements FindPatchFaults(std::span<MappedLedItem* const> elements,
+                               const UniverseMerging& merging,
                                const std::optional<std::set<std::wstring>>& answering)
 {
+    // One bit for each 16-bit Port-Address.
+    using PortAddresses = std::bitset<0x10000>;
+    const auto broadcast = std::make_unique<PortAddresses>();
+    const auto chosen = std::make_unique<PortAddresses>();
     FaultyElements faulty;
     std::vector<PatchedElement> patch;
-    std::vector<std::int64_t> ids;
+    std::vector<const MappedLedItem*> items;
     for (const MappedLedItem* element : elements) {
         const DMXMappingArtNet* address = element->GetArtNetMapping();
         if (!address)
             continue;
-        const std::int32_t count = element->GetFixture().GetChannelCount();
-        const SentChannels sent = ChannelsSent(address->GetChannel(), count);
-        if (sent.beyond || (sent.AreNone() && count > 0))
+        const PatchedElement patched = PatchedElementOf(*element, *address, merging);
+        const bool isAuto = patched.node == AutoNode;
+        if (patched.channels.beyond ||
+            (patched.channels.AreNone() && element->GetFixture().GetChannelCount() > 0))
             faulty[element->uniqueID] |= PatchFault::CutOff;
-        if (answering && !address->IsAuto() && !answering->contains(address->GetIpconf()))
+        if (answering && !isAuto && !answering->contains(address->GetIpconf()))
             faulty[element->uniqueID] |= PatchFault::SilentNode;
-        patch.push_back({address->GetPortAddress(), sent, address->GetIpconf(), true});
-        ids.push_back(element->uniqueID);
+        (isAuto ? *broadcast : *chosen).set(patched.portAddress);
+        patch.push_back(patched);
+        items.push_back(element);
+    }
+    *broadcast &= *chosen;
+    for (std::size_t i = 0; broadcast->any() && i < patch.size(); ++i) {
+        if (broadcast->test(patch[i].portAddress))
+            faulty[items[i]->uniqueID] |= PatchFault::MixedUniverse;
     }
     for (const std::size_t index : OverlapsWithChosen(patch))
-        faulty[ids[index]] |= PatchFault::SharedChannels;
+        faulty[items[index]->uniqueID] |= PatchFault::SharedChannels;
     return faulty;
 }
 

@@ -11,9 +11,12 @@
 #include <QFlags>
 #include <QString>
 
+#include "FixtureModel/PatchOverlaps.h"
 #include "Model/Trouble.h"
 
+class DMXMappingArtNet;
 class MappedLedItem;
+class UniverseMerging;
 
 /// What can be wrong with where an element is sent.
 enum class PatchFault : std::uint8_t
@@ -29,10 +32,15 @@ Q_DECLARE_OPERATORS_FOR_FLAGS(PatchFaults)
 /// By the elements' numbers. Elements without any have no entry.
 using FaultyElements = std::unordered_map<std::int64_t, PatchFaults>;
 
-/// Of all elements of a document, apart from MixedUniverse. `answering` are the addresses that
-/// answer or need not; none are judged while it is empty.
+/// Where an element with this address is sent, for the arithmetic of overlaps. Views the address.
+[[nodiscard]] PatchedElement PatchedElementOf(const MappedLedItem& element,
+                                              const DMXMappingArtNet& address,
+                                              const UniverseMerging& merging);
+
+/// Of all elements of a document, in the universes that the merger puts them into. `answering` are
+/// the addresses that answer or need not; none are judged while it is empty.
 [[nodiscard]] FaultyElements
-FindPatchFaults(std::span<MappedLedItem* const> elements,
+FindPatchFaults(std::span<MappedLedItem* const> elements, const UniverseMerging& merging,
                 const std::optional<std::set<std::wstring>>& answering);
 
 [[nodiscard]] Trouble TroubleOf(PatchFaults faults);
