@@ -66,6 +66,7 @@ DeviceModel::~DeviceModel() = default;
 void DeviceModel::Clear()
 {
     // The tables first: a listener of the reset must not find fixtures that are being deleted.
+    ++revision_;
     fixtures.clear();
     QList<DeviceLedItem*>::clear();
     manufacturerRows.clear();
@@ -165,6 +166,7 @@ int DeviceModel::AddFixture(std::unique_ptr<DeviceLedItem>&& item,
             return answer == KeepFixture ? KeepFixture : StopMerge;
         old = GetLEDFixtureByProduct(item->product); // the library may be another one by now
     }
+    ++revision_;
     if (item->uniqueID == 0)
         item->uniqueID = GetNextUniqueID();
     if (old)
@@ -222,6 +224,7 @@ const DeviceLedItem* DeviceModel::ChangeFixture(std::int64_t uniqueID, const LED
                      definition.product.c_str());
         RemoveWithRow(*other);
     }
+    ++revision_;
     const std::wstring product = item->product;
     const std::int64_t number = item->uniqueID;
     // All of it, AutomaticChannelCount too: the definition of before gives the file of before.
@@ -346,6 +349,7 @@ void DeviceModel::RemoveRowsThatItOverwrote(const DeviceLedItem& item)
 
 void DeviceModel::Forget(DeviceLedItem& item)
 {
+    ++revision_;
     removeAll(&item);
     // A fixture that overwrote others has their numbers too; all go.
     for (const qint64 key : fixtures.keys(&item))

@@ -115,6 +115,8 @@ public:
     /// The fixtures by their numbers. An overwritten fixture's number leads to the new one, so that
     /// one fixture can have several numbers.
     [[nodiscard]] const QMap<qint64, DeviceLedItem*>& GetFixtures() const { return fixtures; }
+    /// Grows with every change of a fixture.
+    [[nodiscard]] std::uint64_t GetRevision() const { return revision_; }
 
 private:
     void SetUpColumns();
@@ -129,6 +131,7 @@ private:
     void RemoveRowsThatItOverwrote(const DeviceLedItem& item);
 
     std::int64_t nextUniqueID = 0;
+    std::uint64_t revision_ = 1;
     QMap<qint64, DeviceLedItem*> fixtures;
     int version = 0;
     bool readWhole_ = true;
