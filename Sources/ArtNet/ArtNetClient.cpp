@@ -69,6 +69,12 @@ std::vector<ArtNetReceived> ArtNetClient::GetReceived() const
     return service ? service->GetReceived(id_) : std::vector<ArtNetReceived>{};
 }
 
+std::vector<ArtNetOtherSender> ArtNetClient::GetOtherSenders() const
+{
+    const auto service = Zen::ArtNetService::Global();
+    return service ? service->GetOtherSenders(id_) : std::vector<ArtNetOtherSender>{};
+}
+
 void ArtNetClient::ReadDmx(std::int32_t firstPortAddress, std::span<std::uint8_t> pages) const
 {
     if (const auto service = Zen::ArtNetService::Global())

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "ArtNet/ArtNetNodeInfo.h"
+#include "ArtNet/ArtNetOtherSenders.h"
 #include "ArtNet/ArtNetReceived.h"
 #include "ArtNet/ArtNetSourceConflict.h"
 #include "ArtNet/ArtNetTraffic.h"
@@ -60,6 +61,10 @@ public:
 
     /// The universes of this client that someone sends now, in order.
     [[nodiscard]] std::vector<ArtNetReceived> GetReceived() const;
+
+    /// Who else sends on the port that this client works on: universes that no client keeps, in
+    /// order. Not ourselves.
+    [[nodiscard]] std::vector<ArtNetOtherSender> GetOtherSenders() const;
 
     /// Fills `pages`, a whole number of 512-byte pages, with the universes from `firstPortAddress`
     /// on. A universe that is not registered or was not received reads as zeros.

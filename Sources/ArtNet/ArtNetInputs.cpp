@@ -23,7 +23,8 @@ ArtNetInputs::Verdict ArtNetInputs::Take(const ArtNetPackets::Dmx& dmx, std::uin
 {
     const auto found = inputs_.find(dmx.portAddress);
     if (found == inputs_.end())
-        return Verdict::NotKept;
+        return others_.Hear(dmx.portAddress, sender, now, known) ? Verdict::NotKept
+                                                                 : Verdict::Unheard;
     Input& input = found->second;
     if (!known && !input.taken.Is(sender, now) && !input.ignored.Is(sender, now))
         return Verdict::Unheard;

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "ArtNet/ArtNetOtherSenders.h"
 #include "ArtNet/ArtNetPackets.h"
 #include "ArtNet/ArtNetReceived.h"
 #include "ArtNet/ArtNetSourceConflict.h"
@@ -23,7 +24,11 @@ public:
     /// Who sent nothing for so long is silent.
     static constexpr std::int64_t Silence = 2'500'000'000;
 
-    void Clear() { inputs_.clear(); }
+    void Clear()
+    {
+        inputs_.clear();
+        others_ = {};
+    }
     /// The universe is kept from now on, zero and without a sender until something comes in.
     /// `offered` is whether consoles that ask are told of it; once is enough.
     void Add(std::int32_t portAddress, bool offered);
@@ -32,7 +37,7 @@ public:
 
     enum class Verdict : std::uint8_t
     {
-        NotKept,
+        NotKept, ///< the sender is noted
         Taken,
         Ignored, ///< another sender counts
         Unheard  ///< nothing was done: ask again with `known` when the sender is known not to be us
@@ -67,6 +72,12 @@ public:
     [[nodiscard]] std::int32_t CountComingIn(std::int64_t now, std::int32_t first,
                                              std::int32_t count) const;
 
+    /// Who sends universes that are not kept now.
+    [[nodiscard]] std::vector<ArtNetOtherSender> OtherSenders(std::int64_t now) const
+    {
+        return others_.Heard(now);
+    }
+
 private:
     struct Sender
     {
@@ -89,4 +100,5 @@ private:
     };
 
     boost::container::flat_map<std::int32_t, Input> inputs_;
+    ArtNetOtherSenders others_;
 };

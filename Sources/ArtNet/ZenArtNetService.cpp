@@ -348,6 +348,15 @@ std::vector<ArtNetReceived> ArtNetService::GetReceived(std::uint32_t id)
                                                  client->universeCount);
 }
 
+std::vector<ArtNetOtherSender> ArtNetService::GetOtherSenders(std::uint32_t id)
+{
+    const std::lock_guard lock(impl->mutex);
+    ArtNetServer* server = impl->ServerOf(id);
+    if (!server)
+        return {};
+    return server->Inputs().OtherSenders(Platform::MonotonicNanoseconds());
+}
+
 void ArtNetService::ReadDmx(std::uint32_t id, std::int32_t first, std::span<std::uint8_t> pages)
 {
     const std::lock_guard lock(impl->mutex);

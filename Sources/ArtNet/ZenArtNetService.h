@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "ArtNet/ArtNetNodeInfo.h"
+#include "ArtNet/ArtNetOtherSenders.h"
 #include "ArtNet/ArtNetReceived.h"
 #include "ArtNet/ArtNetSourceConflict.h"
 #include "ArtNet/ArtNetTraffic.h"
@@ -48,6 +49,7 @@ public:
     ArtNetTraffic GetTraffic(std::uint32_t id);
     std::vector<ArtNetSourceConflict> GetSourceConflicts(std::uint32_t id);
     std::vector<ArtNetReceived> GetReceived(std::uint32_t id);
+    std::vector<ArtNetOtherSender> GetOtherSenders(std::uint32_t id);
     void ReadDmx(std::uint32_t id, std::int32_t first, std::span<std::uint8_t> pages);
     void SendDmx(std::uint32_t id, std::string_view address, std::int32_t portAddress,
                  std::span<const std::uint8_t> channels);

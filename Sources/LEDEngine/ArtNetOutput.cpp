@@ -193,6 +193,19 @@ std::vector<ArtNetReceived> ArtNetOutput::GetReceived() const
                                               : std::vector<ArtNetReceived>{};
 }
 
+std::vector<ArtNetOtherSender> ArtNetOutput::GetOtherSenders() const
+{
+    if (!outputClient)
+        return {};
+    std::vector<ArtNetOtherSender> senders = outputClient->GetOtherSenders();
+    if (inputClient && !merging.IsEnabled()) { // the universes are kept all the same
+        for (const ArtNetReceived& received : inputClient->GetReceived())
+            senders.push_back({received.portAddress, received.sender});
+        std::ranges::sort(senders);
+    }
+    return senders;
+}
+
 void ArtNetOutput::NoteFrameSent()
 {
     lastFrameTime_ = Platform::MonotonicNanoseconds();

@@ -77,6 +77,9 @@ public:
     /// The universes that someone sends to the merger now, in order: none while the port is not
     /// ours, since a host doesn't tell.
     [[nodiscard]] std::vector<ArtNetReceived> GetReceived() const;
+    /// Who else sends universes on our network, in order: none while the port is not ours. What is
+    /// received to be merged is not among them.
+    [[nodiscard]] std::vector<ArtNetOtherSender> GetOtherSenders() const;
     /// The received universes of the merge range as the last frame had them, from the first one on.
     [[nodiscard]] const InputPages& GetInputPages() const { return inputUniverses; }
 

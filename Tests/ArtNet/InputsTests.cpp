@@ -69,6 +69,43 @@ TEST(Inputs, TheFirstOfSeveralSendersCountsUntilItIsSilent)
     EXPECT_EQ(ConflictText(inputs.Conflicts(5003 * OneMillisecond, 0, 2)), "1:c>b ");
 }
 
+TEST(Inputs, WhoSendsAUniverseThatIsNotKeptIsNotedUntilHeIsSilent)
+{
+    using Others = std::vector<ArtNetOtherSender>;
+    using Verdict = ArtNetInputs::Verdict;
+    ArtNetInputs inputs;
+    inputs.Add(1, true);
+    const auto take = [&inputs](std::uint16_t universe, std::uint32_t sender, std::int64_t now,
+                                bool known) {
+        return inputs.Take({universe, {}}, sender, now, known);
+    };
+    EXPECT_EQ(take(7, 'a', 0, false), Verdict::Unheard);
+    EXPECT_EQ(inputs.OtherSenders(0), Others{});
+    EXPECT_EQ(take(7, 'b', 0, true), Verdict::NotKept);
+    EXPECT_EQ(take(7, 'a', 1, true), Verdict::NotKept);
+    EXPECT_EQ(take(7, 'a', 2, false), Verdict::NotKept) << "it is known by now";
+    EXPECT_EQ(take(1, 'a', 2, true), Verdict::Taken);
+    EXPECT_EQ(inputs.OtherSenders(2), (Others{{7, 'a'}, {7, 'b'}}));
+    constexpr std::int64_t silence = ArtNetOtherSenders::Silence;
+    EXPECT_EQ(inputs.OtherSenders(silence), (Others{{7, 'a'}}));
+    EXPECT_EQ(inputs.OtherSenders(silence + 2), Others{});
+    EXPECT_EQ(take(7, 'a', silence + 2, false), Verdict::Unheard) << "the address may be ours now";
+
+    // A flood costs no memory, and the newest are noted.
+    for (std::uint32_t sender = 1; sender <= 3000; ++sender)
+        take(static_cast<std::uint16_t>(sender % 3), sender, 2 * silence + sender, true);
+    EXPECT_EQ(inputs.OtherSenders(2 * silence + 3000), (Others{{0, 2991},
+                                                               {0, 2994},
+                                                               {0, 2997},
+                                                               {0, 3000},
+                                                               {2, 2990},
+                                                               {2, 2993},
+                                                               {2, 2996},
+                                                               {2, 2999}}));
+    inputs.Clear();
+    EXPECT_EQ(inputs.OtherSenders(2 * silence + 3000), Others{});
+}
+
 TEST(Inputs, OfferedUniversesMakePagesOfFourThatShareTheirSubNet)
 {
     ArtNetInputs inputs;

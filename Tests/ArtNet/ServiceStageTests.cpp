@@ -273,9 +273,12 @@ TEST_F(ArtNetStage, TheSecondOfTwoConsolesIsReportedAndWeAreNone)
         ArtNetClient everywhere("", "", 1, 2, "test", true);
         ChangeAddress("2.0.0.1", "2.0.0.5");
         everywhere.SendDmx("2.255.255.255", 1, Bytes{7, 7});
+        everywhere.SendDmx("2.255.255.255", 9, Bytes{7, 7}); // which nobody keeps
         ASSERT_TRUE(rig->Next(2s));
+        second->Send(0x02000005, Dmx(9, {3, 0}));
         second->Send(0x02000005, Dmx(1, {3, 0}));
         EXPECT_TRUE(ComesIn(everywhere, 1, 3)) << "we are no console";
+        EXPECT_EQ(everywhere.GetOtherSenders(), (std::vector<ArtNetOtherSender>{{9, Rig0 + 1}}));
         ChangeAddress("2.0.0.5", "2.0.0.1");
     }
     const ArtNetClient client("2.0.0.1", "", 1, 2, "test", true);

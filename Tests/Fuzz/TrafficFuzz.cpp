@@ -48,6 +48,10 @@ private:
             verdict = inputs_.Take(*dmx, sender, now_, true);
         const auto* universe = inputs_.Find(dmx->portAddress);
         Require((verdict == Verdict::NotKept) == !universe && verdict != Verdict::Unheard);
+        const auto others = inputs_.OtherSenders(now_);
+        Require(others.size() <= ArtNetOtherSenders::Most && std::ranges::is_sorted(others));
+        Require(universe ||
+                std::ranges::count(others, ArtNetOtherSender{dmx->portAddress, sender}) == 1);
         if (verdict == Verdict::Taken && !dmx->channels.empty())
             Require((*universe)[0] == std::to_integer<std::uint8_t>(dmx->channels[0]));
         const auto conflicts = inputs_.Conflicts(now_);
