@@ -17,6 +17,7 @@
 
 #include "Model/DeviceModel.h"
 #include "Model/ElementChanges.h"
+#include "Model/ElementFixture.h"
 #include "Model/ElementGeometry.h"
 #include "Model/TakenElement.h"
 #include "Model/Vector4DF.h"
@@ -138,6 +139,7 @@ public:
     /// The same for addresses and descriptions, which every element has.
     [[nodiscard]] std::vector<ElementAddress> GetAddresses(const ElementIds& ids) const;
     [[nodiscard]] std::vector<ElementDescription> GetDescriptions(const ElementIds& ids) const;
+    [[nodiscard]] std::vector<ElementFixture> GetFixtures(const ElementIds& ids) const;
     /// The canvas with all elements, in row order.
     [[nodiscard]] ElementGeometry::Layout GetLayout() const;
 
@@ -152,6 +154,8 @@ public:
     void SetAddresses(const std::vector<ElementAddress>& addresses);
     /// The same for descriptions, with elementsRenamed.
     void SetDescriptions(const std::vector<ElementDescription>& descriptions);
+    /// The same for the elements' own fixtures, with elementsRefitted.
+    void SetFixtures(const std::vector<ElementFixture>& fixtures);
 
     // An entry without element ends these batches at once, without devicesChangedGeometry; only
     // SetObjectRotation goes on behind such an entry.

@@ -138,6 +138,13 @@ std::vector<ElementDescription> DeviceManager::GetDescriptions(const ElementIds&
     });
 }
 
+std::vector<ElementFixture> DeviceManager::GetFixtures(const ElementIds& ids) const
+{
+    return ReadEach<ElementFixture>(ids, [](const MappedLedItem& element, auto& entries) {
+        entries.push_back({element.uniqueID, element.GetFixture()});
+    });
+}
+
 const DMXMappingArtNet* DeviceManager::GetMappedObjectArtNetMapping(const QModelIndex& index) const
 {
     const QMutexLocker lock(&mutex);
@@ -409,4 +416,14 @@ void DeviceManager::SetAddresses(const std::vector<ElementAddress>& addresses)
         return;
     mappedDeviceModel->UpdateAddressCells(changed);
     emit elementsPatched(changed);
+}
+
+void DeviceManager::SetFixtures(const std::vector<ElementFixture>& fixtures)
+{
+    ElementIds changed;
+    {
+        const QMutexLocker lock(&mutex);
+        changed = mappedDeviceModel->GiveFixtures(fixtures);
+    }
+    (void)TellRefitted(changed);
 }

@@ -355,12 +355,26 @@ std::vector<std::int64_t> MappedDeviceModel::UpdateFixtureInElements(std::int64_
         static_cast<LEDFixture&>(element->EditFixture()) = fixture;
         ids.push_back(element->uniqueID);
     }
-    UpdateCells(ids, [&](int row) {
-        item(row, ManufacturerColumn)->setText(QString::fromStdWString(fixture.manufacturer));
-        item(row, ProductColumn)->setText(QString::fromStdWString(fixture.product));
-        item(row, SizeColumn)->setText(SizeText(fixture.pixelMap));
-        SetAddressTexts(row);
-    });
+    UpdateCells(ids, [this](int row) { SetFixtureTexts(row); });
+    RecalculateConflicts();
+    return ids;
+}
+
+std::vector<std::int64_t>
+MappedDeviceModel::GiveFixtures(const std::vector<ElementFixture>& fixtures)
+{
+    const QMutexLocker lock(&mutex);
+    std::vector<std::int64_t> ids;
+    for (const auto& [id, fixture] : fixtures) {
+        MappedLedItem* element = GetItemByUniqueID(id);
+        if (!element || ElementFixture{id, element->GetFixture()} == ElementFixture{id, fixture})
+            continue;
+        static_cast<LEDFixture&>(element->EditFixture()) = fixture;
+        ids.push_back(id);
+    }
+    if (ids.empty())
+        return ids;
+    UpdateCells(ids, [this](int row) { SetFixtureTexts(row); });
     RecalculateConflicts();
     return ids;
 }
@@ -406,6 +420,15 @@ void MappedDeviceModel::ReplaceNodeAddress(const QString& oldIpconf, const QStri
         ids.push_back(element.uniqueID);
     }
     UpdateAddressCells(ids);
+}
+
+void MappedDeviceModel::SetFixtureTexts(int row)
+{
+    const DeviceLedItem& fixture = GetElement(row)->GetFixture();
+    item(row, ManufacturerColumn)->setText(QString::fromStdWString(fixture.manufacturer));
+    item(row, ProductColumn)->setText(QString::fromStdWString(fixture.product));
+    item(row, SizeColumn)->setText(SizeText(fixture.pixelMap));
+    SetAddressTexts(row);
 }
 
 void MappedDeviceModel::SetAddressTexts(int row)

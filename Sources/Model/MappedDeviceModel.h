@@ -18,6 +18,7 @@
 #include "FixtureModel/UniverseMerging.h"
 #include "LibTools/SaveResult.h"
 #include "LibTools/ZenBitmap.h"
+#include "Model/ElementFixture.h"
 #include "Model/MappedLedItem.h"
 #include "Model/PatchFaults.h"
 #include "Model/TakenElement.h"
@@ -100,6 +101,9 @@ public:
     /// elements, in the order of their rows.
     std::vector<std::int64_t> UpdateFixtureInElements(std::int64_t fixtureID,
                                                       const LEDFixture& fixture);
+    /// Gives elements such fixtures. Those that changed, in the order given; ids without element
+    /// are passed over.
+    std::vector<std::int64_t> GiveFixtures(const std::vector<ElementFixture>& fixtures);
     /// The fixtures of this library of which elements have another definition, by their numbers.
     [[nodiscard]] std::set<std::int64_t> GetOutdatedFixtures(const DeviceModel& library) const;
     /// After the library changed: elements take the number that their product has now, 0 for none.
@@ -174,6 +178,7 @@ private:
     void MoveItems(const std::vector<int>& target);
     void RecalculateConflicts();
     void SetAddressTexts(int row);
+    void SetFixtureTexts(int row);
     template <class SetText>
     void UpdateCells(const std::vector<std::int64_t>& ids, const SetText& setText);
     void TellTextsChanged(const std::vector<int>& rows);

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "Model/ElementFixture.h"
+#include "UI/Commands/ElementCommand.h"
+#include "UI/Commands/ValueCommand.h"
+
+class QUndoStack;
+struct PatchProblem;
+
+/// Gives each element a place of its own.
+class PlaceCommand final : public ElementCommand
+{
+public:
+    /// `manager` outlives the command.
+    PlaceCommand(DeviceManager& manager, std::vector<ElementMapping> places, const QString& text);
+};
+
+/// Gives elements other fixtures, of their own as all elements have them.
+class FixtureCommand final : public ValueCommand<ElementFixture>
+{
+public:
+    /// `manager` outlives the command.
+    FixtureCommand(DeviceManager& manager, std::vector<ElementFixture> fixtures,
+                   const QString& text);
+};
+
+/// Puts a problem of the patch right, as the next step of the history. False when nothing changes:
+/// the problem has no remedy or is gone, or no address is free. `taken` are Port-Addresses that are
+/// not ours to use.
+bool PushRemedy(DeviceManager& manager, QUndoStack& history, const PatchProblem& problem,
+                std::span<const std::int32_t> taken);
