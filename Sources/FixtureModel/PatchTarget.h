@@ -4,6 +4,7 @@
 #include <compare>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 class DMXMappingArtNet;
 class UniverseMerging;
@@ -19,6 +20,13 @@ struct PatchTarget
 
 /// Whether an element with this address is laid on top of received DMX.
 [[nodiscard]] bool IsMerged(const DMXMappingArtNet& address, const UniverseMerging& merging);
+
+/// The two parts of TargetOf, for those who look at every element. The node is a view of the
+/// address.
+[[nodiscard]] std::uint16_t TargetPortAddress(const DMXMappingArtNet& address,
+                                              const UniverseMerging& merging);
+[[nodiscard]] std::wstring_view TargetNode(const DMXMappingArtNet& address,
+                                           const UniverseMerging& merging);
 
 /// With merging on, what is patched into the received run is sent on the run of the merger's
 /// output, to all nodes; everything else goes where its address says.

@@ -26,12 +26,9 @@ struct FaultWords
 PatchedElement PatchedElementOf(const MappedLedItem& element, const DMXMappingArtNet& address,
                                 const UniverseMerging& merging)
 {
-    const SentChannels sent =
-        ChannelsSent(address.GetChannel(), element.GetFixture().GetChannelCount());
-    const std::uint16_t own = address.GetPortAddress();
-    if (IsMerged(address, merging))
-        return {static_cast<std::uint16_t>(merging.TranslateToOutput(own)), sent, AutoNode, true};
-    return {own, sent, address.GetIpconf(), true};
+    return {TargetPortAddress(address, merging),
+            ChannelsSent(address.GetChannel(), element.GetFixture().GetChannelCount()),
+            TargetNode(address, merging), true};
 }
 
 FaultyElements FindPatchFaults(std::span<MappedLedItem* const> elements,

@@ -2,16 +2,46 @@
 #include "Model/PatchTable.h"
 
 #include <algorithm>
-#include <tuple>
+#include <cstddef>
+#include <string_view>
+#include <utility>
 
 #include "FixtureModel/DMXMapping.h"
+#include "FixtureModel/UniverseMerging.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
 
+namespace {
+
+/// A span with its target, as numbers that sort fast: there are thousands of spans and few nodes.
+struct Placed
+{
+    std::uint16_t portAddress = 0;
+    std::size_t node = 0; ///< in the order of the nodes' texts
+    PatchSpan span;
+};
+
+std::vector<std::wstring_view> NodesOf(const std::vector<const DMXMappingArtNet*>& addresses,
+                                       const UniverseMerging& merging)
+{
+    std::vector<std::wstring_view> nodes;
+    for (const DMXMappingArtNet* address : addresses) {
+        const std::wstring_view node = TargetNode(*address, merging);
+        if (nodes.empty() || nodes.back() != node) // often the one before
+            nodes.push_back(node);
+    }
+    std::ranges::sort(nodes);
+    nodes.erase(std::unique(nodes.begin(), nodes.end()), nodes.end());
+    return nodes;
+}
+
+} // namespace
+
 PatchTable PatchTableOf(const MappedDeviceModel& document)
 {
-    std::vector<std::pair<PatchTarget, PatchSpan>> spans;
-    spans.reserve(static_cast<std::size_t>(document.rowCount()));
+    const UniverseMerging& merging = document.GetMerging();
+    std::vector<Placed> spans;
+    std::vector<const DMXMappingArtNet*> addresses; // of the spans
     for (int row = 0; row < document.rowCount(); ++row) {
         const MappedLedItem* element = document.GetElement(row);
         const DMXMappingArtNet* address = element ? element->GetArtNetMapping() : nullptr;
@@ -21,20 +51,27 @@ PatchTable PatchTableOf(const MappedDeviceModel& document)
             ChannelsSent(address->GetChannel(), SentChannelCount(element->GetFixture()));
         if (channels.AreNone())
             continue;
-        spans.emplace_back(TargetOf(*address, document.GetMerging()),
-                           PatchSpan{.row = row,
-                                     .element = element->uniqueID,
-                                     .channels = channels,
-                                     .merged = IsMerged(*address, document.GetMerging())});
+        spans.push_back({.portAddress = TargetPortAddress(*address, merging),
+                         .span = {.row = row,
+                                  .element = element->uniqueID,
+                                  .channels = channels,
+                                  .merged = IsMerged(*address, merging)}});
+        addresses.push_back(address);
     }
-    std::ranges::stable_sort(spans, {}, [](const auto& span) {
-        return std::tie(span.first.portAddress, span.first.node);
-    });
+    const std::vector<std::wstring_view> nodes = NodesOf(addresses, merging);
+    for (std::size_t i = 0; i < spans.size(); ++i) {
+        const auto node = std::ranges::lower_bound(nodes, TargetNode(*addresses[i], merging));
+        spans[i].node = static_cast<std::size_t>(node - nodes.begin());
+    }
+    std::ranges::stable_sort(
+        spans, {}, [](const Placed& placed) { return std::pair(placed.portAddress, placed.node); });
     PatchTable table;
-    for (auto& [target, span] : spans) {
-        if (table.empty() || table.back().target != target)
-            table.push_back({std::move(target), {}});
-        table.back().spans.push_back(span);
+    for (std::size_t i = 0; i < spans.size(); ++i) {
+        const Placed& placed = spans[i];
+        if (i == 0 || placed.portAddress != spans[i - 1].portAddress ||
+            placed.node != spans[i - 1].node)
+            table.push_back({{std::wstring(nodes[placed.node]), placed.portAddress}, {}});
+        table.back().spans.push_back(placed.span);
     }
     return table;
 }
