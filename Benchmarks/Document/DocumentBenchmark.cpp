@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <ctime>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,6 +20,7 @@
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedObjectListProxy.h"
+#include "Model/PatchCheck.h"
 #include "Timing.h"
 
 namespace {
@@ -277,6 +279,118 @@ void OneMove(benchmark::State& state)
     state.counters["ratio"] = Median(ratios);
 }
 BENCHMARK(OneMove)->ArgNames({"view"})->Arg(0)->Arg(1)->Iterations(101)->UseManualTime();
+
+// ---- The check of the patch --------------------------------------------------------------------
+
+/// A wall of bars of 10 pixels, 17 in a universe and 256 universes on a node, of which nothing is
+/// wrong; or all of them are off the canvas, cut off at channel 512 and on each other's channels.
+std::unique_ptr<DeviceManager> Wall(int count, bool faulty)
+{
+    constexpr int inUniverse = 17;
+    constexpr int onNode = inUniverse * 256;
+    qInstallMessageHandler(Discard);
+    auto manager = std::make_unique<DeviceManager>(QString());
+    manager->Initialize();
+    manager->SetCanvasSize(CanvasSide, CanvasSide);
+    PixelMap map(10, 1, PixelMapType::RGB);
+    for (int i = 0; i < 10; ++i)
+        map.SetCell(i, 0, 1 + 3 * i);
+    (void)manager->AddFixture(LEDFixture(L"Maker", L"Bar", map, 0, 30));
+    std::vector<MappedObjectParams> records;
+    for (int i = 0; i < count; ++i) {
+        MappedObjectParams record;
+        record.ipconf = QStringLiteral("2.0.0.%1").arg(1 + i / onNode);
+        record.posX = static_cast<float>(faulty ? 2000 : 20 + i % 90 * 10);
+        record.posY = static_cast<float>(10 + i / 90 % 900);
+        record.width = 10;
+        record.height = 1;
+        record.fixtureID = manager->GetLEDFixtureByProduct(L"Bar")->uniqueID;
+        record.channel = faulty ? 500 : 1 + 30 * (i % inUniverse);
+        record.universe = i / inUniverse % 16;
+        record.subnet = i / (16 * inUniverse) % 16;
+        records.push_back(record);
+    }
+    manager->ApplyObjectParams(manager->AddMappedObjects(records));
+    return manager;
+}
+
+/// Processor time, which a busy machine doesn't stretch.
+template <class Work>
+double ProcessorSecondsOf(Work work)
+{
+    const std::clock_t begin = std::clock();
+    work();
+    return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+}
+
+void Check(benchmark::State& state)
+{
+    const int count = static_cast<int>(state.range(0));
+    const bool faulty = state.range(1) != 0;
+    const auto manager = Wall(count, faulty);
+    PatchNetwork network{0x02FFFFFF, {}, true, {}};
+    for (int node = 1; node <= 5; ++node) {
+        PatchNode& answering = network.nodes.emplace_back();
+        answering.address = L"2.0.0." + std::to_wstring(node);
+        for (std::uint16_t port = 0; port < 256; ++port)
+            answering.ports.push_back(port);
+    }
+    const PatchCheckInput input{*manager->GetMappedDeviceModel(), manager->GetDeviceModel(),
+                                &network};
+    PatchCheck live;
+    std::vector<double> longest;
+    const auto pass = [&] {
+        double whole = 0;
+        double most = 0;
+        for (bool ended = false; !ended;) {
+            const double portion = ProcessorSecondsOf([&] { ended = live.Work(input, 2'000'000); });
+            most = std::max(most, portion);
+            whole += portion;
+        }
+        longest.push_back(most);
+        return whole;
+    };
+    ElementIds all;
+    for (int row = 0; row < count; ++row)
+        all.push_back(manager->GetMappedDeviceModel()->GetElement(row)->uniqueID);
+    const auto drag = [&](const ElementIds& ids) {
+        auto places = manager->GetVideoMappings(ids);
+        for (ElementMapping& place : places)
+            place.video.centerY = 0.5F - place.video.centerY / 4;
+        manager->SetVideoMappings(places);
+    };
+    std::vector<double> full;
+    std::vector<double> one;
+    std::vector<double> dragged;
+    std::vector<PatchProblem> problems;
+    for (auto _ : state) {
+        full.push_back(ProcessorSecondsOf([&] { problems = CheckPatch(input); }));
+        (void)pass();
+        drag({all[all.size() / 2]});
+        one.push_back(pass());
+        drag(all);
+        dragged.push_back(pass());
+        state.SetIterationTime(full.back());
+    }
+    const auto found = std::ranges::count_if(problems, [](const PatchProblem& problem) {
+        return problem.trouble != Trouble::None; // hints are of ports and nodes
+    });
+    if ((found > 0) != faulty)
+        state.SkipWithError("these are not the problems that were to be found");
+    state.counters["problems"] = static_cast<double>(found);
+    state.counters["full_ms"] = Median(full) * 1e3;
+    state.counters["drag_one_ms"] = Median(one) * 1e3;
+    state.counters["drag_all_ms"] = Median(dragged) * 1e3;
+    state.counters["longest_portion_ms"] = Median(longest) * 1e3;
+}
+BENCHMARK(Check)
+    ->ArgNames({"elements", "faulty"})
+    ->Args({4096, 0})
+    ->Args({4096, 1})
+    ->Args({20000, 0})
+    ->Args({20000, 1})
+    ->Iterations(21)
+    ->UseManualTime();
 
 } // namespace
 

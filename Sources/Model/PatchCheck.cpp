@@ -27,13 +27,11 @@ void GatherByFixture(std::vector<PatchProblem>& problems)
 {
     std::map<std::pair<PatchRule, std::wstring>, PatchProblem> byFixture;
     for (PatchProblem& problem : problems) {
-        if (!IsOfFixture(problem.rule))
-            continue;
         const auto [known, isNew] = byFixture.try_emplace({problem.rule, problem.name}, problem);
         if (!isNew)
             known->second.elements.push_back(problem.elements.front());
     }
-    std::erase_if(problems, [](const PatchProblem& problem) { return IsOfFixture(problem.rule); });
+    problems.clear();
     for (auto& [fixture, problem] : byFixture)
         problems.push_back(std::move(problem));
 }
@@ -92,9 +90,12 @@ bool PatchCheck::JudgeElements(const PatchCheckInput& input, std::int64_t until)
         listIsOld_ = true;
     }
     std::vector<PatchProblem> problems;
-    for (; row_ < count; ++row_) {
-        if (row_ % ElementsAtOnce == 0 && Platform::MonotonicNanoseconds() >= until)
-            return false;
+    for (std::size_t done = 0; row_ < count; ++row_, ++done) {
+        if (done == ElementsAtOnce) {
+            if (Platform::MonotonicNanoseconds() >= until)
+                return false;
+            done = 0;
+        }
         const MappedLedItem& element = *document.GetElement(static_cast<int>(row_));
         Judged& judged = elements_[row_];
         if (judged.id == element.uniqueID && judged.revision == element.GetRevision())
@@ -159,13 +160,27 @@ void PatchCheck::List()
 {
     if (!std::exchange(listIsOld_, false))
         return;
+    std::vector<PatchProblem> ofFixtures;
+    std::vector<const PatchProblem*> order;
+    for (const Judged& element : elements_) {
+        for (const PatchProblem& problem : element.problems) {
+            if (IsOfFixture(problem.rule))
+                ofFixtures.push_back(problem);
+            else
+                order.push_back(&problem);
+        }
+    }
+    GatherByFixture(ofFixtures);
+    for (const auto* part : {&ofFixtures, &ofUniverses_, &ofNetwork_}) {
+        for (const PatchProblem& problem : *part)
+            order.push_back(&problem);
+    }
+    // Not the problems themselves, of which there may be thousands.
+    std::ranges::sort(order, [](const auto* a, const auto* b) { return OrderOf(*a, *b) < 0; });
     std::vector<PatchProblem> found;
-    for (const Judged& element : elements_)
-        found.insert(found.end(), element.problems.begin(), element.problems.end());
-    GatherByFixture(found);
-    found.insert(found.end(), ofUniverses_.begin(), ofUniverses_.end());
-    found.insert(found.end(), ofNetwork_.begin(), ofNetwork_.end());
-    std::ranges::sort(found, [](const auto& a, const auto& b) { return OrderOf(a, b) < 0; });
+    found.reserve(order.size());
+    for (const PatchProblem* problem : order)
+        found.push_back(*problem);
     if (found == problems_)
         return;
     problems_ = std::move(found);

@@ -24,15 +24,6 @@ namespace {
 /// Fractions in single precision are off by less than this many pixels on the largest canvas.
 constexpr double PixelRounding = 0.02;
 
-struct Subject
-{
-    const MappedLedItem& element;
-    QSizeF canvas;
-    const DeviceModel* library;
-};
-
-// ---- Channels ----------------------------------------------------------------------------------
-
 /// The channels that an element would have if a universe had no end.
 struct Channels
 {
@@ -41,7 +32,14 @@ struct Channels
     SentChannels sent;
 };
 
-/// Nothing for an element that has no address or no channels.
+struct Subject
+{
+    const MappedLedItem& element;
+    QSizeF canvas;
+    const DeviceModel* library;
+    std::optional<Channels> channels; ///< none without an address or channels
+};
+
 std::optional<Channels> ChannelsOf(const MappedLedItem& element)
 {
     const DMXMappingArtNet* address = element.GetArtNetMapping();
@@ -52,6 +50,8 @@ std::optional<Channels> ChannelsOf(const MappedLedItem& element)
                     ChannelsSent(address->GetChannel(), count)};
 }
 
+// ---- Channels ----------------------------------------------------------------------------------
+
 std::int32_t Narrow(std::int64_t channel)
 {
     return static_cast<std::int32_t>(
@@ -60,7 +60,7 @@ std::int32_t Narrow(std::int64_t channel)
 
 bool BeginsOutside(const Subject& subject, PatchProblem& problem)
 {
-    const auto channels = ChannelsOf(subject.element);
+    const auto& channels = subject.channels;
     if (!channels || !channels->sent.AreNone())
         return false;
     problem.first = channels->first;
@@ -88,14 +88,14 @@ bool FindSplitPixel(const MappedLedItem& element, const Channels& channels, Patc
 
 bool SplitsAPixel(const Subject& subject, PatchProblem& problem)
 {
-    const auto channels = ChannelsOf(subject.element);
+    const auto& channels = subject.channels;
     return channels && channels->sent.beyond && !channels->sent.AreNone() &&
            FindSplitPixel(subject.element, *channels, problem);
 }
 
 bool ReachesBeyond(const Subject& subject, PatchProblem& problem)
 {
-    const auto channels = ChannelsOf(subject.element);
+    const auto& channels = subject.channels;
     PatchProblem pixel;
     if (!channels || !channels->sent.beyond || channels->sent.AreNone() ||
         FindSplitPixel(subject.element, *channels, pixel)) // which says more
@@ -211,7 +211,7 @@ constexpr std::array Rules = {
 void JudgeElement(const MappedLedItem& element, QSizeF canvas, const DeviceModel* library,
                   std::vector<PatchProblem>& problems)
 {
-    const Subject subject{element, canvas, library};
+    const Subject subject{element, canvas, library, ChannelsOf(element)};
     for (const Rule& rule : Rules) {
         PatchProblem problem;
         if (!rule.applies(subject, problem))

@@ -211,6 +211,8 @@ void FindUnusedPorts(const Subject& subject, Problems& problems)
 
 void FindOtherSenders(const Subject& subject, Problems& problems)
 {
+    if (subject.network.senders.empty())
+        return;
     std::map<std::uint16_t, ElementIds> ours;
     for (const std::uint16_t universe : SentToAll(subject))
         ours[universe];

@@ -112,6 +112,8 @@ bool WritesOnMerger(const DMXMappingArtNet& address, const UniverseMerging& merg
 
 void FindMergerTargets(const Subject& subject, Problems& problems)
 {
+    if (!subject.merging.IsEnabled())
+        return;
     std::map<std::uint16_t, PatchProblem> byUniverse;
     ForEachAddress(subject.document,
                    [&](const MappedLedItem& element, const DMXMappingArtNet& address) {
@@ -128,6 +130,8 @@ void FindMergerTargets(const Subject& subject, Problems& problems)
 /// The merged elements, by universe: those with or those without a node of their own.
 void FindMerged(const Subject& subject, bool withNode, Problems& problems)
 {
+    if (!subject.merging.IsEnabled())
+        return;
     std::map<std::uint16_t, PatchProblem> byUniverse;
     ForEachAddress(subject.document,
                    [&](const MappedLedItem& element, const DMXMappingArtNet& address) {
@@ -154,6 +158,19 @@ void FindMergedElements(const Subject& subject, Problems& problems)
     FindMerged(subject, false, problems);
 }
 
+void AddSeveralNodes(std::span<const PatchUniverse> chosen, Problems& problems)
+{
+    if (chosen.size() < 2)
+        return;
+    PatchProblem problem = ProblemOf(chosen.front().target.portAddress);
+    for (const PatchUniverse& universe : chosen) {
+        problem.list += (problem.list.empty() ? L"" : L", ") + universe.target.node;
+        for (const PatchSpan& span : universe.spans)
+            problem.elements.push_back(span.element);
+    }
+    problems.push_back(std::move(problem));
+}
+
 /// The table has the chosen nodes of a Port-Address one after the other.
 void FindSeveralNodes(const Subject& subject, Problems& problems)
 {
@@ -161,17 +178,11 @@ void FindSeveralNodes(const Subject& subject, Problems& problems)
         const auto end = std::find_if(begin, subject.table.end(), [&](const PatchUniverse& other) {
             return other.target.portAddress != begin->target.portAddress;
         });
-        PatchProblem problem = ProblemOf(begin->target.portAddress);
-        int nodes = 0;
-        for (const PatchUniverse& universe : std::span(begin, end)) {
-            if (universe.target.node == AutoNode)
-                continue;
-            problem.list += (nodes++ == 0 ? L"" : L", ") + universe.target.node;
-            for (const PatchSpan& span : universe.spans)
-                problem.elements.push_back(span.element);
-        }
-        if (nodes > 1)
-            problems.push_back(std::move(problem));
+        // "Auto" is the last of a Port-Address.
+        const auto chosen = std::span(begin, end);
+        AddSeveralNodes(chosen.back().target.node == AutoNode ? chosen.first(chosen.size() - 1)
+                                                              : chosen,
+                        problems);
         begin = end;
     }
 }
