@@ -62,14 +62,20 @@ private:
         patched_.push_back(
             {{address.GetSubnet(), address.GetUniverse(), address.GetChannel()}, count});
         const SentChannels sent = ChannelsSent(address.GetChannel(), count);
-        Channels& universe = occupied_[address.GetPortAddress()];
+        Channels& universe = SentOn(address);
         for (std::int32_t channel = sent.first; channel <= sent.last; ++channel)
             universe.set(static_cast<std::size_t>(channel));
     }
 
+    /// The channels of the universe that this address ends up in.
+    Channels& SentOn(const DMXMappingArtNet& address)
+    {
+        return occupied_[TargetPortAddress(address, merging_)];
+    }
+
     bool TakeGap(DMXMappingArtNet& address, std::int32_t count)
     {
-        const Channels& universe = occupied_[address.GetPortAddress()];
+        const Channels& universe = SentOn(address);
         std::int32_t free = 0;
         for (std::int32_t channel = 1; channel <= PatchAddress::LastChannel; ++channel) {
             free = universe.test(static_cast<std::size_t>(channel)) ? 0 : free + 1;
@@ -102,33 +108,45 @@ private:
     std::unordered_map<std::uint16_t, Channels> occupied_;
 };
 
-std::vector<ElementAddress> FreeAddresses(const PatchProblem& problem,
+/// The elements of these problems in their order, each once.
+ElementIds ElementsOf(std::span<const PatchProblem> problems)
+{
+    ElementIds ids;
+    std::unordered_set<std::int64_t> known;
+    for (const PatchProblem& problem : problems) {
+        const bool firstStays = problem.rule == PatchRule::SharedChannels;
+        for (std::size_t i = firstStays ? 1 : 0; i < problem.elements.size(); ++i) {
+            if (known.insert(problem.elements[i]).second)
+                ids.push_back(problem.elements[i]);
+        }
+    }
+    return ids;
+}
+
+std::vector<ElementAddress> FreeAddresses(const ElementIds& ids, bool mayStayInUniverse,
                                           const MappedDeviceModel& document,
                                           std::span<const std::int32_t> taken)
 {
-    const bool firstStays = problem.rule == PatchRule::SharedChannels;
-    const std::span<const std::int64_t> moved =
-        std::span(problem.elements).subspan(firstStays && !problem.elements.empty() ? 1 : 0);
-    FreePlaces places(document, {moved.begin(), moved.end()}, taken);
+    FreePlaces places(document, {ids.begin(), ids.end()}, taken);
     std::vector<ElementAddress> addresses;
-    for (const std::int64_t id : moved) {
+    for (const std::int64_t id : ids) {
         const MappedLedItem* element = document.GetItemByUniqueID(id);
         const DMXMappingArtNet* present = element ? element->GetArtNetMapping() : nullptr;
         if (!present)
             continue;
-        const auto free = places.Take(*present, element->GetFixture().GetChannelCount(),
-                                      problem.rule != PatchRule::MergerTarget);
+        const auto free =
+            places.Take(*present, element->GetFixture().GetChannelCount(), mayStayInUniverse);
         if (free)
             addresses.push_back({id, free});
     }
     return addresses;
 }
 
-std::vector<ElementAddress> AddressesForAll(const PatchProblem& problem,
+std::vector<ElementAddress> AddressesForAll(const ElementIds& ids,
                                             const MappedDeviceModel& document)
 {
     std::vector<ElementAddress> addresses;
-    for (const std::int64_t id : problem.elements) {
+    for (const std::int64_t id : ids) {
         const MappedLedItem* element = document.GetItemByUniqueID(id);
         const DMXMappingArtNet* present = element ? element->GetArtNetMapping() : nullptr;
         if (!present || present->IsAuto())
@@ -138,6 +156,12 @@ std::vector<ElementAddress> AddressesForAll(const PatchProblem& problem,
         addresses.push_back({id, std::move(address)});
     }
     return addresses;
+}
+
+/// Of no problems there is no remedy.
+PatchRemedy RemedyOf(std::span<const PatchProblem> problems)
+{
+    return problems.empty() ? PatchRemedy::None : RemedyOf(problems.front().rule);
 }
 
 // ---- Places ------------------------------------------------------------------------------------
@@ -182,29 +206,31 @@ ElementGeometry::Placement Enlarged(ElementGeometry::Placement place, double deg
 
 } // namespace
 
-std::vector<ElementAddress> RemedyAddresses(const PatchProblem& problem,
+std::vector<ElementAddress> RemedyAddresses(std::span<const PatchProblem> problems,
                                             const MappedDeviceModel& document,
                                             std::span<const std::int32_t> taken)
 {
-    switch (RemedyOf(problem.rule)) {
+    const ElementIds ids = ElementsOf(problems);
+    switch (RemedyOf(problems)) {
     case PatchRemedy::FreeAddress:
-        return FreeAddresses(problem, document, taken);
+        return FreeAddresses(ids, problems.front().rule != PatchRule::MergerTarget, document,
+                             taken);
     case PatchRemedy::SendToAll:
-        return AddressesForAll(problem, document);
+        return AddressesForAll(ids, document);
     default:
         return {};
     }
 }
 
-std::vector<ElementMapping> RemedyPlaces(const PatchProblem& problem,
+std::vector<ElementMapping> RemedyPlaces(std::span<const PatchProblem> problems,
                                          const MappedDeviceModel& document)
 {
-    const PatchRemedy remedy = RemedyOf(problem.rule);
+    const PatchRemedy remedy = RemedyOf(problems);
     if (remedy != PatchRemedy::OntoCanvas && remedy != PatchRemedy::FitPixels)
         return {};
     const QSizeF canvas(document.GetCanvasWidth(), document.GetCanvasHeight());
     std::vector<ElementMapping> places;
-    for (const std::int64_t id : problem.elements) {
+    for (const std::int64_t id : ElementsOf(problems)) {
         const MappedLedItem* element = document.GetItemByUniqueID(id);
         const VideoMapping* video = element ? element->GetVideoMapping() : nullptr;
         if (!video)
@@ -220,14 +246,14 @@ std::vector<ElementMapping> RemedyPlaces(const PatchProblem& problem,
     return places;
 }
 
-std::vector<ElementFixture> RemedyFixtures(const PatchProblem& problem,
+std::vector<ElementFixture> RemedyFixtures(std::span<const PatchProblem> problems,
                                            const MappedDeviceModel& document,
                                            const DeviceModel& library)
 {
-    if (RemedyOf(problem.rule) != PatchRemedy::LibraryDefinition)
+    if (RemedyOf(problems) != PatchRemedy::LibraryDefinition)
         return {};
     std::vector<ElementFixture> fixtures;
-    for (const std::int64_t id : problem.elements) {
+    for (const std::int64_t id : ElementsOf(problems)) {
         const MappedLedItem* element = document.GetItemByUniqueID(id);
         const DeviceLedItem* fixture =
             element ? library.GetFixtures().value(element->GetFixture().uniqueID, nullptr)

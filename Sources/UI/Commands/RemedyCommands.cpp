@@ -49,26 +49,28 @@ FixtureCommand::FixtureCommand(DeviceManager& manager, std::vector<ElementFixtur
     after_ = std::move(fixtures);
 }
 
-bool PushRemedy(DeviceManager& manager, QUndoStack& history, const PatchProblem& problem,
+bool PushRemedy(DeviceManager& manager, QUndoStack& history, std::span<const PatchProblem> problems,
                 std::span<const std::int32_t> taken)
 {
+    if (problems.empty())
+        return false;
     const MappedDeviceModel& document = *manager.GetMappedDeviceModel();
-    switch (RemedyOf(problem.rule)) {
+    switch (RemedyOf(problems.front().rule)) {
     case PatchRemedy::FreeAddress:
     case PatchRemedy::SendToAll:
-        return PushAddresses(manager, history, RemedyAddresses(problem, document, taken));
+        return PushAddresses(manager, history, RemedyAddresses(problems, document, taken));
     case PatchRemedy::LibraryDefinition:
         return PushStep(history,
                         std::make_unique<FixtureCommand>(
-                            manager, RemedyFixtures(problem, document, *manager.GetDeviceModel()),
+                            manager, RemedyFixtures(problems, document, *manager.GetDeviceModel()),
                             QObject::tr("Take Library Definition")));
     case PatchRemedy::OntoCanvas:
         return PushStep(history,
-                        std::make_unique<PlaceCommand>(manager, RemedyPlaces(problem, document),
+                        std::make_unique<PlaceCommand>(manager, RemedyPlaces(problems, document),
                                                        QObject::tr("Bring onto Canvas")));
     case PatchRemedy::FitPixels:
         return PushStep(history,
-                        std::make_unique<PlaceCommand>(manager, RemedyPlaces(problem, document),
+                        std::make_unique<PlaceCommand>(manager, RemedyPlaces(problems, document),
                                                        QObject::tr("Enlarge to Pixels")));
     default:
         return false;

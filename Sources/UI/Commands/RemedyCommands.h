@@ -30,8 +30,8 @@ public:
                    const QString& text);
 };
 
-/// Puts a problem of the patch right, as the next step of the history. False when nothing changes:
-/// the problem has no remedy or is gone, or no address is free. `taken` are Port-Addresses that are
-/// not ours to use.
-bool PushRemedy(DeviceManager& manager, QUndoStack& history, const PatchProblem& problem,
+/// Puts problems of the patch right that are all of one rule, as the next step of the history.
+/// False when nothing changes: they have no remedy or are gone, or no address is free. `taken` are
+/// Port-Addresses that are not ours to use.
+bool PushRemedy(DeviceManager& manager, QUndoStack& history, std::span<const PatchProblem> problems,
                 std::span<const std::int32_t> taken);
