@@ -124,6 +124,8 @@ public:
     /// A universe that is broadcast and also sent to a chosen node.
     [[nodiscard]] bool IsUniverseInConflict(const QModelIndex& index) const;
 
+    /// Of the file that was loaded last; "Untitled" of a new document.
+    [[nodiscard]] const std::wstring& GetName() const { return name; }
     [[nodiscard]] int GetCanvasWidth() const { return canvasWidth; }
     [[nodiscard]] int GetCanvasHeight() const { return canvasHeight; }
     /// Each at least 1 and at most MaxCanvasSize, whatever is asked for.

@@ -5,6 +5,15 @@
 
 #include "FixtureModel/DMXMapping.h"
 
+/// The number by which the crew finds an element on paper: its place in the document, from 1. The
+/// file keeps that order, so that the program, a script and tomorrow's print say the same number; a
+/// new element gets the next one. Only when an element is removed do those behind it move up. (The
+/// identifier inside of the document is no such number: it is given again at each loading.)
+inline int ElementNumber(int row)
+{
+    return row + 1;
+}
+
 /// A universe as the operator reads it, sub-net and universe: "0/4" for Port-Address 4. Behind
 /// 15/15 comes the next net, "1:0/0".
 inline QString UniverseText(int portAddress)
