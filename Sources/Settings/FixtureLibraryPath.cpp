@@ -3,10 +3,12 @@
 
 #include "LibTools/System.h"
 #include "LibTools/XmlFile.h"
+#include "Platform/Folders.h"
 
 #include <QDebug>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 namespace {
 
@@ -20,15 +22,23 @@ QByteArray BuiltInLibrary()
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+QString FindFixtureLibrary()
+{
+    const std::string userFolder = Platform::FindUserDataFolder();
+    if (!System::global || userFolder.empty())
+        return {};
+    return QStringLiteral("%1/%2/LEDFixtureLib.wfl")
+        .arg(QString::fromStdString(userFolder),
+             QString::fromStdWString(System::global->GetProductFolderName()));
+}
+
 QString GetFixtureLibraryPath()
 {
-    std::wstring userFolder;
-    if (!System::global || !System::global->GetUserDataFolder(userFolder))
+    QString path = FindFixtureLibrary();
+    if (path.isEmpty())
         return {};
-    const QString folder =
-        QString::fromStdWString(userFolder + L"/" + System::global->GetProductFolderName());
+    const QString folder = QFileInfo(path).path();
     QDir().mkpath(folder);
-    QString path = folder + QStringLiteral("/LEDFixtureLib.wfl");
     if (QFile::exists(path)) {
         // As earlier versions made it.
         if ((QFile::permissions(path) & EverybodyWrites) == EverybodyWrites)

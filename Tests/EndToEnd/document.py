@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: MIT
 """Documents and pictures that the tests give to the program, written without any of its code."""
 
+import html
 import struct
 
 WIDTH, HEIGHT = 16, 8  # of the test picture, in pixels; the canvas is twice as large
@@ -44,12 +45,13 @@ class Document:
         ]
 
     def element(self, product, x, y, width, height, universe, channel, to="Auto", rotation=0, flip_horizontal=False,
-                flip_vertical=False):
+                flip_vertical=False, node_name="", description=None):
         """Places a fixture: the top left pixel of the picture that it covers, and how many it covers.
 
         A turned element keeps its centre, and so covers other pixels.
         """
-        name = f"{product}-{len(self._elements) + 1}"
+        name = description or f"{product}-{len(self._elements) + 1}"
+        name = html.escape(name).replace("\n", "&#10;")
         self._elements.append("\n".join([
             f'    <Element description="{name}" fixture="{product}">',
             "        <VideoMapping>",
@@ -62,7 +64,7 @@ class Document:
             "        </VideoMapping>",
             '        <DMXMapping type="ArtNet">',
             f'            <ArtNetMapping subnet="{universe // 16}" universe="{universe % 16}" channel="{channel}" '
-            f'ipconf="{to}" ipName="" />',
+            f'ipconf="{to}" ipName="{node_name}" />',
             "        </DMXMapping>",
             "    </Element>",
         ]))

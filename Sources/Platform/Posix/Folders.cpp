@@ -6,7 +6,7 @@
 
 namespace Platform {
 
-std::string UserDataFolder()
+std::string FindUserDataFolder()
 {
     std::filesystem::path folder;
     const char* data = std::getenv("XDG_DATA_HOME");
@@ -18,12 +18,19 @@ std::string UserDataFolder()
             return {};
         folder = std::filesystem::path(home) / ".local" / "share";
     }
-    std::error_code ignored;
-    std::filesystem::create_directories(folder, ignored);
     std::string text = folder.lexically_normal().string();
     while (text.size() > 1 && text.back() == '/')
         text.pop_back();
     return text;
+}
+
+std::string UserDataFolder()
+{
+    std::string folder = FindUserDataFolder();
+    std::error_code ignored;
+    if (!folder.empty())
+        std::filesystem::create_directories(folder, ignored);
+    return folder;
 }
 
 } // namespace Platform
