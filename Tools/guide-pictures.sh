@@ -36,6 +36,8 @@ if [ "${2:-}" = --inside ]; then
     twice=$(mktemp -d)
     take 2 "$twice"
     mv "$twice/one-selected.png" "$folder/scaled.png"
+    build/release/pixelweft-patch Resources/DemoMapping.wfm --pdf "$twice/patch.pdf"
+    pdftoppm -png -r 80 -f 2 -l 2 -singlefile "$twice/patch.pdf" "$folder/patch-layout"
     rm -r "$twice"
     exit
 fi
@@ -43,7 +45,7 @@ fi
 # shellcheck source=Tools/setup.sh
 . Tools/setup.sh
 cmake --preset release >/dev/null
-cmake --build build/release --target guide-pictures rig >/dev/null
+cmake --build build/release --target guide-pictures pixelweft-patch rig >/dev/null
 Tools/stage-net desk "$here/Tools/guide-pictures.sh" ${looks:+--looks} "$folder" --inside \
     >build/guide-pictures.log 2>&1 || {
     tail -n 15 build/guide-pictures.log >&2

@@ -86,10 +86,10 @@ function(pixelweft_precompile_qt name)
         <QObject> <QString> <QMap> <QList> <QStandardItemModel> <string> <vector> <memory>)
 endfunction()
 
-# What ThreadSanitizer has to see: the test programs with the label `threads`. The program has four kinds of threads
-# (log, sockets, unsaved work, saved versions), and each is in one of these. So the label is not on UIMainTests, which would
-# need the whole window and exceptions for Qt; on ModelTests, whose one thread is the test's and only writes a file;
-# nor on SaveSafetyTests, which starts a process and no thread.
+# What ThreadSanitizer has to see: the test programs with the label `threads`. The program has five kinds of threads:
+# log, sockets, unsaved work and saved versions, which are each in one of these, and one that writes a patch from a copy of
+# its own. So the label is not on UIMainTests, which would need the whole window and exceptions for Qt; on ModelTests,
+# whose one thread is the test's and only writes a file; nor on SaveSafetyTests, which starts a process and no thread.
 add_custom_target(ThreadTests)
 
 # pixelweft_test(Name [QT] SOURCES ... LINK ... [LABELS ...])

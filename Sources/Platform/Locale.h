@@ -8,4 +8,7 @@ namespace Platform {
 /// which switches the user's whole locale on.
 void UseUtf8TextAndPlainNumbers() noexcept;
 
+/// Whether the user's paper is Letter, and not A4, as the system's locale says.
+[[nodiscard]] bool UsesLetterPaper() noexcept;
+
 } // namespace Platform

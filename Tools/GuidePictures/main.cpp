@@ -270,6 +270,7 @@ void FollowTheGuide(const QString& folder, const QString& data)
     const QString inspector = QStringLiteral("objectInspectorPannel");
     photographer.TakePart(inspector, QStringLiteral("inspector-one"));
     photographer.TakeDialog(QStringLiteral("actionDuplicate_Element"), QStringLiteral("duplicate"));
+    photographer.TakeDialog(QStringLiteral("actionExport_Patch"), QStringLiteral("patch-export"));
     photographer.TakeDialogOfEntry(QStringLiteral("comboBoxsArtnetIP"), QStringLiteral("Manual..."),
                                    QStringLiteral("manual-node"));
     photographer.TakeDialogOfButton(QStringLiteral("buttonCustomFixture"),

@@ -47,6 +47,7 @@
 #include "UI/Network/NetworkChoice.h"
 #include "UI/Network/NetworkPanel.h"
 #include "UI/Network/NodeList.h"
+#include "UI/PatchSheet/PatchExport.h"
 #include "UI/TestPattern/LEDTestPatternControl.h"
 #include "UI/TestPattern/TestPatternPanel.h"
 #include "UI/Widgets/DeskLook.h"
@@ -182,6 +183,8 @@ void WEFTMain::BuildDocument()
     document_ = std::make_unique<DocumentLife>(
         DocumentLife::Parts{*deviceManager_, *nodeModel_, *network_, settings_, *scene_, undoStack_,
                             boxes_, notices_, *this});
+    patchExport_ = std::make_unique<PatchExport>(
+        PatchExport::Parts{*deviceManager_, *nodeModel_, settings_, boxes_, notices_, *this});
     unsavedWork_ = std::make_unique<UnsavedWork>(*deviceManager_, *nodeModel_);
     editorActions_ = std::make_unique<EditorActionSet>(
         EditorActionSet::Parts{*editor_, *scene_, *elementList_->View(), undoStack_, *this});
@@ -300,6 +303,9 @@ void WEFTMain::WireDocument()
                                      .arg(folder),
                                  StatusMilliseconds);
     });
+    connect(patchExport_.get(), &PatchExport::exported, this, [this](const QString& path) {
+        statusBar()->showMessage(tr("The patch was exported to %1").arg(path), StatusMilliseconds);
+    });
     for (const auto replaced : {&DocumentLife::cleared, &DocumentLife::loaded})
         connect(document, replaced, libraryPanel_.get(), &LibraryPanel::FollowLibrary);
     connect(document, &DocumentLife::canvasSizeChanged, form_->mappingEditorView,
@@ -353,6 +359,7 @@ void WEFTMain::LoadWindowSettings()
     display_.Read(*store);
     displayControls_->TakeSettings();
     inspector_->Panel().Read(*store);
+    patchExport_->Read(*store);
     editor_->SetZoomStyle(settings_.zoomStyle);
     form_->mappingEditorView->UpdateMatrix();
     testPattern_->Update();
@@ -372,6 +379,7 @@ void WEFTMain::SaveWindowSettings()
     testPattern_->WriteSettings(*store);
     display_.Write(*store);
     inspector_->Panel().Write(*store);
+    patchExport_->Write(*store);
     store->sync();
 }
 
@@ -380,6 +388,7 @@ void WEFTMain::FindDocument()
     document_->SetMappingFilePath(preferences_->Load()
                                       ? QString::fromStdWString(preferences_->mappingPath)
                                       : Startup::AskForDocumentPath(boxes_));
+    patchExport_->SetDocument(document_->GetMappingFilePath());
 }
 
 void WEFTMain::LoadFirstDocument()

@@ -32,6 +32,7 @@ class NetworkChoice;
 class NetworkPanel;
 class NodeList;
 class OperatorBoxes;
+class PatchExport;
 class QTimer;
 class QUndoView;
 class SavedState;
@@ -129,6 +130,7 @@ private:
     std::unique_ptr<DisplayControls> displayControls_;
     std::unique_ptr<InspectorInWindow> inspector_;
     std::unique_ptr<DocumentLife> document_;
+    std::unique_ptr<PatchExport> patchExport_;
     std::unique_ptr<ServicesInUse> services_;
     std::unique_ptr<UnsavedWork> unsavedWork_;
     std::unique_ptr<QUndoView> undoView_;

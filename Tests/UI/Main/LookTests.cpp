@@ -145,7 +145,7 @@ TEST_F(WindowLook, DialogsAreLegibleInALargeFontAndFitTheScreen)
         UseLook(night ? NightLook() : GreyLook());
         for (const char* action :
              {"actionCanvas_Size", "actionPreferences", "actionAbout", "actionDuplicate_Element",
-              "actionMergerSettings", "actionVersions"})
+              "actionMergerSettings", "actionVersions", "actionExport_Patch"})
         {
             person.Will(look);
             Trigger(action);
