@@ -16,7 +16,7 @@ QString PatchDocument::Load(const QString& path)
     if (!file.IsReadable())
         return file.Fault();
     if (!file.IsWhole())
-        lost_ = file.LostElements();
+        losses_ = file.Losses();
     // The document is what counts: its elements have the fixtures with which they were saved.
     file.SettleConflictsByUse(library_);
     library_.Merge(file.File(), true, file.ConflictAnswers());

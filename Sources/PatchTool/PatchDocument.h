@@ -19,12 +19,12 @@ public:
     [[nodiscard]] const DeviceModel& Library() const { return library_; }
     /// Those that the document names.
     [[nodiscard]] const ArtNetNodeModel& Nodes() const { return nodes_; }
-    /// What of the file can't be read, for people; empty when all can.
-    [[nodiscard]] const QString& LostElements() const { return lost_; }
+    /// Elements and manual nodes of the file that can't be read, for people; empty without any.
+    [[nodiscard]] const QString& Losses() const { return losses_; }
 
 private:
     DeviceModel library_;
     MappedDeviceModel document_;
     ArtNetNodeModel nodes_;
-    QString lost_;
+    QString losses_;
 };

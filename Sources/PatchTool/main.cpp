@@ -148,8 +148,8 @@ int Export(const PatchDocument& loaded, const Wanted& wanted)
 int Check(const PatchDocument& loaded, std::FILE* stream)
 {
     int status = NoProblems;
-    if (!loaded.LostElements().isEmpty()) {
-        Say(stream, loaded.LostElements());
+    if (!loaded.Losses().isEmpty()) {
+        Say(stream, loaded.Losses());
         status = Problems;
     }
     for (const PatchProblem& problem :
