@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Library/LEDDeviceListView.h"
 
+#include <algorithm>
+
 #include <QApplication>
 #include <QDrag>
 #include <QHeaderView>
@@ -10,9 +12,43 @@
 #include "Model/DeviceManager.h"
 #include "Model/DeviceModel.h"
 
+namespace {
+
+constexpr int Indentation = 14;
+constexpr int HeadMargin = 12;
+
+/// Room for the mark of sorting is in the names, and in a column that is sorted by: beside each
+/// number it would take the room of the names.
+class NarrowHeader final : public QHeaderView
+{
+public:
+    explicit NarrowHeader(QWidget* parent)
+        : QHeaderView(Qt::Horizontal, parent)
+    {
+        setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        connect(this, &QHeaderView::sortIndicatorChanged, this, [this] { resizeSections(); });
+    }
+
+protected:
+    [[nodiscard]] QSize sectionSizeFromContents(int section) const override
+    {
+        const QSize whole = QHeaderView::sectionSizeFromContents(section);
+        if (section == DeviceModel::NameColumn || section == sortIndicatorSection())
+            return whole;
+        const QString name = model()->headerData(section, Qt::Horizontal).toString();
+        const int narrow = fontMetrics().horizontalAdvance(name) + HeadMargin;
+        return {std::min(narrow, whole.width()), whole.height()};
+    }
+};
+
+} // namespace
+
 LEDDeviceListView::LEDDeviceListView(QWidget* parent)
     : DockList(parent)
 {
+    setHeader(new NarrowHeader(this));
+    setSortingEnabled(true);
+    setIndentation(Indentation);
     setAllColumnsShowFocus(true);
 }
 

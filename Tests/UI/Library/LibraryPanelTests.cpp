@@ -280,6 +280,9 @@ TEST_F(Library, NamesAreOneColumnBesideNumbersAndAlwaysSorted)
     EXPECT_EQ(channels.data().toString(), "36"_q);
     EXPECT_TRUE(channels.data(Qt::TextAlignmentRole).toInt() & Qt::AlignRight);
 
+    list->setFixedWidth(300); // its first one
+    QCoreApplication::processEvents();
+    EXPECT_GT(3 * list->columnWidth(DeviceModel::NameColumn), 2 * list->viewport()->width());
     // However narrow it is, nothing lies aside, and a click moves nothing.
     list->setFixedWidth(220);
     QCoreApplication::processEvents();
