@@ -210,6 +210,14 @@ public:
         const QPoint at = view_->viewport()->mapTo(window_.get(), Middle());
         Mouse mouse(window_->windowHandle(), at);
         Run(QStringLiteral("at rest"), [&] { Pass(duration); });
+        scene().SetSelected(scene().AllIds().front(), true);
+        Run(QStringLiteral("edits and saves"), [&] {
+            for (int i = 0; i < 2 * duration.count(); ++i) {
+                for (const char* name : {"actionFlipHorizontal", "actionSave_File"})
+                    window_->findChild<QAction*>(QLatin1String(name))->trigger();
+                Pass(500ms);
+            }
+        });
         selectAll->trigger();
         Run(QStringLiteral("drag of all"), [&] {
             mouse.Press();

@@ -176,6 +176,22 @@ SaveResult WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& d
     return WriteWholeFile(path, XmlText::Encode(XmlText::Print(document)));
 }
 
+SaveResult WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document,
+                        const DiskWait& wait)
+{
+    std::future<SaveResult> written;
+    try {
+        if (wait)
+            written = std::async(std::launch::async, [&] { return WriteXmlFile(path, document); });
+    } catch (const std::system_error&) {
+        ZEN_LOG_ERROR("No thread for a save: the output waits for the disk");
+    }
+    if (!written.valid())
+        return WriteXmlFile(path, document);
+    wait(written);
+    return written.get();
+}
+
 SaveResult WriteWholeFile(const std::wstring& path, const std::string& bytes)
 {
     const QString wanted = QString::fromStdWString(path);

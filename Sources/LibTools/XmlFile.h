@@ -8,6 +8,8 @@
 
 #include <QString>
 
+#include <functional>
+#include <future>
 #include <string>
 #include <utility>
 
@@ -62,6 +64,13 @@ private:
 /// reason at error level. Temporary files of saves that were interrupted an hour ago or earlier
 /// (names that begin with .NAME.saving.) are removed.
 SaveResult WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document);
+
+/// What the caller does until `written` is ready.
+using DiskWait = std::function<void(const std::future<SaveResult>& written)>;
+/// The same on a thread of its own, while `wait` does what can't wait for a disk. Without `wait`
+/// the caller's thread writes.
+SaveResult WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document,
+                        const DiskWait& wait);
 
 /// The same for the bytes of a file.
 SaveResult WriteWholeFile(const std::wstring& path, const std::string& bytes);

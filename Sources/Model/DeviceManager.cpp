@@ -291,9 +291,10 @@ bool DeviceManager::LoadMapping(const QString& path, ArtNetNodeModel& nodes)
     return true;
 }
 
-SaveResult DeviceManager::SaveMapping(const QString& path, const ArtNetNodeModel& nodes)
+SaveResult DeviceManager::SaveMapping(const QString& path, const ArtNetNodeModel& nodes,
+                                      const DiskWait& wait)
 {
-    return mappedDeviceModel->Save(path.toStdWString(), *deviceModel, nodes);
+    return mappedDeviceModel->Save(path.toStdWString(), *deviceModel, nodes, wait);
 }
 
 void DeviceManager::MappingToXml(tinyxml2::XMLDocument& document,

@@ -15,6 +15,7 @@
 #include <QSize>
 #include <QString>
 
+#include "LibTools/XmlFile.h"
 #include "Model/DeviceModel.h"
 #include "Model/ElementChanges.h"
 #include "Model/ElementFixture.h"
@@ -81,7 +82,9 @@ public:
     void LoadMapping(MappingFile file, ArtNetNodeModel& nodes);
     /// Both. False when the file can't be read, which leaves everything as it is.
     bool LoadMapping(const QString& path, ArtNetNodeModel& nodes);
-    SaveResult SaveMapping(const QString& path, const ArtNetNodeModel& nodes);
+    /// With `wait` as WriteXmlFile takes it; it changes nothing of the document.
+    SaveResult SaveMapping(const QString& path, const ArtNetNodeModel& nodes,
+                           const DiskWait& wait = {});
     /// Adds what SaveMapping writes to an empty document.
     void MappingToXml(tinyxml2::XMLDocument& document, const ArtNetNodeModel& nodes) const;
     void ClearAll();

@@ -17,6 +17,7 @@
 
 #include "FixtureModel/UniverseMerging.h"
 #include "LibTools/SaveResult.h"
+#include "LibTools/XmlFile.h"
 #include "LibTools/ZenBitmap.h"
 #include "Model/ElementFixture.h"
 #include "Model/MappedLedItem.h"
@@ -65,7 +66,9 @@ public:
     /// fixtures of `library`, and keep their own for those that it lacks.
     void Load(MappingFile file, const DeviceModel& library, ManualNodes& nodes);
     /// Makes the file's folder when it is missing. A failure leaves the old file whole.
-    SaveResult Save(const std::wstring& path, const DeviceModel& library, const ManualNodes& nodes);
+    /// With `wait` as WriteXmlFile takes it. What `wait` does to the document is not saved.
+    SaveResult Save(const std::wstring& path, const DeviceModel& library, const ManualNodes& nodes,
+                    const DiskWait& wait = {});
     /// Adds what Save writes to an empty document, for callers that write it elsewhere.
     void ToXml(tinyxml2::XMLDocument& document, const DeviceModel& library,
                const ManualNodes& nodes) const;

@@ -78,7 +78,7 @@ void MappedDeviceModel::TakeFixture(MappedLedItem& element, const DeviceModel& l
 // ---- Saving ------------------------------------------------------------------------------------
 
 SaveResult MappedDeviceModel::Save(const std::wstring& path, const DeviceModel& library,
-                                   const ManualNodes& nodes)
+                                   const ManualNodes& nodes, const DiskWait& wait)
 {
     const std::filesystem::path folder =
         std::filesystem::path(Platform::WideToUtf8(path)).parent_path();
@@ -91,7 +91,7 @@ SaveResult MappedDeviceModel::Save(const std::wstring& path, const DeviceModel& 
     }
     XmlText::Document document;
     ToXml(document, library, nodes);
-    return WriteXmlFile(path, document);
+    return WriteXmlFile(path, document, wait);
 }
 
 void MappedDeviceModel::ToXml(tinyxml2::XMLDocument& document, const DeviceModel& library,

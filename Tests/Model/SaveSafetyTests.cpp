@@ -35,7 +35,13 @@ protected:
     SaveResult Save(DeviceManager& document)
     {
         const QString path = QString::fromStdString(file.string());
-        return document.SaveMapping(path, ArtNetNodeModel());
+        bool waited = false;
+        SaveResult saved = document.SaveMapping(path, ArtNetNodeModel(), [&](const auto& written) {
+            written.wait();
+            waited = true;
+        });
+        EXPECT_TRUE(waited);
+        return saved;
     }
     std::string Saved(DeviceManager& document)
     {

@@ -349,7 +349,7 @@ SaveResult DocumentLife::Write()
         fileHasMore_ = !saved;
     }
     if (saved)
-        saved = parts_.manager.SaveMapping(mappingFilePath, parts_.nodes);
+        saved = parts_.manager.SaveMapping(mappingFilePath, parts_.nodes, parts_.wait);
     emit saveTrouble(saved.Reason());
     if (!saved) {
         ZEN_LOG_ERROR("The mapping could not be saved to %ls",
@@ -428,7 +428,8 @@ void DocumentLife::ActionExport()
                                "instead to update this file."));
         return;
     }
-    if (const SaveResult saved = parts_.manager.SaveMapping(file, parts_.nodes); !saved) {
+    if (const SaveResult saved = parts_.manager.SaveMapping(file, parts_.nodes, parts_.wait);
+        !saved) {
         ZEN_LOG_ERROR("The mapping could not be exported to %ls", file.toStdWString().c_str());
         parts_.boxes.Notify(
             &parts_.window, tr("Mapping Not Exported"),

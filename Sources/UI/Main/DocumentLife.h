@@ -7,6 +7,7 @@
 #include <QString>
 
 #include "LibTools/SaveResult.h"
+#include "LibTools/XmlFile.h"
 #include "Model/SavedVersions.h"
 #include "UI/Widgets/ActionSet.h"
 
@@ -39,6 +40,7 @@ public:
         OperatorBoxes& boxes;
         OperatorNotices& notices;
         QWidget& window; ///< owns the actions, and is the parent of the boxes
+        DiskWait wait;   ///< keeps the output going while a save waits for the disk
     };
     /// All parts outlive this object.
     explicit DocumentLife(const Parts& parts);

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Main/WEFTMain.h"
 
+#include <algorithm>
 #include <array>
+#include <chrono>
 #include <utility>
 
 #include <QApplication>
@@ -180,9 +182,11 @@ void WEFTMain::BuildCanvas()
 
 void WEFTMain::BuildDocument()
 {
-    document_ = std::make_unique<DocumentLife>(
-        DocumentLife::Parts{*deviceManager_, *nodeModel_, *network_, settings_, *scene_, undoStack_,
-                            boxes_, notices_, *this});
+    document_ = std::make_unique<DocumentLife>(DocumentLife::Parts{
+        *deviceManager_, *nodeModel_, *network_, settings_, *scene_, undoStack_, boxes_, notices_,
+        *this, [this](const std::future<SaveResult>& written) {
+            TickUntil(written);
+        }});
     patchExport_ = std::make_unique<PatchExport>(
         PatchExport::Parts{*deviceManager_, *nodeModel_, settings_, boxes_, notices_, *this});
     unsavedWork_ = std::make_unique<UnsavedWork>(*deviceManager_, *nodeModel_);
@@ -513,6 +517,19 @@ void WEFTMain::UpdateEngine()
     engineTimer->setInterval(frameLoop_->Tick());
     pace_->TickEnded();
     QTimer::singleShot(PauseAfterTickMilliseconds, nodeList_.get(), &NodeList::WorkBetweenTicks);
+}
+
+void WEFTMain::TickUntil(const std::future<SaveResult>& written)
+{
+    using std::chrono::nanoseconds;
+    static constexpr std::int64_t shortest = 1'000'000; // should a tick be under way already
+    const auto pause = [this] {
+        return nanoseconds(std::clamp(frameLoop_->TimeToTick(), shortest, TickGrid::Interval));
+    };
+    while (written.wait_for(pause()) != std::future_status::ready) {
+        if (frameLoop_->TimeToTick() <= 0)
+            UpdateEngine();
+    }
 }
 
 void WEFTMain::updateLEDEngine()

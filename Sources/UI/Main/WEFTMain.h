@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <future>
 #include <memory>
 
 #include <QMainWindow>
 #include <QUndoStack>
 
+#include "LibTools/SaveResult.h"
 #include "Settings/SettingsBlock.h"
 #include "UI/Dialogs/OperatorNotices.h"
 #include "UI/Dialogs/WEFTDialogPreferences.h"
@@ -100,6 +102,8 @@ private:
     void ApplyPreferences();
     void ReadSelection();
     void ShowNotice(const OperatorNotices::Notice& notice);
+    /// Ticks when it is time, until a save is on the disk. No event is handled meanwhile.
+    void TickUntil(const std::future<SaveResult>& written);
 
     // The order matters: members are destroyed from the last to the first, each before what it
     // uses. The services are freed after all that may still write a file, and before the engine.
