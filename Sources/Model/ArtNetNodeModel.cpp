@@ -194,7 +194,12 @@ ArtNetNodeRecord* ArtNetNodeModel::GetNode(const QString& address)
 QString ArtNetNodeModel::GetNodeName(const QString& address)
 {
     const ArtNetNodeRecord* record = GetNode(address);
-    return record ? TextOf(record->name) : QString();
+    return record ? NameText(*record) : QString();
+}
+
+QString ArtNetNodeModel::NameText(const ArtNetNodeRecord& record)
+{
+    return TextOf(record.name);
 }
 
 bool ArtNetNodeModel::IsManualNode(const QString& address) const

@@ -70,6 +70,7 @@ public:
     [[nodiscard]] ArtNetNodeRecord* GetNode(const QString& address);
     /// Empty when there is no such node.
     [[nodiscard]] QString GetNodeName(const QString& address);
+    [[nodiscard]] static QString NameText(const ArtNetNodeRecord& record);
     [[nodiscard]] bool IsManualNode(const QString& address) const;
     /// The addresses of the nodes that answer now, of our own kind too, or were entered by the
     /// operator and need not.

@@ -120,6 +120,8 @@ public:
     /// The addresses of nodes that answer now or need not: elements that are sent to others are in
     /// trouble. Nothing while that is unknown, and none are.
     void SetAnsweringNodes(std::optional<std::set<std::wstring>> addresses);
+    /// Whether SetAnsweringNodes has told which nodes answer.
+    [[nodiscard]] bool KnowsAnsweringNodes() const { return answeringNodes_.has_value(); }
     [[nodiscard]] const FaultyElements& GetPatchFaults() const { return faults_; }
     /// Grows with every change of what is sent where: of addresses, channels, the merger, and of
     /// which nodes answer.

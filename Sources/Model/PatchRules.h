@@ -6,7 +6,7 @@
 
 #include <QSizeF>
 
-#include "Model/PatchCheck.h"
+#include "Model/PatchNetwork.h"
 #include "Model/PatchProblem.h"
 #include "Model/PatchTable.h"
 
