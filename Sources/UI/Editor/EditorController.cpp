@@ -184,6 +184,24 @@ void EditorController::ActionMappingSetupForUniqueID(int64_t uniqueID)
 // ---- Actions -----------------------------------------------------------------------------------
 // A gesture that still runs ends first: its elements must not be measured in the middle of it.
 
+void EditorController::Select(const ElementIds& ids)
+{
+    {
+        const WeftMapEditorScene::SelectionBatch batch(scene_);
+        scene_.UnSelectAll();
+        for (const std::int64_t id : ids)
+            scene_.SetSelected(id, true);
+    }
+    MappingSceneSelectionEnded();
+}
+
+void EditorController::SelectAndShow(const ElementIds& ids)
+{
+    Select(ids);
+    if (scene_.SelectedCount() > 0)
+        view_.ShowPart(BoxOf(scene_.SelectedIds()));
+}
+
 void EditorController::ActionSelectAll()
 {
     scene_.SelectAll();

@@ -44,6 +44,10 @@ public:
     void SetZoomStyle(int style);
 
 public slots:
+    /// Selects these elements and no other; ids without element are passed over.
+    void Select(const ElementIds& ids);
+    /// And scrolls the canvas to them.
+    void SelectAndShow(const ElementIds& ids);
     void ActionSelectAll();
     void ActionUnSelectAll();
     void ActionAlign(ElementGeometry::AlignMode mode);

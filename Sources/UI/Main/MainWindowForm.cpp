@@ -20,7 +20,7 @@
 namespace {
 
 /// Grows when docks or tool bars come, go or get other names.
-constexpr int LayoutVersion = 1;
+constexpr int LayoutVersion = 2;
 
 } // namespace
 
@@ -83,22 +83,32 @@ void MainWindowForm::AddDocks(std::span<const Dock> docks)
         dock->setAllowedAreas(Qt::AllDockWidgetAreas);
         dock->toggleViewAction()->setObjectName(QStringLiteral("view_") + dock->objectName());
         dock->toggleViewAction()->setText(WindowText(each.viewText));
+        if (each.shortcut)
+            dock->toggleViewAction()->setShortcut(QKeySequence(QLatin1String(each.shortcut)));
         auto* frame = new QWidget(dock);
         auto* column = new QVBoxLayout(frame);
         column->setContentsMargins(margin, margin, margin, margin);
         column->addWidget(each.contents);
         dock->setWidget(frame);
-        docks_.push_back({dock, each.share});
+        docks_.push_back({dock, each.share, each.side});
     }
     PlaceDocks();
 }
 
 void MainWindowForm::PlaceDocks()
 {
+    PlaceLeftDocks();
+    PlaceBottomDocks();
+}
+
+void MainWindowForm::PlaceLeftDocks()
+{
     constexpr int width = 300;
     QList<QDockWidget*> widgets;
     QList<int> shares;
     for (const Placed& each : docks_) {
+        if (each.side != Side::Left)
+            continue;
         each.dock->setFloating(false);
         window_.addDockWidget(Qt::LeftDockWidgetArea, each.dock);
         each.dock->show();
@@ -107,6 +117,22 @@ void MainWindowForm::PlaceDocks()
     }
     window_.resizeDocks(widgets, shares, Qt::Vertical);
     window_.resizeDocks({widgets.front()}, {width}, Qt::Horizontal);
+}
+
+void MainWindowForm::PlaceBottomDocks()
+{
+    QDockWidget* first = nullptr;
+    for (const Placed& each : docks_) {
+        if (each.side != Side::Bottom)
+            continue;
+        each.dock->setFloating(false);
+        window_.addDockWidget(Qt::BottomDockWidgetArea, each.dock);
+        if (first)
+            window_.tabifyDockWidget(first, each.dock);
+        else
+            first = each.dock;
+        each.dock->hide();
+    }
 }
 
 QByteArray MainWindowForm::SaveLayout() const

@@ -25,15 +25,23 @@ public:
     MainWindowForm(const MainWindowForm&) = delete;
     MainWindowForm& operator=(const MainWindowForm&) = delete;
 
+    enum class Side
+    {
+        Left,  ///< below each other
+        Bottom ///< one at a time, hidden at first
+    };
+
     struct Dock
     {
         const char* objectName; ///< with "view_" before it, that of the action that shows it
         const char* title;      ///< untranslated
         const char* viewText;   ///< of the action that shows it; untranslated
         QWidget* contents;      ///< the dock owns it from then on
-        int share;              ///< of the height, beside those of the other docks
+        int share;              ///< of the height, beside those of the other docks on its side
+        Side side = Side::Left;
+        const char* shortcut = nullptr; ///< that shows and hides it, portable text
     };
-    /// Docks on the left side, from the top.
+    /// Docks of a side, from the top.
     void AddDocks(std::span<const Dock> docks);
 
     /// Puts the actions and widgets that the rooms made into menus and tool bar.
@@ -53,16 +61,19 @@ public:
     QToolBar* toolBar = nullptr;
 
 private:
-    /// A dock and its share of the height.
+    /// A dock with its side and its share of the height.
     struct Placed
     {
         QDockWidget* dock;
         int share;
+        Side side;
     };
 
     void SetUpToolBar();
     void SetUpCentre();
     void PlaceDocks();
+    void PlaceLeftDocks();
+    void PlaceBottomDocks();
     void Place(const char* entry, QMenu& menu);
     void PlaceInToolBar(const char* entry);
 
