@@ -81,11 +81,11 @@ void NodeList::ProcessNodesList()
     JudgeNodes();
 }
 
-/// Nodes are asked every 2.5 seconds: at the begin, no answer means nothing yet.
+/// Nodes are asked every 2.5 seconds: for the first ten, no answer means nothing yet.
 void NodeList::JudgeNodes()
 {
-    constexpr int looksForTwoPolls = 6;
-    const bool known = looks_ >= looksForTwoPolls && !choice_.GetNetworkBroadcast().empty();
+    constexpr int looksInTenSeconds = 10;
+    const bool known = looks_ >= looksInTenSeconds && !choice_.GetNetworkBroadcast().empty();
     manager_.GetMappedDeviceModel()->SetAnsweringNodes(
         known ? std::optional(nodes_.GetAnsweringNodes()) : std::nullopt);
 }
