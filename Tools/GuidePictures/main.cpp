@@ -168,6 +168,37 @@ public:
         Save(name, *found->view()->window());
         found->hidePopup();
     }
+    /// Types into a field of the inspector.
+    void TypeInto(const char* field, const QString& text) const
+    {
+        auto* box = window_->findChild<QAbstractSpinBox*>(QLatin1String(field));
+        if (!box)
+            return Fail(QLatin1String(field));
+        box->setFocus();
+        box->selectAll();
+        QTest::keyClicks(box, text);
+        QTest::keyClick(box, Qt::Key_Return);
+    }
+    /// The list of problems of a document that has some.
+    void TakeProblems(const QString& name) const
+    {
+        Do(QStringLiteral("actionZoom_Fit"));
+        Click({0.5, 0.5});
+        TypeInto("spinBoxArtnetUniv", QStringLiteral("1"));
+        BandOver({0.02, 0.02}, {0.2, 0.6});
+        TypeInto("spinBoxX", QStringLiteral("-400"));
+        Do(QStringLiteral("view_dockWidgetProblems"));
+        QTest::qWait(1500);
+        auto* list = window_->findChild<QTreeView*>(QStringLiteral("problems"));
+        if (!list || list->model()->rowCount() == 0)
+            return Fail(name);
+        list->setCurrentIndex(list->model()->index(0, 0));
+        QTest::qWait(300);
+        Take(name);
+        Do(QStringLiteral("view_dockWidgetProblems"));
+        Do(QStringLiteral("actionUndo"));
+        Do(QStringLiteral("actionUndo"));
+    }
     void SelectFixture(const QString& product) const
     {
         auto* list = window_->findChild<QTreeView*>(QStringLiteral("treeView"));
@@ -289,6 +320,7 @@ void FollowTheGuide(const QString& folder, const QString& data)
     for (int step = 0; step < 5; ++step)
         photographer.Do(QStringLiteral("actionZoom_In"));
     photographer.Take(QStringLiteral("zoomed"));
+    photographer.TakeProblems(QStringLiteral("problems"));
     for (const char* edit : {"actionRotate_Right_90", "actionActionDelete"}) {
         photographer.Do(QLatin1String(edit));
         photographer.Do(QStringLiteral("actionSave_File"));

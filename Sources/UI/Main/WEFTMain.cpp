@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDockWidget>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QScreen>
@@ -49,6 +50,9 @@
 #include "UI/Network/NetworkChoice.h"
 #include "UI/Network/NetworkPanel.h"
 #include "UI/Network/NodeList.h"
+#include "UI/Output/LivePatchCheck.h"
+#include "UI/Output/ProblemsButton.h"
+#include "UI/Output/ProblemsPanel.h"
 #include "UI/PatchSheet/PatchExport.h"
 #include "UI/TestPattern/LEDTestPatternControl.h"
 #include "UI/TestPattern/TestPatternPanel.h"
@@ -158,13 +162,19 @@ void WEFTMain::BuildDocks()
         LibraryPanel::Parts{*deviceManager_, undoStack_, boxes_, *this});
     elementList_ = std::make_unique<ElementList>(*deviceManager_, undoStack_);
     nodeList_ = std::make_unique<NodeList>(*nodeModel_, *deviceManager_, *engine_, *network_);
-    const std::array<MainWindowForm::Dock, 3> docks = {{
+    patchCheck_ = std::make_unique<LivePatchCheck>(
+        LivePatchCheck::Parts{*deviceManager_, *nodeModel_, *engine_});
+    problems_ = std::make_unique<ProblemsPanel>(
+        ProblemsPanel::Parts{*deviceManager_, *patchCheck_, undoStack_});
+    const std::array<MainWindowForm::Dock, 4> docks = {{
         {"dockWidgetFixtureLibrary", QT_TR_NOOP("Fixture Library"), QT_TR_NOOP("Fixture &Library"),
          libraryPanel_->Contents(), 3},
         {"dockWidgetMappedFixtures", QT_TR_NOOP("Mapped Fixtures"), QT_TR_NOOP("&Mapped Fixtures"),
          elementList_->View(), 2},
         {"dockWidgetArtNetNodes", QT_TR_NOOP("Fixture Nodes"), QT_TR_NOOP("Fixture &Nodes"),
          nodeList_->View(), 1},
+        {"dockWidgetProblems", QT_TR_NOOP("Problems"), QT_TR_NOOP("&Problems"), problems_.get(), 1,
+         MainWindowForm::Side::Bottom, "Ctrl+Shift+M"},
     }};
     form_->AddDocks(docks);
 }
@@ -208,10 +218,24 @@ void WEFTMain::BuildToolBar()
                           *preferences_, undoStack_, *form_->toolBar, this});
     statusLine_ = std::make_unique<StatusLine>(StatusLine::Parts{
         *form_->mappingEditorView, *scene_, *deviceManager_, *engine_, *network_, *statusBar()});
+    BuildProblemCount();
     connect(document_.get(), &DocumentLife::cleared, networkPanel_, &NetworkPanel::ShowMerging);
     connect(document_.get(), &DocumentLife::loaded, networkPanel_, &NetworkPanel::ShowMerging);
     connect(hostSettings_.get(), &HostSettings::artNetDMXInputSettingsChanged, networkPanel_,
             &NetworkPanel::artNetDMXInputSettingsChanged);
+}
+
+/// The number in the status bar, which opens the dock.
+void WEFTMain::BuildProblemCount()
+{
+    auto* count = new ProblemsButton(*patchCheck_);
+    statusBar()->addPermanentWidget(count);
+    auto* dock = findChild<QDockWidget*>(QStringLiteral("dockWidgetProblems"));
+    connect(count, &ProblemsButton::clicked, dock, [dock] {
+        dock->show();
+        dock->raise();
+        dock->setFocus();
+    });
 }
 
 void WEFTMain::AddActions()
@@ -284,6 +308,8 @@ void WEFTMain::WireCanvas()
             });
     connect(network_.get(), &NetworkChoice::networkChanged, scene_.get(),
             &WeftMapEditorScene::RefreshAutoMarks);
+    connect(problems_.get(), &ProblemsPanel::showWanted, editor_.get(),
+            &EditorController::SelectAndShow);
     // Queued: the program that the file is dragged from waits for the end of the drop, not for our
     // questions.
     connect(scene_.get(), &WeftMapEditorScene::importRequested, document_.get(),
@@ -344,6 +370,8 @@ void WEFTMain::WireHost()
             hostSettings_.get(), &HostSettings::artNetDMXInputSettingsReceived);
     connect(hostSettings_.get(), &HostSettings::usedUniversesReceived, scene_.get(),
             &WeftMapEditorScene::usedUniversesChanged);
+    connect(hostSettings_.get(), &HostSettings::usedUniversesReceived, problems_.get(),
+            &ProblemsPanel::SetTakenUniverses);
 }
 
 // ---- Start and end -----------------------------------------------------------------------------
@@ -359,6 +387,7 @@ void WEFTMain::LoadWindowSettings()
     form_->RestoreLayout(store->value(QStringLiteral("windowLayout")).toByteArray());
     elementList_->Columns().Read(*store);
     nodeList_->Columns().Read(*store);
+    problems_->Columns().Read(*store);
     testPattern_->ReadSettings(*store);
     display_.Read(*store);
     displayControls_->TakeSettings();
@@ -380,6 +409,7 @@ void WEFTMain::SaveWindowSettings()
     store->setValue(QStringLiteral("windowLayout"), form_->SaveLayout());
     elementList_->Columns().Write(*store);
     nodeList_->Columns().Write(*store);
+    problems_->Columns().Write(*store);
     testPattern_->WriteSettings(*store);
     display_.Write(*store);
     inspector_->Panel().Write(*store);
@@ -453,6 +483,7 @@ void WEFTMain::ActionResetLayout()
     form_->ResetLayout();
     elementList_->Columns().Reset();
     nodeList_->Columns().Reset();
+    problems_->Columns().Reset();
     inspector_->Panel().ActionInspector(true);
 }
 
@@ -517,6 +548,8 @@ void WEFTMain::UpdateEngine()
     engineTimer->setInterval(frameLoop_->Tick());
     pace_->TickEnded();
     QTimer::singleShot(PauseAfterTickMilliseconds, nodeList_.get(), &NodeList::WorkBetweenTicks);
+    QTimer::singleShot(PauseAfterTickMilliseconds, patchCheck_.get(),
+                       &LivePatchCheck::WorkBetweenTicks);
 }
 
 void WEFTMain::TickUntil(const std::future<SaveResult>& written)

@@ -105,6 +105,10 @@ QStatusBar QWidget { background: transparent; }
 QStatusBar QLabel { color: @barText; padding: 0 4px; }
 QStatusBar QLabel[warns="true"] { color: @caution; }
 QStatusBar QLabel:disabled { color: @barTextFaded; }
+QStatusBar QToolButton { color: @barText; border: 1px solid transparent; border-radius: 3px;
+    padding: 0 4px; }
+QStatusBar QToolButton:hover { background: @barLine; }
+QStatusBar QToolButton:focus { border-color: @accent; }
 QStatusBar #saveTroubleLabel { color: @trouble; font-weight: bold; }
 QStatusBar::item { border: none; }
 QSizeGrip { background: transparent; }

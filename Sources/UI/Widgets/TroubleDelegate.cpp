@@ -22,8 +22,9 @@ QColor ColourOf(int level)
     return level == Fault ? TroubleColour() : WarningColour();
 }
 
-/// A triangle for a caution, a disc for a fault, both with an exclamation mark.
-QPixmap Mark(int level, qreal ratio)
+} // namespace
+
+QPixmap TroubleMark(int level, qreal ratio)
 {
     QPixmap mark(qRound(MarkSize * ratio), qRound(MarkSize * ratio));
     mark.setDevicePixelRatio(ratio);
@@ -45,8 +46,6 @@ QPixmap Mark(int level, qreal ratio)
     return mark;
 }
 
-} // namespace
-
 TroubleDelegate::TroubleDelegate(int role, int markColumn, QObject* parent)
     : QStyledItemDelegate(parent)
     , role_(role)
@@ -65,5 +64,6 @@ void TroubleDelegate::initStyleOption(QStyleOptionViewItem* option, const QModel
     option->features |= QStyleOptionViewItem::HasDecoration;
     option->decorationSize = QSize(MarkSize, MarkSize);
     if (level != Healthy)
-        option->icon = QIcon(Mark(level, option->widget ? option->widget->devicePixelRatioF() : 1));
+        option->icon =
+            QIcon(TroubleMark(level, option->widget ? option->widget->devicePixelRatioF() : 1));
 }

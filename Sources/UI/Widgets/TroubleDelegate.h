@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QPixmap>
 #include <QStyledItemDelegate>
+
+/// The mark of a caution (1), a triangle, or of a fault (2), a disc, for a screen of this ratio, in
+/// the current look.
+[[nodiscard]] QPixmap TroubleMark(int level, qreal ratio);
 
 /// Paints the rows of a list by how well they are: a healthy one in the list's own colour, others
 /// orange or red, with a triangle or a disc in one of their columns, for eyes and screens that do

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Output/ProblemCounts.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+namespace {
+
+struct Words
+{
+    Q_DECLARE_TR_FUNCTIONS(ProblemCounts)
+};
+
+} // namespace
+
+ProblemCounts ProblemCounts::Of(std::span<const PatchProblem> problems)
+{
+    ProblemCounts counts;
+    for (const PatchProblem& problem : problems) {
+        int& count = problem.trouble == Trouble::Fault     ? counts.faults
+                     : problem.trouble == Trouble::Caution ? counts.cautions
+                                                           : counts.hints;
+        ++count;
+    }
+    return counts;
+}
+
+QString ProblemCounts::Text() const
+{
+    switch (Problems()) {
+    case 0:
+        return Words::tr("No problems");
+    case 1:
+        return Words::tr("1 problem");
+    default:
+        return Words::tr("%1 problems").arg(Problems());
+    }
+}
+
+QString ProblemCounts::Details() const
+{
+    QStringList parts;
+    if (faults > 0)
+        parts << Words::tr("Faults: %1").arg(faults);
+    if (cautions > 0)
+        parts << Words::tr("Cautions: %1").arg(cautions);
+    if (hints > 0)
+        parts << Words::tr("Hints: %1").arg(hints);
+    return parts.join(QStringLiteral("   "));
+}

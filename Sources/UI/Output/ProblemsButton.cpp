@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Output/ProblemsButton.h"
+
+#include <QEvent>
+
+#include "UI/Output/LivePatchCheck.h"
+#include "UI/Widgets/TroubleDelegate.h"
+
+namespace {
+
+constexpr int MarkSize = 12;
+constexpr int Margins = 20; ///< beside the mark and the text
+
+} // namespace
+
+ProblemsButton::ProblemsButton(const LivePatchCheck& check)
+{
+    setObjectName(QStringLiteral("statusProblems"));
+    setAutoRaise(true);
+    setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    setIconSize({MarkSize, MarkSize});
+    setFocusPolicy(Qt::TabFocus);
+    Show({});
+    connect(&check, &LivePatchCheck::problemsChanged, this,
+            [this, &check] { Show(ProblemCounts::Of(check.GetProblems())); });
+}
+
+void ProblemsButton::Show(const ProblemCounts& counts)
+{
+    counts_ = counts;
+    setText(counts.Text());
+    const QString details = counts.Details();
+    setAccessibleName(details.isEmpty() ? text() : details);
+    setToolTip(details.isEmpty() ? tr("Nothing is wrong with the patch")
+                                 : tr("What is wrong with the patch: %1").arg(details));
+    ShowMark();
+}
+
+void ProblemsButton::ShowMark()
+{
+    const int level = static_cast<int>(counts_.Gravest());
+    setIcon(level > 0 ? QIcon(TroubleMark(level, devicePixelRatioF())) : QIcon());
+}
+
+QSize ProblemsButton::sizeHint() const
+{
+    ProblemCounts many;
+    many.faults = 9999;
+    return {fontMetrics().horizontalAdvance(many.Text()) + MarkSize + Margins,
+            QToolButton::sizeHint().height()};
+}
+
+void ProblemsButton::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::StyleChange)
+        ShowMark();
+    QToolButton::changeEvent(event);
+}
