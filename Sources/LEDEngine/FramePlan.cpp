@@ -167,6 +167,16 @@ void FramePlan::SampleOne(const MappedDeviceModel& model, std::size_t row, const
     ElementSampling::CopyPixels(source, singleOffsets_, PixelsOf(row));
 }
 
+void FramePlan::Light(std::size_t row, const IdentifyLight& light, std::int64_t now)
+{
+    if (light.othersDark)
+        std::ranges::fill(pixels_, std::uint8_t{0});
+    const Element& element = elements_[row];
+    PaintLight(light, now, element.ends,
+               std::span(pixels_).subspan(std::size_t{element.firstPixel} * 4,
+                                          OffsetsOf(element).size() * 4));
+}
+
 std::uint8_t* FramePlan::PixelsOf(std::size_t row)
 {
     return pixels_.data() + std::size_t{elements_[row].firstPixel} * 4;
@@ -210,6 +220,7 @@ void FramePlan::MakeRoom(Element& element, std::uint32_t room)
 void FramePlan::AddPixels(Element& element, const MappedLedItem& item)
 {
     underPixel_.reset();
+    element.ends = {};
     const PixelMap& map = item.GetFixture().pixelMap;
     // A map that was edited since the last Build may reach further than it did then.
     MakeRoom(element, RoomFor(map, element.valueCount));
@@ -231,6 +242,7 @@ void FramePlan::AddPixels(Element& element, const MappedLedItem& item)
                  element.firstValue + static_cast<std::uint32_t>(channel - 1)});
         for (std::int32_t i = 0; i < n; ++i)
             underPixel_.set(static_cast<std::size_t>(channel - 1 + i));
+        element.ends.Take(cell, channel);
     }
 }
 

@@ -14,6 +14,7 @@
 #include "LEDEngine/ArtNetOutput.h"
 #include "LEDEngine/ElementDMX.h"
 #include "LEDEngine/ElementSampling.h"
+#include "LEDEngine/IdentifyLight.h"
 #include "LEDEngine/PixelConversion.h"
 
 class MappedDeviceModel;
@@ -41,6 +42,9 @@ public:
     /// Samples one element, from another source than the others.
     void SampleOne(const MappedDeviceModel& model, std::size_t row, const ZenBitmap& source);
 
+    /// Lights one element in place of what was sampled, until it is sampled again.
+    void Light(std::size_t row, const IdentifyLight& light, std::int64_t now);
+
     /// Converts all pixels to channel values.
     void Convert();
 
@@ -65,6 +69,7 @@ private:
         std::uint64_t revision = 0;
         VideoMapping mapping; ///< that the offsets were made from
         bool offsetsValid = false;
+        PixelEnds ends;
     };
 
     /// The copy of an element's channel values into a universe. Elements that follow each other

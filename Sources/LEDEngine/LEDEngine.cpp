@@ -140,6 +140,7 @@ int LEDEngine::BuildAndSendFrame()
 {
     const MappedDeviceModel& model = *deviceManager.GetMappedDeviceModel();
     plan_.FollowEdits(model);
+    LightIdentified(model);
     plan_.Convert();
     output.ClearUniverses();
     if (model.GetMerging().IsEnabled())
@@ -158,6 +159,15 @@ int LEDEngine::BuildAndSendFrame()
     if (result.anySent)
         output.NoteFrameSent();
     return result.allSent ? 0 : -1;
+}
+
+void LEDEngine::LightIdentified(const MappedDeviceModel& model)
+{
+    if (identified_.element == 0)
+        return;
+    const int row = model.GetIndexOfUniqueID(identified_.element).row();
+    if (row >= 0 && static_cast<std::size_t>(row) < plan_.ElementCount())
+        plan_.Light(static_cast<std::size_t>(row), identified_, Platform::MonotonicNanoseconds());
 }
 
 ArtNetOutput::SendResult LEDEngine::SendUniverses()

@@ -11,10 +11,12 @@
 #include "LEDEngine/ArtNetOutput.h"
 #include "LEDEngine/ArtNetTrigger.h"
 #include "LEDEngine/FramePlan.h"
+#include "LEDEngine/IdentifyLight.h"
 #include "LibTools/ZenBitmap.h"
 
 class ArtNetNodeModel;
 class DeviceManager;
+class MappedDeviceModel;
 class MappedLedItem;
 
 /// From the picture to the wire: samples each element's rectangle of a source, converts the pixels
@@ -44,6 +46,11 @@ public:
     /// Samples one element from another source than the others, such as the mark of a selection.
     void UpdateElementBitmap(int index, const ZenBitmap& source);
 
+    /// Lights an element of the document in all frames from the next one on, whatever is sampled.
+    /// One that isn't there lights nothing, and no other gets dark then.
+    void SetIdentified(const IdentifyLight& light) { identified_ = light; }
+    [[nodiscard]] const IdentifyLight& GetIdentified() const { return identified_; }
+
     /// Converts all elements and sends one frame. 0, or -1 when not everything was sent.
     int SendFrame();
 
@@ -66,6 +73,7 @@ private:
     template <typename Step>
     void KeepFaultsIn(Step step);
     int BuildAndSendFrame();
+    void LightIdentified(const MappedDeviceModel& model);
     ArtNetOutput::SendResult SendUniverses();
 
     DeviceManager& deviceManager;
@@ -76,6 +84,7 @@ private:
     FramePlan plan_;
     /// One for each row of the document; the pixels lie in the plan.
     std::vector<std::unique_ptr<ZenBitmap>> elementBitmaps_;
+    IdentifyLight identified_;
     bool elementsReady = false;
     int canvasWidth = 0;
     int canvasHeight = 0;

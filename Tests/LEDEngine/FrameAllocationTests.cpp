@@ -68,6 +68,7 @@ TEST(FrameAllocation, NoFrameAfterTheFirstTakesMemoryAndOneThatGetsNoneIsLostAlo
     EXPECT_TRUE(show.Create());
     const auto picture = Picture(64, 36, std::vector<Rgb>(64 * 36, Rgb{11, 22, 33}));
     const auto mark = Picture(1, 1, {{9, 8, 7}}, 3);
+    show.engine.SetIdentified({.element = 1});
 
     EXPECT_GT(allocations, 0);
     // Packets wait for the I/O thread in two buffers in turn, which grow to the longest wait: on a
