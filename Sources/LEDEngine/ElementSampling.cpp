@@ -9,15 +9,27 @@ namespace ElementSampling {
 
 namespace {
 
-/// Three corners of the rectangle in fractions of the canvas; the fourth follows from them.
-struct Corners
+/// The pixels of an element on the canvas: its top left corner, and the ways along its upper and
+/// its left edge, in fractions of the canvas.
+struct Grid
 {
     PointF topLeft;
-    PointF topRight;
-    PointF bottomLeft;
+    PointF across;
+    PointF down;
+    float columns = 1;
+    float rows = 1;
+
+    /// The centre of a pixel.
+    [[nodiscard]] PointF CentreOf(std::int32_t column, std::int32_t row) const
+    {
+        const float fx = static_cast<float>(column) + 0.5F;
+        const float fy = static_cast<float>(row) + 0.5F;
+        return {topLeft.x + fx * across.x / columns + fy * down.x / rows,
+                topLeft.y + fx * across.y / columns + fy * down.y / rows};
+    }
 };
 
-Corners CornersOf(const VideoMapping& mapping, CanvasSize canvas)
+Grid GridOf(const VideoMapping& mapping, CanvasSize canvas, std::int32_t columns, std::int32_t rows)
 {
     const auto canvasWidth = static_cast<float>(canvas.width);
     const auto canvasHeight = static_cast<float>(canvas.height);
@@ -43,7 +55,11 @@ Corners CornersOf(const VideoMapping& mapping, CanvasSize canvas)
         std::swap(topLeft, bottomLeft);
         std::swap(topRight, bottomRight);
     }
-    return {topLeft, topRight, bottomLeft};
+    return {.topLeft = topLeft,
+            .across = {topRight.x - topLeft.x, topRight.y - topLeft.y},
+            .down = {bottomLeft.x - topLeft.x, bottomLeft.y - topLeft.y},
+            .columns = static_cast<float>(columns),
+            .rows = static_cast<float>(rows)};
 }
 
 /// True for 0 to 1, the ends included; false for anything else, NaN too.
@@ -58,6 +74,11 @@ std::int32_t PixelAt(float fraction, std::int32_t size)
     return std::clamp(pixel, 0, size - 1);
 }
 
+bool HasPixels(const SourceShape& source)
+{
+    return source.width >= 1 && source.height >= 1 && source.bytesPerPixel >= 3;
+}
+
 } // namespace
 
 SourceShape ShapeOf(const ZenBitmap& source)
@@ -69,30 +90,49 @@ SourceShape ShapeOf(const ZenBitmap& source)
 void ComputeOffsets(const VideoMapping& mapping, CanvasSize canvas, const SourceShape& source,
                     std::int32_t columns, std::int32_t rows, std::span<std::int32_t> offsets)
 {
-    if (source.width < 1 || source.height < 1 || source.bytesPerPixel < 3) {
+    if (!HasPixels(source)) {
         std::ranges::fill(offsets, OutsideCanvas);
         return;
     }
-    const Corners corners = CornersOf(mapping, canvas);
-    const auto width = static_cast<float>(columns);
-    const auto height = static_cast<float>(rows);
-    const PointF across{corners.topRight.x - corners.topLeft.x,
-                        corners.topRight.y - corners.topLeft.y};
-    const PointF down{corners.bottomLeft.x - corners.topLeft.x,
-                      corners.bottomLeft.y - corners.topLeft.y};
+    const Grid grid = GridOf(mapping, canvas, columns, rows);
     std::size_t next = 0;
     for (std::int32_t row = 0; row < rows; ++row) {
-        const float fy = static_cast<float>(row) + 0.5F;
         for (std::int32_t column = 0; column < columns; ++column) {
-            const float fx = static_cast<float>(column) + 0.5F;
-            const float u = corners.topLeft.x + fx * across.x / width + fy * down.x / height;
-            const float v = corners.topLeft.y + fx * across.y / width + fy * down.y / height;
+            const auto [u, v] = grid.CentreOf(column, row);
             offsets[next++] = IsOnCanvas(u) && IsOnCanvas(v)
                                   ? PixelAt(u, source.width) * source.bytesPerPixel +
                                         PixelAt(v, source.height) * source.bytesPerRow
                                   : OutsideCanvas;
         }
     }
+}
+
+std::optional<PicturePixel> SampleOf(const VideoMapping& mapping, CanvasSize canvas,
+                                     const SourceShape& source, std::int32_t columns,
+                                     std::int32_t rows, std::int32_t pixel)
+{
+    if (!HasPixels(source) || columns < 1 || pixel < 0 || pixel / columns >= rows)
+        return std::nullopt;
+    const auto [u, v] =
+        GridOf(mapping, canvas, columns, rows).CentreOf(pixel % columns, pixel / columns);
+    if (!IsOnCanvas(u) || !IsOnCanvas(v))
+        return std::nullopt;
+    return PicturePixel{PixelAt(u, source.width), PixelAt(v, source.height)};
+}
+
+std::optional<std::int32_t> PixelUnder(const VideoMapping& mapping, CanvasSize canvas,
+                                       std::int32_t columns, std::int32_t rows, PointF place)
+{
+    const Grid grid = GridOf(mapping, canvas, columns, rows);
+    const float area = grid.across.x * grid.down.y - grid.across.y * grid.down.x;
+    const PointF from{place.x - grid.topLeft.x, place.y - grid.topLeft.y};
+    // The shares of both edges that lead from the corner to the place. An element without area, or
+    // one that isn't finite, makes no numbers of them, which are not within anything.
+    const float right = (from.x * grid.down.y - from.y * grid.down.x) / area * grid.columns;
+    const float down = (grid.across.x * from.y - grid.across.y * from.x) / area * grid.rows;
+    if (!(right >= 0.0F && right < grid.columns && down >= 0.0F && down < grid.rows))
+        return std::nullopt;
+    return static_cast<std::int32_t>(down) * columns + static_cast<std::int32_t>(right);
 }
 
 void CopyPixels(const ZenBitmap& source, std::span<const std::int32_t> offsets,

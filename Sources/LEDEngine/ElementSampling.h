@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 
 #include "FixtureModel/VideoMapping.h"
@@ -43,6 +44,27 @@ inline constexpr std::int32_t OutsideCanvas = -1;
 /// OutsideCanvas.
 void ComputeOffsets(const VideoMapping& mapping, CanvasSize canvas, const SourceShape& source,
                     std::int32_t columns, std::int32_t rows, std::span<std::int32_t> offsets);
+
+/// A pixel of a picture, from its top left.
+struct PicturePixel
+{
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+
+    bool operator==(const PicturePixel&) const = default;
+};
+
+/// Where one pixel of an element is sampled, by the arithmetic of ComputeOffsets. None outside of
+/// the canvas, and for a pixel that the element hasn't.
+[[nodiscard]] std::optional<PicturePixel> SampleOf(const VideoMapping& mapping, CanvasSize canvas,
+                                                   const SourceShape& source, std::int32_t columns,
+                                                   std::int32_t rows, std::int32_t pixel);
+
+/// The pixel of an element that covers this place, in fractions of the canvas. None beside the
+/// element.
+[[nodiscard]] std::optional<std::int32_t> PixelUnder(const VideoMapping& mapping, CanvasSize canvas,
+                                                     std::int32_t columns, std::int32_t rows,
+                                                     PointF place);
 
 /// Copies the pixels at `offsets` to `target`, 4 bytes each: blue, green, red and a byte without
 /// meaning. The source has the shape that the offsets were computed for.
