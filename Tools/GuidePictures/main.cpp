@@ -300,6 +300,9 @@ void FollowTheGuide(const QString& folder, const QString& data)
     UseLook(look);
     const QString inspector = QStringLiteral("objectInspectorPannel");
     photographer.TakePart(inspector, QStringLiteral("inspector-one"));
+    photographer.Do(QStringLiteral("actionIdentify"));
+    photographer.TakePart(QStringLiteral("identifyPanel"), QStringLiteral("identify"));
+    photographer.Do(QStringLiteral("actionIdentify"));
     photographer.TakeDialog(QStringLiteral("actionDuplicate_Element"), QStringLiteral("duplicate"));
     photographer.TakeDialog(QStringLiteral("actionExport_Patch"), QStringLiteral("patch-export"));
     photographer.TakeDialogOfEntry(QStringLiteral("comboBoxsArtnetIP"), QStringLiteral("Manual..."),

@@ -61,6 +61,13 @@ void FixedDialog::setVisible(bool visible)
     QDialog::setVisible(visible);
 }
 
+void FixedDialog::Request(QSize requested)
+{
+    requested_ = requested;
+    if (isVisible())
+        Fit();
+}
+
 void FixedDialog::showEvent(QShowEvent* event)
 {
     // Some controls take their width from the font when they are shown.

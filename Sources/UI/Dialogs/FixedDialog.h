@@ -34,6 +34,8 @@ protected:
     /// A layout owns the row. `remove` does nothing yet.
     [[nodiscard]] ButtonsWithDelete MakeButtonsWithDelete();
 
+    /// Another size from now on, for a dialog whose texts changed.
+    void Request(QSize requested);
     void showEvent(QShowEvent* event) override;
 
 private:

@@ -46,7 +46,7 @@ void InspectorPanel::AddActions()
     shown_ = actions_.Add({.objectName = "actionInspector",
                            .text = QT_TRANSLATE_NOOP("WEFTMain", "&Inspector"),
                            .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Show the inspector"),
-                           .shortcut = "F9",
+                           .shortcut = "Ctrl+I",
                            .checkable = true},
                           this, [this] { ActionInspector(shown_->isChecked()); });
     shown_->setChecked(true);

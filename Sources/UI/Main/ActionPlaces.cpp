@@ -43,8 +43,9 @@ constexpr std::array editEntries = {"actionUndo",
                                     Separator,
                                     "actionEdit_Properties",
                                     "actionEdit_Description"};
-constexpr std::array canvasEntries = {"actionCrop_Canvas", "actionCanvas_Size",
-                                      "actionDisplay_Pixel_Grid", "actionSnapToGrid"};
+constexpr std::array canvasEntries = {
+    "actionCrop_Canvas", "actionCanvas_Size", "actionDisplay_Pixel_Grid",
+    "actionSnapToGrid",  Separator,           "actionIdentify"};
 constexpr std::array viewEntries = {"view_dockWidgetFixtureLibrary",
                                     "view_dockWidgetMappedFixtures",
                                     "view_dockWidgetArtNetNodes",

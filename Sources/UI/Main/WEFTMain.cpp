@@ -40,6 +40,7 @@
 #include "UI/Main/DisplayControls.h"
 #include "UI/Main/DocumentLife.h"
 #include "UI/Main/ElementList.h"
+#include "UI/Main/IdentifyInWindow.h"
 #include "UI/Main/InspectorInWindow.h"
 #include "UI/Main/MainWindowForm.h"
 #include "UI/Main/SaveTroubleLabel.h"
@@ -206,6 +207,9 @@ void WEFTMain::BuildDocument()
     inspector_ = std::make_unique<InspectorInWindow>(InspectorInWindow::Parts{
         *deviceManager_, *nodeModel_, *engine_, *network_, undoStack_, boxes_, *scene_, *editor_,
         display_, *displayControls_, *form_, *this});
+    identify_ = std::make_unique<IdentifyInWindow>(
+        IdentifyInWindow::Parts{*deviceManager_, *engine_, *scene_, *editor_, *document_,
+                                *form_->mappingEditorView, *elementList_->View(), *this});
 }
 
 void WEFTMain::BuildToolBar()

@@ -25,6 +25,7 @@ class EditorController;
 class ElementList;
 class ExternalServerPreferences;
 class HostSettings;
+class IdentifyInWindow;
 class InspectorInWindow;
 class LEDEngine;
 class LEDTestPatternControl;
@@ -140,6 +141,7 @@ private:
     std::unique_ptr<InspectorInWindow> inspector_;
     std::unique_ptr<DocumentLife> document_;
     std::unique_ptr<PatchExport> patchExport_;
+    std::unique_ptr<IdentifyInWindow> identify_;
     std::unique_ptr<ServicesInUse> services_;
     std::unique_ptr<UnsavedWork> unsavedWork_;
     std::unique_ptr<QUndoView> undoView_;

@@ -180,7 +180,7 @@ IPCtrl QLineEdit { border: none; border-radius: 0; padding: 0; }
 IPCtrl QLineEdit:focus { background: @buttonChosen; }
 IPCtrl QLineEdit:read-only { background: @faded; color: @fadedText; }
 #ToggleMergingUniversesButton { min-height: 32px; }
-#universeOverlapWarning, #errorMessage { background: @message; color: @trouble;
+#universeOverlapWarning, #errorMessage, #identifyTrouble { background: @message; color: @trouble;
     border-radius: 3px; padding: 3px 6px; }
 QGroupBox { border: 1px solid @line; border-radius: 4px; margin-top: 1.2em; padding-top: 4px; }
 QGroupBox::title { subcontrol-origin: margin; left: 8px; padding: 0 3px; }

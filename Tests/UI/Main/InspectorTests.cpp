@@ -355,7 +355,7 @@ TEST_F(InspectorInTheWindow, KeysLeadToItAndAllOfItCanBeReached)
     EXPECT_TRUE(panel->isVisible());
     Select({0});
     Keys(Description, "Wing");
-    QTest::keyClick(Focus(X), Qt::Key_F9);
+    QTest::keyClick(Focus(X), Qt::Key_I, Qt::ControlModifier);
     EXPECT_FALSE(panel->isVisible());
     EXPECT_TRUE(View().hasFocus());
     Select({1});

@@ -151,6 +151,9 @@ TEST_F(WindowLook, DialogsAreLegibleInALargeFontAndFitTheScreen)
             Trigger(action);
             ASSERT_TRUE(person.IsDone()) << action;
         }
+        Trigger("actionIdentify");
+        ExpectInOrder(*Find<QDialog>("identifyPanel"));
+        Trigger("actionIdentify");
         person.Will([](QDialog& dialog) {
             ExpectInOrder(dialog);
             dialog.accept();

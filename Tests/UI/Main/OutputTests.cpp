@@ -2,6 +2,7 @@
 // From the hand on the window to the wire, heard on the rig at the other end of the cable.
 #include <algorithm>
 #include <chrono>
+#include <map>
 
 #include "HostStandIn/Host.h"
 #include "Model/MappedDeviceModel.h"
@@ -212,6 +213,105 @@ TEST_F(Output, LampsTellWhatPassesAndWhatFails)
     Pick("networkCombo", "Disabled");
     EXPECT_TRUE(QTest::qWaitFor([&] { return !in->IsOn(); }));
     EXPECT_TRUE(comes(-1, "No network"));
+}
+
+TEST_F(Output, IdentifyLightsOneElementAfterTheOtherAndNothingElse)
+{
+    const QSizeF size(0.12, 0.01);
+    StartWith(Element({0.2, 0.5}, size, 2, 100) + Element({0.8, 0.5}, size, 2, 1) +
+              Element({0.8, 0.7}, size, 2, 200));
+    Trigger("actionSave_File");
+    window->StartTimers();
+    ChooseHalves();
+    // A letter for each element by its address: the first one's is in the right half.
+    const auto stateOf = [](const Channels& channels) {
+        const std::map<Channels, char> letters = {{Pixels(12, 255, 255, 255), 'W'},
+                                                  {Pixels(12, 255, 0, 0), 'R'},
+                                                  {Pixels(12, 200, 10, 20), 'l'},
+                                                  {Pixels(12, 30, 40, 250), 'r'},
+                                                  {Pixels(12, 0, 0, 0), '-'}};
+        std::string state;
+        for (const int channel : {1, 100, 200}) {
+            const auto letter = letters.find(At(channels, channel, 36));
+            state += letter == letters.end() ? '?' : letter->second;
+        }
+        return state;
+    };
+    const auto becomes = [&](const std::string& wanted) {
+        std::string last;
+        const bool came = Await([&](const Channels& channels) {
+                              last = stateOf(channels);
+                              return last == wanted;
+                          }) != 0;
+        EXPECT_TRUE(came) << "instead of " << wanted << ": " << last;
+    };
+    becomes("rlr");
+    auto* panel = Find<QDialog>("identifyPanel");
+    const auto* number = In<QLabel>(*panel, "identifyNumber");
+    Type(&View(), Qt::Key_F9);
+    ASSERT_TRUE(panel->isVisible());
+    for (const bool isOn : {true, false, true}) {
+        const std::uint8_t blink = isOn ? 255 : 0;
+        Channels ends = Pixels(12, 255, 255, 255);
+        std::ranges::copy(Pixels(1, blink, 0, 0), ends.begin());
+        std::ranges::copy(Pixels(1, 0, 0, blink), ends.end() - 3);
+        EXPECT_TRUE(Comes(1, ends));
+    }
+    In<QCheckBox>(*panel, "identifyEnds")->click();
+    becomes("Wlr");
+    struct Case
+    {
+        QWidget* target;
+        Qt::Key key;
+        const char* state;
+        const char* number;
+        std::size_t row; ///< of the document, which is selected
+    };
+    auto* dark = In<QCheckBox>(*panel, "identifyOthersDark");
+    const Case cases[] = {
+        {panel, Qt::Key_Right, "rWr", "2 of 3", 0},   {&View(), Qt::Key_Down, "rlW", "3 of 3", 2},
+        {&View(), Qt::Key_Right, "rlW", "3 of 3", 2}, {dark, Qt::Key_R, "rlR", "3 of 3", 2},
+        {dark, Qt::Key_Up, "rRr", "2 of 3", 0},       {dark, Qt::Key_Space, "-R-", "2 of 3", 0},
+        {&View(), Qt::Key_Home, "R--", "1 of 3", 1},  {panel, Qt::Key_End, "--R", "3 of 3", 2},
+        {panel, Qt::Key_W, "--W", "3 of 3", 2},       {dark, Qt::Key_Space, "rlW", "3 of 3", 2},
+    };
+    for (const Case& each : cases) {
+        Type(each.target, each.key);
+        becomes(each.state);
+        EXPECT_EQ(number->text(), QLatin1String(each.number));
+        EXPECT_EQ(Scene().SelectedIds(), ElementIds{Item(each.row).GetId()}) << each.number;
+    }
+    EXPECT_EQ(In<QLabel>(*panel, "identifyAddress")->text(), "0/2/200"_q);
+    Click({20, 50});
+    becomes("rWr");
+    EXPECT_FALSE(Action("actionUndo")->isEnabled()) << "nothing was moved";
+
+    // The next one when it goes; and its going is all that stays.
+    Type(&View(), Qt::Key_Backspace);
+    becomes("r-W");
+    EXPECT_EQ(number->text(), "2 of 2"_q);
+    Trigger("actionUndo");
+    becomes("rlW");
+    EXPECT_EQ(number->text(), "3 of 3"_q);
+    Type(&View(), Qt::Key_Escape);
+    becomes("rlr");
+    EXPECT_FALSE(panel->isVisible() || Action("actionIdentify")->isChecked());
+    EXPECT_EQ(State(), "saved"_q);
+
+    // Several that are selected, which are selected again at the end; a document that goes.
+    const ElementIds two = {Item(0).GetId(), Item(2).GetId()};
+    for (const std::int64_t id : two)
+        Scene().SetSelected(id, true);
+    Trigger("actionIdentify");
+    becomes("rWr");
+    EXPECT_EQ(number->text(), "1 of 2"_q);
+    panel->reject();
+    EXPECT_EQ(Scene().SelectedIds(), two);
+    becomes("rlr");
+    Trigger("actionIdentify");
+    Import(DocumentPath());
+    becomes("rlr");
+    EXPECT_FALSE(panel->isVisible());
 }
 
 TEST_F(Output, TheStatusBarTellsWhatIsUnderTheMouseAndWhatIsSent)
