@@ -3,6 +3,7 @@
 // a person would who follows the guide. With a LOOK, "grey" or "night", it takes them in that look,
 // and the dialogs, boxes and menus, too, that the guide doesn't show. Tools/guide-pictures.sh runs
 // it on a network of its own.
+#include <algorithm>
 #include <cstdlib>
 #include <functional>
 #include <iostream>
@@ -248,6 +249,24 @@ public:
         QTest::mouseRelease(View().viewport(), Qt::LeftButton, {}, OnScreen(to));
         QTest::qWait(100);
     }
+    /// The tool tip on the way of the pixel that is here.
+    void TakePixelWay(QPointF at, const QString& name) const
+    {
+        const QPoint place = OnScreen(at);
+        QMouseEvent move(QEvent::MouseMove, place, View().viewport()->mapToGlobal(place),
+                         Qt::NoButton, Qt::NoButton, Qt::AltModifier);
+        QCoreApplication::sendEvent(View().viewport(), &move);
+        QTest::qWait(1000); // It tells of frames, which a busy camera holds up.
+        const QWidgetList open = QApplication::topLevelWidgets();
+        const auto tip = std::find_if(open.begin(), open.end(), [](const QWidget* widget) {
+            return widget->inherits("QTipLabel") && widget->isVisible();
+        });
+        if (tip == open.end())
+            return Fail(name);
+        Save(name, **tip);
+        QEvent leave(QEvent::Leave);
+        QCoreApplication::sendEvent(View().viewport(), &leave);
+    }
     [[nodiscard]] static bool Failed() { return failed_; }
 
 private:
@@ -277,6 +296,15 @@ private:
     static inline bool failed_ = false;
 };
 
+/// How one finds out what is on a channel, and which fixture is which.
+void TakeOutput(const Photographer& photographer)
+{
+    photographer.TakePixelWay({0.5, 0.5}, QStringLiteral("pixel-way"));
+    photographer.Do(QStringLiteral("actionIdentify"));
+    photographer.TakePart(QStringLiteral("identifyPanel"), QStringLiteral("identify"));
+    photographer.Do(QStringLiteral("actionIdentify"));
+}
+
 void FollowTheGuide(const QString& folder, const QString& data)
 {
     Photographer photographer(folder);
@@ -300,9 +328,7 @@ void FollowTheGuide(const QString& folder, const QString& data)
     UseLook(look);
     const QString inspector = QStringLiteral("objectInspectorPannel");
     photographer.TakePart(inspector, QStringLiteral("inspector-one"));
-    photographer.Do(QStringLiteral("actionIdentify"));
-    photographer.TakePart(QStringLiteral("identifyPanel"), QStringLiteral("identify"));
-    photographer.Do(QStringLiteral("actionIdentify"));
+    TakeOutput(photographer);
     photographer.TakeDialog(QStringLiteral("actionDuplicate_Element"), QStringLiteral("duplicate"));
     photographer.TakeDialog(QStringLiteral("actionExport_Patch"), QStringLiteral("patch-export"));
     photographer.TakeDialogOfEntry(QStringLiteral("comboBoxsArtnetIP"), QStringLiteral("Manual..."),

@@ -207,6 +207,16 @@ MappingRectangle* WeftMapEditorScene::Find(std::int64_t id) const
     return found == itemsById_.end() ? nullptr : found->second;
 }
 
+const MappingRectangle* WeftMapEditorScene::ElementAt(QPointF place) const
+{
+    for (const QGraphicsItem* item : items(place)) {
+        const auto* rectangle = qgraphicsitem_cast<const MappingRectangle*>(item);
+        if (rectangle && rectangle->IsElement())
+            return rectangle;
+    }
+    return nullptr;
+}
+
 ElementIds WeftMapEditorScene::AllIds() const
 {
     ElementIds ids;

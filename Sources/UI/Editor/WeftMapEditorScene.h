@@ -58,6 +58,8 @@ public:
     // ---- Elements ------------------------------------------------------------------------------
 
     [[nodiscard]] MappingRectangle* Find(std::int64_t id) const;
+    /// The element on top at this place of the scene, null for none.
+    [[nodiscard]] const MappingRectangle* ElementAt(QPointF place) const;
     /// In the order of their identifiers, as are all lists here.
     [[nodiscard]] ElementIds AllIds() const;
     /// Marks the elements that no node is chosen for.

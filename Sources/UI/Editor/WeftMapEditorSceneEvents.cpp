@@ -245,18 +245,13 @@ void WeftMapEditorScene::Nudge(const QKeyEvent& key)
 /// The menu is about what the mouse is on: of several elements, all; of any other, that alone.
 void WeftMapEditorScene::SelectAt(QPointF scenePoint)
 {
-    for (const QGraphicsItem* under : items(scenePoint)) {
-        const auto* item = qgraphicsitem_cast<const MappingRectangle*>(under);
-        if (!item || !item->IsElement())
-            continue;
-        if (item->isSelected())
-            return;
-        const std::int64_t id = item->GetId();
-        const SelectionBatch batch(*this);
-        UnSelectAll();
-        SetSelected(id, true);
+    const MappingRectangle* item = ElementAt(scenePoint);
+    if (!item || item->isSelected())
         return;
-    }
+    const std::int64_t id = item->GetId();
+    const SelectionBatch batch(*this);
+    UnSelectAll();
+    SetSelected(id, true);
 }
 
 void WeftMapEditorScene::contextMenuEvent(QGraphicsSceneContextMenuEvent* event)

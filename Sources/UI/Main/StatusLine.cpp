@@ -47,17 +47,6 @@ QColor ColourAt(const ZenBitmap* picture, QPointF place)
     return {pixel[2], pixel[1], pixel[0]};
 }
 
-/// The element on top at this place of the scene, null for none.
-const MappingRectangle* ElementAt(const WeftMapEditorScene& scene, QPointF at)
-{
-    for (const QGraphicsItem* item : scene.items(at)) {
-        const auto* rectangle = qgraphicsitem_cast<const MappingRectangle*>(item);
-        if (rectangle && rectangle->IsElement())
-            return rectangle;
-    }
-    return nullptr;
-}
-
 /// Fields side by side, with a gap at each null; the last one takes what is left when it `grows`.
 QWidget* RowOf(std::initializer_list<QWidget*> fields, bool grows)
 {
@@ -206,7 +195,7 @@ void StatusLine::ShowTarget(std::optional<QPointF> at)
     else if (!band.isNull())
         ShowPart(parts_.view.mapToScene(band).boundingRect(), 0,
                  tr("%1 selected").arg(scene.SelectedCount()));
-    else if (const MappingRectangle* under = at ? ElementAt(scene, *at) : nullptr)
+    else if (const MappingRectangle* under = at ? scene.ElementAt(*at) : nullptr)
         ShowElement(*under);
     else
         ShowNoElement();

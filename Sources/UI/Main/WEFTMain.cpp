@@ -43,6 +43,7 @@
 #include "UI/Main/IdentifyInWindow.h"
 #include "UI/Main/InspectorInWindow.h"
 #include "UI/Main/MainWindowForm.h"
+#include "UI/Main/PixelInspector.h"
 #include "UI/Main/SaveTroubleLabel.h"
 #include "UI/Main/SelectionModeButton.h"
 #include "UI/Main/Startup.h"
@@ -223,6 +224,8 @@ void WEFTMain::BuildToolBar()
     statusLine_ = std::make_unique<StatusLine>(StatusLine::Parts{
         *form_->mappingEditorView, *scene_, *deviceManager_, *engine_, *network_, *statusBar()});
     BuildProblemCount();
+    pixelInspector_ = std::make_unique<PixelInspector>(PixelInspector::Parts{
+        *form_->mappingEditorView, *scene_, *deviceManager_, *engine_, *this});
     connect(document_.get(), &DocumentLife::cleared, networkPanel_, &NetworkPanel::ShowMerging);
     connect(document_.get(), &DocumentLife::loaded, networkPanel_, &NetworkPanel::ShowMerging);
     connect(hostSettings_.get(), &HostSettings::artNetDMXInputSettingsChanged, networkPanel_,

@@ -37,6 +37,7 @@ class NetworkPanel;
 class NodeList;
 class OperatorBoxes;
 class PatchExport;
+class PixelInspector;
 class ProblemsPanel;
 class QTimer;
 class QUndoView;
@@ -148,6 +149,7 @@ private:
     std::unique_ptr<LEDTestPatternControl> testPattern_;
     std::unique_ptr<TestPatternPanel> testPatternPanel_;
     std::unique_ptr<StatusLine> statusLine_;
+    std::unique_ptr<PixelInspector> pixelInspector_;
 
     NetworkPanel* networkPanel_ = nullptr;
     bool engineFailed_ = false;

@@ -361,6 +361,37 @@ TEST_F(Output, TheStatusBarTellsWhatIsUnderTheMouseAndWhatIsSent)
     EXPECT_EQ(places(), before) << "nothing moves";
 }
 
+TEST_F(Output, WithAltThePixelUnderTheMouseTellsItsWay)
+{
+    StartWith(Element({0.5, 0.5}, {0.12, 0.01}, 2, 97));
+    window->StartTimers();
+    ChooseHalves();
+    const auto tells = [](const char* line) {
+        return QTest::qWaitFor([line] {
+            static const QRegularExpression age("sent [0-9]{1,3} ms"_q);
+            return QToolTip::isVisible() &&
+                   QToolTip::text().replace(age, "sent 7 ms"_q).contains(QLatin1String(line));
+        });
+    };
+    const auto isSilent = [] {
+        return QTest::qWaitFor([] { return !QToolTip::isVisible(); });
+    };
+    MoveTo({44.5, 50}, Qt::AltModifier, Qt::NoButton);
+    EXPECT_TRUE(
+        tells(">picture (44, 50) #c80a14, &quot;Bar&quot; pixel 1, R 200 G 10 B 20, universe "
+              "0/2 channels 97 to 99, to all nodes, sent 7 ms ago<"))
+        << qPrintable(QToolTip::text());
+    MoveTo({55.5, 50}, Qt::AltModifier, Qt::NoButton);
+    EXPECT_TRUE(tells("pixel 12, R 30 G 40 B 250, universe 0/2 channels 130 to 132"));
+    MoveTo({20, 20}, Qt::AltModifier, Qt::NoButton);
+    EXPECT_TRUE(isSilent());
+    Hover({50.5, 50});
+    QTest::keyPress(Find<QTreeView>("mappedTreeView"), Qt::Key_Alt, Qt::AltModifier);
+    EXPECT_TRUE(tells("&quot;Bar&quot; pixel 7,")) << "the mouse rests";
+    QTest::keyRelease(Find<QTreeView>("mappedTreeView"), Qt::Key_Alt);
+    EXPECT_TRUE(isSilent());
+}
+
 TEST_F(Output, MergingFollowsTheDocument)
 {
     const QString merging =
