@@ -11,6 +11,7 @@
 
 #include "FixtureModel/DMXMapping.h"
 #include "Model/ArtNetNodeModel.h"
+#include "Model/NodeChoices.h"
 #include "Platform/IPv4.h"
 #include "Platform/Text.h"
 #include "UI/Inspector/MultipleItems.h"
@@ -59,8 +60,8 @@ void NodeComboBox::Show(const Shared<std::wstring>& node)
 
 bool NodeComboBox::Offers(const QString& address) const
 {
-    const auto node = nodes_.GetAllNodes().find(address);
-    return node != nodes_.GetAllNodes().end() && IsListed(*node);
+    return std::ranges::count(NodeChoices(nodes_, networkValue_), address, &NodeChoice::address) >
+           0;
 }
 
 bool NodeComboBox::IsOutside(const std::wstring& address) const
@@ -76,11 +77,6 @@ QString NodeComboBox::LastAccepted() const
 
 // ---- Filling -----------------------------------------------------------------------------------
 
-bool NodeComboBox::IsListed(const ArtNetNodeRecord& node) const
-{
-    return node.manual || (networkValue_ && Platform::IsInNetwork(*networkValue_, node.ip));
-}
-
 std::vector<NodeComboBox::Entry> NodeComboBox::Entries() const
 {
     std::vector<Entry> entries;
@@ -88,13 +84,8 @@ std::vector<NodeComboBox::Entry> NodeComboBox::Entries() const
         entries.push_back({MultipleItemsText(), QVariant()});
     const QString automatic = QString::fromWCharArray(AutoNode);
     entries.push_back({automatic, automatic});
-    const ArtNetNodeModel::Table& all = nodes_.GetAllNodes();
-    for (auto node = all.begin(); node != all.end(); ++node) {
-        if (IsListed(*node))
-            entries.push_back({nodes_.GetNodeName(node.key()) + QStringLiteral(" (") + node.key() +
-                                   QStringLiteral(")(%1)").arg(node->useCount),
-                               node.key()});
-    }
+    for (const NodeChoice& node : NodeChoices(nodes_, networkValue_))
+        entries.push_back({node.Text() + QStringLiteral("(%1)").arg(node.useCount), node.address});
     entries.push_back({tr("Manual..."), EnterNode});
     const QString node = QString::fromStdWString(shown_.value);
     if (!shown_.mixed && nodes_.IsManualNode(node))

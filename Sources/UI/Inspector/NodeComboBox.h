@@ -12,7 +12,6 @@
 #include "UI/Widgets/SteadyComboBox.h"
 
 class ArtNetNodeModel;
-struct ArtNetNodeRecord;
 
 /// The node that elements are sent to: "Auto", a node that is known in the chosen network or was
 /// entered by the operator, or an entry to enter or change such a one. Follows the nodes as they
@@ -59,7 +58,6 @@ private:
         QString text;
         QVariant data;
     };
-    [[nodiscard]] bool IsListed(const ArtNetNodeRecord& node) const;
     [[nodiscard]] std::vector<Entry> Entries() const;
     void Fill(const std::vector<Entry>& entries);
     void MarkMixedRow();
