@@ -21,6 +21,7 @@
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedObjectListProxy.h"
 #include "Model/PatchCheck.h"
+#include "Model/Repatch.h"
 #include "Timing.h"
 
 namespace {
@@ -112,6 +113,15 @@ public:
         for (int row = first; row < Rows(); row += step)
             uniqueIDs.append(manager_.GetMappedItemByRow(row)->uniqueID);
         manager_.RemoveMappedObjects(uniqueIDs);
+    }
+
+    /// What a repatch reads of every `step`-th element, which stand in rows by their places.
+    [[nodiscard]] Repatch ReadForRepatch(int step) const
+    {
+        ElementIds ids;
+        for (int row = 0; row < Rows(); row += step)
+            ids.push_back(manager_.GetMappedItemByRow(row)->uniqueID);
+        return {manager_, ids};
     }
 
     bool Save(const QString& path) { return bool(manager_.SaveMapping(path, nodes_)); }
@@ -390,6 +400,32 @@ BENCHMARK(Check)
     ->Args({20000, 0})
     ->Args({20000, 1})
     ->Iterations(21)
+    ->UseManualTime();
+
+/// A plan is made with each key that is typed in its dialog.
+void RepatchPlan(benchmark::State& state)
+{
+    Document document(static_cast<int>(state.range(0)));
+    document.AddAll();
+    const Repatch repatch = document.ReadForRepatch(static_cast<int>(state.range(1)));
+    RepatchOptions options;
+    options.place = {ElementOrder::Columns, ElementOrder::BottomRight, true};
+    std::vector<double> times;
+    for (auto _ : state) {
+        std::vector<RepatchRow> rows;
+        times.push_back(SecondsOf(1, [&] { rows = repatch.Plan(options); }));
+        if (rows.size() != repatch.Elements().size())
+            state.SkipWithError("elements are missing");
+        state.SetIterationTime(times.back());
+    }
+    state.counters["plan_ms"] = Median(times) * 1e3;
+}
+BENCHMARK(RepatchPlan)
+    ->ArgNames({"elements", "every"})
+    ->Args({4096, 1})
+    ->Args({4096, 2})
+    ->Args({20000, 5})
+    ->Iterations(51)
     ->UseManualTime();
 
 } // namespace
