@@ -344,6 +344,7 @@ void FollowTheGuide(const QString& folder, const QString& data)
     photographer.BandOver({0.02, 0.02}, {0.36, 0.6});
     photographer.Take(QStringLiteral("group-selected"));
     photographer.TakePart(inspector, QStringLiteral("inspector-many"));
+    photographer.TakeDialog(QStringLiteral("actionRepatch"), QStringLiteral("repatch"));
     photographer.TakeDialog(QStringLiteral("actionCanvas_Size"), QStringLiteral("canvas-size"));
     photographer.TakeDialog(QStringLiteral("actionPreferences"), QStringLiteral("preferences"));
     for (int step = 0; step < 5; ++step)

@@ -13,6 +13,7 @@ EditorActionSet::EditorActionSet(const Parts& parts)
     : parts_(parts)
     , actions_(parts.window)
 {
+    shown_.repatch = parts.repatch;
     AddCanvas();
     AddSelection();
     AddFlips();
@@ -171,8 +172,10 @@ void EditorActionSet::AddListMenu()
         line->setSeparator(true);
         return line;
     };
-    parts_.list.addActions(
-        {shown_.copy, shown_.paste, separator(), shown_.duplicate, separator(), shown_.remove});
+    parts_.list.addActions({shown_.copy, shown_.paste, separator(), shown_.duplicate});
+    if (shown_.repatch)
+        parts_.list.addAction(shown_.repatch);
+    parts_.list.addActions({separator(), shown_.remove});
     parts_.list.setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 

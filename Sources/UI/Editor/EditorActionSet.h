@@ -22,7 +22,8 @@ public:
         WeftMapEditorScene& scene;
         QWidget& list; ///< of the elements; gets a context menu
         QUndoStack& undoStack;
-        QWidget& window; ///< owns the actions and the menus
+        QWidget& window;            ///< owns the actions and the menus
+        QAction* repatch = nullptr; ///< of another room, for the menus of canvas and list
     };
     /// All parts outlive the set. Gives the scene what it shows and switches.
     explicit EditorActionSet(const Parts& parts);

@@ -13,6 +13,7 @@ struct EditorActions
     QAction* copy = nullptr;
     QAction* paste = nullptr;
     QAction* duplicate = nullptr;
+    QAction* repatch = nullptr;
     QAction* remove = nullptr;
     QMenu* align = nullptr;
     QMenu* rotate = nullptr;

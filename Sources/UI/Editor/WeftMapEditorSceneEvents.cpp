@@ -279,6 +279,7 @@ void WeftMapEditorScene::contextMenuEvent(QGraphicsSceneContextMenuEvent* event)
         add(actions_.paste);
         menu.addSeparator();
         add(actions_.duplicate);
+        add(actions_.repatch);
         menu.addSeparator();
         if (actions_.align)
             menu.addMenu(actions_.align);

@@ -56,6 +56,7 @@
 #include "UI/Output/ProblemsButton.h"
 #include "UI/Output/ProblemsPanel.h"
 #include "UI/PatchSheet/PatchExport.h"
+#include "UI/Repatch/Repatching.h"
 #include "UI/TestPattern/LEDTestPatternControl.h"
 #include "UI/TestPattern/TestPatternPanel.h"
 #include "UI/Widgets/DeskLook.h"
@@ -202,8 +203,19 @@ void WEFTMain::BuildDocument()
     patchExport_ = std::make_unique<PatchExport>(
         PatchExport::Parts{*deviceManager_, *nodeModel_, settings_, boxes_, notices_, *this});
     unsavedWork_ = std::make_unique<UnsavedWork>(*deviceManager_, *nodeModel_);
-    editorActions_ = std::make_unique<EditorActionSet>(
-        EditorActionSet::Parts{*editor_, *scene_, *elementList_->View(), undoStack_, *this});
+    repatching_ = std::make_unique<Repatching>(
+        Repatching::Parts{*deviceManager_, *nodeModel_, undoStack_, *this,
+                          [this] {
+                              scene_->GetGestures().Release();
+                              return scene_->SelectedIds();
+                          },
+                          [this] {
+                              return network_->GetNetworkPattern();
+                          }});
+    connect(editor_.get(), &EditorController::selectionHasChanged, repatching_.get(),
+            &Repatching::FollowSelection);
+    editorActions_ = std::make_unique<EditorActionSet>(EditorActionSet::Parts{
+        *editor_, *scene_, *elementList_->View(), undoStack_, *this, repatching_->Action()});
     displayControls_ = std::make_unique<DisplayControls>(display_, settings_, *editor_, *this);
     inspector_ = std::make_unique<InspectorInWindow>(InspectorInWindow::Parts{
         *deviceManager_, *nodeModel_, *engine_, *network_, undoStack_, boxes_, *scene_, *editor_,

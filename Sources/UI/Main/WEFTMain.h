@@ -41,6 +41,7 @@ class PixelInspector;
 class ProblemsPanel;
 class QTimer;
 class QUndoView;
+class Repatching;
 class SavedState;
 class ServicesInUse;
 class StatusLine;
@@ -137,6 +138,7 @@ private:
     std::unique_ptr<ProblemsPanel> problems_;
     std::unique_ptr<LibraryPanel> libraryPanel_;
     std::unique_ptr<EditorController> editor_;
+    std::unique_ptr<Repatching> repatching_;
     std::unique_ptr<EditorActionSet> editorActions_;
     std::unique_ptr<DisplayControls> displayControls_;
     std::unique_ptr<InspectorInWindow> inspector_;

@@ -145,7 +145,7 @@ TEST_F(WindowLook, DialogsAreLegibleInALargeFontAndFitTheScreen)
         UseLook(night ? NightLook() : GreyLook());
         for (const char* action :
              {"actionCanvas_Size", "actionPreferences", "actionAbout", "actionDuplicate_Element",
-              "actionMergerSettings", "actionVersions", "actionExport_Patch"})
+              "actionMergerSettings", "actionVersions", "actionExport_Patch", "actionRepatch"})
         {
             person.Will(look);
             Trigger(action);

@@ -155,6 +155,24 @@ TEST_F(Output, ADroppedFixtureIsSentAtOnceAtItsAddressInItsColours)
     EXPECT_TRUE(Comes(208, Pixels(12, 30, 40, 250)));
 }
 
+TEST_F(Output, ARepatchedFixtureIsSentAtItsNewAddress)
+{
+    StartWith(Element({0.2, 0.5}, {0.12, 0.01}, 2, 100));
+    window->StartTimers();
+    ChooseHalves();
+    ASSERT_TRUE(Comes(100, Pixels(12, 200, 10, 20)));
+    Trigger("actionSelect_All");
+    person.Will([](QDialog& dialog) {
+        In<QSpinBox>(dialog, "channelSpin")->setValue(301);
+        dialog.accept();
+    });
+    Trigger("actionRepatch");
+    EXPECT_TRUE(Comes(301, Pixels(12, 200, 10, 20)));
+    EXPECT_TRUE(Comes(100, Channels(36)));
+    Trigger("actionUndo");
+    EXPECT_TRUE(Comes(100, Pixels(12, 200, 10, 20)));
+}
+
 TEST(LedIndicatorTest, ALampIsLitFromOneCallToTheSecondRunAfterIt)
 {
     LedIndicator lamp;
