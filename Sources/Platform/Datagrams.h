@@ -63,4 +63,8 @@ private:
 /// adapter and of no other, and sends by it. Set once, before the bind.
 std::error_code BindToAdapter(int socket, const std::string& adapterName) noexcept;
 
+/// From now on the system drops what this address and port send to the socket, before it wakes
+/// anyone: it counts such datagrams as receive errors. The first octet is in the top byte.
+std::error_code IgnoreSender(int socket, std::uint32_t address, std::uint16_t port) noexcept;
+
 } // namespace Platform

@@ -2,6 +2,7 @@
 // Adapters and sockets, on a private network. Neighbours are judged with the silent hosts that
 // Art-Net is sent to.
 #include <algorithm>
+#include <chrono>
 #include <vector>
 
 #include <net/if.h>
@@ -99,6 +100,21 @@ TEST(Datagrams, ARefusedOneDoesNotHoldBackTheOthersAndAFullBufferGivesThemBack)
     EXPECT_GT(full.sent, 0U);
     EXPECT_GT(full.untried, 0U);
     EXPECT_EQ(full.sent + full.untried, 200U);
+}
+
+TEST(Datagrams, AnIgnoredSenderIsTheOneWithThisAddressAndPort)
+{
+    const Socket receiver(Broadcast0);
+    ASSERT_FALSE(Platform::IgnoreSender(receiver.Handle(), Desk0, 6454));
+    const Socket ignored(Desk0);
+    const Socket otherPort(Desk0, 6453);
+    const Socket otherAddress(Desk1);
+    for (const Socket* sender : {&ignored, &otherPort, &otherAddress, &ignored})
+        sender->Send(Broadcast0, {1});
+    const auto heard = receiver.All(std::chrono::milliseconds(50));
+    ASSERT_EQ(heard.size(), 2U);
+    EXPECT_EQ(heard[0].port, 6453);
+    EXPECT_EQ(heard[1].source, Desk1);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <cerrno>
 
 #include <arpa/inet.h>
+#include <linux/filter.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <sys/uio.h>
@@ -109,6 +110,27 @@ std::error_code BindToAdapter(int socket, const std::string& adapterName) noexce
 {
     const auto size = static_cast<socklen_t>(adapterName.size() + 1);
     if (setsockopt(socket, SOL_SOCKET, SO_BINDTODEVICE, adapterName.c_str(), size) != 0)
+        return LastError();
+    return {};
+}
+
+std::error_code IgnoreSender(int socket, std::uint32_t address, std::uint16_t port) noexcept
+{
+    // The system shows a filter the datagram from its UDP header on, which begins with the sender's
+    // port; the IP header stands at an offset of its own, and in it the sender's address at 12.
+    constexpr std::uint32_t portAt = 0;
+    constexpr std::uint32_t addressAt = static_cast<std::uint32_t>(SKF_NET_OFF) + 12;
+    constexpr std::uint32_t keepAll = 0xFFFFFFFF;
+    std::array<sock_filter, 6> program{{
+        BPF_STMT(BPF_LD | BPF_H | BPF_ABS, portAt),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, port, 0, 3),
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, addressAt),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, address, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, 0),
+        BPF_STMT(BPF_RET | BPF_K, keepAll),
+    }};
+    const sock_fprog filter{static_cast<unsigned short>(program.size()), program.data()};
+    if (setsockopt(socket, SOL_SOCKET, SO_ATTACH_FILTER, &filter, sizeof filter) != 0)
         return LastError();
     return {};
 }
