@@ -3,16 +3,29 @@
 
 #include <algorithm>
 
+namespace {
+
+std::size_t GroupSize(std::size_t packets)
+{
+    constexpr std::size_t most = ArtNetSpread::MostGroups;
+    return std::max(ArtNetSpread::Burst, (packets + most - 1) / most);
+}
+
+} // namespace
+
 bool ArtNetSpread::Divide(Packets packets, std::int64_t now)
 {
     groups_ = 1;
     nextGroup_ = 1;
     if (packets.size() <= Burst)
         return false;
-    packetsOf_.clear();
+    destinations_.clear();
+    for (const ArtNetOutbox::Packet& packet : packets)
+        ++destinations_[packet.address].packets;
     group_.clear();
     for (const ArtNetOutbox::Packet& packet : packets) {
-        group_.push_back(packetsOf_[packet.address]++ / Burst);
+        Destination& destination = destinations_[packet.address];
+        group_.push_back(destination.grouped++ / GroupSize(destination.packets));
         groups_ = std::max(groups_, group_.back() + 1);
     }
     if (groups_ == 1)

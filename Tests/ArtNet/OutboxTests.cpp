@@ -105,14 +105,21 @@ protected:
     };
 };
 
-TEST_F(Spread, OneDestinationGetsSixteenAtOnceAndTheWholeFrameLeavesInFiveMilliseconds)
+TEST_F(Spread, OneDestinationGetsItsPacketsInGroupsAndTheWholeFrameLeavesInFiveMilliseconds)
 {
+    const auto eight = [](std::size_t each, std::size_t last) {
+        std::vector<std::string> groups(8, std::string(each, 'a'));
+        groups.back().resize(last);
+        return groups;
+    };
     const std::string a16(16, 'a');
     const std::string small = "aaaaaaaaaabbbbbbbbbbbbbbbbaaaaaa.";
     using Case = std::pair<std::string, std::vector<std::string>>;
     for (const auto& [frame, groups] :
          {Case{a16, {a16}}, Case{small, {small}}, Case{a16 + 'a', {a16, "a"}},
-          Case{a16 + "aaaabbbaaaaaaaaaaaaa.", {a16 + "bbb", a16, "a."}}})
+          Case{a16 + "aaaabbbaaaaaaaaaaaaa.", {a16 + "bbb", a16, "a."}},
+          Case{std::string(128, 'a'), eight(16, 16)}, Case{std::string(129, 'a'), eight(17, 10)},
+          Case{std::string(254, 'a'), eight(32, 30)}})
     {
         sent.clear();
         Add(frame);
