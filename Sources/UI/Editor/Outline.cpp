@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Editor/Outline.h"
 
+#include <algorithm>
 #include <array>
+#include <cmath>
+#include <utility>
 
 #include <QLineF>
 #include <QPaintDevice>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPen>
+#include <QTransform>
 
 namespace {
 
@@ -39,6 +43,47 @@ QPainterPath FlipMark(bool horizontal, bool vertical)
     return mark;
 }
 
+bool IsUpright(const QTransform& transform)
+{
+    return transform.isAffine() && ((transform.m12() == 0 && transform.m21() == 0) ||
+                                    (transform.m11() == 0 && transform.m22() == 0));
+}
+
+/// The edge of a rectangle in coordinates of the screen, one device pixel (`step`) wide.
+void FillEdge(QPainter& painter, const QRectF& rect, const Outline::Edges& edges, double step)
+{
+    const QSizeF upright(step, rect.height());
+    painter.fillRect(QRectF(rect.topLeft(), upright), edges.sides);
+    painter.fillRect(QRectF(QPointF(rect.right() - step, rect.top()), upright), edges.sides);
+    const QSizeF level(rect.width(), step);
+    painter.fillRect(QRectF(rect.topLeft(), level), edges.topAndBottom);
+    painter.fillRect(QRectF(QPointF(rect.left(), rect.bottom() - step), level), edges.topAndBottom);
+}
+
+/// By whole device pixels, in half the time that a pen takes (measured): thousands of outlines are
+/// painted with each step of a drag.
+void PaintUpright(QPainter& painter, const QRectF& rect, Outline::Edges edges)
+{
+    const double ratio = painter.device()->devicePixelRatioF();
+    const double step = 1 / ratio;
+    const auto whole = [ratio](double length) {
+        return std::round(length * ratio) / ratio;
+    };
+    const QTransform world = painter.worldTransform();
+    const QRectF place = world.mapRect(rect);
+    const QPointF topLeft(whole(place.left()), whole(place.top()));
+    const QSizeF size(std::max(whole(place.right()) - topLeft.x(), step),
+                      std::max(whole(place.bottom()) - topLeft.y(), step));
+    const QRectF inside(topLeft, size);
+    if (world.m11() == 0) // it lies on its side
+        std::swap(edges.sides, edges.topAndBottom);
+    painter.setWorldTransform(QTransform());
+    FillEdge(painter, inside.adjusted(-step, -step, step, step), {Outline::Dark, Outline::Dark},
+             step);
+    FillEdge(painter, inside, edges, step);
+    painter.setWorldTransform(world);
+}
+
 } // namespace
 
 namespace Outline {
@@ -46,6 +91,8 @@ namespace Outline {
 void Paint(QPainter& painter, const QRectF& rect, const Edges& edges, double pixel,
            Qt::PenStyle style)
 {
+    if (style == Qt::SolidLine && IsUpright(painter.worldTransform()))
+        return PaintUpright(painter, rect, edges);
     const double step = pixel / painter.device()->devicePixelRatioF();
     const double half = step / 2;
     QPen pen(Dark, Hairline * step, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin);

@@ -138,6 +138,23 @@ TEST_F(Look, AnElementShowsItsSizeItsNodeAndItsHandles)
         << "its natural size";
 }
 
+TEST_F(Look, AThinOrTurnedElementHasItsWholeEdge)
+{
+    Place({20.3, 4.2}, {24, 0.2}, L"2.0.0.1");
+    const auto id = Place({24, 24}, {30, 16}, L"2.0.0.1");
+    stage.manager.SetObjectRotation(stage.manager.GetMappedDeviceModel()->GetIndexOfUniqueID(id),
+                                    90);
+    EXPECT_EQ(Some({2, 3, 4, 5, 6, 8, 9, 10}),
+              (Rows{"..                                                ..",
+                    "..       kkkkkkkkkkkkkkkkkkkkkkkkkk               ..",
+                    "..       kGGGGGGGGGGGGGGGGGGGGGGGGk               ..",
+                    "..       kkkkkkkkkkkkkkkkkkkkkkkkkk               ..",
+                    "..                                                ..",
+                    "..               kkkkkkkkkkkkkkkkkk               ..",
+                    "..               kGGGGGGGGGGGGGGGGk               ..",
+                    "..               kWbbbbbbbbbbbbbbWk               .."}));
+}
+
 TEST_F(Look, AGroupHasAFrameThatItsHandleTurns)
 {
     Place({20, 18}, {30, 16}, L"2.0.0.1");
