@@ -2,6 +2,7 @@
 #include "UI/Main/EventPace.h"
 
 #include <QCoreApplication>
+#include <QGraphicsScene>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
@@ -18,10 +19,15 @@ namespace {
 /// What takes less may come just before a tick: up to 5 ms late a tick is in time.
 constexpr std::int64_t ShortWork = 3'000'000;
 constexpr std::int64_t LongWork = 2 * TickGrid::Interval;
+/// So many pieces of a kind later a third of what the longest took is still reckoned with. A
+/// blinking lamp repaints the window five times a second, and must not hide what an undo of
+/// everything takes.
+constexpr std::int64_t Memory = 32;
 
 enum class Kind
 {
     Other,
+    SceneUpdate, ///< what an edit of thousands of elements leaves to the event loop: never waits
     Prompt,      ///< what the window system, a shortcut or an input method wants an answer to
     SingleInput, ///< a click or a key: waits for nothing but the input before it
     FrequentInput,
@@ -33,6 +39,8 @@ Kind KindOf(const QObject& receiver, QEvent::Type type)
 {
     if (type == QEvent::UpdateRequest)
         return receiver.isWidgetType() ? Kind::Repaint : Kind::Other;
+    if (type == QEvent::MetaCall)
+        return qobject_cast<const QGraphicsScene*>(&receiver) ? Kind::SceneUpdate : Kind::Other;
     if (type == QEvent::Shortcut)
         return Kind::Prompt;
     if (!receiver.isWindowType())
@@ -107,7 +115,8 @@ bool EventPace::eventFilter(QObject* watched, QEvent* event)
         LetInputGo();
     if (!receiver)
         return true;
-    if (kind == Kind::Prompt || (kind == Kind::SingleInput && !InputWaits()))
+    if (kind == Kind::SceneUpdate || kind == Kind::Prompt ||
+        (kind == Kind::SingleInput && !InputWaits()))
         return false;
     if (kind == Kind::SingleInput) {
         // In the queue, not from here: what comes before may bring an event loop of its own, which
@@ -225,7 +234,7 @@ void EventPace::Deliver(QObject& receiver, QEvent& event)
     // brought a dialog no longer than any other.
     std::int64_t& duration = DurationOf(receiver, type);
     const std::int64_t last = std::min(Platform::MonotonicNanoseconds() - begin, LongWork);
-    duration = std::max(last, duration - duration / 8);
+    duration = std::max(last, duration - duration / Memory);
 }
 
 std::int64_t& EventPace::DurationOf(QObject& receiver, QEvent::Type type)
