@@ -15,6 +15,7 @@
 
 #include <tinyxml2.h>
 
+#include "LEDEngine/LEDEngine.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
@@ -22,6 +23,7 @@
 #include "Model/PatchRemedy.h"
 #include "Support/LogCapture.h"
 #include "UI/Commands/RemedyCommands.h"
+#include "UI/Output/LivePatchCheck.h"
 #include "UI/Output/ProblemsModel.h"
 
 namespace {
@@ -408,6 +410,35 @@ TEST(PatchCheck, APassInPortionsFindsTheSameAsACheckOfEverything)
             ASSERT_TRUE(OrderOf(*rows.GetProblem(kept.row()), known) == 0);
         }
     }
+}
+
+TEST(LivePatchCheck, TellsOfChangesOfDocumentLibraryAndNodes)
+{
+    Show show({{0, 1}, {1, 1}});
+    LEDEngine engine(show.manager);
+    LivePatchCheck check({show.manager, show.nodes, engine});
+    int told = 0;
+    QObject::connect(&check, &LivePatchCheck::problemsChanged, [&told] { ++told; });
+    const auto found = [&check] {
+        check.Finish();
+        return LinesOf(check.GetProblems());
+    };
+    EXPECT_EQ(found(), Lines{});
+    engine.InitializeOutput(L"2.0.0.1", L"2.255.255.255", L"", show.Document().GetMerging());
+    const auto answer = [&show](const char* ip, const char* name) {
+        return ArtNetNodeRecord{.ip = ip, .name = name, .universes = {{1, 0}}};
+    };
+    show.nodes.UpdateNodes({answer("2.0.0.5", "Truss"), answer("10.0.0.5", "Elsewhere")});
+    EXPECT_EQ(found(), Lines{}) << "others may still answer";
+    show.Document().SetAnsweringNodes(show.nodes.GetAnsweringNodes());
+    EXPECT_EQ(found(), (Lines{"Caution 0/0 #1: No node that answers puts out universe 0/0"}));
+    show.manager.GetDeviceModel()->RemoveWithRow(show.Fixture());
+    EXPECT_EQ(found().size(), 2U);
+    show.Document().SetAnsweringNodes(std::nullopt);
+    EXPECT_EQ(found(), (Lines{"Caution - #1 #2: \"Bar\" is gone from the library"}));
+    EXPECT_EQ(told, 3);
+    (void)found();
+    EXPECT_EQ(told, 3);
 }
 
 } // namespace
