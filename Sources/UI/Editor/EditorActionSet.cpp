@@ -145,7 +145,7 @@ void EditorActionSet::AddCopies()
     EditorController* editor = &parts_.editor;
     shown_.duplicate = actions_.Add(
         {.objectName = "actionDuplicate_Element",
-         .text = QT_TRANSLATE_NOOP("WEFTMain", "Duplicate &Element..."),
+         .text = QT_TRANSLATE_NOOP("WEFTMain", "Duplicate Ele&ment..."),
          .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Duplicate element to create a wall."),
          .shortcut = "Ctrl+D"},
         editor, &EditorController::ActionDuplicateElement);

@@ -54,7 +54,7 @@ PatchExport::PatchExport(const Parts& parts)
     , actions_(parts.window)
     , action_(actions_.Add(
           {.objectName = "actionExport_Patch",
-           .text = QT_TRANSLATE_NOOP("WEFTMain", "Export &Patch..."),
+           .text = QT_TRANSLATE_NOOP("WEFTMain", "Export Patc&h..."),
            .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Write the patch for the crew: on paper (PDF) "
                                                     "or as a table (CSV)")},
           this, &PatchExport::ActionExportPatch))

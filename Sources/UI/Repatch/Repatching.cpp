@@ -19,7 +19,7 @@ Repatching::Repatching(Parts parts)
 {
     repatch_ = actions_.Add(
         {.objectName = "actionRepatch",
-         .text = QT_TRANSLATE_NOOP("WEFTMain", "Re&patch..."),
+         .text = QT_TRANSLATE_NOOP("WEFTMain", "R&epatch..."),
          .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Give the selected fixtures new addresses"),
          .shortcut = "Ctrl+Shift+P"},
         this, &Repatching::ActionRepatch);

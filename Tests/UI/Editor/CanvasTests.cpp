@@ -240,7 +240,7 @@ TEST_F(Canvas, TheContextMenuFitsTheSelection)
     const auto first = stage.Place(bar, {20, 20}, {12, 4});
     const auto other = stage.Place(bar, {60, 20}, {12, 4});
     const std::string others =
-        "|&Copy (&Paste element(s)) |Duplicate &Element... |A&lign Ro&tate |&Delete ";
+        "|&Copy (&Paste element(s)) |Duplicate Ele&ment... |A&lign Ro&tate |&Delete ";
     stage.Click({20, 20});
     EXPECT_EQ(ContextMenu({60, 20}), "Flip &Horizontal Flip &Vertical " + others);
     EXPECT_EQ(stage.scene->SelectedIds(), std::vector{other}) << "what the mouse was on";

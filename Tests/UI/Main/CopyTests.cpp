@@ -241,7 +241,7 @@ TEST_F(Copying, TheListHasAMenuOfItsOwn)
     EXPECT_TRUE(CanPaste());
     choose(2); // Paste
     EXPECT_EQ(PlacedFixtures(), 4);
-    choose(3); // Delete, past Paste, which is done, and Duplicate
+    choose(4); // Delete, past Paste, which is done, Duplicate and Repatch
     EXPECT_EQ(PlacedFixtures(), 2);
 }
 
