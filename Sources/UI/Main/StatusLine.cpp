@@ -70,6 +70,8 @@ QWidget* RowOf(std::initializer_list<QWidget*> fields, bool grows)
 StatusLine::StatusLine(const Parts& parts)
     : parts_(parts)
 {
+    // A window has edges to pull, and the grip takes the room of a name.
+    parts_.bar.setSizeGripEnabled(false);
     AddFields();
     pointerTimer_.setSingleShot(true);
     connect(&pointerTimer_, &QTimer::timeout, this, &StatusLine::ShowPointer);
@@ -109,7 +111,7 @@ void StatusLine::AddFields()
         RowOf({position_, swatch_, colour_, nullptr, place_, size_, angle_, address_, name_}, true),
         1);
 
-    network_ = new StatusField("statusNetwork", tr("Network"), QStringLiteral("! 255.255.255.255"));
+    network_ = new StatusField("statusNetwork", tr("Network"), QStringLiteral("! 255.255.255.X"));
     elements_ = new StatusField("statusElements", tr("Elements of the document"),
                                 tr("%1 elements").arg(9999));
     universes_ = new StatusField("statusUniverses", tr("Universes of the last frame"),

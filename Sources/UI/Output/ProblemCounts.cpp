@@ -25,18 +25,6 @@ ProblemCounts ProblemCounts::Of(std::span<const PatchProblem> problems)
     return counts;
 }
 
-QString ProblemCounts::Text() const
-{
-    switch (Problems()) {
-    case 0:
-        return Words::tr("No problems");
-    case 1:
-        return Words::tr("1 problem");
-    default:
-        return Words::tr("%1 problems").arg(Problems());
-    }
-}
-
 QString ProblemCounts::Details() const
 {
     QStringList parts;

@@ -22,8 +22,6 @@ struct ProblemCounts
     {
         return faults > 0 ? Trouble::Fault : cautions > 0 ? Trouble::Caution : Trouble::None;
     }
-    /// "No problems", "1 problem", "12 problems".
-    [[nodiscard]] QString Text() const;
     /// How many of each severity that there is, as one line; empty without any.
     [[nodiscard]] QString Details() const;
 

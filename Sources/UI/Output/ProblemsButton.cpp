@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int MarkSize = 12;
-constexpr int Margins = 20; ///< beside the mark and the text
+constexpr int Margins = 12; ///< beside the mark and the text
 
 } // namespace
 
@@ -28,11 +28,12 @@ ProblemsButton::ProblemsButton(const LivePatchCheck& check)
 void ProblemsButton::Show(const ProblemCounts& counts)
 {
     counts_ = counts;
-    setText(counts.Text());
+    setText(counts.Problems() == 0 ? tr("OK") : QString::number(counts.Problems()));
     const QString details = counts.Details();
-    setAccessibleName(details.isEmpty() ? text() : details);
-    setToolTip(details.isEmpty() ? tr("Nothing is wrong with the patch")
-                                 : tr("What is wrong with the patch: %1").arg(details));
+    const QString words = details.isEmpty() ? tr("Nothing is wrong with the patch")
+                                            : tr("What is wrong with the patch: %1").arg(details);
+    setAccessibleName(words);
+    setToolTip(words);
     ShowMark();
 }
 
@@ -44,9 +45,7 @@ void ProblemsButton::ShowMark()
 
 QSize ProblemsButton::sizeHint() const
 {
-    ProblemCounts many;
-    many.faults = 9999;
-    return {fontMetrics().horizontalAdvance(many.Text()) + MarkSize + Margins,
+    return {fontMetrics().horizontalAdvance(QStringLiteral("999")) + MarkSize + Margins,
             QToolButton::sizeHint().height()};
 }
 
