@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
+#include "LibTools/NaturalOrder.h"
 #include "Model/DeviceModel.h"
-#include "Model/NaturalOrder.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "LibTools/NaturalOrder.h"
 #include "Model/MappedDeviceModel.h"
-#include "Model/NaturalOrder.h"
 
 namespace {
 

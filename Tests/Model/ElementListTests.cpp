@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What the list of elements shows: its order, and what is wrong with each row.
+#include "LibTools/NaturalOrder.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedObjectListProxy.h"
-#include "Model/NaturalOrder.h"
 
 #include <gtest/gtest.h>
 

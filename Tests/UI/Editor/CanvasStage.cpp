@@ -7,11 +7,11 @@
 #include <QHBoxLayout>
 #include <QPixmap>
 
+#include "LibTools/NaturalOrder.h"
 #include "Model/DeviceModel.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
 #include "Model/MappedObjectListProxy.h"
-#include "Model/NaturalOrder.h"
 #include "Model/Trouble.h"
 
 CanvasStage::CanvasStage(QSize canvas, QSize viewSize)

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <map>
 
+#include "LibTools/NaturalOrder.h"
 #include "Model/MappedDeviceModel.h"
-#include "Model/NaturalOrder.h"
 #include "Support/ArtNetBytes.h"
 #include "Support/LogCapture.h"
 #include "Support/Stage.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "Model/NaturalOrder.h"
+#include "LibTools/NaturalOrder.h"
 
 namespace {
 
