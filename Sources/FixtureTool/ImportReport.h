@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <map>
+
+#include <QString>
+#include <QTextStream>
+
+#include "FixtureImport/ImportedFixture.h"
+
+/// Counts what was read, and writes it for people: a summary, and in the long form each file, mode
+/// and channel.
+class ImportReport
+{
+public:
+    ImportReport(QTextStream& out, bool isLong)
+        : out_(out)
+        , isLong_(isLong)
+    {}
+
+    void AddFile(const FixtureImport::ImportedFile& file);
+    /// A mode that became a fixture of this name.
+    void NoteFixture(const FixtureImport::ImportedMode& mode, const QString& product);
+    /// A mode whose very fixture another file gave already.
+    void NoteKnown(const FixtureImport::ImportedMode& mode);
+    void NoteLeftOut(const FixtureImport::ImportedMode& mode);
+    void WriteSummary();
+
+    [[nodiscard]] int Fixtures() const { return fixtures_; }
+    [[nodiscard]] bool IsAnythingLeftOut() const { return !leftOut_.empty(); }
+
+private:
+    void WriteChannels(const FixtureImport::ImportedMode& mode);
+
+    QTextStream& out_;
+    bool isLong_;
+    int files_ = 0;
+    int modes_ = 0;
+    int fixtures_ = 0;
+    int known_ = 0;
+    std::map<FixtureImport::FaultKind, int> leftOut_;
+};
