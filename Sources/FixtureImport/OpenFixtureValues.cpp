@@ -149,7 +149,7 @@ std::optional<std::pair<double, double>> AmountsOf(const QJsonObject& capability
 QString TextOf(const QJsonObject& capability)
 {
     for (const auto* name : {"comment", "effectName", "shutterEffect", "effectPreset"}) {
-        const QString text = capability[QLatin1String(name)].toString();
+        QString text = capability[QLatin1String(name)].toString();
         if (!text.isEmpty())
             return text;
     }
@@ -378,7 +378,7 @@ QJsonObject CapabilityAt(const QJsonObject& channel, std::int32_t value)
     const int resolution = ResolutionOf(channel);
     for (const auto& candidate : CapabilitiesOf(channel)) {
         ChannelRange range;
-        const QJsonObject capability = candidate.toObject();
+        QJsonObject capability = candidate.toObject();
         if (ReadLimits(capability, resolution, range) && range.from <= value && value <= range.to)
             return capability;
     }
