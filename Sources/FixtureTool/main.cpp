@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Fixture definitions of other programs become a library, without a window.
 #include <cstdio>
-#include <memory>
 #include <utility>
 
 #include <QCommandLineParser>
@@ -10,9 +9,11 @@
 
 #include "FixtureImport/FixtureFiles.h"
 #include "FixtureImport/ProductNames.h"
+#include "FixtureModel/LEDFixture.h"
 #include "FixtureTool/ImportReport.h"
-#include "Model/DeviceModel.h"
+#include "LibTools/XmlFile.h"
 #include "Platform/Locale.h"
+#include "XmlText/XmlText.h"
 
 namespace {
 
@@ -68,7 +69,7 @@ Request ReadCommandLine()
 }
 
 void Import(const QString& path, FixtureImport::FixtureFileReader& reader,
-            FixtureImport::ProductNames& names, DeviceModel& library, ImportReport& report)
+            FixtureImport::ProductNames& names, tinyxml2::XMLElement& library, ImportReport& report)
 {
     FixtureImport::ImportedFile file = reader.Read(path);
     report.AddFile(file);
@@ -82,7 +83,7 @@ void Import(const QString& path, FixtureImport::FixtureFileReader& reader,
                 report.NoteKnown(mode);
                 continue;
             }
-            library.AddFixture(std::make_unique<DeviceLedItem>(*mode.fixture));
+            mode.fixture->ToXml(library);
             report.NoteFixture(mode, QString::fromStdWString(mode.fixture->product));
         }
     }
@@ -96,15 +97,17 @@ int Run()
     ImportReport report(out, request.isReportWanted);
     FixtureImport::FixtureFileReader reader;
     FixtureImport::ProductNames names;
-    DeviceModel library;
-    library.SetVersion(1);
+    XmlText::Document document;
+    auto& library = XmlText::AddElement(document, "LEDFixtureLibrary");
+    XmlText::SetAttribute(library, "version", 1);
     for (const QString& path : FixtureImport::FindFixtureFiles(request.paths))
         Import(path, reader, names, library, report);
     report.WriteSummary();
     if (report.Fixtures() == 0)
         return NothingRead;
     if (!request.output.isEmpty()) {
-        if (const SaveResult saved = library.Save(request.output.toStdWString()); !saved) {
+        if (const SaveResult saved = WriteXmlFile(request.output.toStdWString(), document); !saved)
+        {
             std::fprintf(stderr, "%s: %s\n", qUtf8Printable(request.output),
                          qUtf8Printable(saved.Reason()));
             return NothingRead;
