@@ -37,9 +37,10 @@ ImportFault ReadWholeFile(const QString& path, QByteArray& bytes)
         return {file.error() == QFile::PermissionsError ? FaultKind::NotPermitted
                                                         : FaultKind::Unreadable,
                 {}};
-    if (file.size() > MaxDefinitionFileSize)
+    const qint64 size = file.size();
+    if (size > MaxDefinitionFileSize)
         return {FaultKind::TooLarge, {}};
-    bytes = file.read(MaxDefinitionFileSize);
+    bytes = file.read(size);
     return file.error() == QFile::NoError ? ImportFault{} : ImportFault{FaultKind::Unreadable, {}};
 }
 
