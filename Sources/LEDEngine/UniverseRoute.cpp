@@ -20,17 +20,14 @@ bool Sends(OutputState state)
 UniverseRoute RouteToSubscribers(const ArtNetOutput& output, std::uint16_t portAddress)
 {
     UniverseRoute route{.way = Way::Subscribers, .nodes = {}};
-    std::ptrdiff_t subscribers = 0;
     for (const ArtNetNodeInfo& node : output.GetNodes()) {
-        const auto ports = std::ranges::count(node.universes, portAddress);
-        if (ports == 0 || !Platform::IsInNetwork(output.GetBroadcastValue(), node.Ip()))
-            continue;
-        subscribers += ports;
-        route.nodes.emplace_back(node.Ip());
+        if (std::ranges::find(node.universes, portAddress) != node.universes.end() &&
+            Platform::IsInNetwork(output.GetBroadcastValue(), node.Ip()))
+            route.nodes.emplace_back(node.Ip());
     }
-    if (subscribers >= ArtNetOutput::SubscribersForBroadcast)
+    if (route.nodes.size() >= ArtNetOutput::SubscribersForBroadcast)
         return {.way = Way::Broadcast, .nodes = {}};
-    if (subscribers == 0)
+    if (route.nodes.empty())
         route.way = Way::NoSubscriber;
     return route;
 }
