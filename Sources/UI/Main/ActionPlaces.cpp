@@ -50,6 +50,7 @@ constexpr std::array canvasEntries = {
 constexpr std::array viewEntries = {"view_dockWidgetFixtureLibrary",
                                     "view_dockWidgetMappedFixtures",
                                     "view_dockWidgetArtNetNodes",
+                                    "view_dockWidgetUniverses",
                                     "view_dockWidgetProblems",
                                     "actionInspector",
                                     "view_toolBar",

@@ -31,6 +31,8 @@ MainWindowForm::MainWindowForm(QMainWindow& window)
     window.resize(1210, 720);
     window.setWindowIcon(QIcon(QStringLiteral(":/bitmaps/PixelWeft.png")));
     window.setDockOptions(QMainWindow::AnimatedDocks | QMainWindow::AllowTabbedDocks);
+    // The lists on the left keep their height when a panel opens at the bottom.
+    window.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     window.menuBar()->setObjectName(QStringLiteral("menubar"));
     SetUpToolBar();
     SetUpCentre();

@@ -55,6 +55,7 @@
 #include "UI/Output/LivePatchCheck.h"
 #include "UI/Output/ProblemsButton.h"
 #include "UI/Output/ProblemsPanel.h"
+#include "UI/Output/UniversesPanel.h"
 #include "UI/PatchSheet/PatchExport.h"
 #include "UI/Repatch/Repatching.h"
 #include "UI/TestPattern/LEDTestPatternControl.h"
@@ -169,7 +170,9 @@ void WEFTMain::BuildDocks()
         LivePatchCheck::Parts{*deviceManager_, *nodeModel_, *engine_});
     problems_ = std::make_unique<ProblemsPanel>(
         ProblemsPanel::Parts{*deviceManager_, *patchCheck_, undoStack_});
-    const std::array<MainWindowForm::Dock, 4> docks = {{
+    universes_ = std::make_unique<UniversesPanel>(
+        UniversesPanel::Parts{*deviceManager_, *nodeModel_, *engine_, undoStack_});
+    const std::array<MainWindowForm::Dock, 5> docks = {{
         {"dockWidgetFixtureLibrary", QT_TR_NOOP("Fixture Library"), QT_TR_NOOP("Fixture &Library"),
          libraryPanel_->Contents(), 3},
         {"dockWidgetMappedFixtures", QT_TR_NOOP("Mapped Fixtures"), QT_TR_NOOP("&Mapped Fixtures"),
@@ -178,6 +181,8 @@ void WEFTMain::BuildDocks()
          nodeList_->View(), 1},
         {"dockWidgetProblems", QT_TR_NOOP("Problems"), QT_TR_NOOP("&Problems"), problems_.get(), 1,
          MainWindowForm::Side::Bottom, "Ctrl+Shift+M"},
+        {"dockWidgetUniverses", QT_TR_NOOP("Universes"), QT_TR_NOOP("&Universes"), universes_.get(),
+         1, MainWindowForm::Side::Bottom, "Ctrl+U"},
     }};
     form_->AddDocks(docks);
 }
@@ -329,6 +334,12 @@ void WEFTMain::WireCanvas()
             &WeftMapEditorScene::RefreshAutoMarks);
     connect(problems_.get(), &ProblemsPanel::showWanted, editor_.get(),
             &EditorController::SelectAndShow);
+    connect(editor_.get(), &EditorController::selectionHasChanged, universes_.get(),
+            [this] { universes_->ShowSelection(scene_->SelectedIds()); });
+    connect(universes_.get(), &UniversesPanel::selectionWanted, editor_.get(),
+            &EditorController::Select);
+    connect(universes_.get(), &UniversesPanel::showWanted, editor_.get(),
+            &EditorController::SelectAndShow);
     // Queued: the program that the file is dragged from waits for the end of the drop, not for our
     // questions.
     connect(scene_.get(), &WeftMapEditorScene::importRequested, document_.get(),
@@ -412,6 +423,7 @@ void WEFTMain::LoadWindowSettings()
     displayControls_->TakeSettings();
     inspector_->Panel().Read(*store);
     patchExport_->Read(*store);
+    universes_->Read(*store);
     editor_->SetZoomStyle(settings_.zoomStyle);
     form_->mappingEditorView->UpdateMatrix();
     testPattern_->Update();
@@ -433,6 +445,7 @@ void WEFTMain::SaveWindowSettings()
     display_.Write(*store);
     inspector_->Panel().Write(*store);
     patchExport_->Write(*store);
+    universes_->Write(*store);
     store->sync();
 }
 
@@ -503,6 +516,7 @@ void WEFTMain::ActionResetLayout()
     elementList_->Columns().Reset();
     nodeList_->Columns().Reset();
     problems_->Columns().Reset();
+    universes_->Reset();
     inspector_->Panel().ActionInspector(true);
 }
 

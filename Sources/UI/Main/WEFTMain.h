@@ -46,6 +46,7 @@ class SavedState;
 class ServicesInUse;
 class StatusLine;
 class TestPatternPanel;
+class UniversesPanel;
 class UnsavedWork;
 class WeftMapEditorScene;
 
@@ -136,6 +137,7 @@ private:
     std::unique_ptr<NodeList> nodeList_;
     std::unique_ptr<LivePatchCheck> patchCheck_;
     std::unique_ptr<ProblemsPanel> problems_;
+    std::unique_ptr<UniversesPanel> universes_;
     std::unique_ptr<LibraryPanel> libraryPanel_;
     std::unique_ptr<EditorController> editor_;
     std::unique_ptr<Repatching> repatching_;

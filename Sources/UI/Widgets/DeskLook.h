@@ -64,6 +64,13 @@ struct Look
     QColor cellOverlap;
     QColor cellBeyond;
 
+    // Grounds of the channels that an element is sent on, one for each of neighbours.
+    QColor ownerA;
+    QColor ownerB;
+    QColor ownerC;
+    QColor ownerD;
+    QColor receivedDots; ///< on the list's ground: channels that are received
+
     QColor lampOff;
     QColor lampRimDark;
     QColor lampRimLight;

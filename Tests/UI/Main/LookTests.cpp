@@ -83,7 +83,9 @@ const std::array looks = {&GreyLook(), &NightLook()};
 const std::vector<std::pair<Colour, std::vector<Colour>>> texts = {
     {&Look::windowText, {&Look::window}},
     {&Look::barText, {&Look::bar}},
-    {&Look::listText, {&Look::list, &Look::listAlternate}},
+    {&Look::listText,
+     {&Look::list, &Look::listAlternate, &Look::ownerA, &Look::ownerB, &Look::ownerC,
+      &Look::ownerD}},
     {&Look::fieldText, {&Look::field, &Look::buttonChosen}},
     {&Look::buttonText, {&Look::button, &Look::buttonHover, &Look::buttonChosen, &Look::list}},
     {&Look::fadedText, {&Look::faded}},

@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Output/UniverseRows.h"
+
+#include <algorithm>
+#include <bitset>
+#include <utility>
+
+#include <QCoreApplication>
+#include <QStringList>
+
+#include "FixtureModel/DMXMapping.h"
+#include "LEDEngine/ArtNetOutput.h"
+#include "Model/MappedDeviceModel.h"
+#include "Model/PatchText.h"
+#include "Platform/IPv4.h"
+
+namespace {
+
+using Way = UniverseRoute::Way;
+
+constexpr int NamesInTip = 4;
+
+struct RowWords
+{
+    Q_DECLARE_TR_FUNCTIONS(UniverseRows)
+};
+
+/// "Stage left (2.0.0.10)", or the address alone.
+QString NodeText(const QString& address, const NodeNames& names)
+{
+    const QString name = names(address).simplified();
+    return name.isEmpty() || name == address ? address : RowWords::tr("%1 (%2)").arg(name, address);
+}
+
+Trouble TroubleOfWay(Way way, bool hasNetwork)
+{
+    switch (way) {
+    case Way::OutsideNetwork:
+        return Trouble::Fault;
+    case Way::NoSubscriber:
+        return Trouble::Caution;
+    case Way::Off:
+        return hasNetwork ? Trouble::Caution : Trouble::None; // the status bar says so for all
+    default:
+        return Trouble::None;
+    }
+}
+
+/// The elements of the universe that are marked in the list of elements, as a line of the tip.
+void NoteElements(const PatchUniverse& universe, const MappedDeviceModel& document,
+                  UniverseRow& row)
+{
+    std::bitset<512> used;
+    QStringList names;
+    int more = 0;
+    for (const PatchSpan& span : universe.spans) {
+        for (int channel = span.channels.first; channel <= span.channels.last; ++channel)
+            used.set(static_cast<std::size_t>(channel - 1));
+        const QModelIndex index = document.index(span.row, 0);
+        const auto trouble = static_cast<Trouble>(document.data(index, TroubleRole).toInt());
+        if (trouble == Trouble::None)
+            continue;
+        row.trouble = std::max(row.trouble, trouble);
+        const MappedLedItem* element = document.GetElement(span.row);
+        if (element && names.size() < NamesInTip)
+            names << QString::fromStdWString(element->description).simplified();
+        else
+            ++more;
+    }
+    row.used = static_cast<int>(used.count());
+    if (names.isEmpty())
+        return;
+    const QString list = names.join(QStringLiteral(", "));
+    row.tip = more == 0 ? RowWords::tr("Marked in Mapped Fixtures: %1").arg(list)
+                        : RowWords::tr("Marked in Mapped Fixtures: %1 and %2 more")
+                              .arg(list, QString::number(more));
+}
+
+UniverseRow SentRow(const PatchTarget& target, const MappedDeviceModel& document,
+                    const ArtNetOutput& output, const NodeNames& names)
+{
+    UniverseRow row;
+    row.target = target;
+    row.hasInput = HasInput(target, document.GetMerging());
+    const UniverseRoute route =
+        RouteOf(output, document.IsAutoUnicast(), target.portAddress, target.node);
+    const bool hasNetwork = output.GetBroadcastValue() != 0;
+    row.isSent = route.IsSent();
+    row.way = WayText(route, target, hasNetwork, names);
+    row.trouble = TroubleOfWay(route.way, hasNetwork);
+    return row;
+}
+
+UniverseRow ReceivedRow(const ArtNetReceived& received, const NodeNames& names)
+{
+    UniverseRow row;
+    row.kind = UniverseRow::Kind::Received;
+    row.target = {AutoNode, received.portAddress};
+    row.hasInput = true;
+    const QString sender = QString::fromStdString(Platform::FormatIPv4(received.sender));
+    row.way = RowWords::tr("received from %1").arg(NodeText(sender, names));
+    return row;
+}
+
+} // namespace
+
+QString UniverseLabel(std::uint16_t portAddress)
+{
+    return RowWords::tr("%1 (%2)").arg(UniverseText(portAddress), QString::number(portAddress));
+}
+
+bool HasInput(const PatchTarget& target, const UniverseMerging& merging)
+{
+    const int place = target.portAddress - merging.GetToStartAddress();
+    return merging.IsEnabled() && target.node == AutoNode && place >= 0 &&
+           place < merging.GetConsecutiveUniverses();
+}
+
+QString WayText(const UniverseRoute& route, const PatchTarget& target, bool hasNetwork,
+                const NodeNames& names)
+{
+    switch (route.way) {
+    case Way::Broadcast:
+        return RowWords::tr("broadcast");
+    case Way::Node:
+        return NodeText(QString::fromStdWString(target.node), names);
+    case Way::Subscribers: {
+        QStringList nodes;
+        for (const std::string& address : route.nodes)
+            nodes << NodeText(QString::fromStdString(address), names);
+        return nodes.join(QStringLiteral(", "));
+    }
+    case Way::NoSubscriber:
+        return RowWords::tr("nobody: no node announced this universe");
+    case Way::OutsideNetwork:
+        return RowWords::tr("nobody: %1 is not in the network")
+            .arg(NodeText(QString::fromStdWString(target.node), names));
+    case Way::HostSends:
+        return RowWords::tr("nobody from here: the media program sends by itself");
+    case Way::Off:
+        break;
+    }
+    return hasNetwork ? RowWords::tr("nobody yet: the Art-Net port is not ours")
+                      : RowWords::tr("nobody: no network is chosen, or it is not connected");
+}
+
+UniverseRows UniverseRowsOf(const MappedDeviceModel& document, const PatchTable& patch,
+                            const ArtNetOutput& output, const std::vector<ArtNetReceived>& received,
+                            const NodeNames& names)
+{
+    UniverseRows rows;
+    for (std::size_t i = 0; i < patch.size(); ++i) {
+        UniverseRow row = SentRow(patch[i].target, document, output, names);
+        row.patch = static_cast<int>(i);
+        NoteElements(patch[i], document, row);
+        rows.push_back(std::move(row));
+    }
+    const UniverseMerging& merging = document.GetMerging();
+    const int merged = merging.IsEnabled() ? merging.GetConsecutiveUniverses() : 0;
+    for (int i = 0; i < merged; ++i) {
+        const PatchTarget target{AutoNode,
+                                 static_cast<std::uint16_t>(merging.GetToStartAddress() + i)};
+        if (std::ranges::find(rows, target, &UniverseRow::target) == rows.end())
+            rows.push_back(SentRow(target, document, output, names));
+    }
+    std::ranges::sort(rows, {}, [](const UniverseRow& row) {
+        return std::pair(row.target.portAddress, row.target.node);
+    });
+    for (const ArtNetReceived& each : received)
+        rows.push_back(ReceivedRow(each, names));
+    return rows;
+}
