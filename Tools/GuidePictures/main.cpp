@@ -231,6 +231,9 @@ public:
         QTest::qWait(100);
     }
 
+    /// For what is shown ten times a second, with frames counted over two seconds.
+    static void Wait() { QTest::qWait(2500); }
+
     /// Points on the canvas in fractions of its width and height.
     void Click(QPointF at) const
     {
@@ -326,6 +329,11 @@ void FollowTheGuide(const QString& folder, const QString& data)
     UseLook(NightLook());
     photographer.Take(QStringLiteral("night"));
     UseLook(look);
+    photographer.Do(QStringLiteral("view_dockWidgetUniverses"));
+    photographer.Wait();
+    photographer.Take(QStringLiteral("universes"));
+    photographer.TakeMenu("universeLegendMenu", QStringLiteral("universes-legend"));
+    photographer.Do(QStringLiteral("view_dockWidgetUniverses"));
     const QString inspector = QStringLiteral("objectInspectorPannel");
     photographer.TakePart(inspector, QStringLiteral("inspector-one"));
     TakeOutput(photographer);
@@ -388,6 +396,10 @@ void TakeTheRest(const QString& folder)
         photographer.TakeMenu(menu, QLatin1String(menu));
     photographer.TakeList("networkCombo", QStringLiteral("networks"));
     photographer.TakeToolTip(QStringLiteral("tool-tip"));
+    photographer.OpenWindow({1024, 600});
+    photographer.Do(QStringLiteral("view_dockWidgetUniverses"));
+    photographer.Wait();
+    photographer.Take(QStringLiteral("universes-small"));
 }
 
 } // namespace
