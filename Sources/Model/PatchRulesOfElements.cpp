@@ -32,7 +32,7 @@ struct Channels
     SentChannels sent;
 };
 
-struct Subject
+struct ElementSubject
 {
     const MappedLedItem& element;
     QSizeF canvas;
@@ -58,7 +58,7 @@ std::int32_t Narrow(std::int64_t channel)
         std::min<std::int64_t>(channel, std::numeric_limits<std::int32_t>::max()));
 }
 
-bool BeginsOutside(const Subject& subject, PatchProblem& problem)
+bool BeginsOutside(const ElementSubject& subject, PatchProblem& problem)
 {
     const auto& channels = subject.channels;
     if (!channels || !channels->sent.AreNone())
@@ -86,14 +86,14 @@ bool FindSplitPixel(const MappedLedItem& element, const Channels& channels, Patc
     return false;
 }
 
-bool SplitsAPixel(const Subject& subject, PatchProblem& problem)
+bool SplitsAPixel(const ElementSubject& subject, PatchProblem& problem)
 {
     const auto& channels = subject.channels;
     return channels && channels->sent.beyond && !channels->sent.AreNone() &&
            FindSplitPixel(subject.element, *channels, problem);
 }
 
-bool ReachesBeyond(const Subject& subject, PatchProblem& problem)
+bool ReachesBeyond(const ElementSubject& subject, PatchProblem& problem)
 {
     const auto& channels = subject.channels;
     PatchProblem pixel;
@@ -109,7 +109,7 @@ bool ReachesBeyond(const Subject& subject, PatchProblem& problem)
 
 /// The upright box round the centres of an element's pixels, which are what is sampled, in pixels
 /// of the canvas. Nothing for an element without place or pixels.
-std::optional<QRectF> SampledBox(const Subject& subject)
+std::optional<QRectF> SampledBox(const ElementSubject& subject)
 {
     const VideoMapping* video = subject.element.GetVideoMapping();
     const PixelMap& map = subject.element.GetFixture().pixelMap;
@@ -133,13 +133,13 @@ bool IsPartOnCanvas(const QRectF& box, QSizeF canvas)
            box.top() <= canvas.height();
 }
 
-bool IsOffCanvas(const Subject& subject, PatchProblem&)
+bool IsOffCanvas(const ElementSubject& subject, PatchProblem&)
 {
     const auto box = SampledBox(subject);
     return box && !IsPartOnCanvas(*box, subject.canvas);
 }
 
-bool HangsOverEdge(const Subject& subject, PatchProblem&)
+bool HangsOverEdge(const ElementSubject& subject, PatchProblem&)
 {
     const auto box = SampledBox(subject);
     return box && IsPartOnCanvas(*box, subject.canvas) &&
@@ -149,7 +149,7 @@ bool HangsOverEdge(const Subject& subject, PatchProblem&)
 }
 
 /// Along a side with one pixel there are no neighbours to be told apart from.
-bool IsTooSmall(const Subject& subject, PatchProblem& problem)
+bool IsTooSmall(const ElementSubject& subject, PatchProblem& problem)
 {
     const VideoMapping* video = subject.element.GetVideoMapping();
     const PixelMap& map = subject.element.GetFixture().pixelMap;
@@ -164,12 +164,12 @@ bool IsTooSmall(const Subject& subject, PatchProblem& problem)
 
 // ---- Fixture -----------------------------------------------------------------------------------
 
-const DeviceLedItem* InLibrary(const Subject& subject)
+const DeviceLedItem* InLibrary(const ElementSubject& subject)
 {
     return subject.library->GetFixtures().value(subject.element.GetFixture().uniqueID, nullptr);
 }
 
-bool HasOldFixture(const Subject& subject, PatchProblem& problem)
+bool HasOldFixture(const ElementSubject& subject, PatchProblem& problem)
 {
     const DeviceLedItem* fixture = subject.library ? InLibrary(subject) : nullptr;
     if (!fixture || subject.element.GetFixture().HasDefinitionOf(*fixture))
@@ -178,7 +178,7 @@ bool HasOldFixture(const Subject& subject, PatchProblem& problem)
     return true;
 }
 
-bool HasLostFixture(const Subject& subject, PatchProblem& problem)
+bool HasLostFixture(const ElementSubject& subject, PatchProblem& problem)
 {
     if (!subject.library || InLibrary(subject))
         return false;
@@ -186,24 +186,24 @@ bool HasLostFixture(const Subject& subject, PatchProblem& problem)
     return true;
 }
 
-struct Rule
+struct ElementRule
 {
     PatchRule rule;
     Trouble trouble;
     bool ofUniverse; ///< or of the element, wherever it is sent
     /// True with the numbers and the name of the problem.
-    bool (*applies)(const Subject& subject, PatchProblem& problem);
+    bool (*applies)(const ElementSubject& subject, PatchProblem& problem);
 };
 
-constexpr std::array Rules = {
-    Rule{PatchRule::OutsideUniverse, Trouble::Fault, true, &BeginsOutside},
-    Rule{PatchRule::SplitPixel, Trouble::Fault, true, &SplitsAPixel},
-    Rule{PatchRule::BeyondUniverse, Trouble::Fault, true, &ReachesBeyond},
-    Rule{PatchRule::OffCanvas, Trouble::Caution, false, &IsOffCanvas},
-    Rule{PatchRule::OverEdge, Trouble::None, false, &HangsOverEdge},
-    Rule{PatchRule::TooSmall, Trouble::Caution, false, &IsTooSmall},
-    Rule{PatchRule::FixtureChanged, Trouble::Caution, false, &HasOldFixture},
-    Rule{PatchRule::FixtureGone, Trouble::Caution, false, &HasLostFixture},
+constexpr std::array ElementRules = {
+    ElementRule{PatchRule::OutsideUniverse, Trouble::Fault, true, &BeginsOutside},
+    ElementRule{PatchRule::SplitPixel, Trouble::Fault, true, &SplitsAPixel},
+    ElementRule{PatchRule::BeyondUniverse, Trouble::Fault, true, &ReachesBeyond},
+    ElementRule{PatchRule::OffCanvas, Trouble::Caution, false, &IsOffCanvas},
+    ElementRule{PatchRule::OverEdge, Trouble::None, false, &HangsOverEdge},
+    ElementRule{PatchRule::TooSmall, Trouble::Caution, false, &IsTooSmall},
+    ElementRule{PatchRule::FixtureChanged, Trouble::Caution, false, &HasOldFixture},
+    ElementRule{PatchRule::FixtureGone, Trouble::Caution, false, &HasLostFixture},
 };
 
 } // namespace
@@ -211,8 +211,8 @@ constexpr std::array Rules = {
 void JudgeElement(const MappedLedItem& element, QSizeF canvas, const DeviceModel* library,
                   std::vector<PatchProblem>& problems)
 {
-    const Subject subject{element, canvas, library, ChannelsOf(element)};
-    for (const Rule& rule : Rules) {
+    const ElementSubject subject{element, canvas, library, ChannelsOf(element)};
+    for (const ElementRule& rule : ElementRules) {
         PatchProblem problem;
         if (!rule.applies(subject, problem))
             continue;

@@ -21,7 +21,7 @@ namespace {
 using Problems = std::vector<PatchProblem>;
 using NodesOfUniverse = std::unordered_map<std::uint16_t, std::vector<const PatchNode*>>;
 
-struct Subject
+struct NetworkSubject
 {
     const MappedDeviceModel& document;
     const PatchTable& table;
@@ -30,17 +30,17 @@ struct Subject
     std::map<std::wstring_view, const PatchNode*> nodes;
 };
 
-struct Rule
+struct NetworkRule
 {
     PatchRule rule;
     Trouble trouble;
-    void (*find)(const Subject& subject, Problems& problems);
+    void (*find)(const NetworkSubject& subject, Problems& problems);
 };
 
-Subject SubjectOf(const MappedDeviceModel& document, const PatchTable& table,
-                  const PatchNetwork& network)
+NetworkSubject NetworkSubjectOf(const MappedDeviceModel& document, const PatchTable& table,
+                                const PatchNetwork& network)
 {
-    Subject subject{document, table, network, {}, {}};
+    NetworkSubject subject{document, table, network, {}, {}};
     for (const PatchNode& node : network.nodes) {
         subject.nodes.emplace(node.address, &node);
         for (const std::uint16_t port : node.ports) {
@@ -73,14 +73,14 @@ std::wstring ListOfNodes(std::span<const PatchNode* const> nodes)
 
 // ---- Chosen nodes ------------------------------------------------------------------------------
 
-bool IsInNetwork(const Subject& subject, const std::wstring& node)
+bool IsInNetwork(const NetworkSubject& subject, const std::wstring& node)
 {
     return Platform::IsInNetwork(subject.network.broadcast, Platform::WideToUtf8(node));
 }
 
 /// One problem for each chosen node that is meant, with all elements that are sent to it.
 template <class IsMeant>
-void GatherByNode(const Subject& subject, const IsMeant& isMeant, Problems& problems)
+void GatherByNode(const NetworkSubject& subject, const IsMeant& isMeant, Problems& problems)
 {
     std::map<std::wstring, PatchProblem> byNode;
     for (const PatchUniverse& universe : subject.table) {
@@ -99,7 +99,7 @@ void GatherByNode(const Subject& subject, const IsMeant& isMeant, Problems& prob
         problems.push_back(std::move(problem));
 }
 
-void FindOutsideNetwork(const Subject& subject, Problems& problems)
+void FindOutsideNetwork(const NetworkSubject& subject, Problems& problems)
 {
     const auto isOutside = [&](const PatchUniverse& universe) {
         return !IsInNetwork(subject, universe.target.node);
@@ -108,7 +108,7 @@ void FindOutsideNetwork(const Subject& subject, Problems& problems)
 }
 
 /// Which nodes answer is what the document's lists go by, too.
-void FindSilentNodes(const Subject& subject, Problems& problems)
+void FindSilentNodes(const NetworkSubject& subject, Problems& problems)
 {
     const FaultyElements& faults = subject.document.GetPatchFaults();
     const auto isSilent = [&](const PatchUniverse& universe) {
@@ -119,7 +119,7 @@ void FindSilentNodes(const Subject& subject, Problems& problems)
     GatherByNode(subject, isSilent, problems);
 }
 
-void FindMissingPorts(const Subject& subject, Problems& problems)
+void FindMissingPorts(const NetworkSubject& subject, Problems& problems)
 {
     for (const PatchUniverse& universe : subject.table) {
         const auto node = subject.nodes.find(universe.target.node);
@@ -136,7 +136,7 @@ void FindMissingPorts(const Subject& subject, Problems& problems)
 // ---- All nodes ---------------------------------------------------------------------------------
 
 /// The universes that go to whoever wants them, and that nobody wants.
-void FindUnwanted(const Subject& subject, Problems& problems)
+void FindUnwanted(const NetworkSubject& subject, Problems& problems)
 {
     for (const PatchUniverse& universe : subject.table) {
         if (universe.target.node == AutoNode &&
@@ -145,19 +145,19 @@ void FindUnwanted(const Subject& subject, Problems& problems)
     }
 }
 
-void FindUnsubscribed(const Subject& subject, Problems& problems)
+void FindUnsubscribed(const NetworkSubject& subject, Problems& problems)
 {
     if (subject.document.IsAutoUnicast() && subject.network.knowsNodes)
         FindUnwanted(subject, problems);
 }
 
-void FindNotPutOut(const Subject& subject, Problems& problems)
+void FindNotPutOut(const NetworkSubject& subject, Problems& problems)
 {
     if (!subject.document.IsAutoUnicast() && !subject.network.nodes.empty())
         FindUnwanted(subject, problems);
 }
 
-void FindSameUniverse(const Subject& subject, Problems& problems)
+void FindSameUniverse(const NetworkSubject& subject, Problems& problems)
 {
     for (const PatchUniverse& universe : subject.table) {
         const auto nodes = subject.putOut.find(universe.target.portAddress);
@@ -171,7 +171,7 @@ void FindSameUniverse(const Subject& subject, Problems& problems)
 }
 
 /// The merger sends its universes whether elements are in them or not.
-std::set<std::uint16_t> SentToAll(const Subject& subject)
+std::set<std::uint16_t> SentToAll(const NetworkSubject& subject)
 {
     std::set<std::uint16_t> universes;
     for (const PatchUniverse& universe : subject.table) {
@@ -185,7 +185,7 @@ std::set<std::uint16_t> SentToAll(const Subject& subject)
 }
 
 /// In a document without a patch no port is worth a word.
-void FindUnusedPorts(const Subject& subject, Problems& problems)
+void FindUnusedPorts(const NetworkSubject& subject, Problems& problems)
 {
     if (subject.table.empty())
         return;
@@ -209,7 +209,7 @@ void FindUnusedPorts(const Subject& subject, Problems& problems)
     }
 }
 
-void FindOtherSenders(const Subject& subject, Problems& problems)
+void FindOtherSenders(const NetworkSubject& subject, Problems& problems)
 {
     if (subject.network.senders.empty())
         return;
@@ -232,15 +232,15 @@ void FindOtherSenders(const Subject& subject, Problems& problems)
     }
 }
 
-constexpr std::array Rules = {
-    Rule{PatchRule::OutsideNetwork, Trouble::Fault, &FindOutsideNetwork},
-    Rule{PatchRule::SilentNode, Trouble::Fault, &FindSilentNodes},
-    Rule{PatchRule::NoPort, Trouble::Caution, &FindMissingPorts},
-    Rule{PatchRule::NoSubscriber, Trouble::Fault, &FindUnsubscribed},
-    Rule{PatchRule::NotPutOut, Trouble::Caution, &FindNotPutOut},
-    Rule{PatchRule::OtherSender, Trouble::Caution, &FindOtherSenders},
-    Rule{PatchRule::SameUniverse, Trouble::None, &FindSameUniverse},
-    Rule{PatchRule::UnusedPorts, Trouble::None, &FindUnusedPorts},
+constexpr std::array NetworkRules = {
+    NetworkRule{PatchRule::OutsideNetwork, Trouble::Fault, &FindOutsideNetwork},
+    NetworkRule{PatchRule::SilentNode, Trouble::Fault, &FindSilentNodes},
+    NetworkRule{PatchRule::NoPort, Trouble::Caution, &FindMissingPorts},
+    NetworkRule{PatchRule::NoSubscriber, Trouble::Fault, &FindUnsubscribed},
+    NetworkRule{PatchRule::NotPutOut, Trouble::Caution, &FindNotPutOut},
+    NetworkRule{PatchRule::OtherSender, Trouble::Caution, &FindOtherSenders},
+    NetworkRule{PatchRule::SameUniverse, Trouble::None, &FindSameUniverse},
+    NetworkRule{PatchRule::UnusedPorts, Trouble::None, &FindUnusedPorts},
 };
 
 } // namespace
@@ -248,6 +248,6 @@ constexpr std::array Rules = {
 void JudgeNetwork(const MappedDeviceModel& document, const PatchTable& table,
                   const PatchNetwork& network, std::vector<PatchProblem>& problems)
 {
-    const Subject subject = SubjectOf(document, table, network);
-    FindByRules(Rules, subject, problems);
+    const NetworkSubject subject = NetworkSubjectOf(document, table, network);
+    FindByRules(NetworkRules, subject, problems);
 }

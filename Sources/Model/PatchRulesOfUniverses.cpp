@@ -20,18 +20,18 @@ namespace {
 
 using Problems = std::vector<PatchProblem>;
 
-struct Subject
+struct UniverseSubject
 {
     const MappedDeviceModel& document;
     const PatchTable& table;
     const UniverseMerging& merging;
 };
 
-struct Rule
+struct UniverseRule
 {
     PatchRule rule;
     Trouble trouble;
-    void (*find)(const Subject& subject, Problems& problems);
+    void (*find)(const UniverseSubject& subject, Problems& problems);
 };
 
 PatchProblem ProblemOf(std::int32_t universe)
@@ -66,7 +66,7 @@ void ForEachFaulty(const MappedDeviceModel& document, PatchFault fault, const Wo
     });
 }
 
-void FindSharedChannels(const Subject& subject, Problems& problems)
+void FindSharedChannels(const UniverseSubject& subject, Problems& problems)
 {
     std::vector<PatchedElement> sharing;
     ElementIds ids;
@@ -85,7 +85,7 @@ void FindSharedChannels(const Subject& subject, Problems& problems)
     }
 }
 
-void FindMixedUniverses(const Subject& subject, Problems& problems)
+void FindMixedUniverses(const UniverseSubject& subject, Problems& problems)
 {
     std::map<std::uint16_t, PatchProblem> byUniverse;
     ForEachFaulty(subject.document, PatchFault::MixedUniverse,
@@ -110,7 +110,7 @@ bool WritesOnMerger(const DMXMappingArtNet& address, const UniverseMerging& merg
            place < merging.GetConsecutiveUniverses();
 }
 
-void FindMergerTargets(const Subject& subject, Problems& problems)
+void FindMergerTargets(const UniverseSubject& subject, Problems& problems)
 {
     if (!subject.merging.IsEnabled())
         return;
@@ -128,7 +128,7 @@ void FindMergerTargets(const Subject& subject, Problems& problems)
 }
 
 /// The merged elements, by universe: those with or those without a node of their own.
-void FindMerged(const Subject& subject, bool withNode, Problems& problems)
+void FindMerged(const UniverseSubject& subject, bool withNode, Problems& problems)
 {
     if (!subject.merging.IsEnabled())
         return;
@@ -148,12 +148,12 @@ void FindMerged(const Subject& subject, bool withNode, Problems& problems)
         problems.push_back(std::move(problem));
 }
 
-void FindMergedWithNode(const Subject& subject, Problems& problems)
+void FindMergedWithNode(const UniverseSubject& subject, Problems& problems)
 {
     FindMerged(subject, true, problems);
 }
 
-void FindMergedElements(const Subject& subject, Problems& problems)
+void FindMergedElements(const UniverseSubject& subject, Problems& problems)
 {
     FindMerged(subject, false, problems);
 }
@@ -172,7 +172,7 @@ void AddSeveralNodes(std::span<const PatchUniverse> chosen, Problems& problems)
 }
 
 /// The table has the chosen nodes of a Port-Address one after the other.
-void FindSeveralNodes(const Subject& subject, Problems& problems)
+void FindSeveralNodes(const UniverseSubject& subject, Problems& problems)
 {
     for (auto begin = subject.table.begin(); begin != subject.table.end();) {
         const auto end = std::find_if(begin, subject.table.end(), [&](const PatchUniverse& other) {
@@ -188,7 +188,7 @@ void FindSeveralNodes(const Subject& subject, Problems& problems)
 }
 
 /// Without merging there are ten frames a second.
-void FindManyBroadcasts(const Subject& subject, Problems& problems)
+void FindManyBroadcasts(const UniverseSubject& subject, Problems& problems)
 {
     constexpr std::size_t most = 10;
     if (!subject.merging.IsEnabled() || subject.document.IsAutoUnicast())
@@ -207,14 +207,14 @@ void FindManyBroadcasts(const Subject& subject, Problems& problems)
     problems.push_back(std::move(problem));
 }
 
-constexpr std::array Rules = {
-    Rule{PatchRule::SharedChannels, Trouble::Caution, &FindSharedChannels},
-    Rule{PatchRule::MixedUniverse, Trouble::Fault, &FindMixedUniverses},
-    Rule{PatchRule::MergerTarget, Trouble::Caution, &FindMergerTargets},
-    Rule{PatchRule::MergerNode, Trouble::Caution, &FindMergedWithNode},
-    Rule{PatchRule::MergerSource, Trouble::None, &FindMergedElements},
-    Rule{PatchRule::SeveralNodes, Trouble::None, &FindSeveralNodes},
-    Rule{PatchRule::ManyBroadcasts, Trouble::Caution, &FindManyBroadcasts},
+constexpr std::array UniverseRules = {
+    UniverseRule{PatchRule::SharedChannels, Trouble::Caution, &FindSharedChannels},
+    UniverseRule{PatchRule::MixedUniverse, Trouble::Fault, &FindMixedUniverses},
+    UniverseRule{PatchRule::MergerTarget, Trouble::Caution, &FindMergerTargets},
+    UniverseRule{PatchRule::MergerNode, Trouble::Caution, &FindMergedWithNode},
+    UniverseRule{PatchRule::MergerSource, Trouble::None, &FindMergedElements},
+    UniverseRule{PatchRule::SeveralNodes, Trouble::None, &FindSeveralNodes},
+    UniverseRule{PatchRule::ManyBroadcasts, Trouble::Caution, &FindManyBroadcasts},
 };
 
 } // namespace
@@ -222,6 +222,6 @@ constexpr std::array Rules = {
 void JudgeUniverses(const MappedDeviceModel& document, const PatchTable& table,
                     std::vector<PatchProblem>& problems)
 {
-    const Subject subject{document, table, document.GetMerging()};
-    FindByRules(Rules, subject, problems);
+    const UniverseSubject subject{document, table, document.GetMerging()};
+    FindByRules(UniverseRules, subject, problems);
 }
