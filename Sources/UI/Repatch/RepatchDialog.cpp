@@ -289,12 +289,18 @@ std::vector<ElementAddress> RepatchDialog::GetAddresses() const
     return repatch_.AddressesOf(table_->Rows());
 }
 
-/// The data of an entry are the address and the name of its node.
+/// The data of an entry are the address and the name of its node; none for "As it is".
+QString RepatchDialog::AddressAt(int entry) const
+{
+    return nodeCombo->itemData(entry).toStringList().value(0);
+}
+
 void RepatchDialog::OfferNodes(const std::vector<NodeChoice>& nodes)
 {
     if (nodeCombo->view()->isVisible())
         return; // An open list stays as it is.
     const QStringList chosen = nodeCombo->currentData().toStringList();
+    const QString chosenText = nodeCombo->currentText();
     {
         const QSignalBlocker silent(nodeCombo);
         nodeCombo->clear();
@@ -303,11 +309,12 @@ void RepatchDialog::OfferNodes(const std::vector<NodeChoice>& nodes)
         nodeCombo->addItem(automatic, QStringList{automatic, QString()});
         for (const NodeChoice& node : nodes)
             nodeCombo->addItem(node.Text(), QStringList{node.address, node.name});
-        for (int entry = 0; entry < nodeCombo->count(); ++entry) {
-            const QStringList node = nodeCombo->itemData(entry).toStringList();
-            if (!chosen.isEmpty() && !node.isEmpty() && node.front() == chosen.front())
-                nodeCombo->setCurrentIndex(entry);
-        }
+        int entry = 0;
+        while (entry < nodeCombo->count() && AddressAt(entry) != chosen.value(0))
+            ++entry;
+        if (entry == nodeCombo->count()) // A node that is silent now stays chosen.
+            nodeCombo->addItem(chosenText, chosen);
+        nodeCombo->setCurrentIndex(entry);
     }
     if (okButton_ && nodeCombo->currentData().toStringList() != chosen)
         Follow();

@@ -29,8 +29,8 @@ public:
     /// Begins with these options. `repatch` outlives the dialog.
     RepatchDialog(const Repatch& repatch, const RepatchOptions& options, QWidget* parent = nullptr);
 
-    /// The nodes that can be chosen. The choice stays; one that is gone becomes the elements' own.
-    /// Does nothing while the operator chooses.
+    /// The nodes that can be chosen. The choice stays, also when its node is gone. Does nothing
+    /// while the operator chooses.
     void OfferNodes(const std::vector<NodeChoice>& nodes);
 
     [[nodiscard]] RepatchOptions GetOptions() const;
@@ -41,6 +41,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    [[nodiscard]] QString AddressAt(int entry) const;
     [[nodiscard]] QGroupBox* MakeOrder();
     [[nodiscard]] QGroupBox* MakeAddresses();
     [[nodiscard]] QVBoxLayout* MakePreview();
