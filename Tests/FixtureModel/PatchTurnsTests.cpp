@@ -26,7 +26,7 @@ std::vector<PatchTurn> Turns(const std::string& text)
     return turns;
 }
 
-std::string Addresses(const std::string& turns, const PatchRules& rules)
+std::string AddressesOf(const std::string& turns, const PatchRules& rules)
 {
     std::string text;
     for (const auto& address : AddressesInTurn(Turns(turns), rules)) {
@@ -69,7 +69,7 @@ TEST(PatchTurns, RunOnFromUniverseToUniverse)
              {{-1, 99, 0}, -5, whole, "3 3", "0/15/1 0/15/4"},
              {{20, 3, 900}, 1000, runOn, "1 1", "15/3/512 15/4/512"},
          })
-        EXPECT_EQ(Addresses(each.turns, {each.start, each.gap, each.neverSplit, false}),
+        EXPECT_EQ(AddressesOf(each.turns, {each.start, each.gap, each.neverSplit, false}),
                   each.addresses)
             << each.turns;
 }
@@ -78,14 +78,14 @@ TEST(PatchTurns, ALineBeginsAUniverse)
 {
     for (const bool neverSplit : {true, false}) {
         const auto lines = [&](const PatchAddress& start, const char* turns) {
-            return Addresses(turns, {start, 7, neverSplit, true});
+            return AddressesOf(turns, {start, 7, neverSplit, true});
         };
         EXPECT_EQ(lines({0, 2, 11}, "| 100 100 | 100 | 1"), "0/2/11 0/2/118 0/3/1 0/4/1");
         EXPECT_EQ(lines({}, "| 512 | 1"), "0/0/1 0/1/1") << "a full universe leaves none out";
         EXPECT_EQ(lines({15, 15, 1}, "| 1 | 1"), "15/15/1 -");
     }
     // What runs over the end of a universe takes the next one too.
-    EXPECT_EQ(Addresses("| 36 | 36", {{0, 0, 500}, 0, false, true}), "0/0/500 0/2/1");
+    EXPECT_EQ(AddressesOf("| 36 | 36", {{0, 0, 500}, 0, false, true}), "0/0/500 0/2/1");
 }
 
 TEST(SharedChannels, NamesTheFirstOneThatANodeReceivesToo)
