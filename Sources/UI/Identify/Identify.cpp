@@ -147,6 +147,8 @@ void Identify::SelectionHasChanged()
 
 void Identify::ShowCurrent()
 {
+    // An edit of this very moment, such as an undo, may have taken the address of an element.
+    walk_.Follow(*parts_.manager.GetMappedDeviceModel());
     since_ = Platform::MonotonicNanoseconds();
     if (walk_.Count() > 0) {
         const QScopedValueRollback<bool> guard(selecting_, true);
@@ -230,7 +232,7 @@ void Identify::ShowFacts()
     const MappedLedItem* element =
         parts_.manager.GetMappedDeviceModel()->GetItemByUniqueID(walk_.Current());
     IdentifyPanel::Facts facts;
-    if (element)
+    if (element && element->GetArtNetMapping())
         facts = FactsOf(*element);
     else
         facts.number = tr("Nothing to identify");

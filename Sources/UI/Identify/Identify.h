@@ -58,6 +58,7 @@ private:
     void ShowCurrent();
     void Light();
     void ShowFacts();
+    /// Of an element that has an address.
     [[nodiscard]] IdentifyPanel::Facts FactsOf(const MappedLedItem& element) const;
     [[nodiscard]] QString TroubleOf(const MappedLedItem& element) const;
 
