@@ -150,9 +150,12 @@ void Identify::ShowCurrent()
     // An edit of this very moment, such as an undo, may have taken the address of an element.
     walk_.Follow(*parts_.manager.GetMappedDeviceModel());
     since_ = Platform::MonotonicNanoseconds();
-    if (walk_.Count() > 0) {
+    // Where it was just clicked it is selected, and the mouse may be about to drag it.
+    const ElementIds current{walk_.Current()};
+    if (walk_.Count() > 0 && parts_.canvas.SelectedIds() != current) {
         const QScopedValueRollback<bool> guard(selecting_, true);
-        parts_.canvas.Select({walk_.Current()});
+        parts_.canvas.EndGesture(); // or the drag of what was selected would go on with this one
+        parts_.canvas.Select(current);
     }
     Light();
     ShowFacts();
