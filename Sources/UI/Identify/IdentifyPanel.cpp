@@ -7,6 +7,7 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QHideEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
@@ -207,7 +208,9 @@ void IdentifyPanel::OpenAt(const QRect& canvas)
 
 void IdentifyPanel::hideEvent(QHideEvent* event)
 {
-    move(pos()); // or the desktop would choose another place the next time
     FixedDialog::hideEvent(event);
+    if (event->spontaneous())
+        return; // The window system hides it with a minimised window, and shows it again.
+    move(pos()); // or the desktop would choose another place the next time
     emit closed();
 }

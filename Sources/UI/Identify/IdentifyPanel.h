@@ -60,7 +60,7 @@ signals:
     void stepped(int by);
     /// Colour, ends or others.
     void lightChanged();
-    /// The panel was closed, by whatever.
+    /// The panel was closed, by whatever. Minimised it stays open.
     void closed();
 
 protected:
