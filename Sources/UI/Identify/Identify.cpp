@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QStringList>
@@ -179,6 +180,7 @@ void Identify::WatchKeys()
     for (QWidget* widget : panel_->findChildren<QWidget*>())
         widget->installEventFilter(this);
     parts_.canvas.View().installEventFilter(this);
+    parts_.canvas.List().installEventFilter(this);
 }
 
 /// A key without a modifier, or an arrow with Shift. What else the canvas does with keys goes on.
@@ -197,11 +199,14 @@ bool Identify::TakesKey(const QKeyEvent& key) const
            std::ranges::any_of(IdentifyPanel::Colours(), choosesColour);
 }
 
-bool Identify::eventFilter(QObject*, QEvent* event)
+bool Identify::eventFilter(QObject* watched, QEvent* event)
 {
     const bool isPress = event->type() == QEvent::KeyPress;
     if (!on_ || !(isPress || event->type() == QEvent::ShortcutOverride))
         return false;
+    const QWidget& list = parts_.canvas.List();
+    if (watched == &list && list.isAncestorOf(QApplication::focusWidget()))
+        return false; // Keys that the editor of a name has no use for come here.
     const auto& key = *static_cast<QKeyEvent*>(event);
     if (!TakesKey(key))
         return false;

@@ -34,7 +34,7 @@ public:
     };
     explicit Identify(const Parts& parts);
 
-    /// Keys of the panel and of the canvas.
+    /// Keys of the panel, of the canvas and of its list.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 public slots:

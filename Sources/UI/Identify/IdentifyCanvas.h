@@ -18,4 +18,7 @@ public:
     virtual void EndGesture() = 0;
     /// What has the keyboard while one works on the canvas. Lives as long as the canvas.
     [[nodiscard]] virtual QWidget& View() const = 0;
+    /// The list that selects the same elements. It has the keyboard, or a child of it while a name
+    /// is edited. Lives as long as the canvas.
+    [[nodiscard]] virtual QWidget& List() const = 0;
 };

@@ -34,6 +34,7 @@ public:
     }
     void EndGesture() override { scene_.GetGestures().Release(); }
     [[nodiscard]] QWidget& View() const override { return view_; }
+    [[nodiscard]] QWidget& List() const override { return list_; }
 
 private:
     const DeviceManager& manager_;
