@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScreen>
@@ -48,6 +49,11 @@ bool PixelInspector::eventFilter(QObject* watched, QEvent* event)
             pointer_.reset();
         Follow();
         break;
+    case QEvent::ShortcutOverride: {
+        // From here on the menu bar would wait for the release of Alt, and take the keyboard.
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        return key.key() == Qt::Key_Alt && pointer_ && !WordsUnder(*pointer_).isEmpty();
+    }
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
         // No field has a use for the key alone, so it comes here wherever the keyboard is.
@@ -85,7 +91,12 @@ void PixelInspector::Follow()
 
 void PixelInspector::Show()
 {
-    const QString words = WordsFor(parts_.view.mapToScene(*pointer_));
+    const bool altIsUp = !QGuiApplication::queryKeyboardModifiers().testFlag(Qt::AltModifier);
+    if (altIsUp || QApplication::activePopupWidget()) {
+        HoldAlt(false); // A menu that Alt opened has got the release.
+        return;
+    }
+    const QString words = WordsUnder(*pointer_);
     if (words.isEmpty()) {
         QToolTip::hideText();
         return;
@@ -100,8 +111,9 @@ void PixelInspector::Show()
                        &parts_.view, {}, TipMilliseconds);
 }
 
-QString PixelInspector::WordsFor(QPointF place) const
+QString PixelInspector::WordsUnder(QPoint pointer) const
 {
+    const QPointF place = parts_.view.mapToScene(pointer);
     const MappingRectangle* item = parts_.scene.ElementAt(place);
     const MappedDeviceModel& document = *parts_.manager.GetMappedDeviceModel();
     const MappedLedItem* element = item ? document.GetItemByUniqueID(item->GetId()) : nullptr;

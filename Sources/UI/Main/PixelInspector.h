@@ -5,7 +5,6 @@
 
 #include <QObject>
 #include <QPoint>
-#include <QPointF>
 #include <QTimer>
 
 class DeviceManager;
@@ -38,7 +37,7 @@ private:
     void Follow();
     void Show();
     /// Empty where there is nothing to tell.
-    [[nodiscard]] QString WordsFor(QPointF place) const;
+    [[nodiscard]] QString WordsUnder(QPoint pointer) const;
 
     Parts parts_;
     std::optional<QPoint> pointer_; ///< on the canvas' viewport; none while it is elsewhere
