@@ -12,6 +12,17 @@ namespace {
 constexpr std::int64_t OneMillisecond = 1'000'000; ///< in nanoseconds
 constexpr std::int32_t LastChannel = 512;
 
+std::int32_t EndChannel(const ChannelTrace& trace)
+{
+    return trace.firstChannel + trace.channels - 1;
+}
+
+/// Whether the pixel begins within the universe and ends beyond it.
+bool IsCut(const ChannelTrace& trace)
+{
+    return trace.firstChannel <= LastChannel && EndChannel(trace) > LastChannel;
+}
+
 /// The parts of the line. Each is whole, and they are joined like the entries of a list.
 struct TraceWords
 {
@@ -82,12 +93,12 @@ public:
     {
         const QString universe = UniverseText(trace.target.portAddress);
         const QString first = QString::number(trace.firstChannel);
-        return trace.channels == 1
+        const std::int32_t last = IsCut(trace) ? LastChannel : EndChannel(trace);
+        return last == trace.firstChannel
                    ? tr("universe %1 channel %2").arg(universe, first)
-                   : tr("universe %1 channels %2 to %3")
-                         .arg(universe, first,
-                              QString::number(trace.firstChannel + trace.channels - 1));
+                   : tr("universe %1 channels %2 to %3").arg(universe, first, QString::number(last));
     }
+    static QString Rest() { return tr("the rest lies beyond channel 512 and is not sent"); }
     static QString Merged(std::int32_t patched)
     {
         return tr("merged from %1").arg(UniverseText(patched));
@@ -158,6 +169,8 @@ QString ChannelTraceText(const ChannelTrace& trace)
     if (trace.shared)
         parts << TraceWords::Shared(trace);
     parts << TraceWords::Place(trace);
+    if (IsCut(trace))
+        parts << TraceWords::Rest();
     if (trace.patched >= 0)
         parts << TraceWords::Merged(trace.patched);
     return (parts + EndOf(trace)).join(QStringLiteral(", "));

@@ -125,7 +125,8 @@ TEST_F(Trace, TellsTheWayOfPixelsAndChannels)
                         "universe 0/5 channel 2" +
                             off},
         {OfPixel(4, 1), R"(picture (1, 0) #112131, "Element 4" pixel 2, R 17 G 33, )"
-                        "universe 0/6 channels 511 to 514" +
+                        "universe 0/6 channels 511 to 512, "
+                        "the rest lies beyond channel 512 and is not sent" +
                             off},
         {OfPixel(5, 0), R"(picture (3, 0) #132333, "Element 5" pixel 1 R, value 19, )"
                         "universe 2/8 channel 5, merged from 1/1" +
