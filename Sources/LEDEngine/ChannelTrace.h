@@ -73,3 +73,7 @@ struct ChannelTrace
 /// The way in one line for the operator: `picture (431, 207) #84c2ff, "ELAR-2" pixel 13 G, value
 /// 194, universe 0/4 channel 97, to node "Stage left" 2.0.0.10, sent 12 ms ago`.
 [[nodiscard]] QString ChannelTraceText(const ChannelTrace& trace);
+
+/// The end of such a line where nobody gets the target's universe: `not sent: no node announced the
+/// universe`. Empty for a route by which it is sent.
+[[nodiscard]] QString NotSentText(const UniverseRoute& route, const PatchTarget& target);

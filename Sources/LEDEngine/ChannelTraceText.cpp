@@ -94,9 +94,9 @@ public:
         const QString universe = UniverseText(trace.target.portAddress);
         const QString first = QString::number(trace.firstChannel);
         const std::int32_t last = IsCut(trace) ? LastChannel : EndChannel(trace);
-        return last == trace.firstChannel
-                   ? tr("universe %1 channel %2").arg(universe, first)
-                   : tr("universe %1 channels %2 to %3").arg(universe, first, QString::number(last));
+        return last == trace.firstChannel ? tr("universe %1 channel %2").arg(universe, first)
+                                          : tr("universe %1 channels %2 to %3")
+                                                .arg(universe, first, QString::number(last));
     }
     static QString Rest() { return tr("the rest lies beyond channel 512 and is not sent"); }
     static QString Merged(std::int32_t patched)
@@ -114,15 +114,21 @@ public:
                        ? Node(trace.receivers.front())
                        : tr("to the %1 nodes that announced it").arg(trace.receivers.size());
         case UniverseRoute::Way::HostSends:
-            return tr("not sent: the media program sends");
         case UniverseRoute::Way::NoSubscriber:
-            return tr("not sent: no node announced the universe");
         case UniverseRoute::Way::OutsideNetwork:
-            return tr("not sent: %1 is not in the network")
-                .arg(QString::fromStdWString(trace.target.node));
         case UniverseRoute::Way::Off:
             break;
         }
+        return NotSent(trace.route.way, trace.target.node);
+    }
+    static QString NotSent(UniverseRoute::Way way, const std::wstring& node)
+    {
+        if (way == UniverseRoute::Way::HostSends)
+            return tr("not sent: the media program sends");
+        if (way == UniverseRoute::Way::NoSubscriber)
+            return tr("not sent: no node announced the universe");
+        if (way == UniverseRoute::Way::OutsideNetwork)
+            return tr("not sent: %1 is not in the network").arg(QString::fromStdWString(node));
         return tr("not sent: there is no network, or its port is not ours yet");
     }
     static QString Node(const ChannelTrace::Receiver& node)
@@ -154,6 +160,11 @@ QStringList EndOf(const ChannelTrace& trace)
 }
 
 } // namespace
+
+QString NotSentText(const UniverseRoute& route, const PatchTarget& target)
+{
+    return route.IsSent() ? QString() : TraceWords::NotSent(route.way, target.node);
+}
 
 QString ChannelTraceText(const ChannelTrace& trace)
 {

@@ -9,8 +9,12 @@
 #include <QScopedValueRollback>
 #include <QStringList>
 
+#include "FixtureModel/ChannelUse.h"
 #include "FixtureModel/PatchOverlaps.h"
+#include "FixtureModel/PatchTarget.h"
+#include "LEDEngine/ChannelTrace.h"
 #include "LEDEngine/LEDEngine.h"
+#include "LEDEngine/UniverseRoute.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/PatchText.h"
@@ -272,18 +276,39 @@ IdentifyPanel::Facts Identify::FactsOf(const MappedLedItem& element) const
     return facts;
 }
 
+/// Why nobody gets what the element is sent; empty when it is sent.
+QString Identify::TroubleOfWay(const DMXMappingArtNet& address) const
+{
+    const MappedDeviceModel& document = *parts_.manager.GetMappedDeviceModel();
+    const ArtNetOutput& output = parts_.engine.GetOutput();
+    const PatchTarget target = TargetOf(address, document.GetMerging());
+    const UniverseRoute route =
+        RouteOf(output, document.IsAutoUnicast(), target.portAddress, target.node);
+    if (route.way == UniverseRoute::Way::HostSends)
+        return tr("The media program sends at the moment, so nothing is lit. Choose PixelWeft as "
+                  "the sender.");
+    if (route.way == UniverseRoute::Way::Off && output.GetBroadcastValue() == 0)
+        return tr("No network is chosen, so nothing is lit.");
+    QString reason = NotSentText(route, target);
+    if (!reason.isEmpty())
+        reason.front() = reason.front().toUpper(); // a line of its own here
+    return reason;
+}
+
 QString Identify::TroubleOf(const MappedLedItem& element) const
 {
-    const ArtNetOutput& output = parts_.engine.GetOutput();
+    const MappedDeviceModel& document = *parts_.manager.GetMappedDeviceModel();
+    const DMXMappingArtNet& address = *element.GetArtNetMapping();
     QStringList lines;
-    if (output.outputSuspended)
-        lines << tr("The media program sends at the moment, so nothing is lit. Choose PixelWeft as "
-                    "the sender.");
-    else if (output.GetBroadcastValue() == 0)
-        lines << tr("No network is chosen, so nothing is lit.");
+    if (const QString way = TroubleOfWay(address); !way.isEmpty())
+        lines << way;
     if (element.GetFixture().pixelMap.GetHighestChannel() == 0)
         lines << tr("The fixture has no pixels that could be lit.");
-    const MappedDeviceModel& document = *parts_.manager.GetMappedDeviceModel();
+    if (!IsMerged(address, document.GetMerging()) &&
+        std::ranges::count(ChannelUsesOf(element.GetFixture()), ChannelUse::Kind::Free,
+                           &ChannelUse::kind) > 0)
+        lines << tr("Channels that are left to a desk are sent as 0, so a dimmer among them keeps "
+                    "the fixture dark. Merge the desk's DMX, or give them a value in the fixture.");
     const QString faults =
         document.GetIndexOfUniqueID(element.uniqueID).data(Qt::ToolTipRole).toString();
     if (!faults.isEmpty())

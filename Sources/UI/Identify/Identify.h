@@ -11,6 +11,7 @@
 #include "UI/Widgets/ActionSet.h"
 
 class DeviceManager;
+class DMXMappingArtNet;
 class IdentifyCanvas;
 class LEDEngine;
 class MappedLedItem;
@@ -60,6 +61,7 @@ private:
     void ShowFacts();
     /// Of an element that has an address.
     [[nodiscard]] IdentifyPanel::Facts FactsOf(const MappedLedItem& element) const;
+    [[nodiscard]] QString TroubleOfWay(const DMXMappingArtNet& address) const;
     [[nodiscard]] QString TroubleOf(const MappedLedItem& element) const;
 
     Parts parts_;

@@ -210,7 +210,7 @@ void IdentifyPanel::hideEvent(QHideEvent* event)
 {
     FixedDialog::hideEvent(event);
     if (event->spontaneous())
-        return; // The window system hides it with a minimised window, and shows it again.
+        return;  // The window system hides it with a minimised window, and shows it again.
     move(pos()); // or the desktop would choose another place the next time
     emit closed();
 }

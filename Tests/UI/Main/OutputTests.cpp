@@ -286,12 +286,13 @@ TEST_F(Output, IdentifyLightsOneElementAfterTheOtherAndNothingElse)
         std::size_t row; ///< of the document, which is selected
     };
     auto* dark = In<QCheckBox>(*panel, "identifyOthersDark");
+    auto* list = Find<QTreeView>("mappedTreeView");
     const Case cases[] = {
         {panel, Qt::Key_Right, "rWr", "2 of 3", 0},   {&View(), Qt::Key_Down, "rlW", "3 of 3", 2},
         {&View(), Qt::Key_Right, "rlW", "3 of 3", 2}, {dark, Qt::Key_R, "rlR", "3 of 3", 2},
         {dark, Qt::Key_Up, "rRr", "2 of 3", 0},       {dark, Qt::Key_Space, "-R-", "2 of 3", 0},
         {&View(), Qt::Key_Home, "R--", "1 of 3", 1},  {panel, Qt::Key_End, "--R", "3 of 3", 2},
-        {panel, Qt::Key_W, "--W", "3 of 3", 2},       {dark, Qt::Key_Space, "rlW", "3 of 3", 2},
+        {list, Qt::Key_W, "--W", "3 of 3", 2},        {dark, Qt::Key_Space, "rlW", "3 of 3", 2},
     };
     for (const Case& each : cases) {
         Type(each.target, each.key);
@@ -311,7 +312,11 @@ TEST_F(Output, IdentifyLightsOneElementAfterTheOtherAndNothingElse)
     Trigger("actionUndo");
     becomes("rlW");
     EXPECT_EQ(number->text(), "3 of 3"_q);
-    Type(&View(), Qt::Key_Escape);
+    QHideEvent minimised;
+    QSpontaneKeyEvent::setSpontaneous(&minimised);
+    qApp->notify(panel, &minimised);
+    becomes("rlW");
+    Type(list, Qt::Key_Escape);
     becomes("rlr");
     EXPECT_FALSE(panel->isVisible() || Action("actionIdentify")->isChecked());
     EXPECT_EQ(State(), "saved"_q);
@@ -330,6 +335,46 @@ TEST_F(Output, IdentifyLightsOneElementAfterTheOtherAndNothingElse)
     Import(DocumentPath());
     becomes("rlr");
     EXPECT_FALSE(panel->isVisible());
+}
+
+TEST_F(Output, IdentifyTellsWhatKeepsAFixtureDarkAndOutlivesItsAddress)
+{
+    const QSizeF size(0.12, 0.01);
+    StartWith(Element({0.2, 0.5}, size, 2, 1, "9.9.9.9"_q) + Element({0.8, 0.5}, size, 2, 100));
+    window->StartTimers();
+    auto* panel = Find<QDialog>("identifyPanel");
+    const auto* number = In<QLabel>(*panel, "identifyNumber");
+    const auto* trouble = In<QLabel>(*panel, "identifyTrouble");
+    auto* list = Find<QTreeView>("mappedTreeView");
+    const auto& document = *qobject_cast<MappedDeviceModel*>(
+        qobject_cast<QAbstractProxyModel*>(list->model())->sourceModel());
+    const auto tells = [&](const char* text) {
+        return QTest::qWaitFor([&] { return trouble->text().contains(QLatin1String(text)); });
+    };
+    Type(&View(), Qt::Key_F9);
+    EXPECT_TRUE(tells("Not sent: 9.9.9.9 is not in the network"));
+    EXPECT_FALSE(trouble->text().contains("left to a desk"_q));
+    document.GetElement(0)->EditFixture().staticChannels.Set(36, -1);
+    EXPECT_TRUE(tells("Channels that are left to a desk are sent as 0"));
+
+    // The drag of the one that was clicked ends with the step to the other one; neither goes on.
+    Press({80, 50});
+    MoveTo({80, 60});
+    const QPointF moved = Item(1).pos();
+    EXPECT_GT(moved.y(), 55);
+    const QPointF other = Item(0).pos();
+    QTest::keyClick(&View(), Qt::Key_Left);
+    EXPECT_EQ(number->text(), "1 of 2"_q);
+    MoveTo({30, 20});
+    Release({30, 20});
+    EXPECT_EQ(Item(0).pos(), other);
+    EXPECT_EQ(Item(1).pos(), moved);
+
+    document.GetElement(0)->SetArtNetMapping(std::nullopt);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return number->text() == "Nothing to identify"_q; }));
+    document.GetElement(1)->SetArtNetMapping(std::nullopt);
+    Type(panel, Qt::Key_Right);
+    EXPECT_TRUE(tells("Left out, having no address: 2"));
 }
 
 TEST_F(Output, TheStatusBarTellsWhatIsUnderTheMouseAndWhatIsSent)
@@ -408,6 +453,26 @@ TEST_F(Output, WithAltThePixelUnderTheMouseTellsItsWay)
     EXPECT_TRUE(tells("&quot;Bar&quot; pixel 7,")) << "the mouse rests";
     QTest::keyRelease(Find<QTreeView>("mappedTreeView"), Qt::Key_Alt);
     EXPECT_TRUE(isSilent());
+
+    // Where it told something, Alt doesn't lead to the menus; where it didn't, it does.
+    const QMenuBar& menus = *window->menuBar();
+    EXPECT_FALSE(menus.activeAction());
+    Hover({20, 20});
+    QTest::keyPress(&View(), Qt::Key_Alt, Qt::AltModifier);
+    QTest::keyRelease(&View(), Qt::Key_Alt);
+    EXPECT_TRUE(menus.activeAction());
+    QTest::keyClick(window->menuBar(), Qt::Key_Escape);
+    // A menu gets the release.
+    Hover({50.5, 50});
+    QTest::keyPress(&View(), Qt::Key_Alt, Qt::AltModifier);
+    EXPECT_TRUE(tells("&quot;Bar&quot; pixel 7,"));
+    QMenu menu;
+    menu.addAction("Entry"_q);
+    menu.popup({});
+    EXPECT_TRUE(isSilent());
+    menu.close();
+    QTest::qWait(150);
+    EXPECT_FALSE(QToolTip::isVisible()) << "until Alt is pressed again";
 }
 
 TEST_F(Output, MergingFollowsTheDocument)
