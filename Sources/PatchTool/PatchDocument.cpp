@@ -5,13 +5,16 @@
 
 #include <QFileInfo>
 
+#include "LibTools/XmlFile.h"
 #include "Model/MappingFile.h"
 #include "Settings/FixtureLibraryPath.h"
 
 QString PatchDocument::Load(const QString& path)
 {
     const QString ofUser = FindFixtureLibrary();
-    library_.Merge((QFileInfo::exists(ofUser) ? ofUser : BuiltInLibraryPath).toStdWString(), true);
+    const XmlFile libraryFile(
+        (QFileInfo::exists(ofUser) ? ofUser : BuiltInLibraryPath).toStdWString());
+    library_.Merge(libraryFile, true);
     MappingFile file(path, library_);
     if (!file.IsReadable())
         return file.Fault();
@@ -19,7 +22,11 @@ QString PatchDocument::Load(const QString& path)
         losses_ = file.Losses();
     // The document is what counts: its elements have the fixtures with which they were saved.
     file.SettleConflictsByUse(library_);
-    library_.Merge(file.File(), true, file.ConflictAnswers());
-    document_.Load(std::move(file), library_, nodes_);
+    DeviceModel merged;
+    merged.Merge(libraryFile, true);
+    merged.Merge(file.File(), true, file.ConflictAnswers());
+    library_.Merge(file.File(), true, [](const QString&, const QString&) { return KeepFixture; });
+    document_.Load(std::move(file), merged, nodes_);
+    document_.RebindFixtures(library_);
     return {};
 }

@@ -16,6 +16,8 @@ public:
     [[nodiscard]] QString Load(const QString& path);
 
     [[nodiscard]] const MappedDeviceModel& Document() const { return document_; }
+    /// The user's library, to check the document against, with the document's fixtures that it
+    /// lacks: the program adds those when it opens the document.
     [[nodiscard]] const DeviceModel& Library() const { return library_; }
     /// Those that the document names.
     [[nodiscard]] const ArtNetNodeModel& Nodes() const { return nodes_; }

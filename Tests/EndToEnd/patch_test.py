@@ -182,36 +182,61 @@ class Patch(unittest.TestCase):
                                   text=True).stdout
             self.assertRegex(re.sub(r"\.\d+", "", said), f"Page size: +{size}")
 
-    def test_the_status_says_whether_there_are_problems(self):
-        strip = Document()
-        strip.fixture("Strip", 4, 1, "RGB", [1, 4, 7, 10])
-        good = strip.to_bytes()
+    def strips(self, *patched, place=(0, 0, 4), product="Strip", cells=(1, 4, 7, 10), **options):
+        """Strips on these universes, channels and nodes, at the same x, y and width."""
+        document = Document(**options)
+        document.fixture(product, len(cells), 1, "RGB", cells)
+        x, y, width = place
+        for universe, channel, to in patched:
+            document.element(product, x, y, width, height=1, universe=universe, channel=channel, to=to)
+        return document.to_bytes()
 
-        def with_elements(*patched, **options):
-            document = Document(**options)
-            document.fixture("Strip", 4, 1, "RGB", [1, 4, 7, 10])
-            for i, (universe, channel, to) in enumerate(patched):
-                document.element("Strip", x=0, y=i, width=4, height=1, universe=universe, channel=channel, to=to)
-            return document.to_bytes()
-
-        apart = with_elements((0, 1, "Auto"), (0, 13, "Auto"))
-        for name, document, words in (
-            ("no elements", good, ""),
-            ("side by side", apart, ""),
-            ("two on the same channels", with_elements((0, 1, "Auto"), (0, 12, "Auto")), "Strip-1.*Strip-2"),
-            ("beyond 512", with_elements((0, 510, "Auto")), "Strip-1"),
-            ("broadcast and unicast", with_elements((0, 1, "Auto"), (0, 13, "2.0.0.10")), "0/0"),
-            ("into the merger's target", with_elements((20, 1, "Auto"), merging=MERGING), "1/4"),
-            ("a part that can't be read", apart.replace("channel=\"13\"".encode("utf-16-le"),
-                                                        "channel=\"xx\"".encode("utf-16-le")), "Strip-2"),
+    def test_each_problem_has_a_line_and_the_status_tells_hints_apart(self):
+        first, one, other = (0, 1, "Auto"), (0, 1, "2.0.0.10"), (0, 13, "2.0.0.11")
+        for line, document in (
+            ("", self.strips()),
+            ("", self.strips(first, (0, 13, "Auto"))),
+            ("Fault: Begins on channel 513, outside of channels 1 to 512 of universe 0/0. Nothing of it is sent. "
+             "(Strip-1)", self.strips((0, 513, "Auto"))),
+            ("Fault: Reaches beyond universe 0/0: channels 504 to 515, of 512. What lies beyond 512 is not sent. "
+             "(Strip-1)", self.strips((0, 504, "Auto"))),
+            ("Fault: The end of universe 0/0 splits a pixel on channels 511 to 513. That pixel has a wrong colour, and "
+             "what lies beyond 512 is not sent. (Strip-1)", self.strips((0, 508, "Auto"))),
+            ("Caution: Channels 12 to 12 of universe 0/0 are written by 2 elements. Of two on one channel, only one is "
+             "right. (Strip-1, Strip-2)", self.strips(first, (0, 12, "Auto"))),
+            ("Fault: Universe 0/0 goes to all nodes, and to node 2.0.0.11 by itself. The node gets two pictures in "
+             "turn: it flickers. (Strip-1, Strip-2)", self.strips(first, other)),
+            ("Caution: 11 universes go to all nodes, 40 times a second. Each node must take in all of them, and slow "
+             "ones fall behind. Choose auto-unicast in the preferences, or nodes for the elements.",
+             self.strips(*((universe, 1, "Auto") for universe in range(6, 15)), merging=MERGING)),
+            ("Caution: Patched into universe 1/4, on which the merger sends. They overwrite what the merger puts "
+             "there. (Strip-1)", self.strips((20, 1, "Auto"), merging=MERGING)),
+            ("Caution: Universe 0/4 is merged: its elements cannot have node 2.0.0.10. They are sent on universe 1/4 "
+             "to all nodes. (Strip-1)", self.strips((4, 1, "2.0.0.10"), merging=MERGING)),
+            ("Hint: Universe 0/4 is merged and sent on universe 1/4. Its elements are laid on what is received. "
+             "(Strip-1)", self.strips((4, 1, "Auto"), merging=MERGING)),
+            ("Hint: Universe 0/0 goes to several nodes: 2.0.0.10, 2.0.0.11. Each gets its own elements. All is well "
+             "if it is meant so. (Strip-1, Strip-2)", self.strips(one, other)),
+            ('Caution: "Color Block" has changed in the library. These elements are sent as it was before. '
+             "(Color Block-1)", self.strips(first, product="Color Block", cells=(1, 4))),
+            ("Caution: Lies beside the canvas. All of its pixels are black. (Strip-1)",
+             self.strips(first, place=(-10, 0, 4))),
+            ("Hint: Hangs over the edge of the canvas. Its pixels beside the canvas are black. (Strip-1)",
+             self.strips(first, place=(-2, 0, 4))),
+            ("Caution: Is smaller on the canvas than its 4 × 1 pixels. Neighbouring pixels show the same. (Strip-1)",
+             self.strips(first, place=(0, 0, 1))),
         ):
-            with self.subTest(name):
-                said = self.run_tool(self.put(document), "--check", status=1 if words else 0).stdout.decode()
-                self.assertRegex(said, words or "^$")
+            with self.subTest(line):
+                status = 1 if line.startswith(("Fault", "Caution")) else 0
+                said = self.run_tool(self.put(document), "--check", status=status).stdout.decode()
+                self.assertEqual(line + "\n" if line else "", said)
+        broken = self.strips(first, (0, 13, "Auto")).replace('channel="13"'.encode("utf-16-le"),
+                                                             'channel="xx"'.encode("utf-16-le"))
+        self.assertIn(b"Strip-2", self.run_tool(self.put(broken), "--check", status=1).stdout)
         demo = ROOT / "Resources" / "DemoMapping.wfm"
         self.assertEqual(b"", self.run_tool(demo).stdout, "a document alone is checked")
         # A table on the standard output stays a table.
-        both = self.run_tool(self.put(with_elements((0, 510, "Auto"))), "--csv", "-", "--check", status=1)
+        both = self.run_tool(self.put(self.strips((0, 510, "Auto"))), "--csv", "-", "--check", status=1)
         self.assertEqual(2, both.stdout.count(b"\r\n"))
         self.assertIn(b"Strip-1", both.stderr)
         self.assertNotIn(b"Fault", both.stdout)
