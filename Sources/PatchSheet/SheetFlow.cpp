@@ -175,16 +175,20 @@ void SheetFlow::AddCells(const Cells& cells, std::span<const Column> columns)
 void SheetFlow::AddTable(const QString& heading, const QString& again, const QStringList& notes,
                          std::span<const Column> columns, const std::vector<Row>& rows)
 {
-    const double headingHeight = ink_.LineHeight(HeadingFont);
-    const double notesHeight = notes.size() * ink_.LineHeight(TextFont);
-    const double titlesHeight = ink_.LineHeight(ColumnFont) + RowGap;
+    const QStringList headingLines = ink_.Wrapped(heading, Rest().width(), HeadingFont, 2);
+    QStringList noteLines;
+    for (const QString& note : notes)
+        noteLines << ink_.Wrapped(note, Rest().width(), TextFont, MostLinesOfText);
+    const double headingHeight = headingLines.size() * ink_.LineHeight(HeadingFont);
+    const double notesHeight = noteLines.size() * ink_.LineHeight(TextFont);
+    const double titlesHeight = rows.empty() ? 0 : ink_.LineHeight(ColumnFont) + RowGap;
     const double firstRow = rows.empty() ? 0 : Measure(rows.front(), columns).height;
     if (!HasRoom(headingHeight + notesHeight + titlesHeight + firstRow))
         BeginPage();
-    AddLines(ink_.Wrapped(heading, Rest().width(), HeadingFont, 2), HeadingFont);
-    for (const QString& note : notes)
-        AddText(note);
-    AddTitles(columns);
+    AddLines(headingLines, HeadingFont);
+    AddLines(noteLines, TextFont);
+    if (!rows.empty())
+        AddTitles(columns);
     for (const Row& row : rows) {
         if (ended_)
             return;

@@ -135,6 +135,24 @@ class Patch(unittest.TestCase):
         for word in set(LONG.split()):
             self.assertIn(word, text, "a long name goes on in the next line")
 
+    def test_a_heading_stays_with_its_table(self):
+        """The note of free channels takes several lines, and comes to the foot of a page somewhere."""
+        for per_page in range(1, 12):
+            document = Document()
+            document.fixture("Dot", 1, 1, "RGB", [1])
+            for i in range(per_page):
+                document.element("Dot", 0, 0, 1, 1, universe=0, channel=1 + 3 * i)
+            for universe in range(1, 6):
+                for i in range(30):
+                    document.element("Dot", 0, 0, 1, 1, universe=universe, channel=1 + 17 * i)
+            self.put(document)
+            for page in self.pages():
+                lines = [line for line in page.splitlines() if line.strip()]
+                last = max((n for n, line in enumerate(lines) if line.startswith("Universe 0/")), default=None)
+                if last is None:
+                    continue
+                self.assertTrue(any(re.match(r" *\d+ - \d+ +\d+ +Dot", line) for line in lines[last:]), lines[last:])
+
     def test_every_number_is_in_the_drawing_however_many(self):
         for count in (12, 120, 900):
             with self.subTest(count=count):
