@@ -131,7 +131,8 @@ private:
             rows.push_back({UniverseText(universe.target.portAddress),
                             QString::number(universe.target.portAddress), ReceiverText(universe),
                             QString::number(universe.spans.size()), QString::number(universe.used),
-                            QString::number(512 - universe.used)});
+                            universe.merged ? PdfWords::tr("merged")
+                                            : QString::number(universe.freeChannels)});
         flow_.AddTable(PdfWords::tr("Universes"), PdfWords::tr("Universes (continued)"), {},
                        columns, rows);
     }
@@ -174,6 +175,8 @@ private:
 
     [[nodiscard]] static QString FreeText(const PatchSheet::Universe& universe)
     {
+        if (universe.merged)
+            return PdfWords::tr("Merged: the other channels have what is received");
         if (universe.free.empty())
             return PdfWords::tr("Free: none");
         QStringList runs;
@@ -181,7 +184,7 @@ private:
             runs << ChannelsText(run.first, run.last);
         return PdfWords::tr("Free: %1 (%2 channels)")
             .arg(runs.join(QStringLiteral(", ")))
-            .arg(512 - universe.used);
+            .arg(universe.freeChannels);
     }
 
     /// Who gets a universe.

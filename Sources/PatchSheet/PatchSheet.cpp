@@ -11,6 +11,7 @@
 #include "Model/ArtNetNodeModel.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
+#include "Model/PatchFaults.h"
 #include "Model/PatchTable.h"
 #include "Model/PatchText.h"
 #include "Platform/IPv4.h"
@@ -38,7 +39,7 @@ QString NodeNameOf(const std::wstring& address, const std::wstring& nameOfDocume
     if (address == AutoNode)
         return {};
     const auto known = nodes.constFind(QString::fromStdWString(address));
-    return known != nodes.cend() && !known->name.empty() ? QString::fromStdString(known->name)
+    return known != nodes.cend() && !known->name.empty() ? ArtNetNodeModel::NameText(*known)
                                                          : QString::fromStdWString(nameOfDocument);
 }
 
@@ -65,40 +66,87 @@ PatchSheet::Element ElementOf(const MappedLedItem& item, int row, const Universe
     return element;
 }
 
-PatchSheet::Universe UniverseOf(const PatchUniverse& universe,
+using ChannelSet = std::bitset<513>; ///< by channel, from 1
+
+void AddSpans(const std::vector<PatchSheet::Span>& spans, ChannelSet& channels)
+{
+    for (const PatchSheet::Span& span : spans) {
+        for (int channel = span.channels.first; channel <= span.channels.last; ++channel)
+            channels.set(static_cast<std::size_t>(channel));
+    }
+}
+
+PatchSheet::Universe UniverseOf(const PatchUniverse& universe, const FaultyElements& faults,
                                 const std::vector<PatchSheet::Element>& elements)
 {
     PatchSheet::Universe result;
     result.target = universe.target;
-    std::bitset<513> used;
-    std::bitset<513> shared;
     for (const PatchSpan& span : universe.spans) {
-        result.spans.push_back({static_cast<std::size_t>(span.row), span.channels});
-        for (auto channel = static_cast<std::size_t>(span.channels.first);
-             channel <= static_cast<std::size_t>(span.channels.last); ++channel)
-        {
-            shared[channel] = used[channel];
-            used.set(channel);
-        }
+        const auto found = faults.find(span.element);
+        const bool shared =
+            found != faults.end() && found->second.testFlag(PatchFault::SharedChannels);
+        result.spans.push_back({static_cast<std::size_t>(span.row), span.channels, shared});
     }
     std::ranges::stable_sort(result.spans, {},
                              [](const PatchSheet::Span& span) { return span.channels.first; });
-    for (PatchSheet::Span& span : result.spans) {
-        for (int channel = span.channels.first; channel <= span.channels.last; ++channel)
-            span.shared = span.shared || shared[static_cast<std::size_t>(channel)];
-    }
-    for (int channel = 1; channel <= 512; ++channel) {
-        if (used[static_cast<std::size_t>(channel)])
-            continue;
-        if (!result.free.empty() && result.free.back().last == channel - 1)
-            result.free.back().last = channel;
-        else
-            result.free.push_back({channel, channel});
-    }
+    ChannelSet used;
+    AddSpans(result.spans, used);
     result.used = static_cast<int>(used.count());
     if (!result.spans.empty() && result.target.node != AutoNode)
         result.nodeName = elements[result.spans.front().element].nodeName;
     return result;
+}
+
+/// The merger sends all universes of its output, those without elements too.
+void AddMergerOutput(const UniverseMerging& merging, std::vector<PatchSheet::Universe>& universes)
+{
+    if (!merging.IsEnabled())
+        return;
+    for (int i = 0; i < merging.GetConsecutiveUniverses(); ++i) {
+        const PatchTarget target{AutoNode,
+                                 static_cast<std::uint16_t>(merging.GetToStartAddress() + i)};
+        const auto known = std::ranges::find(universes, target, &PatchSheet::Universe::target);
+        PatchSheet::Universe& universe =
+            known != universes.end() ? *known : universes.emplace_back();
+        universe.target = target;
+        universe.merged = true;
+    }
+    // As in PatchTable: of one Port-Address the chosen nodes before Auto.
+    std::ranges::stable_sort(universes, {}, [](const PatchSheet::Universe& universe) {
+        return std::pair(universe.target.portAddress, universe.target.node == AutoNode);
+    });
+}
+
+/// A node receives its own channels and those of all nodes, and Auto reaches every node: an element
+/// put on a free channel shares it with none.
+void FindFree(std::vector<PatchSheet::Universe>& universes)
+{
+    for (PatchSheet::Universe& universe : universes) {
+        if (universe.merged)
+            continue;
+        ChannelSet taken;
+        bool isMerged = false;
+        for (const PatchSheet::Universe& other :
+             std::ranges::equal_range(universes, universe.target.portAddress, {},
+                                      [](const auto& each) { return each.target.portAddress; }))
+        {
+            const bool meets = other.target.node == universe.target.node ||
+                               other.target.node == AutoNode || universe.target.node == AutoNode;
+            if (!meets)
+                continue;
+            AddSpans(other.spans, taken);
+            isMerged = isMerged || other.merged;
+        }
+        for (int channel = 1; channel <= 512 && !isMerged; ++channel) {
+            if (taken[static_cast<std::size_t>(channel)])
+                continue;
+            ++universe.freeChannels;
+            if (!universe.free.empty() && universe.free.back().last == channel - 1)
+                universe.free.back().last = channel;
+            else
+                universe.free.push_back({channel, channel});
+        }
+    }
 }
 
 std::vector<PatchSheet::Node> NodesOf(const PatchSheet& sheet, const ArtNetNodeModel& nodes,
@@ -128,7 +176,7 @@ std::vector<PatchSheet::Node> NodesOf(const PatchSheet& sheet, const ArtNetNodeM
         if (!answers && !record.manual && !found.contains({number, address}))
             continue; // It went, and nothing is sent to it.
         PatchSheet::Node& known = node(address);
-        known.name = QString::fromStdString(record.name);
+        known.name = ArtNetNodeModel::NameText(record);
         if (answers)
             known.state = PatchSheet::Node::State::Answers;
         else if (record.manual)
@@ -162,7 +210,9 @@ PatchSheet PatchSheetOf(const MappedDeviceModel& document, const ArtNetNodeModel
             sheet.elements.emplace_back().number = ElementNumber(row);
     }
     for (const PatchUniverse& universe : PatchTableOf(document))
-        sheet.universes.push_back(UniverseOf(universe, sheet.elements));
+        sheet.universes.push_back(UniverseOf(universe, document.GetPatchFaults(), sheet.elements));
+    AddMergerOutput(sheet.merging, sheet.universes);
+    FindFree(sheet.universes);
     sheet.nodes = NodesOf(sheet, nodes, head.nodesAreLookedFor);
     return sheet;
 }

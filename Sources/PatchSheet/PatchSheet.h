@@ -60,9 +60,12 @@ struct PatchSheet
     {
         PatchTarget target;
         QString nodeName;
-        std::vector<Span> spans;      ///< by first channel
-        std::vector<ChannelRun> free; ///< of no element
-        int used = 0;                 ///< channels of elements, 0 to 512
+        std::vector<Span> spans; ///< by first channel
+        int used = 0;            ///< channels of elements, 0 to 512
+        /// Where no receiver gets the channels of another element; none where the merger sends.
+        std::vector<ChannelRun> free;
+        int freeChannels = 0;
+        bool merged = false; ///< sent by the merger: what no element has is received DMX
     };
 
     struct Node
@@ -89,7 +92,7 @@ struct PatchSheet
     UniverseMerging merging;
     bool autoUnicast = false;
     std::vector<Element> elements;   ///< in the order of the document
-    std::vector<Universe> universes; ///< as in PatchTable
+    std::vector<Universe> universes; ///< as in PatchTable, with all of the merger's output
     std::vector<Node> nodes;         ///< by address
 };
 

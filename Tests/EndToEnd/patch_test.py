@@ -135,6 +135,25 @@ class Patch(unittest.TestCase):
         for word in set(LONG.split()):
             self.assertIn(word, text, "a long name goes on in the next line")
 
+    def test_a_free_channel_is_free_for_whoever_receives_it(self):
+        document = self.strips((0, 1, "Auto"), (0, 12, "2.0.0.10"), (0, 101, "2.0.0.11"), (1, 1, "Auto"),
+                               (4, 31, "2.0.0.10"), merging=MERGING)
+        self.put(document)
+        pages = [page for page in self.pages() if "By universe" in page]
+        text = " ".join(" ".join(pages).split())
+        for universe, note, rows in (
+            ("0/0 (0) to 2.0.0.10", "Free: 24 - 512 (489 channels) ! shares", "12 - 23 ! 2"),
+            ("0/0 (0) to 2.0.0.11", "Free: 13 - 100, 113 - 512 (488 channels) Channels", "101 - 112 3"),
+            ("0/0 (0) to all nodes (Auto)", "Free: 24 - 100, 113 - 512 (477 channels) ! shares", "1 - 12 ! 1"),
+            ("0/1 (1) to all nodes (Auto)", "Free: 13 - 512 (500 channels) Channels", "1 - 12 4"),
+            ("1/4 (20) to all nodes (Auto)", "Merged: the other channels have what is received Channels", "31 - 42 5"),
+            ("1/5 (21) to all nodes (Auto)", "Merged: the other channels have what is received", ""),
+        ):
+            with self.subTest(universe):
+                table = text.split(f"Universe {universe} ")[1].split(" Universe ")[0]
+                self.assertTrue(table.startswith(note), table)
+                self.assertIn(rows, table)
+
     def test_a_heading_stays_with_its_table(self):
         """The note of free channels takes several lines, and comes to the foot of a page somewhere."""
         for per_page in range(1, 12):
