@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "LibTools/XmlFile.h"
 
+#include "LibTools/DiskWork.h"
 #include "Log/Log.h"
 #include "Platform/WholeFiles.h"
 #include "XmlText/XmlText.h"
@@ -179,17 +180,7 @@ SaveResult WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& d
 SaveResult WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document,
                         const DiskWait& wait)
 {
-    std::future<SaveResult> written;
-    try {
-        if (wait)
-            written = std::async(std::launch::async, [&] { return WriteXmlFile(path, document); });
-    } catch (const std::system_error&) {
-        ZEN_LOG_ERROR("No thread for a save: the output waits for the disk");
-    }
-    if (!written.valid())
-        return WriteXmlFile(path, document);
-    wait(written);
-    return written.get();
+    return DoOnDisk(wait, [&] { return WriteXmlFile(path, document); });
 }
 
 SaveResult WriteWholeFile(const std::wstring& path, const std::string& bytes)

@@ -10,6 +10,8 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include "LibTools/DiskWork.h"
+#include "LibTools/SaveResult.h"
 #include "LibTools/XmlFile.h"
 #include "Log/Log.h"
 #include "Model/DocumentSummary.h"
@@ -137,11 +139,16 @@ QString SavedVersions::GetFolder() const
     return FolderOfVersions(document_);
 }
 
-bool SavedVersions::Keep()
+bool SavedVersions::Keep(const DiskWait& wait)
 {
-    WaitForKeeper();
-    if (!IsKept(document_, kept_))
-        Took(KeepContent(document_));
+    std::optional<Kept> kept = kept_;
+    (void)DoOnDisk(wait, [&] {
+        WaitForKeeper();
+        if (!IsKept(document_, kept_))
+            kept = KeepContent(document_);
+        return SaveResult();
+    });
+    Took(kept);
     return !failed_;
 }
 

@@ -10,6 +10,8 @@
 #include <QObject>
 #include <QString>
 
+#include "LibTools/XmlFile.h"
+
 struct DocumentSummary;
 
 /// The last saved versions of the document: whole mapping files in the folder `history` beside its
@@ -55,8 +57,9 @@ public:
     /// Keeps the content of the document's file as the newest version, and removes the oldest
     /// versions beyond the bounds. A content that a version has already gives that version the
     /// newest number, and is kept once. No file, or an empty one, is nothing to keep. False, after
-    /// notKept, when the content could not be kept.
-    bool Keep();
+    /// notKept, when the content could not be kept. With `wait` as DoOnDisk takes it, which calls
+    /// nothing of this object.
+    bool Keep(const DiskWait& wait = {});
     /// The same on a thread of its own.
     void KeepSoon();
 

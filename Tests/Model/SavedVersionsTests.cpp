@@ -30,7 +30,13 @@ protected:
     {
         folder.Write("mapping.wfm", content);
         fs::last_write_time(document, now += std::chrono::minutes(1));
-        return versions.Keep();
+        int waits = 0;
+        const bool kept = versions.Keep([&waits](const auto& done) {
+            ++waits;
+            done.wait();
+        });
+        EXPECT_EQ(waits, 1) << "the caller's thread waits for the disk";
+        return kept;
     }
     /// The contents, the newest first, with blanks between them.
     std::string Kept()

@@ -11,6 +11,7 @@
 #include <QWidget>
 
 #include "LEDEngine/GetIPRange.h"
+#include "LibTools/DiskWork.h"
 #include "LibTools/XmlFile.h"
 #include "Log/Log.h"
 #include "Model/ArtNetNodeModel.h"
@@ -341,11 +342,11 @@ SaveResult DocumentLife::Write()
 {
     // Also what another program wrote there may be the only copy of a show. Where it can't be kept
     // as a version, another document takes its place only when it is kept beside it.
-    if (!versions_.Keep() && isAnother_)
+    if (!versions_.Keep(parts_.wait) && isAnother_)
         fileHasMore_ = true;
     SaveResult saved;
     if (fileHasMore_ && QFileInfo::exists(mappingFilePath)) {
-        saved = KeepCopyOfFile(mappingFilePath);
+        saved = DoOnDisk(parts_.wait, [this] { return KeepCopyOfFile(mappingFilePath); });
         fileHasMore_ = !saved;
     }
     if (saved)
@@ -356,7 +357,7 @@ SaveResult DocumentLife::Write()
                       mappingFilePath.toStdWString().c_str());
         return saved;
     }
-    versions_.KeepSoon();
+    versions_.KeepSoon(); // no version is being written: Keep has waited for it
     isAnother_ = false;
     if (!parts_.manager.IsLibrarySaved())
         parts_.manager.SaveLibrary();

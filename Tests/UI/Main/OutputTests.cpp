@@ -3,6 +3,11 @@
 #include <algorithm>
 #include <chrono>
 #include <map>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "HostStandIn/Host.h"
 #include "Model/MappedDeviceModel.h"
@@ -517,6 +522,34 @@ TEST_F(Output, MergingFollowsTheDocument)
     EXPECT_EQ(State(), QString()) << "no one pressed it";
     Trigger("actionMergerToggle");
     EXPECT_EQ(State(), "unsaved"_q);
+}
+
+TEST_F(Output, GoesOnWhileASaveWaitsForTheDisk)
+{
+    Start();
+    window->StartTimers();
+    Import(WriteDocument("other.wfm"_q, {.elements = Element({0.5, 0.5}, {0.12, 0.01}, 2)}),
+           {"OK"});
+    // The save first copies what another document is to replace: a pipe that gives nothing yet.
+    const std::string file = DocumentPath().toStdString();
+    ASSERT_TRUE(QFile::remove(DocumentPath()));
+    ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+    ASSERT_NE(Await([](const Channels&) { return true; }), 0);
+    std::ptrdiff_t frames = 0;
+    std::jthread disk([&] {
+        frames = std::ranges::count_if(rig->All(std::chrono::seconds(2)), [](const auto& heard) {
+            return ArtNetBytes::UniverseOf(heard.bytes) == 2;
+        });
+        EXPECT_TRUE(Stage::ComesTrue([&] {
+            const int end = open(file.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+            return end >= 0 && close(end) == 0;
+        })) << "the save doesn't read it";
+    });
+    Trigger("actionSave_File");
+    disk.join();
+    EXPECT_GE(frames, 10);
+    EXPECT_EQ(State(), "saved"_q);
+    EXPECT_TRUE(QFileInfo(DocumentPath()).isFile());
 }
 
 TEST_F(Output, WhatTheHostSendsWeDoNot)
