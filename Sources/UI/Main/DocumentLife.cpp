@@ -51,6 +51,8 @@ DocumentLife::DocumentLife(const Parts& parts)
     AddActions();
     connect(&versions_, &SavedVersions::notKept, this,
             [this] { emit versionNotKept(versions_.GetFolder()); });
+    connect(&parts_.manager, &DeviceManager::signalDocumentSavedState, this,
+            [this] { ++changes_; });
 }
 
 void DocumentLife::SetMappingFilePath(const QString& path)
@@ -349,6 +351,7 @@ SaveResult DocumentLife::Write()
         saved = DoOnDisk(parts_.wait, [this] { return KeepCopyOfFile(mappingFilePath); });
         fileHasMore_ = !saved;
     }
+    const std::uint64_t changesInFile = changes_;
     if (saved)
         saved = parts_.manager.SaveMapping(mappingFilePath, parts_.nodes, parts_.wait);
     emit saveTrouble(saved.Reason());
@@ -361,7 +364,9 @@ SaveResult DocumentLife::Write()
     isAnother_ = false;
     if (!parts_.manager.IsLibrarySaved())
         parts_.manager.SaveLibrary();
-    parts_.manager.SetDocumentDirty(false);
+    // What a tick changed while the disk was waited for is not in the file.
+    if (changes_ == changesInFile)
+        parts_.manager.SetDocumentDirty(false);
     emit FileSaved();
     return saved;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
 #include <QObject>
@@ -121,4 +122,5 @@ private:
     bool fileHasMore_ = false;
     /// The document didn't come from its file: a save takes the place of another show.
     bool isAnother_ = false;
+    std::uint64_t changes_ = 0; ///< of the document, as far as the manager was told of them
 };
