@@ -480,7 +480,7 @@ void WEFTMain::StartTimers()
 
 void WEFTMain::closeEvent(QCloseEvent* event)
 {
-    if (!document_->MayClose()) {
+    if (!patchExport_->MayClose() || !document_->MayClose()) {
         if (event)
             event->ignore();
         return;

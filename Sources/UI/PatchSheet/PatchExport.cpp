@@ -2,7 +2,9 @@
 #include "UI/PatchSheet/PatchExport.h"
 
 #include <exception>
+#include <new>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 #include <QAction>
@@ -12,6 +14,7 @@
 #include <QProgressDialog>
 #include <QSettings>
 
+#include "LibTools/SaveResult.h"
 #include "LibTools/XmlFile.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
@@ -45,6 +48,14 @@ std::optional<QByteArray> BytesOf(const PatchSheet& sheet, const PatchExportChoi
         percent = static_cast<int>(part * WholeProgress);
         return !stop.stop_requested();
     });
+}
+
+/// On any thread. A sentence for the operator.
+QString ReasonOf(const std::exception& error)
+{
+    if (dynamic_cast<const std::bad_alloc*>(&error))
+        return SaveResult(std::make_error_code(std::errc::not_enough_memory)).Reason();
+    return PatchExport::tr("An internal error: %1.").arg(QString::fromLocal8Bit(error.what()));
 }
 
 } // namespace
@@ -93,8 +104,10 @@ void PatchExport::ActionExportPatch()
     if (file.isEmpty())
         return;
     parts_.settings.lastDirectory = QFileInfo(file).dir().canonicalPath();
-    Start(PatchSheetOf(*parts_.manager.GetMappedDeviceModel(), parts_.nodes,
-                       {title, QDateTime::currentDateTime(), parts_.settings.networkText, true}),
+    const MappedDeviceModel& document = *parts_.manager.GetMappedDeviceModel();
+    Start(PatchSheetOf(document, parts_.nodes,
+                       {title, QDateTime::currentDateTime(), parts_.settings.networkText,
+                        document.KnowsAnsweringNodes()}),
           file);
 }
 
@@ -145,21 +158,21 @@ void PatchExport::Start(PatchSheet sheet, const QString& file)
     try {
         writer_ = std::jthread(
             [this, file, choice = choice_, sheet = std::move(sheet)](const std::stop_token& stop) {
-                SaveResult saved;
+                QString fault;
                 bool cancelled = false;
                 try {
                     const auto bytes = BytesOf(sheet, choice, stop, percent_);
                     cancelled = !bytes;
                     if (bytes)
-                        saved = WriteWholeFile(file.toStdWString(), bytes->toStdString());
-                } catch (const std::bad_alloc&) {
-                    saved = std::make_error_code(std::errc::not_enough_memory);
+                        fault = WriteWholeFile(file.toStdWString(), bytes->toStdString()).Reason();
+                } catch (const std::exception& error) {
+                    fault = ReasonOf(error);
                 }
                 QMetaObject::invokeMethod(
-                    this, [this, file, saved, cancelled] { End(file, saved, cancelled); });
+                    this, [this, file, fault, cancelled] { End(file, fault, cancelled); });
             });
-    } catch (const std::exception&) {
-        return End(file, std::make_error_code(std::errc::not_enough_memory), false);
+    } catch (const std::exception& error) {
+        return End(file, ReasonOf(error), false);
     }
     progressTimer_.start(ProgressMilliseconds);
 }
@@ -179,25 +192,40 @@ void PatchExport::ShowProgress()
         progress_->show();
         progressTimer_.start(StepMilliseconds);
     }
+    if (closesAfter_)
+        progress_->setLabelText(
+            tr("The patch is being written. The program closes when that is done."));
     progress_->setValue(percent_);
 }
 
-void PatchExport::End(const QString& file, const SaveResult& saved, bool cancelled)
+bool PatchExport::MayClose()
 {
+    if (!writer_.joinable())
+        return true;
+    closesAfter_ = true;
+    ShowProgress();
+    return false;
+}
+
+void PatchExport::End(const QString& file, const QString& fault, bool cancelled)
+{
+    const bool closes = std::exchange(closesAfter_, false);
     if (writer_.joinable())
         writer_.join();
     progressTimer_.stop();
     progress_.reset();
     action_->setEnabled(true);
-    if (cancelled)
-        return;
-    if (saved) {
-        emit exported(file);
+    if (fault.isEmpty()) {
+        if (!cancelled)
+            emit exported(file);
+        if (closes)
+            parts_.window.close();
         return;
     }
+    // The program stays open: whoever closed it has to know that there is no file.
     parts_.notices.Add({.parent = &parts_.window,
                         .title = tr("Patch Not Exported"),
                         .text = tr("The patch could not be written to %1.\n\n%2\n\nA file that was "
                                    "there is as it was.")
-                                    .arg(file, saved.Reason())});
+                                    .arg(file, fault)});
 }

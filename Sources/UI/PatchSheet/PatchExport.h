@@ -9,7 +9,6 @@
 #include <QString>
 #include <QTimer>
 
-#include "LibTools/SaveResult.h"
 #include "UI/PatchSheet/PatchSheetDialog.h"
 #include "UI/Widgets/ActionSet.h"
 
@@ -50,6 +49,9 @@ public:
     void Read(const QSettings& store);
     void Write(QSettings& store) const;
 
+    /// False while an export is under way. The window is then closed at its end, unless it failed.
+    [[nodiscard]] bool MayClose();
+
 public slots:
     void ActionExportPatch();
 
@@ -62,7 +64,8 @@ private:
     [[nodiscard]] QString AskFile();
     void Start(PatchSheet sheet, const QString& file);
     void ShowProgress();
-    void End(const QString& file, const SaveResult& saved, bool cancelled);
+    /// `fault` says why there is no file; empty when there is one, or when it was cancelled.
+    void End(const QString& file, const QString& fault, bool cancelled);
 
     Parts parts_;
     ActionSet actions_;
@@ -74,5 +77,6 @@ private:
     QTimer progressTimer_;
     std::unique_ptr<QProgressDialog> progress_;
     std::atomic<int> percent_ = 0;
-    std::jthread writer_; ///< one at a time
+    bool closesAfter_ = false; ///< the window, when the export under way has ended
+    std::jthread writer_;      ///< one at a time
 };

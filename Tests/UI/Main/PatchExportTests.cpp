@@ -77,6 +77,24 @@ TEST_F(PatchExporting, WritesWhatItsNameSaysAndTellsWhere)
     EXPECT_EQ(Kept("patchFormat"), "csv"_q);
 }
 
+TEST_F(PatchExporting, EndsBeforeTheProgramWhichStaysOpenWhenItFailed)
+{
+    StartWithTwo();
+    Export("patchPdf", Path("folder/that/is/gone.pdf"_q), {"OK"});
+    EXPECT_FALSE(window->close());
+    const auto* progress = window->findChild<QProgressDialog*>("patchProgress"_q);
+    ASSERT_TRUE(progress);
+    EXPECT_TRUE(progress->labelText().contains("closes when that is done"_q));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return person.IsDone(); }));
+    EXPECT_EQ(person.seen.back().title, "Patch Not Exported"_q);
+    EXPECT_TRUE(window->isVisible());
+
+    Export("patchPdf", Path("patch.pdf"_q));
+    EXPECT_FALSE(window->close());
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !window->isVisible(); }, 60'000));
+    EXPECT_EQ(Bytes(Path("patch.pdf"_q)).rfind("%PDF-", 0), 0U);
+}
+
 TEST_F(PatchExporting, LeavesNothingWhenALargeOneIsCancelled)
 {
     QString elements;
