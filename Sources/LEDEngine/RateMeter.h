@@ -14,6 +14,7 @@ public:
     void Read(std::uint64_t count, std::int64_t now);
     /// 0 until there are two readings.
     [[nodiscard]] double PerSecond() const;
+    [[nodiscard]] bool IsKnown() const { return known_ >= 2; }
 
 private:
     struct Reading

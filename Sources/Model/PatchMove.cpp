@@ -2,6 +2,7 @@
 #include "Model/PatchMove.h"
 
 #include <algorithm>
+#include <map>
 #include <unordered_set>
 #include <utility>
 
@@ -12,15 +13,20 @@
 namespace {
 
 constexpr int UniversesInSubnet = 16;
+constexpr int LastPortAddress = 255; // of an element
 
-/// The Port-Address that an element has to name to end up in this universe.
-int PatchedAs(const PatchTarget& target, const UniverseMerging& merging)
+/// The Port-Address that an element has to name to end up in this universe, nothing when none leads
+/// there.
+std::optional<int> PatchedAs(const PatchTarget& target, const UniverseMerging& merging)
 {
     const int distance = merging.GetToStartAddress() - merging.GetFromStartAddress();
     const int before = target.portAddress - distance;
     const bool isMerged =
         merging.IsEnabled() && target.node == AutoNode && merging.IsInFromRange(before);
-    return isMerged ? before : target.portAddress;
+    const int named = isMerged ? before : target.portAddress;
+    const bool isSentOn =
+        !isMerged && merging.IsEnabled() && merging.IsInFromRange(target.portAddress);
+    return isSentOn || named > LastPortAddress ? std::nullopt : std::optional(named);
 }
 
 /// What the elements of this node call it.
@@ -38,18 +44,41 @@ std::wstring NodeNameOf(const std::wstring& node, const PatchTable& patch,
     return {};
 }
 
-void SetChannels(std::bitset<512>& bits, const SentChannels& channels)
+std::bitset<512> BitsOf(const SentChannels& channels)
 {
+    std::bitset<512> bits;
     for (int channel = std::max(channels.first, 1); channel <= channels.last; ++channel)
         bits.set(static_cast<std::size_t>(channel - 1));
+    return bits;
 }
 
+/// What the moved elements would do in one universe.
+struct Moved
+{
+    std::bitset<512> channels;
+    std::bitset<512> taken;
+};
+
 } // namespace
+
+bool MayBePatched(const PatchTarget& universe, const UniverseMerging& merging)
+{
+    return PatchedAs(universe, merging).has_value();
+}
 
 std::vector<ElementAddress> ShiftedAddresses(const MappedDeviceModel& document,
                                              const PatchTable& patch, const ElementIds& ids,
                                              const PatchShift& shift)
 {
+    int portAddress = 0;
+    std::wstring nodeName;
+    if (shift.to) {
+        const auto named = PatchedAs(*shift.to, document.GetMerging());
+        if (!named)
+            return {};
+        portAddress = *named;
+        nodeName = NodeNameOf(shift.to->node, patch, document);
+    }
     std::vector<ElementAddress> shifted;
     for (const std::int64_t id : ids) {
         const MappedLedItem* element = document.GetItemByUniqueID(id);
@@ -59,11 +88,10 @@ std::vector<ElementAddress> ShiftedAddresses(const MappedDeviceModel& document,
         DMXMappingArtNet address = *present;
         address.SetChannel(address.GetChannel() + shift.channels);
         if (shift.to && TargetOf(address, document.GetMerging()) != *shift.to) {
-            const int portAddress = PatchedAs(*shift.to, document.GetMerging());
             address.SetSubnet(portAddress / UniversesInSubnet);
             address.SetUniverse(portAddress % UniversesInSubnet);
             if (address.GetIpconf() != shift.to->node)
-                address.SetNode(shift.to->node, NodeNameOf(shift.to->node, patch, document));
+                address.SetNode(shift.to->node, nodeName);
         }
         shifted.push_back({id, std::move(address)});
     }
@@ -74,6 +102,7 @@ PatchMove PreviewMove(const MappedDeviceModel& document, const PatchTable& patch
                       const std::vector<ElementAddress>& moved, const PatchTarget& universe)
 {
     PatchMove move;
+    std::map<PatchTarget, Moved> targets;
     std::unordered_set<std::int64_t> ids;
     for (const ElementAddress& each : moved) {
         ids.insert(each.uniqueID);
@@ -83,18 +112,26 @@ PatchMove PreviewMove(const MappedDeviceModel& document, const PatchTable& patch
         const int count = SentChannelCount(element->GetFixture());
         const int first = each.address->GetChannel();
         move.fits = move.fits && first >= 1 && first + count - 1 <= 512;
-        if (TargetOf(*each.address, document.GetMerging()) == universe)
-            SetChannels(move.channels,
-                        ChannelsSent(std::max(first, 1), first < 1 ? count + first - 1 : count));
+        const std::bitset<512> bits =
+            BitsOf(ChannelsSent(std::max(first, 1), first < 1 ? count + first - 1 : count));
+        Moved& there = targets[TargetOf(*each.address, document.GetMerging())];
+        there.taken |= there.channels & bits; // two that are moved meet
+        there.channels |= bits;
     }
     for (const PatchUniverse& each : patch) {
-        if (each.target != universe)
+        const auto there = targets.find(each.target);
+        if (there == targets.end())
             continue;
         for (const PatchSpan& span : each.spans) {
             if (!ids.contains(span.element))
-                SetChannels(move.taken, span.channels);
+                there->second.taken |= there->second.channels & BitsOf(span.channels);
         }
     }
-    move.taken &= move.channels;
+    for (const auto& [target, there] : targets)
+        move.shared += static_cast<int>(there.taken.count());
+    if (const auto shown = targets.find(universe); shown != targets.end()) {
+        move.channels = shown->second.channels;
+        move.taken = shown->second.taken;
+    }
     return move;
 }

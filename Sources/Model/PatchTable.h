@@ -18,6 +18,8 @@ struct PatchSpan
     std::int64_t element = 0; ///< its number in the document
     SentChannels channels;
     bool merged = false; ///< laid on top of received DMX
+
+    bool operator==(const PatchSpan&) const = default;
 };
 
 /// One universe that elements are sent on, as a destination receives it.
@@ -25,6 +27,8 @@ struct PatchUniverse
 {
     PatchTarget target;
     std::vector<PatchSpan> spans; ///< in the order in which they are written: the last one wins
+
+    bool operator==(const PatchUniverse&) const = default;
 };
 
 /// What the document sends where: the engine's view of the patch, for whoever shows, checks or

@@ -33,11 +33,12 @@ public:
 
     struct Dock
     {
-        const char* objectName; ///< with "view_" before it, that of the action that shows it
-        const char* title;      ///< untranslated
-        const char* viewText;   ///< of the action that shows it; untranslated
-        QWidget* contents;      ///< the dock owns it from then on
-        int share;              ///< of the height, beside those of the other docks on its side
+        const char* objectName =
+            nullptr;                 ///< with "view_" before it, that of the action that shows it
+        const char* title = nullptr; ///< untranslated
+        const char* viewText = nullptr; ///< of the action that shows it; untranslated
+        QWidget* contents = nullptr;    ///< the dock owns it from then on
+        int share = 1; ///< of the height, beside those of the other docks on its side
         Side side = Side::Left;
         const char* shortcut = nullptr; ///< that shows and hides it, portable text
     };

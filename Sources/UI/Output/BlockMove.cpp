@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Output/BlockMove.h"
 
-#include <algorithm>
 #include <memory>
+#include <unordered_map>
 #include <utility>
 
 #include <QCoreApplication>
 
+#include "FixtureModel/UniverseMerging.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/PatchText.h"
@@ -26,6 +27,13 @@ void BlockMove::To(const PatchTable& patch, const ElementIds& ids, const PatchSh
                    const PatchTarget& shown)
 {
     const MappedDeviceModel& document = *manager_.GetMappedDeviceModel();
+    refused_ =
+        shift.to && !MayBePatched(*shift.to, document.GetMerging()) ? shift.to : std::nullopt;
+    if (refused_) {
+        addresses_.clear();
+        move_.reset();
+        return;
+    }
     addresses_ = ShiftedAddresses(document, patch, ids, shift);
     move_ = PreviewMove(document, patch, addresses_, shown);
 }
@@ -34,10 +42,21 @@ void BlockMove::Clear()
 {
     addresses_.clear();
     move_.reset();
+    refused_.reset();
 }
 
 QString BlockMove::Words() const
 {
+    constexpr int lastPortAddress = 255;
+    if (refused_) {
+        const QString universe = UniverseText(refused_->portAddress);
+        return refused_->portAddress > lastPortAddress
+                   ? MoveWords::tr("Universe %1 can't be patched: elements go to 0/0 to 15/15")
+                         .arg(universe)
+                   : MoveWords::tr("Universe %1 is received: drop on the universe that it is sent "
+                                   "on as")
+                         .arg(universe);
+    }
     if (!move_ || addresses_.empty())
         return {};
     const ElementAddress& first = addresses_.front();
@@ -52,9 +71,11 @@ QString BlockMove::Words() const
                   .arg(QString::number(addresses_.size()), name, AddressText(*first.address));
     if (!move_->fits)
         return MoveWords::tr("%1: reaches beyond channels 1 to 512, and is not moved").arg(what);
-    if (move_->taken.any())
+    if (move_->shared == 1)
+        return MoveWords::tr("%1: shares 1 channel with another element").arg(what);
+    if (move_->shared > 1)
         return MoveWords::tr("%1: shares %2 channels with other elements")
-            .arg(what, QString::number(move_->taken.count()));
+            .arg(what, QString::number(move_->shared));
     return MoveWords::tr("%1: free").arg(what);
 }
 
@@ -66,13 +87,14 @@ void BlockMove::Drop(DeviceManager& manager, QUndoStack& history)
     if (!may)
         return;
     ElementIds ids;
-    for (const ElementAddress& each : wanted)
+    std::unordered_map<std::int64_t, const DMXMappingArtNet*> places;
+    for (const ElementAddress& each : wanted) {
         ids.push_back(each.uniqueID);
+        places.emplace(each.uniqueID, &*each.address);
+    }
     PushStep(history, std::make_unique<AddressCommand>(
-                          manager, ids, [&wanted](std::int64_t id, DMXMappingArtNet& address) {
-                              const auto found =
-                                  std::ranges::find(wanted, id, &ElementAddress::uniqueID);
-                              if (found != wanted.end())
-                                  address = *found->address;
+                          manager, ids, [&places](std::int64_t id, DMXMappingArtNet& address) {
+                              if (const auto found = places.find(id); found != places.end())
+                                  address = *found->second;
                           }));
 }

@@ -42,4 +42,5 @@ private:
     const DeviceManager& manager_;
     std::vector<ElementAddress> addresses_;
     std::optional<PatchMove> move_;
+    std::optional<PatchTarget> refused_; ///< the universe they were dragged to can't be patched
 };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <vector>
 
 #include <QFont>
@@ -63,7 +64,7 @@ private:
     const Look* look_ = nullptr;
     bool percent_ = false;
     // Each is null until it is needed.
-    std::array<QPixmap, 2 * (UniverseCells::Tints + 2)> grounds_;
-    std::array<QPixmap, 2 * 512> numbers_; ///< faded ones first
+    std::array<QPixmap, std::size_t{2} * (UniverseCells::Tints + 2)> grounds_;
+    std::array<QPixmap, std::size_t{2} * 512> numbers_; ///< faded ones first
     std::array<QPixmap, 256> figures_;
 };

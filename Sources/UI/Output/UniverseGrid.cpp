@@ -226,8 +226,20 @@ void UniverseGrid::mousePressEvent(QMouseEvent* event)
     emit pressed(channel, adds_);
 }
 
+/// Other cells come under the mouse, which stays.
+void UniverseGrid::scrollContentsBy(int dx, int dy)
+{
+    QAbstractScrollArea::scrollContentsBy(dx, dy);
+    if (hovered_ == 0)
+        return;
+    Look(ChannelAt(hoveredAt_));
+    if (drags_)
+        emit dragged(pressed_, hovered_, viewport()->mapToGlobal(hoveredAt_));
+}
+
 void UniverseGrid::mouseMoveEvent(QMouseEvent* event)
 {
+    hoveredAt_ = event->pos();
     if (drags_)
         ScrollBeyond(event->pos());
     const int channel = ChannelAt(event->pos());

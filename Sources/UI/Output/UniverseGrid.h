@@ -84,6 +84,7 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
 
 private:
     void Measure();
@@ -96,12 +97,13 @@ private:
     CellPainter painter_;
     CellGrid grid_;
     UniverseCells cells_;
-    std::array<std::int16_t, 512> values_; ///< CellPainter::NoValue where nothing is sent
+    std::array<std::int16_t, 512> values_{}; ///< CellPainter::NoValue where nothing is sent
     std::set<std::int64_t> selected_;
     PatchMove move_;
     int current_ = 1;
     int hovered_ = 0;
-    int pressed_ = 0; ///< where the button was pressed
+    QPoint hoveredAt_; ///< in the viewport
+    int pressed_ = 0;  ///< where the button was pressed
     bool adds_ = false;
     QPoint pressedAt_;
     bool drags_ = false;

@@ -77,11 +77,12 @@ void NoteElements(const PatchUniverse& universe, const MappedDeviceModel& docume
 }
 
 UniverseRow SentRow(const PatchTarget& target, const MappedDeviceModel& document,
-                    const ArtNetOutput& output, const NodeNames& names)
+                    const ArtNetOutput& output, const std::vector<ArtNetReceived>& received,
+                    const NodeNames& names)
 {
     UniverseRow row;
     row.target = target;
-    row.hasInput = HasInput(target, document.GetMerging());
+    row.hasInput = HasInput(target, document.GetMerging(), received);
     const UniverseRoute route =
         RouteOf(output, document.IsAutoUnicast(), target.portAddress, target.node);
     const bool hasNetwork = output.GetBroadcastValue() != 0;
@@ -109,11 +110,22 @@ QString UniverseLabel(std::uint16_t portAddress)
     return RowWords::tr("%1 (%2)").arg(UniverseText(portAddress), QString::number(portAddress));
 }
 
-bool HasInput(const PatchTarget& target, const UniverseMerging& merging)
+QString AsTip(const QString& text)
 {
-    const int place = target.portAddress - merging.GetToStartAddress();
-    return merging.IsEnabled() && target.node == AutoNode && place >= 0 &&
-           place < merging.GetConsecutiveUniverses();
+    return text.isEmpty()
+               ? QString()
+               : QStringLiteral("<qt>%1</qt>")
+                     .arg(text.toHtmlEscaped().replace(QLatin1Char('\n'), QStringLiteral("<br>")));
+}
+
+bool HasInput(const PatchTarget& target, const UniverseMerging& merging,
+              const std::vector<ArtNetReceived>& received)
+{
+    return merging.IsEnabled() && target.node == AutoNode &&
+           std::ranges::any_of(received, [&](const ArtNetReceived& each) {
+               return merging.IsInFromRange(each.portAddress) &&
+                      merging.TranslateToOutput(each.portAddress) == target.portAddress;
+           });
 }
 
 QString WayText(const UniverseRoute& route, const PatchTarget& target, bool hasNetwork,
@@ -149,10 +161,9 @@ UniverseRows UniverseRowsOf(const MappedDeviceModel& document, const PatchTable&
                             const NodeNames& names)
 {
     UniverseRows rows;
-    for (std::size_t i = 0; i < patch.size(); ++i) {
-        UniverseRow row = SentRow(patch[i].target, document, output, names);
-        row.patch = static_cast<int>(i);
-        NoteElements(patch[i], document, row);
+    for (const PatchUniverse& universe : patch) {
+        UniverseRow row = SentRow(universe.target, document, output, received, names);
+        NoteElements(universe, document, row);
         rows.push_back(std::move(row));
     }
     const UniverseMerging& merging = document.GetMerging();
@@ -161,7 +172,7 @@ UniverseRows UniverseRowsOf(const MappedDeviceModel& document, const PatchTable&
         const PatchTarget target{AutoNode,
                                  static_cast<std::uint16_t>(merging.GetToStartAddress() + i)};
         if (std::ranges::find(rows, target, &UniverseRow::target) == rows.end())
-            rows.push_back(SentRow(target, document, output, names));
+            rows.push_back(SentRow(target, document, output, received, names));
     }
     std::ranges::sort(rows, {}, [](const UniverseRow& row) {
         return std::pair(row.target.portAddress, row.target.node);

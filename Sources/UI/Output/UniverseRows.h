@@ -27,7 +27,6 @@ struct UniverseRow
 
     Kind kind = Kind::Sent;
     PatchTarget target; ///< of a received one the universe alone
-    int patch = -1;     ///< index in the document's table; -1 when no element is sent on it
     int used = 0;       ///< channels that elements are sent on
     bool isSent = false;
     bool hasInput = false; ///< it begins as what is received
@@ -49,8 +48,12 @@ using NodeNames = std::function<QString(const QString&)>;
 /// "0/4 (4)": sub-net and universe, and the Port-Address.
 [[nodiscard]] QString UniverseLabel(std::uint16_t portAddress);
 
-/// Whether the universe is one of the merger's output, which begins as what is received.
-[[nodiscard]] bool HasInput(const PatchTarget& target, const UniverseMerging& merging);
+/// Lines of plain text as a tip: a name in them may look like HTML.
+[[nodiscard]] QString AsTip(const QString& text);
+
+/// Whether the universe is one of the merger's output and begins as what someone sends to us now.
+[[nodiscard]] bool HasInput(const PatchTarget& target, const UniverseMerging& merging,
+                            const std::vector<ArtNetReceived>& received);
 
 /// The universes that are sent, by Port-Address and node, and behind them the received ones.
 /// `patch` is the document's table.

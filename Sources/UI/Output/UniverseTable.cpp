@@ -39,9 +39,11 @@ void UniverseTable::SetRows(const UniverseRows& rows)
     }
 }
 
-void UniverseTable::SetFrames(int row, double perSecond)
+void UniverseTable::SetFrames(int row, std::optional<double> perSecond)
 {
-    const QString text = perSecond > 0 ? QString::number(perSecond, 'f', 1) : tr("none");
+    QString text;
+    if (perSecond)
+        text = *perSecond > 0 ? QString::number(*perSecond, 'f', 1) : tr("none");
     QString& shown = frames_[static_cast<std::size_t>(row)];
     if (shown == text)
         return;
@@ -99,11 +101,11 @@ QVariant UniverseTable::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return TextOf(row, index.column());
     case Qt::ToolTipRole:
-        return shown.tip.isEmpty() ? QVariant()
-                                   : QVariant(shown.way + QLatin1Char('\n') + shown.tip);
+        return shown.tip.isEmpty() ? QVariant() : AsTip(shown.way + QLatin1Char('\n') + shown.tip);
     case Qt::AccessibleTextRole:
-        return index.column() == UsedColumn ? QVariant(tr("%1 of 512 channels").arg(shown.used))
-                                            : TextOf(row, index.column());
+        return index.column() == UsedColumn && shown.kind == UniverseRow::Kind::Sent
+                   ? QVariant(tr("%1 of 512 channels").arg(shown.used))
+                   : TextOf(row, index.column());
     case Qt::TextAlignmentRole:
         return index.column() == FramesColumn
                    ? QVariant(static_cast<int>(Qt::AlignRight | Qt::AlignVCenter))

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include <QAbstractTableModel>
@@ -17,7 +18,7 @@ public:
     enum Column
     {
         UniverseColumn,
-        UsedColumn, ///< of 512, as a number; UsedRole says so in every column
+        UsedColumn, ///< of 512, as a number; of received universes nothing
         WayColumn,
         FramesColumn,
         ColumnCount
@@ -28,8 +29,8 @@ public:
     /// Brings the rows to these by as few changes as it takes. Both old and new rows are in the
     /// order of UniverseRowsOf.
     void SetRows(const UniverseRows& rows);
-    /// Shows this many frames a second in a row.
-    void SetFrames(int row, double perSecond);
+    /// Shows this many frames a second in a row; nothing while that is not known.
+    void SetFrames(int row, std::optional<double> perSecond);
 
     [[nodiscard]] const UniverseRow* Row(int row) const;
     /// The row of a universe, -1 when it has none.

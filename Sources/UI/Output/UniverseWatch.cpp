@@ -40,8 +40,12 @@ bool UniverseWatch::Look()
     if (!due)
         return false;
     circumstances_ = std::move(now);
-    if (patched)
-        patch_ = PatchTableOf(document_);
+    if (patched) {
+        PatchTable patch = PatchTableOf(document_);
+        if (patch != patch_)
+            ++patchVersion_;
+        patch_ = std::move(patch);
+    }
     UniverseRows rows = UniverseRowsOf(document_, patch_, output_, received_, names_);
     const bool differs = rows != rows_;
     rows_ = std::move(rows);
@@ -57,6 +61,12 @@ void UniverseWatch::CountFrames(std::int64_t now)
     });
     for (const ArtNetReceived& each : received_)
         receivedRates_[each.portAddress].Read(each.packets, now);
+}
+
+void UniverseWatch::ForgetFrames()
+{
+    sent_ = {};
+    receivedRates_.clear();
 }
 
 std::span<const std::uint8_t> UniverseWatch::ValuesOf(const UniverseRow& row) const
@@ -82,10 +92,13 @@ std::span<const std::uint8_t> UniverseWatch::ValuesOf(const UniverseRow& row) co
                       ArtNetUniverses::UnicastKey(NodeAddress(row.target.node), portAddress));
 }
 
-double UniverseWatch::FramesOf(const UniverseRow& row) const
+std::optional<double> UniverseWatch::FramesOf(const UniverseRow& row) const
 {
+    const auto rateOf = [](const RateMeter& meter) {
+        return meter.IsKnown() ? std::optional(meter.PerSecond()) : std::nullopt;
+    };
     if (row.kind == UniverseRow::Kind::Sent)
-        return row.isSent && !ValuesOf(row).empty() ? sent_.PerSecond() : 0;
+        return row.isSent && !ValuesOf(row).empty() ? rateOf(sent_) : 0;
     const auto rate = receivedRates_.find(row.target.portAddress);
-    return rate == receivedRates_.end() ? 0 : rate->second.PerSecond();
+    return rate == receivedRates_.end() ? std::nullopt : rateOf(rate->second);
 }

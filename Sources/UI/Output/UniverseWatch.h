@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -29,14 +30,18 @@ public:
     bool Look();
     /// Counts frames, for the rates. `now` is in nanoseconds of the monotonic clock.
     void CountFrames(std::int64_t now);
+    /// The rates begin anew: nobody counted for a while.
+    void ForgetFrames();
 
     [[nodiscard]] const UniverseRows& Rows() const { return rows_; }
     [[nodiscard]] const PatchTable& Patch() const { return patch_; }
+    /// Another number whenever an element is sent elsewhere than before.
+    [[nodiscard]] std::uint32_t PatchVersion() const { return patchVersion_; }
     /// What the last frame had on the channels of this universe from 1 on; those behind the end
     /// were not sent. Valid until the next frame.
     [[nodiscard]] std::span<const std::uint8_t> ValuesOf(const UniverseRow& row) const;
-    /// Frames of this universe a second.
-    [[nodiscard]] double FramesOf(const UniverseRow& row) const;
+    /// Frames of this universe a second; nothing until they were counted twice.
+    [[nodiscard]] std::optional<double> FramesOf(const UniverseRow& row) const;
 
 private:
     /// What the rows depend on beside the elements.
@@ -61,6 +66,7 @@ private:
     bool rowsDue_ = true;
     Circumstances circumstances_;
     PatchTable patch_;
+    std::uint32_t patchVersion_ = 0;
     UniverseRows rows_;
     std::vector<ArtNetReceived> received_;
     RateMeter sent_;

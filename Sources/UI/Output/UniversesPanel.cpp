@@ -31,6 +31,7 @@ namespace {
 
 constexpr int LookMilliseconds = 100;
 constexpr int LooksForFrames = 5;
+constexpr int LooksForLine = 2; ///< a text that changes more often can't be read
 
 QString PercentKey()
 {
@@ -40,12 +41,6 @@ QString PercentKey()
 QString SplitterKey()
 {
     return QStringLiteral("universes/splitter");
-}
-
-/// A name may look like HTML.
-QString AsTip(const QString& text)
-{
-    return text.isEmpty() ? QString() : QStringLiteral("<qt>%1</qt>").arg(text.toHtmlEscaped());
 }
 
 } // namespace
@@ -238,6 +233,7 @@ void UniversesPanel::showEvent(QShowEvent* event)
     QWidget::showEvent(event);
     timer_.start(LookMilliseconds);
     looks_ = 0;
+    watch_.ForgetFrames();
     Refresh();
     grid_->ShowSelected(selected_);
     FollowSelection();
@@ -252,26 +248,33 @@ void UniversesPanel::hideEvent(QHideEvent* event)
 /// Between two frames, which are built in one go on this thread.
 void UniversesPanel::Refresh()
 {
-    if (watch_.Look())
+    const bool follows = std::exchange(followsRows_, false);
+    if (watch_.Look()) {
         ShowRows();
+        if (follows)
+            FollowSelection();
+    }
     if (looks_++ % LooksForFrames == 0) {
         watch_.CountFrames(Platform::MonotonicNanoseconds());
         ShowFrames();
     }
     const UniverseRow* row = Shown();
     grid_->ShowValues(row ? watch_.ValuesOf(*row) : std::span<const std::uint8_t>());
-    ShowLine();
+    if (looks_ % LooksForLine == 0)
+        ShowLine();
 }
 
 void UniversesPanel::ShowRows()
 {
-    grid_->CancelDrag(); // where it would go may be another place now
     {
         // In between, rows and patch are not of the same document.
         const QScopedValueRollback<bool> bringing(bringsRows_, true);
         table_.SetRows(watch_.Rows());
     }
     int row = shown_ ? table_.Find(*shown_) : 0;
+    // What is dragged, or where it would go, may be another place now.
+    if (std::exchange(patchVersion_, watch_.PatchVersion()) != watch_.PatchVersion() || row < 0)
+        grid_->CancelDrag();
     if (row < 0)
         row = std::max(list_->currentIndex().row(), 0); // beside it
     const UniverseRow* chosen = table_.Row(row);
@@ -297,7 +300,11 @@ const UniverseRow* UniversesPanel::Shown() const
 const PatchUniverse* UniversesPanel::ShownPatch() const
 {
     const UniverseRow* row = Shown();
-    return row && row->patch >= 0 ? &watch_.Patch()[static_cast<std::size_t>(row->patch)] : nullptr;
+    if (!row || row->kind == UniverseRow::Kind::Received)
+        return nullptr;
+    const PatchTable& patch = watch_.Patch();
+    const auto found = std::ranges::find(patch, row->target, &PatchUniverse::target);
+    return found == patch.end() ? nullptr : &*found;
 }
 
 void UniversesPanel::ShowUniverse()
@@ -372,10 +379,9 @@ void UniversesPanel::ShowLine()
 void UniversesPanel::ChooseRow(int row)
 {
     const QModelIndex index = table_.index(row, 0);
-    if (!index.isValid())
-        return;
-    if (list_->currentIndex().row() != row)
-        list_->setCurrentIndex(index);
+    if (!index.isValid() || list_->currentIndex().row() == row)
+        return; // the operator may have scrolled away from it
+    list_->setCurrentIndex(index);
     list_->scrollTo(index);
 }
 
@@ -398,11 +404,14 @@ void UniversesPanel::GoTo()
         row = found == rows.end() ? -1 : static_cast<int>(found - rows.begin());
     }
     if (!wanted || row < 0) {
-        notice_ = wanted ? tr("Universe %1 is not in use.")
-                               .arg(UniverseLabel(
-                                   static_cast<std::uint16_t>(wanted->portAddress.value_or(0))))
-                         : tr("\"%1\" is no channel: type 97, 4/97 or 0/4/97, channels 1 to 512.")
-                               .arg(goTo_->text());
+        if (!wanted)
+            notice_ = tr("\"%1\" is no channel: type 97, 4/97 or 0/4/97, channels 1 to 512.")
+                          .arg(goTo_->text());
+        else if (wanted->portAddress)
+            notice_ = tr("Universe %1 is not in use.")
+                          .arg(UniverseLabel(static_cast<std::uint16_t>(*wanted->portAddress)));
+        else
+            notice_ = tr("No universe is in use: patch an element first.");
         goTo_->selectAll();
         return ShowLine();
     }
@@ -434,8 +443,10 @@ void UniversesPanel::ShowSelection(const ElementIds& ids)
     if (!isVisible())
         return;
     grid_->ShowSelected(selected_);
-    if (!selects_)
-        FollowSelection();
+    if (selects_)
+        return;
+    FollowSelection();
+    followsRows_ = true; // a new element has no universe before the next look
 }
 
 /// Shows the universe of what is selected, when that is one.
@@ -503,13 +514,15 @@ void UniversesPanel::DragTo(int from, int over, const QPoint& global)
     const ElementIds ids = isSelected ? selected_ : ElementIds{element};
     const QPoint inList = list_->viewport()->mapFromGlobal(global);
     const bool overList = list_->viewport()->rect().contains(inList);
-    const int dropRow = overList ? list_->indexAt(inList).row() : -1;
+    int dropRow = overList ? list_->indexAt(inList).row() : -1;
     if (const UniverseRow* row = table_.Row(dropRow))
         move_.To(watch_.Patch(), ids, {.channels = 0, .to = row->target}, row->target);
     else if (over > 0)
         move_.To(watch_.Patch(), ids, {.channels = over - from, .to = std::nullopt}, shown->target);
     else
         move_.Clear();
+    if (!move_.Preview())
+        dropRow = -1;
     if (delegate_->DropRow() != dropRow) {
         delegate_->SetDropRow(dropRow);
         list_->viewport()->update();

@@ -101,6 +101,8 @@ private:
     ElementIds selected_;              ///< ascending
     bool selects_ = false;             ///< a selection that is made here
     bool bringsRows_ = false;          ///< the table is being changed
+    bool followsRows_ = false;         ///< the selection is looked for in the next rows, too
+    std::uint32_t patchVersion_ = 0;   ///< of the patch that is shown
     QString lineText_;                 ///< whole, below the grid
     QString notice_;                   ///< instead of the line, until something else is looked at
 

@@ -54,6 +54,8 @@ protected:
             words << AddressText(*each.address);
         const PatchMove move = PreviewMove(Document(), patch, addresses, shown);
         words << QString::number(move.channels.count()) << QString::number(move.taken.count());
+        if (move.shared != static_cast<int>(move.taken.count()))
+            words << QStringLiteral("of %1").arg(move.shared);
         if (!move.fits)
             words << "no"_q;
         return words.join(QLatin1Char(' ')).toStdString();
@@ -96,13 +98,18 @@ TEST_F(Universes, EachIsARowWithItsWay)
     Connect();
     EXPECT_TRUE(watch.Look());
     EXPECT_EQ(Rows(), (QStringList{"0/8 (8) to broadcast: 6"_q, "0/9 (9) to broadcast: 0"_q}));
-    EXPECT_TRUE(watch.Rows()[1].hasInput);
-    EXPECT_EQ(watch.Rows()[1].patch, -1);
+    EXPECT_FALSE(watch.Rows()[1].hasInput) << "nobody sends";
     Frame(10, 20, 30);
     const auto values = watch.ValuesOf(watch.Rows()[0]);
     EXPECT_EQ(std::vector<int>(values.begin(), values.begin() + 7),
               (std::vector<int>{10, 20, 30, 10, 20, 30, 0}));
     EXPECT_EQ(values.size(), 512U);
+    watch.CountFrames(1);
+    EXPECT_EQ(watch.FramesOf(watch.Rows()[0]), std::nullopt);
+    watch.CountFrames(2);
+    EXPECT_EQ(watch.FramesOf(watch.Rows()[0]), 0);
+    watch.ForgetFrames();
+    EXPECT_EQ(watch.FramesOf(watch.Rows()[0]), std::nullopt);
     const std::pair<const wchar_t*, QString> ways[] = {
         {L"9.0.0.1", "nobody: 9.0.0.1 is not in the network"_q},
         {L"2.0.0.11", "2.0.0.11"_q},
@@ -142,6 +149,12 @@ TEST_F(Universes, RowsThatStayAreTheSameRows)
             four = table.index(table.Find(row(4)), 0);
         EXPECT_EQ(four.row(), table.Find(row(4)));
     }
+    received.way = "received from <b>"_q;
+    received.tip = "of <i>"_q;
+    table.SetRows({received});
+    const QModelIndex used = table.index(0, UniverseTable::UsedColumn);
+    EXPECT_EQ(used.data(Qt::ToolTipRole), "<qt>received from &lt;b&gt;<br>of &lt;i&gt;</qt>"_q);
+    EXPECT_EQ(used.data(Qt::AccessibleTextRole).toString(), QString());
 }
 
 TEST_F(Universes, CellsTellTheirOwnersApart)
@@ -160,9 +173,17 @@ TEST_F(Universes, CellsTellTheirOwnersApart)
     EXPECT_EQ(Cells(patch[0], 506, 512), "..Bbbb!"_q);
     EXPECT_EQ(Cells(patch[1], 1, 8, true), "A~Aaaa~~"_q);
     EXPECT_EQ(patch[1].target.portAddress, 5);
-    EXPECT_EQ(HasInput({AutoNode, 5}, Document().GetMerging()), true);
-    EXPECT_EQ(HasInput({AutoNode, 6}, Document().GetMerging()), false);
-    EXPECT_EQ(HasInput({L"2.0.0.10", 5}, Document().GetMerging()), false);
+    const struct
+    {
+        PatchTarget target;
+        std::vector<ArtNetReceived> received;
+        bool wanted;
+    } inputs[] = {{{AutoNode, 5}, {{.portAddress = 1}}, true},
+                  {{AutoNode, 5}, {}, false},
+                  {{AutoNode, 6}, {{.portAddress = 1}, {.portAddress = 2}}, false},
+                  {{L"2.0.0.10", 5}, {{.portAddress = 1}}, false}};
+    for (const auto& each : inputs)
+        EXPECT_EQ(HasInput(each.target, Document().GetMerging(), each.received), each.wanted);
     const UniverseCells none = UniverseCells::Of(nullptr, false, Document());
     EXPECT_EQ(none.cells, UniverseCells().cells);
 }
@@ -175,7 +196,11 @@ TEST_F(Universes, MovedBlocksTellWhatIsInTheWay)
     Add({.portAddress = 2, .channel = 3});
     const PatchTarget here{AutoNode, 0};
     const PatchTarget node{L"2.0.0.10", 1};
+    const auto apart = Add({.portAddress = 3, .channel = 4});
+    Add({.portAddress = 3, .channel = 13});
     const PatchTarget merged{AutoNode, 9};
+    const PatchTarget received{AutoNode, 2};
+    const PatchTarget beyond{AutoNode, 256};
     const PatchTarget taken{AutoNode, 2};
     const struct
     {
@@ -197,6 +222,10 @@ TEST_F(Universes, MovedBlocksTellWhatIsInTheWay)
         {{second}, 0, &node, "0/1/11 6 0"},
         {{first}, 0, &here, "0/0/1 6 0"},
         {{first}, 0, &merged, "0/2/1 6 4"}, // what the merger sends on 9 is patched to 2
+        {{first}, 0, &beyond, "0 0"},
+        {{first, apart}, 0, &taken, "0/2/1 0/2/4 9 6"}, // the two meet, and what is there
+        {{apart, first}, 1, nullptr, "0/3/5 0/0/2 6 0"},
+        {{apart, first}, 5, nullptr, "0/3/9 0/0/6 6 1 of 3"}, // in the other universe, too
         {{99}, 1, nullptr, "0 0"},
     };
     for (const auto& each : cases) {
@@ -206,6 +235,12 @@ TEST_F(Universes, MovedBlocksTellWhatIsInTheWay)
             shift.to = *each.to;
         EXPECT_EQ(Moved(each.ids, shift, each.to ? *each.to : here), each.wanted);
     }
+    EXPECT_TRUE(MayBePatched(received, Document().GetMerging()));
+    Merge(2, 1, 9);
+    EXPECT_FALSE(MayBePatched(received, Document().GetMerging()));
+    EXPECT_FALSE(MayBePatched(beyond, Document().GetMerging()));
+    EXPECT_TRUE(MayBePatched(merged, Document().GetMerging()));
+    Merge(2, 1, 9, false);
     PatchShift toNode;
     toNode.to = node;
     const auto moved = ShiftedAddresses(Document(), PatchTableOf(Document()), {second}, toNode);

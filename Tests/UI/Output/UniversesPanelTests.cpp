@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollBar>
 #include <QSettings>
 #include <QTest>
 #include <QToolButton>
@@ -182,6 +183,10 @@ TEST_F(Panel, CellsSelectAndFollowTheSelection)
     EXPECT_TRUE(Shows(400, accent));
     panel->ShowSelection({first, third});
     EXPECT_EQ(list->currentIndex().row(), 1) << "it stays";
+    const auto placed = Add({.portAddress = 7});
+    panel->ShowSelection({placed});
+    EXPECT_TRUE(QTest::qWaitFor([this] { return list->currentIndex().row() == 2; }));
+    panel->ShowSelection({third});
     panel->hide();
     panel->ShowSelection({second});
     EXPECT_EQ(list->currentIndex().row(), 1);
@@ -194,6 +199,7 @@ TEST_F(Panel, DraggedBlocksAreMovedInOneStep)
     const auto first = Add({.channel = 1});
     const auto second = Add({.channel = 7});
     const auto third = Add({.portAddress = 4, .channel = 4, .node = L"2.0.0.10"});
+    Add({.portAddress = 256}); // sub-net 16, by an edited file
     Open();
     QWidget* cells = grid->viewport();
     Press(2);
@@ -227,8 +233,14 @@ TEST_F(Panel, DraggedBlocksAreMovedInOneStep)
     EXPECT_EQ(Place(first) + " " + Place(second), "0/0/1 0/0/7");
     QTest::qWait(150);
 
-    // To another universe, with its node.
     panel->ShowSelection({first});
+    Press(3);
+    DragTo(list->viewport(), list->visualRect(list->model()->index(2, 0)).center());
+    EXPECT_TRUE(Text("universeLine").contains("can't be patched"_q));
+    Drop();
+    EXPECT_EQ(Place(first), "0/0/1");
+
+    // To another universe, with its node.
     Press(3);
     DragTo(list->viewport(), list->visualRect(list->model()->index(1, 0)).center());
     EXPECT_TRUE(Text("universeLine").contains("0/4/1: shares 3 channels"_q))
@@ -241,6 +253,47 @@ TEST_F(Panel, DraggedBlocksAreMovedInOneStep)
     history.undo();
     EXPECT_EQ(AddressOf(first), DMXMappingArtNet(0, 0, 1, AutoNode, L""));
     EXPECT_EQ(Place(third), "0/4/4");
+}
+
+TEST_F(Panel, ADragEndsWithItsUniverse)
+{
+    Add({.portAddress = 4});
+    const auto last = Add({.portAddress = 9});
+    Open();
+    GoTo("9/1");
+    Press(1);
+    DragTo(grid->viewport(), At(21));
+    manager.SetDescriptions({{last, L"Renamed"}});
+    QTest::qWait(250);
+    EXPECT_TRUE(grid->IsDragging()) << "nothing went elsewhere";
+    manager.RemoveMappedObjects({last});
+    EXPECT_TRUE(QTest::qWaitFor([this] { return list->model()->rowCount() == 1; }));
+    EXPECT_FALSE(grid->IsDragging());
+    Drop();
+    EXPECT_EQ(history.count(), 0);
+    EXPECT_TRUE(Text("universeTitle").contains("0/4 (4)"_q));
+}
+
+TEST_F(Panel, WhatTheOperatorScrolledStays)
+{
+    constexpr int universes = 40;
+    for (int portAddress = 0; portAddress < universes; ++portAddress)
+        Add({.portAddress = portAddress});
+    Open();
+    panel->resize(1200, 150);
+    QTest::qWait(50);
+    const QPoint at = At(5);
+    Mouse(QEvent::MouseMove, grid->viewport(), at, false);
+    ASSERT_EQ(grid->Looked(), 5);
+    ASSERT_GT(grid->verticalScrollBar()->maximum(), 0);
+    grid->verticalScrollBar()->setValue(grid->verticalScrollBar()->singleStep());
+    EXPECT_GT(grid->Looked(), 5);
+    EXPECT_EQ(grid->Looked(), grid->ChannelAt(at));
+    QScrollBar& bar = *list->verticalScrollBar();
+    bar.setValue(bar.maximum());
+    Add({.portAddress = universes});
+    EXPECT_TRUE(QTest::qWaitFor([this] { return list->model()->rowCount() > universes; }));
+    EXPECT_GT(bar.value(), 0);
 }
 
 TEST_F(Panel, NothingIsReadWhileHiddenAndEmptyDocumentsAreSaid)
@@ -267,6 +320,10 @@ TEST_F(Panel, NothingIsReadWhileHiddenAndEmptyDocumentsAreSaid)
     manager.ClearAll();
     EXPECT_TRUE(QTest::qWaitFor([this] { return list->model()->rowCount() == 0; }));
     EXPECT_FALSE(grid->isEnabled());
+    auto* field = panel->findChild<QLineEdit*>();
+    field->setText("5"_q);
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_TRUE(Text("universeLine").startsWith("No universe is in use"_q));
 
     panel->findChild<QToolButton*>("universePercent"_q)->click();
     EXPECT_TRUE(grid->IsPercent());
