@@ -53,13 +53,14 @@ FaultyElements FindPatchFaults(std::span<MappedLedItem* const> elements,
             faulty[element->uniqueID] |= PatchFault::CutOff;
         if (answering && !isAuto && !answering->contains(address->GetIpconf()))
             faulty[element->uniqueID] |= PatchFault::SilentNode;
-        (isAuto ? *broadcast : *chosen).set(patched.portAddress);
+        if (!patched.channels.AreNone()) // else nothing of it is sent
+            (isAuto ? *broadcast : *chosen).set(patched.portAddress);
         patch.push_back(patched);
         items.push_back(element);
     }
     *broadcast &= *chosen;
     for (std::size_t i = 0; broadcast->any() && i < patch.size(); ++i) {
-        if (broadcast->test(patch[i].portAddress))
+        if (broadcast->test(patch[i].portAddress) && !patch[i].channels.AreNone())
             faulty[items[i]->uniqueID] |= PatchFault::MixedUniverse;
     }
     for (const std::size_t index : OverlapsWithChosen(patch))
