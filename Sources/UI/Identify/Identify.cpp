@@ -209,7 +209,8 @@ bool Identify::eventFilter(QObject* watched, QEvent* event)
     if (!on_ || !(isPress || event->type() == QEvent::ShortcutOverride))
         return false;
     const QWidget& list = parts_.canvas.List();
-    if (watched == &list && list.isAncestorOf(QApplication::focusWidget()))
+    const QWidget* focus = QApplication::focusWidget();
+    if (watched == &list && focus != &list && list.isAncestorOf(focus))
         return false; // Keys that the editor of a name has no use for come here.
     const auto& key = *static_cast<QKeyEvent*>(event);
     if (!TakesKey(key))
@@ -247,7 +248,7 @@ void Identify::ShowFacts()
     if (element && element->GetArtNetMapping())
         facts = FactsOf(*element);
     else
-        facts.number = tr("Nothing to identify");
+        facts.description = tr("Nothing to identify");
     if (const auto leftOut = walk_.LeftOut(); leftOut > 0)
         facts.trouble += (facts.trouble.isEmpty() ? QString() : QStringLiteral("\n")) +
                          tr("Left out, having no address: %1").arg(leftOut);
