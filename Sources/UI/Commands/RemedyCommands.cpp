@@ -49,30 +49,40 @@ FixtureCommand::FixtureCommand(DeviceManager& manager, std::vector<ElementFixtur
     after_ = std::move(fixtures);
 }
 
-bool PushRemedy(DeviceManager& manager, QUndoStack& history, std::span<const PatchProblem> problems,
-                std::span<const std::int32_t> taken)
+RemedyOutcome PushRemedy(DeviceManager& manager, QUndoStack& history,
+                         std::span<const PatchProblem> problems,
+                         std::span<const std::int32_t> taken)
 {
     if (problems.empty())
-        return false;
+        return {};
     const MappedDeviceModel& document = *manager.GetMappedDeviceModel();
-    switch (RemedyOf(problems.front().rule)) {
+    const auto concerned = static_cast<int>(RemedyElements(problems, document).size());
+    const auto outcome = [concerned](const auto& entries, bool isPushed) -> RemedyOutcome {
+        const auto count = static_cast<int>(entries.size());
+        return {isPushed ? count : 0, concerned - count};
+    };
+    const PatchRemedy remedy = RemedyOf(problems.front().rule);
+    switch (remedy) {
     case PatchRemedy::FreeAddress:
-    case PatchRemedy::SendToAll:
-        return PushAddresses(manager, history, RemedyAddresses(problems, document, taken));
-    case PatchRemedy::LibraryDefinition:
-        return PushStep(history,
-                        std::make_unique<FixtureCommand>(
-                            manager, RemedyFixtures(problems, document, *manager.GetDeviceModel()),
-                            QObject::tr("Take Library Definition")));
+    case PatchRemedy::SendToAll: {
+        const auto addresses = RemedyAddresses(problems, document, taken);
+        return outcome(addresses, PushAddresses(manager, history, addresses));
+    }
+    case PatchRemedy::LibraryDefinition: {
+        const auto fixtures = RemedyFixtures(problems, document, *manager.GetDeviceModel());
+        return outcome(fixtures, PushStep(history, std::make_unique<FixtureCommand>(
+                                                       manager, fixtures,
+                                                       QObject::tr("Take Library Definition"))));
+    }
     case PatchRemedy::OntoCanvas:
-        return PushStep(history,
-                        std::make_unique<PlaceCommand>(manager, RemedyPlaces(problems, document),
-                                                       QObject::tr("Bring onto Canvas")));
-    case PatchRemedy::FitPixels:
-        return PushStep(history,
-                        std::make_unique<PlaceCommand>(manager, RemedyPlaces(problems, document),
-                                                       QObject::tr("Enlarge to Pixels")));
+    case PatchRemedy::FitPixels: {
+        const auto places = RemedyPlaces(problems, document);
+        const QString text = remedy == PatchRemedy::OntoCanvas ? QObject::tr("Bring onto Canvas")
+                                                               : QObject::tr("Enlarge to Pixels");
+        return outcome(places,
+                       PushStep(history, std::make_unique<PlaceCommand>(manager, places, text)));
+    }
     default:
-        return false;
+        return {0, concerned};
     }
 }

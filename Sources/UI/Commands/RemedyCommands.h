@@ -30,8 +30,16 @@ public:
                    const QString& text);
 };
 
+/// How many elements a remedy has put right, and how many it could not.
+struct RemedyOutcome
+{
+    int helped = 0;
+    int left = 0;
+};
+
 /// Puts problems of the patch right that are all of one rule, as the next step of the history.
-/// False when nothing changes: they have no remedy or are gone, or no address is free. `taken` are
+/// Where nothing is to be changed there is no step, and no element is helped. `taken` are
 /// Port-Addresses that are not ours to use.
-bool PushRemedy(DeviceManager& manager, QUndoStack& history, std::span<const PatchProblem> problems,
-                std::span<const std::int32_t> taken);
+RemedyOutcome PushRemedy(DeviceManager& manager, QUndoStack& history,
+                         std::span<const PatchProblem> problems,
+                         std::span<const std::int32_t> taken);

@@ -12,10 +12,12 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QStringList>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
+#include "Model/PatchRemedy.h"
 #include "UI/Commands/RemedyCommands.h"
 #include "UI/Output/LivePatchCheck.h"
 #include "UI/Output/ProblemCounts.h"
@@ -24,13 +26,42 @@
 #include "UI/Widgets/ListColumns.h"
 #include "UI/Widgets/TroubleDelegate.h"
 
+namespace {
+
+constexpr int NoteMilliseconds = 10'000;
+
+/// Why the remedy left elements as they are.
+QString ReasonText(PatchRemedy remedy)
+{
+    return remedy == PatchRemedy::OntoCanvas
+               ? ProblemsPanel::tr("They are larger than the canvas.")
+               : ProblemsPanel::tr("No universe that they may be in has so many channels free.");
+}
+
+QString OutcomeText(PatchRemedy remedy, const RemedyOutcome& outcome)
+{
+    if (outcome.left > 0)
+        return ProblemsPanel::tr("Elements put right: %1, left as they are: %2. %3")
+            .arg(QString::number(outcome.helped), QString::number(outcome.left),
+                 ReasonText(remedy));
+    return outcome.helped > 0 ? QString() : ProblemsPanel::tr("There was nothing to change.");
+}
+
+} // namespace
+
 ProblemsPanel::ProblemsPanel(const Parts& parts)
     : parts_(parts)
     , model_(new ProblemsModel(parts.manager, this))
     , list_(new DockList)
+    , noteTimer_(new QTimer(this))
 {
     setObjectName(QStringLiteral("problemsPanel"));
     BuildList();
+    setFocusProxy(list_);
+    noteTimer_->setSingleShot(true);
+    noteTimer_->setInterval(NoteMilliseconds);
+    connect(noteTimer_, &QTimer::timeout, this, &ProblemsPanel::DropNote);
+    connect(list_, &QAbstractItemView::clicked, this, &ProblemsPanel::DropNote);
     summary_ = new QLabel;
     summary_->setObjectName(QStringLiteral("problemsSummary"));
     summary_->setTextFormat(Qt::PlainText);
@@ -148,9 +179,12 @@ std::vector<PatchProblem> ProblemsPanel::Chosen() const
 void ProblemsPanel::ShowCurrent()
 {
     const PatchProblem* problem = Current();
-    effect_->setText(problem ? EffectText(*problem) : QString());
+    effect_->setText(!note_.isEmpty() ? note_ : problem ? EffectText(*problem) : QString());
     show_->setEnabled(problem && !problem->elements.empty());
-    const QString remedy = problem ? RemedyText(RemedyOf(problem->rule)) : QString();
+    const QString remedy =
+        problem && CanBeRemedied(*problem, *parts_.manager.GetMappedDeviceModel())
+            ? RemedyText(RemedyOf(problem->rule))
+            : QString();
     remedy_->setVisible(!remedy.isEmpty());
     if (!remedy.isEmpty())
         remedy_->setText(remedy);
@@ -175,8 +209,17 @@ void ProblemsPanel::Remedy()
     std::erase_if(alike, [rule = current->rule](const PatchProblem& problem) {
         return problem.rule != rule;
     });
-    if (!PushRemedy(parts_.manager, parts_.undoStack, alike, takenUniverses_))
-        effect_->setText(tr("Nothing could be changed: no address is free."));
+    const PatchRemedy remedy = RemedyOf(current->rule);
+    note_ =
+        OutcomeText(remedy, PushRemedy(parts_.manager, parts_.undoStack, alike, takenUniverses_));
+    noteTimer_->start();
+    ShowCurrent();
+}
+
+void ProblemsPanel::DropNote()
+{
+    note_.clear();
+    ShowCurrent();
 }
 
 // ---- Keys --------------------------------------------------------------------------------------

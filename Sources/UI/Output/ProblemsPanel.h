@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include <QString>
 #include <QWidget>
 
 #include "Model/PatchProblem.h"
@@ -15,6 +16,7 @@ class LivePatchCheck;
 class ProblemsModel;
 class QLabel;
 class QPushButton;
+class QTimer;
 class QUndoStack;
 
 /// What is wrong with the patch: a live list, and below it the remedy of the chosen problems. While
@@ -56,6 +58,7 @@ private:
     void ShowCurrent();
     void ShowElements();
     void Remedy();
+    void DropNote();
     void CopyRows() const;
     [[nodiscard]] const PatchProblem* Current() const;
     [[nodiscard]] std::vector<PatchProblem> Chosen() const;
@@ -65,6 +68,8 @@ private:
     ProblemsModel* model_;
     DockList* list_;
     ListColumns* columns_ = nullptr; ///< the list owns it
+    QTimer* noteTimer_;
+    QString note_; ///< what became of the last remedy, in place of the effect for a while
     QLabel* summary_ = nullptr;
     QLabel* effect_ = nullptr;
     QPushButton* show_ = nullptr;

@@ -255,7 +255,9 @@ TEST(PatchCheck, EachRuleFindsItsProblemAndTheRemedyPutsItRight)
             SCOPED_TRACE(MatterText(problem).toStdString());
             const bool hasRemedy = RemedyOf(problem.rule) != PatchRemedy::None;
             EXPECT_EQ(hasRemedy, !RemedyText(RemedyOf(problem.rule)).isEmpty());
-            ASSERT_EQ(PushRemedy(show.manager, show.history, {&problem, 1}, {}), hasRemedy);
+            ASSERT_EQ(PushRemedy(show.manager, show.history, {&problem, 1}, {}).helped > 0,
+                      hasRemedy);
+            EXPECT_EQ(CanBeRemedied(problem, show.Document()), hasRemedy);
             if (!hasRemedy)
                 continue;
             for (const PatchProblem& left : show.Check())
@@ -323,22 +325,58 @@ std::string Remedied(Show& show, std::vector<std::int32_t> taken, int first)
     return text;
 }
 
-TEST(PatchRemedy, AFreeAddressIsInTheSameUniverseOrBehindAllOthers)
+/// A universe with no more than two channels free.
+std::vector<Bar> FullUniverse(int universe)
+{
+    std::vector<Bar> full;
+    for (int i = 0; i < 17; ++i)
+        full.push_back({universe, 1 + 30 * i});
+    return full;
+}
+
+TEST(PatchRemedy, AFreeAddressIsInTheSameUniverseOrWhereNoOtherNodeIsSentTo)
 {
     Show gaps({{2, 1}, {2, 91}, {2, 500}, {2, 505}});
     EXPECT_EQ(Remedied(gaps, {}, 0), "0/2/1 0/2/91 0/2/31 0/2/61 ");
-    for (const auto& [universe, wanted] :
-         {std::pair(15, "1/1/1 1/1/31 "), std::pair(255, "15/15/1 15/15/1 ")})
+    Show chain({{2, 1}, {2, 30}, {2, 60}});
+    EXPECT_EQ(Remedied(chain, {}, 0), "0/2/1 0/2/90 0/2/60 ");
+    Show several({{2, 1, L"2.0.0.5"}, {2, 513, L"2.0.0.6"}});
+    EXPECT_EQ(Remedied(several, {}, 0), "0/2/1 0/2/31 ");
+    Show unsent({{2, 1}, {2, 513, L"2.0.0.5"}});
+    EXPECT_EQ(Remedied(unsent, {}, 0), "0/2/1 0/3/1 ");
+
+    struct FullCase
     {
-        std::vector<Bar> full;
-        for (int i = 0; i < 17; ++i)
-            full.push_back({universe, 1 + 30 * i});
-        full.push_back({universe, 1});
-        full.push_back({universe, 1});
-        Show show(full);
-        EXPECT_EQ(Remedied(show, {16}, 17), wanted);
-        EXPECT_EQ(show.history.count(), universe == 15 ? 1 : 0);
+        int universe;
+        std::vector<Bar> others;
+        const char* addresses;
+    };
+    const std::vector<FullCase> table = {
+        {15, {{15, 1}, {15, 1}}, "1/1/1 1/1/31 "},
+        {255, {{255, 1}, {255, 1}}, "0/0/1 0/0/31 "},
+        {4, {{4, 1}, {9, 1}}, "0/9/31 0/9/1 "},
+        {4, {{4, 1}, {9, 1, L"2.0.0.5"}}, "0/10/1 0/9/1 "},
+        {4, {{4, 1}, {255, 1, L"2.0.0.5"}, {0, 1, L"2.0.0.5"}}, "0/1/1 15/15/1 0/0/1 "},
+    };
+    for (const FullCase& each : table) {
+        std::vector<Bar> bars = FullUniverse(each.universe);
+        bars.insert(bars.end(), each.others.begin(), each.others.end());
+        Show show(bars);
+        EXPECT_EQ(Remedied(show, {16}, 17), each.addresses);
+        EXPECT_EQ(show.history.count(), 1);
     }
+}
+
+TEST(PatchRemedy, WhatCannotBeHelpedIsCountedAndOfferedNoRemedy)
+{
+    Show large({{0, 1, AutoNode, {-10, 10, 120, 5}}, {0, 31, AutoNode, Right}});
+    std::vector<PatchProblem> problems = large.Check();
+    ASSERT_EQ(problems.size(), 2U);
+    EXPECT_FALSE(CanBeRemedied(problems[0], large.Document()));
+    EXPECT_TRUE(CanBeRemedied(problems[1], large.Document()));
+    const RemedyOutcome outcome = PushRemedy(large.manager, large.history, problems, {});
+    EXPECT_EQ(outcome.helped, 1);
+    EXPECT_EQ(outcome.left, 1);
 }
 
 /// The check that goes on and the rows of the list, against a check of everything, while elements
