@@ -53,8 +53,9 @@ constexpr std::array RuleTable = {
               PatchRemedy::FreeAddress},
     RuleWords{PatchRule::MixedUniverse,
               QT_TRANSLATE_NOOP("PatchProblem",
-                                "Universe %1 goes to all nodes, and to node %4 by itself"),
-              QT_TRANSLATE_NOOP("PatchProblem", "The node gets two pictures in turn: it flickers."),
+                                "Universe %1 has elements with node Auto, and others with node %4"),
+              QT_TRANSLATE_NOOP("PatchProblem",
+                                "A node that gets both shows two pictures in turn: it flickers."),
               PatchRemedy::SendToAll},
     RuleWords{PatchRule::OutsideNetwork,
               QT_TRANSLATE_NOOP("PatchProblem", "Node %4 is outside of the network"),
@@ -102,7 +103,9 @@ constexpr std::array RuleTable = {
     RuleWords{PatchRule::MergerNode,
               QT_TRANSLATE_NOOP("PatchProblem",
                                 "Universe %1 is merged: its elements cannot have node %4"),
-              QT_TRANSLATE_NOOP("PatchProblem", "They are sent on universe %8 to all nodes."),
+              QT_TRANSLATE_NOOP("PatchProblem",
+                                "They are sent on universe %8 to all nodes, or to those "
+                                "that announce it."),
               PatchRemedy::SendToAll},
     RuleWords{PatchRule::MergerSource,
               QT_TRANSLATE_NOOP("PatchProblem", "Universe %1 is merged and sent on universe %8"),
@@ -240,13 +243,13 @@ QString RemedyText(PatchRemedy remedy)
     case PatchRemedy::FreeAddress:
         return Words::tr("Give a Free &Address");
     case PatchRemedy::SendToAll:
-        return Words::tr("Send to &All Nodes");
+        return Words::tr("Set the Node to &Auto");
     case PatchRemedy::LibraryDefinition:
         return Words::tr("&Take the Library's Definition");
     case PatchRemedy::OntoCanvas:
         return Words::tr("&Bring onto the Canvas");
     case PatchRemedy::FitPixels:
-        return Words::tr("&Enlarge to Its Pixels");
+        return Words::tr("Enlarge to Its &Pixels");
     default:
         return {};
     }

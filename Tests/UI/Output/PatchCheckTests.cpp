@@ -174,7 +174,7 @@ const std::vector<Case> FaultyDocuments = {
      {"Caution 0/0 #1 #2 #3: Channels 30 to 59 of universe 0/0 are written by 3 elements"}},
     {{{0, 1}, {0, 100, L"2.0.0.5"}},
      {},
-     {"Fault 0/0 #1 #2: Universe 0/0 goes to all nodes, and to node 2.0.0.5 by itself"}},
+     {"Fault 0/0 #1 #2: Universe 0/0 has elements with node Auto, and others with node 2.0.0.5"}},
     {{{0, 1, L"2.0.0.5"}, {0, 1, L"2.0.0.6"}},
      {},
      {"Hint 0/0 #1 #2: Universe 0/0 goes to several nodes: 2.0.0.5, 2.0.0.6"}},
