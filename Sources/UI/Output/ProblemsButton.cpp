@@ -10,6 +10,12 @@ namespace {
 
 constexpr int MarkSize = 12;
 constexpr int Margins = 12; ///< beside the mark and the text
+constexpr int MostShown = 999;
+
+QString CountText(int count)
+{
+    return count > MostShown ? QStringLiteral("%1+").arg(MostShown) : QString::number(count);
+}
 
 } // namespace
 
@@ -28,7 +34,7 @@ ProblemsButton::ProblemsButton(const LivePatchCheck& check)
 void ProblemsButton::Show(const ProblemCounts& counts)
 {
     counts_ = counts;
-    setText(counts.Problems() == 0 ? tr("OK") : QString::number(counts.Problems()));
+    setText(counts.Problems() == 0 ? tr("OK") : CountText(counts.Problems()));
     const QString details = counts.Details();
     const QString words = details.isEmpty() ? tr("Nothing is wrong with the patch")
                                             : tr("What is wrong with the patch: %1").arg(details);
@@ -45,7 +51,7 @@ void ProblemsButton::ShowMark()
 
 QSize ProblemsButton::sizeHint() const
 {
-    return {fontMetrics().horizontalAdvance(QStringLiteral("999")) + MarkSize + Margins,
+    return {fontMetrics().horizontalAdvance(CountText(MostShown + 1)) + MarkSize + Margins,
             QToolButton::sizeHint().height()};
 }
 
