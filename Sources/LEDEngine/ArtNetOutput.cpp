@@ -201,8 +201,14 @@ std::vector<ArtNetOtherSender> ArtNetOutput::GetOtherSenders() const
     if (inputClient && !merging.IsEnabled()) { // the universes are kept all the same
         for (const ArtNetReceived& received : inputClient->GetReceived())
             senders.push_back({received.portAddress, received.sender});
-        std::ranges::sort(senders);
     }
+    std::erase_if(senders, [this](const ArtNetOtherSender& other) {
+        return !Platform::IsInNetwork(broadcastValue, Platform::FormatIPv4(other.sender));
+    });
+    // Two sockets may hear the same broadcast.
+    std::ranges::sort(senders);
+    const auto repeated = std::ranges::unique(senders);
+    senders.erase(repeated.begin(), repeated.end());
     return senders;
 }
 
