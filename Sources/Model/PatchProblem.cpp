@@ -162,7 +162,7 @@ const RuleWords& WordsOf(PatchRule rule)
 
 QString NodeText(const PatchProblem& problem)
 {
-    const QString address = QString::fromStdWString(problem.node);
+    QString address = QString::fromStdWString(problem.node);
     if (problem.name.empty())
         return address;
     return QStringLiteral("\"%1\" (%2)").arg(QString::fromStdWString(problem.name), address);

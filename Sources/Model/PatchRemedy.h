@@ -27,7 +27,8 @@ class MappedDeviceModel;
 /// Of FreeAddress and SendToAll. A free address is in the element's own universe where there is
 /// room and Auto and a chosen node don't meet there by it; else in the last universe in use or
 /// behind it, else in the first that has room, where all elements have the same node. `taken` are
-/// Port-Addresses that are not ours to use. An element for which no address is free is in no result.
+/// Port-Addresses that are not ours to use. An element for which no address is free is in no
+/// result.
 [[nodiscard]] std::vector<ElementAddress> RemedyAddresses(std::span<const PatchProblem> problems,
                                                           const MappedDeviceModel& document,
                                                           std::span<const std::int32_t> taken);

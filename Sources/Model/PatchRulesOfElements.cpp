@@ -36,7 +36,7 @@ struct ElementSubject
 {
     const MappedLedItem& element;
     QSizeF canvas;
-    const DeviceModel* library;
+    const DeviceModel* library = nullptr;
     std::optional<Channels> channels; ///< none without an address or channels
 };
 

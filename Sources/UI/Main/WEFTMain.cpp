@@ -255,10 +255,10 @@ void WEFTMain::BuildProblemCount()
     auto* count = new ProblemsButton(*patchCheck_);
     statusBar()->addPermanentWidget(count);
     auto* dock = findChild<QDockWidget*>(QStringLiteral("dockWidgetProblems"));
-    connect(count, &ProblemsButton::clicked, dock, [dock] {
+    connect(count, &ProblemsButton::clicked, dock, [this, dock] {
         dock->show();
         dock->raise();
-        dock->setFocus();
+        problems_->setFocus();
     });
 }
 
