@@ -33,9 +33,9 @@ public:
 
     struct Dock
     {
-        const char* objectName =
-            nullptr;                 ///< with "view_" before it, that of the action that shows it
-        const char* title = nullptr; ///< untranslated
+        /// With "view_" before it, that of the action that shows it.
+        const char* objectName = nullptr;
+        const char* title = nullptr;    ///< untranslated
         const char* viewText = nullptr; ///< of the action that shows it; untranslated
         QWidget* contents = nullptr;    ///< the dock owns it from then on
         int share = 1; ///< of the height, beside those of the other docks on its side
