@@ -207,8 +207,7 @@ std::vector<ArtNetOtherSender> ArtNetOutput::GetOtherSenders() const
     });
     // Two sockets may hear the same broadcast.
     std::ranges::sort(senders);
-    const auto repeated = std::ranges::unique(senders);
-    senders.erase(repeated.begin(), repeated.end());
+    senders.erase(std::unique(senders.begin(), senders.end()), senders.end());
     return senders;
 }
 

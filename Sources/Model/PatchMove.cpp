@@ -53,7 +53,7 @@ std::bitset<512> BitsOf(const SentChannels& channels)
 }
 
 /// What the moved elements would do in one universe.
-struct Moved
+struct MovedChannels
 {
     std::bitset<512> channels;
     std::bitset<512> taken;
@@ -102,7 +102,7 @@ PatchMove PreviewMove(const MappedDeviceModel& document, const PatchTable& patch
                       const std::vector<ElementAddress>& moved, const PatchTarget& universe)
 {
     PatchMove move;
-    std::map<PatchTarget, Moved> targets;
+    std::map<PatchTarget, MovedChannels> targets;
     std::unordered_set<std::int64_t> ids;
     for (const ElementAddress& each : moved) {
         ids.insert(each.uniqueID);
@@ -114,7 +114,7 @@ PatchMove PreviewMove(const MappedDeviceModel& document, const PatchTable& patch
         move.fits = move.fits && first >= 1 && first + count - 1 <= 512;
         const std::bitset<512> bits =
             BitsOf(ChannelsSent(std::max(first, 1), first < 1 ? count + first - 1 : count));
-        Moved& there = targets[TargetOf(*each.address, document.GetMerging())];
+        MovedChannels& there = targets[TargetOf(*each.address, document.GetMerging())];
         there.taken |= there.channels & bits; // two that are moved meet
         there.channels |= bits;
     }

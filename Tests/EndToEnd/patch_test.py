@@ -240,15 +240,15 @@ class Patch(unittest.TestCase):
              "what lies beyond 512 is not sent. (Strip-1)", self.strips((0, 508, "Auto"))),
             ("Caution: Channels 12 to 12 of universe 0/0 are written by 2 elements. Of two on one channel, only one is "
              "right. (Strip-1, Strip-2)", self.strips(first, (0, 12, "Auto"))),
-            ("Fault: Universe 0/0 goes to all nodes, and to node 2.0.0.11 by itself. The node gets two pictures in "
-             "turn: it flickers. (Strip-1, Strip-2)", self.strips(first, other)),
+            ("Fault: Universe 0/0 has elements with node Auto, and others with node 2.0.0.11. A node that gets both "
+             "shows two pictures in turn: it flickers. (Strip-1, Strip-2)", self.strips(first, other)),
             ("Caution: 11 universes go to all nodes, 40 times a second. Each node must take in all of them, and slow "
              "ones fall behind. Choose auto-unicast in the preferences, or nodes for the elements.",
              self.strips(*((universe, 1, "Auto") for universe in range(6, 15)), merging=MERGING)),
             ("Caution: Patched into universe 1/4, on which the merger sends. They overwrite what the merger puts "
              "there. (Strip-1)", self.strips((20, 1, "Auto"), merging=MERGING)),
             ("Caution: Universe 0/4 is merged: its elements cannot have node 2.0.0.10. They are sent on universe 1/4 "
-             "to all nodes. (Strip-1)", self.strips((4, 1, "2.0.0.10"), merging=MERGING)),
+             "to all nodes, or to those that announce it. (Strip-1)", self.strips((4, 1, "2.0.0.10"), merging=MERGING)),
             ("Hint: Universe 0/4 is merged and sent on universe 1/4. Its elements are laid on what is received. "
              "(Strip-1)", self.strips((4, 1, "Auto"), merging=MERGING)),
             ("Hint: Universe 0/0 goes to several nodes: 2.0.0.10, 2.0.0.11. Each gets its own elements. All is well "

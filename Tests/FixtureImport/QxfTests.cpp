@@ -25,8 +25,8 @@ const std::string Channels = R"(
 <Channel Name="X" Preset="NoFunction"/>
 )";
 
-std::string Import(const std::string& channels, const std::string& mode,
-                   const std::string& physical = "", const std::string& type = "Color Changer")
+std::string ImportQxf(const std::string& channels, const std::string& mode,
+                      const std::string& physical = "", const std::string& type = "Color Changer")
 {
     const std::string xml = R"(<?xml version="1.0"?><!DOCTYPE FixtureDefinition>
 <FixtureDefinition xmlns="http://www.qlcplus.org/FixtureDefinition"><Manufacturer>Maker</Manufacturer>
@@ -95,18 +95,18 @@ TEST(Qxf, PixelsOfModesAndHeads)
         {"R G Q", "", "", "left out: The definition doesn't say what the channel \"Q\" does."},
     };
     for (const auto& row : cases)
-        EXPECT_EQ(Import("", Mode(row.names, row.heads), row.layout), row.expected)
+        EXPECT_EQ(ImportQxf("", Mode(row.names, row.heads), row.layout), row.expected)
             << row.names << " " << row.heads;
-    EXPECT_EQ(Import("", Mode("D"), "", "Hazer"),
+    EXPECT_EQ(ImportQxf("", Mode("D"), "", "Hazer"),
               "left out: It makes smoke or wind and has no colours.");
-    EXPECT_EQ(Import("",
-                     Mode("R G B R G B", "0,1,2 3,4,5") +
-                         R"(<Physical><Layout Width="1" Height="2"/></Physical>)",
-                     R"(<Layout Width="2" Height="1"/>)"),
+    EXPECT_EQ(ImportQxf("",
+                        Mode("R G B R G B", "0,1,2 3,4,5") +
+                            R"(<Physical><Layout Width="1" Height="2"/></Physical>)",
+                        R"(<Layout Width="2" Height="1"/>)"),
               "1x2 RGB 1 4 |");
-    EXPECT_EQ(Import("", R"(<Channel Number="2">D</Channel><Channel Number="-1">R</Channel>)"),
+    EXPECT_EQ(ImportQxf("", R"(<Channel Number="2">D</Channel><Channel Number="-1">R</Channel>)"),
               "1x1 L 3 | 1=0 2=0");
-    EXPECT_EQ(Import("", R"(<Channel Number="2000000000">D</Channel>)"),
+    EXPECT_EQ(ImportQxf("", R"(<Channel Number="2000000000">D</Channel>)"),
               "left out: It has 2000000001 channels. A fixture has 512 at most.");
 }
 
@@ -166,21 +166,23 @@ TEST(Qxf, OtherChannelsLeaveTheLightOnAndStill)
                        .toStdString();
         }
         const std::string name = isZoom ? "Zoom" : isIris ? "Iris" : "Y";
-        EXPECT_EQ(Import(xml + "</Channel>", Mode("R G B " + name)), "1x1 RGB 1 |" + row.expected)
+        EXPECT_EQ(ImportQxf(xml + "</Channel>", Mode("R G B " + name)),
+                  "1x1 RGB 1 |" + row.expected)
             << row.capabilities;
     }
-    EXPECT_EQ(Import(R"(<Channel Name="Y" Default="7"><Group Byte="0">Effect</Group>
+    EXPECT_EQ(ImportQxf(R"(<Channel Name="Y" Default="7"><Group Byte="0">Effect</Group>
                         <Capability Min="0" Max="255">Show</Capability></Channel>)",
-                     Mode("R G B Y")),
+                        Mode("R G B Y")),
               "1x1 RGB 1 | 4=7");
 }
 
 TEST(Qxf, ColoursThatDoMore)
 {
     const auto import = [](const std::string& capabilities) {
-        return Import(R"(<Channel Name="Y"><Group Byte="0">Intensity</Group><Colour>Red</Colour>)" +
-                          capabilities + "</Channel>",
-                      Mode("Y G B"));
+        return ImportQxf(
+            R"(<Channel Name="Y"><Group Byte="0">Intensity</Group><Colour>Red</Colour>)" +
+                capabilities + "</Channel>",
+            Mode("Y G B"));
     };
     const std::string more = "left out: The colour channel \"Y\" does more than its colour.";
     EXPECT_EQ(import(R"(<Capability Min="0" Max="9">Off</Capability>

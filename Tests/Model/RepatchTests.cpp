@@ -18,7 +18,7 @@ using enum ElementOrder::Corner;
 using enum ElementOrder::Lines;
 
 /// The indices of each line, with a "|" between lines.
-std::string Lines(const std::vector<QRectF>& boxes, const ElementOrder& order)
+std::string LinesText(const std::vector<QRectF>& boxes, const ElementOrder& order)
 {
     std::string text;
     for (const auto& line : LinesByPlace(boxes, order)) {
@@ -51,7 +51,7 @@ TEST(ElementOrder, GoesFromAnyCornerInRowsOrColumns)
              Case{{Columns, BottomLeft, false}, "1 4 | 5 0 | 3 2"},
              Case{{Columns, BottomRight, true}, "3 2 | 0 5 | 1 4"},
          })
-        EXPECT_EQ(Lines(wall, order), lines) << order.lines << order.from << order.snake;
+        EXPECT_EQ(LinesText(wall, order), lines) << order.lines << order.from << order.snake;
 }
 
 TEST(ElementOrder, FindsTheRowsThatOneSees)
@@ -69,8 +69,8 @@ TEST(ElementOrder, FindsTheRowsThatOneSees)
              Case{"at one place", {{0, 0, 5, 5}, {0, 0, 5, 5}, {0, 0, 5, 5}}, "0 1 2"},
              Case{"without size", {{9, 0, 0, 0}, {0, 0.4, 0, 0}, {0, 1.4, 0, 0}}, "1 0 | 2"},
          })
-        EXPECT_EQ(Lines(boxes, {}), lines) << what;
-    EXPECT_EQ(Lines({{0, 0, 5, 5}, {0, 0, 5, 5}}, {Rows, BottomRight, true}), "0 1");
+        EXPECT_EQ(LinesText(boxes, {}), lines) << what;
+    EXPECT_EQ(LinesText({{0, 0, 5, 5}, {0, 0, 5, 5}}, {Rows, BottomRight, true}), "0 1");
 }
 
 // ---- Addresses ---------------------------------------------------------------------------------

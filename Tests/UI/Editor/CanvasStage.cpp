@@ -127,12 +127,16 @@ Trouble TroubleOf(const MappedLedItem& element, const QList<MappedLedItem*>& all
     const auto last = [](const MappedLedItem& item) {
         return item.GetArtNetMapping()->GetChannel() + item.GetFixture().GetChannelCount() - 1;
     };
+    const auto isSent = [](const MappedLedItem& item) {
+        const std::int32_t channel = item.GetArtNetMapping()->GetChannel();
+        return channel >= 1 && channel <= 512 && item.GetFixture().GetChannelCount() > 0;
+    };
     bool shares = false;
     for (const MappedLedItem* other : all) {
         const DMXMappingArtNet* its = other->GetArtNetMapping();
         if (!its || its->GetPortAddress() != address->GetPortAddress())
             continue;
-        if (its->IsAuto() != address->IsAuto())
+        if (its->IsAuto() != address->IsAuto() && isSent(element) && isSent(*other))
             return Trouble::Fault;
         shares =
             shares || (other != &element && its->GetIpconf() == address->GetIpconf() &&

@@ -463,7 +463,7 @@ TEST(LivePatchCheck, TellsOfChangesOfDocumentLibraryAndNodes)
     };
     EXPECT_EQ(found(), Lines{});
     engine.InitializeOutput(L"2.0.0.1", L"2.255.255.255", L"", show.Document().GetMerging());
-    const auto answer = [&show](const char* ip, const char* name) {
+    const auto answer = [](const char* ip, const char* name) {
         return ArtNetNodeRecord{.ip = ip, .name = name, .universes = {{1, 0}}};
     };
     show.nodes.UpdateNodes({answer("2.0.0.5", "Truss"), answer("10.0.0.5", "Elsewhere")});
