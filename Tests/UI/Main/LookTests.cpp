@@ -80,7 +80,7 @@ using Colour = QColor Look::*;
 const std::array looks = {&GreyLook(), &NightLook()};
 
 /// Texts, and the grounds that each is written on.
-const std::vector<std::pair<Colour, std::vector<Colour>>> texts = {
+const std::vector<std::pair<Colour, std::vector<Colour>>> textColours = {
     {&Look::windowText, {&Look::window}},
     {&Look::barText, {&Look::bar}},
     {&Look::listText,
@@ -114,7 +114,7 @@ const std::array fadedTexts = {
 TEST(LookTable, TextsCanBeReadAndWhatIsFadedDiffers)
 {
     for (const Look* look : looks) {
-        for (const auto& [text, grounds] : texts) {
+        for (const auto& [text, grounds] : textColours) {
             for (const Colour ground : grounds) {
                 EXPECT_GE(Contrast(look->*text, look->*ground), Legible)
                     << (look->*text).name().toStdString() << " on "
