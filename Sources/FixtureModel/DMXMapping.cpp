@@ -103,6 +103,12 @@ std::uint16_t DMXMappingArtNet::GetPortAddress() const
                                       static_cast<std::uint32_t>(universe));
 }
 
+void DMXMappingArtNet::SetPortAddress(std::int32_t value)
+{
+    subnet = value / 16;
+    universe = value % 16;
+}
+
 void DMXMappingArtNet::SetNode(std::wstring node, std::wstring nodeName)
 {
     ipconf = std::move(node);

@@ -69,6 +69,8 @@ public:
     void SetSubnet(std::int32_t value) { subnet = value; }
     void SetUniverse(std::int32_t value) { universe = value; }
     void SetChannel(std::int32_t value) { channel = value; }
+    /// Sub-net and universe, for 0 to 255.
+    void SetPortAddress(std::int32_t value);
     void SetNode(std::wstring node, std::wstring nodeName);
 
     [[nodiscard]] bool operator==(const DMXMappingArtNet& other) const;

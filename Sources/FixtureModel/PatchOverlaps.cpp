@@ -44,6 +44,11 @@ private:
 
 using Indices = std::vector<std::size_t>;
 
+bool OneReceivesBoth(std::wstring_view one, std::wstring_view other)
+{
+    return one == other || one == AutoNode || other == AutoNode;
+}
+
 /// Marks the overlaps in one universe, whose elements are sorted by their first channel: an element
 /// shares channels with a chosen one before it when one of these ends late enough, and with one
 /// behind it when one of these begins early enough.
@@ -96,6 +101,53 @@ void ForEachUniverse(std::span<const PatchedElement> elements, const Indices& so
     }
 }
 
+/// The first in `others`, which are sorted by their first channel, that has a channel of this
+/// element, as a place in it; its end when none has.
+std::size_t FirstWithChannelOf(std::size_t index, std::span<const PatchedElement> elements,
+                               const Indices& others)
+{
+    const SentChannels& channels = elements[index].channels;
+    for (std::size_t place = 0; place < others.size(); ++place) {
+        const SentChannels& its = elements[others[place]].channels;
+        if (its.first > channels.last)
+            break;
+        if (others[place] != index && its.last >= channels.first)
+            return place;
+    }
+    return others.size();
+}
+
+/// Of one universe. Node by node: what no node receives together need not be looked at.
+void FindFirstSharing(std::span<const PatchedElement> elements,
+                      std::span<const std::size_t> universe,
+                      std::vector<std::optional<std::size_t>>& first)
+{
+    const Indices all(universe.begin(), universe.end());
+    std::unordered_map<std::wstring_view, Indices> ofNode;
+    for (const std::size_t index : universe)
+        ofNode[elements[index].node].push_back(index);
+    const auto isEarlier = [&](std::size_t one, std::size_t other) {
+        return std::pair(elements[one].channels.first, one) <
+               std::pair(elements[other].channels.first, other);
+    };
+    const auto consider = [&](std::size_t index, const Indices& others) {
+        const std::size_t place = FirstWithChannelOf(index, elements, others);
+        std::optional<std::size_t>& best = first[index];
+        if (place < others.size() && (!best || isEarlier(others[place], *best)))
+            best = others[place];
+    };
+    for (const std::size_t index : universe) {
+        if (!elements[index].chosen)
+            continue;
+        if (elements[index].node == AutoNode) {
+            consider(index, all);
+        } else {
+            consider(index, ofNode[elements[index].node]);
+            consider(index, ofNode[AutoNode]);
+        }
+    }
+}
+
 /// Gathers the groups of one universe from its elements, in the order of their first channels.
 class Grouping
 {
@@ -112,10 +164,8 @@ public:
         // Of the elements of one node, the one that ends last shares channels with this one if any
         // of them does, and is in the group of all that do.
         for (auto& [node, open] : open_) {
-            const bool together =
-                node == element.node || node == AutoNode || element.node == AutoNode;
             const std::int32_t end = elements_[open.element].channels.last;
-            if (together && end >= element.channels.first)
+            if (OneReceivesBoth(node, element.node) && end >= element.channels.first)
                 Join(part, open.part, element.channels.first, std::min(end, element.channels.last));
         }
         const auto [open, isNew] = open_.try_emplace(element.node, Open{index, part});
@@ -185,6 +235,12 @@ SentChannels ChannelsSent(std::int32_t channel, std::int32_t channelCount)
             last > PatchAddress::LastChannel};
 }
 
+bool ShareChannels(const PatchedElement& one, const PatchedElement& other)
+{
+    return one.portAddress == other.portAddress && OneReceivesBoth(one.node, other.node) &&
+           one.channels.first <= other.channels.last && other.channels.first <= one.channels.last;
+}
+
 std::vector<std::size_t> OverlapsWithChosen(std::span<const PatchedElement> elements)
 {
     Indices sorted = SortedByChannel(elements);
@@ -207,4 +263,14 @@ std::vector<OverlapGroup> OverlapGroups(std::span<const PatchedElement> elements
                         grouping.MoveGroupsTo(groups);
                     });
     return groups;
+}
+
+std::vector<std::optional<std::size_t>> FirstSharing(std::span<const PatchedElement> elements)
+{
+    std::vector<std::optional<std::size_t>> first(elements.size());
+    ForEachUniverse(elements, SortedByChannel(elements),
+                    [&](std::span<const std::size_t> universe) {
+                        FindFirstSharing(elements, universe, first);
+                    });
+    return first;
 }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -31,9 +32,12 @@ struct PatchedElement
     bool chosen = false;
 };
 
+/// Two elements share channels when a node may receive both: those of one node, and those without a
+/// node with all of their universe.
+[[nodiscard]] bool ShareChannels(const PatchedElement& one, const PatchedElement& other);
+
 /// The elements that share channels with a chosen one other than themselves, as indices in
-/// `elements`, by universe, first channel and index. Two elements share channels when a node may
-/// receive both: those of one node, and those without a node with all of their universe.
+/// `elements`, by universe, first channel and index.
 [[nodiscard]] std::vector<std::size_t> OverlapsWithChosen(std::span<const PatchedElement> elements);
 
 /// Elements that share channels with each other, directly or through others among them.
@@ -50,3 +54,9 @@ struct OverlapGroup
 
 /// All elements that share channels, whichever are chosen, by universe and first channel.
 [[nodiscard]] std::vector<OverlapGroup> OverlapGroups(std::span<const PatchedElement> elements);
+
+/// For each chosen element, in the order of `elements`, the first other one that shares channels
+/// with it, as an index in `elements`: by its first channel, then by its index. Nothing for an
+/// element that shares none, and for one that isn't chosen.
+[[nodiscard]] std::vector<std::optional<std::size_t>>
+FirstSharing(std::span<const PatchedElement> elements);

@@ -3,16 +3,17 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <unordered_set>
 #include <utility>
 
 #include "FixtureModel/DMXMapping.h"
+#include "Model/EditedAddresses.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
 
 namespace {
 
-constexpr int UniversesInSubnet = 16;
 constexpr int LastPortAddress = 255; // of an element
 
 /// The Port-Address that an element has to name to end up in this universe, nothing when none leads
@@ -79,23 +80,15 @@ std::vector<ElementAddress> ShiftedAddresses(const MappedDeviceModel& document,
         portAddress = *named;
         nodeName = NodeNameOf(shift.to->node, patch, document);
     }
-    std::vector<ElementAddress> shifted;
-    for (const std::int64_t id : ids) {
-        const MappedLedItem* element = document.GetItemByUniqueID(id);
-        const DMXMappingArtNet* present = element ? element->GetArtNetMapping() : nullptr;
-        if (!present)
-            continue;
-        DMXMappingArtNet address = *present;
+    return EditedAddresses(ids, document, [&](const MappedLedItem&, DMXMappingArtNet address) {
         address.SetChannel(address.GetChannel() + shift.channels);
         if (shift.to && TargetOf(address, document.GetMerging()) != *shift.to) {
-            address.SetSubnet(portAddress / UniversesInSubnet);
-            address.SetUniverse(portAddress % UniversesInSubnet);
+            address.SetPortAddress(portAddress);
             if (address.GetIpconf() != shift.to->node)
                 address.SetNode(shift.to->node, nodeName);
         }
-        shifted.push_back({id, std::move(address)});
-    }
-    return shifted;
+        return std::optional(std::move(address));
+    });
 }
 
 PatchMove PreviewMove(const MappedDeviceModel& document, const PatchTable& patch,

@@ -18,6 +18,7 @@
 #include "FixtureModel/PatchTarget.h"
 #include "FixtureModel/UniverseMerging.h"
 #include "Model/DeviceModel.h"
+#include "Model/EditedAddresses.h"
 #include "Model/ElementGeometry.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/MappedLedItem.h"
@@ -144,8 +145,7 @@ private:
                 universe.IsFor(address.GetIpconf()) ? universe.FirstGap(count) : 0;
             if (channel == 0)
                 continue;
-            address.SetSubnet(portAddress / PatchAddress::UniversesInSubnet);
-            address.SetUniverse(portAddress % PatchAddress::UniversesInSubnet);
+            address.SetPortAddress(portAddress);
             address.SetChannel(channel);
             return true;
         }
@@ -157,13 +157,6 @@ private:
     std::unordered_map<std::uint16_t, Universe> universes_; ///< as they are sent
     std::int32_t last_ = 0;                                 ///< of those in use
 };
-
-bool ShareChannels(const PatchedElement& a, const PatchedElement& b)
-{
-    const bool oneReceivesBoth = a.node == b.node || a.node == AutoNode || b.node == AutoNode;
-    return oneReceivesBoth && a.portAddress == b.portAddress &&
-           a.channels.first <= b.channels.last && b.channels.first <= a.channels.last;
-}
 
 /// Of elements that share channels, those that must move so that the others share none.
 ElementIds Sharing(const ElementIds& ids, const MappedDeviceModel& document)
@@ -190,34 +183,19 @@ std::vector<ElementAddress> FreeAddresses(const ElementIds& ids, bool mayStayInU
                                           std::span<const std::int32_t> taken)
 {
     FreePlaces places(document, {ids.begin(), ids.end()}, taken);
-    std::vector<ElementAddress> addresses;
-    for (const std::int64_t id : ids) {
-        const MappedLedItem* element = document.GetItemByUniqueID(id);
-        const DMXMappingArtNet* present = element ? element->GetArtNetMapping() : nullptr;
-        if (!present)
-            continue;
-        const auto free =
-            places.Take(*present, element->GetFixture().GetChannelCount(), mayStayInUniverse);
-        if (free)
-            addresses.push_back({id, free});
-    }
-    return addresses;
+    return EditedAddresses(
+        ids, document, [&](const MappedLedItem& element, const DMXMappingArtNet& present) {
+            return places.Take(present, element.GetFixture().GetChannelCount(), mayStayInUniverse);
+        });
 }
 
 std::vector<ElementAddress> AddressesForAll(const ElementIds& ids,
                                             const MappedDeviceModel& document)
 {
-    std::vector<ElementAddress> addresses;
-    for (const std::int64_t id : ids) {
-        const MappedLedItem* element = document.GetItemByUniqueID(id);
-        const DMXMappingArtNet* present = element ? element->GetArtNetMapping() : nullptr;
-        if (!present)
-            continue;
-        DMXMappingArtNet address = *present;
+    return EditedAddresses(ids, document, [](const MappedLedItem&, DMXMappingArtNet address) {
         address.SetNode(AutoNode, {});
-        addresses.push_back({id, std::move(address)});
-    }
-    return addresses;
+        return std::optional(std::move(address));
+    });
 }
 
 /// Of no problems there is no remedy.

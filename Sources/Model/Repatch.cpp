@@ -13,7 +13,6 @@
 
 #include "FixtureModel/PatchOverlaps.h"
 #include "FixtureModel/PatchTarget.h"
-#include "FixtureModel/SharedChannels.h"
 #include "Model/DeviceManager.h"
 #include "Model/ElementGeometry.h"
 #include "Model/MappedDeviceModel.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Elements that are patched one behind the other, and which of them share channels then.
 #include "FixtureModel/DMXMapping.h"
+#include "FixtureModel/PatchOverlaps.h"
 #include "FixtureModel/PatchTurns.h"
-#include "FixtureModel/SharedChannels.h"
 
 #include <gtest/gtest.h>
 
