@@ -5,8 +5,7 @@
 
 #include "Log/Log.h"
 
-SaveResult DoOnDisk(const std::function<void(const std::future<SaveResult>& done)>& wait,
-                    const std::function<SaveResult()>& work)
+SaveResult DoOnDisk(const DiskWait& wait, const std::function<SaveResult()>& work)
 {
     std::future<SaveResult> done;
     try {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "LibTools/XmlFile.h"
 
-#include "LibTools/DiskWork.h"
 #include "Log/Log.h"
 #include "Platform/WholeFiles.h"
 #include "XmlText/XmlText.h"

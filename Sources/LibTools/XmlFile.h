@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "LibTools/DiskWork.h"
 #include "LibTools/SaveResult.h"
 #include "XmlText/XmlText.h"
 
@@ -8,8 +9,6 @@
 
 #include <QString>
 
-#include <functional>
-#include <future>
 #include <string>
 #include <utility>
 
@@ -65,8 +64,6 @@ private:
 /// (names that begin with .NAME.saving.) are removed.
 SaveResult WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document);
 
-/// What the caller does until `written` is ready.
-using DiskWait = std::function<void(const std::future<SaveResult>& written)>;
 /// The same on a thread of its own, while `wait` does what can't wait for a disk. Without `wait`
 /// the caller's thread writes.
 SaveResult WriteXmlFile(const std::wstring& path, const tinyxml2::XMLDocument& document,

@@ -104,11 +104,11 @@ bool DeviceManager::TellRefitted(const ElementIds& changed)
     return true;
 }
 
-bool DeviceManager::SaveLibrary()
+bool DeviceManager::SaveLibrary(const DiskWait& wait)
 {
     SaveResult saved = KeepUnreadLibrary();
     if (saved)
-        saved = deviceModel->Save(libraryPath.toStdWString());
+        saved = deviceModel->Save(libraryPath.toStdWString(), wait);
     librarySaved_ = TellSaved(saved);
     return librarySaved_;
 }

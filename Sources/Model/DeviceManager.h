@@ -15,7 +15,7 @@
 #include <QSize>
 #include <QString>
 
-#include "LibTools/XmlFile.h"
+#include "LibTools/DiskWork.h"
 #include "Model/DeviceModel.h"
 #include "Model/ElementChanges.h"
 #include "Model/ElementFixture.h"
@@ -61,7 +61,7 @@ public:
     bool MergeLibrary(const QString& path, bool force, const FixtureConflictCallback& callback);
     /// Writes the library to the user's file. False, after a line in the log and
     /// librarySaveFailed(), when that failed; the old file is then whole.
-    bool SaveLibrary();
+    bool SaveLibrary(const DiskWait& wait = {});
     /// The user's file as it is; null when there is none.
     [[nodiscard]] QByteArray ReadLibraryFile() const;
     /// Puts such bytes back, and tells of a failure as SaveLibrary does.
@@ -82,7 +82,7 @@ public:
     void LoadMapping(MappingFile file, ArtNetNodeModel& nodes);
     /// Both. False when the file can't be read, which leaves everything as it is.
     bool LoadMapping(const QString& path, ArtNetNodeModel& nodes);
-    /// With `wait` as WriteXmlFile takes it; it changes nothing of the document.
+    /// With `wait` as DoOnDisk takes it; it changes nothing of the document.
     SaveResult SaveMapping(const QString& path, const ArtNetNodeModel& nodes,
                            const DiskWait& wait = {});
     /// Adds what SaveMapping writes to an empty document.

@@ -132,13 +132,13 @@ int DeviceModel::Merge(const XmlFile& file, bool force, const FixtureConflictCal
     return 0;
 }
 
-SaveResult DeviceModel::Save(const std::wstring& path) const
+SaveResult DeviceModel::Save(const std::wstring& path, const DiskWait& wait) const
 {
     XmlText::Document document;
     auto& library = XmlText::AddElement(document, "LEDFixtureLibrary");
     XmlText::SetAttribute(library, "version", version);
     WriteFixtures(library);
-    return WriteXmlFile(path, document);
+    return WriteXmlFile(path, document, wait);
 }
 
 int DeviceModel::WriteFixtures(tinyxml2::XMLNode& parent) const

@@ -10,6 +10,7 @@
 #include <QMap>
 #include <QStandardItemModel>
 
+#include "LibTools/DiskWork.h"
 #include "LibTools/SaveResult.h"
 #include "Model/DeviceLedItem.h"
 #include "Settings/Observable.h"
@@ -67,7 +68,7 @@ public:
     int Merge(const std::wstring& path, bool force, const FixtureConflictCallback& callback = {});
 
     /// A failure leaves the old file unchanged.
-    SaveResult Save(const std::wstring& path) const;
+    SaveResult Save(const std::wstring& path, const DiskWait& wait = {}) const;
     /// Adds all fixtures to `parent`, in the order of their numbers. Always 0.
     int WriteFixtures(tinyxml2::XMLNode& parent) const;
 

@@ -16,8 +16,8 @@
 #include <QStandardItemModel>
 
 #include "FixtureModel/UniverseMerging.h"
+#include "LibTools/DiskWork.h"
 #include "LibTools/SaveResult.h"
-#include "LibTools/XmlFile.h"
 #include "LibTools/ZenBitmap.h"
 #include "Model/ElementFixture.h"
 #include "Model/MappedLedItem.h"
@@ -66,7 +66,7 @@ public:
     /// fixtures of `library`, and keep their own for those that it lacks.
     void Load(MappingFile file, const DeviceModel& library, ManualNodes& nodes);
     /// Makes the file's folder when it is missing. A failure leaves the old file whole.
-    /// With `wait` as WriteXmlFile takes it. What `wait` does to the document is not saved.
+    /// With `wait` as DoOnDisk takes it. What `wait` does to the document is not saved.
     SaveResult Save(const std::wstring& path, const DeviceModel& library, const ManualNodes& nodes,
                     const DiskWait& wait = {});
     /// Adds what Save writes to an empty document, for callers that write it elsewhere.

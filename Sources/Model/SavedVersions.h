@@ -10,7 +10,7 @@
 #include <QObject>
 #include <QString>
 
-#include "LibTools/XmlFile.h"
+#include "LibTools/DiskWork.h"
 
 struct DocumentSummary;
 

@@ -313,7 +313,8 @@ void DocumentLife::Reset()
     parts_.undoStack.clear();
     parts_.scene.ClearAll();
     // Fixtures that are nowhere but in memory stay there.
-    const bool libraryIsInFile = parts_.manager.IsLibrarySaved() || parts_.manager.SaveLibrary();
+    const bool libraryIsInFile =
+        parts_.manager.IsLibrarySaved() || parts_.manager.SaveLibrary(parts_.wait);
     if (libraryIsInFile)
         parts_.manager.ClearAll();
     else
@@ -363,7 +364,7 @@ SaveResult DocumentLife::Write()
     versions_.KeepSoon(); // no version is being written: Keep has waited for it
     isAnother_ = false;
     if (!parts_.manager.IsLibrarySaved())
-        parts_.manager.SaveLibrary();
+        parts_.manager.SaveLibrary(parts_.wait);
     // What a tick changed while the disk was waited for is not in the file.
     if (changes_ == changesInFile)
         parts_.manager.SetDocumentDirty(false);

@@ -7,8 +7,8 @@
 #include <QObject>
 #include <QString>
 
+#include "LibTools/DiskWork.h"
 #include "LibTools/SaveResult.h"
-#include "LibTools/XmlFile.h"
 #include "Model/SavedVersions.h"
 #include "UI/Widgets/ActionSet.h"
 
