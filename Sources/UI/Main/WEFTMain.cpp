@@ -8,7 +8,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDockWidget>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QScreen>
@@ -43,6 +42,7 @@
 #include "UI/Main/IdentifyInWindow.h"
 #include "UI/Main/InspectorInWindow.h"
 #include "UI/Main/MainWindowForm.h"
+#include "UI/Main/OutputInWindow.h"
 #include "UI/Main/PixelInspector.h"
 #include "UI/Main/SaveTroubleLabel.h"
 #include "UI/Main/SelectionModeButton.h"
@@ -52,10 +52,6 @@
 #include "UI/Network/NetworkChoice.h"
 #include "UI/Network/NetworkPanel.h"
 #include "UI/Network/NodeList.h"
-#include "UI/Output/LivePatchCheck.h"
-#include "UI/Output/ProblemsButton.h"
-#include "UI/Output/ProblemsPanel.h"
-#include "UI/Output/UniversesPanel.h"
 #include "UI/PatchSheet/PatchExport.h"
 #include "UI/Repatch/Repatching.h"
 #include "UI/TestPattern/LEDTestPatternControl.h"
@@ -166,25 +162,18 @@ void WEFTMain::BuildDocks()
         LibraryPanel::Parts{*deviceManager_, undoStack_, boxes_, *this});
     elementList_ = std::make_unique<ElementList>(*deviceManager_, undoStack_);
     nodeList_ = std::make_unique<NodeList>(*nodeModel_, *deviceManager_, *engine_, *network_);
-    patchCheck_ = std::make_unique<LivePatchCheck>(
-        LivePatchCheck::Parts{*deviceManager_, *nodeModel_, *engine_});
-    problems_ = std::make_unique<ProblemsPanel>(
-        ProblemsPanel::Parts{*deviceManager_, *patchCheck_, undoStack_});
-    universes_ = std::make_unique<UniversesPanel>(
-        UniversesPanel::Parts{*deviceManager_, *nodeModel_, *engine_, undoStack_});
-    const std::array<MainWindowForm::Dock, 5> docks = {{
+    output_ = std::make_unique<OutputInWindow>(
+        OutputInWindow::Parts{*deviceManager_, *nodeModel_, *engine_, undoStack_});
+    const std::array<MainWindowForm::Dock, 3> docks = {{
         {"dockWidgetFixtureLibrary", QT_TR_NOOP("Fixture Library"), QT_TR_NOOP("Fixture &Library"),
          libraryPanel_->Contents(), 3},
         {"dockWidgetMappedFixtures", QT_TR_NOOP("Mapped Fixtures"), QT_TR_NOOP("&Mapped Fixtures"),
          elementList_->View(), 2},
         {"dockWidgetArtNetNodes", QT_TR_NOOP("Fixture Nodes"), QT_TR_NOOP("Fixture &Nodes"),
          nodeList_->View(), 1},
-        {"dockWidgetProblems", QT_TR_NOOP("Problems"), QT_TR_NOOP("&Problems"), problems_.get(), 1,
-         MainWindowForm::Side::Bottom, "Ctrl+Shift+M"},
-        {"dockWidgetUniverses", QT_TR_NOOP("Universes"), QT_TR_NOOP("&Universes"), universes_.get(),
-         1, MainWindowForm::Side::Bottom, "Ctrl+U"},
     }};
     form_->AddDocks(docks);
+    form_->AddDocks(output_->Docks());
 }
 
 void WEFTMain::BuildCanvas()
@@ -240,26 +229,13 @@ void WEFTMain::BuildToolBar()
                           *preferences_, undoStack_, *form_->toolBar, this});
     statusLine_ = std::make_unique<StatusLine>(StatusLine::Parts{
         *form_->mappingEditorView, *scene_, *deviceManager_, *engine_, *network_, *statusBar()});
-    BuildProblemCount();
+    output_->AddCount(*statusBar());
     pixelInspector_ = std::make_unique<PixelInspector>(PixelInspector::Parts{
         *form_->mappingEditorView, *scene_, *deviceManager_, *engine_, *this});
     connect(document_.get(), &DocumentLife::cleared, networkPanel_, &NetworkPanel::ShowMerging);
     connect(document_.get(), &DocumentLife::loaded, networkPanel_, &NetworkPanel::ShowMerging);
     connect(hostSettings_.get(), &HostSettings::artNetDMXInputSettingsChanged, networkPanel_,
             &NetworkPanel::artNetDMXInputSettingsChanged);
-}
-
-/// The number in the status bar, which opens the dock.
-void WEFTMain::BuildProblemCount()
-{
-    auto* count = new ProblemsButton(*patchCheck_);
-    statusBar()->addPermanentWidget(count);
-    auto* dock = findChild<QDockWidget*>(QStringLiteral("dockWidgetProblems"));
-    connect(count, &ProblemsButton::clicked, dock, [this, dock] {
-        dock->show();
-        dock->raise();
-        problems_->setFocus();
-    });
 }
 
 void WEFTMain::AddActions()
@@ -332,14 +308,7 @@ void WEFTMain::WireCanvas()
             });
     connect(network_.get(), &NetworkChoice::networkChanged, scene_.get(),
             &WeftMapEditorScene::RefreshAutoMarks);
-    connect(problems_.get(), &ProblemsPanel::showWanted, editor_.get(),
-            &EditorController::SelectAndShow);
-    connect(editor_.get(), &EditorController::selectionHasChanged, universes_.get(),
-            [this] { universes_->ShowSelection(scene_->SelectedIds()); });
-    connect(universes_.get(), &UniversesPanel::selectionWanted, editor_.get(),
-            &EditorController::Select);
-    connect(universes_.get(), &UniversesPanel::showWanted, editor_.get(),
-            &EditorController::SelectAndShow);
+    output_->ConnectCanvas(*editor_, *scene_);
     // Queued: the program that the file is dragged from waits for the end of the drop, not for our
     // questions.
     connect(scene_.get(), &WeftMapEditorScene::importRequested, document_.get(),
@@ -400,8 +369,7 @@ void WEFTMain::WireHost()
             hostSettings_.get(), &HostSettings::artNetDMXInputSettingsReceived);
     connect(hostSettings_.get(), &HostSettings::usedUniversesReceived, scene_.get(),
             &WeftMapEditorScene::usedUniversesChanged);
-    connect(hostSettings_.get(), &HostSettings::usedUniversesReceived, problems_.get(),
-            &ProblemsPanel::SetTakenUniverses);
+    output_->ConnectHost(*hostSettings_);
 }
 
 // ---- Start and end -----------------------------------------------------------------------------
@@ -417,13 +385,12 @@ void WEFTMain::LoadWindowSettings()
     form_->RestoreLayout(store->value(QStringLiteral("windowLayout")).toByteArray());
     elementList_->Columns().Read(*store);
     nodeList_->Columns().Read(*store);
-    problems_->Columns().Read(*store);
     testPattern_->ReadSettings(*store);
     display_.Read(*store);
     displayControls_->TakeSettings();
     inspector_->Panel().Read(*store);
     patchExport_->Read(*store);
-    universes_->Read(*store);
+    output_->Read(*store);
     editor_->SetZoomStyle(settings_.zoomStyle);
     form_->mappingEditorView->UpdateMatrix();
     testPattern_->Update();
@@ -440,12 +407,11 @@ void WEFTMain::SaveWindowSettings()
     store->setValue(QStringLiteral("windowLayout"), form_->SaveLayout());
     elementList_->Columns().Write(*store);
     nodeList_->Columns().Write(*store);
-    problems_->Columns().Write(*store);
     testPattern_->WriteSettings(*store);
     display_.Write(*store);
     inspector_->Panel().Write(*store);
     patchExport_->Write(*store);
-    universes_->Write(*store);
+    output_->Write(*store);
     store->sync();
 }
 
@@ -515,8 +481,7 @@ void WEFTMain::ActionResetLayout()
     form_->ResetLayout();
     elementList_->Columns().Reset();
     nodeList_->Columns().Reset();
-    problems_->Columns().Reset();
-    universes_->Reset();
+    output_->Reset();
     inspector_->Panel().ActionInspector(true);
 }
 
@@ -581,8 +546,7 @@ void WEFTMain::UpdateEngine()
     engineTimer->setInterval(frameLoop_->Tick());
     pace_->TickEnded();
     QTimer::singleShot(PauseAfterTickMilliseconds, nodeList_.get(), &NodeList::WorkBetweenTicks);
-    QTimer::singleShot(PauseAfterTickMilliseconds, patchCheck_.get(),
-                       &LivePatchCheck::WorkBetweenTicks);
+    output_->WorkAfter(PauseAfterTickMilliseconds);
 }
 
 void WEFTMain::TickUntil(const std::future<SaveResult>& written)
