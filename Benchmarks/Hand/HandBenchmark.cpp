@@ -21,16 +21,12 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QScrollBar>
-#include <QStyleFactory>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
 
-#include "ArtNet/ZenArtNetService.h"
-#include "DebugVariables/DebugVariables.h"
 #include "Hand/BigShow.h"
-#include "Log/Log.h"
-#include "Platform/Locale.h"
+#include "Hand/WholeProgram.h"
 #include "Support/Stage.h"
 #include "Support/TemporaryFolder.h"
 #include "UI/Dialogs/OperatorBoxes.h"
@@ -285,27 +281,10 @@ int main(int argc, char** argv)
 {
     Stage::Enter(argc, argv);
     const std::chrono::seconds duration(argc > 1 ? std::atoi(argv[1]) : 10);
-    const Support::TemporaryFolder home;
-    home.UseAsHome();
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QApplication application(argc, argv);
-    Platform::UseUtf8TextAndPlainNumbers();
-    Zen::ArtNetService::SetGlobal(
-        std::make_shared<Zen::ArtNetService>("Zentri PixelWeft", "#0001 [0001] Ready", false));
-    Zen::DebugVariables::SetGlobal(std::make_shared<Zen::DebugVariables>());
-    // Boxes are answered with their default.
-    QTimer answer;
-    QObject::connect(&answer, &QTimer::timeout, [] {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
-            QTest::keyClick(box, Qt::Key_Return);
-    });
-    answer.start(100);
+    const WholeProgram program(argc, argv);
     for (const int elements : {254, 4000}) {
         std::cout << elements << " elements\n";
-        Desk(home, elements).DoAll(duration);
+        Desk(program.Home(), elements).DoAll(duration);
     }
-    Zen::DebugVariables::SetGlobal(nullptr);
-    Zen::ArtNetService::SetGlobal(nullptr);
-    Zen::Log::SetGlobal(nullptr);
     return EXIT_SUCCESS;
 }

@@ -19,16 +19,11 @@
 #include <QDockWidget>
 #include <QImage>
 #include <QLineEdit>
-#include <QMessageBox>
-#include <QStyleFactory>
 #include <QTest>
 #include <QTimer>
 
-#include "ArtNet/ZenArtNetService.h"
-#include "DebugVariables/DebugVariables.h"
 #include "Hand/BigShow.h"
-#include "Log/Log.h"
-#include "Platform/Locale.h"
+#include "Hand/WholeProgram.h"
 #include "Support/ArtNetBytes.h"
 #include "Support/Stage.h"
 #include "Support/TemporaryFolder.h"
@@ -141,23 +136,9 @@ int main(int argc, char** argv)
 {
     Stage::Enter(argc, argv);
     const std::chrono::seconds duration(argc > 1 ? std::atoi(argv[1]) : 5);
-    const Support::TemporaryFolder home;
-    home.UseAsHome();
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QApplication application(argc, argv);
-    Platform::UseUtf8TextAndPlainNumbers();
-    Zen::ArtNetService::SetGlobal(
-        std::make_shared<Zen::ArtNetService>("Zentri PixelWeft", "#0001 [0001] Ready", false));
-    Zen::DebugVariables::SetGlobal(std::make_shared<Zen::DebugVariables>());
-    // Boxes are answered with their default.
-    QTimer answer;
-    QObject::connect(&answer, &QTimer::timeout, [] {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
-            QTest::keyClick(box, Qt::Key_Return);
-    });
-    answer.start(100);
-    home.Write("data/LoomTap2/PixelWeft/mapping.wfm",
-               BigShow::Document(BigShow::Universes).toStdString());
+    WholeProgram program(argc, argv);
+    program.Home().Write("data/LoomTap2/PixelWeft/mapping.wfm",
+                         BigShow::Document(BigShow::Universes).toStdString());
     {
         const Desk desk;
         WidgetBoxes boxes;
@@ -167,11 +148,8 @@ int main(int argc, char** argv)
         window.LoadFirstDocument();
         window.StartTimers();
         BigShow::Pass(3s);
-        answer.stop();
+        program.LeaveBoxesOpen();
         Measure(window, duration);
     }
-    Zen::DebugVariables::SetGlobal(nullptr);
-    Zen::ArtNetService::SetGlobal(nullptr);
-    Zen::Log::SetGlobal(nullptr);
     return EXIT_SUCCESS;
 }
