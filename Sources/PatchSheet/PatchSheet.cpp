@@ -121,21 +121,22 @@ void AddMergerOutput(const UniverseMerging& merging, std::vector<PatchSheet::Uni
 /// put on a free channel shares it with none.
 void FindFree(std::vector<PatchSheet::Universe>& universes)
 {
+    const auto portOf = [](const PatchSheet::Universe& each) {
+        return each.target.portAddress;
+    };
     for (PatchSheet::Universe& universe : universes) {
         if (universe.merged)
             continue;
         ChannelSet taken;
         bool isMerged = false;
-        for (const PatchSheet::Universe& other :
-             std::ranges::equal_range(universes, universe.target.portAddress, {},
-                                      [](const auto& each) { return each.target.portAddress; }))
-        {
-            const bool meets = other.target.node == universe.target.node ||
-                               other.target.node == AutoNode || universe.target.node == AutoNode;
+        auto other = std::ranges::lower_bound(universes, portOf(universe), {}, portOf);
+        for (; other != universes.end() && portOf(*other) == portOf(universe); ++other) {
+            const bool meets = other->target.node == universe.target.node ||
+                               other->target.node == AutoNode || universe.target.node == AutoNode;
             if (!meets)
                 continue;
-            AddSpans(other.spans, taken);
-            isMerged = isMerged || other.merged;
+            AddSpans(other->spans, taken);
+            isMerged = isMerged || other->merged;
         }
         for (int channel = 1; channel <= 512 && !isMerged; ++channel) {
             if (taken[static_cast<std::size_t>(channel)])
