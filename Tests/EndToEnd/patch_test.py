@@ -33,6 +33,8 @@ class Patch(unittest.TestCase):
         home = str(self.folder / "home")
         environment = dict(PATH=os.environ["PATH"], LC_ALL="C.UTF-8", HOME=home, XDG_DATA_HOME=home + "/data",
                            XDG_CONFIG_HOME=home + "/config")
+        # Options of a sanitizer that the program may be built with.
+        environment.update((name, value) for name, value in os.environ.items() if name.endswith("SAN_OPTIONS"))
         ran = subprocess.run([_program, *map(str, arguments)], env=environment, cwd=self.folder, capture_output=True,
                              timeout=60)
         self.assertEqual(status, ran.returncode, ran)
