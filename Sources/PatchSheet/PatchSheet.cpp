@@ -186,6 +186,7 @@ std::vector<PatchSheet::Node> NodesOf(const PatchSheet& sheet, const ArtNetNodeM
             known.ports.push_back(port.first);
     }
     std::vector<PatchSheet::Node> result;
+    result.reserve(found.size());
     for (auto& [key, each] : found)
         result.push_back(std::move(each));
     return result;

@@ -68,7 +68,7 @@ QString SheetInk::FirstLine(QString& rest, double width, const SheetFont& font)
         length = blank;
     else if (rest.at(length - 1).isHighSurrogate() && length < rest.size())
         ++length;
-    const QString line = rest.left(length).trimmed();
+    QString line = rest.left(length).trimmed();
     rest = rest.mid(length).trimmed();
     return line;
 }

@@ -256,6 +256,7 @@ public:
     void TakePixelWay(QPointF at, const QString& name) const
     {
         const QPoint place = OnScreen(at);
+        QTest::keyPress(window_->windowHandle(), Qt::Key_Alt, Qt::AltModifier);
         QMouseEvent move(QEvent::MouseMove, place, View().viewport()->mapToGlobal(place),
                          Qt::NoButton, Qt::NoButton, Qt::AltModifier);
         QCoreApplication::sendEvent(View().viewport(), &move);
@@ -267,6 +268,7 @@ public:
         if (tip == open.end())
             return Fail(name);
         Save(name, **tip);
+        QTest::keyRelease(window_->windowHandle(), Qt::Key_Alt);
         QEvent leave(QEvent::Leave);
         QCoreApplication::sendEvent(View().viewport(), &leave);
     }
@@ -299,13 +301,39 @@ private:
     static inline bool failed_ = false;
 };
 
-/// How one finds out what is on a channel, and which fixture is which.
+/// How one finds out what goes out, what is on a channel, and which fixture is which.
 void TakeOutput(const Photographer& photographer)
 {
+    photographer.Do(QStringLiteral("view_dockWidgetUniverses"));
+    Photographer::Wait();
+    photographer.Take(QStringLiteral("universes"));
+    photographer.TakeMenu("universeLegendMenu", QStringLiteral("universes-legend"));
+    photographer.Do(QStringLiteral("view_dockWidgetUniverses"));
     photographer.TakePixelWay({0.5, 0.5}, QStringLiteral("pixel-way"));
     photographer.Do(QStringLiteral("actionIdentify"));
     photographer.TakePart(QStringLiteral("identifyPanel"), QStringLiteral("identify"));
     photographer.Do(QStringLiteral("actionIdentify"));
+}
+
+/// How one makes a fixture.
+void TakeFixtures(Photographer& photographer)
+{
+    photographer.TakeDialogOfButton(QStringLiteral("buttonCustomFixture"),
+                                    QStringLiteral("fixture-size"));
+    photographer.SelectFixture(QStringLiteral("iFlex"));
+    photographer.TakeDialogOfButton(QStringLiteral("buttonEditFixture"),
+                                    QStringLiteral("fixture-editor"));
+    photographer.SelectFixture(QStringLiteral("Trackpod 90 (Mode 1 - 48ch)"));
+    photographer.TakeDialogOfButton(QStringLiteral("buttonEditFixture"),
+                                    QStringLiteral("fixture-channels"), 1);
+}
+
+void PutDemo(const QString& data)
+{
+    const QString document = data + QStringLiteral("/LoomTap2/PixelWeft/mapping.wfm");
+    QFile::remove(document);
+    QFile::copy(QStringLiteral(":/wfm/Resources/DemoMapping.wfm"), document);
+    QFile::setPermissions(document, QFile::ReadOwner | QFile::WriteOwner);
 }
 
 void FollowTheGuide(const QString& folder, const QString& data)
@@ -314,10 +342,7 @@ void FollowTheGuide(const QString& folder, const QString& data)
     photographer.OpenWindow({1024, 600});
     photographer.Take(QStringLiteral("first-start"));
 
-    const QString document = data + QStringLiteral("/LoomTap2/PixelWeft/mapping.wfm");
-    QFile::remove(document);
-    QFile::copy(QStringLiteral(":/wfm/Resources/DemoMapping.wfm"), document);
-    QFile::setPermissions(document, QFile::ReadOwner | QFile::WriteOwner);
+    PutDemo(data);
     photographer.OpenWindow({1280, 760});
     photographer.WaitForNodes();
     photographer.Take(QStringLiteral("demo"));
@@ -329,11 +354,6 @@ void FollowTheGuide(const QString& folder, const QString& data)
     UseLook(NightLook());
     photographer.Take(QStringLiteral("night"));
     UseLook(look);
-    photographer.Do(QStringLiteral("view_dockWidgetUniverses"));
-    photographer.Wait();
-    photographer.Take(QStringLiteral("universes"));
-    photographer.TakeMenu("universeLegendMenu", QStringLiteral("universes-legend"));
-    photographer.Do(QStringLiteral("view_dockWidgetUniverses"));
     const QString inspector = QStringLiteral("objectInspectorPannel");
     photographer.TakePart(inspector, QStringLiteral("inspector-one"));
     TakeOutput(photographer);
@@ -341,14 +361,7 @@ void FollowTheGuide(const QString& folder, const QString& data)
     photographer.TakeDialog(QStringLiteral("actionExport_Patch"), QStringLiteral("patch-export"));
     photographer.TakeDialogOfEntry(QStringLiteral("comboBoxsArtnetIP"), QStringLiteral("Manual..."),
                                    QStringLiteral("manual-node"));
-    photographer.TakeDialogOfButton(QStringLiteral("buttonCustomFixture"),
-                                    QStringLiteral("fixture-size"));
-    photographer.SelectFixture(QStringLiteral("iFlex"));
-    photographer.TakeDialogOfButton(QStringLiteral("buttonEditFixture"),
-                                    QStringLiteral("fixture-editor"));
-    photographer.SelectFixture(QStringLiteral("Trackpod 90 (Mode 1 - 48ch)"));
-    photographer.TakeDialogOfButton(QStringLiteral("buttonEditFixture"),
-                                    QStringLiteral("fixture-channels"), 1);
+    TakeFixtures(photographer);
     photographer.BandOver({0.02, 0.02}, {0.36, 0.6});
     photographer.Take(QStringLiteral("group-selected"));
     photographer.TakePart(inspector, QStringLiteral("inspector-many"));
@@ -398,7 +411,7 @@ void TakeTheRest(const QString& folder)
     photographer.TakeToolTip(QStringLiteral("tool-tip"));
     photographer.OpenWindow({1024, 600});
     photographer.Do(QStringLiteral("view_dockWidgetUniverses"));
-    photographer.Wait();
+    Photographer::Wait();
     photographer.Take(QStringLiteral("universes-small"));
 }
 

@@ -91,7 +91,7 @@ void PixelInspector::Follow()
 
 void PixelInspector::Show()
 {
-    const bool altIsUp = !QGuiApplication::queryKeyboardModifiers().testFlag(Qt::AltModifier);
+    const bool altIsUp = !QGuiApplication::keyboardModifiers().testFlag(Qt::AltModifier);
     if (altIsUp || QApplication::activePopupWidget()) {
         HoldAlt(false); // A menu that Alt opened has got the release.
         return;
