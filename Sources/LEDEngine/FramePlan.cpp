@@ -2,6 +2,7 @@
 #include "LEDEngine/FramePlan.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "FixtureModel/ChannelUse.h"
 #include "Log/Log.h"
@@ -95,7 +96,10 @@ void FramePlan::FollowEdits(const MappedDeviceModel& model)
             if (!item || item->GetRevision() == element.revision)
                 continue;
             element.revision = item->GetRevision();
-            layoutValid_ = false;
+            // A place decides where an element is sampled, not what its channels are.
+            if (std::exchange(element.patchRevision, item->GetPatchRevision()) !=
+                item->GetPatchRevision())
+                layoutValid_ = false;
             const VideoMapping* mapping = item->GetVideoMapping();
             if (mapping && !(element.offsetsValid && *mapping == element.mapping)) {
                 element.mapping = *mapping;

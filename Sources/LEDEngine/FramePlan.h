@@ -67,6 +67,7 @@ private:
         std::uint32_t valueCount = 0;
         std::uint32_t valueRoom = 0; ///< the values, and the tail of a pixel that begins among them
         std::uint64_t revision = 0;
+        std::uint64_t patchRevision = 0;
         VideoMapping mapping; ///< that the offsets were made from
         bool offsetsValid = false;
         PixelEnds ends;

@@ -36,6 +36,7 @@ MappedLedItem::MappedLedItem(std::wstring name, const DeviceLedItem& fixture,
     , videoMapping_(std::move(video))
     , dmxMapping_(dmx ? dmx->Clone() : nullptr)
     , revision_(NextRevision())
+    , patchRevision_(revision_)
 {}
 
 MappedLedItem::~MappedLedItem() = default;
@@ -52,9 +53,15 @@ void MappedLedItem::CountChange()
         ++*documentRevision_;
 }
 
-DeviceLedItem& MappedLedItem::EditFixture()
+void MappedLedItem::CountPatchChange()
 {
     CountChange();
+    patchRevision_ = revision_;
+}
+
+DeviceLedItem& MappedLedItem::EditFixture()
+{
+    CountPatchChange();
     return fixture_;
 }
 
@@ -66,13 +73,13 @@ VideoMapping* MappedLedItem::EditVideoMapping()
 
 DMXMappingArtNet* MappedLedItem::EditArtNetMapping()
 {
-    CountChange();
+    CountPatchChange();
     return dynamic_cast<DMXMappingArtNet*>(dmxMapping_.get());
 }
 
 void MappedLedItem::SetArtNetMapping(const std::optional<DMXMappingArtNet>& address)
 {
-    CountChange();
+    CountPatchChange();
     dmxMapping_ = address ? address->Clone() : nullptr;
 }
 

@@ -62,6 +62,8 @@ public:
     /// Grows with every Edit... of this element; no two elements ever have the same, so an element
     /// in the place of another is seen as a change.
     [[nodiscard]] std::uint64_t GetRevision() const { return revision_; }
+    /// As GetRevision, but edits of where the element lies don't count.
+    [[nodiscard]] std::uint64_t GetPatchRevision() const { return patchRevision_; }
     /// Edits of this element from now on count in `counter` too, which must outlive the element or
     /// be taken back with null. The document does this when the element is added.
     void CountChangesIn(std::uint64_t* counter) { documentRevision_ = counter; }
@@ -82,10 +84,12 @@ public:
 
 private:
     void CountChange();
+    void CountPatchChange();
 
     DeviceLedItem fixture_;
     std::unique_ptr<VideoMapping> videoMapping_;
     std::unique_ptr<DMXMapping> dmxMapping_;
     std::uint64_t revision_;
+    std::uint64_t patchRevision_;
     std::uint64_t* documentRevision_ = nullptr;
 };
