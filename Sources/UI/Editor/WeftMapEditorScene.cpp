@@ -19,6 +19,8 @@
 
 namespace {
 
+constexpr std::size_t ManyElements = 256;
+
 constexpr double CanvasZ = -2;
 constexpr double ForegroundZ = 2;
 
@@ -86,6 +88,9 @@ void WeftMapEditorScene::ConnectModel()
                     DeleteObjectItem(*id);
             });
     connect(&manager_, &DeviceManager::elementsChanged, this, [this](const ElementIds& ids) {
+        // Of many, gathering what to paint anew of each takes longer than painting all.
+        if (ids.size() >= ManyElements)
+            update();
         for (const std::int64_t id : ids) {
             if (MappingRectangle* item = Find(id))
                 Place(*item);
