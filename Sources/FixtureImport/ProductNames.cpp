@@ -3,15 +3,19 @@
 
 namespace FixtureImport {
 
+std::wstring ProductFor(const std::wstring& product, const std::wstring& manufacturer, int attempt)
+{
+    if (attempt <= 1)
+        return product;
+    const std::wstring withMaker = product + L" (" + manufacturer + L")";
+    return attempt == 2 ? withMaker : withMaker + L" " + std::to_wstring(attempt - 1);
+}
+
 ProductNames::Outcome ProductNames::Take(LEDFixture& fixture)
 {
     const std::wstring wanted = fixture.product;
-    const std::wstring withMaker = wanted + L" (" + fixture.manufacturer + L")";
     for (int attempt = 1;; ++attempt) {
-        if (attempt == 2)
-            fixture.product = withMaker;
-        else if (attempt > 2)
-            fixture.product = withMaker + L" " + std::to_wstring(attempt - 1);
+        fixture.product = ProductFor(wanted, fixture.manufacturer, attempt);
         const auto [taken, isFree] = taken_.try_emplace(fixture.product, fixture);
         if (isFree)
             return attempt == 1 ? Outcome::Added : Outcome::Renamed;

@@ -8,6 +8,11 @@
 
 namespace FixtureImport {
 
+/// The name for a fixture whose own product is taken: with its manufacturer behind it, and from the
+/// third attempt on a number, too. Attempt 1 is its own product.
+[[nodiscard]] std::wstring ProductFor(const std::wstring& product, const std::wstring& manufacturer,
+                                      int attempt);
+
 /// The products of a library that is being filled: it knows a fixture by its product alone, whoever
 /// makes it.
 class ProductNames
@@ -20,8 +25,7 @@ public:
         Known    ///< the same definition is there already
     };
 
-    /// Takes a fixture in. If its product is another fixture's, it gets its manufacturer behind it,
-    /// and a number when that isn't enough.
+    /// Takes a fixture in. If its product is another fixture's, it gets another (ProductFor).
     Outcome Take(LEDFixture& fixture);
 
 private:

@@ -1,23 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "Model/DeviceListProxy.h"
 
-#include <algorithm>
-
 #include "LibTools/NaturalOrder.h"
+#include "LibTools/SearchWords.h"
 #include "Model/DeviceModel.h"
 
 namespace {
-
-/// As it is compared: without case, and without the accents that Unicode can take off a letter.
-QString Plain(const QString& text)
-{
-    QString plain;
-    for (const QChar c : text.normalized(QString::NormalizationForm_KD)) {
-        if (!c.isMark())
-            plain += c;
-    }
-    return plain.toCaseFolded();
-}
 
 int CountFixtures(const QAbstractItemModel& model)
 {
@@ -38,7 +26,7 @@ DeviceListProxy::DeviceListProxy(QObject* parent)
 
 void DeviceListProxy::SetFilter(const QString& text)
 {
-    words_ = Plain(text).simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    words_ = SearchWords(text);
     invalidateFilter();
 }
 
@@ -59,10 +47,8 @@ bool DeviceListProxy::filterAcceptsRow(int row, const QModelIndex& parent) const
     if (!parent.isValid()) // A manufacturer shows with any of its fixtures.
         return false;
     const QModelIndex product = sourceModel()->index(row, DeviceModel::ProductColumn, parent);
-    const QString name =
-        Plain(parent.data().toString() + QLatin1Char(' ') + product.data().toString());
-    return std::all_of(words_.begin(), words_.end(),
-                       [&name](const QString& word) { return name.contains(word); });
+    return HasAllWords(
+        ForSearch(parent.data().toString() + QLatin1Char(' ') + product.data().toString()), words_);
 }
 
 bool DeviceListProxy::lessThan(const QModelIndex& left, const QModelIndex& right) const

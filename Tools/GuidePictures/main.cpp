@@ -61,6 +61,10 @@ public:
     {
         return {};
     }
+    QStringList OpenFiles(QWidget*, const QString&, const QString&, const QString&) override
+    {
+        return {};
+    }
     QString SaveFile(QWidget*, const QString&, const QString&, const QString&,
                      const QString&) override
     {

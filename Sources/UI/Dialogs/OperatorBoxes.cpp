@@ -77,6 +77,12 @@ QString WidgetBoxes::OpenFile(QWidget* parent, const QString& caption, const QSt
     return QFileDialog::getOpenFileName(parent, caption, directory, filter);
 }
 
+QStringList WidgetBoxes::OpenFiles(QWidget* parent, const QString& caption,
+                                   const QString& directory, const QString& filter)
+{
+    return QFileDialog::getOpenFileNames(parent, caption, directory, filter);
+}
+
 QString WidgetBoxes::SaveFile(QWidget* parent, const QString& caption, const QString& directory,
                               const QString& filter, const QString& suffix)
 {

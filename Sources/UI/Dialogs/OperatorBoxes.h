@@ -50,6 +50,10 @@ public:
     // The file dialogs give an empty text when they are cancelled.
     [[nodiscard]] virtual QString OpenFile(QWidget* parent, const QString& caption,
                                            const QString& directory, const QString& filter) = 0;
+    /// Several at once, an empty list when it is cancelled.
+    [[nodiscard]] virtual QStringList OpenFiles(QWidget* parent, const QString& caption,
+                                                const QString& directory,
+                                                const QString& filter) = 0;
     /// A name without a suffix gets this one (without a dot).
     [[nodiscard]] virtual QString SaveFile(QWidget* parent, const QString& caption,
                                            const QString& directory, const QString& filter,
@@ -70,6 +74,8 @@ public:
     int Choose(const Choice& choice) override;
     QString OpenFile(QWidget* parent, const QString& caption, const QString& directory,
                      const QString& filter) override;
+    QStringList OpenFiles(QWidget* parent, const QString& caption, const QString& directory,
+                          const QString& filter) override;
     QString SaveFile(QWidget* parent, const QString& caption, const QString& directory,
                      const QString& filter, const QString& suffix) override;
     QString ChooseDirectory(QWidget* parent, const QString& caption) override;

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Library/LibraryList.h"
 
+#include <algorithm>
 #include <utility>
 
+#include <QDropEvent>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -16,6 +18,7 @@
 #include "Model/DeviceManager.h"
 #include "Model/DeviceModel.h"
 #include "Settings/FixtureLibraryPath.h"
+#include "UI/FixtureImport/ImportFixturesDialog.h"
 #include "UI/Library/LEDDeviceListView.h"
 #include "UI/Widgets/ActionSet.h"
 
@@ -36,6 +39,7 @@ LibraryList::LibraryList(DeviceManager& manager)
     , view_(new LEDDeviceListView)
 {
     BuildContents();
+    setAcceptDrops(true);
     view_->setModel(&Rows());
     view_->SetDeviceManager(&manager_);
     view_->sortByColumn(DeviceModel::NameColumn, Qt::AscendingOrder);
@@ -87,11 +91,42 @@ QModelIndex LibraryList::RowOf(const std::wstring& product) const
 
 void LibraryList::ShowFixture(const std::wstring& product)
 {
-    if (!RowOf(product).isValid())
+    ShowFixtures({product});
+}
+
+void LibraryList::ShowFixtures(const std::vector<std::wstring>& products)
+{
+    const auto isHidden = [this](const std::wstring& product) {
+        return !RowOf(product).isValid();
+    };
+    if (std::ranges::any_of(products, isHidden))
         filter_->clear();
-    const QModelIndex row = RowOf(product);
-    if (row.isValid())
-        Select(row, QItemSelectionModel::ClearAndSelect);
+    std::vector<QModelIndex> rows;
+    rows.reserve(products.size());
+    for (const std::wstring& product : products) {
+        const QModelIndex row = RowOf(product);
+        if (row.isValid())
+            rows.push_back(row);
+    }
+    if (rows.empty())
+        return;
+    std::ranges::sort(rows, [](const QModelIndex& a, const QModelIndex& b) {
+        return std::pair(a.parent().row(), a.row()) < std::pair(b.parent().row(), b.row());
+    });
+    // Thousands of rows as few ranges: the view walks through these for each row that it paints.
+    QItemSelection selection;
+    for (auto from = rows.begin(); from != rows.end();) {
+        auto last = from;
+        while (last + 1 != rows.end() && (last + 1)->parent() == from->parent() &&
+               (last + 1)->row() == last->row() + 1)
+            ++last;
+        selection.select(*from, *last);
+        view_->expand(from->parent());
+        from = last + 1;
+    }
+    Select(rows.front(), QItemSelectionModel::ClearAndSelect);
+    view_->selectionModel()->select(selection,
+                                    QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
 /// The row becomes the current one and comes into sight.
@@ -223,6 +258,18 @@ void LibraryList::GoToFirstHit()
         return;
     view_->setFocus(Qt::OtherFocusReason);
     Select(row, QItemSelectionModel::ClearAndSelect);
+}
+
+void LibraryList::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!LocalPaths(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void LibraryList::dropEvent(QDropEvent* event)
+{
+    event->acceptProposedAction();
+    emit filesDropped(LocalPaths(*event->mimeData()));
 }
 
 bool LibraryList::eventFilter(QObject* watched, QEvent* event)

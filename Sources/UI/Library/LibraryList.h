@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include <QItemSelectionModel>
 #include <QStringList>
@@ -32,9 +33,15 @@ public:
 
     /// Selects this fixture and brings it into sight. A filter that hides it goes.
     void ShowFixture(const std::wstring& product);
+    /// The same for several, and brings the first one into sight.
+    void ShowFixtures(const std::vector<std::wstring>& products);
     /// After a change of rows: loads the user's file, or, when that could not be saved, puts the
     /// rows in memory in their order.
     void FollowChange(bool saved);
+
+signals:
+    /// Files and folders were dropped on the list.
+    void filesDropped(const QStringList& paths);
 
 public slots:
     /// The library was loaded, or has more fixtures.
@@ -42,6 +49,8 @@ public slots:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void BuildContents();

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include <QApplication>
-#include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -18,6 +17,7 @@
 #include "Model/MappedDeviceModel.h"
 #include "Settings/FixtureLibraryPath.h"
 #include "UI/Dialogs/OperatorBoxes.h"
+#include "UI/FixtureImport/ImportFixturesDialog.h"
 #include "UI/Library/FixtureConflictBox.h"
 #include "UI/Library/LEDDeviceListView.h"
 #include "UI/Library/LibraryList.h"
@@ -28,11 +28,19 @@ LibraryPanel::LibraryPanel(const Parts& parts)
     , contents_(new QWidget)
     , list_(new LibraryList(parts.manager))
     , editing_({parts.manager, parts.undoStack, parts.boxes, *list_, parts.window})
+    , importing_({parts.manager, parts.undoStack, parts.boxes, *list_, parts.window, parts.wait})
 {
     BuildContents();
     actions_.Add({.objectName = "actionImport_fixtures",
                   .text = QT_TRANSLATE_NOOP("WEFTMain", "Import &Fixtures...")},
                  this, &LibraryPanel::ActionImportFixtures);
+    actions_.Add({.objectName = "actionImport_fixture_folder",
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Import Fixture Fol&der...")},
+                 this, &LibraryPanel::ActionImportFixtureFolder);
+    // Queued: the program that the files come from waits for the end of the drop.
+    connect(
+        list_, &LibraryList::filesDropped, this,
+        [this](const QStringList& paths) { importing_.Import(paths); }, Qt::QueuedConnection);
     WatchLibrary();
     AskAboutFixturesOfDocuments();
 }
@@ -202,11 +210,22 @@ void LibraryPanel::ActionConfirmDeleteFixtureDialog()
 
 void LibraryPanel::ActionImportFixtures()
 {
-    const QString file =
-        parts_.boxes.OpenFile(&parts_.window, tr("Import Fixtures"), QDir::homePath(),
-                              tr("Fixture Library File (*.wfl)"));
-    if (file.isEmpty())
-        return;
+    const QStringList files = AskForFixtureFiles(parts_.boxes, &parts_.window);
+    if (files.size() == 1 && files.front().endsWith(QLatin1String(".wfl"), Qt::CaseInsensitive))
+        ImportLibrary(files.front());
+    else if (!files.isEmpty())
+        importing_.Import(files);
+}
+
+void LibraryPanel::ActionImportFixtureFolder()
+{
+    const QString folder = parts_.boxes.ChooseDirectory(&parts_.window, tr("Import Fixtures"));
+    if (!folder.isEmpty())
+        importing_.Import({folder});
+}
+
+void LibraryPanel::ImportLibrary(const QString& file)
+{
     const QByteArray before = parts_.manager.ReadLibraryFile();
     const bool saved = parts_.manager.MergeLibrary(file, true, {});
     const bool whole = parts_.manager.GetDeviceModel()->WasReadWhole();

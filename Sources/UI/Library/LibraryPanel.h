@@ -3,7 +3,9 @@
 
 #include <QObject>
 
+#include "LibTools/DiskWork.h"
 #include "UI/Library/FixtureEditing.h"
+#include "UI/Library/FixtureImporting.h"
 #include "UI/Widgets/ActionSet.h"
 
 class DeviceLedItem;
@@ -28,7 +30,8 @@ public:
         DeviceManager& manager;
         QUndoStack& undoStack; ///< forgets its steps when a fixture goes or is replaced
         OperatorBoxes& boxes;
-        QWidget& window; ///< owns the action, and is the parent of boxes and dialogs
+        QWidget& window;    ///< owns the action, and is the parent of boxes and dialogs
+        DiskWait wait = {}; ///< keeps the output going while a save waits for the disk
     };
     /// All parts outlive the panel.
     explicit LibraryPanel(const Parts& parts);
@@ -48,7 +51,9 @@ public slots:
     void ActionOpenCustomFixtureDialog();
     void ActionEditCustomFixtureDialog();
     void ActionConfirmDeleteFixtureDialog();
+    /// Of one library it asks only about what differs; anything else is shown before.
     void ActionImportFixtures();
+    void ActionImportFixtureFolder();
     /// Puts the program's fixtures in place of the user's. The document stays as it is, and keeps
     /// the fixtures that it uses.
     void RestoreBuiltInFixtures();
@@ -61,6 +66,7 @@ private:
     void Notify(const QString& title, const QString& text);
     void AskAboutFixturesOfDocuments();
     void UpdateButtonStatesFromDeviceListSelection();
+    void ImportLibrary(const QString& file);
     bool MayDelete(const DeviceLedItem& fixture);
 
     Parts parts_;
@@ -68,6 +74,7 @@ private:
     QWidget* contents_;
     LibraryList* list_;
     FixtureEditing editing_;
+    FixtureImporting importing_;
     QPushButton* editButton_ = nullptr;
     QPushButton* deleteButton_ = nullptr;
     bool isTellingOfFailure_ = false; ///< its box is open

@@ -158,8 +158,10 @@ void WEFTMain::BuildTestPattern()
 
 void WEFTMain::BuildDocks()
 {
-    libraryPanel_ = std::make_unique<LibraryPanel>(
-        LibraryPanel::Parts{*deviceManager_, undoStack_, boxes_, *this});
+    libraryPanel_ = std::make_unique<LibraryPanel>(LibraryPanel::Parts{
+        *deviceManager_, undoStack_, boxes_, *this, [this](const std::future<SaveResult>& written) {
+            TickUntil(written);
+        }});
     elementList_ = std::make_unique<ElementList>(*deviceManager_, undoStack_);
     nodeList_ = std::make_unique<NodeList>(*nodeModel_, *deviceManager_, *engine_, *network_);
     output_ = std::make_unique<OutputInWindow>(

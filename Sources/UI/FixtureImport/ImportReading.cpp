@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "UI/FixtureImport/ImportReading.h"
+
+#include <exception>
+#include <system_error>
+#include <utility>
+
+#include <QElapsedTimer>
+
+#include "FixtureImport/FixtureFiles.h"
+#include "Log/Log.h"
+
+namespace {
+
+constexpr int PauseMilliseconds = 5;
+/// Less than a tick has to spare.
+constexpr qint64 PortionNanoseconds = 4'000'000;
+constexpr std::size_t MostWaiting = 256;
+
+} // namespace
+
+ImportReading::ImportReading(Taker taker)
+    : taker_(std::move(taker))
+{
+    timer_.setInterval(PauseMilliseconds);
+    connect(&timer_, &QTimer::timeout, this, &ImportReading::HandOver);
+}
+
+ImportReading::~ImportReading() = default;
+
+void ImportReading::Read(const QStringList& paths)
+{
+    waiting_ += paths;
+    if (!IsReading())
+        Start();
+}
+
+void ImportReading::Start()
+{
+    foundBefore_ += found_.exchange(0);
+    isDone_ = false;
+    const QStringList paths = std::exchange(waiting_, {});
+    try {
+        reader_ = std::jthread([this, paths](const std::stop_token& stop) {
+            ReadAll(paths, stop);
+            const std::scoped_lock lock(mutex_);
+            isDone_ = true;
+        });
+    } catch (const std::system_error&) {
+        ZEN_LOG_ERROR("No thread for the import of fixtures");
+        for (const QString& path : paths)
+            taker_({path, {FixtureImport::FaultKind::Unreadable, {}}, {}});
+        emit ended();
+        return;
+    }
+    timer_.start();
+}
+
+// ---- On the reader's thread --------------------------------------------------------------------
+
+void ImportReading::ReadAll(const QStringList& paths, const std::stop_token& stop)
+{
+    FixtureImport::FixtureFileReader reader;
+    QString path;
+    try {
+        const QStringList files = FixtureImport::FindFixtureFiles(paths, [&](int found) {
+            found_ = found;
+            return !stop.stop_requested();
+        });
+        for (const QString& file : files) {
+            if (stop.stop_requested())
+                return;
+            path = file;
+            Put(reader.Read(file), stop);
+        }
+    } catch (const std::exception& error) { // out of memory
+        ZEN_LOG_ERROR("The import of %s ended: %s", qUtf8Printable(path), error.what());
+        Put({path, {FixtureImport::FaultKind::Unreadable, {}}, {}}, stop);
+    }
+}
+
+void ImportReading::Put(FixtureImport::ImportedFile file, const std::stop_token& stop)
+{
+    std::unique_lock lock(mutex_);
+    (void)room_.wait(lock, stop, [this] { return read_.size() < MostWaiting; });
+    read_.push_back(std::move(file));
+}
+
+// ---- On the main thread ------------------------------------------------------------------------
+
+/// False when nothing more will come.
+bool ImportReading::TakeSome()
+{
+    QElapsedTimer timer;
+    timer.start();
+    std::vector<FixtureImport::ImportedFile> files;
+    bool isDone = false;
+    {
+        const std::scoped_lock lock(mutex_);
+        files.swap(read_);
+        isDone = isDone_;
+    }
+    room_.notify_one();
+    std::size_t taken = 0;
+    while (taken < files.size() && timer.nsecsElapsed() < PortionNanoseconds) {
+        taker_(std::move(files[taken++]));
+        ++given_;
+    }
+    if (taken == files.size())
+        return !isDone;
+    const auto rest = files.begin() + static_cast<std::ptrdiff_t>(taken);
+    const std::scoped_lock lock(mutex_);
+    read_.insert(read_.begin(), std::make_move_iterator(rest),
+                 std::make_move_iterator(files.end()));
+    return true;
+}
+
+void ImportReading::HandOver()
+{
+    const bool goesOn = TakeSome();
+    emit progressed();
+    if (goesOn)
+        return;
+    timer_.stop();
+    reader_.join();
+    if (!waiting_.isEmpty())
+        return Start();
+    emit ended();
+}

@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: MIT
+#include "UI/FixtureImport/MapPicture.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include <QPainter>
+#include <QPolygonF>
+
+#include "UI/Widgets/DeskLook.h"
+
+namespace {
+
+/// Above this number of cells the map is one area: no screen shows them, and a file may have a
+/// million.
+constexpr int MostCells = 16'384;
+constexpr double LargestCell = 34;
+constexpr double SideForGaps = 4;
+constexpr double SideForOrder = 3;
+constexpr double SideForFigures = 24;
+constexpr int FigurePixels = 10;
+constexpr double PathAlpha = 0.75;
+constexpr double Margin = 4;
+
+/// The cells in the order of their channels.
+std::vector<int> OrderOf(const PixelMap& map)
+{
+    const std::vector<std::int32_t>& channels = map.GetChannels();
+    std::vector<int> cells;
+    for (std::size_t cell = 0; cell < channels.size(); ++cell) {
+        if (channels[cell] != 0)
+            cells.push_back(static_cast<int>(cell));
+    }
+    std::ranges::stable_sort(
+        cells, {}, [&channels](int cell) { return channels[static_cast<std::size_t>(cell)]; });
+    return cells;
+}
+
+/// Where the cells of a map are on the screen.
+class Grid
+{
+public:
+    Grid(const QRectF& room, const PixelMap& map)
+        : columns_(std::max(map.GetWidth(), 1))
+        , rows_(std::max(map.GetHeight(), 1))
+        , side_(std::min({room.width() / columns_, room.height() / rows_, LargestCell}))
+        , corner_(room.center() - QPointF(columns_, rows_) * side_ / 2)
+    {}
+
+    [[nodiscard]] double Side() const { return side_; }
+    [[nodiscard]] QRectF Area() const { return {corner_, QSizeF(columns_ * side_, rows_ * side_)}; }
+    [[nodiscard]] QRectF Cell(int cell) const
+    {
+        const QRectF whole(corner_ + QPointF(cell % columns_, cell / columns_) * side_,
+                           QSizeF(side_, side_));
+        return side_ < SideForGaps ? whole : whole.adjusted(0.5, 0.5, -0.5, -0.5);
+    }
+
+private:
+    int columns_;
+    int rows_;
+    double side_;
+    QPointF corner_;
+};
+
+void PaintOrder(QPainter& painter, const Grid& grid, const std::vector<int>& order)
+{
+    const Look& look = CurrentLook();
+    QPolygonF path;
+    path.reserve(static_cast<int>(order.size()));
+    for (const int cell : order)
+        path << grid.Cell(cell).center();
+    QColor line = look.accent;
+    line.setAlphaF(PathAlpha);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(line, std::clamp(grid.Side() / 10, 1.0, 2.0)));
+    if (grid.Side() >= SideForOrder)
+        painter.drawPolyline(path);
+    const double radius = std::clamp(grid.Side() / 4, 2.0, 5.0);
+    painter.setPen(QPen(look.accentText, 1));
+    painter.setBrush(look.accent);
+    painter.drawEllipse(path.front(), radius, radius);
+}
+
+void PaintFigures(QPainter& painter, const Grid& grid, const PixelMap& map,
+                  const std::vector<int>& order)
+{
+    QFont font = painter.font();
+    font.setPixelSize(FigurePixels);
+    painter.setFont(font);
+    painter.setPen(CurrentLook().cellFigure);
+    for (const int cell : order)
+        painter.drawText(grid.Cell(cell).adjusted(0, 1, -3, 0), Qt::AlignRight | Qt::AlignTop,
+                         QString::number(map.GetChannels()[static_cast<std::size_t>(cell)]));
+}
+
+} // namespace
+
+void PaintMap(QPainter& painter, const QRectF& room, const PixelMap& map)
+{
+    const Grid grid(room.adjusted(Margin, Margin, -Margin, -Margin), map);
+    const Look& look = CurrentLook();
+    const auto& channels = map.GetChannels();
+    painter.save();
+    if (channels.empty() || channels.size() > MostCells) {
+        painter.fillRect(grid.Area(), channels.empty() ? look.cellEmpty : look.cellMapped);
+    } else {
+        painter.setRenderHint(QPainter::Antialiasing);
+        for (std::size_t cell = 0; cell < channels.size(); ++cell)
+            painter.fillRect(grid.Cell(static_cast<int>(cell)),
+                             channels[cell] != 0 ? look.cellMapped : look.cellEmpty);
+        const std::vector<int> order = OrderOf(map);
+        if (grid.Side() >= SideForFigures)
+            PaintFigures(painter, grid, map, order);
+        if (!order.empty())
+            PaintOrder(painter, grid, order);
+    }
+    painter.restore();
+}
+
+QString MapInWords(const PixelMap& map)
+{
+    const QString size = MapPicture::tr("%1x%2").arg(map.GetWidth()).arg(map.GetHeight());
+    const std::vector<int> order =
+        map.GetChannels().size() > MostCells ? std::vector<int>() : OrderOf(map);
+    if (order.size() < 2)
+        return size;
+    const int column = order.front() % map.GetWidth();
+    const int row = order.front() / map.GetWidth();
+    const bool isLeft = column == 0;
+    const bool isTop = row == 0;
+    if ((!isLeft && column != map.GetWidth() - 1) || (!isTop && row != map.GetHeight() - 1))
+        return MapPicture::tr("%1, first pixel in column %2, row %3")
+            .arg(size)
+            .arg(column + 1)
+            .arg(row + 1);
+    if (isTop)
+        return (isLeft ? MapPicture::tr("%1, first pixel top left")
+                       : MapPicture::tr("%1, first pixel top right"))
+            .arg(size);
+    return (isLeft ? MapPicture::tr("%1, first pixel bottom left")
+                   : MapPicture::tr("%1, first pixel bottom right"))
+        .arg(size);
+}
+
+void MapPicture::Show(std::optional<PixelMap> map)
+{
+    map_ = std::move(map);
+    setAccessibleDescription(map_ ? MapInWords(*map_) : QString());
+    update();
+}
+
+void MapPicture::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), CurrentLook().list);
+    if (map_)
+        PaintMap(painter, rect(), *map_);
+}

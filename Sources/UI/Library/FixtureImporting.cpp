@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: MIT
+#include "UI/Library/FixtureImporting.h"
+
+#include <utility>
+
+#include <QElapsedTimer>
+#include <QScopedValueRollback>
+#include <QUndoStack>
+
+#include "Model/DeviceManager.h"
+#include "Model/FixtureNames.h"
+#include "Model/MappedDeviceModel.h"
+#include "UI/Dialogs/OperatorBoxes.h"
+#include "UI/FixtureImport/ImportFixturesDialog.h"
+#include "UI/Library/LibraryList.h"
+
+namespace {
+
+constexpr int BetweenPortions = 1; ///< milliseconds
+/// Less than a tick has to spare.
+constexpr qint64 PortionNanoseconds = 4'000'000;
+
+} // namespace
+
+FixtureImporting::FixtureImporting(Parts parts)
+    : parts_(std::move(parts))
+{
+    timer_.setInterval(BetweenPortions);
+    connect(&timer_, &QTimer::timeout, this, &FixtureImporting::TakePortion);
+}
+
+void FixtureImporting::Import(const QStringList& paths)
+{
+    if (dialog_)
+        return dialog_->Read(paths);
+    ImportFixturesDialog dialog(
+        [&manager = parts_.manager](const std::wstring& product) -> const LEDFixture* {
+            return manager.GetLEDFixtureByProduct(product);
+        },
+        parts_.boxes, &parts_.window);
+    const QScopedValueRollback<ImportFixturesDialog*> isOpen(dialog_, &dialog);
+    connect(&dialog, &ImportFixturesDialog::importRequested, this, &FixtureImporting::Begin);
+    dialog.Read(paths);
+    dialog.exec();
+    // The program may end under the dialog: what was begun is finished.
+    while (timer_.isActive())
+        TakePortion();
+}
+
+void FixtureImporting::Begin()
+{
+    if (timer_.isActive())
+        return;
+    wanted_ = dialog_->Chosen();
+    taken_ = 0;
+    products_.clear();
+    products_.reserve(wanted_.size());
+    hasReplaced_ = false;
+    changedDocument_ = false;
+    dialog_->ShowImported(0, static_cast<int>(wanted_.size()));
+    timer_.start();
+}
+
+void FixtureImporting::TakePortion()
+{
+    QElapsedTimer time;
+    time.start();
+    while (taken_ < wanted_.size() && time.nsecsElapsed() < PortionNanoseconds) {
+        const auto& wanted = wanted_[taken_++];
+        if (Take(wanted))
+            products_.push_back(NameInFile(wanted.fixture.product));
+    }
+    dialog_->ShowImported(static_cast<int>(taken_), static_cast<int>(wanted_.size()));
+    if (taken_ == wanted_.size())
+        End();
+}
+
+bool FixtureImporting::Take(const FixtureImport::ImportPlan::Wanted& wanted)
+{
+    LEDFixture fixture = wanted.fixture;
+    fixture.manufacturer = NameInFile(fixture.manufacturer);
+    fixture.product = NameInFile(fixture.product);
+    const DeviceLedItem* present = parts_.manager.GetLEDFixtureByProduct(fixture.product);
+    if (!present)
+        return parts_.manager.AddFixture(fixture);
+    if (!wanted.replaces)
+        return false; // It came meanwhile, with a document.
+    changedDocument_ =
+        changedDocument_ || parts_.manager.GetMappedDeviceModel()->IsFixtureUsed(present->uniqueID);
+    hasReplaced_ = true;
+    return parts_.manager.ChangeFixture(present->uniqueID, fixture);
+}
+
+void FixtureImporting::End()
+{
+    timer_.stop();
+    (void)parts_.manager.SaveLibrary(parts_.wait);
+    if (hasReplaced_)
+        parts_.undoStack.clear();
+    if (changedDocument_)
+        parts_.manager.SetDocumentDirty(true);
+    // Not from the file: the library in memory also has what documents have brought into it.
+    parts_.list.FollowChange(false);
+    parts_.list.ShowFixtures(products_);
+    const std::size_t missed = wanted_.size() - products_.size();
+    wanted_.clear();
+    dialog_->Finish();
+    if (missed > 0)
+        parts_.boxes.Notify(
+            &parts_.window, tr("Import Fixtures"),
+            tr("%1 fixtures were not imported: other fixtures of their names came into the library "
+               "meanwhile. Import them again to choose what becomes of them.")
+                .arg(missed));
+}

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include <QObject>
+#include <QStringList>
+#include <QTimer>
+
+#include "FixtureImport/ImportPlan.h"
+#include "LibTools/DiskWork.h"
+
+class DeviceManager;
+class ImportFixturesDialog;
+class LibraryList;
+class OperatorBoxes;
+class QUndoStack;
+class QWidget;
+
+/// Brings fixtures of other libraries and programs into the user's: shows what the files have, and
+/// takes what the operator chooses. The user's file is written once, at the end. While thousands of
+/// fixtures come in, the output goes on.
+class FixtureImporting : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Parts
+    {
+        DeviceManager& manager;
+        QUndoStack& undoStack; ///< forgets its steps when a fixture was replaced
+        OperatorBoxes& boxes;
+        LibraryList& list; ///< shows what came, selected
+        QWidget& window;   ///< the parent of the dialog
+        DiskWait wait;     ///< keeps the output going while a save waits for the disk
+    };
+    /// All parts outlive this object.
+    explicit FixtureImporting(Parts parts);
+
+    /// Opens the dialog with these files and folders, and returns when it is closed. If it is open
+    /// already, it gets them too.
+    void Import(const QStringList& paths);
+
+private:
+    void Begin();
+    void TakePortion();
+    /// Whether the fixture is in the library now.
+    bool Take(const FixtureImport::ImportPlan::Wanted& wanted);
+    void End();
+
+    Parts parts_;
+    ImportFixturesDialog* dialog_ = nullptr; ///< while it is open
+    std::vector<FixtureImport::ImportPlan::Wanted> wanted_;
+    std::size_t taken_ = 0; ///< of these
+    std::vector<std::wstring> products_;
+    bool hasReplaced_ = false;
+    bool changedDocument_ = false;
+    QTimer timer_;
+};
