@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "UI/FixtureImport/ImportDetails.h"
 
+#include <algorithm>
+
 #include <QDir>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -21,14 +23,15 @@ namespace {
 
 constexpr int PictureHeight = 150;
 constexpr int LinesOfDetail = 3;
-constexpr int CellPadding = 14;
+constexpr int MeasuredRows = 60;
+constexpr int WidestName = 180;
 
 /// The pixels of a fixture, and what the operator has to know of it.
 QString FixtureWords(const ImportedMode& mode)
 {
     const PixelMap& map = mode.fixture->pixelMap;
     QStringList lines = {
-        ImportDetails::tr("%1 %2, %3 channels")
+        ImportDetails::tr("%1, %2, %3 channels")
             .arg(MapInWords(map), QString::fromWCharArray(PixelMapTypeToText(map.GetType())))
             .arg(mode.fixture->GetChannelCount())};
     if (!mode.placed)
@@ -37,6 +40,16 @@ QString FixtureWords(const ImportedMode& mode)
     if (mode.endsBeyondReach)
         lines << ImportDetails::tr("The last pixel is not sent: it ends on channel 512.");
     return lines.join(QLatin1Char('\n'));
+}
+
+/// Under which name the operator finds it.
+QString TitleOf(const PlanNode& node)
+{
+    if (node.mode.fixture)
+        return node.ProductInLibrary();
+    const bool isMode = node.kind == PlanNode::Kind::Fixture && node.parent &&
+                        node.parent->kind == PlanNode::Kind::Definition;
+    return isMode ? ImportDetails::tr("%1 - %2").arg(node.parent->name, node.name) : node.name;
 }
 
 QString WordsFor(const PlanNode& node)
@@ -85,16 +98,9 @@ ImportDetails::ImportDetails(QWidget* parent)
     channelList_->setUniformRowHeights(true);
     channelList_->setAllColumnsShowFocus(true);
     channelList_->setAlternatingRowColors(true);
-    QHeaderView& header = *channelList_->header();
-    header.setSectionsMovable(false);
-    const QFontMetrics metrics = channelList_->fontMetrics();
-    const auto widthOf = [&metrics](const QString& text) {
-        return metrics.horizontalAdvance(text) + CellPadding;
-    };
-    header.resizeSection(ImportChannelTable::NumberColumn, widthOf(tr("Ch.")) + CellPadding);
-    header.resizeSection(ImportChannelTable::NameColumn,
-                         widthOf(QStringLiteral("Dimmer Pixel 12")));
-    header.resizeSection(ImportChannelTable::ValueColumn, widthOf(tr("Value")) + CellPadding / 2);
+    channelList_->header()->setSectionsMovable(false);
+    channelList_->header()->setResizeContentsPrecision(MeasuredRows);
+    FitColumns();
     column->addWidget(channelList_, 1);
     Show(nullptr);
 }
@@ -111,11 +117,20 @@ QLabel* ImportDetails::AddText(const char* objectName)
     return label;
 }
 
+/// What a column can't hold is read in its tool tip.
+void ImportDetails::FitColumns()
+{
+    for (int column = 0; column < ImportChannelTable::ColumnCount; ++column)
+        channelList_->resizeColumnToContents(column);
+    const int name = channelList_->columnWidth(ImportChannelTable::NameColumn);
+    channelList_->setColumnWidth(ImportChannelTable::NameColumn, std::min(name, WidestName));
+}
+
 void ImportDetails::Show(const PlanNode* node)
 {
     const bool isFixture = node && node->mode.fixture;
     picture_->Show(isFixture ? std::optional(node->mode.fixture->pixelMap) : std::nullopt);
-    nameLabel_->setText(isFixture ? node->ProductInLibrary() : node ? node->name : QString());
+    nameLabel_->setText(node ? TitleOf(*node) : QString());
     wordsLabel_->setText(node ? WordsFor(*node) : QString());
     const bool differs = isFixture && node->state == PlanState::Differs;
     answerLabel_->setVisible(differs);
@@ -126,4 +141,5 @@ void ImportDetails::Show(const PlanNode* node)
         channels_->Show(node->mode);
     else
         channels_->Clear();
+    FitColumns();
 }

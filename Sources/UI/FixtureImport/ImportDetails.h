@@ -28,6 +28,7 @@ signals:
     void answered(FixtureImport::SameProduct answer);
 
 private:
+    void FitColumns();
     QLabel* AddText(const char* objectName);
 
     MapPicture* picture_ = nullptr;

@@ -34,10 +34,10 @@ using FixtureImport::SameProduct;
 
 namespace {
 
-constexpr QSize DialogSize(1180, 640);
-constexpr int DetailsWidth = 400;
+constexpr QSize DialogSize(1240, 660);
+constexpr int DetailsWidth = 460;
 constexpr int MapWidth = 84;
-constexpr int StateWidth = 230;
+constexpr int StateWidth = 260;
 constexpr int Indentation = 16;
 constexpr int CellPadding = 18;
 constexpr int ProgressWidth = 220;
@@ -61,6 +61,20 @@ int CountRows(const PlanNode& node, int most)
             break;
     }
     return rows;
+}
+
+QString InWords(const ImportPlan::Counts& counts)
+{
+    QStringList words = {ImportFixturesDialog::tr("%1 of %2 fixtures to import.")
+                             .arg(Counted(counts.chosen), Counted(counts.fixtures))};
+    if (counts.known > 0)
+        words << ImportFixturesDialog::tr("In the library already: %1.").arg(Counted(counts.known));
+    if (counts.leftOut > 0)
+        words << ImportFixturesDialog::tr("Left out: %1.").arg(Counted(counts.leftOut));
+    if (counts.unread > 0)
+        words << ImportFixturesDialog::tr("Files that can't be read: %1.")
+                     .arg(Counted(counts.unread));
+    return words.join(QLatin1Char(' '));
 }
 
 } // namespace
@@ -299,11 +313,7 @@ void ImportFixturesDialog::ShowCounts()
         countLabel_->setText(tr("Reading: %1 of %2 files")
                                  .arg(Counted(reading_.Given()), Counted(reading_.Found())));
     } else {
-        countLabel_->setText(
-            tr("%1 of %2 fixtures to import; %3 in the library already, %4 left out, %5 files "
-               "can't be read")
-                .arg(Counted(counts.chosen), Counted(counts.fixtures), Counted(counts.known),
-                     Counted(counts.leftOut), Counted(counts.unread)));
+        countLabel_->setText(InWords(counts));
     }
     answerAll_->setEnabled(counts.differing > 0);
     answerAll_->Show(counts.differing > 0 ? plan_.CommonAnswer()

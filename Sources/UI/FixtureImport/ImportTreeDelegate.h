@@ -15,4 +15,8 @@ public:
                const QModelIndex& index) const override;
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const override;
+
+private:
+    void PaintCheck(QPainter& painter, const QStyleOptionViewItem& option,
+                    const QModelIndex& index) const;
 };

@@ -66,6 +66,8 @@ private:
 
 void PaintOrder(QPainter& painter, const Grid& grid, const std::vector<int>& order)
 {
+    if (order.empty())
+        return;
     const Look& look = CurrentLook();
     QPolygonF path;
     path.reserve(static_cast<int>(order.size()));
@@ -96,53 +98,76 @@ void PaintFigures(QPainter& painter, const Grid& grid, const PixelMap& map,
                          QString::number(map.GetChannels()[static_cast<std::size_t>(cell)]));
 }
 
+bool HasCells(const PixelMap& map)
+{
+    return !map.GetChannels().empty() && map.GetChannels().size() <= MostCells;
+}
+
+void PaintCells(QPainter& painter, const Grid& grid, const PixelMap& map)
+{
+    const Look& look = CurrentLook();
+    if (!HasCells(map)) {
+        painter.fillRect(grid.Area(), map.GetChannels().empty() ? look.cellEmpty : look.cellMapped);
+        return;
+    }
+    painter.setRenderHint(QPainter::Antialiasing);
+    int cell = 0;
+    for (const std::int32_t channel : map.GetChannels())
+        painter.fillRect(grid.Cell(cell++), channel != 0 ? look.cellMapped : look.cellEmpty);
+}
+
+Grid GridIn(const QRectF& room, const PixelMap& map)
+{
+    return {room.adjusted(Margin, Margin, -Margin, -Margin), map};
+}
+
 } // namespace
 
 void PaintMap(QPainter& painter, const QRectF& room, const PixelMap& map)
 {
-    const Grid grid(room.adjusted(Margin, Margin, -Margin, -Margin), map);
-    const Look& look = CurrentLook();
-    const auto& channels = map.GetChannels();
+    const Grid grid = GridIn(room, map);
     painter.save();
-    if (channels.empty() || channels.size() > MostCells) {
-        painter.fillRect(grid.Area(), channels.empty() ? look.cellEmpty : look.cellMapped);
-    } else {
-        painter.setRenderHint(QPainter::Antialiasing);
-        for (std::size_t cell = 0; cell < channels.size(); ++cell)
-            painter.fillRect(grid.Cell(static_cast<int>(cell)),
-                             channels[cell] != 0 ? look.cellMapped : look.cellEmpty);
-        const std::vector<int> order = OrderOf(map);
-        if (grid.Side() >= SideForFigures)
-            PaintFigures(painter, grid, map, order);
-        if (!order.empty())
-            PaintOrder(painter, grid, order);
-    }
+    PaintCells(painter, grid, map);
+    if (HasCells(map))
+        PaintOrder(painter, grid, OrderOf(map));
+    painter.restore();
+}
+
+void PaintMapWithChannels(QPainter& painter, const QRectF& room, const PixelMap& map)
+{
+    PaintMap(painter, room, map);
+    const Grid grid = GridIn(room, map);
+    painter.save();
+    if (HasCells(map) && grid.Side() >= SideForFigures)
+        PaintFigures(painter, grid, map, OrderOf(map));
     painter.restore();
 }
 
 QString MapInWords(const PixelMap& map)
 {
-    const QString size = MapPicture::tr("%1x%2").arg(map.GetWidth()).arg(map.GetHeight());
-    const std::vector<int> order =
-        map.GetChannels().size() > MostCells ? std::vector<int>() : OrderOf(map);
+    const int columns = map.GetWidth();
+    const int rows = map.GetHeight();
+    const std::vector<int> order = HasCells(map) ? OrderOf(map) : std::vector<int>();
     if (order.size() < 2)
-        return size;
-    const int column = order.front() % map.GetWidth();
-    const int row = order.front() / map.GetWidth();
-    const bool isLeft = column == 0;
-    const bool isTop = row == 0;
-    if ((!isLeft && column != map.GetWidth() - 1) || (!isTop && row != map.GetHeight() - 1))
-        return MapPicture::tr("%1, first pixel in column %2, row %3")
-            .arg(size)
-            .arg(column + 1)
-            .arg(row + 1);
-    if (isTop)
-        return (isLeft ? MapPicture::tr("%1, first pixel top left")
-                       : MapPicture::tr("%1, first pixel top right"))
-            .arg(size);
-    return (isLeft ? MapPicture::tr("%1, first pixel bottom left")
-                   : MapPicture::tr("%1, first pixel bottom right"))
-        .arg(size);
+        return MapPicture::tr("%1x%2").arg(columns).arg(rows);
+    const int column = order.front() % columns;
+    const int row = order.front() / columns;
+    QString words = MapPicture::tr("%1x%2, first pixel in column %3, row %4");
+    if (rows == 1 && column == 0)
+        words = MapPicture::tr("%1x%2, first pixel on the left");
+    else if (rows == 1 && column == columns - 1)
+        words = MapPicture::tr("%1x%2, first pixel on the right");
+    else if (row == 0 && column == 0)
+        words = MapPicture::tr("%1x%2, first pixel at the top left");
+    else if (row == 0 && column == columns - 1)
+        words = MapPicture::tr("%1x%2, first pixel at the top right");
+    else if (row == rows - 1 && column == 0)
+        words = MapPicture::tr("%1x%2, first pixel at the bottom left");
+    else if (row == rows - 1 && column == columns - 1)
+        words = MapPicture::tr("%1x%2, first pixel at the bottom right");
+    else
+        return words.arg(columns).arg(rows).arg(column + 1).arg(row + 1);
+    return words.arg(columns).arg(rows);
 }
 
 void MapPicture::Show(std::optional<PixelMap> map)
@@ -157,5 +182,5 @@ void MapPicture::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.fillRect(rect(), CurrentLook().list);
     if (map_)
-        PaintMap(painter, rect(), *map_);
+        PaintMapWithChannels(painter, rect(), *map_);
 }
