@@ -205,15 +205,24 @@ bool DeviceManager::RemoveFixture(const QModelIndex& proxyIndex)
 
 bool DeviceManager::AddFixture(const LEDFixture& fixture)
 {
-    auto item = std::make_unique<DeviceLedItem>(fixture);
-    item->uniqueID = 0;
+    return AddFixtures({fixture}) > 0;
+}
+
+std::size_t DeviceManager::AddFixtures(const std::vector<LEDFixture>& fixtures)
+{
     const auto keep = [](const QString&, const QString&) {
         return KeepFixture;
     };
-    if (deviceModel->AddFixture(std::move(item), keep) != 0)
-        return false;
-    FollowLibrary();
-    return true;
+    std::size_t added = 0;
+    for (const LEDFixture& fixture : fixtures) {
+        auto item = std::make_unique<DeviceLedItem>(fixture);
+        item->uniqueID = 0;
+        if (deviceModel->AddFixture(std::move(item), keep) == 0)
+            ++added;
+    }
+    if (added > 0)
+        FollowLibrary();
+    return added;
 }
 
 bool DeviceManager::ChangeFixture(std::int64_t fixtureID, const LEDFixture& wanted)

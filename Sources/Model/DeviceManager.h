@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -216,6 +217,8 @@ public:
     /// Adds a fixture to the library under a number of its own; elements of its product are of it
     /// then. False, with nothing changed, when the library has a fixture of this product.
     bool AddFixture(const LEDFixture& fixture);
+    /// The same for several, with one walk over the elements. How many were added.
+    std::size_t AddFixtures(const std::vector<LEDFixture>& fixtures);
     /// Gives a fixture of the library this definition, and the elements that use it follow, which
     /// keep place, size and address. The fixture keeps its number. Another fixture of the wanted
     /// product goes, and its elements come to this one. False, with nothing changed, for an unknown

@@ -69,6 +69,9 @@ QString InWords(const ImportPlan::Counts& counts)
                              .arg(Counted(counts.chosen), Counted(counts.fixtures))};
     if (counts.known > 0)
         words << ImportFixturesDialog::tr("In the library already: %1.").arg(Counted(counts.known));
+    if (counts.differing > 0)
+        words << ImportFixturesDialog::tr("Other ones of a name in the library: %1.")
+                     .arg(Counted(counts.differing));
     if (counts.leftOut > 0)
         words << ImportFixturesDialog::tr("Left out: %1.").arg(Counted(counts.leftOut));
     if (counts.unread > 0)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Library/FixtureImporting.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QElapsedTimer>
@@ -16,6 +17,8 @@
 
 namespace {
 
+/// With a walk over the document's elements for each time.
+constexpr std::size_t AtOnce = 32;
 constexpr int BetweenPortions = 1; ///< milliseconds
 /// Less than a tick has to spare.
 constexpr qint64 PortionNanoseconds = 4'000'000;
@@ -65,30 +68,39 @@ void FixtureImporting::TakePortion()
 {
     QElapsedTimer time;
     time.start();
-    while (taken_ < wanted_.size() && time.nsecsElapsed() < PortionNanoseconds) {
-        const auto& wanted = wanted_[taken_++];
-        if (Take(wanted))
-            products_.push_back(NameInFile(wanted.fixture.product));
-    }
+    while (taken_ < wanted_.size() && time.nsecsElapsed() < PortionNanoseconds)
+        TakeSome();
     dialog_->ShowImported(static_cast<int>(taken_), static_cast<int>(wanted_.size()));
     if (taken_ == wanted_.size())
         End();
 }
 
-bool FixtureImporting::Take(const FixtureImport::ImportPlan::Wanted& wanted)
+void FixtureImporting::TakeSome()
 {
-    LEDFixture fixture = wanted.fixture;
-    fixture.manufacturer = NameInFile(fixture.manufacturer);
-    fixture.product = NameInFile(fixture.product);
-    const DeviceLedItem* present = parts_.manager.GetLEDFixtureByProduct(fixture.product);
-    if (!present)
-        return parts_.manager.AddFixture(fixture);
-    if (!wanted.replaces)
-        return false; // It came meanwhile, with a document.
+    std::vector<LEDFixture> added;
+    const std::size_t end = std::min(taken_ + AtOnce, wanted_.size());
+    for (; taken_ < end; ++taken_) {
+        LEDFixture fixture = wanted_[taken_].fixture;
+        fixture.manufacturer = NameInFile(fixture.manufacturer);
+        fixture.product = NameInFile(fixture.product);
+        const DeviceLedItem* present = parts_.manager.GetLEDFixtureByProduct(fixture.product);
+        if (present && !wanted_[taken_].replaces)
+            continue; // It came meanwhile, with a document.
+        products_.push_back(fixture.product);
+        if (present)
+            Replace(present->uniqueID, fixture);
+        else
+            added.push_back(std::move(fixture));
+    }
+    (void)parts_.manager.AddFixtures(added);
+}
+
+void FixtureImporting::Replace(std::int64_t fixtureID, const LEDFixture& fixture)
+{
     changedDocument_ =
-        changedDocument_ || parts_.manager.GetMappedDeviceModel()->IsFixtureUsed(present->uniqueID);
+        changedDocument_ || parts_.manager.GetMappedDeviceModel()->IsFixtureUsed(fixtureID);
     hasReplaced_ = true;
-    return parts_.manager.ChangeFixture(present->uniqueID, fixture);
+    parts_.manager.ChangeFixture(fixtureID, fixture);
 }
 
 void FixtureImporting::End()

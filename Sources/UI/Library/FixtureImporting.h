@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -46,8 +47,8 @@ public:
 private:
     void Begin();
     void TakePortion();
-    /// Whether the fixture is in the library now.
-    bool Take(const FixtureImport::ImportPlan::Wanted& wanted);
+    void TakeSome();
+    void Replace(std::int64_t fixtureID, const LEDFixture& fixture);
     void End();
 
     Parts parts_;
