@@ -4,7 +4,7 @@
 using FixtureImport::SameProduct;
 
 ImportAnswers::ImportAnswers(QWidget* parent)
-    : QComboBox(parent)
+    : SteadyComboBox(parent)
 {
     addItem(tr("Leave it out"), static_cast<int>(SameProduct::LeaveOut));
     addItem(tr("Replace the library's"), static_cast<int>(SameProduct::Replace));
@@ -16,5 +16,6 @@ ImportAnswers::ImportAnswers(QWidget* parent)
 
 void ImportAnswers::Show(std::optional<SameProduct> answer)
 {
-    setCurrentIndex(answer ? findData(static_cast<int>(*answer)) : -1);
+    if (!IsOpen())
+        setCurrentIndex(answer ? findData(static_cast<int>(*answer)) : -1);
 }

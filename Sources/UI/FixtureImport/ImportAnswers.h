@@ -3,12 +3,11 @@
 
 #include <optional>
 
-#include <QComboBox>
-
 #include "FixtureImport/ImportPlan.h"
+#include "UI/Widgets/SteadyComboBox.h"
 
 /// The three answers to a product that the library has of another fixture.
-class ImportAnswers : public QComboBox
+class ImportAnswers : public SteadyComboBox
 {
     Q_OBJECT
 

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <utility>
 
-#include <QComboBox>
 #include <QDir>
 #include <QDropEvent>
 #include <QHBoxLayout>
@@ -26,6 +25,7 @@
 #include "UI/FixtureImport/ImportDetails.h"
 #include "UI/FixtureImport/ImportTreeDelegate.h"
 #include "UI/FixtureImport/ImportTreeModel.h"
+#include "UI/Widgets/SteadyComboBox.h"
 
 using FixtureImport::ImportPlan;
 using FixtureImport::PlanNode;
@@ -121,6 +121,8 @@ ImportFixturesDialog::ImportFixturesDialog(ImportPlan::Library library, Operator
     import_ = buttons->addButton(tr("&Import"), QDialogButtonBox::AcceptRole);
     import_->setObjectName(QStringLiteral("importButton"));
     import_->setDefault(true);
+    // Else Return would cancel while nothing can be imported.
+    buttons->button(QDialogButtonBox::Cancel)->setAutoDefault(false);
     layout->addWidget(buttons);
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, search_, [this] {
         search_->setFocus();
@@ -186,7 +188,7 @@ QHBoxLayout* ImportFixturesDialog::MakeSearchRow()
     search_->setClearButtonEnabled(true);
     search_->installEventFilter(this);
     row->addWidget(search_, 1);
-    show_ = new QComboBox;
+    show_ = new SteadyComboBox;
     show_->setObjectName(QStringLiteral("importShow"));
     show_->setAccessibleName(tr("Which fixtures are shown"));
     show_->addItem(tr("All that was found"));
