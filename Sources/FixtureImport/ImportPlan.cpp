@@ -22,18 +22,14 @@ bool ComesBefore(const PlanNode& a, const PlanNode& b)
     return isLast == (b.kind == Kind::UnreadFiles) ? IsBefore(a.name, b.name) : !isLast;
 }
 
-void ForEachFixture(const PlanNode& node, const std::function<void(const PlanNode&)>& act)
+/// `Node` is a PlanNode, const or not.
+template <typename Node, typename Act>
+void ForEachFixture(Node& node, const Act& act)
 {
     if (node.IsLeaf())
         act(node);
     for (const auto& child : node.children)
-        ForEachFixture(*child, act);
-}
-
-void ForEachFixture(PlanNode& node, const std::function<void(PlanNode&)>& act)
-{
-    ForEachFixture(std::as_const(node),
-                   [&act](const PlanNode& found) { act(const_cast<PlanNode&>(found)); });
+        ForEachFixture<Node>(*child, act);
 }
 
 /// The rows of a parent's shown children from this one on.
@@ -228,6 +224,7 @@ bool ImportPlan::Narrow(PlanNode& node) const
         return (!state_ || state == *state_) && HasAllWords(node.searchText, words_);
     }
     node.shown.clear();
+    node.shown.reserve(node.children.size());
     for (const auto& child : node.children) {
         if (Narrow(*child))
             node.shown.push_back(child.get());

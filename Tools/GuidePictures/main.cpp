@@ -70,7 +70,10 @@ public:
     {
         return {};
     }
-    QString ChooseDirectory(QWidget*, const QString&) override { return {}; }
+    QString ChooseDirectory(QWidget*, const QString&) override
+    {
+        return QStringLiteral(":/definitions");
+    }
 };
 
 class Photographer
@@ -204,15 +207,29 @@ public:
         Do(QStringLiteral("actionUndo"));
         Do(QStringLiteral("actionUndo"));
     }
+    /// The import of the definitions that the camera brings along, with one of them selected.
+    void TakeImport(const QString& mode, const QString& name) const
+    {
+        QTimer::singleShot(500, window_.get(), [this, mode, name] {
+            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            auto* tree =
+                dialog ? dialog->findChild<QTreeView*>(QStringLiteral("importTree")) : nullptr;
+            const QModelIndex row = tree ? Find(*tree, mode) : QModelIndex();
+            if (!row.isValid())
+                return Fail(name);
+            tree->setCurrentIndex(row);
+            Save(name, *dialog);
+            dialog->reject();
+        });
+        Do(QStringLiteral("actionImport_fixture_folder"));
+    }
     void SelectFixture(const QString& product) const
     {
         auto* list = window_->findChild<QTreeView*>(QStringLiteral("treeView"));
-        const QModelIndexList found =
-            list->model()->match(list->model()->index(0, 0), Qt::DisplayRole, product, 1,
-                                 Qt::MatchExactly | Qt::MatchRecursive);
-        if (found.isEmpty())
+        const QModelIndex found = Find(*list, product);
+        if (!found.isValid())
             return Fail(product);
-        list->setCurrentIndex(found.front());
+        list->setCurrentIndex(found);
     }
     void WillTakeDialog(const QString& name, int tab = 0, int tries = 10)
     {
@@ -279,6 +296,13 @@ public:
     [[nodiscard]] static bool Failed() { return failed_; }
 
 private:
+    [[nodiscard]] static QModelIndex Find(const QTreeView& list, const QString& text)
+    {
+        return list.model()
+            ->match(list.model()->index(0, 0), Qt::DisplayRole, text, 1,
+                    Qt::MatchExactly | Qt::MatchRecursive)
+            .value(0);
+    }
     [[nodiscard]] QGraphicsView& View() const
     {
         return *window_->findChild<QGraphicsView*>(QStringLiteral("mappingEditorView"));
@@ -330,6 +354,7 @@ void TakeFixtures(Photographer& photographer)
     photographer.SelectFixture(QStringLiteral("Trackpod 90 (Mode 1 - 48ch)"));
     photographer.TakeDialogOfButton(QStringLiteral("buttonEditFixture"),
                                     QStringLiteral("fixture-channels"), 1);
+    photographer.TakeImport(QStringLiteral("196 Channels"), QStringLiteral("import-fixtures"));
 }
 
 void PutDemo(const QString& data)

@@ -35,7 +35,7 @@ LibraryPanel::LibraryPanel(const Parts& parts)
                   .text = QT_TRANSLATE_NOOP("WEFTMain", "Import &Fixtures...")},
                  this, &LibraryPanel::ActionImportFixtures);
     actions_.Add({.objectName = "actionImport_fixture_folder",
-                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Import Fixture Fol&der...")},
+                  .text = QT_TRANSLATE_NOOP("WEFTMain", "Import Fixture Fo&lder...")},
                  this, &LibraryPanel::ActionImportFixtureFolder);
     // Queued: the program that the files come from waits for the end of the drop.
     connect(

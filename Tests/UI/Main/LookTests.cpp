@@ -6,6 +6,7 @@
 #include "UI/Dialogs/LEDDialogDMXUniverseMerging.h"
 #include "UI/Dialogs/LEDDialogManualNode.h"
 #include "UI/Dialogs/LedDialogAddIPrange.h"
+#include "UI/FixtureImport/ImportFixturesDialog.h"
 #include "UI/Main/Desk.h"
 #include "UI/Widgets/DeskLook.h"
 
@@ -168,7 +169,8 @@ TEST_F(WindowLook, DialogsAreLegibleInALargeFontAndFitTheScreen)
         LEDDialogManualNode node(
             boxes, [](const QString&) { return QString(); }, window.get());
         node.SetUpForEdit("Left of the stage"_q, "222.222.222.222"_q, "222.255.255.255"_q);
-        for (QDialog* dialog : std::initializer_list<QDialog*>{&range, &merging, &node}) {
+        ImportFixturesDialog import({}, boxes, window.get());
+        for (QDialog* dialog : std::initializer_list<QDialog*>{&range, &merging, &node, &import}) {
             dialog->show();
             ExpectInOrder(*dialog);
         }
