@@ -22,6 +22,17 @@ bool ComesBefore(const PlanNode& a, const PlanNode& b)
     return isLast == (b.kind == Kind::UnreadFiles) ? IsBefore(a.name, b.name) : !isLast;
 }
 
+/// Whether two fixtures are the same on the stage: an automatic number of channels is the number
+/// that it gives.
+bool IsSame(const LEDFixture& a, const LEDFixture& b)
+{
+    const auto counted = [](LEDFixture fixture) {
+        fixture.SetChannelCount(fixture.GetChannelCount());
+        return fixture;
+    };
+    return a == b && (a.HasDefinitionOf(b) || counted(a).HasDefinitionOf(counted(b)));
+}
+
 /// `Node` is a PlanNode, const or not.
 template <typename Node, typename Act>
 void ForEachFixture(Node& node, const Act& act)
@@ -141,11 +152,11 @@ void ImportPlan::Judge(PlanNode& fixture)
         definition.product = ProductFor(wanted, definition.manufacturer, attempt);
         const auto known = products_.find(definition.product);
         const LEDFixture* present = library_ ? library_(definition.product) : nullptr;
-        if (known != products_.end() && known->second->mode.fixture->HasDefinitionOf(definition)) {
+        if (known != products_.end() && IsSame(*known->second->mode.fixture, definition)) {
             fixture.state = PlanState::Twice;
             return;
         }
-        if (present && present->HasDefinitionOf(definition)) {
+        if (present && IsSame(*present, definition)) {
             fixture.state = PlanState::Known;
             return;
         }

@@ -61,10 +61,11 @@ protected:
         library.clear();
         for (const QString& text :
              QString::fromUtf8(known).split(QLatin1Char('|'), Qt::SkipEmptyParts)) {
-            const LEDFixture lamp =
+            LEDFixture lamp =
                 Lamp(text.section(QLatin1Char('/'), 0, 0),
                      text.section(QLatin1Char('/'), 1).section(QLatin1Char('*'), 0, 0),
                      text.section(QLatin1Char('*'), 1).toInt());
+            lamp.SetChannelCount(lamp.GetChannelCount()); // the same on the stage
             library.insert_or_assign(lamp.product, lamp);
         }
         plan = std::make_unique<ImportPlan>([this](const std::wstring& product) {

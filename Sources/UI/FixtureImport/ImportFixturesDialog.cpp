@@ -65,6 +65,8 @@ int CountRows(const PlanNode& node, int most)
 
 QString InWords(const ImportPlan::Counts& counts)
 {
+    if (counts.files == 0)
+        return ImportFixturesDialog::tr("No files of fixtures (.json, .qxf, .wfl) were found.");
     QStringList words = {ImportFixturesDialog::tr("%1 of %2 fixtures to import.")
                              .arg(Counted(counts.chosen), Counted(counts.fixtures))};
     if (counts.known > 0)

@@ -34,7 +34,7 @@ void ImportTreeDelegate::PaintCheck(QPainter& painter, const QStyleOptionViewIte
     const Look& look = CurrentLook();
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(look.checkLine, 1));
+    painter.setPen(QPen(look.listTextFaded, 1));
     painter.setBrush(look.field);
     painter.drawRect(box.adjusted(0.5, 0.5, -0.5, -0.5));
     painter.setPen(QPen(look.fieldText, 2));

@@ -72,7 +72,9 @@ QString ToolTipOf(const PlanNode& node, int column)
 {
     switch (column) {
     case ImportTreeModel::NameColumn:
-        return node.path.isEmpty() ? QString() : QDir::toNativeSeparators(node.path);
+        return node.path.isEmpty()
+                   ? NameOf(node)
+                   : NameOf(node) + QLatin1Char('\n') + QDir::toNativeSeparators(node.path);
     case ImportTreeModel::MapColumn:
         return node.mode.fixture ? MapInWords(node.mode.fixture->pixelMap) : QString();
     default:

@@ -12,9 +12,10 @@
 
 namespace {
 
-/// Above this number of cells the map is one area: no screen shows them, and a file may have a
+/// With more or smaller cells the map is one area: no screen shows them, and a file may have a
 /// million.
 constexpr int MostCells = 16'384;
+constexpr double SmallestCell = 1;
 constexpr double LargestCell = 34;
 constexpr double SideForGaps = 4;
 constexpr double SideForOrder = 3;
@@ -106,10 +107,6 @@ bool HasCells(const PixelMap& map)
 void PaintCells(QPainter& painter, const Grid& grid, const PixelMap& map)
 {
     const Look& look = CurrentLook();
-    if (!HasCells(map)) {
-        painter.fillRect(grid.Area(), map.GetChannels().empty() ? look.cellEmpty : look.cellMapped);
-        return;
-    }
     painter.setRenderHint(QPainter::Antialiasing);
     int cell = 0;
     for (const std::int32_t channel : map.GetChannels())
@@ -126,10 +123,13 @@ Grid GridIn(const QRectF& room, const PixelMap& map)
 void PaintMap(QPainter& painter, const QRectF& room, const PixelMap& map)
 {
     const Grid grid = GridIn(room, map);
+    if (!HasCells(map) || grid.Side() < SmallestCell) {
+        painter.fillRect(grid.Area(), CurrentLook().cellMapped);
+        return;
+    }
     painter.save();
     PaintCells(painter, grid, map);
-    if (HasCells(map))
-        PaintOrder(painter, grid, OrderOf(map));
+    PaintOrder(painter, grid, OrderOf(map));
     painter.restore();
 }
 
