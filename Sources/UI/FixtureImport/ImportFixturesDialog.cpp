@@ -217,6 +217,9 @@ QPushButton* ImportFixturesDialog::AddButton(QHBoxLayout& row, const char* objec
     button->setObjectName(QLatin1String(objectName));
     button->setAutoDefault(false);
     row.addWidget(button);
+    // Its style gives the button a minimum that a large font exceeds.
+    button->ensurePolished();
+    row.addStrut(button->sizeHint().height());
     return button;
 }
 
