@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Fixture definitions of other programs become a library, without a window.
+#include <cstddef>
 #include <cstdio>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include <QCommandLineParser>
@@ -68,8 +71,40 @@ Request ReadCommandLine()
     return {parser.positionalArguments(), parser.value(output), parser.isSet(report)};
 }
 
+/// The text of a library, which grows fixture by fixture: one tree of thousands of them would be
+/// slow to build and to free.
+class LibraryText
+{
+public:
+    void Add(const LEDFixture& fixture)
+    {
+        XmlText::Document document;
+        auto& library = XmlText::AddElement(document, "LEDFixtureLibrary");
+        XmlText::SetAttribute(library, "version", 1);
+        fixture.ToXml(library);
+        const std::string lines = XmlText::Print(document);
+        if (text_.empty()) {
+            text_ = lines;
+            return;
+        }
+        const std::size_t begin = lines.find('\n') + 1;
+        text_.insert(text_.rfind(Closing), lines, begin, lines.rfind(Closing) - begin);
+    }
+
+    [[nodiscard]] SaveResult Write(const QString& path) const
+    {
+        return WriteWholeFile(path.toStdWString(), XmlText::Encode(text_));
+    }
+
+private:
+    /// Of the last line.
+    static constexpr std::string_view Closing = "</";
+
+    std::string text_;
+};
+
 void Import(const QString& path, FixtureImport::FixtureFileReader& reader,
-            FixtureImport::ProductNames& names, tinyxml2::XMLElement& library, ImportReport& report)
+            FixtureImport::ProductNames& names, LibraryText& library, ImportReport& report)
 {
     FixtureImport::ImportedFile file = reader.Read(path);
     report.AddFile(file);
@@ -83,7 +118,7 @@ void Import(const QString& path, FixtureImport::FixtureFileReader& reader,
                 report.NoteKnown(mode);
                 continue;
             }
-            mode.fixture->ToXml(library);
+            library.Add(*mode.fixture);
             report.NoteFixture(mode, QString::fromStdWString(mode.fixture->product));
         }
     }
@@ -97,17 +132,14 @@ int Run()
     ImportReport report(out, request.isReportWanted);
     FixtureImport::FixtureFileReader reader;
     FixtureImport::ProductNames names;
-    XmlText::Document document;
-    auto& library = XmlText::AddElement(document, "LEDFixtureLibrary");
-    XmlText::SetAttribute(library, "version", 1);
+    LibraryText library;
     for (const QString& path : FixtureImport::FindFixtureFiles(request.paths))
         Import(path, reader, names, library, report);
     report.WriteSummary();
     if (report.Fixtures() == 0)
         return NothingRead;
     if (!request.output.isEmpty()) {
-        if (const SaveResult saved = WriteXmlFile(request.output.toStdWString(), document); !saved)
-        {
+        if (const SaveResult saved = library.Write(request.output); !saved) {
             std::fprintf(stderr, "%s: %s\n", qUtf8Printable(request.output),
                          qUtf8Printable(saved.Reason()));
             return NothingRead;

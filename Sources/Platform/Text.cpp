@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Platform/Text.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace Platform {
@@ -42,6 +43,16 @@ char32_t TakeUtf8(std::string_view& text)
     }
     const bool overlong = (more == 2 && value < 0x800) || (more == 3 && value < 0x10000);
     return overlong ? Replacement : Sound(value);
+}
+
+/// The characters up to the first one of several bytes. Files of many megabytes are of these.
+std::string_view PlainBegin(std::string_view text)
+{
+    const auto isPlain = [](char c) {
+        return static_cast<unsigned char>(c) < 0x80;
+    };
+    return text.substr(
+        0, static_cast<std::size_t>(std::ranges::find_if_not(text, isPlain) - text.begin()));
 }
 
 char32_t TakeUtf16(std::u16string_view& text)
@@ -142,8 +153,13 @@ std::u16string Utf8ToUtf16(std::string_view text)
 {
     std::u16string utf16;
     utf16.reserve(text.size());
-    while (!text.empty())
-        AppendUtf16(utf16, TakeUtf8(text));
+    while (!text.empty()) {
+        const auto plain = PlainBegin(text);
+        utf16.append(plain.begin(), plain.end());
+        text.remove_prefix(plain.size());
+        if (!text.empty())
+            AppendUtf16(utf16, TakeUtf8(text));
+    }
     return utf16;
 }
 

@@ -256,10 +256,10 @@ std::string Encode(std::string_view utf8)
 {
     const std::u16string units = Platform::Utf8ToUtf16(utf8);
     std::string bytes = "\xFF\xFE";
-    bytes.reserve(2 + 2 * units.size());
-    for (const char16_t unit : units) {
-        bytes += static_cast<char>(unit & 0xFFU);
-        bytes += static_cast<char>(unit >> 8U);
+    bytes.resize(2 + 2 * units.size());
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        bytes[2 + 2 * i] = static_cast<char>(units[i] & 0xFFU);
+        bytes[3 + 2 * i] = static_cast<char>(units[i] >> 8U);
     }
     return bytes;
 }
@@ -358,7 +358,8 @@ void SetAttribute(tinyxml2::XMLElement& element, const char* name, std::wstring_
 
 void SetAttribute(tinyxml2::XMLElement& element, const char* name, std::int32_t value)
 {
-    element.SetAttribute(name, value);
+    // tinyxml2 would print it by the formats of printf, in documents of tens of thousands.
+    element.SetAttribute(name, std::to_string(value).c_str());
 }
 
 void AddTextElement(tinyxml2::XMLElement& parent, const char* name, const std::string& text)
