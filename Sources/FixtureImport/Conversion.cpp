@@ -150,10 +150,27 @@ ImportedMode ConvertMode(const Definition& definition, const DefinitionMode& mod
     return imported;
 }
 
+/// Names of nearly all fixtures need no change, and there are thousands: words of ASCII, one blank
+/// between them.
+bool IsPlainName(const QString& name)
+{
+    bool isBehindBlank = true;
+    for (const QChar c : name) {
+        const bool isBlank = c == QLatin1Char(' ');
+        if (c < QLatin1Char(' ') || c > QLatin1Char('~') || c == QLatin1Char('&') ||
+            (isBlank && isBehindBlank))
+            return false;
+        isBehindBlank = isBlank;
+    }
+    return !isBehindBlank && name.size() <= LongestName;
+}
+
 } // namespace
 
 QString CleanName(const QString& name, const QString& otherwise)
 {
+    if (IsPlainName(name))
+        return name;
     QString clean;
     for (const QChar c : name.leftRef(LongestName)) {
         const bool isPlain = c.isPrint() || c.isHighSurrogate() || c.isLowSurrogate();

@@ -26,14 +26,11 @@ const QLatin1String ManufacturersFile("manufacturers.json");
 /// All bytes of a plain file, or why not.
 ImportFault ReadWholeFile(const QString& path, QByteArray& bytes)
 {
-    const QFileInfo info(path);
-    if (!info.exists())
-        return {FaultKind::Missing, {}};
     // Reading a pipe or a device might never end.
-    if (!info.isFile())
-        return {FaultKind::UnknownFormat, {}};
+    if (const QFileInfo info(path); !info.isFile())
+        return {info.exists() ? FaultKind::UnknownFormat : FaultKind::Missing, {}};
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return {file.error() == QFile::PermissionsError ? FaultKind::NotPermitted
                                                         : FaultKind::Unreadable,
                 {}};

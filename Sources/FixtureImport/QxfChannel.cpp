@@ -116,8 +116,10 @@ constexpr std::array<CapabilityPreset, 16> CapabilityPresets{{
     {"SmallToBig", RangeUse::Position},
 }};
 
-std::optional<RangeUse> UseOfPreset(const QString& preset)
+std::optional<RangeUse> UseOfPreset(const QStringRef& preset)
 {
+    if (preset.isEmpty())
+        return std::nullopt;
     for (const CapabilityPreset& row : CapabilityPresets) {
         if (preset.startsWith(QLatin1String(row.begin)))
             return row.use;
@@ -165,6 +167,31 @@ Group GroupOf(const QString& name)
     return Group::Other;
 }
 
+// ---- Words of names and ranges
+
+/// In the name of an intensity that dims no light.
+constexpr Phrases NoBrightness{"fan", "fog", "haz", "smoke", "pump", "speed", "hue", "saturation"};
+/// In a range of pan or tilt that is no place.
+constexpr Phrases Turning{"rotat", "continu", "speed", "clockwise", "cw", "endless"};
+/// In a range of a speed that moves something by itself.
+constexpr Phrases Directed{"rotat", "clockwise", "cw", "forward", "backward", "spin"};
+/// In the name of a beam's channel that leaves the light on and still wherever it is.
+constexpr Phrases BeamPosition{"zoom", "focus", "angle", "edge"};
+/// In a range of a dimmer that does more than dim.
+constexpr Phrases Running{"strob", "sound",  "auto",  "speed",   "program",  "macro", "puls",
+                          "chase", "random", "snake", "fade in", "fade out", "music"};
+/// In a range of an iris that moves.
+constexpr Phrases Pulsing{"puls", "random", "fast", "slow"};
+/// At the start of a range that dims on a channel of another group, and what there only sets how.
+constexpr Phrases Dims{"dimm", "master dim", "intensity"};
+constexpr Phrases SetsDimmer{"curve", "speed", "mode", "strob", "set", "linear"};
+constexpr Phrases ColourTemperature{"cto", "ctb", "ctc", "temperature", "tint"};
+
+bool Contains(std::string_view words, std::string_view part)
+{
+    return words.find(part) != std::string_view::npos;
+}
+
 /// A channel that says its group, its colour and its ranges.
 class GroupedChannel
 {
@@ -172,12 +199,10 @@ public:
     GroupedChannel(const QString& group, const QString& colour, QxfChannel& channel)
         : group_(GroupOf(group))
         , name_(WordsOf(channel.definition.name))
-        , isIris_(Mentions(name_, "iris"))
+        , isIris_(Contains(name_, "iris"))
     {
         channel.subject = group + colour;
-        const bool isBrightness =
-            group_ == Group::Intensity &&
-            !Mentions(name_, "fan", "fog", "haz", "smoke", "pump", "speed", "hue", "saturation");
+        const bool isBrightness = group_ == Group::Intensity && !NoBrightness.IsOneIn(name_);
         if (isBrightness) {
             const bool isWhole = colour.isEmpty() || colour == QLatin1String("Generic");
             channel.definition.kind = isWhole ? ChannelKind::Intensity : ChannelKind::Colour;
@@ -217,15 +242,15 @@ private:
             JudgeBrightness(words, range);
             break;
         case Group::Position:
-            if (!Mentions(words, "rotat", "continu", "speed", "clockwise", "cw", "endless"))
+            if (!Turning.IsOneIn(words))
                 Set(range, RangeUse::Middle, (range.from + range.to + 1) / 2);
             break;
         case Group::Speed:
-            if (!Mentions(words, "rotat", "clockwise", "cw", "forward", "backward", "spin"))
+            if (!Directed.IsOneIn(words))
                 Set(range, RangeUse::Rest, range.from);
             break;
         case Group::Beam:
-            if (Mentions(name_, "zoom", "focus", "angle", "edge"))
+            if (BeamPosition.IsOneIn(name_))
                 range.use = RangeUse::Position;
             else // frost, blades
                 Set(range, RangeUse::Rest, range.from);
@@ -255,8 +280,7 @@ private:
     {
         if (kind_ == ChannelKind::Other)
             Set(range, RangeUse::Rest, range.from);
-        else if (!Mentions(words, "strob", "sound", "auto", "speed", "program", "macro", "puls",
-                           "chase", "random", "snake", "fade in", "fade out", "music"))
+        else if (!Running.IsOneIn(words))
             SetRising(range);
     }
 
@@ -267,9 +291,9 @@ private:
             return at != std::string_view::npos && words.find(second, at) != std::string_view::npos;
         };
         const bool opens = leads("min", "max") || leads("small", "big") || leads("clos", "open");
-        if (Mentions(words, "puls", "random", "fast", "slow"))
+        if (Pulsing.IsOneIn(words))
             range.use = RangeUse::Changes;
-        else if (Mentions(words, "clos") && !Mentions(words, "open"))
+        else if (Contains(words, "clos") && !Contains(words, "open"))
             range.use = RangeUse::Dark;
         else
             Set(range, RangeUse::Open, opens ? range.to : range.from);
@@ -277,12 +301,9 @@ private:
 
     void JudgeRest(std::string_view words, ChannelRange& range) const
     {
-        const bool dims = words.starts_with("dimm") || words.starts_with("master dim") ||
-                          words.starts_with("intensity");
-        if (dims && !Mentions(words, "curve", "speed", "mode", "strob", "set", "linear"))
+        if (Dims.OneBegins(words) && !SetsDimmer.IsOneIn(words))
             SetRising(range);
-        else if (Mentions(name_, "cto", "ctb", "ctc", "temperature", "tint") ||
-                 Mentions(words, "index"))
+        else if (ColourTemperature.IsOneIn(name_) || Contains(words, "index"))
             range.use = RangeUse::Position;
     }
 
@@ -297,37 +318,54 @@ private:
 /// A number of 8 bits, `otherwise` for what is none.
 std::int32_t ByteOf(const QStringRef& text, std::int32_t otherwise)
 {
-    bool isNumber = false;
-    const int number = text.toInt(&isNumber);
-    return isNumber && number >= 0 && number <= 255 ? number : otherwise;
+    std::int32_t number = 0;
+    for (const QChar c : text) {
+        if (c < QLatin1Char('0') || c > QLatin1Char('9') || number > 255)
+            return otherwise;
+        number = 10 * number + (c.unicode() - u'0');
+    }
+    return text.isEmpty() || number > 255 ? otherwise : number;
 }
 
-/// A capability, with the preset of its use in `preset`.
-struct ReadCapability
+struct Capability
 {
     ChannelRange range;
-    QString preset;
     bool isRange = false;
+    bool isColour = false; ///< its preset says so
+    std::optional<RangeUse> presetUse;
 };
 
-ReadCapability ReadRange(QXmlStreamReader& xml, std::vector<QxfAlias>& aliases)
+// The reader copies its attributes and their texts when they are still held while it goes on.
+
+QxfAlias AliasIn(const QXmlStreamAttributes& attributes, const ChannelRange& range)
 {
-    ReadCapability read;
-    const QXmlStreamAttributes attributes = xml.attributes();
+    return {range.from, range.to, attributes.value(QLatin1String("Mode")).toString(),
+            attributes.value(QLatin1String("Channel")).toString(),
+            attributes.value(QLatin1String("With")).toString()};
+}
+
+/// What the attributes say. Of the range's use nothing is known yet but what its preset says.
+Capability CapabilityIn(const QXmlStreamAttributes& attributes)
+{
+    Capability read;
     read.range.from = ByteOf(attributes.value(QLatin1String("Min")), -1);
     read.range.to = ByteOf(attributes.value(QLatin1String("Max")), -1);
     read.isRange = read.range.from >= 0 && read.range.from <= read.range.to;
-    read.preset = attributes.value(QLatin1String("Preset")).toString();
+    const QStringRef preset = attributes.value(QLatin1String("Preset"));
+    read.isColour = preset.startsWith(QLatin1String("Color"));
+    read.presetUse = UseOfPreset(preset);
+    return read;
+}
+
+Capability ReadCapability(QXmlStreamReader& xml, std::vector<QxfAlias>& aliases)
+{
+    Capability read = CapabilityIn(xml.attributes());
     while (!xml.atEnd() && xml.readNext() != QXmlStreamReader::EndElement) {
         if (xml.isCharacters()) {
             read.range.text += xml.text();
         } else if (xml.isStartElement()) {
-            const QXmlStreamAttributes of = xml.attributes();
             if (read.isRange && xml.name() == QLatin1String("Alias"))
-                aliases.push_back({read.range.from, read.range.to,
-                                   of.value(QLatin1String("Mode")).toString(),
-                                   of.value(QLatin1String("Channel")).toString(),
-                                   of.value(QLatin1String("With")).toString()});
+                aliases.push_back(AliasIn(xml.attributes(), read.range));
             xml.skipCurrentElement();
         }
     }
@@ -335,55 +373,68 @@ ReadCapability ReadRange(QXmlStreamReader& xml, std::vector<QxfAlias>& aliases)
     return read;
 }
 
+/// The channel's name and default. Its preset, null for none.
+QString ReadAttributes(const QXmlStreamAttributes& attributes, ChannelDefinition& channel)
+{
+    channel.name = attributes.value(QLatin1String("Name")).toString();
+    const std::int32_t value = ByteOf(attributes.value(QLatin1String("Default")), -1);
+    if (value >= 0)
+        channel.defaultValue = value;
+    return attributes.value(QLatin1String("Preset")).toString();
+}
+
+/// The use of each range, once all of the channel are known.
+void JudgeCapabilities(std::vector<Capability>& capabilities, const GroupedChannel& grouped,
+                       ChannelDefinition& channel)
+{
+    channel.ranges.reserve(std::max<std::size_t>(1, capabilities.size()));
+    for (Capability& capability : capabilities) {
+        ChannelRange& range = capability.range;
+        if (!capability.isRange)
+            continue;
+        // One range alone, or a share of something, is a brightness that shows its colour.
+        const bool isMacro = capability.isColour && capabilities.size() > 1 &&
+                             !range.text.contains(QLatin1Char('%'));
+        if (isMacro && channel.kind != ChannelKind::Other) {
+            // Whatever its words are: no brightness.
+        } else if (capability.presetUse && !grouped.IsIris()) {
+            range.use = *capability.presetUse;
+            range.best = InnerValue(range.from, range.to);
+        } else {
+            grouped.Judge(range);
+        }
+        channel.ranges.push_back(std::move(range));
+    }
+    if (channel.ranges.empty())
+        grouped.Judge(channel.ranges.emplace_back());
+}
+
 } // namespace
 
 QxfChannel ReadQxfChannel(QXmlStreamReader& xml)
 {
     QxfChannel channel;
-    const QXmlStreamAttributes attributes = xml.attributes();
-    channel.definition.name = attributes.value(QLatin1String("Name")).toString();
-    const std::int32_t preset = ByteOf(attributes.value(QLatin1String("Default")), -1);
-    if (preset >= 0)
-        channel.definition.defaultValue = preset;
+    const QString preset = ReadAttributes(xml.attributes(), channel.definition);
     QString group;
     QString colour;
-    std::vector<ReadCapability> capabilities;
+    std::vector<Capability> capabilities;
     while (xml.readNextStartElement()) {
-        if (xml.name() == QLatin1String("Group")) {
+        // Most of all first.
+        if (xml.name() == QLatin1String("Capability")) {
+            capabilities.push_back(ReadCapability(xml, channel.aliases));
+        } else if (xml.name() == QLatin1String("Group")) {
             channel.fineness = ByteOf(xml.attributes().value(QLatin1String("Byte")), 0) > 0 ? 1 : 0;
             group = xml.readElementText(QXmlStreamReader::SkipChildElements);
         } else if (xml.name() == QLatin1String("Colour")) {
             colour = xml.readElementText(QXmlStreamReader::SkipChildElements);
-        } else if (xml.name() == QLatin1String("Capability")) {
-            capabilities.push_back(ReadRange(xml, channel.aliases));
         } else {
             xml.skipCurrentElement();
         }
     }
-    if (attributes.hasAttribute(QLatin1String("Preset"))) {
-        ApplyPreset(attributes.value(QLatin1String("Preset")).toString(), channel);
-        return channel;
-    }
-    const GroupedChannel grouped(group, colour, channel);
-    for (ReadCapability& capability : capabilities) {
-        if (!capability.isRange)
-            continue;
-        // One range alone, or a share of something, is a brightness that shows its colour.
-        const bool isMacro = capabilities.size() > 1 &&
-                             capability.preset.startsWith(QLatin1String("Color")) &&
-                             !capability.range.text.contains(QLatin1Char('%'));
-        if (isMacro && channel.definition.kind != ChannelKind::Other) {
-            // Whatever its words are: no brightness.
-        } else if (const auto use = UseOfPreset(capability.preset); use && !grouped.IsIris()) {
-            capability.range.use = *use;
-            capability.range.best = InnerValue(capability.range.from, capability.range.to);
-        } else {
-            grouped.Judge(capability.range);
-        }
-        channel.definition.ranges.push_back(std::move(capability.range));
-    }
-    if (channel.definition.ranges.empty())
-        grouped.Judge(channel.definition.ranges.emplace_back());
+    if (!preset.isNull())
+        ApplyPreset(preset, channel);
+    else
+        JudgeCapabilities(capabilities, GroupedChannel(group, colour, channel), channel.definition);
     return channel;
 }
 

@@ -30,59 +30,30 @@ constexpr std::array<ColourName, 10> ColourNames{{
     {"Amber", Colour::Amber},
 }};
 
-constexpr std::array Harmful{
-    Words("reset"),     Words("lamp off"), Words("lamp on"), Words("calibrat"),
-    Words("shut down"), Words("shutdown"), Words("restart"), Words("ignit"),
-};
-constexpr std::array Still{
-    Words("no func"),      Words("no effect"),   Words("no strobe"),   Words("no macro"),
-    Words("no rotation"),  Words("no program"),  Words("no action"),   Words("not used"),
-    Words("function off"), Words("macro off"),   Words("macros off"),  Words("strobe off"),
-    Words("effect off"),   Words("effects off"), Words("program off"), Words("nothing"),
-    Words("unused"),       Words("without"),     Words("inactive"),    Words("disabled"),
-};
-constexpr std::array StillAtStart{
-    Words("off"),     Words("no "),     Words("none"),     Words("not "),     Words("stop"),
-    Words("default"), Words("normal"),  Words("reserved"), Words("standard"), Words("manual"),
-    Words("idle"),    Words("disable"), Words("dmx"),      Words("static"),
-};
-constexpr std::array DarkAtStart{
-    Words("closed"),    Words("close"),     Words("shutter close"), Words("blackout"),
-    Words("black out"), Words("black-out"), Words("dark"),          Words("led off"),
-    Words("leds off"),  Words("light off"),
-};
-constexpr std::array OpenAtStart{
-    Words("open"),         Words("shutter open"), Words("strobe open"),
-    Words("shuuter open"), Words("full"),         Words("light on"),
-    Words("led on"),       Words("leds on"),      Words("always on"),
-};
-constexpr std::array ClearAtStart{
-    Words("open"), Words("white"), Words("clear"), Words("empty"), Words("no "), Words("hole"),
-};
+constexpr Phrases Harmful{"reset",     "lamp off", "lamp on", "calibrat",
+                          "shut down", "shutdown", "restart", "ignit"};
+constexpr Phrases Still{"no func",    "no effect",  "no strobe",  "no macro",     "no rotation",
+                        "no program", "no action",  "not used",   "function off", "macro off",
+                        "macros off", "strobe off", "effect off", "effects off",  "program off",
+                        "nothing",    "unused",     "without",    "inactive",     "disabled"};
+constexpr Phrases StillAtStart{"off",     "no ",     "none",     "not ",     "stop",
+                               "default", "normal",  "reserved", "standard", "manual",
+                               "idle",    "disable", "dmx",      "static"};
+constexpr Phrases DarkAtStart{"closed",    "close", "shutter close", "blackout", "black out",
+                              "black-out", "dark",  "led off",       "leds off", "light off"};
+constexpr Phrases OpenAtStart{"open",     "shutter open", "strobe open", "shuuter open", "full",
+                              "light on", "led on",       "leds on",     "always on"};
+constexpr Phrases ClearAtStart{"open", "white", "clear", "empty", "no ", "hole"};
 /// A text with one of these goes on to something that moves.
-constexpr std::array Moving{
-    Words("->"),     Words(">"),   Words(" to "), Words("slow"), Words("fast"),  Words("while"),
-    Words("during"), Words("mov"), Words("+"),    Words("/"),    Words("sound"),
-};
-
-template <typename List>
-bool ContainsOneOf(Words text, const List& list)
-{
-    return std::ranges::any_of(list, [&](Words words) { return text.find(words) != Words::npos; });
-}
-
-template <typename List>
-bool StartsWithOneOf(Words text, const List& list)
-{
-    return std::ranges::any_of(list, [&](Words words) { return text.starts_with(words); });
-}
+constexpr Phrases Moving{"->",     ">",   " to ", "slow", "fast", "while",
+                         "during", "mov", "+",    "/",    "sound"};
 
 std::optional<RangeUse> UseOfBrightness(Words text)
 {
     // "Shutter open", but "Open pulse, slow to fast" is none.
-    if (StartsWithOneOf(text, DarkAtStart) && !ContainsOneOf(text, Moving))
+    if (DarkAtStart.OneBegins(text) && !Moving.IsOneIn(text))
         return RangeUse::Dark;
-    if ((StartsWithOneOf(text, OpenAtStart) || text == "on") && !ContainsOneOf(text, Moving) &&
+    if ((OpenAtStart.OneBegins(text) || text == "on") && !Moving.IsOneIn(text) &&
         text.find("puls") == Words::npos)
         return RangeUse::Open;
     // What is off is the strobe, where it says so; otherwise it may be the light.
@@ -102,25 +73,30 @@ Colour ColourFromName(const QString& name)
 
 std::string WordsOf(const QString& text)
 {
-    return text.trimmed().toLatin1().toLower().toStdString();
+    const QStringView view = QStringView(text).trimmed();
+    std::string words(static_cast<std::size_t>(view.size()), '\0');
+    std::ranges::transform(view, words.begin(), [](QChar c) {
+        const char letter = c.unicode() < 0x80 ? c.toLatin1() : '?';
+        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
+    });
+    return words;
 }
 
 std::optional<RangeUse> UseFromText(std::string_view words, TextSubject subject)
 {
-    if (ContainsOneOf(words, Still))
+    if (Still.IsOneIn(words))
         return RangeUse::Nothing;
-    if (ContainsOneOf(words, Harmful))
+    if (Harmful.IsOneIn(words))
         return RangeUse::Never;
     if (subject == TextSubject::Brightness) {
         if (const auto use = UseOfBrightness(words))
             return use;
-    } else if (StartsWithOneOf(words, DarkAtStart) && !ContainsOneOf(words, Moving)) {
+    } else if (DarkAtStart.OneBegins(words) && !Moving.IsOneIn(words)) {
         return RangeUse::Dark;
     }
-    if (StartsWithOneOf(words, StillAtStart) || words.ends_with(" off"))
+    if (StillAtStart.OneBegins(words) || words.ends_with(" off"))
         return RangeUse::Nothing;
-    if (subject == TextSubject::Wheel && StartsWithOneOf(words, ClearAtStart) &&
-        !ContainsOneOf(words, Moving))
+    if (subject == TextSubject::Wheel && ClearAtStart.OneBegins(words) && !Moving.IsOneIn(words))
         return RangeUse::Clear;
     return std::nullopt;
 }
