@@ -180,6 +180,11 @@ constexpr Phrases BeamPosition{"zoom", "focus", "angle", "edge"};
 /// In a range of a dimmer that does more than dim.
 constexpr Phrases Running{"strob", "sound",  "auto",  "speed",   "program",  "macro", "puls",
                           "chase", "random", "snake", "fade in", "fade out", "music"};
+/// In a range of a dimmer that dims, however few values it has.
+constexpr Phrases Dimming{"dim", "bright", "intens", "%", "light", "full", "max"};
+/// A narrower range of a dimmer or a colour is one of many programs or settings, unless its words
+/// say that it dims, and the lowest one is its rest.
+constexpr std::int32_t FewestValues = 64;
 /// In a range of an iris that moves.
 constexpr Phrases Pulsing{"puls", "random", "fast", "slow"};
 /// At the start of a range that dims on a channel of another group, and what there only sets how.
@@ -280,8 +285,12 @@ private:
     {
         if (kind_ == ChannelKind::Other)
             Set(range, RangeUse::Rest, range.from);
-        else if (!Running.IsOneIn(words))
+        else if (Running.IsOneIn(words))
+            range.use = RangeUse::Changes;
+        else if (range.to - range.from >= FewestValues || Dimming.IsOneIn(words))
             SetRising(range);
+        else if (range.from == 0)
+            range.use = RangeUse::Nothing; // "White/clear" of cyan, "--"
     }
 
     static void JudgeIris(std::string_view words, ChannelRange& range)

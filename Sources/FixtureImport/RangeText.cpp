@@ -30,12 +30,13 @@ constexpr std::array<ColourName, 10> ColourNames{{
     {"Amber", Colour::Amber},
 }};
 
-constexpr Phrases Harmful{"reset",     "lamp off", "lamp on", "calibrat",
-                          "shut down", "shutdown", "restart", "ignit"};
-constexpr Phrases Still{"no func",    "no effect",  "no strobe",  "no macro",     "no rotation",
-                        "no program", "no action",  "not used",   "function off", "macro off",
-                        "macros off", "strobe off", "effect off", "effects off",  "program off",
-                        "nothing",    "unused",     "without",    "inactive",     "disabled"};
+constexpr Phrases Harmful{"lamp off", "lamp on", "calibrat", "shut down",
+                          "shutdown", "restart", "ignit"};
+constexpr Phrases Still{"no func",    "no effect",     "no strobe",  "no macro",     "no rotation",
+                        "no program", "no action",     "not used",   "function off", "macro off",
+                        "macros off", "strobe off",    "effect off", "effects off",  "program off",
+                        "nothing",    "unused",        "without",    "inactive",     "disabled",
+                        "prism out",  "prism excluded"};
 constexpr Phrases StillAtStart{"off",     "no ",     "none",     "not ",     "stop",
                                "default", "normal",  "reserved", "standard", "manual",
                                "idle",    "disable", "dmx",      "static"};
@@ -47,6 +48,13 @@ constexpr Phrases ClearAtStart{"open", "white", "clear", "empty", "no ", "hole"}
 /// A text with one of these goes on to something that moves.
 constexpr Phrases Moving{"->",     ">",   " to ", "slow", "fast", "while",
                          "during", "mov", "+",    "/",    "sound"};
+
+/// What is preset resets nothing.
+bool Resets(Words text)
+{
+    const std::size_t at = text.find("reset");
+    return at != Words::npos && (at == 0 || text[at - 1] != 'p');
+}
 
 std::optional<RangeUse> UseOfBrightness(Words text)
 {
@@ -86,7 +94,7 @@ std::optional<RangeUse> UseFromText(std::string_view words, TextSubject subject)
 {
     if (Still.IsOneIn(words))
         return RangeUse::Nothing;
-    if (Harmful.IsOneIn(words))
+    if (Harmful.IsOneIn(words) || Resets(words))
         return RangeUse::Never;
     if (subject == TextSubject::Brightness) {
         if (const auto use = UseOfBrightness(words))

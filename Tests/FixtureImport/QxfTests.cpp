@@ -147,6 +147,10 @@ TEST(Qxf, OtherChannelsLeaveTheLightOnAndStill)
         {"Nothing", "0-255 |", " 4=0"},
         {"Intensity", "0-9 |Off;10-199 |Dimmer;200-255 |Strobe", " 4=199"},
         {"Intensity", "0-9 |Light off;10-255 |Led off to on", " 4=255"},
+        {"Intensity", "0-9 |--;10-19 |PR.01;20-255 |Auto", " 4=0"},
+        {"Intensity", "0-9 |Off;10-29 |Dimmer;30-255 |Strobe", " 4=29"},
+        {"Speed", "0-9 |Preset speed;10-255 |Linear", " 4=0"},
+        {"Prism", "0-9 |Prism out;10-19 |Prism in no rotation;20-255 |Prism left", " 4=0"},
         {"Anything", "300-255 |No range;x-y |None;9-3 |Backwards", " 4=0"},
     };
     for (const auto& row : cases) {
@@ -188,6 +192,12 @@ TEST(Qxf, ColoursThatDoMore)
     EXPECT_EQ(import(R"(<Capability Min="0" Max="9">Off</Capability>
                         <Capability Min="10" Max="255">Red</Capability>)"),
               "1x1 RGB 1 |");
+    EXPECT_EQ(import(R"(<Capability Min="0" Max="9">Clear</Capability>
+                        <Capability Min="10" Max="255">Red</Capability>)"),
+              "1x1 RGB 1 |");
+    EXPECT_EQ(import(R"(<Capability Min="0" Max="199">Red</Capability>
+                        <Capability Min="200" Max="255">Deep red</Capability>)"),
+              more);
     EXPECT_EQ(import(R"(<Capability Min="0" Max="199">Red</Capability>
                         <Capability Min="200" Max="255">Auto program</Capability>)"),
               more);
