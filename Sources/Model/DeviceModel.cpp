@@ -135,10 +135,19 @@ int DeviceModel::Merge(const XmlFile& file, bool force, const FixtureConflictCal
 SaveResult DeviceModel::Save(const std::wstring& path, const DiskWait& wait) const
 {
     XmlText::Document document;
+    WriteLibrary(document, [](const DeviceLedItem&) { return true; });
+    return WriteXmlFile(path, document, wait);
+}
+
+void DeviceModel::WriteLibrary(tinyxml2::XMLDocument& document,
+                               const std::function<bool(const DeviceLedItem&)>& isWanted) const
+{
     auto& library = XmlText::AddElement(document, "LEDFixtureLibrary");
     XmlText::SetAttribute(library, "version", version);
-    WriteFixtures(library);
-    return WriteXmlFile(path, document, wait);
+    for (const DeviceLedItem* item : fixtures) {
+        if (isWanted(*item))
+            item->ToXml(library);
+    }
 }
 
 int DeviceModel::WriteFixtures(tinyxml2::XMLNode& parent) const

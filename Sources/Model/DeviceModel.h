@@ -16,8 +16,9 @@
 #include "Settings/Observable.h"
 
 namespace tinyxml2 {
+class XMLDocument;
 class XMLNode;
-}
+} // namespace tinyxml2
 class XmlFile;
 
 /// The answer to a fixture that differs from the library's fixture of the same product.
@@ -69,6 +70,9 @@ public:
 
     /// A failure leaves the old file unchanged.
     SaveResult Save(const std::wstring& path, const DiskWait& wait = {}) const;
+    /// A library with the fixtures that are wanted, as Save writes one, at the end of `document`.
+    void WriteLibrary(tinyxml2::XMLDocument& document,
+                      const std::function<bool(const DeviceLedItem&)>& isWanted) const;
     /// Adds all fixtures to `parent`, in the order of their numbers. Always 0.
     int WriteFixtures(tinyxml2::XMLNode& parent) const;
 

@@ -80,6 +80,20 @@ const DeviceLedItem* LEDDeviceListView::FixtureAt(const QModelIndex& index) cons
         row.siblingAtColumn(DeviceModel::ItemColumn)));
 }
 
+std::set<const DeviceLedItem*> LEDDeviceListView::SelectedFixtures() const
+{
+    std::set<const DeviceLedItem*> fixtures;
+    if (!selectionModel())
+        return fixtures;
+    for (const QModelIndex& row : selectionModel()->selectedRows()) {
+        fixtures.insert(FixtureAt(row));
+        for (int below = 0; below < model()->rowCount(row); ++below)
+            fixtures.insert(FixtureAt(model()->index(below, 0, row)));
+    }
+    fixtures.erase(nullptr);
+    return fixtures;
+}
+
 std::unique_ptr<QMimeData> LEDDeviceListView::DragData() const
 {
     if (!pressedFixture_)

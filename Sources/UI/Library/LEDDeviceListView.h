@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 
 #include <QMimeData>
 #include <QPoint>
@@ -30,6 +31,8 @@ public:
     /// The fixture of the only selected row; null for several rows, for none and for a
     /// manufacturer.
     [[nodiscard]] const DeviceLedItem* SelectedFixture() const;
+    /// Those of all selected rows; a manufacturer's row stands for all that shows under it.
+    [[nodiscard]] std::set<const DeviceLedItem*> SelectedFixtures() const;
     /// What a drag from the row that was pressed last carries, null when it can't be dragged.
     [[nodiscard]] std::unique_ptr<QMimeData> DragData() const;
 

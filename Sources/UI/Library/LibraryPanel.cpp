@@ -29,6 +29,7 @@ LibraryPanel::LibraryPanel(const Parts& parts)
     , list_(new LibraryList(parts.manager))
     , editing_({parts.manager, parts.undoStack, parts.boxes, *list_, parts.window})
     , importing_({parts.manager, parts.undoStack, parts.boxes, *list_, parts.window, parts.wait})
+    , export_({parts.manager, parts.boxes, list_->View(), parts.window, parts.wait})
 {
     BuildContents();
     actions_.Add({.objectName = "actionImport_fixtures",
@@ -37,6 +38,13 @@ LibraryPanel::LibraryPanel(const Parts& parts)
     actions_.Add({.objectName = "actionImport_fixture_folder",
                   .text = QT_TRANSLATE_NOOP("WEFTMain", "Import Fixture Fo&lder...")},
                  this, &LibraryPanel::ActionImportFixtureFolder);
+    list_->View().addAction(actions_.Add(
+        {.objectName = "actionExport_fixtures",
+         .text = QT_TRANSLATE_NOOP("WEFTMain", "Export Fixt&ures..."),
+         .toolTip = QT_TRANSLATE_NOOP("WEFTMain", "Write the selected fixtures of the library, or "
+                                                  "all of them, to a file of their own")},
+        this, [this] { export_.Export(); }));
+    list_->View().setContextMenuPolicy(Qt::ActionsContextMenu);
     // Queued: the program that the files come from waits for the end of the drop.
     connect(
         list_, &LibraryList::filesDropped, this,

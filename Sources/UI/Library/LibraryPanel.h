@@ -5,6 +5,7 @@
 
 #include "LibTools/DiskWork.h"
 #include "UI/Library/FixtureEditing.h"
+#include "UI/Library/FixtureExport.h"
 #include "UI/Library/FixtureImporting.h"
 #include "UI/Widgets/ActionSet.h"
 
@@ -75,6 +76,7 @@ private:
     LibraryList* list_;
     FixtureEditing editing_;
     FixtureImporting importing_;
+    FixtureExport export_;
     QPushButton* editButton_ = nullptr;
     QPushButton* deleteButton_ = nullptr;
     bool isTellingOfFailure_ = false; ///< its box is open

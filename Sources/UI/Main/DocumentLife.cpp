@@ -12,6 +12,7 @@
 
 #include "LEDEngine/GetIPRange.h"
 #include "LibTools/DiskWork.h"
+#include "LibTools/SameFile.h"
 #include "LibTools/XmlFile.h"
 #include "Log/Log.h"
 #include "Model/ArtNetNodeModel.h"
@@ -31,16 +32,6 @@
 namespace {
 
 constexpr int DefaultCanvasSize = 100;
-
-/// Also through a link, and for a name in other case, which a network share may take for the same.
-bool IsSameFile(const QString& one, const QString& other)
-{
-    const QFileInfo first(one);
-    const QFileInfo second(other);
-    return first == second ||
-           (first.dir() == second.dir() &&
-            first.fileName().compare(second.fileName(), Qt::CaseInsensitive) == 0);
-}
 
 } // namespace
 

@@ -265,6 +265,70 @@ TEST_F(Library, ImportedFixturesTakeTheirPlacesInTheList)
     EXPECT_EQ(RowsOf("New Lamp").size(), 1);
 }
 
+TEST_F(Library, SelectedFixturesAreExportedToALibraryOfTheirOwn)
+{
+    const std::string maker = "<LEDFixture manufacturer=\"Elation\" product=\"";
+    const std::string lamp = R"(" channel_count="3"><PixelMapping width="2" height="1" type="L">
+3 1</PixelMapping><StaticChannel channel="2" value="9"/></LEDFixture>)";
+    Load(Head + maker + "Beam" + lamp + maker + "Arc" + lamp + Tile);
+    ASSERT_TRUE(QDir().mkdir(QString::fromStdString((home.Path() / "folder.1.wfl").string())));
+    home.Write("old.1.wfl", "old");
+    const std::string own = manager->GetLibraryPath().toStdString();
+    struct Case
+    {
+        std::vector<const char*> selected;
+        const char* filter;
+        std::string name;                 ///< as the operator enters it
+        std::vector<const char*> answers; ///< to what is asked and told then
+        std::string file;                 ///< that is read after it
+        const char* products;             ///< in it; null for a file that is as it was
+        const char* title;                ///< of the last box
+    };
+    const char* one = "Export Fixtures: 1 of 3";
+    const char* two = "Export Fixtures: 2 of 3";
+    const std::vector<Case> cases = {
+        {{"Tile", "Arc"}, "", "two", {}, "two.wfl", "Arc Tile ", two},
+        {{"Elation"}, "", "maker.WFL", {}, "maker.WFL", "Beam Arc ", two},
+        {{"Elation", "Beam"}, "ea", "shown", {}, "shown.wfl", "Beam ", one},
+        {{}, "ea", "all", {}, "all.wfl", "Beam Arc Tile ", "Export Fixtures: 3 of 3"},
+        {{"Tile"}, "", "old.1", {"No"}, "old.1.wfl", nullptr, one},
+        {{"Tile"}, "", "old.1", {"Yes"}, "old.1.wfl", "Tile ", one},
+        {{}, "", "folder.1", {"Yes", "OK"}, "old.1.wfl", nullptr, "Fixtures Not Exported"},
+        {{"Tile"}, "", own, {"Yes", "OK"}, own, nullptr, "Export Fixtures Forbidden"},
+    };
+    for (const Case& exported : cases) {
+        SCOPED_TRACE(&exported - cases.data());
+        const std::string before = Support::ReadBytes(home.Path() / exported.file);
+        window.findChild<QLineEdit*>("editLibraryFilter"_q)
+            ->setText(QLatin1String(exported.filter));
+        list->expandAll();
+        list->clearSelection();
+        for (const char* row : exported.selected)
+            list->selectionModel()->select(RowsOf(row).front(),
+                                           QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        person.WillChoose(QString::fromStdString((home.Path() / exported.name).string()));
+        for (const char* answer : exported.answers)
+            person.WillPress(QLatin1String(answer));
+        ASSERT_EQ(list->actions().size(), 1) << "in its context menu";
+        list->actions().front()->trigger();
+        EXPECT_EQ(person.seen.back().title.toStdString(), exported.title);
+        if (!exported.products) {
+            EXPECT_EQ(Support::ReadBytes(home.Path() / exported.file), before);
+            continue;
+        }
+        DeviceModel read;
+        read.Merge((home.Path() / exported.file).wstring(), true);
+        std::string products;
+        for (const DeviceLedItem* fixture : read.GetFixtures()) {
+            products += QString::fromStdWString(fixture->product).toStdString() + ' ';
+            EXPECT_TRUE(
+                fixture->HasDefinitionOf(*manager->GetLEDFixtureByProduct(fixture->product)));
+        }
+        EXPECT_EQ(products, exported.products);
+        EXPECT_EQ(read.GetVersion(), 7) << "as the library, for whoever imports it";
+    }
+}
+
 TEST_F(Library, NamesAreOneColumnBesideNumbersAndAlwaysSorted)
 {
     const auto heads = [this] {
