@@ -6,11 +6,13 @@ Qt's own "vnc" platform is that screen. The test finds what it looks for by its 
 
 import socket
 import struct
+import time
 
 import stage
 
 PORT = 5900
 PLATFORM = f"vnc:size=1600x1000:port={PORT}"
+KEYS = {"Return": 0xFF0D, "Alt": 0xFFE9, "Control": 0xFFE3}
 AMBER = bytes.fromhex("47b3ffff")  # of a network that is absent: blue, green, red and a byte without meaning
 
 
@@ -60,6 +62,33 @@ class Screen:
                     row[4 * left:4 * (left + width)] = self._read(4 * width)
                 missing -= width * height
         return rows
+
+    def type(self, text):
+        """A text, and Return behind it. Then waits as press does."""
+        self._send([(symbol, down) for symbol in [*map(ord, text), KEYS["Return"]] for down in (1, 0)])
+
+    def press(self, *keys):
+        """These keys together, each by its name in KEYS or its letter. Then waits for what the window makes of it."""
+        symbols = [KEYS.get(key) or ord(key) for key in keys]
+        self._send([(symbol, 1) for symbol in symbols] + [(symbol, 0) for symbol in symbols[::-1]])
+
+    def _send(self, keys):
+        before = self.rows()
+        for symbol, down in keys:
+            self._stream.sendall(struct.pack(">BBxxI", 4, down, symbol))
+        stage.wait(lambda: self.rows() != before, 20, "the window shows that keys were pressed")
+        self.settle()
+
+    def settle(self):
+        """Until the picture stays as it is for a moment."""
+        shown = [None]
+
+        def stays():
+            time.sleep(0.2)
+            shown.append(self.rows())
+            return shown[-1] == shown.pop(0)
+
+        stage.wait(stays, 20, "the window stays as it is")
 
     def shows(self, colour):
         """Whether there is a frame of that colour: no letter has so long a line."""

@@ -191,6 +191,11 @@ class Program(Process):
             raise AssertionError(f"ended without '{text}' in the log:\n{self.log_text()}{self.said.read_text()}")
 
 
+def beside_program(name):
+    """Another executable of the same build."""
+    return _executable.parent / name
+
+
 def copy_of_program(folder, mode=None):
     """The executable in a folder of its own, with a mode.xml of that value or with none."""
     copy = pathlib.Path(shutil.copy(_executable, folder))
@@ -318,7 +323,7 @@ class Case(unittest.TestCase):
 
     def rig(self, *arguments):
         """The rig (Tools/Rig) on the host "rig", with the arguments of its command line."""
-        return self.started(Process([STAGE_NET, "rig", _executable.parent / "rig", *arguments]))
+        return self.started(Process([STAGE_NET, "rig", beside_program("rig"), *arguments]))
 
     def watch(self, host="rig", adapter="art0"):
         wire = Wire(host, adapter)
