@@ -116,7 +116,8 @@ public:
         case UniverseRoute::Way::HostSends:
         case UniverseRoute::Way::NoSubscriber:
         case UniverseRoute::Way::OutsideNetwork:
-        case UniverseRoute::Way::Off:
+        case UniverseRoute::Way::NoNetwork:
+        case UniverseRoute::Way::NoPort:
             break;
         }
         return NotSent(trace.route.way, trace.target.node);
@@ -129,7 +130,9 @@ public:
             return tr("not sent: no node announced the universe");
         if (way == UniverseRoute::Way::OutsideNetwork)
             return tr("not sent: %1 is not in the network").arg(QString::fromStdWString(node));
-        return tr("not sent: there is no network, or its port is not ours yet");
+        if (way == UniverseRoute::Way::NoPort)
+            return tr("not sent: the Art-Net port is not ours yet");
+        return tr("not sent: no network is chosen, or it is not connected");
     }
     static QString Node(const ChannelTrace::Receiver& node)
     {

@@ -40,7 +40,7 @@ UniverseRoute RouteOf(const ArtNetOutput& output, bool autoUnicast, std::uint16_
     if (output.outputSuspended)
         return {.way = Way::HostSends, .nodes = {}};
     if (!Sends(output.GetState()))
-        return {};
+        return {.way = output.GetBroadcastValue() == 0 ? Way::NoNetwork : Way::NoPort, .nodes = {}};
     if (node != AutoNode) {
         const std::string address = Platform::WideToUtf8(std::wstring(node));
         if (!Platform::IsInNetwork(output.GetBroadcastValue(), address))

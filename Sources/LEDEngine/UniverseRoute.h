@@ -13,7 +13,8 @@ struct UniverseRoute
 {
     enum class Way : std::uint8_t
     {
-        Off,           ///< nobody: no network is chosen, or the output waits for its port
+        NoNetwork,     ///< nobody: no network is chosen, or it is not connected
+        NoPort,        ///< nobody: the output waits for its port
         HostSends,     ///< nobody from us: the host program sends by itself
         Broadcast,     ///< every node of the network, also where more announced it than are told
                        ///< one by one
@@ -23,7 +24,7 @@ struct UniverseRoute
         OutsideNetwork ///< nobody: the node that its elements name is not in the network
     };
 
-    Way way = Way::Off;
+    Way way = Way::NoNetwork;
     /// Dotted, of the nodes for Subscribers, of the one for Node; else empty.
     std::vector<std::string> nodes;
 

@@ -86,9 +86,9 @@ QString PatchFaultsText(const MappedLedItem& element, PatchFaults faults)
                                 "address, or choose another node.")
                      .arg(QString::fromStdWString(address->GetIpconf()));
     if (faults.testFlag(PatchFault::MixedUniverse))
-        lines << FaultWords::tr("Universe %1 is sent to all nodes and to a chosen one, which gets "
-                                "two pictures in turn. Choose the same node for all fixtures of "
-                                "the universe, or Auto.")
+        lines << FaultWords::tr("Universe %1 has fixtures with node Auto and others with a chosen "
+                                "node: a node that gets both shows two pictures in turn. Choose "
+                                "the same node for all fixtures of the universe, or Auto.")
                      .arg(universe);
     if (faults.testFlag(PatchFault::CutOff))
         lines << FaultWords::tr("A universe ends at channel 512, and what lies outside is not "

@@ -87,7 +87,8 @@ QString RepatchRow::Words() const
     if (faults.testFlag(RepatchFault::CutOff))
         sentences << RepatchWords::tr("Reaches beyond channel 512: the rest is not sent.");
     if (faults.testFlag(RepatchFault::MixedUniverse))
-        sentences << RepatchWords::tr("Universe %1 is sent to all nodes and to a chosen one.")
+        sentences << RepatchWords::tr(
+                         "Universe %1 has fixtures with node Auto and others with a chosen node.")
                          .arg(UniverseText(*address));
     if (faults.testFlag(RepatchFault::SharedChannels))
         sentences << (sharedWith.isEmpty()

@@ -110,7 +110,7 @@ protected:
 
 TEST_F(Trace, TellsTheWayOfPixelsAndChannels)
 {
-    const std::string off = ", not sent: there is no network, or its port is not ours yet";
+    const std::string off = ", not sent: no network is chosen, or it is not connected";
     const std::pair<std::string, std::string> lines[] = {
         {OfPixel(1, 0), R"(picture (0, 0) #102030, "Element 1" pixel 3, R 32 G 16 B 48, )"
                         R"(overwritten by "Element 2", universe 0/4 channels 103 to 105)" +

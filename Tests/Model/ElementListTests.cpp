@@ -110,7 +110,7 @@ TEST_F(ElementList, ARowTellsWhatIsWrongWithItsAddress)
         {1, 1, L"2.0.0.6", Trouble::None, nullptr}, // another node's channels
         {2, 10, L"2.0.0.5", Trouble::Caution, "Shares channels of universe 0/2"},
         {2, 12, L"2.0.0.5", Trouble::Caution, "Shares channels of universe 0/2"},
-        {19, 1, L"Auto", Trouble::Fault, "Universe 1/3 is sent to all nodes and to a chosen one"},
+        {19, 1, L"Auto", Trouble::Fault, "Universe 1/3 has fixtures with node Auto and others"},
         {19, 4, L"2.0.0.5", Trouble::Fault, "Universe 1/3 is sent to all nodes"},
         {5, 1, L"2.0.0.7", Trouble::Fault, "2.0.0.7 does not answer"},
     };

@@ -288,8 +288,8 @@ QString Identify::TroubleOfWay(const DMXMappingArtNet& address) const
     if (route.way == UniverseRoute::Way::HostSends)
         return tr("The media program sends at the moment, so nothing is lit. Choose PixelWeft as "
                   "the sender.");
-    if (route.way == UniverseRoute::Way::Off && output.GetBroadcastValue() == 0)
-        return tr("No network is chosen, so nothing is lit.");
+    if (route.way == UniverseRoute::Way::NoNetwork)
+        return tr("No network is chosen, or it is not connected, so nothing is lit.");
     QString reason = NotSentText(route, target);
     if (!reason.isEmpty())
         reason.front() = reason.front().toUpper(); // a line of its own here

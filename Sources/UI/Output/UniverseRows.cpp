@@ -32,15 +32,15 @@ QString NodeText(const QString& address, const NodeNames& names)
     return name.isEmpty() || name == address ? address : RowWords::tr("%1 (%2)").arg(name, address);
 }
 
-Trouble TroubleOfWay(Way way, bool hasNetwork)
+Trouble TroubleOfWay(Way way)
 {
     switch (way) {
     case Way::OutsideNetwork:
         return Trouble::Fault;
     case Way::NoSubscriber:
+    case Way::NoPort:
         return Trouble::Caution;
-    case Way::Off:
-        return hasNetwork ? Trouble::Caution : Trouble::None; // the status bar says so for all
+    case Way::NoNetwork: // the status bar says so for all
     default:
         return Trouble::None;
     }
@@ -85,10 +85,9 @@ UniverseRow SentRow(const PatchTarget& target, const MappedDeviceModel& document
     row.hasInput = HasInput(target, document.GetMerging(), received);
     const UniverseRoute route =
         RouteOf(output, document.IsAutoUnicast(), target.portAddress, target.node);
-    const bool hasNetwork = output.GetBroadcastValue() != 0;
     row.isSent = route.IsSent();
-    row.way = WayText(route, target, hasNetwork, names);
-    row.trouble = TroubleOfWay(route.way, hasNetwork);
+    row.way = WayText(route, target, names);
+    row.trouble = TroubleOfWay(route.way);
     return row;
 }
 
@@ -128,8 +127,7 @@ bool HasInput(const PatchTarget& target, const UniverseMerging& merging,
            });
 }
 
-QString WayText(const UniverseRoute& route, const PatchTarget& target, bool hasNetwork,
-                const NodeNames& names)
+QString WayText(const UniverseRoute& route, const PatchTarget& target, const NodeNames& names)
 {
     switch (route.way) {
     case Way::Broadcast:
@@ -149,11 +147,12 @@ QString WayText(const UniverseRoute& route, const PatchTarget& target, bool hasN
             .arg(NodeText(QString::fromStdWString(target.node), names));
     case Way::HostSends:
         return RowWords::tr("nobody from here: the media program sends by itself");
-    case Way::Off:
+    case Way::NoPort:
+        return RowWords::tr("nobody yet: the Art-Net port is not ours");
+    case Way::NoNetwork:
         break;
     }
-    return hasNetwork ? RowWords::tr("nobody yet: the Art-Net port is not ours")
-                      : RowWords::tr("nobody: no network is chosen, or it is not connected");
+    return RowWords::tr("nobody: no network is chosen, or it is not connected");
 }
 
 UniverseRows UniverseRowsOf(const MappedDeviceModel& document, const PatchTable& patch,

@@ -64,4 +64,4 @@ using NodeNames = std::function<QString(const QString&)>;
 
 /// Where a universe goes, in words: "broadcast", names of nodes, or "nobody" with the reason.
 [[nodiscard]] QString WayText(const UniverseRoute& route, const PatchTarget& target,
-                              bool hasNetwork, const NodeNames& names);
+                              const NodeNames& names);

@@ -140,8 +140,9 @@ TEST_F(RepatchDesk, SaysWhatIsWrongAndForbidsNothing)
         Nodes().AddManualNode({.ip = "2.0.0.9", .name = "Left", .manual = true, .universes = {}});
         auto& nodes = *In<QComboBox>(dialog, "nodeCombo");
         nodes.setCurrentIndex(nodes.findText("Left (2.0.0.9)"_q));
-        EXPECT_EQ(problem(0), "Reaches beyond channel 512: the rest is not sent. "
-                              "Universe 0/0 is sent to all nodes and to a chosen one.");
+        EXPECT_EQ(problem(0),
+                  "Reaches beyond channel 512: the rest is not sent. "
+                  "Universe 0/0 has fixtures with node Auto and others with a chosen node.");
         Ok(dialog).click();
     });
     EXPECT_EQ(Patched(), "0/500 2.0.0.9 Left, 1/24 2.0.0.9 Left, 2/1 2.0.0.9 Left, "

@@ -117,7 +117,7 @@ TEST_F(Universes, EachIsARowWithItsWay)
     for (const auto& [node, way] : ways) {
         const PatchTarget target{node, 0};
         const UniverseRoute route = RouteOf(engine.GetOutput(), true, 0, node);
-        EXPECT_EQ(WayText(route, target, true, [](const QString&) { return QString(); }), way);
+        EXPECT_EQ(WayText(route, target, [](const QString&) { return QString(); }), way);
     }
 }
 
