@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <string_view>
+#include <optional>
 
 #include <QSocketNotifier>
 
+#include "Application/CommandLine.h"
 #include "Application/PixelWeftApp.h"
 #include "ArtNet/ZenArtNetService.h"
 #include "DebugVariables/DebugVariables.h"
@@ -14,16 +16,6 @@
 #include "Platform/SingleInstance.h"
 
 namespace {
-
-void ReadSwitches(int argc, char** argv)
-{
-    const auto variables = Zen::DebugVariables::Global();
-    variables->Set("artnetdebug", false);
-    for (int i = 1; i < argc; ++i) {
-        if (std::string_view(argv[i]) == "-artnetdebug")
-            variables->Set("artnetdebug", true);
-    }
-}
 
 /// The process's globals come up in this order and go in the reverse one, whichever way main ends.
 struct Globals
@@ -45,19 +37,63 @@ struct Globals
     Globals& operator=(const Globals&) = delete;
 };
 
+/// The files of later starts go to the window. One message for each turn of the event loop, so that
+/// many of them can't hold up a tick.
+class LaterStarts
+{
+public:
+    LaterStarts(const Platform::SingleInstance& instance, WEFTMain& window)
+        : instance_(instance)
+        , window_(window)
+    {
+        if (instance.Handle() < 0)
+            return;
+        notifier_.emplace(instance.Handle(), QSocketNotifier::Read);
+        QObject::connect(&*notifier_, &QSocketNotifier::activated, &window, [this] { Take(); });
+    }
+
+private:
+    void Take()
+    {
+        const auto message = instance_.TakeMessage();
+        if (!message)
+            return;
+        const auto files =
+            message->isOfThisUser && message->isWhole ? FilesIn(message->bytes) : std::nullopt;
+        if (files)
+            window_.OpenFiles(*files);
+        else if (++ignored_ <= MaxLogged) // Anybody on the machine may send, all night.
+            ZEN_LOG_INFO("A message that is not of a start of this program was ignored");
+    }
+
+    static constexpr int MaxLogged = 10;
+    const Platform::SingleInstance& instance_;
+    WEFTMain& window_;
+    std::optional<QSocketNotifier> notifier_;
+    int ignored_ = 0;
+};
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    // A second instance ends here silently: the first one owns the port and the document.
-    if (!Platform::ClaimSingleInstance("Global\\PixelWeft"))
-        return 0;
+    const CommandLine command(argc, argv);
+    if (command.said)
+        return std::fputs(command.said->c_str(), stdout) < 0 ? EXIT_FAILURE : EXIT_SUCCESS;
+    const Platform::SingleInstance instance("Global\\PixelWeft");
+    if (!instance.IsFirst()) {
+        // A second instance ends here silently: the first one owns the port and the document.
+        if (!command.files.empty())
+            instance.LeaveMessage(MessageOf(command.files));
+        return EXIT_SUCCESS;
+    }
     Platform::UseUtf8TextAndPlainNumbers();
     const Globals globals;
-    ReadSwitches(argc, argv);
+    Zen::DebugVariables::Global()->Set("artnetdebug", command.debugArtNet);
 
     // Where a desktop asks for 200 percent by its dots per inch, lengths in pixels grow too.
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QGuiApplication::setDesktopFileName(QStringLiteral("pixelweft"));
     QApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     PixelWeftApp application(argc, argv);
@@ -77,5 +113,7 @@ int main(int argc, char** argv)
         return EXIT_SUCCESS;
     window.StartTimers();
     window.GuardUnsavedWork();
+    window.OpenFiles(PathsOf(command.files));
+    const LaterStarts laterStarts(instance, window);
     return ended ? EXIT_SUCCESS : QApplication::exec();
 }

@@ -85,11 +85,11 @@ class Document:
         return b"\xff\xfe" + ("\n".join(lines) + "\n").encode("utf-16-le")
 
 
-def strip_document(**options):
-    """A strip of four RGB pixels at the picture's (2, 1), on universe 0 from channel 1."""
+def strip_document(universe=0, **options):
+    """A strip of four RGB pixels at the picture's (2, 1), from channel 1 of the universe."""
     document = Document(**options)
     document.fixture("Strip", 4, 1, "RGB", [1, 4, 7, 10])
-    document.element("Strip", 2, 1, 4, 1, universe=0, channel=1)
+    document.element("Strip", 2, 1, 4, 1, universe=universe, channel=1)
     return document
 
 

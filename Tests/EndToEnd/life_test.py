@@ -1,9 +1,13 @@
 # SPDX-License-Identifier: MIT
 """How the program starts and ends, and where it keeps its files."""
 
+import re
 import signal
+import subprocess
+import sys
 import time
 
+import screen
 import stage
 from document import STRIP, strip_document
 from stage import BROADCAST, dmx
@@ -44,6 +48,54 @@ class Life(stage.Case):
         third = time.time()
         self.start()
         wire.wait_for(5, dmx(0), 30, "frames of the third", since=third)
+
+    def test_files_go_to_the_program_that_runs_or_starts(self):
+        """It asks about each, and of a stranger's message it only says in the log that there was one."""
+        self.home.put_document(strip_document())
+        names = ["starting.wfm", "Ünser Plan.WFM"]
+        for universe, name in enumerate(names, 1):
+            self.home.put_document(strip_document(universe=universe), self.home.folder / name)
+        wire = self.watch()
+        first = self.start(platform=screen.PLATFORM, arguments=["-artnetdebug", names[0], "--", "none.txt"])
+        window = screen.Screen()
+        self.addCleanup(window.close)
+
+        def agree(universe):
+            stage.wait(lambda: window.tap("Alt", "y") or wire.packets(dmx(universe, BROADCAST)), 20,
+                       f"frames of universe {universe} after Alt+Y")
+
+        agree(1)
+        to_program = ("import socket, sys\ns = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM)\n"
+                      "s.sendto(sys.stdin.buffer.read(), b'\\0Global\\\\PixelWeft')")
+        head, file = b"PixelWeft opens\0", bytes(self.home.folder / names[1]) + b"\0"
+        ours, stranger = [sys.executable, "-c", to_program], ["setpriv", "--reuid", "1234", "--clear-groups"]
+        messages = [(ours, b""), (ours, b"junk"), (ours, head[:-1]), (ours, head + file[:-1]), (ours, head + file[1:]),
+                    (ours, head + b"/etc/passwd\0" + file), (ours, (head + file).ljust(70000, b"\0")),
+                    (ours, head + bytes(60000)), (stranger + ours, head + file)]
+        for count, (command, message) in enumerate(messages, 1):
+            subprocess.run(command, input=message, check=True)
+            first.wait_for_log("is not of a start of this program", count=count)
+
+        opened = self.home.document.read_bytes()
+        window.tap("Control", "s")
+        stage.wait(lambda: self.home.document.read_bytes() != opened, 20, "the imported mapping is saved")
+        second = self.start(said="second.txt", arguments=[names[1]])
+        self.assertEqual((0, ""), (second.status(seconds=10), second.said.read_text()))
+        agree(2)
+
+        # One that hangs holds up no other start, however many come.
+        first.popen.send_signal(signal.SIGSTOP)
+        for _ in range(15):
+            self.assertEqual(0, self.start(said="second.txt", arguments=[names[0]]).status(seconds=5))
+        first.popen.send_signal(signal.SIGCONT)
+
+    def test_what_it_says_of_itself(self):
+        """Also beside one that runs, and without a display."""
+        version = re.search(r"project.* VERSION ([0-9.]+)", (stage.ROOT / "CMakeLists.txt").read_text())[1]
+        for argument, said in (("--version", f"pixelweft {version}\n"), ("--help", "Usage: pixelweft ")):
+            program = self.start(platform="none", said=argument, arguments=[argument])
+            self.assertEqual(0, program.status())
+            self.assertTrue(program.said.read_text().startswith(said))
 
     def test_a_signal_ends_it_in_order_and_the_log_keeps_its_history(self):
         self.home.put_document(strip_document())

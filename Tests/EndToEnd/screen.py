@@ -65,17 +65,26 @@ class Screen:
 
     def type(self, text):
         """A text, and Return behind it. Then waits as press does."""
+        before = self.rows()
         self._send([(symbol, down) for symbol in [*map(ord, text), KEYS["Return"]] for down in (1, 0)])
+        self._wait_for_change(before)
 
     def press(self, *keys):
         """These keys together, each by its name in KEYS or its letter. Then waits for what the window makes of it."""
+        before = self.rows()
+        self.tap(*keys)
+        self._wait_for_change(before)
+
+    def tap(self, *keys):
+        """As press, but whatever comes of it."""
         symbols = [KEYS.get(key) or ord(key) for key in keys]
         self._send([(symbol, 1) for symbol in symbols] + [(symbol, 0) for symbol in symbols[::-1]])
 
     def _send(self, keys):
-        before = self.rows()
         for symbol, down in keys:
             self._stream.sendall(struct.pack(">BBxxI", 4, down, symbol))
+
+    def _wait_for_change(self, before):
         stage.wait(lambda: self.rows() != before, 20, "the window shows that keys were pressed")
         self.settle()
 

@@ -160,7 +160,7 @@ class Home:
 class Program(Process):
     """The real executable on the host "desk", as an ordinary user without any right over the network."""
 
-    def __init__(self, home, executable=None, log=None, said="said.txt", platform="offscreen"):
+    def __init__(self, home, executable=None, log=None, said="said.txt", platform="offscreen", arguments=()):
         self.log = log or home.log
         self.said = home.folder / said
         self._older_log = self.log.stat().st_ino if self.log.exists() else None
@@ -174,8 +174,8 @@ class Program(Process):
             "LC_ALL": "C.UTF-8",
         }
         with open(self.said, "ab") as said:
-            super().__init__([STAGE_NET, "-u", "desk", executable or _executable], env=environment, stdout=said,
-                             stderr=said, cwd=home.folder)
+            super().__init__([STAGE_NET, "-u", "desk", executable or _executable, *arguments], env=environment,
+                             stdout=said, stderr=said, cwd=home.folder)
 
     def log_text(self):
         """The log of this run, not of the one before."""

@@ -218,7 +218,11 @@ void LibraryPanel::ActionConfirmDeleteFixtureDialog()
 
 void LibraryPanel::ActionImportFixtures()
 {
-    const QStringList files = AskForFixtureFiles(parts_.boxes, &parts_.window);
+    ImportFixtures(AskForFixtureFiles(parts_.boxes, &parts_.window));
+}
+
+void LibraryPanel::ImportFixtures(const QStringList& files)
+{
     if (files.size() == 1 && files.front().endsWith(QLatin1String(".wfl"), Qt::CaseInsensitive))
         ImportLibrary(files.front());
     else if (!files.isEmpty())

@@ -52,9 +52,11 @@ public slots:
     void ActionOpenCustomFixtureDialog();
     void ActionEditCustomFixtureDialog();
     void ActionConfirmDeleteFixtureDialog();
-    /// Of one library it asks only about what differs; anything else is shown before.
     void ActionImportFixtures();
     void ActionImportFixtureFolder();
+    /// Brings in what these files have: of one library it asks only about what differs; anything
+    /// else is shown before.
+    void ImportFixtures(const QStringList& files);
     /// Puts the program's fixtures in place of the user's. The document stays as it is, and keeps
     /// the fixtures that it uses.
     void RestoreBuiltInFixtures();

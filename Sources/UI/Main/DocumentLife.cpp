@@ -266,6 +266,17 @@ void DocumentLife::ImportFile(const QString& path)
     parts_.manager.SetDocumentDirty(true);
 }
 
+void DocumentLife::OfferImport(const QString& path)
+{
+    // The box comes over whatever is being typed: Return must not answer it with yes.
+    if (parts_.boxes.Ask(&parts_.window, tr("Import Mapping"),
+                         tr("Do you want to import %1 in place of your current mapping?\n\nIt is "
+                            "sent at once.")
+                             .arg(path),
+                         QMessageBox::Cancel))
+        ImportFile(path);
+}
+
 void DocumentLife::Take(MappingFile file)
 {
     // The questions first: the present document is on stage while they wait for an answer.

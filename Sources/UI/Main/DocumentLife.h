@@ -64,6 +64,9 @@ public slots:
     /// file is read and judged first: one that can't be read, or that the operator does not want as
     /// it is, changes nothing.
     void ImportFile(const QString& path);
+    /// Asks first whether to import it: for a file that was opened outside of the window, where
+    /// nobody may have meant to change what is sent.
+    void OfferImport(const QString& path);
     void ActionNew();
     void ActionImport();
     void ActionExport();

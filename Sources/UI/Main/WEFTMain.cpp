@@ -39,6 +39,7 @@
 #include "UI/Main/DisplayControls.h"
 #include "UI/Main/DocumentLife.h"
 #include "UI/Main/ElementList.h"
+#include "UI/Main/FilesToOpen.h"
 #include "UI/Main/IdentifyInWindow.h"
 #include "UI/Main/InspectorInWindow.h"
 #include "UI/Main/MainWindowForm.h"
@@ -341,6 +342,11 @@ void WEFTMain::WireDocument()
         connect(document, replaced, libraryPanel_.get(), &LibraryPanel::FollowLibrary);
     connect(document, &DocumentLife::canvasSizeChanged, form_->mappingEditorView,
             &WeftMapEditorView::CanvasChanged);
+    filesToOpen_ = std::make_unique<FilesToOpen>(*this);
+    connect(filesToOpen_.get(), &FilesToOpen::mappingOpened, document_.get(),
+            &DocumentLife::OfferImport);
+    connect(filesToOpen_.get(), &FilesToOpen::fixturesOpened, libraryPanel_.get(),
+            &LibraryPanel::ImportFixtures);
 }
 
 void WEFTMain::WireSaveTrouble()
@@ -444,6 +450,11 @@ void WEFTMain::StartTimers()
     nodesTimer->start();
     networkTimer->start();
     network_->FollowAdapters();
+}
+
+void WEFTMain::OpenFiles(const QStringList& paths)
+{
+    filesToOpen_->Add(paths);
 }
 
 void WEFTMain::closeEvent(QCloseEvent* event)

@@ -24,6 +24,7 @@ class EditorActionSet;
 class EditorController;
 class ElementList;
 class ExternalServerPreferences;
+class FilesToOpen;
 class HostSettings;
 class IdentifyInWindow;
 class InspectorInWindow;
@@ -67,6 +68,9 @@ public:
     void GuardUnsavedWork();
     /// From here on the program ticks, until the process ends.
     void StartTimers();
+    /// Mappings and libraries that were opened outside of the window. Returns at once; what they
+    /// ask comes when the operator is free for it.
+    void OpenFiles(const QStringList& paths);
 
 public slots:
     void ActionQuit();
@@ -149,6 +153,7 @@ private:
     std::unique_ptr<TestPatternPanel> testPatternPanel_;
     std::unique_ptr<StatusLine> statusLine_;
     std::unique_ptr<PixelInspector> pixelInspector_;
+    std::unique_ptr<FilesToOpen> filesToOpen_;
 
     NetworkPanel* networkPanel_ = nullptr;
     bool engineFailed_ = false;
