@@ -31,7 +31,10 @@ endif()
 # Boost 1.74 with C++20: Asio's own coroutine header needs <utility>, and we use none of it.
 target_compile_definitions(PixelWeftOptions INTERFACE BOOST_ASIO_DISABLE_CO_AWAIT)
 
-if(PIXELWEFT_SANITIZE)
+if(NOT PIXELWEFT_SANITIZE)
+    # What comes from a network must find no table of functions that it could write to.
+    add_link_options(-Wl,-z,relro,-z,now)
+else()
     add_compile_options(-fsanitize=${PIXELWEFT_SANITIZE} -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${PIXELWEFT_SANITIZE})
     if(PIXELWEFT_SANITIZE MATCHES "thread")

@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
 """Draws the icons of PixelWeft: writes Resources/Icons/*.svg from the shapes below and renders them to
-the resource names, once and twice the size (needs rsvg-convert of librsvg2-bin and the DejaVu fonts).
+the resource names, once and twice the size (needs rsvg-convert of librsvg2-bin and the DejaVu fonts). The signs of
+the program and of its files for the desktop go to Resources/Desktop/icons, in the sizes that menus and file managers
+ask for.
 
 One family: a field of 24 x 24 with a margin of 3, lines of 1.75 with round ends in a light ink, and the
 accent for what the action does. They are shown on dark buttons and menus."""
@@ -11,6 +13,8 @@ import subprocess
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 SOURCES = ROOT / "Resources/Icons"
 BITMAPS = ROOT / "Resources/Bin/bitmaps"
+DESKTOP = ROOT / "Resources/Desktop/icons"
+DESKTOP_SIZES = [16, 22, 24, 32, 48, 64, 128, 256]
 INK, ACCENT = "#eceef0", "#66bfef"
 SIZE = 24
 OTHER_SIZES = {"merge_button": 32, "arrow_up": 10, "arrow_down": 10, "check": 12, "radio": 12}
@@ -117,6 +121,42 @@ def cloth():
     return parts
 
 
+PAPER = "M5.5 1.5h9l5 5v16h-14z"
+FOLD = "M14.5 1.5v5h5z"
+
+
+def paper(parts):
+    """A file of the program: a dark sheet as its sign is, with what the file holds."""
+    return [f'<path d="{PAPER}" fill="#16181c" stroke="#5b6270" stroke-width="0.9"/>',
+            f'<path d="{FOLD}" fill="#5b6270"/>'] + parts
+
+
+def mapping_file():
+    """The picture, and on it the rectangles of fixtures."""
+    return paper(['<rect x="7.5" y="9" width="10" height="11" rx="0.8" fill="#2d6f99"/>',
+                  '<rect x="8.6" y="10.2" width="2.4" height="8.6" rx="0.4" fill="#6fdc7a"/>',
+                  '<rect x="12" y="10.2" width="4.4" height="2.2" rx="0.4" fill="#ffd25c"/>',
+                  '<rect x="12" y="13.4" width="4.4" height="2.2" rx="0.4" fill="#ffd25c"/>',
+                  '<rect x="12" y="16.6" width="4.4" height="2.2" rx="0.4" fill="#ff5c5c"/>'])
+
+
+def library_file():
+    """Fixtures in a list, each with its pixels."""
+    parts = []
+    for row, colour in enumerate(["#ff5c5c", "#ffd25c", "#6fdc7a"]):
+        for column in range(4):
+            parts.append(f'<rect x="{7.4 + 2.6 * column:.1f}" y="{9.2 + 3.8 * row:.1f}" width="2.2" height="2.4" '
+                         f'rx="0.4" fill="{colour}"/>')
+    return paper(parts)
+
+
+DESKTOP_ICONS = {
+    "apps/pixelweft": cloth,
+    "mimetypes/application-x-pixelweft-mapping": mapping_file,
+    "mimetypes/application-x-pixelweft-library": library_file,
+}
+
+
 def svg(parts, width=24, height=24):
     return (f'<svg xmlns="http://www.w3.org/2000/svg" width="{width}" height="{height}" '
             f'viewBox="0 0 {width} {height}">\n'
@@ -131,6 +171,18 @@ def render(source, target, width, height):
                         "-o", f"{target}{suffix}.png", source], check=True)
 
 
+def draw_for_desktop():
+    """As the desktop's icon theme has them: a folder for each size, and one for what has any size."""
+    for name, parts in DESKTOP_ICONS.items():
+        source = DESKTOP / "scalable" / f"{name}.svg"
+        source.parent.mkdir(parents=True, exist_ok=True)
+        source.write_text(svg(parts()))
+        for size in DESKTOP_SIZES:
+            target = DESKTOP / f"{size}x{size}" / f"{name}.png"
+            target.parent.mkdir(parents=True, exist_ok=True)
+            subprocess.run(["rsvg-convert", "-w", str(size), "-h", str(size), "-o", target, source], check=True)
+
+
 def main():
     SOURCES.mkdir(parents=True, exist_ok=True)
     BITMAPS.mkdir(parents=True, exist_ok=True)
@@ -142,6 +194,7 @@ def main():
     source = SOURCES / "PixelWeft.svg"
     source.write_text(svg(cloth()))
     render(source, ROOT / "Resources/PixelWeft", 128, 128)
+    draw_for_desktop()
 
 
 main()
