@@ -1,27 +1,44 @@
 # shellcheck shell=bash
-# Sourced: a bare Debian 12 in a folder, as a fresh machine has it, and commands in it. Needs root, and mmdebstrap.
+# Sourced: a bare Debian 12 in a folder, as a fresh machine has it, and commands in it. Needs root and mmdebstrap.
 
-# The packages come from where this system has its own. Why it can't be made goes to standard error.
+# Its packages come from where this system has its own. Made once a week into FOLDER.tar; why it can't be goes to
+# standard error.
 make_bare_root() { # make_bare_root FOLDER
-    local root=$1 say
+    local root=$1 said
     [ "$(id -u)" = 0 ] || { echo "only root can make a bare Debian" >&2; return 1; }
-    command -v mmdebstrap >/dev/null || { echo "mmdebstrap is not installed" >&2; return 1; }
+    # shellcheck source=Tools/setup.sh
+    (. Tools/setup.sh bare) || return
     unshare --mount --net --pid --fork true 2>/dev/null || { echo "there are no namespaces here" >&2; return 1; }
-    # The lists of packages stay, so that apt installs without fetching them again.
-    if ! say=$(mmdebstrap --quiet --mode=root --variant=minbase --skip=cleanup/apt/lists bookworm "$root" 2>&1); then
-        echo "mmdebstrap could not make it:" >&2
-        tail -n 5 <<<"$say" >&2
+    if [ -z "$(find "$root.tar" -mtime -7 2>/dev/null)" ]; then
+        if ! said=$(mmdebstrap --mode=root --variant=minbase bookworm "$root.tar" 2>&1); then
+            rm -f "$root.tar"
+            printf 'a bare Debian can not be made; mmdebstrap said at its end:\n%s\n' "$(tail -n 5 <<<"$said")" >&2
+            return 1
+        fi
+    fi
+    rm -rf "$root"
+    mkdir -p "$root" && tar -x -C "$root" -f "$root.tar" && cp /etc/resolv.conf "$root/etc/" || return
+    if ! said=$(in_bare_root "$root" apt-get update -q 2>&1); then
+        printf 'packages can not be fetched; apt-get said at its end:\n%s\n' "$(tail -n 5 <<<"$said")" >&2
         return 1
     fi
-    cp /etc/resolv.conf "$root/etc/"
 }
 
-# Its own processes and mounts, which end with the command; the network is the one of the caller.
-in_bare_root() { # in_bare_root FOLDER COMMAND...
-    unshare --mount --pid --fork --kill-child -- bash -c '
+# Becomes the command, with mounts of its own, on the caller's network and among its processes.
+enter_bare_root() { # enter_bare_root FOLDER COMMAND...
+    exec unshare --mount -- bash -c '
         root=$1
         shift
-        mount -t proc proc "$root/proc" && mount --rbind /dev "$root/dev" && mount -t tmpfs tmpfs "$root/run" || exit 1
+        mkdir -p "$root/tmp/.X11-unix" /tmp/.X11-unix
+        # A mount point, so that namespaces can be made in it.
+        mount --bind "$root" "$root" && mount -t proc proc "$root/proc" && mount --rbind /dev "$root/dev" &&
+            mount --bind /tmp/.X11-unix "$root/tmp/.X11-unix" || exit 1
         exec chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C.UTF-8 \
-            DEBIAN_FRONTEND=noninteractive "$@"' in_bare_root "$@"
+            DEBIAN_FRONTEND=noninteractive "$@"' enter_bare_root "$@"
+}
+
+# Runs the command among processes of its own, which all end with it.
+in_bare_root() { # in_bare_root FOLDER COMMAND...
+    (exec unshare --mount --pid --fork --kill-child -- bash -c \
+        "$(declare -f enter_bare_root); enter_bare_root \"\$@\"" in_bare_root "$@")
 }

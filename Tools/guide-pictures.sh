@@ -43,7 +43,7 @@ if [ "${2:-}" = --inside ]; then
 fi
 
 # shellcheck source=Tools/setup.sh
-. Tools/setup.sh
+. Tools/setup.sh check
 cmake --preset release >/dev/null
 cmake --build build/release --target guide-pictures pixelweft-patch rig >/dev/null
 Tools/stage-net desk "$here/Tools/guide-pictures.sh" ${looks:+--looks} "$folder" --inside \

@@ -1,18 +1,26 @@
 # shellcheck shell=bash
-# Sourced by ./run, ./test and .ci/run: installs what is missing of Tools/packages.txt and nothing else.
-# Ends the calling script with a clear line where that is not possible.
+# setup.sh PART: sourced by ./run, ./test, .ci/run and others. Installs what is missing of Tools/packages.txt up to the
+# end of that part (run, test or check) and nothing else. Ends the calling script with a clear line where that is not
+# possible.
 
 fail() { # fail MESSAGE [STATUS]
     echo "$(basename "$0"): $1" >&2
     exit "${2:-1}"
 }
 
-setup_packages() {
-    local list=$1 missing=() package as_root=()
+setup_packages() { # setup_packages LIST PART
+    local list=$1 last=$2 part='' missing=() package as_root=()
     command -v dpkg-query >/dev/null ||
         fail "this system has no dpkg. PixelWeft is built on Debian 12; see Tools/packages.txt for what it needs."
-    while read -r package; do
-        case $package in '' | '#'*) continue ;; esac
+    while read -r package _; do
+        case $package in
+            '' | '#'*) continue ;;
+            '['*)
+                [ "$part" != "[$last]" ] || break
+                part=$package
+                continue
+                ;;
+        esac
         [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
             missing+=("$package")
     done <"$list"
@@ -38,4 +46,4 @@ setup_packages() {
     echo "Packages are installed."
 }
 
-setup_packages "$(dirname "${BASH_SOURCE[0]}")/packages.txt"
+setup_packages "$(dirname "${BASH_SOURCE[0]}")/packages.txt" "$1"
