@@ -110,9 +110,9 @@ public:
             return tr("to all nodes");
         case UniverseRoute::Way::Node:
         case UniverseRoute::Way::Subscribers:
-            return trace.receivers.size() == 1
-                       ? Node(trace.receivers.front())
-                       : tr("to the %1 nodes that announced it").arg(trace.receivers.size());
+            return trace.receivers.size() == 1 ? Node(trace.receivers.front())
+                                               : tr("to the %n node(s) that announced it", nullptr,
+                                                    static_cast<int>(trace.receivers.size()));
         case UniverseRoute::Way::HostSends:
         case UniverseRoute::Way::NoSubscriber:
         case UniverseRoute::Way::OutsideNetwork:

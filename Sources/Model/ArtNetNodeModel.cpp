@@ -8,6 +8,7 @@
 #include <set>
 #include <tuple>
 
+#include "Language/Language.h"
 #include "Model/MappedDeviceModel.h"
 #include "Platform/IPv4.h"
 #include "Platform/Text.h"
@@ -54,7 +55,10 @@ ArtNetNodeModel::ArtNetNodeModel(QObject* parent)
     : QStandardItemModel(parent)
 {
     setColumnCount(ColumnCount);
-    setHorizontalHeaderLabels({tr("Name"), tr("IP"), tr("Nb"), tr("Sub"), tr("Univ")});
+    InEachLanguage(this, [this] {
+        setHorizontalHeaderLabels({tr("Name"), tr("IP"), tr("Nb"), tr("Sub"), tr("Univ")});
+        written_ = 0; // the ports have names
+    });
 }
 
 ArtNetNodeModel::~ArtNetNodeModel() = default;

@@ -7,6 +7,7 @@
 
 #include <QSignalBlocker>
 
+#include "Language/Language.h"
 #include "LibTools/XmlFile.h"
 #include "Log/Log.h"
 #include "Platform/Numbers.h"
@@ -88,9 +89,11 @@ void DeviceModel::Clear()
 void DeviceModel::SetUpColumns()
 {
     setColumnCount(ColumnCount);
-    setHorizontalHeaderLabels(
-        {tr("Fixture"), tr("Product Name"), tr("Size"), QString(), tr("Ch.")});
-    setHeaderData(ChannelsColumn, Qt::Horizontal, tr("DMX channels"), Qt::ToolTipRole);
+    InEachLanguage(this, [this] {
+        setHorizontalHeaderLabels(
+            {tr("Fixture"), tr("Product Name"), tr("Size"), QString(), tr("Ch.")});
+        setHeaderData(ChannelsColumn, Qt::Horizontal, tr("DMX channels"), Qt::ToolTipRole);
+    });
     for (const int column : {SizeColumn, ChannelsColumn})
         setHeaderData(column, Qt::Horizontal, RightAligned, Qt::TextAlignmentRole);
 }

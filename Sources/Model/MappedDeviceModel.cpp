@@ -10,6 +10,7 @@
 #include <QMutexLocker>
 #include <QSignalBlocker>
 
+#include "Language/Language.h"
 #include "Model/DeviceModel.h"
 #include "Model/PatchText.h"
 
@@ -71,10 +72,12 @@ void MappedDeviceModel::SetUpColumns()
 {
     // All at once: a proxy forgets its column when an empty table gets more of them a second time.
     setColumnCount(ColumnCount);
-    const QString unnamed = QStringLiteral("?");
-    setHorizontalHeaderLabels({tr("Manufacturer"), tr("Product Name"), tr("Size"), tr("ID"),
-                               unnamed, tr("Description"), unnamed, unnamed, unnamed, tr("Address"),
-                               tr("Node")});
+    InEachLanguage(this, [this] {
+        const QString unnamed = QStringLiteral("?");
+        setHorizontalHeaderLabels({tr("Manufacturer"), tr("Product Name"), tr("Size"), tr("ID"),
+                                   unnamed, tr("Description"), unnamed, unnamed, unnamed,
+                                   tr("Address"), tr("Node")});
+    });
 }
 
 void MappedDeviceModel::Clear()

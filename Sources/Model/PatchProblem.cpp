@@ -165,7 +165,7 @@ QString NodeText(const PatchProblem& problem)
     QString address = QString::fromStdWString(problem.node);
     if (problem.name.empty())
         return address;
-    return QStringLiteral("\"%1\" (%2)").arg(QString::fromStdWString(problem.name), address);
+    return Words::tr("\"%1\" (%2)").arg(QString::fromStdWString(problem.name), address);
 }
 
 /// In one walk: a name may hold any text.

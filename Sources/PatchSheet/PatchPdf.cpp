@@ -182,9 +182,8 @@ private:
         QStringList runs;
         for (const PatchSheet::ChannelRun& run : universe.free)
             runs << ChannelsText(run.first, run.last);
-        return PdfWords::tr("Free: %1 (%2 channels)")
-            .arg(runs.join(QStringLiteral(", ")))
-            .arg(universe.freeChannels);
+        return PdfWords::tr("Free: %1 (%n channel(s))", nullptr, universe.freeChannels)
+            .arg(runs.join(QStringLiteral(", ")));
     }
 
     /// Who gets a universe.

@@ -17,6 +17,7 @@ const QLatin1String zoomStyleKey("zoomStyle");
 const QLatin1String showGridKey("showGrid");
 const QLatin1String snapToGridKey("snapToGrid");
 const QLatin1String nightLookKey("nightLook");
+const QLatin1String languageKey("language");
 const QLatin1String lastDirectoryKey("lastDirectory");
 const QLatin1String networkKey("network");
 
@@ -52,6 +53,7 @@ QSettings* SettingsBlock::Load()
     showGrid = settings->value(showGridKey, true).toBool();
     snapToGrid = settings->value(snapToGridKey, true).toBool();
     nightLook = settings->value(nightLookKey, false).toBool();
+    language = settings->value(languageKey).toString();
     lastDirectory = settings->value(lastDirectoryKey).toString();
     LoadNetworkText();
     return settings.get();
@@ -82,6 +84,7 @@ void SettingsBlock::Save()
     settings->setValue(showGridKey, showGrid);
     settings->setValue(snapToGridKey, snapToGrid);
     settings->setValue(nightLookKey, nightLook);
+    settings->setValue(languageKey, language);
     settings->setValue(lastDirectoryKey, lastDirectory);
     settings->setValue(networkKey, networkText);
     settings->sync();
@@ -96,6 +99,7 @@ QSettings* SettingsBlock::SaveInterfaceKeys()
     settings->setValue(showGridKey, showGrid);
     settings->setValue(snapToGridKey, snapToGrid);
     settings->setValue(nightLookKey, nightLook);
+    settings->setValue(languageKey, language);
     settings->setValue(visualFileKey, visualFile);
     settings->setValue(networkKey, networkText);
     return settings.get();

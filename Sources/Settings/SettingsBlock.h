@@ -44,6 +44,7 @@ public:
     std::int32_t zoomStyle = 0; ///< the zoom follows 0 the cursor, 1 the selection
     bool snapToGrid = true;
     bool nightLook = false;
+    QString language; ///< as Language has codes for them, empty for that of the system
     QString visualFile = QStringLiteral(":/Resources/DemoPicture.bmp");
     QString lastFile = QStringLiteral(":/wfm/Resources/DemoMapping.wfm");
     QString lastDirectory;

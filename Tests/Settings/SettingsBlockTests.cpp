@@ -39,10 +39,10 @@ TEST_F(Settings, EverythingOutlivesTheBlock)
 {
     const auto fields = [](SettingsBlock& block) {
         return std::tie(block.zoomFactor, block.zoomStyle, block.showGrid, block.snapToGrid,
-                        block.nightLook, block.visualFile, block.lastFile, block.lastDirectory,
-                        block.networkText);
+                        block.nightLook, block.language, block.visualFile, block.lastFile,
+                        block.lastDirectory, block.networkText);
     };
-    const auto set = std::tuple(1.75F, 1, false, false, true,
+    const auto set = std::tuple(1.75F, 1, false, false, true, QStringLiteral("de"),
                                 QStringLiteral("/p/\u00FC \"1\";2.bmp"), QStringLiteral("a,b.wfm"),
                                 QStringLiteral("/d"), QStringLiteral("2.255.255.255"));
     {
@@ -51,14 +51,15 @@ TEST_F(Settings, EverythingOutlivesTheBlock)
     }
     SettingsBlock block(Store());
     EXPECT_EQ(fields(block), set);
-    EXPECT_EQ(Store()->allKeys().size(), 9);
+    EXPECT_EQ(Store()->allKeys().size(), 10);
 
     // Saving what the interface alone changes leaves the stored place of the document.
     const QString changed = QStringLiteral("new");
-    fields(block) = std::tuple(2.5F, 2, true, true, false, changed, changed, changed, changed);
+    fields(block) =
+        std::tuple(2.5F, 2, true, true, false, changed, changed, changed, changed, changed);
     ASSERT_EQ(block.SaveInterfaceKeys(), block.settings.get());
     block.Load();
-    EXPECT_EQ(fields(block), std::tuple(2.5F, 2, true, true, false, changed,
+    EXPECT_EQ(fields(block), std::tuple(2.5F, 2, true, true, false, changed, changed,
                                         QStringLiteral("a,b.wfm"), QStringLiteral("/d"), changed));
 }
 

@@ -79,7 +79,7 @@ LEDDialogDMXUniverseMerging::LEDDialogDMXUniverseMerging(const UniverseMerging& 
     , merging_(settings)
 {
     Build();
-    PixelWeftIP->setText(tr("(%0)").arg(ownAddress));
+    PixelWeftIP->setText(tr("(%1)").arg(ownAddress));
     ArtNetDMXInputSettingsChanged(reelCommandOffers, reelCommandAddress);
 }
 
@@ -324,7 +324,7 @@ void LEDDialogDMXUniverseMerging::DMXSourceUpdated(QAbstractButton* button)
 void LEDDialogDMXUniverseMerging::ArtNetDMXInputSettingsChanged(bool enabled,
                                                                 const std::wstring& ip)
 {
-    ReelCommandIP->setText(tr("(%0)").arg(QString::fromStdWString(ip)));
+    ReelCommandIP->setText(tr("(%1)").arg(QString::fromStdWString(ip)));
     DMXSourceReelCommand->setEnabled(enabled);
     const bool isReelCommand = merging_.GetMergerDMXSource() == MergerDMXSource::ReelCommand;
     QRadioButton* shown = isReelCommand && enabled ? DMXSourceReelCommand : DMXSourcePixelWeft;

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Dialogs/WEFTDialogPreferences.h"
 
+#include <algorithm>
+
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMessageBox>
@@ -11,7 +14,9 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "Language/Language.h"
 #include "Settings/SettingsBlock.h"
+#include "UI/Widgets/LabelledField.h"
 
 namespace {
 
@@ -27,7 +32,7 @@ Button* AddButton(const QString& name, const QString& text, QLayout& layout)
     return button;
 }
 
-QLayout* AddGroup(const QString& name, const QString& title, QLayout& dialog)
+QBoxLayout* AddGroup(const QString& name, const QString& title, QLayout& dialog)
 {
     auto* group = new QGroupBox(title);
     group->setObjectName(name);
@@ -41,7 +46,7 @@ QLayout* AddGroup(const QString& name, const QString& title, QLayout& dialog)
 } // namespace
 
 WEFTDialogPreferences::WEFTDialogPreferences(QWidget* parent)
-    : FixedDialog({390, 405}, parent)
+    : FixedDialog({390, 435}, parent)
 {
     setObjectName(QStringLiteral("WEFTDialogPreferences"));
     setWindowTitle(tr("Preferences"));
@@ -63,8 +68,9 @@ WEFTDialogPreferences::WEFTDialogPreferences(QWidget* parent)
 
 void WEFTDialogPreferences::AddInterfaceGroup(QLayout& dialog)
 {
-    QLayout* layout =
+    QBoxLayout* layout =
         AddGroup(QStringLiteral("groupUserInterfaceSettings"), tr("User interface"), dialog);
+    AddLanguage(*layout);
     checkShowGrid = AddButton<QCheckBox>(QStringLiteral("checkShowGrid"),
                                          tr("Draw grid on the canvas"), *layout);
     radioZoomCursor = AddButton<QRadioButton>(QStringLiteral("radioZoomCursor"),
@@ -73,6 +79,19 @@ void WEFTDialogPreferences::AddInterfaceGroup(QLayout& dialog)
                                                  tr("Zoom centers on selection"), *layout);
     checkSnapGrid =
         AddButton<QCheckBox>(QStringLiteral("checkSnapGrid"), tr("Snap fixtures to grid"), *layout);
+}
+
+void WEFTDialogPreferences::AddLanguage(QBoxLayout& group)
+{
+    auto* row = new QHBoxLayout;
+    QLabel* label = nullptr;
+    comboLanguage = MakeField<QComboBox>("comboLanguage", tr("&Language:"), label);
+    comboLanguage->addItem(tr("As the system"), QString());
+    for (const Language::Known& language : Language::AllKnown())
+        comboLanguage->addItem(QString::fromUtf8(language.name), QLatin1String(language.code));
+    row->addWidget(label);
+    row->addWidget(comboLanguage, 1);
+    group.addLayout(row);
 }
 
 void WEFTDialogPreferences::AddFixturesGroup(QLayout& dialog)
@@ -109,6 +128,7 @@ void WEFTDialogPreferences::AddArtNetGroup(QLayout& dialog)
 void WEFTDialogPreferences::SetControls(const SettingsBlock& settings, bool autoUnicast,
                                         bool artSync)
 {
+    comboLanguage->setCurrentIndex(std::max(0, comboLanguage->findData(settings.language)));
     checkShowGrid->setChecked(settings.showGrid);
     {
         const QSignalBlocker quiet(checkSnapGrid);
@@ -120,6 +140,11 @@ void WEFTDialogPreferences::SetControls(const SettingsBlock& settings, bool auto
     artNetAutoUnicast->setChecked(autoUnicast);
     artNetBroadcast->setChecked(!autoUnicast);
     artNetSync->setChecked(artSync);
+}
+
+QString WEFTDialogPreferences::GetLanguage() const
+{
+    return comboLanguage->currentData().toString();
 }
 
 bool WEFTDialogPreferences::GetShowGrid() const

@@ -3,7 +3,9 @@
 
 #include "UI/Dialogs/FixedDialog.h"
 
+class QBoxLayout;
 class QCheckBox;
+class QComboBox;
 class QLayout;
 class QRadioButton;
 class SettingsBlock;
@@ -21,6 +23,8 @@ public:
 
     [[nodiscard]] bool GetShowGrid() const;
     [[nodiscard]] bool GetSnapToGrid() const;
+    /// As SettingsBlock has it.
+    [[nodiscard]] QString GetLanguage() const;
     /// The zoom follows 0 the cursor, 1 the selection.
     [[nodiscard]] int GetZoomStyle() const;
     [[nodiscard]] bool GetAutoUnicast() const;
@@ -35,9 +39,11 @@ public slots:
 
 private:
     void AddInterfaceGroup(QLayout& dialog);
+    void AddLanguage(QBoxLayout& group);
     void AddFixturesGroup(QLayout& dialog);
     void AddArtNetGroup(QLayout& dialog);
 
+    QComboBox* comboLanguage = nullptr;
     QCheckBox* checkShowGrid = nullptr;
     QCheckBox* checkSnapGrid = nullptr;
     QRadioButton* radioZoomCursor = nullptr;

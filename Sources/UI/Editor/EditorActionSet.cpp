@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QUndoStack>
 
+#include "Language/Language.h"
 #include "UI/Editor/EditorController.h"
 #include "UI/Editor/WeftMapEditorScene.h"
 
@@ -181,16 +182,45 @@ void EditorActionSet::AddListMenu()
 
 void EditorActionSet::AddUndo()
 {
-    shown_.undo = parts_.undoStack.createUndoAction(
-        &parts_.window, WindowText(QT_TRANSLATE_NOOP("WEFTMain", "&Undo")));
-    shown_.undo->setObjectName(QStringLiteral("actionUndo"));
-    shown_.undo->setShortcut(QKeySequence::Undo);
-    shown_.undo->setIcon(ActionIcon("icon_undo.png"));
-    shown_.redo = parts_.undoStack.createRedoAction(
-        &parts_.window, WindowText(QT_TRANSLATE_NOOP("WEFTMain", "&Redo")));
-    shown_.redo->setObjectName(QStringLiteral("actionRedo"));
-    shown_.redo->setShortcut(QKeySequence::Redo);
-    shown_.redo->setIcon(ActionIcon("icon_redo.png"));
+    shown_.undo = AddHistory({.objectName = "actionUndo",
+                              .keys = QKeySequence::Undo,
+                              .icon = "icon_undo.png",
+                              .bare = QT_TRANSLATE_NOOP("WEFTMain", "&Undo"),
+                              .named = QT_TRANSLATE_NOOP("WEFTMain", "&Undo %1"),
+                              .step = &QUndoStack::undoText,
+                              .go = &QUndoStack::undo,
+                              .canGo = &QUndoStack::canUndoChanged,
+                              .stepChanged = &QUndoStack::undoTextChanged});
+    shown_.redo = AddHistory({.objectName = "actionRedo",
+                              .keys = QKeySequence::Redo,
+                              .icon = "icon_redo.png",
+                              .bare = QT_TRANSLATE_NOOP("WEFTMain", "&Redo"),
+                              .named = QT_TRANSLATE_NOOP("WEFTMain", "&Redo %1"),
+                              .step = &QUndoStack::redoText,
+                              .go = &QUndoStack::redo,
+                              .canGo = &QUndoStack::canRedoChanged,
+                              .stepChanged = &QUndoStack::redoTextChanged});
+}
+
+/// Its text names the step, which keeps the words that it was made with.
+QAction* EditorActionSet::AddHistory(const History& history)
+{
+    QUndoStack* stack = &parts_.undoStack;
+    auto* action = new QAction(&parts_.window);
+    action->setObjectName(QLatin1String(history.objectName));
+    action->setShortcut(history.keys);
+    action->setIcon(ActionIcon(history.icon));
+    action->setEnabled(false);
+    const auto say = [stack, action, history] {
+        const QString step = (stack->*history.step)();
+        action->setText(step.isEmpty() ? WindowText(history.bare)
+                                       : WindowText(history.named).arg(step));
+    };
+    InEachLanguage(action, say);
+    QObject::connect(stack, history.stepChanged, action, say);
+    QObject::connect(stack, history.canGo, action, &QAction::setEnabled);
+    QObject::connect(action, &QAction::triggered, stack, history.go);
+    return action;
 }
 
 /// A submenu with the icon of its first entry; null entries are separators.
@@ -199,7 +229,7 @@ QMenu* EditorActionSet::AddMenu(const char* objectName, const char* title,
 {
     auto* menu = new QMenu(&parts_.window);
     menu->setObjectName(QLatin1String(objectName));
-    menu->setTitle(WindowText(title));
+    InEachLanguage(menu, [menu, title] { menu->setTitle(WindowText(title)); });
     menu->setIcon(entries.front()->icon());
     for (QAction* entry : entries) {
         if (entry)

@@ -29,6 +29,20 @@ public:
     explicit EditorActionSet(const Parts& parts);
 
 private:
+    /// An action that goes one step along the undo stack.
+    struct History
+    {
+        const char* objectName;
+        QKeySequence::StandardKey keys;
+        const char* icon;
+        const char* bare;  ///< the text without a step, untranslated
+        const char* named; ///< with a step for %1, untranslated
+        QString (QUndoStack::*step)() const;
+        void (QUndoStack::*go)();
+        void (QUndoStack::*canGo)(bool);
+        void (QUndoStack::*stepChanged)(const QString&);
+    };
+
     void AddCanvas();
     void AddSelection();
     void AddFlips();
@@ -36,6 +50,7 @@ private:
     void AddRotating();
     void AddCopies();
     void AddUndo();
+    QAction* AddHistory(const History& history);
     void AddListMenu();
     QMenu* AddMenu(const char* objectName, const char* title, const std::vector<QAction*>& entries);
 

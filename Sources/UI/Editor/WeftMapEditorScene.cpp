@@ -7,6 +7,7 @@
 #include <QGraphicsView>
 #include <QUndoStack>
 
+#include "Language/Language.h"
 #include "Log/Log.h"
 #include "Model/DeviceManager.h"
 #include "Model/ElementGeometry.h"
@@ -38,8 +39,8 @@ WeftMapEditorScene::WeftMapEditorScene(DeviceManager& manager, EditorDisplayStat
     , manager_(manager)
     , display_(display)
     , undoStack_(undoStack)
-    , flipHorizontal_(new QAction(tr("Flip &Horizontal"), this))
-    , flipVertical_(new QAction(tr("Flip &Vertical"), this))
+    , flipHorizontal_(new QAction(this))
+    , flipVertical_(new QAction(this))
     , canvas_(new GraphCanvas(display))
     , foreground_(new GraphForeground)
     , selection_([this] { FollowSelection(); })
@@ -55,6 +56,10 @@ WeftMapEditorScene::WeftMapEditorScene(DeviceManager& manager, EditorDisplayStat
     addItem(foreground_);
     flipHorizontal_->setObjectName(QStringLiteral("actionFlipHorizontal"));
     flipVertical_->setObjectName(QStringLiteral("actionFlipVertical"));
+    InEachLanguage(this, [this] {
+        flipHorizontal_->setText(tr("Flip &Horizontal"));
+        flipVertical_->setText(tr("Flip &Vertical"));
+    });
     flipHorizontal_->setCheckable(true);
     flipVertical_->setCheckable(true);
     connect(flipHorizontal_, &QAction::triggered, this,

@@ -9,6 +9,7 @@
 #include <QResizeEvent>
 #include <QScrollBar>
 
+#include "Language/Language.h"
 #include "Model/DeviceManager.h"
 #include "UI/Editor/EditorDisplayState.h"
 #include "UI/Editor/ScrollbarStyle.h"
@@ -22,14 +23,16 @@ constexpr int Reach = 100;        ///< canvases that can be scrolled over, on ea
 constexpr QSize ImageButtonSize(30, 26);
 
 QPushButton* MakeImageButton(QWidget* parent, const char* name, const QString& icon,
-                             const QString& text)
+                             const char* text)
 {
     auto* button = new QPushButton(QIcon(icon), QString(), parent);
     button->setObjectName(QLatin1String(name));
     button->setFlat(true);
     button->setFixedSize(ImageButtonSize);
-    button->setToolTip(text);
-    button->setAccessibleName(text);
+    InEachLanguage(button, [button, text] {
+        button->setToolTip(WeftMapEditorView::tr(text));
+        button->setAccessibleName(button->toolTip());
+    });
     return button;
 }
 
@@ -39,7 +42,7 @@ WeftMapEditorView::WeftMapEditorView(QWidget* parent)
     : QGraphicsView(parent)
     , scrollbarStyle_(std::make_unique<ScrollbarStyle>())
 {
-    setAccessibleName(tr("Canvas"));
+    InEachLanguage(this, [this] { setAccessibleName(tr("Canvas")); });
     setDragMode(RubberBandDrag);
     setInteractive(true);
     setTransformationAnchor(AnchorUnderMouse);
@@ -69,10 +72,10 @@ void WeftMapEditorView::SetUp(EditorDisplayState& display, const DeviceManager& 
     if (!previousImage_) {
         previousImage_ = MakeImageButton(this, "previousImageButton",
                                          QStringLiteral(":/bitmaps/Bin/bitmaps/icon_imageprev.png"),
-                                         tr("Previous test image"));
+                                         QT_TR_NOOP("Previous test image"));
         nextImage_ = MakeImageButton(this, "nextImageButton",
                                      QStringLiteral(":/bitmaps/Bin/bitmaps/icon_imagenext.png"),
-                                     tr("Next test image"));
+                                     QT_TR_NOOP("Next test image"));
         PlaceButtons();
     }
     ShowScene(CanvasSize());

@@ -176,8 +176,8 @@ void WEFTCustomFixtureDialog::mapPixel(int pixel)
                               "be reached."));
     }
     if (layout_.IsMapped(pixel) &&
-        !Confirm(tr("%0 %1?").arg(tr("Do you want to remap this pixel to the channel"),
-                                  QString::number(layout_.GetNextChannel()))))
+        !Confirm(
+            tr("Do you want to remap this pixel to the channel %1?").arg(layout_.GetNextChannel())))
         return;
     if (layout_.NextPixelOverrides() && !ConfirmOverride())
         return;

@@ -249,9 +249,11 @@ void Identify::ShowFacts()
         facts = FactsOf(*element);
     else
         facts.description = tr("Nothing to identify");
-    if (const auto leftOut = walk_.LeftOut(); leftOut > 0)
-        facts.trouble += (facts.trouble.isEmpty() ? QString() : QStringLiteral("\n")) +
-                         tr("Left out, having no address: %1").arg(leftOut);
+    if (const auto leftOut = walk_.LeftOut(); leftOut > 0) {
+        if (!facts.trouble.isEmpty())
+            facts.trouble += QLatin1Char('\n');
+        facts.trouble += tr("Left out, having no address: %1").arg(leftOut);
+    }
     panel_->Show(facts);
 }
 

@@ -13,6 +13,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "Language/Language.h"
+
 namespace {
 
 constexpr int PanelWidth = 340;
@@ -44,7 +46,7 @@ IdentifyPanel::IdentifyPanel(QWidget* parent)
     : FixedDialog({PanelWidth, 0}, parent)
 {
     setObjectName(QStringLiteral("identifyPanel"));
-    setWindowTitle(tr("Identify"));
+    InEachLanguage(this, [this] { setWindowTitle(tr("Identify")); });
     // While a tool window has the keyboard, shortcuts of the main window work on. So the letters of
     // its menus, and of the inspector's fields, are taken.
     setWindowFlags(Qt::Tool | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
@@ -57,8 +59,8 @@ IdentifyPanel::IdentifyPanel(QWidget* parent)
     trouble_ = AddLabel("identifyTrouble", 1);
     trouble_->setWordWrap(true);
     column->addLayout(MakeColours());
-    ends_ = AddSwitch("identifyEnds", tr("First pixel &blinks red, last pixel blue"), true);
-    others_ = AddSwitch("identifyOthersDark", tr("Others dar&k"), false);
+    ends_ = AddSwitch("identifyEnds", QT_TR_NOOP("First pixel &blinks red, last pixel blue"), true);
+    others_ = AddSwitch("identifyOthersDark", QT_TR_NOOP("Others dar&k"), false);
     column->addStretch();
     column->addLayout(MakeSteps());
 }
@@ -81,12 +83,13 @@ QHBoxLayout* IdentifyPanel::MakeColours()
     auto* row = new QHBoxLayout;
     colours_ = new QButtonGroup(this);
     for (const Colour& colour : colours) {
-        const QString name = tr(colour.name);
         const QString key = QKeySequence(colour.key).toString(QKeySequence::NativeText);
         auto* button = new QPushButton(Swatch(colour.light), key);
         button->setObjectName(QStringLiteral("identify") + QLatin1String(colour.name));
-        button->setAccessibleName(name);
-        button->setToolTip(tr("%1 (%2)").arg(name, key));
+        InEachLanguage(button, [button, key, name = colour.name] {
+            button->setAccessibleName(tr(name));
+            button->setToolTip(tr("%1 (%2)").arg(tr(name), key));
+        });
         button->setCheckable(true);
         button->setAutoDefault(false);
         colours_->addButton(button, colour.key);
@@ -100,9 +103,10 @@ QHBoxLayout* IdentifyPanel::MakeColours()
     return row;
 }
 
-QCheckBox* IdentifyPanel::AddSwitch(const char* name, const QString& text, bool on)
+QCheckBox* IdentifyPanel::AddSwitch(const char* name, const char* text, bool on)
 {
-    auto* box = new QCheckBox(text);
+    auto* box = new QCheckBox;
+    InEachLanguage(box, [box, text] { box->setText(tr(text)); });
     box->setObjectName(QLatin1String(name));
     box->setChecked(on);
     connect(box, &QCheckBox::toggled, this, &IdentifyPanel::lightChanged);
@@ -113,26 +117,31 @@ QCheckBox* IdentifyPanel::AddSwitch(const char* name, const QString& text, bool 
 QHBoxLayout* IdentifyPanel::MakeSteps()
 {
     auto* row = new QHBoxLayout;
-    auto* previous = MakeStep("identifyPrevious", tr("&Previous"), -1);
-    previous->setToolTip(tr("Left or Up; with Shift by ten; Home for the first one"));
+    auto* previous = MakeStep("identifyPrevious", -1);
     row->addWidget(previous);
-    auto* next = MakeStep("identifyNext", tr("&Next"), 1);
-    next->setToolTip(tr("Right or Down; with Shift by ten; End for the last one"));
+    auto* next = MakeStep("identifyNext", 1);
     row->addWidget(next);
     row->addStretch();
-    auto* close = new QPushButton(tr("Close"));
+    auto* close = new QPushButton;
     close->setObjectName(QStringLiteral("identifyClose"));
     close->setAutoDefault(false);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     row->addWidget(close);
+    InEachLanguage(this, [previous, next, close] {
+        previous->setText(tr("&Previous"));
+        previous->setToolTip(tr("Left or Up; with Shift by ten; Home for the first one"));
+        next->setText(tr("&Next"));
+        next->setToolTip(tr("Right or Down; with Shift by ten; End for the last one"));
+        close->setText(tr("Close"));
+    });
     next->setDefault(true);
     next->setFocus();
     return row;
 }
 
-QPushButton* IdentifyPanel::MakeStep(const char* name, const QString& text, int by)
+QPushButton* IdentifyPanel::MakeStep(const char* name, int by)
 {
-    auto* button = new QPushButton(text);
+    auto* button = new QPushButton;
     button->setObjectName(QLatin1String(name));
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, [this, by] { emit stepped(by); });

@@ -72,8 +72,8 @@ private:
     [[nodiscard]] QLabel* AddLabel(const char* name, double scale);
     [[nodiscard]] QHBoxLayout* MakeColours();
     [[nodiscard]] QHBoxLayout* MakeSteps();
-    [[nodiscard]] QCheckBox* AddSwitch(const char* name, const QString& text, bool on);
-    QPushButton* MakeStep(const char* name, const QString& text, int by);
+    [[nodiscard]] QCheckBox* AddSwitch(const char* name, const char* text, bool on);
+    QPushButton* MakeStep(const char* name, int by);
 
     QLabel* number_ = nullptr;
     QLabel* description_ = nullptr;

@@ -11,6 +11,7 @@
 
 #include "FixtureModel/DMXMapping.h"
 #include "FixtureModel/FreePatch.h"
+#include "Language/Language.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
@@ -46,13 +47,16 @@ ArtNetPatchPage::ArtNetPatchPage(const Parts& parts, QWidget* parent)
 {
     setObjectName(QStringLiteral("ArtNetPatchProperties"));
     auto* form = new QFormLayout;
-    spinBoxDMXChannel = AddBox(*form, "spinBoxDMXChannel", tr("D&MX:"), tr("First DMX channel"));
-    spinBoxArtnetUniv = AddBox(*form, "spinBoxArtnetUniv", tr("&Universe:"), tr("Universe"));
-    spinBoxArtnetSubnet = AddBox(*form, "spinBoxArtnetSubnet", tr("&Sub-Net:"), tr("Sub-net"));
+    spinBoxDMXChannel =
+        AddBox(*form, "spinBoxDMXChannel", QT_TR_NOOP("D&MX:"), QT_TR_NOOP("First DMX channel"));
+    spinBoxArtnetUniv =
+        AddBox(*form, "spinBoxArtnetUniv", QT_TR_NOOP("&Universe:"), QT_TR_NOOP("Universe"));
+    spinBoxArtnetSubnet =
+        AddBox(*form, "spinBoxArtnetSubnet", QT_TR_NOOP("&Sub-Net:"), QT_TR_NOOP("Sub-net"));
     comboBoxsArtnetIP = new NodeComboBox(parts_.nodes);
     comboBoxsArtnetIP->setObjectName(QStringLiteral("comboBoxsArtnetIP"));
-    comboBoxsArtnetIP->setAccessibleName(tr("IP address of the node"));
-    form->addRow(tr("&IP Address:"), comboBoxsArtnetIP);
+    AddRow(*form, *comboBoxsArtnetIP, QT_TR_NOOP("&IP Address:"),
+           QT_TR_NOOP("IP address of the node"));
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -87,14 +91,25 @@ ArtNetPatchPage::ArtNetPatchPage(const Parts& parts, QWidget* parent)
 
 ArtNetPatchPage::~ArtNetPatchPage() = default;
 
-SharedSpinBox* ArtNetPatchPage::AddBox(QFormLayout& form, const char* name, const QString& label,
-                                       const QString& accessibleName)
+SharedSpinBox* ArtNetPatchPage::AddBox(QFormLayout& form, const char* name, const char* label,
+                                       const char* accessibleName)
 {
     auto* box = new SharedSpinBox;
     box->setObjectName(QLatin1String(name));
-    box->setAccessibleName(accessibleName);
-    form.addRow(label, box);
+    AddRow(form, *box, label, accessibleName);
     return box;
+}
+
+void ArtNetPatchPage::AddRow(QFormLayout& form, QWidget& field, const char* label,
+                             const char* accessibleName)
+{
+    auto* buddy = new QLabel;
+    buddy->setBuddy(&field);
+    form.addRow(buddy, &field);
+    InEachLanguage(&field, [&field, buddy, label, accessibleName] {
+        buddy->setText(tr(label));
+        field.setAccessibleName(tr(accessibleName));
+    });
 }
 
 QLabel* ArtNetPatchPage::AddWords(const char* name)
@@ -117,6 +132,7 @@ void ArtNetPatchPage::WatchDocument()
     const auto soon = [this] {
         wordsDue_.start();
     };
+    connect(&Language::Instance(), &Language::changed, this, soon);
     connect(document, &MappedDeviceModel::dataChanged, this, soon);
     connect(document, &MappedDeviceModel::rowsInserted, this, soon);
     connect(document, &MappedDeviceModel::rowsRemoved, this, soon);

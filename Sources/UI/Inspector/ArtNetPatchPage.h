@@ -65,8 +65,11 @@ private:
     using Setter = void (DMXMappingArtNet::*)(std::int32_t);
     using Getter = std::int32_t (DMXMappingArtNet::*)() const;
 
-    SharedSpinBox* AddBox(QFormLayout& form, const char* name, const QString& label,
-                          const QString& accessibleName);
+    /// The texts are untranslated.
+    SharedSpinBox* AddBox(QFormLayout& form, const char* name, const char* label,
+                          const char* accessibleName);
+    static void AddRow(QFormLayout& form, QWidget& field, const char* label,
+                       const char* accessibleName);
     QLabel* AddWords(const char* name);
     void WatchDocument();
     void StepEach(int steps, Getter get, Setter set, std::int32_t lowest,

@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QSignalBlocker>
 
+#include "Language/Language.h"
 #include "Log/Log.h"
 #include "Model/DeviceManager.h"
 #include "Model/ElementGeometry.h"
@@ -105,6 +106,7 @@ void Inspector::ConnectModel()
     // Their fixtures may have changed.
     connect(manager->GetMappedDeviceModel(), &MappedDeviceModel::mappingsChanged, this,
             &Inspector::UpdateInspector);
+    connect(&Language::Instance(), &Language::changed, this, &Inspector::UpdateInspector);
 }
 
 // ---- Showing -----------------------------------------------------------------------------------

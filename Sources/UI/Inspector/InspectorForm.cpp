@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "Language/Language.h"
 #include "UI/Inspector/SharedLineEdit.h"
 #include "UI/Inspector/SharedSpinBox.h"
 #include "UI/Widgets/LabelledField.h"
@@ -23,14 +24,31 @@ constexpr int LargestAngle = 360;
 constexpr int PreviewHeight = 64;
 constexpr int Margin = 6;
 
+/// A label that shows this text of the form, which is untranslated here, in each language.
+QLabel* LastingLabel(const char* text)
+{
+    auto* label = new QLabel;
+    InEachLanguage(label, [label, text] { label->setText(InspectorForm::tr(text)); });
+    return label;
+}
+
+/// The same for the label that leads to a field.
+template <class Field>
+Field* MakeLasting(const char* objectName, const char* label, QLabel*& buddy)
+{
+    auto* field = MakeField<Field>(objectName, QString(), buddy);
+    InEachLanguage(buddy, [buddy, label] { SetLabel(*buddy, InspectorForm::tr(label)); });
+    return field;
+}
+
 /// Two fields stand beside each other; `place` counts from the left top one.
 template <class Box>
-Box* AddBox(QGridLayout& grid, int place, const char* objectName, const QString& label, int least,
+Box* AddBox(QGridLayout& grid, int place, const char* objectName, const char* label, int least,
             int greatest)
 {
     constexpr int inRow = 2;
     QLabel* buddy = nullptr;
-    auto* box = MakeField<Box>(objectName, label, buddy);
+    auto* box = MakeLasting<Box>(objectName, label, buddy);
     box->setRange(least, greatest);
     const int column = place % inRow * 2;
     grid.addWidget(buddy, place / inRow, column);
@@ -100,7 +118,7 @@ InspectorForm::InspectorForm(QWidget* parent)
     setObjectName(QStringLiteral("inspectorForm"));
     deviceProperties = new PageStack("deviceProperties");
     auto* nothing = NamedPage("empty_page");
-    auto* hint = new QLabel(tr("Nothing is selected."));
+    auto* hint = LastingLabel(QT_TR_NOOP("Nothing is selected."));
     hint->setObjectName(QStringLiteral("labelNothingSelected"));
     (new QVBoxLayout(nothing))->addWidget(hint, 0, Qt::AlignTop | Qt::AlignHCenter);
     deviceProperties->addWidget(nothing);
@@ -127,13 +145,15 @@ QWidget* InspectorForm::MakeDevicePage()
     // A long name is no reason for a wide panel.
     labelFixture->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     labelFixture->setTextFormat(Qt::PlainText);
-    rows->addRow(new QLabel(tr("Fixture:")), labelFixture);
-    editDescription = AddRow<SharedLineEdit>(*rows, "editDescription", tr("&Description:"));
+    rows->addRow(LastingLabel(QT_TR_NOOP("Fixture:")), labelFixture);
+    QLabel* buddy = nullptr;
+    editDescription =
+        MakeLasting<SharedLineEdit>("editDescription", QT_TR_NOOP("&Description:"), buddy);
+    rows->addRow(buddy, editDescription);
     editDescription->setMinimumWidth(1);
     column->addWidget(rows->parentWidget());
-    QLabel* buddy = nullptr;
-    comboDmxMappingOutput =
-        MakeField<SteadyComboBox>("comboDmxMappingOutput", tr("DMX Mapping &Output:"), buddy);
+    comboDmxMappingOutput = MakeLasting<SteadyComboBox>("comboDmxMappingOutput",
+                                                        QT_TR_NOOP("DMX Mapping &Output:"), buddy);
     auto* output = new QHBoxLayout;
     output->addWidget(buddy);
     output->addWidget(comboDmxMappingOutput, 1);
@@ -144,13 +164,14 @@ QWidget* InspectorForm::MakeDevicePage()
 
 QWidget* InspectorForm::MakeAddressGroup()
 {
-    auto* group = new QGroupBox(tr("DMX Mapping Properties"));
+    auto* group = new QGroupBox;
+    InEachLanguage(group, [group] { group->setTitle(tr("DMX Mapping Properties")); });
     group->setObjectName(QStringLiteral("groupDmxMappingProperties"));
     auto* column = new QVBoxLayout(group);
     MappedFixtureProperties = new PageStack("MappedFixtureProperties");
     MappedFixtureProperties->addWidget(NamedPage("EcuePatchProperties"));
     auto* none = NamedPage("NoMappedProperties");
-    auto* text = new QLabel(tr("Not all of it has an Art-Net address."));
+    auto* text = LastingLabel(QT_TR_NOOP("Not all of it has an Art-Net address."));
     text->setWordWrap(true);
     auto* noneColumn = new QVBoxLayout(none);
     noneColumn->setContentsMargins(0, 0, 0, 0);
@@ -171,10 +192,10 @@ QWidget* InspectorForm::MakeMappingPage()
     auto* flips = new QHBoxLayout;
     AddFlips(*flips);
     column->addLayout(flips);
-    column->addWidget(new QLabel(tr("Preview")));
+    column->addWidget(LastingLabel(QT_TR_NOOP("Preview")));
     labelPreview = new QLabel;
     labelPreview->setObjectName(QStringLiteral("labelPreview"));
-    labelPreview->setAccessibleName(tr("Preview"));
+    InEachLanguage(labelPreview, [this] { labelPreview->setAccessibleName(tr("Preview")); });
     labelPreview->setFixedHeight(PreviewHeight);
     labelPreview->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     column->addWidget(labelPreview);
@@ -184,14 +205,16 @@ QWidget* InspectorForm::MakeMappingPage()
 void InspectorForm::AddGeometry(QGridLayout& grid)
 {
     constexpr int leastPlace = -1000;
-    spinBoxX =
-        AddBox<SharedDoubleSpinBox>(grid, 0, "spinBoxX", tr("&Left:"), leastPlace, LongestSide);
-    spinBoxY =
-        AddBox<SharedDoubleSpinBox>(grid, 1, "spinBoxY", tr("&Top:"), leastPlace, LongestSide);
-    spinBoxWidth = AddBox<SharedSpinBox>(grid, 2, "spinBoxWidth", tr("&Width:"), 0, LongestSide);
-    spinBoxHeight = AddBox<SharedSpinBox>(grid, 3, "spinBoxHeight", tr("Hei&ght:"), 0, LongestSide);
-    spinBoxRotation = AddBox<SharedDoubleSpinBox>(grid, 4, "spinBoxRotation", tr("&Rotation:"),
-                                                  -LargestAngle, LargestAngle);
+    spinBoxX = AddBox<SharedDoubleSpinBox>(grid, 0, "spinBoxX", QT_TR_NOOP("&Left:"), leastPlace,
+                                           LongestSide);
+    spinBoxY = AddBox<SharedDoubleSpinBox>(grid, 1, "spinBoxY", QT_TR_NOOP("&Top:"), leastPlace,
+                                           LongestSide);
+    spinBoxWidth =
+        AddBox<SharedSpinBox>(grid, 2, "spinBoxWidth", QT_TR_NOOP("&Width:"), 0, LongestSide);
+    spinBoxHeight =
+        AddBox<SharedSpinBox>(grid, 3, "spinBoxHeight", QT_TR_NOOP("Hei&ght:"), 0, LongestSide);
+    spinBoxRotation = AddBox<SharedDoubleSpinBox>(
+        grid, 4, "spinBoxRotation", QT_TR_NOOP("&Rotation:"), -LargestAngle, LargestAngle);
     spinBoxRotation->setDecimals(0);
     for (QWidget* box : {static_cast<QWidget*>(spinBoxX), static_cast<QWidget*>(spinBoxY),
                          static_cast<QWidget*>(spinBoxWidth), static_cast<QWidget*>(spinBoxHeight),
@@ -209,10 +232,10 @@ void InspectorForm::AddGeometry(QGridLayout& grid)
 void InspectorForm::AddFlips(QBoxLayout& row)
 {
     QLabel* buddy = nullptr;
-    checkBoxHFlip = MakeField<QCheckBox>("checkBoxHFlip", tr("Hori&zontal Flip:"), buddy);
+    checkBoxHFlip = MakeLasting<QCheckBox>("checkBoxHFlip", QT_TR_NOOP("Hori&zontal Flip:"), buddy);
     row.addWidget(buddy);
     row.addWidget(checkBoxHFlip, 1);
-    checkBoxVFlip = MakeField<QCheckBox>("checkBoxVFlip", tr("Vertic&al Flip:"), buddy);
+    checkBoxVFlip = MakeLasting<QCheckBox>("checkBoxVFlip", QT_TR_NOOP("Vertic&al Flip:"), buddy);
     row.addWidget(buddy);
     row.addWidget(checkBoxVFlip);
 }

@@ -10,6 +10,7 @@
 #include <QTextDocument>
 
 #include "FixtureModel/DMXMapping.h"
+#include "Language/Language.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/NodeChoices.h"
 #include "Platform/IPv4.h"
@@ -40,7 +41,7 @@ NodeComboBox::NodeComboBox(ArtNetNodeModel& nodes, QWidget* parent)
     };
     connect(&nodes_, &ArtNetNodeModel::nodesChanged, this, follow);
     connect(&nodes_, &ArtNetNodeModel::usesCounted, this, follow);
-    Refill();
+    InEachLanguage(this, [this] { Refill(); });
 }
 
 void NodeComboBox::SetNetwork(const QString& network)

@@ -4,12 +4,18 @@
 #include <QKeyEvent>
 #include <QSignalBlocker>
 
+#include "Language/Language.h"
 #include "UI/Inspector/DocumentKeys.h"
 #include "UI/Inspector/MultipleItems.h"
 
 SharedLineEdit::SharedLineEdit(QWidget* parent)
     : QLineEdit(parent)
-{}
+{
+    InEachLanguage(this, [this] {
+        if (!isModified())
+            PutBack();
+    });
+}
 
 void SharedLineEdit::Show(const Shared<std::wstring>& text)
 {

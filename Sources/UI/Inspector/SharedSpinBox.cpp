@@ -7,6 +7,7 @@
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
+#include "Language/Language.h"
 #include "UI/Inspector/DocumentKeys.h"
 
 namespace {
@@ -25,6 +26,10 @@ SharedBox<Box>::SharedBox(QWidget* parent)
     this->setKeyboardTracking(false);
     this->setFocusPolicy(Qt::StrongFocus); // not by the wheel
     QObject::connect(this->lineEdit(), &QLineEdit::textEdited, this, [this] { edited_ = true; });
+    InEachLanguage(this, [this] {
+        if (mixed_)
+            this->setSpecialValueText(MixedText());
+    });
 }
 
 // ---- Showing -----------------------------------------------------------------------------------

@@ -13,6 +13,7 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+#include "Language/Language.h"
 #include "Log/Log.h"
 #include "Model/DeviceListProxy.h"
 #include "Model/DeviceManager.h"
@@ -61,8 +62,6 @@ void LibraryList::BuildContents()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(4);
     filter_->setObjectName(QStringLiteral("editLibraryFilter"));
-    filter_->setPlaceholderText(tr("Find fixtures"));
-    filter_->setAccessibleName(tr("Find fixtures"));
     filter_->setClearButtonEnabled(true);
     filter_->installEventFilter(this);
     hits_->setObjectName(QStringLiteral("labelLibraryHits"));
@@ -72,9 +71,14 @@ void LibraryList::BuildContents()
     line->addWidget(filter_, 1);
     line->addWidget(hits_);
     column->addLayout(line);
-    view_->SetNames(QStringLiteral("treeView"),
-                    WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Fixture Library")));
+    view_->SetNames("treeView",
+                    [] { return WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Fixture Library")); });
     column->addWidget(view_);
+    InEachLanguage(filter_, [this] {
+        filter_->setPlaceholderText(tr("Find fixtures"));
+        filter_->setAccessibleName(tr("Find fixtures"));
+    });
+    connect(&Language::Instance(), &Language::changed, this, &LibraryList::ShowHits);
 }
 
 DeviceListProxy& LibraryList::Rows() const

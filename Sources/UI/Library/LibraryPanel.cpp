@@ -10,6 +10,7 @@
 #include <QUndoStack>
 #include <QVBoxLayout>
 
+#include "Language/Language.h"
 #include "Log/Log.h"
 #include "Model/DeviceListProxy.h"
 #include "Model/DeviceManager.h"
@@ -68,24 +69,22 @@ void LibraryPanel::BuildContents()
     column->setSpacing(4);
     column->addWidget(list_);
     auto* row = new QHBoxLayout;
-    AddButton(QStringLiteral("buttonCustomFixture"),
-              WindowText(QT_TRANSLATE_NOOP("WEFTMain", "New...")), *row,
+    AddButton("buttonCustomFixture", QT_TRANSLATE_NOOP("WEFTMain", "New..."), *row,
               &LibraryPanel::ActionOpenCustomFixtureDialog);
-    editButton_ = AddButton(QStringLiteral("buttonEditFixture"),
-                            WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Edit...")), *row,
+    editButton_ = AddButton("buttonEditFixture", QT_TRANSLATE_NOOP("WEFTMain", "Edit..."), *row,
                             &LibraryPanel::ActionEditCustomFixtureDialog);
-    deleteButton_ = AddButton(QStringLiteral("buttonDeleteFixture"),
-                              WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Delete")), *row,
+    deleteButton_ = AddButton("buttonDeleteFixture", QT_TRANSLATE_NOOP("WEFTMain", "Delete"), *row,
                               &LibraryPanel::ActionConfirmDeleteFixtureDialog);
     column->addLayout(row);
     UpdateButtonStatesFromDeviceListSelection();
 }
 
-QPushButton* LibraryPanel::AddButton(const QString& objectName, const QString& text, QLayout& row,
+QPushButton* LibraryPanel::AddButton(const char* objectName, const char* text, QLayout& row,
                                      void (LibraryPanel::*slot)())
 {
-    auto* button = new QPushButton(text);
-    button->setObjectName(objectName);
+    auto* button = new QPushButton;
+    button->setObjectName(QLatin1String(objectName));
+    InEachLanguage(button, [button, text] { button->setText(WindowText(text)); });
     connect(button, &QPushButton::clicked, this, slot);
     row.addWidget(button);
     return button;
@@ -195,9 +194,10 @@ void LibraryPanel::ActionConfirmDeleteFixtureDialog()
         return;
     const std::wstring product = fixture->product;
     QPersistentModelIndex row = view.selectionModel()->selectedRows().front();
-    const QString text = tr("Are you sure you want to delete this fixture from the library?") +
-                         tr("\n\nManufacturer: ") + QString::fromStdWString(fixture->manufacturer) +
-                         tr("\nProduct: ") + QString::fromStdWString(product);
+    const QString text =
+        tr("Are you sure you want to delete this fixture from the library?\n\n"
+           "Manufacturer: %1\nProduct: %2")
+            .arg(QString::fromStdWString(fixture->manufacturer), QString::fromStdWString(product));
     if (!parts_.boxes.Ask(&parts_.window, tr("Delete Fixture"), text, QMessageBox::Cancel))
         return;
     // Behind the question the library may have been loaded again, without the fixture even, or a

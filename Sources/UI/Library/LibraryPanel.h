@@ -63,7 +63,7 @@ public slots:
 
 private:
     void BuildContents();
-    QPushButton* AddButton(const QString& objectName, const QString& text, QLayout& row,
+    QPushButton* AddButton(const char* objectName, const char* text, QLayout& row,
                            void (LibraryPanel::*slot)());
     void WatchLibrary();
     void Notify(const QString& title, const QString& text);

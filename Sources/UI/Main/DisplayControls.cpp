@@ -10,6 +10,7 @@
 #include <QSignalBlocker>
 #include <QStandardItemModel>
 
+#include "Language/Language.h"
 #include "Settings/SettingsBlock.h"
 #include "UI/Editor/EditorController.h"
 #include "UI/Editor/EditorDisplayState.h"
@@ -30,7 +31,6 @@ DisplayControls::DisplayControls(EditorDisplayState& display, SettingsBlock& set
 void DisplayControls::FillCombo()
 {
     combo_->setObjectName(QStringLiteral("zoomCombo"));
-    combo_->setAccessibleName(tr("Zoom"));
     combo_->setEditable(true);
     combo_->setInsertPolicy(QComboBox::NoInsert);
     // A typed 2 means 2 percent, not the first entry that begins with it.
@@ -38,18 +38,24 @@ void DisplayControls::FillCombo()
     combo_->setInputMethodHints(Qt::ImhNoPredictiveText);
     combo_->setMaximumWidth(96);
     combo_->installEventFilter(this);
-    combo_->setToolTip(tr("100% fits the whole canvas into the window.\nType a number from 1% to "
-                          "10000% and press Enter."));
     for (const QAction* fit : fits_) {
-        combo_->addItem(fit->text().remove(QLatin1Char('&')));
+        combo_->addItem(QString());
         auto* entry = qobject_cast<QStandardItemModel*>(combo_->model())->item(combo_->count() - 1);
-        entry->setEnabled(fit->isEnabled());
-        connect(fit, &QAction::changed, this,
-                [entry, fit] { entry->setEnabled(fit->isEnabled()); });
+        const auto follow = [entry, fit] {
+            entry->setText(fit->text().remove(QLatin1Char('&')));
+            entry->setEnabled(fit->isEnabled());
+        };
+        connect(fit, &QAction::changed, this, follow);
+        follow();
     }
     for (const double preset : display_.zoomPresets)
         combo_->addItem(ZoomText(preset));
     combo_->setMaxVisibleItems(combo_->count());
+    InEachLanguage(this, [this] {
+        combo_->setAccessibleName(tr("Zoom"));
+        combo_->setToolTip(tr("100% fits the whole canvas into the window.\nType a number from 1% "
+                              "to 10000% and press Enter."));
+    });
     connect(combo_, qOverload<int>(&QComboBox::activated), this, &DisplayControls::Choose);
     connect(combo_->lineEdit(), &QLineEdit::editingFinished, this, &DisplayControls::TakeTypedZoom);
 }

@@ -67,8 +67,8 @@ private:
 ElementList::ElementList(DeviceManager& manager, QUndoStack& undoStack)
     : view_(new WeftMappedObjectTreeView)
 {
-    view_->SetNames(QStringLiteral("mappedTreeView"),
-                    WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Mapped Fixtures")));
+    view_->SetNames("mappedTreeView",
+                    [] { return WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Mapped Fixtures")); });
     view_->setRootIsDecorated(false);
     view_->setAllColumnsShowFocus(true);
     view_->setModel(manager.GetMappedObjectListProxy());

@@ -12,6 +12,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 
+#include "Language/Language.h"
 #include "UI/Editor/WeftMapEditorView.h"
 #include "UI/Main/ActionPlaces.h"
 #include "UI/Widgets/ActionSet.h"
@@ -46,12 +47,15 @@ MainWindowForm::~MainWindowForm()
 
 void MainWindowForm::SetUpToolBar()
 {
-    toolBar = new QToolBar(WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Toolbar")), &window_);
+    toolBar = new QToolBar(&window_);
     toolBar->setObjectName(QStringLiteral("toolBar"));
     toolBar->setIconSize(QSize(20, 20));
     toolBar->setFloatable(false);
     toolBar->toggleViewAction()->setObjectName(QStringLiteral("view_toolBar"));
-    toolBar->toggleViewAction()->setText(WindowText(QT_TRANSLATE_NOOP("WEFTMain", "&Toolbar")));
+    InEachLanguage(toolBar, [this] {
+        toolBar->setWindowTitle(WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Toolbar")));
+        toolBar->toggleViewAction()->setText(WindowText(QT_TRANSLATE_NOOP("WEFTMain", "&Toolbar")));
+    });
     window_.addToolBar(Qt::TopToolBarArea, toolBar);
 }
 
@@ -80,11 +84,14 @@ void MainWindowForm::AddDocks(std::span<const Dock> docks)
 {
     constexpr int margin = 4;
     for (const Dock& each : docks) {
-        auto* dock = new QDockWidget(WindowText(each.title), &window_);
+        auto* dock = new QDockWidget(&window_);
         dock->setObjectName(QLatin1String(each.objectName));
         dock->setAllowedAreas(Qt::AllDockWidgetAreas);
         dock->toggleViewAction()->setObjectName(QStringLiteral("view_") + dock->objectName());
-        dock->toggleViewAction()->setText(WindowText(each.viewText));
+        InEachLanguage(dock, [dock, title = each.title, viewText = each.viewText] {
+            dock->setWindowTitle(WindowText(title));
+            dock->toggleViewAction()->setText(WindowText(viewText));
+        });
         if (each.shortcut)
             dock->toggleViewAction()->setShortcut(QKeySequence(QLatin1String(each.shortcut)));
         auto* frame = new QWidget(dock);
@@ -157,7 +164,8 @@ void MainWindowForm::ResetLayout()
 void MainWindowForm::PlaceActions()
 {
     for (const ActionPlaces::Menu& each : ActionPlaces::MenuBar()) {
-        QMenu* menu = window_.menuBar()->addMenu(WindowText(each.title));
+        QMenu* menu = window_.menuBar()->addMenu(QString());
+        InEachLanguage(menu, [menu, title = each.title] { menu->setTitle(WindowText(title)); });
         menu->setObjectName(QLatin1String(each.objectName));
         for (const char* entry : each.entries)
             Place(entry, *menu);

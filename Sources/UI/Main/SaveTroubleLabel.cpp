@@ -6,12 +6,16 @@
 
 #include <QStringList>
 
+#include "Language/Language.h"
+
 SaveTroubleLabel::SaveTroubleLabel()
 {
     setObjectName(QStringLiteral("saveTroubleLabel"));
-    setAccessibleName(tr("What is not saved"));
     setTextFormat(Qt::PlainText);
-    hide();
+    InEachLanguage(this, [this] {
+        setAccessibleName(tr("What is not saved"));
+        Show();
+    });
 }
 
 void SaveTroubleLabel::ShowMappingTrouble(const QString& reason)

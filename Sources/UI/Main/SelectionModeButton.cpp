@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QStyle>
 
+#include "Language/Language.h"
 #include "Model/DeviceManager.h"
 #include "UI/Widgets/DeskLook.h"
 
@@ -33,7 +34,6 @@ SelectionModeButton::SelectionModeButton(DeviceManager& manager, QWidget& window
     , actions_(window)
 {
     setObjectName(QStringLiteral("selectionModeButton"));
-    setAccessibleName(tr("Output selection"));
     setPopupMode(QToolButton::InstantPopup);
     setFocusPolicy(Qt::TabFocus);
     modes_ = {
@@ -66,7 +66,10 @@ SelectionModeButton::SelectionModeButton(DeviceManager& manager, QWidget& window
     for (QAction* mode : modes_)
         menu->addAction(mode);
     setMenu(menu);
-    SetMode(manager.selectionMode);
+    InEachLanguage(this, [this] {
+        setAccessibleName(tr("Output selection"));
+        SetMode(manager_.selectionMode);
+    });
 }
 
 void SelectionModeButton::SetMode(int mode)

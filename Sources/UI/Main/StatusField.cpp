@@ -15,15 +15,20 @@ constexpr int SwatchSide = 12;
 
 } // namespace
 
-StatusField::StatusField(const char* objectName, const QString& name, QString widest)
-    : widest_(std::move(widest))
+StatusField::StatusField(const char* objectName)
 {
     setObjectName(QLatin1String(objectName));
-    setAccessibleName(name);
-    setToolTip(name);
     setTextFormat(Qt::PlainText);
     setIndent(0); // which else depends on the style's frame, and cuts the text
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+}
+
+void StatusField::SetWords(const QString& name, const QString& widest)
+{
+    setAccessibleName(name);
+    widest_ = widest;
+    updateGeometry();
+    Fit();
 }
 
 void StatusField::Show(const QString& text)

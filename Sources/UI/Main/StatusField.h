@@ -13,7 +13,10 @@ class StatusField : public QLabel
     Q_OBJECT
 
 public:
-    StatusField(const char* objectName, const QString& name, QString widest);
+    explicit StatusField(const char* objectName);
+
+    /// `widest` is the widest text that is usual.
+    void SetWords(const QString& name, const QString& widest);
 
     void Show(const QString& text);
     /// In the colour of what needs attention, or as usual.

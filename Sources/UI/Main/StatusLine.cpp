@@ -10,6 +10,7 @@
 #include <QStatusBar>
 
 #include "LEDEngine/LEDEngine.h"
+#include "Language/Language.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/PatchText.h"
@@ -87,38 +88,50 @@ StatusLine::StatusLine(const Parts& parts)
     });
     connect(&parts_.choice, &NetworkChoice::networkChanged, this, &StatusLine::ShowOutput);
     parts_.view.viewport()->installEventFilter(this);
-    ShowOutput();
+    InEachLanguage(this, [this] {
+        NameFields();
+        ShowOutput();
+    });
 }
 
 // ---- Building ----------------------------------------------------------------------------------
 
 void StatusLine::AddFields()
 {
-    const QString numbers = tr("%1, %2");
-    position_ =
-        new StatusField("statusPosition", tr("Pixel under the mouse"), numbers.arg(9999).arg(9999));
+    position_ = new StatusField("statusPosition");
     swatch_ = new ColourSwatch;
-    colour_ = new StatusField("statusColour", tr("Colour of the picture: red, green, blue"),
-                              QStringLiteral("255 255 255"));
-    place_ = new StatusField("statusPlace", tr("Left and top of the element"),
-                             numbers.arg(9999.5).arg(9999.5));
-    size_ = new StatusField("statusSize", tr("Size"), tr("%1 × %2").arg(9999).arg(9999));
-    angle_ = new StatusField("statusAngle", tr("Angle"), tr("%1°").arg(359.5));
-    address_ = new StatusField("statusAddress", tr("Sub-net, universe and channel"),
-                               QStringLiteral("15/15/512"));
-    name_ = new StatusField("statusName", tr("Element"), QString());
+    colour_ = new StatusField("statusColour");
+    place_ = new StatusField("statusPlace");
+    size_ = new StatusField("statusSize");
+    angle_ = new StatusField("statusAngle");
+    address_ = new StatusField("statusAddress");
+    name_ = new StatusField("statusName");
     parts_.bar.addWidget(
         RowOf({position_, swatch_, colour_, nullptr, place_, size_, angle_, address_, name_}, true),
         1);
 
-    network_ = new StatusField("statusNetwork", tr("Network"), QStringLiteral("! 255.255.255.X"));
-    elements_ = new StatusField("statusElements", tr("Elements of the document"),
-                                tr("%1 elements").arg(9999));
-    universes_ = new StatusField("statusUniverses", tr("Universes of the last frame"),
-                                 tr("%1 universes").arg(999));
-    rate_ = new StatusField("statusFrames", tr("Frames sent a second, counted over two seconds"),
-                            tr("%1 fps").arg(QStringLiteral("40.5")));
+    network_ = new StatusField("statusNetwork");
+    elements_ = new StatusField("statusElements");
+    universes_ = new StatusField("statusUniverses");
+    rate_ = new StatusField("statusFrames");
     parts_.bar.addPermanentWidget(RowOf({network_, elements_, universes_, rate_}, false));
+}
+
+void StatusLine::NameFields()
+{
+    const QString numbers = tr("%1, %2");
+    position_->SetWords(tr("Pixel under the mouse"), numbers.arg(9999).arg(9999));
+    colour_->SetWords(tr("Colour of the picture: red, green, blue"), QStringLiteral("255 255 255"));
+    place_->SetWords(tr("Left and top of the element"), numbers.arg(9999.5).arg(9999.5));
+    size_->SetWords(tr("Size"), tr("%1 × %2").arg(9999).arg(9999));
+    angle_->SetWords(tr("Angle"), tr("%1°").arg(359.5));
+    address_->SetWords(tr("Sub-net, universe and channel"), QStringLiteral("15/15/512"));
+    name_->SetWords(tr("Element"), QString());
+    network_->SetWords(tr("Network"), QStringLiteral("! 255.255.255.X"));
+    elements_->SetWords(tr("Elements of the document"), tr("%n element(s)", nullptr, 9999));
+    universes_->SetWords(tr("Universes of the last frame"), tr("%n universe(s)", nullptr, 999));
+    rate_->SetWords(tr("Frames sent a second, counted over two seconds"),
+                    tr("%1 fps").arg(QStringLiteral("40.5")));
 }
 
 // ---- The canvas --------------------------------------------------------------------------------
@@ -191,7 +204,7 @@ void StatusLine::ShowTarget(std::optional<QPointF> at)
         ShowPart(preview->GetPlacement().Rect(), 0, tr("New element"));
     else if (dragged == MappingRectangle::OverlayId && frame)
         ShowPart(frame->GetPlacement().Rect(), frame->rotation(),
-                 tr("%1 elements").arg(scene.SelectedCount()));
+                 tr("%n element(s)", nullptr, scene.SelectedCount()));
     else if (const MappingRectangle* element = dragged > 0 ? scene.Find(dragged) : nullptr)
         ShowElement(*element);
     else if (!band.isNull())
@@ -242,9 +255,9 @@ void StatusLine::ShowOutput()
                                      : (isTrouble ? QStringLiteral("! ") : QString()) + network);
     network_->SetWarns(isTrouble);
     const int elements = parts_.manager.GetMappedDeviceModel()->rowCount();
-    elements_->Show(elements == 1 ? tr("1 element") : tr("%1 elements").arg(elements));
-    const std::size_t universes = parts_.engine.GetOutput().GetUniverses().Count();
-    universes_->Show(universes == 1 ? tr("1 universe") : tr("%1 universes").arg(universes));
+    elements_->Show(tr("%n element(s)", nullptr, elements));
+    const auto universes = static_cast<int>(parts_.engine.GetOutput().GetUniverses().Count());
+    universes_->Show(tr("%n universe(s)", nullptr, universes));
     frameRate_.Read(frames_, Platform::MonotonicNanoseconds());
     rate_->Show(tr("%1 fps").arg(frameRate_.PerSecond(), 0, 'f', 1));
 }

@@ -46,6 +46,7 @@ public:
 
 private:
     void AddFields();
+    void NameFields();
     void NotePointer(const QEvent& event);
     void ShowPointer();
     void ShowColour(std::optional<QPointF> at);

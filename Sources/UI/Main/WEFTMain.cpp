@@ -19,6 +19,7 @@
 
 #include "LEDEngine/GetIPRange.h"
 #include "LEDEngine/LEDEngine.h"
+#include "Language/Language.h"
 #include "Log/Log.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
@@ -29,6 +30,7 @@
 #include "UI/Commands/SavedState.h"
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Dialogs/WEFTAboutDialog.h"
+#include "UI/Dialogs/WEFTDialogPreferences.h"
 #include "UI/Editor/EditorActionSet.h"
 #include "UI/Editor/EditorController.h"
 #include "UI/Editor/WeftMapEditorScene.h"
@@ -80,10 +82,10 @@ constexpr QSize DefaultSize(1024, 600);
 WEFTMain::WEFTMain(OperatorBoxes& boxes)
     : boxes_(boxes)
     , notices_([this](const OperatorNotices::Notice& notice) { ShowNotice(notice); })
-    , preferencesDialog_(this)
     , actions_(*this)
     , undoStack_(this)
 {
+    Language::Instance().Use(settings_.language);
     Startup::ReadApplicationMode();
     services_ = std::make_unique<ServicesInUse>();
     Startup::StartLogOfMode();
@@ -109,6 +111,10 @@ WEFTMain::WEFTMain(OperatorBoxes& boxes)
     libraryPanel_->UpdateFromProgram();
     BuildTimers();
     setWindowTitle(ProgramTitle());
+    connect(&Language::Instance(), &Language::changed, this, [this] {
+        if (windowTitle() != ProgramTitle())
+            DocumentSavedStateUpdated(!deviceManager_->documentDirty);
+    });
 }
 
 // The order of the members is the order of the end.
@@ -135,7 +141,7 @@ void WEFTMain::BuildParts()
     undoStack_.setUndoLimit(UndoLimit);
     savedState_ = std::make_unique<SavedState>(*deviceManager_, undoStack_);
     undoView_ = std::make_unique<QUndoView>(&undoStack_);
-    undoView_->setWindowTitle(tr("Command List"));
+    InEachLanguage(undoView_.get(), [this] { undoView_->setWindowTitle(tr("Command List")); });
     undoView_->setAttribute(Qt::WA_QuitOnClose, false);
 }
 
@@ -322,8 +328,6 @@ void WEFTMain::WireDocument()
 {
     connect(deviceManager_.get(), &DeviceManager::signalDocumentSavedState, this,
             &WEFTMain::DocumentSavedStateUpdated);
-    connect(&preferencesDialog_, &WEFTDialogPreferences::resetFixturesConfirmed,
-            libraryPanel_.get(), &LibraryPanel::RestoreBuiltInFixtures);
     connect(editor_.get(), &EditorController::fixturesAdded, libraryPanel_.get(),
             &LibraryPanel::FollowLibrary);
     const DocumentLife* document = document_.get();
@@ -508,22 +512,27 @@ void WEFTMain::ActionNightLook(bool on)
 void WEFTMain::ActionPreferences()
 {
     const MappedDeviceModel& document = *deviceManager_->GetMappedDeviceModel();
-    preferencesDialog_.SetControls(settings_, document.IsAutoUnicast(), document.IsArtSync());
-    if (preferencesDialog_.exec() == QDialog::Accepted)
-        ApplyPreferences();
+    WEFTDialogPreferences dialog(this);
+    connect(&dialog, &WEFTDialogPreferences::resetFixturesConfirmed, libraryPanel_.get(),
+            &LibraryPanel::RestoreBuiltInFixtures);
+    dialog.SetControls(settings_, document.IsAutoUnicast(), document.IsArtSync());
+    if (dialog.exec() == QDialog::Accepted)
+        ApplyPreferences(dialog);
 }
 
-void WEFTMain::ApplyPreferences()
+void WEFTMain::ApplyPreferences(const WEFTDialogPreferences& dialog)
 {
-    displayControls_->SnapToGrid(preferencesDialog_.GetSnapToGrid());
-    if (preferencesDialog_.GetShowGrid() != settings_.showGrid)
-        displayControls_->ShowGrid(preferencesDialog_.GetShowGrid());
-    settings_.zoomStyle = preferencesDialog_.GetZoomStyle();
+    displayControls_->SnapToGrid(dialog.GetSnapToGrid());
+    if (dialog.GetShowGrid() != settings_.showGrid)
+        displayControls_->ShowGrid(dialog.GetShowGrid());
+    settings_.zoomStyle = dialog.GetZoomStyle();
+    settings_.language = dialog.GetLanguage();
     settings_.Save();
+    Language::Instance().Use(settings_.language);
     editor_->SetZoomStyle(settings_.zoomStyle);
     MappedDeviceModel& document = *deviceManager_->GetMappedDeviceModel();
-    const bool autoUnicast = preferencesDialog_.GetAutoUnicast();
-    const bool artSync = preferencesDialog_.GetArtSync();
+    const bool autoUnicast = dialog.GetAutoUnicast();
+    const bool artSync = dialog.GetArtSync();
     if (autoUnicast != document.IsAutoUnicast() || artSync != document.IsArtSync()) {
         document.SetAutoUnicast(autoUnicast);
         document.SetArtSync(artSync);

@@ -10,7 +10,6 @@
 #include "LibTools/SaveResult.h"
 #include "Settings/SettingsBlock.h"
 #include "UI/Dialogs/OperatorNotices.h"
-#include "UI/Dialogs/WEFTDialogPreferences.h"
 #include "UI/Editor/EditorDisplayState.h"
 #include "UI/Main/EventPace.h"
 #include "UI/Main/FrameLoop.h"
@@ -47,6 +46,7 @@ class ServicesInUse;
 class StatusLine;
 class TestPatternPanel;
 class UnsavedWork;
+class WEFTDialogPreferences;
 class WeftMapEditorScene;
 
 /// The main window: builds the parts of the program in their order, owns them and wires them. What
@@ -107,7 +107,7 @@ private:
     void LoadWindowSettings();
     void SaveWindowSettings();
     void FindDocument();
-    void ApplyPreferences();
+    void ApplyPreferences(const WEFTDialogPreferences& dialog);
     void ReadSelection();
     void ShowNotice(const OperatorNotices::Notice& notice);
     /// Ticks when it is time, until a save is on the disk. No event is handled meanwhile.
@@ -117,7 +117,6 @@ private:
     // uses. The services are freed after all that may still write a file, and before the engine.
     OperatorBoxes& boxes_;
     OperatorNotices notices_;
-    WEFTDialogPreferences preferencesDialog_;
     ActionSet actions_;
     SettingsBlock settings_;
     EditorDisplayState display_;

@@ -53,9 +53,9 @@ void NetworkChoice::Choose(const QString& text)
     networks_.DetectChanges(); // the choice takes what they are now
     const std::size_t matches = TakeFirstMatch();
     if (matches == 0 && !text.isEmpty())
-        notice_(tr("No network interfaces match network ") + text);
+        notice_(tr("No network interfaces match network %1").arg(text));
     else if (matches > 1)
-        notice_(tr("More than one network adapter matches network ") + text);
+        notice_(tr("More than one network adapter matches network %1").arg(text));
     emit networkChanged();
 }
 
@@ -70,7 +70,7 @@ void NetworkChoice::ChooseFromDocument(const std::wstring& documentText)
         if (GetIPRange::IsValidRange(documentText)) {
             networks_.AddManualRange(documentText);
         } else {
-            notice_(tr("Mapping file has an invalid braodcast IP specified ") + wanted);
+            notice_(tr("Mapping file has an invalid braodcast IP specified %1").arg(wanted));
             wanted.clear();
         }
     }

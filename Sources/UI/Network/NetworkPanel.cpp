@@ -11,6 +11,7 @@
 
 #include "LEDEngine/GetIPRange.h"
 #include "LEDEngine/LEDEngine.h"
+#include "Language/Language.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "Settings/ApplicationMode.h"
@@ -27,11 +28,18 @@ namespace {
 const QString NewRange = QStringLiteral("new");
 const QString EditRange = QStringLiteral("edit");
 
-SteadyComboBox* AddCombo(QToolBar& toolBar, const QString& objectName, const QString& name)
+/// With a label before it; the texts are untranslated.
+SteadyComboBox* AddCombo(QToolBar& toolBar, const QString& objectName, const char* label,
+                         const char* name)
 {
+    auto* words = new QLabel;
+    toolBar.addWidget(words);
     auto* combo = new SteadyComboBox(&toolBar);
     combo->setObjectName(objectName);
-    combo->setAccessibleName(name);
+    InEachLanguage(combo, [words, combo, label, name] {
+        words->setText(NetworkPanel::tr(label));
+        combo->setAccessibleName(NetworkPanel::tr(name));
+    });
     combo->setSizeAdjustPolicy(QComboBox::AdjustToContents);
     toolBar.addWidget(combo);
     return combo;
@@ -55,20 +63,15 @@ NetworkPanel::NetworkPanel(const Parts& parts)
 
 // ---- Building ----------------------------------------------------------------------------------
 
-void NetworkPanel::AddLabel(const QString& text)
-{
-    parts_.toolBar.addWidget(new QLabel(text));
-}
-
 void NetworkPanel::AddNetworks()
 {
-    AddLabel(tr("Network: "));
-    networkCombo_ = AddCombo(parts_.toolBar, QStringLiteral("networkCombo"), tr("Network"));
+    networkCombo_ = AddCombo(parts_.toolBar, QStringLiteral("networkCombo"),
+                             QT_TR_NOOP("Network: "), QT_TR_NOOP("Network"));
     connect(networkCombo_, qOverload<int>(&QComboBox::activated), this,
             &NetworkPanel::comboNetworkChanged);
     connect(networkCombo_, &SteadyComboBox::closed, this, &NetworkPanel::RefillNetworks);
     connect(&parts_.choice, &NetworkChoice::networkChanged, this, &NetworkPanel::RefillNetworks);
-    RefillNetworks();
+    InEachLanguage(this, [this] { RefillNetworks(); });
 }
 
 void NetworkPanel::AddLamps()
@@ -79,8 +82,8 @@ void NetworkPanel::AddLamps()
 
 void NetworkPanel::AddSender()
 {
-    AddLabel(tr(" Sender: "));
-    senderCombo_ = AddCombo(parts_.toolBar, QStringLiteral("senderCombo"), tr("Sender"));
+    senderCombo_ = AddCombo(parts_.toolBar, QStringLiteral("senderCombo"), QT_TR_NOOP(" Sender: "),
+                            QT_TR_NOOP("Sender"));
     const QString ourselves = QStringLiteral("PixelWeft");
     const QString host = ApplicationMode::Instance().HostName();
     senderCombo_->addItem(ourselves, ourselves);
@@ -90,12 +93,10 @@ void NetworkPanel::AddSender()
             &NetworkPanel::dmxSenderChanged);
 }
 
-QAction* NetworkPanel::AddMergerAction(const char* name, const char* icon, const QString& text,
-                                       const QString& toolTip)
+QAction* NetworkPanel::AddMergerAction(const char* name, const char* icon)
 {
-    QAction* action = parts_.toolBar.addAction(ActionIcon(icon), text);
+    QAction* action = parts_.toolBar.addAction(ActionIcon(icon), QString());
     action->setObjectName(QLatin1String(name));
-    action->setToolTip(toolTip);
     // It is in no menu, so the keyboard must reach it here.
     parts_.toolBar.widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
     return action;
@@ -103,15 +104,18 @@ QAction* NetworkPanel::AddMergerAction(const char* name, const char* icon, const
 
 void NetworkPanel::AddMerger()
 {
-    mergerToggle_ = AddMergerAction("actionMergerToggle", "icon_merge.png", tr("Merger"),
-                                    tr("Toggle merger on/off"));
+    mergerToggle_ = AddMergerAction("actionMergerToggle", "icon_merge.png");
     mergerToggle_->setCheckable(true);
     connect(mergerToggle_, &QAction::toggled, this, &NetworkPanel::ActionToggleMergingUniverses);
-    QAction* settings = AddMergerAction("actionMergerSettings", "icon_gear.png",
-                                        tr("Merger properties"), tr("Merger properties..."));
+    QAction* settings = AddMergerAction("actionMergerSettings", "icon_gear.png");
     settings->setEnabled(CanSetUpMerger());
     connect(settings, &QAction::triggered, this, &NetworkPanel::ActionMergingUniversesSettings);
-    ShowMerging();
+    InEachLanguage(this, [this, settings] {
+        mergerToggle_->setText(tr("Merger"));
+        settings->setText(tr("Merger properties"));
+        settings->setToolTip(tr("Merger properties..."));
+        ShowMerging();
+    });
 }
 
 // ---- The network -------------------------------------------------------------------------------

@@ -69,9 +69,7 @@ private:
     void AddLamps();
     void AddSender();
     void AddMerger();
-    void AddLabel(const QString& text);
-    QAction* AddMergerAction(const char* name, const char* icon, const QString& text,
-                             const QString& toolTip);
+    QAction* AddMergerAction(const char* name, const char* icon);
     void AddManualIPRange();
     void Take(const QString& network);
     [[nodiscard]] QString AdaptersOf(const NetworkListEntry& entry) const;

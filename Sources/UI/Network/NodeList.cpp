@@ -24,8 +24,8 @@ NodeList::NodeList(ArtNetNodeModel& nodes, DeviceManager& manager, LEDEngine& en
     , choice_(choice)
 {
     auto* view = new DockList;
-    view->SetNames(QStringLiteral("artNetNodes"),
-                   WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Fixture Nodes")));
+    view->SetNames("artNetNodes",
+                   [] { return WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Fixture Nodes")); });
     view_ = view;
     view_->setIndentation(12); // of the ports
     view_->setModel(&nodes_);

@@ -9,6 +9,7 @@
 
 #include "ArtNet/ArtNetPackets.h"
 #include "LEDEngine/ArtNetOutput.h"
+#include "Language/Language.h"
 #include "Model/PatchText.h"
 #include "Platform/Clock.h"
 #include "Platform/IPv4.h"
@@ -50,9 +51,9 @@ TrafficLamps::TrafficLamps(const ArtNetOutput& output, const NetworkChoice& choi
     : QObject(parent)
     , output_(output)
     , choice_(choice)
-    , in_(AddLamp(toolBar, tr("Art-Net In: "), QStringLiteral("inTrafficLamp"), tr("In Traffic")))
-    , out_(AddLamp(toolBar, tr(" Art-Net Out: "), QStringLiteral("outTrafficLamp"),
-                   tr("Out Traffic")))
+    , in_(AddLamp(toolBar, QT_TR_NOOP("Art-Net In: "), "inTrafficLamp", QT_TR_NOOP("In Traffic")))
+    , out_(AddLamp(toolBar, QT_TR_NOOP(" Art-Net Out: "), "outTrafficLamp",
+                   QT_TR_NOOP("Out Traffic")))
 {
     connect(&output, &ArtNetOutput::dataInOn, in_, &LedIndicator::toggleOn);
     connect(&output, &ArtNetOutput::dataOutOn, this, &TrafficLamps::Blink);
@@ -63,16 +64,20 @@ TrafficLamps::TrafficLamps(const ArtNetOutput& output, const NetworkChoice& choi
             });
     connect(&timer_, &QTimer::timeout, this, &TrafficLamps::Refresh);
     timer_.start(RefreshMilliseconds);
-    Refresh();
+    InEachLanguage(this, [this] { Refresh(); });
 }
 
-LedIndicator* TrafficLamps::AddLamp(QToolBar& toolBar, const QString& label,
-                                    const QString& objectName, const QString& name)
+LedIndicator* TrafficLamps::AddLamp(QToolBar& toolBar, const char* label, const char* objectName,
+                                    const char* name)
 {
-    toolBar.addWidget(new QLabel(label));
+    auto* words = new QLabel;
+    toolBar.addWidget(words);
     auto* lamp = new LedIndicator(&toolBar);
-    lamp->setObjectName(objectName);
-    lamp->setAccessibleName(name);
+    lamp->setObjectName(QLatin1String(objectName));
+    InEachLanguage(lamp, [words, lamp, label, name] {
+        words->setText(tr(label));
+        lamp->setAccessibleName(tr(name));
+    });
     toolBar.addWidget(lamp);
     return lamp;
 }
@@ -168,16 +173,19 @@ QStringList TrafficLamps::ConflictLines() const
 QStringList TrafficLamps::OutText(const ArtNetTraffic& traffic) const
 {
     const std::size_t universes = output_.GetUniverses().Count();
-    const QString count = tr("Universes: %1").arg(universes);
     QStringList lines;
     switch (output_.GetState()) {
     case OutputState::Disabled:
         return {tr("No network: nothing is sent")};
     case OutputState::UsingLocalSocket:
-        lines.append(count + tr(", packets a second: %1").arg(Rounded(sent_.PerSecond())));
+        lines.append(tr("Universes: %1, packets a second: %2")
+                         .arg(universes)
+                         .arg(Rounded(sent_.PerSecond())));
         break;
     case OutputState::UsingRemoteSocket:
-        lines.append(count + tr(", sent by %1").arg(ApplicationMode::Instance().HostName()));
+        lines.append(tr("Universes: %1, sent by %2")
+                         .arg(universes)
+                         .arg(ApplicationMode::Instance().HostName()));
         break;
     default:
         return {tr("The output is about to begin")};

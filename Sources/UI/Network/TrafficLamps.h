@@ -40,8 +40,8 @@ private:
         Fails
     };
 
-    static LedIndicator* AddLamp(QToolBar& toolBar, const QString& label, const QString& objectName,
-                                 const QString& name);
+    static LedIndicator* AddLamp(QToolBar& toolBar, const char* label, const char* objectName,
+                                 const char* name);
     [[nodiscard]] Out JudgeOut() const;
     [[nodiscard]] QStringList InText(const ArtNetTraffic& traffic) const;
     [[nodiscard]] QStringList OutText(const ArtNetTraffic& traffic) const;

@@ -64,18 +64,16 @@ QString BlockMove::Words() const
         manager_.GetMappedDeviceModel()->GetItemByUniqueID(first.uniqueID);
     const QString name =
         element ? QString::fromStdWString(element->description).simplified() : QString();
-    const QString what =
-        addresses_.size() == 1
-            ? MoveWords::tr("\"%1\" to %2").arg(name, AddressText(*first.address))
-            : MoveWords::tr("%1 elements, \"%2\" to %3")
-                  .arg(QString::number(addresses_.size()), name, AddressText(*first.address));
+    const QString what = addresses_.size() == 1
+                             ? MoveWords::tr("\"%1\" to %2").arg(name, AddressText(*first.address))
+                             : MoveWords::tr("%n element(s), \"%1\" to %2", nullptr,
+                                             static_cast<int>(addresses_.size()))
+                                   .arg(name, AddressText(*first.address));
     if (!move_->fits)
         return MoveWords::tr("%1: reaches beyond channels 1 to 512, and is not moved").arg(what);
-    if (move_->shared == 1)
-        return MoveWords::tr("%1: shares 1 channel with another element").arg(what);
-    if (move_->shared > 1)
-        return MoveWords::tr("%1: shares %2 channels with other elements")
-            .arg(what, QString::number(move_->shared));
+    if (move_->shared > 0)
+        return MoveWords::tr("%1: shares %n channel(s) with other elements", nullptr, move_->shared)
+            .arg(what);
     return MoveWords::tr("%1: free").arg(what);
 }
 

@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QWidgetAction>
 
+#include "Language/Language.h"
 #include "UI/Output/CellPainter.h"
 #include "UI/Widgets/DeskLook.h"
 
@@ -28,6 +29,30 @@ class Legend final : public QWidget
 
 public:
     Legend()
+    {
+        InEachLanguage(this, [this] { SayExamples(); });
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.fillRect(rect(), CurrentLook().bar);
+        cells_.SetUp(Cell(), font(), devicePixelRatioF());
+        QPoint at(Gap, Gap);
+        int channel = 1;
+        for (const Example& example : examples_) {
+            cells_.Paint(painter, at, channel++, example.cell, example.value, example.marks);
+            painter.setPen(CurrentLook().barText);
+            painter.drawText(
+                QRect(at + QPoint(Cell().width() + Gap, 0), QSize(width(), Cell().height())),
+                Qt::AlignVCenter, example.meaning);
+            at.ry() += Cell().height() + Gap;
+        }
+    }
+
+private:
+    void SayExamples()
     {
         using Ground = UniverseCell::Ground;
         examples_ = {
@@ -59,25 +84,6 @@ public:
                      static_cast<int>(examples_.size()) * (cell.height() + Gap) + Gap);
     }
 
-protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        QPainter painter(this);
-        painter.fillRect(rect(), CurrentLook().bar);
-        cells_.SetUp(Cell(), font(), devicePixelRatioF());
-        QPoint at(Gap, Gap);
-        int channel = 1;
-        for (const Example& example : examples_) {
-            cells_.Paint(painter, at, channel++, example.cell, example.value, example.marks);
-            painter.setPen(CurrentLook().barText);
-            painter.drawText(
-                QRect(at + QPoint(Cell().width() + Gap, 0), QSize(width(), Cell().height())),
-                Qt::AlignVCenter, example.meaning);
-            at.ry() += Cell().height() + Gap;
-        }
-    }
-
-private:
     static constexpr int Gap = 6;
     [[nodiscard]] QSize Cell() const { return CellPainter::LeastCell(font()); }
 
@@ -91,8 +97,6 @@ CellLegend::CellLegend(QWidget* parent)
     : QToolButton(parent)
 {
     setObjectName(QStringLiteral("universeLegend"));
-    setText(tr("Legend"));
-    setToolTip(tr("What the marks of the cells mean"));
     setPopupMode(QToolButton::InstantPopup);
     auto* menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("universeLegendMenu"));
@@ -100,4 +104,8 @@ CellLegend::CellLegend(QWidget* parent)
     action->setDefaultWidget(new Legend);
     menu->addAction(action);
     setMenu(menu);
+    InEachLanguage(this, [this] {
+        setText(tr("Legend"));
+        setToolTip(tr("What the marks of the cells mean"));
+    });
 }

@@ -3,6 +3,7 @@
 
 #include <QEvent>
 
+#include "Language/Language.h"
 #include "UI/Output/LivePatchCheck.h"
 #include "UI/Widgets/TroubleDelegate.h"
 
@@ -26,7 +27,7 @@ ProblemsButton::ProblemsButton(const LivePatchCheck& check)
     setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     setIconSize({MarkSize, MarkSize});
     setFocusPolicy(Qt::TabFocus);
-    Show({});
+    InEachLanguage(this, [this] { Show(counts_); });
     connect(&check, &LivePatchCheck::problemsChanged, this,
             [this, &check] { Show(ProblemCounts::Of(check.GetProblems())); });
 }

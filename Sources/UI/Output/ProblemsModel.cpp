@@ -5,6 +5,7 @@
 #include <iterator>
 #include <span>
 
+#include "Language/Language.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 
@@ -32,6 +33,11 @@ ProblemsModel::ProblemsModel(const DeviceManager& manager, QObject* parent)
     connect(&manager, &DeviceManager::elementsRenamed, this, [this] {
         if (!rows_.empty())
             emit dataChanged(index(0, ElementsColumn), index(rowCount() - 1, ElementsColumn));
+    });
+    connect(&Language::Instance(), &Language::changed, this, [this] {
+        emit headerDataChanged(Qt::Horizontal, 0, ColumnCount - 1);
+        if (!rows_.empty())
+            emit dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
     });
 }
 

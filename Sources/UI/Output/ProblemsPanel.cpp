@@ -15,6 +15,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "Language/Language.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/PatchRemedy.h"
@@ -74,14 +75,18 @@ ProblemsPanel::ProblemsPanel(const Parts& parts)
         if (isVisible())
             ShowProblems();
     });
-    ShowProblems();
+    InEachLanguage(this, [this] {
+        show_->setText(tr("&Show Elements"));
+        show_->setToolTip(tr("Select the elements of the problem on the canvas"));
+        ShowProblems();
+    });
 }
 
 ProblemsPanel::~ProblemsPanel() = default;
 
 void ProblemsPanel::BuildList()
 {
-    list_->SetNames(QStringLiteral("problems"), tr("Problems of the patch"));
+    list_->SetNames("problems", [] { return tr("Problems of the patch"); });
     list_->setSortingEnabled(false);
     list_->setRootIsDecorated(false);
     list_->setAllColumnsShowFocus(true);
@@ -110,9 +115,8 @@ QWidget* ProblemsPanel::BuildBar()
     effect_->setTextFormat(Qt::PlainText);
     effect_->setWordWrap(true);
     effect_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    show_ = new QPushButton(tr("&Show Elements"));
+    show_ = new QPushButton;
     show_->setObjectName(QStringLiteral("showProblemElements"));
-    show_->setToolTip(tr("Select the elements of the problem on the canvas"));
     remedy_ = new QPushButton;
     remedy_->setObjectName(QStringLiteral("remedy"));
     row->addWidget(effect_, 1);

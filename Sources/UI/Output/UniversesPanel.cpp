@@ -18,6 +18,7 @@
 
 #include "LEDEngine/ChannelTrace.h"
 #include "LEDEngine/LEDEngine.h"
+#include "Language/Language.h"
 #include "Model/ArtNetNodeModel.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
@@ -64,6 +65,7 @@ UniversesPanel::UniversesPanel(const Parts& parts)
     Reset();
     WatchDocument();
     WireGrid();
+    InEachLanguage(this, [this] { SayTexts(); });
     connect(&timer_, &QTimer::timeout, this, &UniversesPanel::Refresh);
 }
 
@@ -79,7 +81,7 @@ UniversesPanel::~UniversesPanel()
 void UniversesPanel::BuildList()
 {
     list_ = new DockList;
-    list_->SetNames(QStringLiteral("universeList"), tr("Universes"));
+    list_->SetNames("universeList", [] { return tr("Universes"); });
     list_->setSelectionMode(QAbstractItemView::SingleSelection);
     list_->setSortingEnabled(false); // in the order of their numbers
     list_->setRootIsDecorated(false);
@@ -108,18 +110,12 @@ QWidget* UniversesPanel::BuildDetails()
     title_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     goTo_ = new QLineEdit;
     goTo_->setObjectName(QStringLiteral("universeGoTo"));
-    goTo_->setAccessibleName(tr("Go to channel"));
-    goTo_->setPlaceholderText(tr("Go to: 4/97"));
-    goTo_->setToolTip(tr("97 is a channel of this universe, 4/97 one of Port-Address 4, 0/4/97 one "
-                         "of sub-net 0, universe 4"));
     goTo_->setMaximumWidth(goTo_->fontMetrics().averageCharWidth() * 18);
     goTo_->installEventFilter(this);
     connect(goTo_, &QLineEdit::returnPressed, this, &UniversesPanel::GoTo);
     percent_ = new QToolButton;
     percent_->setObjectName(QStringLiteral("universePercent"));
-    percent_->setText(tr("%"));
-    percent_->setToolTip(tr("Values in percent, or from 0 to 255"));
-    percent_->setAccessibleName(tr("Values in percent"));
+    percent_->setText(QStringLiteral("%"));
     percent_->setCheckable(true);
     auto* head = new QHBoxLayout;
     head->addWidget(title_, 1);
@@ -139,6 +135,19 @@ QWidget* UniversesPanel::BuildDetails()
     column->addWidget(line_);
     connect(percent_, &QToolButton::toggled, grid_, &UniverseGrid::SetPercent);
     return details;
+}
+
+void UniversesPanel::SayTexts()
+{
+    goTo_->setAccessibleName(tr("Go to channel"));
+    goTo_->setPlaceholderText(tr("Go to: 4/97"));
+    goTo_->setToolTip(tr("97 is a channel of this universe, 4/97 one of Port-Address 4, 0/4/97 one "
+                         "of sub-net 0, universe 4"));
+    percent_->setToolTip(tr("Values in percent, or from 0 to 255"));
+    percent_->setAccessibleName(tr("Values in percent"));
+    emit table_.headerDataChanged(Qt::Horizontal, 0, UniverseTable::ColumnCount - 1);
+    watch_.NoteNodes(); // the rows name the way
+    ShowUniverse();
 }
 
 void UniversesPanel::WatchDocument()

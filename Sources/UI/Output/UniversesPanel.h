@@ -66,6 +66,7 @@ protected:
 private:
     void BuildList();
     [[nodiscard]] QWidget* BuildDetails();
+    void SayTexts();
     void WatchDocument();
     void WireGrid();
 

@@ -383,14 +383,13 @@ void RepatchDialog::ShowTotals()
         changes = changes || repatch_.Changes(row);
     }
     const QLocale locale;
-    QString text = tr("Fixtures: %1").arg(locale.toString(table_->rowCount()));
+    QStringList totals{tr("Fixtures: %1").arg(locale.toString(table_->rowCount()))};
     if (!universes.empty())
-        text += QStringLiteral("    ") +
-                tr("Universes: %1 (%2 to %3)")
-                    .arg(locale.toString(static_cast<int>(universes.size())),
-                         UniverseText(*universes.begin()), UniverseText(*universes.rbegin()));
-    text += QStringLiteral("    ") + tr("Problems: %1").arg(locale.toString(problems));
-    totalsLabel->setText(text);
+        totals << tr("Universes: %1 (%2 to %3)")
+                      .arg(locale.toString(static_cast<int>(universes.size())),
+                           UniverseText(*universes.begin()), UniverseText(*universes.rbegin()));
+    totals << tr("Problems: %1").arg(locale.toString(problems));
+    totalsLabel->setText(totals.join(QStringLiteral("    ")));
     nextProblemButton->setEnabled(problems > 0);
     okButton_->setEnabled(changes);
 }

@@ -58,8 +58,8 @@ void TestPatternPanel::TellNotShown(const QString& reason)
 {
     boxes_.Notify(
         &window_, WindowText(QT_TRANSLATE_NOOP("WEFTMain", "Test Image Not Read")),
-        reason + QStringLiteral("\n\n") +
-            WindowText(QT_TRANSLATE_NOOP("WEFTMain", "The test image stays the one before.")));
+        WindowText(QT_TRANSLATE_NOOP("WEFTMain", "%1\n\nThe test image stays the one before."))
+            .arg(reason));
 }
 
 void TestPatternPanel::ActionNextTestImage()

@@ -5,6 +5,8 @@
 #include <QShortcut>
 #include <QWidget>
 
+#include "Language/Language.h"
+
 QIcon ActionIcon(const char* file)
 {
     return QIcon(QStringLiteral(":/bitmaps/Bin/bitmaps/") + QLatin1String(file));
@@ -33,6 +35,19 @@ void KeepKeysTo(QAction& action, std::initializer_list<QWidget*> widgets)
     }
 }
 
+namespace {
+
+void SayTexts(QAction& action, const ActionRow& row)
+{
+    action.setText(WindowText(row.text));
+    action.setToolTip(row.toolTip ? WindowText(row.toolTip).trimmed() : QString());
+    if (row.shortcut)
+        action.setToolTip(QStringLiteral("%1 (%2)").arg(
+            action.toolTip(), action.shortcut().toString(QKeySequence::NativeText)));
+}
+
+} // namespace
+
 ActionSet::ActionSet(QWidget& window)
     : window_(window)
 {}
@@ -41,17 +56,12 @@ QAction* ActionSet::AddWithoutSlot(const ActionRow& row)
 {
     auto* action = new QAction(&window_);
     action->setObjectName(QLatin1String(row.objectName));
-    action->setText(WindowText(row.text));
-    if (row.toolTip)
-        action->setToolTip(WindowText(row.toolTip).trimmed());
     action->setCheckable(row.checkable);
     if (row.icon)
         action->setIcon(ActionIcon(row.icon));
-    if (row.shortcut) {
-        action->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
-        action->setToolTip(QStringLiteral("%1 (%2)").arg(
-            action->toolTip(), action->shortcut().toString(QKeySequence::NativeText)));
-    }
+    if (row.shortcut)
+        action->setShortcut(QKeySequence(QLatin1String(row.shortcut), QKeySequence::PortableText));
+    InEachLanguage(action, [action, row] { SayTexts(*action, row); });
     action->setEnabled(false);
     window_.addAction(action);
     return action;

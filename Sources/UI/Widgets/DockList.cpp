@@ -5,6 +5,8 @@
 #include <QScrollBar>
 #include <QToolTip>
 
+#include "Language/Language.h"
+
 DockList::DockList(QWidget* parent)
     : QTreeView(parent)
 {
@@ -16,10 +18,10 @@ DockList::DockList(QWidget* parent)
     setUniformRowHeights(true);
 }
 
-void DockList::SetNames(const QString& objectName, const QString& accessibleName)
+void DockList::SetNames(const char* objectName, const std::function<QString()>& accessibleName)
 {
-    setObjectName(objectName);
-    setAccessibleName(accessibleName);
+    setObjectName(QLatin1String(objectName));
+    InEachLanguage(this, [this, accessibleName] { setAccessibleName(accessibleName()); });
 }
 
 void DockList::scrollTo(const QModelIndex& index, ScrollHint hint)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
+
 #include <QTreeView>
 
 /// A list of the docks: whole rows, several of them at once, sorted by a click on the header, in
@@ -12,8 +14,8 @@ class DockList : public QTreeView
 public:
     explicit DockList(QWidget* parent = nullptr);
 
-    /// What tests, styles and screen readers call it.
-    void SetNames(const QString& objectName, const QString& accessibleName);
+    /// What tests and styles call it, and what screen readers do, in the language of the time.
+    void SetNames(const char* objectName, const std::function<QString()>& accessibleName);
 
     /// Never to the side: a click on a cell that is cut off must not move the rows away from under
     /// the mouse.

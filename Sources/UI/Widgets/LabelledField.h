@@ -5,6 +5,14 @@
 #include <QLabel>
 #include <QString>
 
+/// Another text for the label of a field, whose name for screen readers follows.
+inline void SetLabel(QLabel& label, const QString& text)
+{
+    label.setText(text);
+    label.buddy()->setAccessibleName(
+        QString(text).remove(QLatin1Char('&')).remove(QLatin1Char(':')));
+}
+
 /// A field of a form with its object name, and the label that leads to it; both belong to the
 /// layout that takes them. What screen readers say is the label without its mnemonic and colon.
 template <class Field>
@@ -12,9 +20,9 @@ template <class Field>
 {
     auto* field = new Field;
     field->setObjectName(QLatin1String(objectName));
-    field->setAccessibleName(QString(label).remove(QLatin1Char('&')).remove(QLatin1Char(':')));
-    buddy = new QLabel(label);
+    buddy = new QLabel;
     buddy->setBuddy(field);
+    SetLabel(*buddy, label);
     return field;
 }
 

@@ -10,6 +10,8 @@
 #include <QSettings>
 #include <QTreeView>
 
+#include "Language/Language.h"
+
 namespace {
 
 /// Grows when the columns of a list come, go or mean something else.
@@ -39,10 +41,12 @@ ListColumns::ListColumns(QTreeView& view, std::vector<int> shown)
             qOverload<>(&QTimer::start));
     connect(view_.model(), &QAbstractItemModel::dataChanged, &fitsSoon_,
             qOverload<>(&QTimer::start));
-    connect(view_.model(), &QAbstractItemModel::modelReset, this, [this] {
+    const auto fitAll = [this] {
         replaced_ = true;
         fitsSoon_.start();
-    });
+    };
+    connect(view_.model(), &QAbstractItemModel::modelReset, this, fitAll);
+    connect(&Language::Instance(), &Language::changed, this, fitAll);
 }
 
 QString ListColumns::Key() const
