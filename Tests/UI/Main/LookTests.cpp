@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "Language/Language.h"
 #include "UI/Dialogs/LEDDialogDMXUniverseMerging.h"
 #include "UI/Dialogs/LEDDialogManualNode.h"
 #include "UI/Dialogs/LedDialogAddIPrange.h"
@@ -43,6 +44,32 @@ double ContrastOf(QWidget& widget)
     return std::max(lights.lastKey() / ground, ground / lights.firstKey());
 }
 
+/// The mnemonics that lead to more than one of these texts.
+std::string Ambiguous(const QStringList& texts)
+{
+    QString letters;
+    QString twice;
+    for (const QString& text : texts) {
+        const int mark = text.indexOf(QLatin1Char('&'));
+        if (mark < 0)
+            continue;
+        const QChar letter = text[mark + 1].toLower();
+        (letters.contains(letter) ? twice : letters) += letter;
+    }
+    return twice.toStdString();
+}
+
+/// What leads to a field or presses a button.
+QStringList MarkedTexts(const QWidget& parent)
+{
+    QStringList texts;
+    for (const auto* button : parent.findChildren<QAbstractButton*>())
+        texts << button->text();
+    for (const auto* label : parent.findChildren<QLabel*>())
+        texts << (label->buddy() ? label->text() : QString());
+    return texts;
+}
+
 constexpr double Legible = 4.5;
 
 /// The dialog is within the screen, its buttons are in sight, and its texts can be read and are not
@@ -54,6 +81,7 @@ void ExpectInOrder(QDialog& dialog)
     EXPECT_TRUE(dialog.size().boundedTo(screen) == dialog.size());
     for (auto* buttons : dialog.findChildren<QDialogButtonBox*>())
         EXPECT_FALSE(QRegion(buttons->rect()) != buttons->visibleRegion());
+    EXPECT_EQ(Ambiguous(MarkedTexts(dialog)), "");
     for (auto* widget : dialog.findChildren<QWidget*>()) {
         const std::string name = widget->objectName().toStdString();
         const auto* label = qobject_cast<QLabel*>(widget);
@@ -135,6 +163,7 @@ TEST_F(WindowLook, DialogsAreLegibleInALargeFontAndFitTheScreen)
 {
     const auto usual = qScopeGuard([font = QApplication::font()] {
         UseLook(GreyLook());
+        Language::Instance().Use("en"_q);
         QApplication::setFont(font);
     });
     QApplication::setFont(QFont("DejaVu Sans"_q, 14));
@@ -146,6 +175,13 @@ TEST_F(WindowLook, DialogsAreLegibleInALargeFontAndFitTheScreen)
     };
     for (const bool night : {false, true}) {
         UseLook(night ? NightLook() : GreyLook());
+        Language::Instance().Use(night ? "de"_q : "en"_q);
+        for (const auto* menu : window->findChildren<QMenu*>()) {
+            QStringList texts;
+            for (const QAction* action : menu->actions())
+                texts << action->text();
+            EXPECT_EQ(Ambiguous(texts), "") << menu->title().toStdString();
+        }
         for (const char* action :
              {"actionCanvas_Size", "actionPreferences", "actionAbout", "actionDuplicate_Element",
               "actionMergerSettings", "actionVersions", "actionExport_Patch", "actionRepatch"})
@@ -207,8 +243,17 @@ TEST_F(WindowLook, TheWindowIsLegibleOnASmallScreenAndNamesWhatAPersonUses)
 {
     StartWith(Element({0.5, 0.5}, {0.1, 0.1}));
     window->resize(1024, 600);
-    const QSize least = window->minimumSizeHint();
-    EXPECT_TRUE(least.width() <= 1024 && least.height() <= 600);
+    for (const QString& language : {"de"_q, "en"_q}) {
+        Language::Instance().Use(language);
+        const QSize least = window->minimumSizeHint();
+        EXPECT_TRUE(least.width() <= 1024 && least.height() <= 600) << language.toStdString();
+        // The keys of the menus and of the inspector work in the tool window, too.
+        QStringList texts = MarkedTexts(*Find<QWidget>("inspectorForm")) +
+                            MarkedTexts(*Find<QDialog>("identifyPanel"));
+        for (const QAction* menu : window->menuBar()->actions())
+            texts << menu->text();
+        EXPECT_EQ(Ambiguous(texts), "") << language.toStdString();
+    }
     for (const char* name : {"treeView", "mappedTreeView", "artNetNodes", "buttonDeleteFixture",
                              "zoomCombo", "networkCombo", "senderCombo"})
     {

@@ -20,6 +20,7 @@ int main(int argc, char** argv)
     testing::InitGoogleTest(&argc, argv);
     const Support::TemporaryFolder home;
     home.UseAsHome();
+    qputenv("LANGUAGE", "en"); // whatever the machine speaks
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     const QApplication application(argc, argv);
