@@ -1,15 +1,21 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
-# guide-pictures.sh [--looks] [FOLDER]: takes the pictures of the README and of the user guide (into Docs/pictures, or
-# FOLDER), from the real window on a private network with two nodes at its other end. With --looks it takes them all,
-# and those of the dialogs, boxes and menus that the guide doesn't show, in both looks, at once and twice the size
-# (into build/looks, or FOLDER): to look at after a change of the window.
+# guide-pictures.sh [--looks] [--language CODE] [FOLDER]: takes the pictures of the README and of the user guide (into
+# Docs/pictures, or FOLDER), from the real window on a private network with two nodes at its other end. With --looks it
+# takes them all, and those of the dialogs, boxes and menus that the guide doesn't show, in both looks, at once and twice
+# the size (into build/looks, or FOLDER): to look at after a change of the window. The window speaks English, or the
+# language of the CODE, as "de".
 set -eu
 cd "$(dirname "$0")/.."
 looks='' usual=Docs/pictures
 if [ "${1:-}" = --looks ]; then
     looks=1 usual=build/looks
     shift
+fi
+[ "${2:-}" = --inside ] || export LANGUAGE=en
+if [ "${1:-}" = --language ]; then
+    LANGUAGE=$2
+    shift 2
 fi
 folder=$(realpath -m "${1:-$usual}")
 here=$PWD

@@ -115,14 +115,14 @@ public:
         WillTakeDialog(name);
         Do(action);
     }
-    /// What opens behind this entry of a list.
+    /// What opens behind the entry of a list that has this for its data.
     void TakeDialogOfEntry(const QString& list, const QString& entry, const QString& name)
     {
         auto* box = window_->findChild<QComboBox*>(list);
-        if (!box || box->findText(entry) < 0)
+        if (!box || box->findData(entry) < 0)
             return Fail(list);
         WillTakeDialog(name);
-        box->setCurrentIndex(box->findText(entry));
+        box->setCurrentIndex(box->findData(entry));
         emit box->activated(box->currentIndex());
     }
     /// What opens behind this button.
@@ -388,7 +388,7 @@ void FollowTheGuide(const QString& folder, const QString& data)
     TakeOutput(photographer);
     photographer.TakeDialog(QStringLiteral("actionDuplicate_Element"), QStringLiteral("duplicate"));
     photographer.TakeDialog(QStringLiteral("actionExport_Patch"), QStringLiteral("patch-export"));
-    photographer.TakeDialogOfEntry(QStringLiteral("comboBoxsArtnetIP"), QStringLiteral("Manual..."),
+    photographer.TakeDialogOfEntry(QStringLiteral("comboBoxsArtnetIP"), QStringLiteral("manual"),
                                    QStringLiteral("manual-node"));
     TakeFixtures(photographer);
     photographer.BandOver({0.02, 0.02}, {0.36, 0.6});
@@ -415,14 +415,16 @@ void TakeTheRest(const QString& folder)
     photographer.OpenWindow({1280, 760});
     photographer.WaitForNodes();
     photographer.TakeDialog(QStringLiteral("actionAbout"), QStringLiteral("about"));
-    photographer.TakeDialogOfEntry(QStringLiteral("networkCombo"), QStringLiteral("New..."),
+    photographer.TakeDialogOfEntry(QStringLiteral("networkCombo"), QStringLiteral("new"),
                                    QStringLiteral("ip-range"));
-    const QString text = QStringLiteral(
-        "Your current mapping has unsaved changes.\n\nAre you sure you want to import the mapping "
-        "and lose your changes?");
+    const auto words = [](const char* text) {
+        return QCoreApplication::translate("DocumentLife", text);
+    };
+    const QString text =
+        words("Your current mapping has unsaved changes.\n\nAre you sure you want to import the "
+              "mapping and lose your changes?");
     photographer.TakeBox(QStringLiteral("question"), [&](OperatorBoxes& boxes, QWidget* window) {
-        static_cast<void>(
-            boxes.Ask(window, QStringLiteral("Unsaved Mapping"), text, QMessageBox::Cancel));
+        static_cast<void>(boxes.Ask(window, words("Unsaved Mapping"), text, QMessageBox::Cancel));
     });
     photographer.TakeBox(QStringLiteral("warning"), [&](OperatorBoxes& boxes, QWidget* window) {
         static_cast<void>(boxes.Confirm(window, QStringLiteral("Warning"), text));
@@ -430,9 +432,9 @@ void TakeTheRest(const QString& folder)
     photographer.TakeBox(QStringLiteral("no-parent"), [&](OperatorBoxes& boxes, QWidget*) {
         boxes.Notify(nullptr, QStringLiteral("Network"), text);
     });
-    photographer.TakeBox(QStringLiteral("open-file"), [](OperatorBoxes& boxes, QWidget* window) {
-        static_cast<void>(boxes.OpenFile(window, QStringLiteral("Import Mapping"), QString(),
-                                         QStringLiteral("Mapping files (*.wfm)")));
+    photographer.TakeBox(QStringLiteral("open-file"), [&](OperatorBoxes& boxes, QWidget* window) {
+        static_cast<void>(boxes.OpenFile(window, words("Import Mapping"), QString(),
+                                         words("Mapping files (*.wfm)")));
     });
     for (const char* menu : {"menuFile", "menuEdit", "menuView"})
         photographer.TakeMenu(menu, QLatin1String(menu));
