@@ -172,6 +172,7 @@ class Program(Process):
             "XDG_CACHE_HOME": str(home.folder / "cache"),
             "QT_QPA_PLATFORM": platform,
             "LC_ALL": "C.UTF-8",
+            "LANGUAGE": "en",
         }
         with open(self.said, "ab") as said:
             super().__init__([STAGE_NET, "-u", "desk", executable or _executable, *arguments], env=environment,
