@@ -69,7 +69,7 @@ std::span<const Language::Known> Language::AllKnown()
 QString Language::FirstKnown(const QStringList& names)
 {
     for (const QString& name : names) {
-        const QString code = name.section(QLatin1Char('-'), 0, 0);
+        QString code = name.section(QLatin1Char('-'), 0, 0);
         if (IsKnown(code))
             return code;
     }
