@@ -7,6 +7,17 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
+# The oldest Qt of each generation that the sources are written for; no call that it takes for outdated compiles.
+if(PIXELWEFT_QT EQUAL 5)
+    set(PIXELWEFT_QT_LEAST 5.15)
+    add_compile_definitions(QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
+elseif(PIXELWEFT_QT EQUAL 6)
+    set(PIXELWEFT_QT_LEAST 6.4)
+    add_compile_definitions(QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+else()
+    message(FATAL_ERROR "PIXELWEFT_QT is 5 or 6, not '${PIXELWEFT_QT}'")
+endif()
+
 # ccache speeds up the second build of anything; with precompiled headers it needs these options.
 find_program(PIXELWEFT_CCACHE ccache)
 if(PIXELWEFT_CCACHE)

@@ -9,7 +9,6 @@ PixelWeftApp::Surroundings::Surroundings()
 {
     Platform::UseUtf8TextAndPlainNumbers();
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 }
 
 PixelWeftApp::PixelWeftApp(int& argc, char** argv)

@@ -10,6 +10,7 @@
 #include "Application/PixelWeftApp.h"
 #include "ArtNet/ZenArtNetService.h"
 #include "DebugVariables/DebugVariables.h"
+#include "LibTools/Qt5And6.h"
 #include "Log/Log.h"
 #include "Platform/EndSignals.h"
 #include "Platform/Locale.h"
@@ -92,17 +93,15 @@ int main(int argc, char** argv)
     Zen::DebugVariables::Global()->Set("artnetdebug", command.debugArtNet);
 
     // Where a desktop asks for 200 percent by its dots per inch, lengths in pixels grow too.
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QGuiApplication::setDesktopFileName(QStringLiteral("pixelweft"));
-    QApplication::setHighDpiScaleFactorRoundingPolicy(
-        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    Qt5And6::FollowScaleOfScreen();
     PixelWeftApp application(argc, argv);
     bool ended = false;
     QSocketNotifier endSignals(Platform::CatchEndSignals(), QSocketNotifier::Read);
     QObject::connect(&endSignals, &QSocketNotifier::activated, &application, [&] {
         ended = true;
         endSignals.setEnabled(false);
-        QCoreApplication::quit();
+        QCoreApplication::exit();
     });
     WEFTMain& window = application.MainWindow();
     window.showNormal();

@@ -172,7 +172,7 @@ QString CleanName(const QString& name, const QString& otherwise)
     if (IsPlainName(name))
         return name;
     QString clean;
-    for (const QChar c : name.leftRef(LongestName)) {
+    for (const QChar c : name.left(LongestName)) {
         const bool isPlain = c.isPrint() || c.isHighSurrogate() || c.isLowSurrogate();
         clean += isPlain ? c : QLatin1Char(' ');
     }

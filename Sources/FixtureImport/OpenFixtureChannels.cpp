@@ -19,7 +19,7 @@ const QLatin1String PixelVariable("$pixelKey");
 /// template with the variable twice is used through inserts only.
 QString PixelIn(const QString& key, const QString& templateKey)
 {
-    const int at = templateKey.indexOf(PixelVariable);
+    const auto at = templateKey.indexOf(PixelVariable);
     const QStringView before = QStringView(templateKey).left(at);
     const QStringView behind = QStringView(templateKey).mid(at + PixelVariable.size());
     const auto length = key.size() - static_cast<int>(before.size());

@@ -36,9 +36,9 @@ bool MeetsNumber(const QString& constraint, std::int32_t position)
         return position <= number(2);
     if (constraint.startsWith(QLatin1Char('=')))
         return position == number(1);
-    const int n = constraint.indexOf(QLatin1Char('n'));
-    const int step = n > 0 ? constraint.leftRef(n).toInt() : 0;
-    const int rest = n > 0 ? constraint.midRef(n + 1).toInt() : 0;
+    const auto n = constraint.indexOf(QLatin1Char('n'));
+    const int step = n > 0 ? constraint.left(n).toInt() : 0;
+    const int rest = n > 0 ? constraint.mid(n + 1).toInt() : 0;
     return step > 0 && position % step == rest % step;
 }
 
@@ -148,11 +148,11 @@ void OpenFixtureMatrix::ReadKeys(const QJsonArray& layers)
     int rows = 0;
     int columns = 0;
     for (const auto& layer : layers) {
-        rows = std::max(rows, layer.toArray().size());
+        rows = std::max(rows, static_cast<int>(layer.toArray().size()));
         for (const auto& row : layer.toArray())
-            columns = std::max(columns, row.toArray().size());
+            columns = std::max(columns, static_cast<int>(row.toArray().size()));
     }
-    if (!SetSize(columns, rows, layers.size()))
+    if (!SetSize(columns, rows, static_cast<int>(layers.size())))
         return;
     for (std::int32_t z = 0; z < layers_; ++z) {
         const QJsonArray layer = layers[z].toArray();

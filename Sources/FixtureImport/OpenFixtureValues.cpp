@@ -128,7 +128,7 @@ double AmountOf(const QJsonValue& value)
     while (digits < text.size() && (text[digits].isDigit() || text[digits] == QLatin1Char('.') ||
                                     text[digits] == QLatin1Char('-')))
         ++digits;
-    return std::abs(text.leftRef(digits).toDouble());
+    return std::abs(text.left(digits).toDouble());
 }
 
 /// The amounts at both ends of a capability's range; nothing when it doesn't give them.
@@ -247,7 +247,8 @@ private:
         const QString name = wheel.isString() ? wheel.toString() : channelKey_;
         const QJsonArray places = wheels_[name].toObject()[QLatin1String("slots")].toArray();
         const double number = capability_[QLatin1String("slotNumber")].toDouble();
-        const int index = number >= 1 && number <= places.size() ? static_cast<int>(number) : 0;
+        const int index =
+            number >= 1 && number <= static_cast<int>(places.size()) ? static_cast<int>(number) : 0;
         const QJsonObject slot = index > 0 ? places[index - 1].toObject() : QJsonObject();
         if (number == index && slot[QLatin1String("type")].toString() == QLatin1String("Open"))
             range_.use = RangeUse::Clear;
@@ -280,8 +281,8 @@ int ResolutionOf(const QJsonObject& channel)
         return 2;
     if (given == QLatin1String("24bit"))
         return 3;
-    const int fine = channel[QLatin1String("fineChannelAliases")].toArray().size();
-    return std::clamp(fine + 1, 1, 4);
+    const auto fine = channel[QLatin1String("fineChannelAliases")].toArray().size();
+    return static_cast<int>(std::clamp<qsizetype>(fine + 1, 1, 4));
 }
 
 /// Two bytes of a value, the first one above.

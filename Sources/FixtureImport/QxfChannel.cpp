@@ -325,7 +325,7 @@ private:
 // ---- XML
 
 /// A number of 8 bits, `otherwise` for what is none.
-std::int32_t ByteOf(const QStringRef& text, std::int32_t otherwise)
+std::int32_t ByteOf(QStringView text, std::int32_t otherwise)
 {
     std::int32_t number = 0;
     for (const QChar c : text) {

@@ -81,7 +81,7 @@ private:
 
     void ReadPart()
     {
-        const QStringRef name = xml_.name();
+        const auto name = xml_.name();
         if (name == QLatin1String("Manufacturer")) {
             file_.definition.manufacturer = Text();
         } else if (name == QLatin1String("Model")) {

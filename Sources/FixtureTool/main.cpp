@@ -14,6 +14,7 @@
 #include "FixtureImport/ProductNames.h"
 #include "FixtureModel/LEDFixture.h"
 #include "FixtureTool/ImportReport.h"
+#include "LibTools/Qt5And6.h"
 #include "LibTools/XmlFile.h"
 #include "Platform/Locale.h"
 #include "XmlText/XmlText.h"
@@ -128,7 +129,7 @@ int Run()
 {
     const Request request = ReadCommandLine();
     QTextStream out(stdout);
-    out.setCodec("UTF-8");
+    Qt5And6::UseUtf8(out);
     ImportReport report(out, request.isReportWanted);
     FixtureImport::FixtureFileReader reader;
     FixtureImport::ProductNames names;

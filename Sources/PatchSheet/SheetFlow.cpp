@@ -147,7 +147,7 @@ SheetFlow::Cells SheetFlow::Measure(const Row& row, std::span<const Column> colu
     for (std::size_t i = 0; i < columns.size(); ++i) {
         const SheetFont& font = FontOf(columns[i]);
         cells.lines.push_back(ink_.Wrapped(row[i], boxes[i].width(), font, MostLinesOfCell));
-        const int further = cells.lines.back().size() - 1;
+        const int further = static_cast<int>(cells.lines.back().size()) - 1;
         cells.height = std::max(cells.height, ink_.LineHeight(LargeFont) +
                                                   further * ink_.LineHeight(font) + RowGap);
     }
@@ -179,8 +179,9 @@ void SheetFlow::AddTable(const QString& heading, const QString& again, const QSt
     QStringList noteLines;
     for (const QString& note : notes)
         noteLines << ink_.Wrapped(note, Rest().width(), TextFont, MostLinesOfText);
-    const double headingHeight = headingLines.size() * ink_.LineHeight(HeadingFont);
-    const double notesHeight = noteLines.size() * ink_.LineHeight(TextFont);
+    const double headingHeight =
+        static_cast<int>(headingLines.size()) * ink_.LineHeight(HeadingFont);
+    const double notesHeight = static_cast<int>(noteLines.size()) * ink_.LineHeight(TextFont);
     const double titlesHeight = rows.empty() ? 0 : ink_.LineHeight(ColumnFont) + RowGap;
     const double firstRow = rows.empty() ? 0 : Measure(rows.front(), columns).height;
     if (!HasRoom(headingHeight + notesHeight + titlesHeight + firstRow))

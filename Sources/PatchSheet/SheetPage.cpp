@@ -14,7 +14,7 @@ constexpr double MillimetresPerInch = 25.4;
 int FittingLength(const QString& text, double width, const QFontMetricsF& metrics)
 {
     int fits = 1;
-    int tooLong = text.size() + 1;
+    int tooLong = static_cast<int>(text.size()) + 1;
     while (tooLong - fits > 1) {
         const int middle = (fits + tooLong) / 2;
         (metrics.horizontalAdvance(text, middle) <= width ? fits : tooLong) = middle;
@@ -63,9 +63,9 @@ QString SheetInk::FirstLine(QString& rest, double width, const SheetFont& font)
     if (metrics.horizontalAdvance(rest) <= width * pixels_)
         return std::exchange(rest, {});
     int length = FittingLength(rest, width * pixels_, metrics);
-    const int blank = rest.lastIndexOf(QLatin1Char(' '), length);
+    const auto blank = rest.lastIndexOf(QLatin1Char(' '), length);
     if (blank > 0)
-        length = blank;
+        length = static_cast<int>(blank);
     else if (rest.at(length - 1).isHighSurrogate() && length < rest.size())
         ++length;
     QString line = rest.left(length).trimmed();

@@ -9,7 +9,8 @@
 namespace {
 
 /// A figure is half a unit wide for each point, and a line is one high.
-const NumberExtent Extent = {[](const QString& text) { return 0.5 * text.size(); }, 1};
+const NumberExtent Extent = {
+    [](const QString& text) { return 0.5 * static_cast<int>(text.size()); }, 1};
 
 TEST(LayoutNumbers, AreAsLargeAsTheyCanBeWithoutTouching)
 {

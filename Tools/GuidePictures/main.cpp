@@ -33,6 +33,7 @@
 
 #include "ArtNet/ZenArtNetService.h"
 #include "DebugVariables/DebugVariables.h"
+#include "LibTools/Qt5And6.h"
 #include "Log/Log.h"
 #include "Platform/Locale.h"
 #include "UI/Dialogs/OperatorBoxes.h"
@@ -462,8 +463,7 @@ int main(int argc, char** argv)
     qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toUtf8());
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    Qt5And6::FollowScaleOfScreen();
     const QApplication application(argc, argv);
     QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
     Platform::UseUtf8TextAndPlainNumbers();

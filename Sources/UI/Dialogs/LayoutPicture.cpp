@@ -49,7 +49,7 @@ QPixmap DrawLayout(const DocumentSummary& summary, QSize size, qreal pixelRatio)
     painter.drawRect(canvas.adjusted(0, 0, -1, -1));
     painter.setClipRect(canvas);
     QColor inside = palette.color(QPalette::Highlight);
-    inside.setAlphaF(0.4);
+    inside.setAlphaF(0.4F);
     painter.setBrush(inside);
     painter.setPen(QPen(palette.color(QPalette::Highlight), 0));
     // An element may lie anywhere: what is far beyond the canvas is not worth its arithmetic.

@@ -68,7 +68,7 @@ int WidgetBoxes::Choose(const Choice& choice)
     }
     box.setDefaultButton(qobject_cast<QPushButton*>(buttons.value(choice.byDefault)));
     box.exec();
-    return buttons.indexOf(box.clickedButton());
+    return static_cast<int>(buttons.indexOf(box.clickedButton()));
 }
 
 QString WidgetBoxes::OpenFile(QWidget* parent, const QString& caption, const QString& directory,

@@ -8,6 +8,7 @@
 #include <QTextStream>
 #include <QVBoxLayout>
 
+#include "LibTools/Qt5And6.h"
 #include "Log/Log.h"
 #include "UI/Widgets/Version.h"
 
@@ -54,7 +55,7 @@ WEFTAboutDialog::WEFTAboutDialog(QWidget* parent, const QString& creditsFile)
     QFile credits(creditsFile);
     if (credits.open(QIODevice::ReadOnly)) {
         QTextStream text(&credits);
-        text.setCodec("UTF-8");
+        Qt5And6::UseUtf8(text);
         copyright->setText(Plain(text.readLine(LongestLine)));
         team->setText(Plain(text.readLine()));
     } else {

@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
+#include "LibTools/Qt5And6.h"
 #include "Model/ElementText.h"
 
 namespace {
@@ -29,7 +30,8 @@ public:
     }
 
 protected:
-    [[nodiscard]] QVariant retrieveData(const QString& format, QVariant::Type type) const override
+    [[nodiscard]] QVariant retrieveData(const QString& format,
+                                        Qt5And6::ValueType type) const override
     {
         if (!hasFormat(format))
             return QMimeData::retrieveData(format, type);

@@ -25,7 +25,7 @@ QColor FadedGridColor(double spacing)
 {
     QColor color = GridColor;
     const double strength = (spacing - LeastSpacing) / (SolidSpacing - LeastSpacing);
-    color.setAlphaF(color.alphaF() * std::clamp(strength, 0.0, 1.0));
+    color.setAlphaF(static_cast<float>(color.alphaF() * std::clamp(strength, 0.0, 1.0)));
     return color;
 }
 

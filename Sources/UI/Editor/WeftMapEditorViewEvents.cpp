@@ -2,6 +2,7 @@
 // The view's events of mouse, wheel and keys: what moves the view, and what goes on to the scene.
 #include "UI/Editor/WeftMapEditorView.h"
 
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -11,6 +12,7 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
+#include "LibTools/Qt5And6.h"
 #include "UI/Editor/EditorDisplayState.h"
 #include "UI/Editor/WeftMapEditorScene.h"
 
@@ -34,19 +36,12 @@ private:
 };
 
 /// Qt's view adds to the selection with Ctrl, which pans here: Shift does it too.
-QMouseEvent WithAddingKey(const QMouseEvent& event)
+std::unique_ptr<QMouseEvent> WithAddingKey(const QMouseEvent& event)
 {
-    Qt::KeyboardModifiers keys = event.modifiers();
-    if (keys.testFlag(Qt::ShiftModifier))
-        keys |= Qt::ControlModifier;
-    return {event.type(),
-            event.localPos(),
-            event.windowPos(),
-            event.screenPos(),
-            event.button(),
-            event.buttons(),
-            keys,
-            event.source()};
+    auto copy = Qt5And6::CopyOf(event);
+    if (event.modifiers().testFlag(Qt::ShiftModifier))
+        copy->setModifiers(event.modifiers() | Qt::ControlModifier);
+    return copy;
 }
 
 } // namespace
@@ -87,11 +82,13 @@ void WeftMapEditorView::EndPan()
 void WeftMapEditorView::ClickWithControl(const QMouseEvent& release)
 {
     const BatchOf batch(scene());
-    QMouseEvent press(QEvent::MouseButtonPress, release.localPos(), release.windowPos(),
-                      release.screenPos(), Qt::LeftButton, Qt::LeftButton, Qt::ControlModifier);
+    const QPointF at = Qt5And6::PositionOf(release);
+    const QPointF onScreen = Qt5And6::GlobalPositionOf(release);
+    QMouseEvent press(QEvent::MouseButtonPress, at, onScreen, Qt::LeftButton, Qt::LeftButton,
+                      Qt::ControlModifier);
     QGraphicsView::mousePressEvent(&press);
-    QMouseEvent end(QEvent::MouseButtonRelease, release.localPos(), release.windowPos(),
-                    release.screenPos(), Qt::LeftButton, Qt::NoButton, Qt::ControlModifier);
+    QMouseEvent end(QEvent::MouseButtonRelease, at, onScreen, Qt::LeftButton, Qt::NoButton,
+                    Qt::ControlModifier);
     QGraphicsView::mouseReleaseEvent(&end);
 }
 
@@ -100,8 +97,7 @@ void WeftMapEditorView::mousePressEvent(QMouseEvent* event)
     if (pan_ || BeginPan(*event))
         return;
     const BatchOf batch(scene());
-    QMouseEvent press = WithAddingKey(*event);
-    QGraphicsView::mousePressEvent(&press);
+    QGraphicsView::mousePressEvent(WithAddingKey(*event).get());
 }
 
 void WeftMapEditorView::mouseDoubleClickEvent(QMouseEvent* event)
@@ -109,8 +105,7 @@ void WeftMapEditorView::mouseDoubleClickEvent(QMouseEvent* event)
     // Of two quick presses the second arrives only as this event.
     if (pan_ || BeginPan(*event))
         return;
-    QMouseEvent press = WithAddingKey(*event);
-    QGraphicsView::mouseDoubleClickEvent(&press);
+    QGraphicsView::mouseDoubleClickEvent(WithAddingKey(*event).get());
 }
 
 void WeftMapEditorView::mouseMoveEvent(QMouseEvent* event)
@@ -128,8 +123,7 @@ void WeftMapEditorView::mouseMoveEvent(QMouseEvent* event)
 void WeftMapEditorView::mouseReleaseEvent(QMouseEvent* event)
 {
     if (!pan_) {
-        QMouseEvent release = WithAddingKey(*event);
-        QGraphicsView::mouseReleaseEvent(&release);
+        QGraphicsView::mouseReleaseEvent(WithAddingKey(*event).get());
         return;
     }
     if (event->button() != pan_->button)

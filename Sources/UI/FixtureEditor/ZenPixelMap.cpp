@@ -6,6 +6,7 @@
 
 #include <QCursor>
 #include <QFocusEvent>
+#include <QFont>
 #include <QFontMetrics>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -19,8 +20,7 @@ namespace {
 
 constexpr int SmallestCell = 6;
 constexpr int ColumnsOfSmallFigures = 17;
-constexpr int BoldWeight = 75;
-constexpr double GlossAlpha = 0.08;
+constexpr float GlossAlpha = 0.08F;
 /// So many changed cells are repainted one by one; with more, the whole grid is quicker.
 constexpr std::size_t MostSingleCells = 64;
 /// From this side on a mark has an edge.
@@ -149,7 +149,7 @@ void ZenPixelMap::Measure()
     digitWidth = small ? 6 : 8;
     fontSize = small ? 9 : 12;
     figureFont_.setPixelSize(fontSize);
-    figureFont_.setWeight(BoldWeight);
+    figureFont_.setWeight(QFont::Bold);
     // All cells or none: figures here and there would look like the mapping.
     const int widest = QFontMetrics(figureFont_).horizontalAdvance(QString::number(lastChannel_));
     figuresFit_ = widest < cellWidth && fontSize + 1 < cellHeight;

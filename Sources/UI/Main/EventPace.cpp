@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "LibTools/Qt5And6.h"
 #include "Platform/Clock.h"
 #include "UI/Main/FrameLoop.h"
 
@@ -74,7 +75,7 @@ Kind KindOf(const QObject& receiver, QEvent::Type type)
 template <typename Event>
 std::unique_ptr<QEvent> CopyAs(const QEvent& event)
 {
-    return std::make_unique<Event>(static_cast<const Event&>(event));
+    return Qt5And6::CopyOf(static_cast<const Event&>(event));
 }
 
 /// Of input or a repaint, for later delivery.
@@ -92,7 +93,7 @@ std::unique_ptr<QEvent> Copy(const QEvent& event)
     case QEvent::KeyRelease:
         return CopyAs<QKeyEvent>(event);
     default:
-        return std::make_unique<QEvent>(event);
+        return Qt5And6::CopyOf(event);
     }
 }
 

@@ -11,6 +11,7 @@
 
 #include "LEDEngine/LEDEngine.h"
 #include "Language/Language.h"
+#include "LibTools/Qt5And6.h"
 #include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
 #include "Model/PatchText.h"
@@ -150,7 +151,7 @@ void StatusLine::NotePointer(const QEvent& event)
         pointer_ = static_cast<const QMouseEvent&>(event).pos();
         break;
     case QEvent::DragMove:
-        pointer_ = static_cast<const QDragMoveEvent&>(event).pos();
+        pointer_ = Qt5And6::PositionOf(static_cast<const QDragMoveEvent&>(event)).toPoint();
         break;
     case QEvent::Leave:
     case QEvent::DragLeave:

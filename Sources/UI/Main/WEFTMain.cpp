@@ -472,7 +472,7 @@ void WEFTMain::closeEvent(QCloseEvent* event)
     SaveWindowSettings();
     if (event)
         event->accept();
-    QCoreApplication::quit();
+    QCoreApplication::exit();
 }
 
 void WEFTMain::DocumentSavedStateUpdated(bool saved)

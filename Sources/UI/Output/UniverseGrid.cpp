@@ -251,7 +251,7 @@ void UniverseGrid::mouseMoveEvent(QMouseEvent* event)
         return;
     drags_ = true;
     viewport()->setCursor(Qt::ClosedHandCursor);
-    emit dragged(pressed_, channel, event->globalPos());
+    emit dragged(pressed_, channel, viewport()->mapToGlobal(event->pos()));
 }
 
 /// A block can be dragged to channels that are out of sight.

@@ -14,7 +14,7 @@
 namespace {
 
 constexpr double Margin = 16;   ///< room for the numbers at the ends
-constexpr double Within = 0.25; ///< how much of the ground the elements cover
+constexpr float Within = 0.25F; ///< how much of the ground the elements cover
 constexpr int TextPixels = 11;
 
 } // namespace

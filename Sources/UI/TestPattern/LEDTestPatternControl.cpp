@@ -10,6 +10,7 @@
 #include <QSettings>
 #include <QVariant>
 
+#include "LibTools/Qt5And6.h"
 #include "Log/Log.h"
 
 namespace {
@@ -31,6 +32,7 @@ std::unique_ptr<QPixmap> LoadPicture(const QString& file, QString* failure = nul
 {
     if (file.isEmpty())
         return nullptr;
+    Qt5And6::AllowLargePictures();
     QImageReader reader(file);
     reader.setAutoTransform(true); // a camera that was held upright
     auto picture = std::make_unique<QPixmap>(QPixmap::fromImageReader(&reader));

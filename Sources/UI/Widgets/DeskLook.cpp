@@ -269,10 +269,10 @@ QString DeskStyleSheet(const Look& look)
     static const QRegularExpression name(QStringLiteral("@(\\w+)"));
     const QString sheet = QString::fromLatin1(Sheet);
     QString filled;
-    int done = 0;
+    decltype(sheet.size()) done = 0;
     for (auto found = name.globalMatch(sheet); found.hasNext();) {
         const QRegularExpressionMatch match = found.next();
-        filled += sheet.midRef(done, match.capturedStart() - done);
+        filled += sheet.mid(done, match.capturedStart() - done);
         filled += ColourOf(look, match.captured(1));
         done = match.capturedEnd();
     }

@@ -6,6 +6,7 @@
 
 #include <QDataStream>
 #include <QHeaderView>
+#include <QIODevice>
 #include <QScopedValueRollback>
 #include <QSettings>
 #include <QTreeView>

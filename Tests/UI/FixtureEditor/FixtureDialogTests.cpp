@@ -279,7 +279,7 @@ TEST_F(FixtureDialog, EveryFieldIsReachedByAKeyOfItsOwn)
 {
     std::map<QChar, QString> taken;
     const auto take = [&](const QString& text) {
-        const int mark = text.indexOf("&"_q);
+        const auto mark = text.indexOf("&"_q);
         if (mark < 0)
             return;
         QString& other = taken[text[mark + 1].toUpper()];

@@ -177,7 +177,7 @@ TEST_F(InspectorInTheWindow, TypingGoesOnUntilTheOperatorEndsIt)
     QKeyEvent altGr(QEvent::ShortcutOverride, Qt::Key_Q, Qt::ControlModifier | Qt::AltModifier,
                     "@"_q);
     QApplication::sendEvent(description, &altGr);
-    QContextMenuEvent menu(QContextMenuEvent::Keyboard, {}, description->mapToGlobal({}));
+    QContextMenuEvent menu(QContextMenuEvent::Keyboard, {}, description->mapToGlobal(QPoint()));
     QApplication::sendEvent(description, &menu);
     ASSERT_TRUE(QApplication::activePopupWidget());
     QApplication::activePopupWidget()->close();

@@ -20,7 +20,6 @@ protected:
         QFile file(":/wfm/Resources/DemoMapping.wfm"_q);
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
         QTextStream reader(&file);
-        reader.setCodec("UTF-16");
         QString text = reader.readAll();
         if (!merging.isEmpty())
             text.replace(QRegularExpression("<UniverseMerging [^>]*>"_q), merging);

@@ -166,8 +166,8 @@ TEST_F(Window, MenusOpenByTheirLetterBesideTheFieldsOfTheInspector)
     StartWith(Element({0.5, 0.5}, {0.12, 0.01}));
     Trigger("actionSelect_All");
     for (const QAction* menu : Find<QMenuBar>("menubar")->actions()) {
-        const QKeySequence letter = QKeySequence::mnemonic(menu->text());
-        Type(&View(), letter[0] & ~static_cast<int>(Qt::KeyboardModifierMask), Qt::AltModifier);
+        const QString letter = QKeySequence::mnemonic(menu->text()).toString().right(1);
+        Type(&View(), letter[0].unicode(), Qt::AltModifier);
         ASSERT_EQ(QApplication::activePopupWidget(), menu->menu()) << qPrintable(menu->text());
         menu->menu()->close();
     }
@@ -520,7 +520,7 @@ TEST_F(Window, WorkThatTakesLongWaitsForTheTickAndAllOfItIsDone)
     // Work that takes so long waits for a tick, and what comes behind it with it.
     constexpr int steps = 3;
     const auto turnWheel = [&slow] {
-        QWheelEvent step(QPoint(50, 10), slow.mapToGlobal({50, 10}), QPoint(), QPoint(0, 120),
+        QWheelEvent step(QPoint(50, 10), slow.mapToGlobal(QPoint(50, 10)), QPoint(), QPoint(0, 120),
                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(slow.windowHandle(), &step);
     };

@@ -44,10 +44,11 @@ protected:
     void Mouse(QEvent::Type type, QWidget* on, QPoint at, bool down,
                Qt::KeyboardModifiers keys = Qt::NoModifier) const
     {
-        QMouseEvent event(type, on->mapTo(grid->viewport()->window(), at), on->mapToGlobal(at),
+        const QPoint onScreen = on->mapToGlobal(at);
+        QMouseEvent event(type, grid->viewport()->mapFromGlobal(onScreen),
+                          on->mapTo(grid->viewport()->window(), at), onScreen,
                           type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
                           down ? Qt::LeftButton : Qt::NoButton, keys);
-        event.setLocalPos(grid->viewport()->mapFromGlobal(on->mapToGlobal(at)));
         QApplication::sendEvent(grid->viewport(), &event);
     }
     [[nodiscard]] QPoint At(int channel) const { return grid->RectOf(channel).center(); }
