@@ -30,7 +30,7 @@ check "the kinds of files are wrong" env XDG_DATA_DIRS="$PWD/$files/usr/share" P
 # The version is that of the project in CMakeLists.txt; the build compares it with CHANGELOG.md.
 version=$(dpkg-deb -f "$package" Version)
 grep -q "<release version=\"${version%-*}\"" $files/usr/share/metainfo/*.xml || fail "software centres read another version"
-[ "$(dpkg-parsechangelog -l <(zcat $files/usr/share/doc/pixelweft/changelog.Debian.gz) -S Version)" = "$version" ] ||
+[ "$(zcat $files/usr/share/doc/pixelweft/changelog.Debian.gz | dpkg-parsechangelog -l - -S Version)" = "$version" ] ||
     fail "the package's changelog is of another version"
 for page in "$files"/usr/share/man/man1/*.gz; do
     said=$(man --warnings=w -l "$page" 2>&1 >/dev/null)
