@@ -323,10 +323,6 @@
         <translation>nicht gesendet: %1 liegt nicht im Netzwerk</translation>
     </message>
     <message>
-        <source>not sent: there is no network, or its port is not ours yet</source>
-        <translation>nicht gesendet: Es gibt kein Netzwerk, oder sein Port gehört uns noch nicht</translation>
-    </message>
-    <message>
         <source>to node %1</source>
         <translation>an Node %1</translation>
     </message>
@@ -345,6 +341,14 @@
     <message>
         <source>sent %1 ms ago</source>
         <translation>vor %1 ms gesendet</translation>
+    </message>
+    <message>
+        <source>not sent: the Art-Net port is not ours yet</source>
+        <translation>nicht gesendet: Der Art-Net-Port gehört uns noch nicht</translation>
+    </message>
+    <message>
+        <source>not sent: no network is chosen, or it is not connected</source>
+        <translation>nicht gesendet: Kein Netzwerk ist gewählt, oder es ist nicht verbunden</translation>
     </message>
 </context>
 <context>
@@ -608,6 +612,14 @@ Are you sure you want to exit the Zentri PixelWeft?</source>
 
 Möchten Sie Zentri PixelWeft wirklich beenden?</translation>
     </message>
+    <message>
+        <source>Do you want to import %1 in place of your current mapping?
+
+It is sent at once.</source>
+        <translation>Möchten Sie %1 anstelle Ihres jetzigen Mappings importieren?
+
+Es wird sofort gesendet.</translation>
+    </message>
 </context>
 <context>
     <name>FixedDialog</name>
@@ -657,6 +669,45 @@ Editing the fixture will affect your current document.</source>
         <translation>Dieses Gerät wird in Ihrem Mapping benutzt.
 
 Wenn Sie es bearbeiten, ändert sich Ihr Dokument.</translation>
+    </message>
+</context>
+<context>
+    <name>FixtureExport</name>
+    <message>
+        <source>Export Fixtures: %1 of %2</source>
+        <translation>Geräte exportieren: %1 von %2</translation>
+    </message>
+    <message>
+        <source>Fixtures Not Exported</source>
+        <translation>Geräte nicht exportiert</translation>
+    </message>
+    <message>
+        <source>The fixtures could not be written to %1.
+
+%2
+
+A file that was there is as it was.</source>
+        <translation>Die Geräte konnten nicht in %1 geschrieben werden.
+
+%2
+
+Eine schon vorhandene Datei ist unverändert.</translation>
+    </message>
+    <message>
+        <source>Fixture Library File (*.wfl)</source>
+        <translation>Gerätebibliothek (*.wfl)</translation>
+    </message>
+    <message>
+        <source>%1 is there already. Do you want to replace it?</source>
+        <translation>%1 ist schon vorhanden. Möchten Sie die Datei ersetzen?</translation>
+    </message>
+    <message>
+        <source>Export Fixtures Forbidden</source>
+        <translation>Geräte exportieren nicht erlaubt</translation>
+    </message>
+    <message>
+        <source>This file is the library that PixelWeft works with. It is written with every change. Please choose another name.</source>
+        <translation>Diese Datei ist die Bibliothek, mit der PixelWeft arbeitet. Sie wird mit jeder Änderung geschrieben. Bitte wählen Sie einen anderen Namen.</translation>
     </message>
 </context>
 <context>
@@ -954,6 +1005,17 @@ Wenn Sie es bearbeiten, ändert sich Ihr Dokument.</translation>
     </message>
 </context>
 <context>
+    <name>FixtureImporting</name>
+    <message>
+        <source>Import Fixtures</source>
+        <translation>Geräte importieren</translation>
+    </message>
+    <message>
+        <source>%1 fixtures were not imported: other fixtures of their names came into the library meanwhile. Import them again to choose what becomes of them.</source>
+        <translation>Nicht importierte Geräte: %1. Inzwischen kamen andere Geräte ihrer Namen in die Bibliothek. Importieren Sie sie noch einmal, um zu wählen, was aus ihnen wird.</translation>
+    </message>
+</context>
+<context>
     <name>IPCtrl</name>
     <message>
         <source>Part %1 of the address</source>
@@ -987,16 +1049,16 @@ Wenn Sie es bearbeiten, ändert sich Ihr Dokument.</translation>
         <translation>Zurzeit sendet das Medienprogramm, darum leuchtet nichts. Wählen Sie PixelWeft als Sender.</translation>
     </message>
     <message>
-        <source>No network is chosen, so nothing is lit.</source>
-        <translation>Es ist kein Netzwerk gewählt, darum leuchtet nichts.</translation>
-    </message>
-    <message>
         <source>The fixture has no pixels that could be lit.</source>
         <translation>Das Gerät hat keine Pixel, die leuchten könnten.</translation>
     </message>
     <message>
         <source>Channels that are left to a desk are sent as 0, so a dimmer among them keeps the fixture dark. Merge the desk&apos;s DMX, or give them a value in the fixture.</source>
         <translation>Kanäle, die einem Pult überlassen sind, werden als 0 gesendet; ein Dimmer unter ihnen hält das Gerät dunkel. Führen Sie das DMX des Pults zusammen, oder geben Sie ihnen im Gerät einen Wert.</translation>
+    </message>
+    <message>
+        <source>No network is chosen, or it is not connected, so nothing is lit.</source>
+        <translation>Kein Netzwerk ist gewählt, oder es ist nicht verbunden, darum leuchtet nichts.</translation>
     </message>
 </context>
 <context>
@@ -1056,6 +1118,276 @@ Wenn Sie es bearbeiten, ändert sich Ihr Dokument.</translation>
     <message>
         <source>%1: %2, %3</source>
         <translation>%1: %2, %3</translation>
+    </message>
+</context>
+<context>
+    <name>ImportAnswers</name>
+    <message>
+        <source>Leave it out</source>
+        <translation>Auslassen</translation>
+    </message>
+    <message>
+        <source>Replace the library&apos;s</source>
+        <translation>Das der Bibliothek ersetzen</translation>
+    </message>
+    <message>
+        <source>Keep both, under a new name</source>
+        <translation>Beide behalten, unter neuem Namen</translation>
+    </message>
+</context>
+<context>
+    <name>ImportChannelTable</name>
+    <message>
+        <source>pixel %1, %2</source>
+        <translation>Pixel %1, %2</translation>
+    </message>
+    <message>
+        <source>constant</source>
+        <translation>Konstante</translation>
+    </message>
+    <message>
+        <source>free for a desk</source>
+        <translation>frei für ein Pult</translation>
+    </message>
+    <message>
+        <source>Ch.</source>
+        <translation>Kan.</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>What it gets</source>
+        <translation>Was er erhält</translation>
+    </message>
+</context>
+<context>
+    <name>ImportDetails</name>
+    <message numerus="yes">
+        <source>%1, %2, %n channel(s)</source>
+        <translation>
+            <numerusform>%1, %2, %n Kanal</numerusform>
+            <numerusform>%1, %2, %n Kanäle</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The definition doesn&apos;t say where the pixels are: they are in a row.</source>
+        <translation>Die Definition sagt nicht, wo die Pixel liegen: Sie liegen in einer Reihe.</translation>
+    </message>
+    <message>
+        <source>The last pixel is not sent: it ends on channel 512.</source>
+        <translation>Das letzte Pixel wird nicht gesendet: Es endet auf Kanal 512.</translation>
+    </message>
+    <message>
+        <source>%1 - %2</source>
+        <translation>%1 - %2</translation>
+    </message>
+    <message>
+        <source>Picture of the pixels</source>
+        <translation>Bild der Pixel</translation>
+    </message>
+    <message>
+        <source>&amp;The library has another of this name:</source>
+        <translation>Die &amp;Bibliothek hat ein anderes dieses Namens:</translation>
+    </message>
+    <message>
+        <source>The library has another of this name</source>
+        <translation>Die Bibliothek hat ein anderes dieses Namens</translation>
+    </message>
+    <message>
+        <source>Channels of the fixture</source>
+        <translation>Kanäle des Geräts</translation>
+    </message>
+</context>
+<context>
+    <name>ImportFixturesDialog</name>
+    <message>
+        <source>No files of fixtures (.json, .qxf, .wfl) were found.</source>
+        <translation>Es wurden keine Gerätedateien (.json, .qxf, .wfl) gefunden.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 fixtures to import.</source>
+        <translation>%1 von %2 Geräten zu importieren.</translation>
+    </message>
+    <message>
+        <source>In the library already: %1.</source>
+        <translation>Schon in der Bibliothek: %1.</translation>
+    </message>
+    <message>
+        <source>Other ones of a name in the library: %1.</source>
+        <translation>Andere eines Namens der Bibliothek: %1.</translation>
+    </message>
+    <message>
+        <source>Left out: %1.</source>
+        <translation>Ausgelassen: %1.</translation>
+    </message>
+    <message>
+        <source>Files that can&apos;t be read: %1.</source>
+        <translation>Nicht lesbare Dateien: %1.</translation>
+    </message>
+    <message>
+        <source>Fixture Files (*.wfl *.json *.qxf)</source>
+        <translation>Gerätedateien (*.wfl *.json *.qxf)</translation>
+    </message>
+    <message>
+        <source>Fixture Library File (*.wfl)</source>
+        <translation>Gerätebibliothek (*.wfl)</translation>
+    </message>
+    <message>
+        <source>Import Fixtures</source>
+        <translation>Geräte importieren</translation>
+    </message>
+    <message>
+        <source>&amp;Import</source>
+        <translation>&amp;Importieren</translation>
+    </message>
+    <message>
+        <source>Fixtures that were found</source>
+        <translation>Gefundene Geräte</translation>
+    </message>
+    <message>
+        <source>Find fixtures (Ctrl+F)</source>
+        <translation>Geräte suchen (Strg+F)</translation>
+    </message>
+    <message>
+        <source>Find fixtures</source>
+        <translation>Geräte suchen</translation>
+    </message>
+    <message>
+        <source>Which fixtures are shown</source>
+        <translation>Welche Geräte gezeigt werden</translation>
+    </message>
+    <message>
+        <source>All that was found</source>
+        <translation>Alle gefundenen</translation>
+    </message>
+    <message>
+        <source>New ones</source>
+        <translation>Neue</translation>
+    </message>
+    <message>
+        <source>Other ones of a name in the library</source>
+        <translation>Andere eines Namens der Bibliothek</translation>
+    </message>
+    <message>
+        <source>Those in the library already</source>
+        <translation>Schon in der Bibliothek</translation>
+    </message>
+    <message>
+        <source>What is left out</source>
+        <translation>Ausgelassene</translation>
+    </message>
+    <message>
+        <source>Add &amp;Files...</source>
+        <translation>&amp;Dateien hinzufügen...</translation>
+    </message>
+    <message>
+        <source>Add F&amp;older...</source>
+        <translation>&amp;Ordner hinzufügen...</translation>
+    </message>
+    <message>
+        <source>&amp;Check All</source>
+        <translation>Alle &amp;wählen</translation>
+    </message>
+    <message>
+        <source>Check &amp;None</source>
+        <translation>&amp;Keine wählen</translation>
+    </message>
+    <message>
+        <source>Where the library has &amp;another fixture of a name:</source>
+        <translation>Wo die Bibliothek ein &amp;anderes Gerät des Namens hat:</translation>
+    </message>
+    <message>
+        <source>Where the library has another fixture of a name</source>
+        <translation>Wo die Bibliothek ein anderes Gerät des Namens hat</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Reading: %1 of %2 files</source>
+        <translation>Wird gelesen: %1 von %2 Dateien</translation>
+    </message>
+    <message>
+        <source>Importing: %1 of %2 fixtures</source>
+        <translation>Wird importiert: %1 von %2 Geräten</translation>
+    </message>
+</context>
+<context>
+    <name>ImportTreeModel</name>
+    <message>
+        <source>Files that can&apos;t be read</source>
+        <translation>Nicht lesbare Dateien</translation>
+    </message>
+    <message>
+        <source>(no name)</source>
+        <translation>(ohne Namen)</translation>
+    </message>
+    <message>
+        <source>nothing to import</source>
+        <translation>nichts zu importieren</translation>
+    </message>
+    <message>
+        <source>%1 of %2 to import</source>
+        <translation>%1 von %2 zu importieren</translation>
+    </message>
+    <message>
+        <source>%1x%2</source>
+        <translation>%1x%2</translation>
+    </message>
+    <message>
+        <source>New</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>In the library already</source>
+        <translation>Schon in der Bibliothek</translation>
+    </message>
+    <message>
+        <source>Another file has the same fixture</source>
+        <translation>Eine andere Datei hat dasselbe Gerät</translation>
+    </message>
+    <message>
+        <source>Replaces the library&apos;s fixture</source>
+        <translation>Ersetzt das Gerät der Bibliothek</translation>
+    </message>
+    <message>
+        <source>New, as &quot;%1&quot;</source>
+        <translation>Neu, als „%1“</translation>
+    </message>
+    <message>
+        <source>The library has another fixture of this name</source>
+        <translation>Die Bibliothek hat ein anderes Gerät dieses Namens</translation>
+    </message>
+    <message>
+        <source>DMX channels</source>
+        <translation>DMX-Kanäle</translation>
+    </message>
+    <message>
+        <source>Fixture</source>
+        <translation>Gerät</translation>
+    </message>
+    <message>
+        <source>Pixels</source>
+        <translation>Pixel</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Ch.</source>
+        <translation>Kan.</translation>
+    </message>
+    <message>
+        <source>What becomes of it</source>
+        <translation>Was daraus wird</translation>
     </message>
 </context>
 <context>
@@ -1443,10 +1775,6 @@ Produkt: %2</translation>
         <translation>Geräte importieren</translation>
     </message>
     <message>
-        <source>Fixture Library File (*.wfl)</source>
-        <translation>Gerätebibliothek (*.wfl)</translation>
-    </message>
-    <message>
         <source>%1 could not be read whole. The fixtures that could be read are in your library.</source>
         <translation>%1 konnte nicht ganz gelesen werden. Die lesbaren Geräte sind in Ihrer Bibliothek.</translation>
     </message>
@@ -1460,6 +1788,41 @@ Produkt: %2</translation>
     <message>
         <source>%1 is in the list already: %2</source>
         <translation>%1 ist schon in der Liste: %2</translation>
+    </message>
+</context>
+<context>
+    <name>MapPicture</name>
+    <message>
+        <source>%1x%2</source>
+        <translation>%1x%2</translation>
+    </message>
+    <message>
+        <source>%1x%2, first pixel in column %3, row %4</source>
+        <translation>%1x%2, erstes Pixel in Spalte %3, Zeile %4</translation>
+    </message>
+    <message>
+        <source>%1x%2, first pixel on the left</source>
+        <translation>%1x%2, erstes Pixel links</translation>
+    </message>
+    <message>
+        <source>%1x%2, first pixel on the right</source>
+        <translation>%1x%2, erstes Pixel rechts</translation>
+    </message>
+    <message>
+        <source>%1x%2, first pixel at the top left</source>
+        <translation>%1x%2, erstes Pixel oben links</translation>
+    </message>
+    <message>
+        <source>%1x%2, first pixel at the top right</source>
+        <translation>%1x%2, erstes Pixel oben rechts</translation>
+    </message>
+    <message>
+        <source>%1x%2, first pixel at the bottom left</source>
+        <translation>%1x%2, erstes Pixel unten links</translation>
+    </message>
+    <message>
+        <source>%1x%2, first pixel at the bottom right</source>
+        <translation>%1x%2, erstes Pixel unten rechts</translation>
     </message>
 </context>
 <context>
@@ -1761,16 +2124,16 @@ Eine schon vorhandene Datei ist unverändert.</translation>
         <translation>Der Node %1 antwortet nicht. Prüfen Sie Strom, Kabel und Adresse, oder wählen Sie einen anderen Node.</translation>
     </message>
     <message>
-        <source>Universe %1 is sent to all nodes and to a chosen one, which gets two pictures in turn. Choose the same node for all fixtures of the universe, or Auto.</source>
-        <translation>Universum %1 wird an alle Nodes und an einen gewählten gesendet, der abwechselnd zwei Bilder erhält. Wählen Sie für alle Geräte des Universums denselben Node oder Auto.</translation>
-    </message>
-    <message>
         <source>A universe ends at channel 512, and what lies outside is not sent. Choose another first channel, or another universe.</source>
         <translation>Ein Universum endet mit Kanal 512; was außerhalb liegt, wird nicht gesendet. Wählen Sie einen anderen ersten Kanal oder ein anderes Universum.</translation>
     </message>
     <message>
         <source>Shares channels of universe %1 with another fixture, so that only one of the two is right. Give one of them a free address.</source>
         <translation>Teilt Kanäle des Universums %1 mit einem anderen Gerät, sodass nur eines von beiden stimmt. Geben Sie einem davon eine freie Adresse.</translation>
+    </message>
+    <message>
+        <source>Universe %1 has fixtures with node Auto and others with a chosen node: a node that gets both shows two pictures in turn. Choose the same node for all fixtures of the universe, or Auto.</source>
+        <translation>Universum %1 hat Geräte mit Node Auto und andere mit einem gewählten Node: Ein Node, der beides erhält, zeigt abwechselnd zwei Bilder. Wählen Sie für alle Geräte des Universums denselben Node oder Auto.</translation>
     </message>
 </context>
 <context>
@@ -2642,10 +3005,6 @@ Eine schon vorhandene Datei ist unverändert.</translation>
         <translation>Reicht über Kanal 512 hinaus: Der Rest wird nicht gesendet.</translation>
     </message>
     <message>
-        <source>Universe %1 is sent to all nodes and to a chosen one.</source>
-        <translation>Universum %1 wird an alle Nodes und an einen gewählten gesendet.</translation>
-    </message>
-    <message>
         <source>Shares channels with a fixture without description.</source>
         <translation>Teilt Kanäle mit einem Gerät ohne Beschreibung.</translation>
     </message>
@@ -2656,6 +3015,10 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     <message>
         <source>The merger sends on universe %1.</source>
         <translation>Der Merger sendet auf Universum %1.</translation>
+    </message>
+    <message>
+        <source>Universe %1 has fixtures with node Auto and others with a chosen node.</source>
+        <translation>Universum %1 hat Geräte mit Node Auto und andere mit einem gewählten Node.</translation>
     </message>
 </context>
 <context>
@@ -4028,6 +4391,18 @@ The test image stays the one before.</source>
         <translation>%1
 
 Das bisherige Testbild bleibt.</translation>
+    </message>
+    <message>
+        <source>Import Fixture Fo&amp;lder...</source>
+        <translation>Geräteor&amp;dner importieren...</translation>
+    </message>
+    <message>
+        <source>Export Fixt&amp;ures...</source>
+        <translation>Geräte e&amp;xportieren...</translation>
+    </message>
+    <message>
+        <source>Write the selected fixtures of the library, or all of them, to a file of their own</source>
+        <translation>Die ausgewählten Geräte der Bibliothek oder alle in eine eigene Datei schreiben</translation>
     </message>
 </context>
 <context>

@@ -29,6 +29,16 @@
     </message>
 </context>
 <context>
+    <name>ImportDetails</name>
+    <message numerus="yes">
+        <source>%1, %2, %n channel(s)</source>
+        <translation>
+            <numerusform>%1, %2, %n channel</numerusform>
+            <numerusform>%1, %2, %n channels</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>PatchSheet</name>
     <message numerus="yes">
         <source>Free: %1 (%n channel(s))</source>

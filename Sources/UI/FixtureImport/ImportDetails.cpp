@@ -31,9 +31,8 @@ QString FixtureWords(const ImportedMode& mode)
 {
     const PixelMap& map = mode.fixture->pixelMap;
     QStringList lines = {
-        ImportDetails::tr("%1, %2, %3 channels")
-            .arg(MapInWords(map), QString::fromWCharArray(PixelMapTypeToText(map.GetType())))
-            .arg(mode.fixture->GetChannelCount())};
+        ImportDetails::tr("%1, %2, %n channel(s)", nullptr, mode.fixture->GetChannelCount())
+            .arg(MapInWords(map), QString::fromWCharArray(PixelMapTypeToText(map.GetType())))};
     if (!mode.placed)
         lines << ImportDetails::tr("The definition doesn't say where the pixels are: they are in a "
                                    "row.");

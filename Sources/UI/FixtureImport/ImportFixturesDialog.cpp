@@ -96,10 +96,10 @@ QStringList LocalPaths(const QMimeData& data)
 
 QStringList AskForFixtureFiles(OperatorBoxes& boxes, QWidget* parent)
 {
+    const QStringList filters{ImportFixturesDialog::tr("Fixture Files (*.wfl *.json *.qxf)"),
+                              ImportFixturesDialog::tr("Fixture Library File (*.wfl)")};
     return boxes.OpenFiles(parent, ImportFixturesDialog::tr("Import Fixtures"), QDir::homePath(),
-                           ImportFixturesDialog::tr("Fixture Files (*.wfl *.json *.qxf)") +
-                               QStringLiteral(";;") +
-                               ImportFixturesDialog::tr("Fixture Library File (*.wfl)"));
+                           filters.join(QStringLiteral(";;")));
 }
 
 ImportFixturesDialog::ImportFixturesDialog(ImportPlan::Library library, OperatorBoxes& boxes,
