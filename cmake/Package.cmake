@@ -21,7 +21,8 @@ and pixelweft-fixtures, which converts fixture definitions of other libraries.")
 # What is linked, CPack asks dpkg-shlibdeps for. Pictures in formats beside the usual ones are read by plugins.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS qt5-image-formats-plugins)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS hicolor-icon-theme)
+# The words of Qt's own dialogs are in qttranslations5-l10n; ours are in the program.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "hicolor-icon-theme, qttranslations5-l10n")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS qtwayland5)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
