@@ -1010,9 +1010,12 @@ Eine schon vorhandene Datei ist unverändert.</translation>
         <source>Import Fixtures</source>
         <translation>Geräte importieren</translation>
     </message>
-    <message>
-        <source>%1 fixtures were not imported: other fixtures of their names came into the library meanwhile. Import them again to choose what becomes of them.</source>
-        <translation>Nicht importierte Geräte: %1. Inzwischen kamen andere Geräte ihrer Namen in die Bibliothek. Importieren Sie sie noch einmal, um zu wählen, was aus ihnen wird.</translation>
+    <message numerus="yes">
+        <source>%n fixture(s) were not imported: other fixtures of their names came into the library meanwhile. Import them again to choose what becomes of them.</source>
+        <translation>
+            <numerusform>%n Gerät wurde nicht importiert: Inzwischen kam ein anderes seines Namens in die Bibliothek. Importieren Sie es noch einmal, um zu wählen, was aus ihm wird.</numerusform>
+            <numerusform>%n Geräte wurden nicht importiert: Inzwischen kamen andere ihrer Namen in die Bibliothek. Importieren Sie sie noch einmal, um zu wählen, was aus ihnen wird.</numerusform>
+        </translation>
     </message>
 </context>
 <context>

@@ -29,6 +29,16 @@
     </message>
 </context>
 <context>
+    <name>FixtureImporting</name>
+    <message numerus="yes">
+        <source>%n fixture(s) were not imported: other fixtures of their names came into the library meanwhile. Import them again to choose what becomes of them.</source>
+        <translation>
+            <numerusform>%n fixture was not imported: another fixture of its name came into the library meanwhile. Import it again to choose what becomes of it.</numerusform>
+            <numerusform>%n fixtures were not imported: other fixtures of their names came into the library meanwhile. Import them again to choose what becomes of them.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>ImportDetails</name>
     <message numerus="yes">
         <source>%1, %2, %n channel(s)</source>

@@ -114,13 +114,13 @@ void FixtureImporting::End()
     // Not from the file: the library in memory also has what documents have brought into it.
     parts_.list.FollowChange(false);
     parts_.list.ShowFixtures(products_);
-    const std::size_t missed = wanted_.size() - products_.size();
+    const auto missed = static_cast<int>(wanted_.size() - products_.size());
     wanted_.clear();
     dialog_->Finish();
     if (missed > 0)
         parts_.boxes.Notify(
             &parts_.window, tr("Import Fixtures"),
-            tr("%1 fixtures were not imported: other fixtures of their names came into the library "
-               "meanwhile. Import them again to choose what becomes of them.")
-                .arg(missed));
+            tr("%n fixture(s) were not imported: other fixtures of their names came into the "
+               "library meanwhile. Import them again to choose what becomes of them.",
+               nullptr, missed));
 }
