@@ -116,7 +116,7 @@ constexpr std::array<CapabilityPreset, 16> CapabilityPresets{{
     {"SmallToBig", RangeUse::Position},
 }};
 
-std::optional<RangeUse> UseOfPreset(const QStringRef& preset)
+std::optional<RangeUse> UseOfPreset(QStringView preset)
 {
     if (preset.isEmpty())
         return std::nullopt;
@@ -360,7 +360,7 @@ Capability CapabilityIn(const QXmlStreamAttributes& attributes)
     read.range.from = ByteOf(attributes.value(QLatin1String("Min")), -1);
     read.range.to = ByteOf(attributes.value(QLatin1String("Max")), -1);
     read.isRange = read.range.from >= 0 && read.range.from <= read.range.to;
-    const QStringRef preset = attributes.value(QLatin1String("Preset"));
+    const auto preset = attributes.value(QLatin1String("Preset"));
     read.isColour = preset.startsWith(QLatin1String("Color"));
     read.presetUse = UseOfPreset(preset);
     return read;

@@ -21,7 +21,7 @@ constexpr double SideForGaps = 4;
 constexpr double SideForOrder = 3;
 constexpr double SideForFigures = 24;
 constexpr int FigurePixels = 10;
-constexpr double PathAlpha = 0.75;
+constexpr float PathAlpha = 0.75F;
 constexpr double Margin = 4;
 
 /// The cells in the order of their channels.

@@ -13,7 +13,7 @@ namespace {
 /// A window that was closed has ended the program: no box would open any more.
 void ForgetTheEnd()
 {
-    QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+    QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
     QCoreApplication::exec();
 }
 
