@@ -111,7 +111,7 @@ TEST_F(ElementList, ARowTellsWhatIsWrongWithItsAddress)
         {2, 10, L"2.0.0.5", Trouble::Caution, "Shares channels of universe 0/2"},
         {2, 12, L"2.0.0.5", Trouble::Caution, "Shares channels of universe 0/2"},
         {19, 1, L"Auto", Trouble::Fault, "Universe 1/3 has fixtures with node Auto and others"},
-        {19, 4, L"2.0.0.5", Trouble::Fault, "Universe 1/3 is sent to all nodes"},
+        {19, 4, L"2.0.0.5", Trouble::Fault, "Universe 1/3 has fixtures with node Auto"},
         {5, 1, L"2.0.0.7", Trouble::Fault, "2.0.0.7 does not answer"},
     };
     for (const Case& each : cases)
