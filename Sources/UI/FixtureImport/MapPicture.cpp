@@ -53,7 +53,7 @@ public:
     [[nodiscard]] QRectF Area() const { return {corner_, QSizeF(columns_ * side_, rows_ * side_)}; }
     [[nodiscard]] QRectF Cell(int cell) const
     {
-        const QRectF whole(corner_ + QPointF(cell % columns_, cell / columns_) * side_,
+        const QRectF whole(corner_ + QPointF(QPoint(cell % columns_, cell / columns_)) * side_,
                            QSizeF(side_, side_));
         return side_ < SideForGaps ? whole : whole.adjusted(0.5, 0.5, -0.5, -0.5);
     }
