@@ -50,7 +50,7 @@ std::string Ambiguous(const QStringList& texts)
     QString letters;
     QString twice;
     for (const QString& text : texts) {
-        const int mark = text.indexOf(QLatin1Char('&'));
+        const auto mark = text.indexOf(QLatin1Char('&'));
         if (mark < 0)
             continue;
         const QChar letter = text[mark + 1].toLower();
