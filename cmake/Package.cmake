@@ -18,12 +18,18 @@ colours as DMX over Art-Net.
 
 It comes with pixelweft-patch, which writes and checks the patch of a mapping,
 and pixelweft-fixtures, which converts fixture definitions of other libraries.")
-# What is linked, CPack asks dpkg-shlibdeps for. Pictures in formats beside the usual ones are read by plugins.
+# What is linked, CPack asks dpkg-shlibdeps for. Pictures in formats beside the usual ones are read by plugins, and the
+# words of Qt's own dialogs are in a package of Qt; ours are in the program.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS qt5-image-formats-plugins)
-# The words of Qt's own dialogs are in qttranslations5-l10n; ours are in the program.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "hicolor-icon-theme, qttranslations5-l10n")
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS qtwayland5)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS qt${PIXELWEFT_QT}-image-formats-plugins)
+if(PIXELWEFT_QT EQUAL 5)
+    set(translations qttranslations5-l10n)
+    set(CPACK_DEBIAN_PACKAGE_SUGGESTS qtwayland5)
+else()
+    set(translations qt${PIXELWEFT_QT}-translations-l10n)
+    set(CPACK_DEBIAN_PACKAGE_SUGGESTS qt${PIXELWEFT_QT}-wayland)
+endif()
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "hicolor-icon-theme, ${translations}")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 # dpkg keeps what the administrator wrote into mode.xml.
