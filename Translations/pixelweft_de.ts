@@ -33,15 +33,15 @@
     </message>
     <message>
         <source>Fixtures are sent to this universe of %1, which has no port for it. Choose one of its ports, or set the node.</source>
-        <translation>Geräte werden in dieses Universum von %1 gesendet, für das er keinen Port hat. Wählen Sie einen seiner Ports, oder stellen Sie den Node um.</translation>
+        <translation>In dieses Universum von %1 werden Gerätedaten gesendet, aber er hat keinen Port dafür. Wählen Sie einen seiner Ports, oder stellen Sie den Node um.</translation>
     </message>
     <message>
         <source>%1 has answered and does so no longer. No fixture is sent to it.</source>
-        <translation>%1 hat geantwortet und tut es nicht mehr. Kein Gerät wird an ihn gesendet.</translation>
+        <translation>%1 hat geantwortet und tut es nicht mehr. Er erhält keine Daten mehr.</translation>
     </message>
     <message>
         <source>Fixtures are sent to %1, which does not answer. Check its power, its cable and its address, or choose another node.</source>
-        <translation>Geräte werden an %1 gesendet, der nicht antwortet. Prüfen Sie Strom, Kabel und Adresse, oder wählen Sie einen anderen Node.</translation>
+        <translation>An %1 werden Gerätedaten gesendet, aber er antwortet nicht. Prüfen Sie Strom, Kabel und Adresse, oder wählen Sie einen anderen Node.</translation>
     </message>
     <message>
         <source>A program like this one, or the media program: it is not offered as a node.</source>
@@ -99,7 +99,7 @@
     </message>
     <message>
         <source>Universe %1 is received: drop on the universe that it is sent on as</source>
-        <translation>Universum %1 wird empfangen: Legen Sie auf dem Universum ab, als das es weitergesendet wird</translation>
+        <translation>Universum %1 wird empfangen: Legen Sie auf dem Universum ab, auf dem es weitergesendet wird</translation>
     </message>
     <message>
         <source>&quot;%1&quot; to %2</source>
@@ -148,7 +148,7 @@
     </message>
     <message>
         <source>received, of the merged desk</source>
-        <translation>empfangen, vom zusammengeführten Pult</translation>
+        <translation>empfangen, vom Pult am Merger</translation>
     </message>
     <message>
         <source>free</source>
@@ -446,7 +446,7 @@ Der Rest ist geöffnet. Wenn Sie ihn speichern, bleibt die Datei in ihrem jetzig
     </message>
     <message>
         <source>It is kept as %1.</source>
-        <translation>Es ist als %1 aufbewahrt.</translation>
+        <translation>Es wurde als %1 aufbewahrt.</translation>
     </message>
     <message>
         <source>Unsaved Work Found</source>
@@ -478,7 +478,7 @@ Möchten Sie damit weiterarbeiten?</translation>
 Your unsaved work is kept as %2.</source>
         <translation>%1
 
-Ihre nicht gespeicherte Arbeit ist als %2 aufbewahrt.</translation>
+Ihre nicht gespeicherte Arbeit wurde als %2 aufbewahrt.</translation>
     </message>
     <message>
         <source>Your mapping is as you saved it last.</source>
@@ -586,11 +586,11 @@ Möchten Sie wirklich ein neues beginnen und Ihre Änderungen verlieren?</transl
     </message>
     <message>
         <source>Export Mapping Forbidden</source>
-        <translation>Mapping exportieren nicht erlaubt</translation>
+        <translation>Export des Mappings nicht erlaubt</translation>
     </message>
     <message>
         <source>Exporting to the mapping.wfm file is forbidden. Use Save feature instead to update this file.</source>
-        <translation>In die Datei mapping.wfm kann nicht exportiert werden. Verwenden Sie Speichern, um diese Datei zu aktualisieren.</translation>
+        <translation>In die Datei mapping.wfm kann nicht exportiert werden. Verwenden Sie „Speichern“, um diese Datei zu aktualisieren.</translation>
     </message>
     <message>
         <source>Mapping Not Exported</source>
@@ -646,7 +646,7 @@ Es wird sofort gesendet.</translation>
         <source>There is a product of this name already, from &quot;%1&quot;.
 
 Mappings know a fixture by the name of its product, so the library holds each name once.</source>
-        <translation>Es gibt schon ein Produkt dieses Namens, von „%1“.
+        <translation>Es gibt schon ein Produkt mit diesem Namen, von „%1“.
 
 Mappings kennen ein Gerät am Namen seines Produkts; darum hat die Bibliothek jeden Namen nur einmal.</translation>
     </message>
@@ -703,7 +703,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>Export Fixtures Forbidden</source>
-        <translation>Geräte exportieren nicht erlaubt</translation>
+        <translation>Export der Geräte nicht erlaubt</translation>
     </message>
     <message>
         <source>This file is the library that PixelWeft works with. It is written with every change. Please choose another name.</source>
@@ -778,15 +778,15 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>Horizontal</source>
-        <translation>Waagerecht</translation>
+        <translation>Horizontal</translation>
     </message>
     <message>
         <source>Vertical</source>
-        <translation>Senkrecht</translation>
+        <translation>Vertikal</translation>
     </message>
     <message>
         <source>Sna&amp;ke</source>
-        <translation>Schlan&amp;ge</translation>
+        <translation>Schlan&amp;genlinie</translation>
     </message>
     <message>
         <source>S&amp;tart Channel</source>
@@ -849,7 +849,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>You are not permitted to read it.</source>
-        <translation>Sie haben kein Recht, sie zu lesen.</translation>
+        <translation>Sie haben keine Berechtigung, sie zu lesen.</translation>
     </message>
     <message>
         <source>The disk can&apos;t read it.</source>
@@ -933,11 +933,11 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>The colour channel &quot;%1&quot; does more than its colour.</source>
-        <translation>Der Farbkanal „%1“ tut mehr als seine Farbe.</translation>
+        <translation>Der Farbkanal „%1“ steuert mehr als seine Farbe.</translation>
     </message>
     <message>
         <source>It has no colours, and its dimmer &quot;%1&quot; does more than dim.</source>
-        <translation>Das Gerät hat keine Farben, und sein Dimmer „%1“ tut mehr als dimmen.</translation>
+        <translation>Das Gerät hat keine Farben, und sein Dimmer „%1“ steuert mehr als die Helligkeit.</translation>
     </message>
     <message>
         <source>second byte of a pixel&apos;s colour</source>
@@ -965,7 +965,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>open place of the wheel</source>
-        <translation>offene Stelle des Rads</translation>
+        <translation>offene Position</translation>
     </message>
     <message>
         <source>middle</source>
@@ -973,15 +973,15 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>at its least</source>
-        <translation>am kleinsten</translation>
+        <translation>auf dem kleinsten Wert</translation>
     </message>
     <message>
         <source>the definition&apos;s default, as it names no still value</source>
-        <translation>Vorgabe der Definition, da sie keinen ruhigen Wert nennt</translation>
+        <translation>Vorgabe der Definition, da sie keinen Ruhewert nennt</translation>
     </message>
     <message>
         <source>first value, as the definition names no still one</source>
-        <translation>erster Wert, da die Definition keinen ruhigen nennt</translation>
+        <translation>erster Wert, da die Definition keinen Ruhewert nennt</translation>
     </message>
     <message>
         <source>second byte of the channel</source>
@@ -1013,8 +1013,8 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     <message numerus="yes">
         <source>%n fixture(s) were not imported: other fixtures of their names came into the library meanwhile. Import them again to choose what becomes of them.</source>
         <translation>
-            <numerusform>%n Gerät wurde nicht importiert: Inzwischen kam ein anderes seines Namens in die Bibliothek. Importieren Sie es noch einmal, um zu wählen, was aus ihm wird.</numerusform>
-            <numerusform>%n Geräte wurden nicht importiert: Inzwischen kamen andere ihrer Namen in die Bibliothek. Importieren Sie sie noch einmal, um zu wählen, was aus ihnen wird.</numerusform>
+            <numerusform>%n Gerät wurde nicht importiert: Inzwischen kam ein anderes mit seinem Namen in die Bibliothek. Importieren Sie es noch einmal, um zu wählen, was aus ihm wird.</numerusform>
+            <numerusform>%n Geräte wurden nicht importiert: Inzwischen kamen andere mit ihren Namen in die Bibliothek. Importieren Sie sie noch einmal, um zu wählen, was aus ihnen wird.</numerusform>
         </translation>
     </message>
 </context>
@@ -1104,7 +1104,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>Left or Up; with Shift by ten; Home for the first one</source>
-        <translation>Links oder Auf; mit Umschalt um zehn; Pos1 für das erste</translation>
+        <translation>Pfeil links oder Pfeil auf; mit Umschalt um zehn; Pos1 für das erste</translation>
     </message>
     <message>
         <source>&amp;Next</source>
@@ -1112,7 +1112,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>Right or Down; with Shift by ten; End for the last one</source>
-        <translation>Rechts oder Ab; mit Umschalt um zehn; Ende für das letzte</translation>
+        <translation>Pfeil rechts oder Pfeil ab; mit Umschalt um zehn; Ende für das letzte</translation>
     </message>
     <message>
         <source>Close</source>
@@ -1196,11 +1196,11 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>&amp;The library has another of this name:</source>
-        <translation>Die &amp;Bibliothek hat ein anderes dieses Namens:</translation>
+        <translation>Die &amp;Bibliothek hat ein anderes mit diesem Namen:</translation>
     </message>
     <message>
         <source>The library has another of this name</source>
-        <translation>Die Bibliothek hat ein anderes dieses Namens</translation>
+        <translation>Die Bibliothek hat ein anderes mit diesem Namen</translation>
     </message>
     <message>
         <source>Channels of the fixture</source>
@@ -1223,7 +1223,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>Other ones of a name in the library: %1.</source>
-        <translation>Andere eines Namens der Bibliothek: %1.</translation>
+        <translation>Andere mit einem Namen aus der Bibliothek: %1.</translation>
     </message>
     <message>
         <source>Left out: %1.</source>
@@ -1275,7 +1275,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>Other ones of a name in the library</source>
-        <translation>Andere eines Namens der Bibliothek</translation>
+        <translation>Andere mit einem Namen aus der Bibliothek</translation>
     </message>
     <message>
         <source>Those in the library already</source>
@@ -1303,11 +1303,11 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>Where the library has &amp;another fixture of a name:</source>
-        <translation>Wo die Bibliothek ein &amp;anderes Gerät des Namens hat:</translation>
+        <translation>Wo die Bibliothek ein &amp;anderes Gerät mit gleichem Namen hat:</translation>
     </message>
     <message>
         <source>Where the library has another fixture of a name</source>
-        <translation>Wo die Bibliothek ein anderes Gerät des Namens hat</translation>
+        <translation>Wo die Bibliothek ein anderes Gerät mit gleichem Namen hat</translation>
     </message>
     <message>
         <source>Progress</source>
@@ -1366,7 +1366,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>The library has another fixture of this name</source>
-        <translation>Die Bibliothek hat ein anderes Gerät dieses Namens</translation>
+        <translation>Die Bibliothek hat ein anderes Gerät mit diesem Namen</translation>
     </message>
     <message>
         <source>DMX channels</source>
@@ -1401,7 +1401,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>Mixed</source>
-        <translation>Divers</translation>
+        <translation>Verschieden</translation>
     </message>
 </context>
 <context>
@@ -1585,7 +1585,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>&amp;Horizontally:</source>
-        <translation>&amp;Waagerecht:</translation>
+        <translation>&amp;Horizontal:</translation>
     </message>
     <message>
         <source>Elements side by side</source>
@@ -1593,7 +1593,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>&amp;Vertically:</source>
-        <translation>&amp;Senkrecht:</translation>
+        <translation>&amp;Vertikal:</translation>
     </message>
     <message>
         <source>Elements one above the other</source>
@@ -1733,7 +1733,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>PixelWeft works with its built-in fixtures and yours in memory until it ends.</source>
-        <translation>PixelWeft arbeitet bis zu seinem Ende mit den mitgelieferten Geräten und Ihren im Speicher.</translation>
+        <translation>PixelWeft arbeitet bis zum Beenden mit den mitgelieferten Geräten und Ihren im Speicher.</translation>
     </message>
     <message>
         <source>Fixture Library Not Read</source>
@@ -1745,7 +1745,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
 The file as it was is kept as %1.</source>
         <translation>Ein Teil der Gerätebibliothek konnte nicht gelesen werden.
 
-Die Datei ist in ihrem Zustand als %1 aufbewahrt.</translation>
+Die bisherige Datei wurde als %1 aufbewahrt.</translation>
     </message>
     <message>
         <source>Delete Used Fixture</source>
@@ -1907,7 +1907,7 @@ Produkt: %2</translation>
     </message>
     <message>
         <source>%1 of its %2 manual nodes can&apos;t be read: a node needs a name and an address, and those behind one without a name are left out.</source>
-        <translation>Nicht lesbare manuelle Nodes: %1 von %2. Ein Node braucht einen Namen und eine Adresse; wer hinter einem ohne Namen steht, fällt weg.</translation>
+        <translation>Nicht lesbare manuelle Nodes: %1 von %2. Ein Node braucht einen Namen und eine Adresse; alle nach einem Eintrag ohne Namen entfallen.</translation>
     </message>
     <message>
         <source>and %1 more</source>
@@ -2251,7 +2251,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>They are sent on universe %8 to all nodes, or to those that announce it.</source>
-        <translation>Sie werden auf Universum %8 an alle Nodes gesendet oder an die, die es ankündigen.</translation>
+        <translation>Ihre Daten werden auf Universum %8 an alle Nodes gesendet oder an die, die es ankündigen.</translation>
     </message>
     <message>
         <source>Universe %1 is merged and sent on universe %8</source>
@@ -2291,7 +2291,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>These elements are sent as it was before.</source>
-        <translation>Diese Elemente werden so gesendet, wie es vorher war.</translation>
+        <translation>Die Daten dieser Elemente werden mit der bisherigen Definition gesendet.</translation>
     </message>
     <message>
         <source>&quot;%5&quot; is gone from the library</source>
@@ -2299,7 +2299,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>These elements are sent as before. Import the fixture again to edit it.</source>
-        <translation>Diese Elemente werden wie bisher gesendet. Importieren Sie das Gerät erneut, um es zu bearbeiten.</translation>
+        <translation>Die Daten dieser Elemente werden mit der bisherigen Definition gesendet. Importieren Sie das Gerät erneut, um es zu bearbeiten.</translation>
     </message>
     <message>
         <source>Lies beside the canvas</source>
@@ -2514,7 +2514,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>Merged: the other channels have what is received</source>
-        <translation>Zusammengeführt: Die übrigen Kanäle haben, was empfangen wird</translation>
+        <translation>Zusammengeführt: Die übrigen Kanäle tragen das Empfangene</translation>
     </message>
     <message>
         <source>Free: none</source>
@@ -2775,7 +2775,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     <name>ProblemsModel</name>
     <message>
         <source>Severity</source>
-        <translation>Schwere</translation>
+        <translation>Schweregrad</translation>
     </message>
     <message>
         <source>Problem</source>
@@ -2900,11 +2900,11 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>Distribute Horizontally</source>
-        <translation>Waagerecht verteilen</translation>
+        <translation>Horizontal verteilen</translation>
     </message>
     <message>
         <source>Distribute Vertically</source>
-        <translation>Senkrecht verteilen</translation>
+        <translation>Vertikal verteilen</translation>
     </message>
     <message>
         <source>Add Node</source>
@@ -3001,7 +3001,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     <name>Repatch</name>
     <message>
         <source>No universe is left behind 15/15: keeps its address.</source>
-        <translation>Vor 15/15 ist kein Universum übrig: behält seine Adresse.</translation>
+        <translation>Hinter 15/15 gibt es kein Universum mehr: behält seine Adresse.</translation>
     </message>
     <message>
         <source>Reaches beyond channel 512: the rest is not sent.</source>
@@ -3118,7 +3118,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
         <source>A fixture is sent in one universe: what reaches beyond channel 512 is not sent.
 On: a fixture that would reach beyond 512 begins the next universe.
 Off: addresses run on over the end of a universe, as a controller counts that uses all 512 channels; the fixture on the end loses the channels beyond 512.</source>
-        <translation>Ein Gerät wird in einem Universum gesendet: Was über Kanal 512 hinausreicht, wird nicht gesendet.
+        <translation>Die Daten eines Geräts werden in einem Universum gesendet: Was über Kanal 512 hinausreicht, wird nicht gesendet.
 Ein: Ein Gerät, das über 512 hinausreichen würde, beginnt das nächste Universum.
 Aus: Adressen laufen über das Ende eines Universums weiter, wie ein Controller zählt, der alle 512 Kanäle benutzt; das Gerät am Ende verliert die Kanäle hinter 512.</translation>
     </message>
@@ -3144,11 +3144,11 @@ Aus: Adressen laufen über das Ende eines Universums weiter, wie ein Controller 
     </message>
     <message>
         <source>Sna&amp;ke: every second column runs back</source>
-        <translation>Schlan&amp;ge: jede zweite Spalte läuft zurück</translation>
+        <translation>Schlan&amp;genlinie: jede zweite Spalte läuft zurück</translation>
     </message>
     <message>
         <source>Sna&amp;ke: every second row runs back</source>
-        <translation>Schlan&amp;ge: jede zweite Zeile läuft zurück</translation>
+        <translation>Schlan&amp;genlinie: jede zweite Zeile läuft zurück</translation>
     </message>
     <message>
         <source>Start each column on a new uni&amp;verse</source>
@@ -3210,7 +3210,7 @@ Aus: Adressen laufen über das Ende eines Universums weiter, wie ein Controller 
     </message>
     <message>
         <source>You are not permitted to write there.</source>
-        <translation>Sie haben kein Recht, dort zu schreiben.</translation>
+        <translation>Sie haben keine Berechtigung, dort zu schreiben.</translation>
     </message>
     <message>
         <source>The disk is write-protected.</source>
@@ -3222,11 +3222,11 @@ Aus: Adressen laufen über das Ende eines Universums weiter, wie ein Controller 
     </message>
     <message>
         <source>There is a file where its folder should be.</source>
-        <translation>Wo ihr Ordner sein sollte, liegt eine Datei.</translation>
+        <translation>Wo der Ordner sein sollte, liegt eine Datei.</translation>
     </message>
     <message>
         <source>There is a folder of this name.</source>
-        <translation>Es gibt einen Ordner dieses Namens.</translation>
+        <translation>Es gibt einen Ordner mit diesem Namen.</translation>
     </message>
     <message>
         <source>The file is larger than the disk takes.</source>
@@ -3368,7 +3368,7 @@ Aus: Adressen laufen über das Ende eines Universums weiter, wie ein Controller 
     <name>TrafficLamps</name>
     <message>
         <source>Art-Net In: </source>
-        <translation>Art-Net ein: </translation>
+        <translation>Art-Net-Eingang: </translation>
     </message>
     <message>
         <source>In Traffic</source>
@@ -3376,7 +3376,7 @@ Aus: Adressen laufen über das Ende eines Universums weiter, wie ein Controller 
     </message>
     <message>
         <source> Art-Net Out: </source>
-        <translation> Art-Net aus: </translation>
+        <translation> Art-Net-Ausgang: </translation>
     </message>
     <message>
         <source>Out Traffic</source>
@@ -3541,7 +3541,7 @@ Aus: Adressen laufen über das Ende eines Universums weiter, wie ein Controller 
     </message>
     <message>
         <source>Go to: 4/97</source>
-        <translation>Gehe zu: 4/97</translation>
+        <translation>Kanal: 4/97</translation>
     </message>
     <message>
         <source>97 is a channel of this universe, 4/97 one of Port-Address 4, 0/4/97 one of sub-net 0, universe 4</source>
@@ -3620,7 +3620,7 @@ Aus: Adressen laufen über das Ende eines Universums weiter, wie ein Controller 
     </message>
     <message>
         <source>No version is kept yet. Each save keeps one, the last %1 of them, in %2.</source>
-        <translation>Noch keine Version ist aufbewahrt. Jedes Speichern bewahrt eine auf, die letzten %1, in %2.</translation>
+        <translation>Es gibt noch keine Version. Bei jedem Speichern wird eine aufbewahrt, die letzten %1, in %2.</translation>
     </message>
     <message>
         <source>Each save keeps a version, the last %1 of them. One that you take back replaces what is on the canvas, as an import does; the mapping file stays as it is until you save.</source>
@@ -3953,11 +3953,11 @@ Ihre eigenen Gerätedefinitionen werden überschrieben.</translation>
     </message>
     <message>
         <source>Distribute &amp;Horizontally</source>
-        <translation>&amp;Waagerecht verteilen</translation>
+        <translation>&amp;Horizontal verteilen</translation>
     </message>
     <message>
         <source>Distribute &amp;Vertically</source>
-        <translation>&amp;Senkrecht verteilen</translation>
+        <translation>&amp;Vertikal verteilen</translation>
     </message>
     <message>
         <source>A&amp;lign</source>
@@ -4446,7 +4446,7 @@ Das bisherige Testbild bleibt.</translation>
     </message>
     <message>
         <source>You are not permitted to read it.</source>
-        <translation>Sie haben kein Recht, sie zu lesen.</translation>
+        <translation>Sie haben keine Berechtigung, sie zu lesen.</translation>
     </message>
     <message>
         <source>It is larger than any file of PixelWeft.</source>
