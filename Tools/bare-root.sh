@@ -1,16 +1,32 @@
 # shellcheck shell=bash
 # Sourced: a bare Debian 12 in a folder, as a fresh machine has it, and commands in it. Needs root and mmdebstrap.
 
-# Its packages come from where this system has its own. Made once a week into FOLDER.tar; why it can't be goes to
-# standard error.
+# Each source of Debian 12 that apt reads on this system, a line each in the form of sources.list. What other vendors
+# offer is left out.
+debian_sources() {
+    # shellcheck disable=SC2016 # apt fills it in
+    apt-get indextargets --format '$(ORIGIN) $(CODENAME) deb $(REPO_URI) $(RELEASE) $(COMPONENT)' \
+        'Created-By: Packages' | sed -n 's/^Debian bookworm[a-z-]* deb /deb /p' | sort -u
+}
+
+# Its packages come from where this system has its own, in the same way: by the same proxy, if there is one. Made once a
+# week into FOLDER.tar; why it can't be goes to standard error.
 make_bare_root() { # make_bare_root FOLDER
-    local root=$1 said
+    local root=$1 said sources options
     [ "$(id -u)" = 0 ] || { echo "only root can make a bare Debian" >&2; return 1; }
     # shellcheck source=Tools/setup.sh
     (. Tools/setup.sh bare) || return
     unshare --mount --net --pid --fork true 2>/dev/null || { echo "there are no namespaces here" >&2; return 1; }
     if [ -z "$(find "$root.tar" -mtime -7 2>/dev/null)" ]; then
-        if ! said=$(mmdebstrap --mode=root --variant=minbase bookworm "$root.tar" 2>&1); then
+        if ! said=$(apt-get update -q 2>&1); then # which source is Debian's is in what apt fetches of it
+            printf 'the sources of apt can not be read; apt-get said at its end:\n%s\n' "$(tail -n 5 <<<"$said")" >&2
+            return 1
+        fi
+        mapfile -t sources < <(debian_sources)
+        [ ${#sources[@]} -gt 0 ] || { echo "apt has no source of Debian 12 on this system" >&2; return 1; }
+        mapfile -t options < <(apt-config dump | grep -iE '^Acquire::(https?::Proxy[ :]|Check-)' | sed 's/^/--aptopt=/')
+        if ! said=$(mmdebstrap --mode=root --variant=minbase "${options[@]}" \
+            bookworm "$root.tar" "${sources[@]}" 2>&1); then
             rm -f "$root.tar"
             printf 'a bare Debian can not be made; mmdebstrap said at its end:\n%s\n' "$(tail -n 5 <<<"$said")" >&2
             return 1
