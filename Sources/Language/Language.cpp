@@ -4,8 +4,9 @@
 #include <algorithm>
 #include <array>
 
-#include <QLibraryInfo>
 #include <QLocale>
+
+#include "LibTools/Qt5And6.h"
 
 // Of a static library: the macro needs the global namespace.
 static void InitResources()
@@ -32,15 +33,6 @@ bool IsKnown(const QString& code)
     return std::ranges::any_of(known, [&code](const Language::Known& language) {
         return code == QLatin1String(language.code);
     });
-}
-
-QString PathOfQt()
-{
-#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
-    return QLibraryInfo::location(QLibraryInfo::TranslationsPath);
-#else
-    return QLibraryInfo::path(QLibraryInfo::TranslationsPath);
-#endif
 }
 
 /// Every program begins in English, with the plural forms of the texts.
@@ -89,7 +81,7 @@ void Language::Use(const QString& code)
         return;
     code_ = wanted;
     // The last one is asked first: our words for Qt's buttons come before Qt's own.
-    Load(ofQt_, QStringLiteral("qtbase_") + code_, PathOfQt());
+    Load(ofQt_, QStringLiteral("qtbase_") + code_, Qt5And6::TranslationsPath());
     Load(ours_, QStringLiteral("pixelweft_") + code_, QStringLiteral(":/translations"));
     emit changed();
 }

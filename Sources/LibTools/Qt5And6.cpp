@@ -4,6 +4,7 @@
 #include <QDropEvent>
 #include <QGuiApplication>
 #include <QImageReader>
+#include <QLibraryInfo>
 #include <QMouseEvent>
 #include <QPointF>
 #include <QTextStream>
@@ -42,6 +43,11 @@ void FollowScaleOfScreen()
 
 void AllowLargePictures() {}
 
+QString TranslationsPath()
+{
+    return QLibraryInfo::location(QLibraryInfo::TranslationsPath);
+}
+
 #else
 
 QPointF PositionOf(const QMouseEvent& event)
@@ -70,6 +76,11 @@ void AllowLargePictures()
 {
     constexpr int largest = 2048; // MiB
     QImageReader::setAllocationLimit(largest);
+}
+
+QString TranslationsPath()
+{
+    return QLibraryInfo::path(QLibraryInfo::TranslationsPath);
 }
 
 #endif

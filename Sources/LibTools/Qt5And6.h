@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include <QString>
 #include <QVariant>
 
 class QDropEvent;
@@ -47,5 +48,8 @@ void FollowScaleOfScreen();
 /// Picture files may take as much memory as a QImage can, 2 GiB, not only the 128 MiB that Qt 6
 /// begins with.
 void AllowLargePictures();
+
+/// The folder of Qt's own translations.
+[[nodiscard]] QString TranslationsPath();
 
 } // namespace Qt5And6
