@@ -2,8 +2,9 @@
 #include "UI/Main/FilesToOpen.h"
 
 #include <QApplication>
-#include <QRegularExpression>
 #include <QWidget>
+
+#include <utility>
 
 #include "Log/Log.h"
 
@@ -43,11 +44,11 @@ void FilesToOpen::Add(const QStringList& paths)
 
 QStringList FilesToOpen::Take(const char* ending)
 {
-    QStringList taken = waiting_.filter(
-        QRegularExpression(QRegularExpression::escape(QLatin1String(ending)) + QLatin1Char('$'),
-                           QRegularExpression::CaseInsensitiveOption));
-    for (const QString& path : taken)
-        waiting_.removeAll(path);
+    QStringList taken;
+    QStringList others;
+    for (const QString& path : std::as_const(waiting_))
+        (path.endsWith(QLatin1String(ending), Qt::CaseInsensitive) ? taken : others).append(path);
+    waiting_ = others;
     return taken;
 }
 
