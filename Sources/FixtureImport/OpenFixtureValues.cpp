@@ -156,18 +156,27 @@ QString TextOf(const QJsonObject& capability)
     return {};
 }
 
-/// One capability while it becomes a range.
+/// One capability while it becomes a range, or two where one end of it is still.
 class CapabilityReading
 {
 public:
     CapabilityReading(const QJsonObject& capability, const QJsonObject& wheels,
-                      const QString& channelKey, ChannelRange& range)
+                      const QString& channelKey, ChannelRange range)
         : capability_(capability)
         , wheels_(wheels)
         , channelKey_(channelKey)
-        , range_(range)
+        , range_(std::move(range))
     {}
 
+    void ReadInto(std::vector<ChannelRange>& ranges)
+    {
+        Read();
+        if (stillEnd_)
+            ranges.push_back(std::move(*stillEnd_));
+        ranges.push_back(std::move(range_));
+    }
+
+private:
     void Read()
     {
         const TypeRow& row = RowOfType(capability_[QLatin1String("type")].toString());
@@ -197,17 +206,39 @@ public:
         }
     }
 
-private:
     void ReadAmounts(const std::optional<std::pair<double, double>>& amounts)
     {
         if (range_.use == RangeUse::Middle)
             range_.best = (range_.from + range_.to + 1) / 2;
         else if (range_.use == RangeUse::Rest && !amounts)
             range_.best = range_.from;
-        else if (amounts && amounts->first != amounts->second)
+        if (!amounts)
+            return;
+        if (amounts->first != amounts->second)
             range_.best = (amounts->first < amounts->second) == (range_.use == RangeUse::Rest)
                               ? range_.from
                               : range_.to;
+        if (range_.use == RangeUse::Rest)
+            TakeStillEnd(*amounts);
+        else if (range_.use == RangeUse::Open && amounts->first == 0 && amounts->second == 0)
+            range_.use = RangeUse::Dark;
+    }
+
+    /// Where the amount is nothing at one end alone, only that value is still: the definition's
+    /// default may well be another one of the range.
+    void TakeStillEnd(std::pair<double, double> amounts)
+    {
+        if (amounts.first != 0 && amounts.second != 0)
+            return;
+        const bool isAtStart = amounts.first == 0;
+        if (amounts.first == amounts.second || range_.from == range_.to) {
+            range_.use = RangeUse::Nothing;
+            return;
+        }
+        const std::int32_t end = isAtStart ? range_.from : range_.to;
+        stillEnd_ = ChannelRange{end, end, RangeUse::Nothing, end, false, range_.text};
+        (isAtStart ? range_.from : range_.to) += isAtStart ? 1 : -1;
+        range_.best = isAtStart ? range_.from : range_.to;
     }
 
     void ReadShutter()
@@ -234,11 +265,8 @@ private:
                               capability_.contains(QLatin1String("angleStart"));
         if (hasAngle)
             range_.use = RangeUse::Position;
-        if (hasAngle || !speeds || (speeds->first != 0 && speeds->second != 0))
-            return;
-        range_.use = RangeUse::Nothing;
-        if (speeds->first != speeds->second)
-            range_.best = speeds->first == 0 ? range_.from : range_.to;
+        else if (speeds)
+            TakeStillEnd(*speeds);
     }
 
     void ReadSlot()
@@ -268,7 +296,8 @@ private:
     const QJsonObject& capability_;
     const QJsonObject& wheels_;
     const QString& channelKey_;
-    ChannelRange& range_;
+    ChannelRange range_;
+    std::optional<ChannelRange> stillEnd_;
 };
 
 /// The bytes of a channel's values in the definition: as many as the channel has, or as it says.
@@ -361,9 +390,8 @@ ChannelDefinition ReadOpenFixtureChannel(const QString& key, const QJsonObject& 
         ChannelRange range;
         if (capabilities.size() > 1 && !ReadLimits(capability, resolution, range))
             continue;
-        CapabilityReading(capability, wheels, key, range).Read();
+        CapabilityReading(capability, wheels, key, std::move(range)).ReadInto(read.ranges);
         NoteKind(capability, read);
-        read.ranges.push_back(std::move(range));
     }
     if (read.kind == ChannelKind::Intensity && IsHueOrSaturation(key)) {
         read.kind = ChannelKind::Other;
