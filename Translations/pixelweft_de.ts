@@ -884,6 +884,10 @@ Eine schon vorhandene Datei ist unverändert.</translation>
         <translation>Die Datei verweist nur auf das Gerät %1, das auf sie zurückverweist.</translation>
     </message>
     <message>
+        <source>The file only points to the fixture %1, by way of too many others.</source>
+        <translation>Die Datei verweist nur auf das Gerät %1, und das über zu viele andere.</translation>
+    </message>
+    <message>
         <source>The definition has more modes than any fixture.</source>
         <translation>Die Definition hat mehr Modi als jedes Gerät.</translation>
     </message>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -77,7 +78,7 @@ struct ChannelDefinition
     std::optional<std::int32_t> defaultValue;
     /// The second byte of the default.
     std::int32_t defaultFine = 0;
-    /// In the definition's order; at least one. Ranges may leave gaps.
+    /// In the definition's order; at least one, and MaxRanges at most. Ranges may leave gaps.
     std::vector<ChannelRange> ranges;
 };
 
@@ -124,5 +125,7 @@ struct Definition
 /// fixtures, and low enough that a hostile file costs neither memory nor time.
 inline constexpr std::int32_t MaxGridCells = 16'384;
 inline constexpr std::int32_t MaxModes = 256;
+/// The most ranges of a channel that are kept: a byte has no more values.
+inline constexpr std::size_t MaxRanges = 256;
 
 } // namespace FixtureImport

@@ -23,6 +23,9 @@ namespace {
 
 const QLatin1String ManufacturersFile("manufacturers.json");
 
+/// Real ones take one step. A folder of files that point on and on would be read once for each.
+constexpr int MostRedirects = 16;
+
 /// All bytes of a plain file, or why not.
 ImportFault ReadWholeFile(const QString& path, QByteArray& bytes)
 {
@@ -211,6 +214,8 @@ ImportedFile FixtureFileReader::ReadOpenFixtureAt(ImportedFile file, const QByte
     read.definition.name = name;
     file.definitions.push_back(Convert(read.definition));
     return file;
+        else if (visited.size() == MostRedirects)
+            read.fault = {FaultKind::RedirectTooLong, target};
 }
 
 QString FixtureFileReader::ManufacturerOf(const QString& path, const QString& key)

@@ -24,6 +24,7 @@ enum class FaultKind : std::uint8_t
     FixtureUnread,  ///< one fixture of a .wfl breaks its rules
     RedirectLost,   ///< `detail` is the fixture that the file points to, which isn't there
     RedirectCircle, ///< `detail` is the fixture where the circle closes
+    RedirectTooLong, ///< `detail` is the fixture that wasn't looked at any more
 
     // ---- The mode
     TooManyModes,

@@ -41,6 +41,9 @@ QString FileFaultInWords(const ImportFault& fault)
     case FaultKind::RedirectCircle:
         return ImportWords::tr("The file only points to the fixture %1, which points back to it.")
             .arg(fault.detail);
+    case FaultKind::RedirectTooLong:
+        return ImportWords::tr("The file only points to the fixture %1, by way of too many others.")
+            .arg(fault.detail);
     default:
         return {};
     }

@@ -10,7 +10,8 @@ namespace FixtureImport {
 
 namespace {
 
-/// Above real definitions, since each key of a mode may have to be held against every template.
+/// Above real definitions, since each key of a mode may have to be held against every template,
+/// also against those that stand for second bytes or are switched.
 constexpr int MaxTemplates = 1000;
 
 const QLatin1String PixelVariable("$pixelKey");
@@ -39,8 +40,11 @@ OpenFixtureChannels::OpenFixtureChannels(const QJsonObject& fixture,
     ReadChannels(fixture[QLatin1String("availableChannels")].toObject(), wheels, channels_,
                  switched_, definition);
     const QJsonObject templates = fixture[QLatin1String("templateChannels")].toObject();
-    if (templates.size() <= MaxTemplates)
-        ReadChannels(templates, wheels, templates_, switchedTemplates_, definition);
+    ReadChannels(templates, wheels, templates_, switchedTemplates_, definition);
+    if (templates_.size() + switchedTemplates_.size() > MaxTemplates) {
+        templates_.clear();
+        switchedTemplates_.clear();
+    }
 }
 
 void OpenFixtureChannels::ReadChannels(const QJsonObject& channels, const QJsonObject& wheels,

@@ -15,10 +15,11 @@ namespace FixtureImport {
 namespace {
 
 /// Above real definitions: the most groups that are read, the longest pattern, and how often the
-/// patterns of one definition are tried.
+/// constraints of one definition are tried, where a pattern counts as many.
 constexpr int MaxGroups = 512;
 constexpr int LongestPattern = 200;
-constexpr std::size_t MostTries = 200'000;
+constexpr std::size_t MostTries = 20'000'000;
+constexpr std::size_t CostOfPattern = 100;
 
 /// "=3", ">=2", "<=8", "even", "odd", "3n", "3n+1" for a position counted from 1.
 bool MeetsNumber(const QString& constraint, std::int32_t position)
@@ -60,7 +61,14 @@ public:
         }
     }
 
-    [[nodiscard]] std::size_t Patterns() const { return patterns_.size(); }
+    /// What a rule from these constraints costs for each pixel, before it is made.
+    [[nodiscard]] static std::size_t CostOf(const QJsonObject& constraints)
+    {
+        const auto count = [&](const char* name) {
+            return static_cast<std::size_t>(constraints[QLatin1String(name)].toArray().size());
+        };
+        return 1 + count("x") + count("y") + count("z") + CostOfPattern * count("name");
+    }
 
     [[nodiscard]] bool Holds(const QString& key, std::array<std::int32_t, 3> position) const
     {
@@ -209,10 +217,10 @@ std::vector<std::int32_t> OpenFixtureMatrix::CellsOfGroup(const QJsonValue& grou
     }
     if (!group.isObject() && group.toString() != QLatin1String("all"))
         return cells;
-    const GroupRule rule(group.toObject());
-    patternTries_ += rule.Patterns() * keys_.size();
-    if (patternTries_ > MostTries)
+    groupCost_ += GroupRule::CostOf(group.toObject()) * keys_.size();
+    if (groupCost_ > MostTries)
         return cells;
+    const GroupRule rule(group.toObject());
     for (std::int32_t cell = 0; cell < columns_ * Rows(); ++cell) {
         const QString& key = keys_[static_cast<std::size_t>(cell)];
         const std::int32_t line = cell / columns_;

@@ -58,7 +58,7 @@ private:
     QStringList groupOrder_;
     QHash<QString, QStringList> repeated_; ///< what was found for each word of "repeatFor"
     QHash<QString, std::shared_ptr<const std::vector<std::int32_t>>> found_;
-    std::size_t patternTries_ = 0;
+    std::size_t groupCost_ = 0;
     ImportFault fault_;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "FixtureImport/OpenFixtureReader.h"
 
+#include <optional>
 #include <utility>
 
 #include <QHash>
@@ -14,6 +15,10 @@
 namespace FixtureImport {
 
 namespace {
+
+/// Above real definitions: of templates and pixels, since a short insert makes hundreds of names
+/// of them, and each of those may hold the pixel's several times.
+constexpr int LongestKey = 200;
 
 /// One mode: its list of keys and inserts becomes a list of channels.
 class ModeReading
@@ -32,10 +37,8 @@ public:
         for (const auto& entry : mode[QLatin1String("channels")].toArray()) {
             if (entry.isObject())
                 Insert(entry.toObject());
-            else if (entry.isString())
-                Add(entry.toString(), channels_.Find(entry.toString()));
-            else
-                Add({}, OpenFixtureChannels::Meaning{});
+            else if (TakesAnother())
+                AddKey(entry);
         }
         if (!read_.fault && count_ > LEDFixture::MaxChannels)
             Fail(FaultKind::TooManyChannels, QString::number(count_));
@@ -60,9 +63,10 @@ private:
             return;
         const QJsonArray templates = insert[QLatin1String("templateChannels")].toArray();
         const QStringList pixels = PixelsOf(insert[QLatin1String("repeatFor")]);
-        // A short insert may ask for billions: they are counted and not made.
+        // A short insert may ask for billions, or for nothing again and again: what is too much is
+        // counted and not made.
         const qint64 more = qint64{templates.size()} * pixels.size();
-        if (count_ + more > LEDFixture::MaxChannels)
+        if (more == 0 || count_ + more > LEDFixture::MaxChannels)
             count_ += more;
         else if (insert[QLatin1String("channelOrder")].toString() == QLatin1String("perChannel")) {
             for (const auto& key : templates) {
@@ -92,25 +96,42 @@ private:
         return pixels;
     }
 
-    void AddTemplate(const QJsonValue& key, const QString& pixel)
+    /// Counts one more channel. Whether it is worth a look: in a mode that has too many or that is
+    /// left out already none is.
+    [[nodiscard]] bool TakesAnother()
+    {
+        return ++count_ <= LEDFixture::MaxChannels && !read_.fault;
+    }
+
+    void AddKey(const QJsonValue& key)
     {
         if (key.isString())
-            Add(OpenFixtureChannels::KeyFor(key.toString(), pixel),
-                channels_.Find(key.toString(), pixel));
+            Add(key.toString(), channels_.Find(key.toString()));
         else
             Add({}, OpenFixtureChannels::Meaning{});
     }
 
+    void AddTemplate(const QJsonValue& key, const QString& pixel)
+    {
+        if (!TakesAnother())
+            return;
+        const QString name = key.toString();
+        if (!key.isString())
+            Add({}, OpenFixtureChannels::Meaning{});
+        else if (name.size() > LongestKey || pixel.size() > LongestKey)
+            Fail(FaultKind::UnknownChannel, name);
+        else
+            Add(OpenFixtureChannels::KeyFor(name, pixel), channels_.Find(name, pixel));
+    }
+
     void Add(const QString& key, const std::optional<OpenFixtureChannels::Meaning>& meaning)
     {
-        if (++count_ > LEDFixture::MaxChannels || read_.fault)
-            return;
         if (!meaning) {
             Fail(FaultKind::UnknownChannel, key);
             return;
         }
         ModeChannel channel;
-        channel.name = key;
+        channel.name = key.left(LongestKey);
         channel.channel = meaning->channel;
         channel.fineness = meaning->fineness;
         if (!meaning->pixel.isNull())

@@ -386,6 +386,8 @@ ChannelDefinition ReadOpenFixtureChannel(const QString& key, const QJsonObject& 
     ReadDefault(channel, resolution, read);
     const QJsonArray capabilities = CapabilitiesOf(channel);
     for (const auto& value : capabilities) {
+        if (read.ranges.size() >= MaxRanges)
+            break;
         const QJsonObject capability = value.toObject();
         ChannelRange range;
         if (capabilities.size() > 1 && !ReadLimits(capability, resolution, range))

@@ -396,10 +396,10 @@ QString ReadAttributes(const QXmlStreamAttributes& attributes, ChannelDefinition
 void JudgeCapabilities(std::vector<Capability>& capabilities, const GroupedChannel& grouped,
                        ChannelDefinition& channel)
 {
-    channel.ranges.reserve(std::max<std::size_t>(1, capabilities.size()));
+    channel.ranges.reserve(std::clamp<std::size_t>(capabilities.size(), 1, MaxRanges));
     for (Capability& capability : capabilities) {
         ChannelRange& range = capability.range;
-        if (!capability.isRange)
+        if (!capability.isRange || channel.ranges.size() == MaxRanges)
             continue;
         // One range alone, or a share of something, is a brightness that shows its colour.
         const bool isMacro = capability.isColour && capabilities.size() > 1 &&

@@ -2,6 +2,7 @@
 #include "FixtureImport/QxfReader.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include <QHash>
@@ -31,6 +32,13 @@ struct ModeText
     std::int32_t highest = -1; ///< number of a channel
 };
 
+/// The channel of this name in a mode gives way to another one.
+struct Replacement
+{
+    QString channel;
+    ModeChannel with;
+};
+
 class Reading
 {
 public:
@@ -54,6 +62,7 @@ public:
             file_.fault = Damage();
             return std::move(file_);
         }
+        FindReplacements();
         for (const ModeText& mode : modes_)
             file_.definition.modes.push_back(ToMode(mode));
         if (tooManyModes_)
@@ -201,23 +210,35 @@ private:
         return mode;
     }
 
-    /// Puts in what the switching channels of the mode put in at their steady values.
-    void Switch(DefinitionMode& mode) const
+    /// What the switching channels put into each mode at their steady values. A mode has no more
+    /// channels to replace than a fixture.
+    void FindReplacements()
     {
         for (const std::int32_t index : switching_) {
             const auto at = static_cast<std::size_t>(index);
             const std::int32_t value =
                 std::max(0, SteadyValueOf(file_.definition.channels[at]).value);
             for (const QxfAlias& alias : channels_[at].aliases) {
-                const bool isActive = alias.from <= value && value <= alias.to;
                 const auto with = byName_.constFind(alias.with);
-                if (!isActive || alias.mode != mode.name || with == byName_.constEnd())
+                if (value < alias.from || value > alias.to || with == byName_.constEnd())
                     continue;
-                const auto slot =
-                    std::ranges::find(mode.channels, alias.channel, &ModeChannel::name);
-                if (slot != mode.channels.end())
-                    *slot = {alias.with, *with, 0, -1, -1};
+                std::vector<Replacement>& ofMode = replacements_[alias.mode];
+                if (ofMode.size() < static_cast<std::size_t>(LEDFixture::MaxChannels))
+                    ofMode.push_back({alias.channel, {alias.with, *with, 0, -1, -1}});
             }
+        }
+    }
+
+    void Switch(DefinitionMode& mode) const
+    {
+        const auto replacements = replacements_.constFind(mode.name);
+        if (replacements == replacements_.constEnd())
+            return;
+        for (const Replacement& replacement : *replacements) {
+            const auto slot =
+                std::ranges::find(mode.channels, replacement.channel, &ModeChannel::name);
+            if (slot != mode.channels.end())
+                *slot = replacement.with;
         }
     }
 
@@ -279,7 +300,8 @@ private:
     QxfFile file_;
     std::vector<QxfChannel> channels_; ///< without their definitions
     QHash<QString, std::int32_t> byName_;
-    std::vector<std::int32_t> switching_; ///< channels with aliases
+    std::vector<std::int32_t> switching_;                   ///< channels with aliases
+    QHash<QString, std::vector<Replacement>> replacements_; ///< by the mode's name
     std::vector<ModeText> modes_;
     std::optional<Size> layout_;
     bool tooManyModes_ = false;

@@ -70,6 +70,11 @@ TEST_F(FixtureFilesTest, KindsNamesAndRedirects)
     folder.Write("ofl/no-name/out.json", R"({"name": "Out", "redirectTo": "../good-light/par"})");
     folder.Write("ofl/no-name/one.json", R"({"name": "1", "redirectTo": "no-name/two"})");
     folder.Write("ofl/no-name/two.json", R"({"name": "2", "redirectTo": "no-name/one"})");
+    for (int left = 17; left > 0; --left) {
+        const auto next = left > 1 ? "no-name/far" + std::to_string(left - 1) : "good-light/par";
+        folder.Write("ofl/no-name/far" + std::to_string(left) + ".json",
+                     R"({"name": "Far", "redirectTo": ")" + next + "\"}");
+    }
     folder.Write("x/par.qxf", Qxf);
     folder.Write("x/lib.wfl",
                  R"(<LEDFixtureLibrary version="1"><LEDFixture manufacturer="M" product="P">
@@ -86,6 +91,9 @@ TEST_F(FixtureFilesTest, KindsNamesAndRedirects)
          "The file only points to the fixture ../good-light/par, which isn't there."},
         {"ofl/no-name/one.json",
          "The file only points to the fixture no-name/two, which points back to it."},
+        {"ofl/no-name/far16.json", "No Name: Far - 3ch"},
+        {"ofl/no-name/far17.json",
+         "The file only points to the fixture good-light/par, by way of too many others."},
         {"x/par.qxf", "Maker & Sons: Par - 3ch|It has no channels for colours or brightness."},
         {"x/lib.wfl", "M: P|The fixture breaks the rules of a library."},
         {"x/none.qxf", "There is no such file."},

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
+
 namespace {
 
 /// Channels that the cases choose from, by their keys.
@@ -46,11 +48,11 @@ const std::string Templates = R"(
 )";
 
 std::string Import(const std::string& matrix, const std::string& channels,
-                   const std::string& categories = "")
+                   const std::string& categories = "", const std::string& templates = "")
 {
     const std::string json = R"({"name": "Bar", "categories": [)" + categories +
                              R"(], "matrix": )" + matrix + R"(, "availableChannels": {)" +
-                             Available + R"(}, "templateChannels": {)" + Templates +
+                             Available + R"(}, "templateChannels": {)" + Templates + templates +
                              R"(}, "modes": [{"name": "M", "channels": [)" + channels + "]}]}";
     const auto read = FixtureImport::ReadOpenFixture(QByteArray::fromStdString(json));
     EXPECT_FALSE(read.fault) << InWords(read.fault).toStdString();
@@ -289,9 +291,17 @@ TEST(OpenFixture, OtherChannelsLeaveTheLightOnAndStill)
     }
 }
 
-TEST(OpenFixture, HostileMatricesCostNeitherTimeNorMemory)
+/// The text again and again, with commas between.
+std::string Many(int count, const std::string& text)
 {
-    // Patterns that could search for years, in as many groups as there may be.
+    std::string list = text;
+    for (int i = 1; i < count; ++i)
+        list += ", " + text;
+    return list;
+}
+
+TEST(OpenFixture, HostileDefinitionsCostNeitherTimeNorMemory)
+{
     std::string groups;
     std::string keys;
     for (int i = 0; i < 500; ++i) {
@@ -299,19 +309,49 @@ TEST(OpenFixture, HostileMatricesCostNeitherTimeNorMemory)
         groups += (i ? "," : "") + key + R"x(: {"name": ["^(([0-9, ()]+)+)+$x"]})x";
         keys += (i ? "," : "") + key;
     }
-    EXPECT_EQ(Import(R"({"pixelCount": [128, 128, 1], "pixelGroups": {)" + groups + "}}",
-                     Insert("[" + keys + "]", R"("W $pixelKey")"))
-                  .substr(0, 8),
-              "500x1 L ");
-    // Billions of channels from a few inserts.
-    std::string nulls = "null";
-    for (int i = 0; i < 10'000; ++i)
-        nulls += ", null";
-    std::string inserts = Insert(R"("eachPixelABC")", nulls);
-    for (int i = 0; i < 200; ++i)
-        inserts += ", " + Insert(R"("eachPixelABC")", nulls);
-    EXPECT_EQ(Import(R"({"pixelCount": [128, 128, 1]})", inserts),
-              "left out: It has 32935133184 channels. A fixture has 512 at most.");
+    std::string templates;
+    for (int i = 0; i < 990; ++i)
+        templates += ", \"a" + std::to_string(i) + R"( $pixelKey": {})";
+    std::string unknown = R"("x")";
+    for (int i = 0; i < 500'000; ++i)
+        unknown += ", \"a" + std::to_string(i) + " x\"";
+    const std::string large = R"({"pixelCount": [128, 128, 1], "pixelGroups": {)";
+    const std::string longKey(2'000'000, 'n');
+    const struct
+    {
+        const char* what;
+        std::string matrix;
+        std::string channels;
+        std::string expected;
+    } cases[] = {
+        {"patterns that could search for years, in as many groups as there may be",
+         large + groups + "}}", Insert("[" + keys + "]", R"("W $pixelKey")"), "500x1 L 1 "},
+        {"a million constraints of each pixel",
+         large + R"("G": {"x": [)" + Many(1'000'000, R"(">=1")") + "]}}}",
+         Insert(R"(["G"])", R"("W $pixelKey")"), "1x1 L 1 |"},
+        {"unknown names, each of which may be made of a thousand templates", "{}", unknown,
+         "left out: The definition doesn't say what the channel \"x\" does."},
+        {"a long name, again and again", R"({"pixelKeys": [[[")" + longKey + R"("]]]})",
+         Insert(R"("eachPixelABC")", Many(500, R"("W $pixelKey")")),
+         "left out: The definition doesn't say what the channel \"W $pixelKey\" does."},
+        {"inserts of nothing", large + "}}", Many(80'000, Insert(R"("eachPixelABC")", "")),
+         "left out: It has no channels."},
+        {"billions of channels from a few inserts", large + "}}",
+         Many(201, Insert(R"("eachPixelABC")", Many(10'001, "null"))),
+         "left out: It has 32935133184 channels. A fixture has 512 at most."},
+    };
+    for (const auto& row : cases) {
+        const std::clock_t before = std::clock();
+        EXPECT_EQ(Import(row.matrix, row.channels, "", templates).substr(0, row.expected.size()),
+                  row.expected)
+            << row.what;
+        // Without its limit each would take minutes, or all memory.
+        EXPECT_LT((std::clock() - before) / CLOCKS_PER_SEC, 20) << row.what;
+    }
+    const auto ranges = FixtureImport::ReadOpenFixture(QByteArray::fromStdString(
+        R"({"modes": [{}], "availableChannels": {"X": {"capabilities": [)" +
+        Many(1000, R"({"dmxRange": [0, 0]})") + "]}}}"));
+    EXPECT_EQ(ranges.definition.channels.at(0).ranges.size(), 256U);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "FixtureImport/QxfReader.h"
 #include "Support/ImportedText.h"
 
+#include <ctime>
 #include <gtest/gtest.h>
 
 #include <QStringList>
@@ -209,6 +210,34 @@ TEST(Qxf, ColoursThatDoMore)
     EXPECT_EQ(import(R"(<Capability Min="0" Max="200">No function</Capability>
                         <Capability Min="201" Max="255">0-100%</Capability>)"),
               more);
+}
+
+TEST(Qxf, HostileDefinitionsCostNeitherTimeNorMemory)
+{
+    std::string aliases;
+    for (int i = 0; i < 180'000; ++i)
+        aliases += R"(<Alias Mode="M" Channel="Z" With="R"/>)";
+    std::string names = "R";
+    for (int i = 1; i < 512; ++i)
+        names += " P";
+    std::string modes;
+    for (int i = 0; i < 40; ++i)
+        modes += Mode(names) + R"(</Mode><Mode Name="M">)";
+    const std::clock_t before = std::clock();
+    EXPECT_EQ(ImportQxf(R"(<Channel Name="Y"><Group Byte="0">Effect</Group>
+                        <Capability Min="0" Max="255">)" +
+                            aliases + "</Capability></Channel>",
+                        modes)
+                  .substr(0, 9),
+              "1x1 R 1 |");
+    EXPECT_LT((std::clock() - before) / CLOCKS_PER_SEC, 5) << "it would take half a minute";
+    std::string ranges;
+    for (int i = 0; i < 1000; ++i)
+        ranges += R"(<Capability Min="0" Max="0">Show</Capability>)";
+    const auto read = FixtureImport::ReadQxf(QByteArray::fromStdString(
+        R"(<FixtureDefinition><Channel Name="Y"><Group Byte="0">Effect</Group>)" + ranges +
+        "</Channel><Mode/></FixtureDefinition>"));
+    EXPECT_EQ(read.definition.channels.at(0).ranges.size(), 256U);
 }
 
 } // namespace
