@@ -13,8 +13,6 @@ namespace FixtureImport {
 
 namespace {
 
-constexpr int LongestName = 200;
-
 struct ConversionWords
 {
     Q_DECLARE_TR_FUNCTIONS(FixtureImport)
@@ -46,7 +44,7 @@ private:
         const ModeChannel& channel = mode_.channels[index];
         const FoundPixels::Use& use = pixels_.uses[index];
         ImportedChannel imported;
-        imported.name = channel.name;
+        imported.name = CleanName(channel.name, {});
         if (use.cell >= 0) {
             imported.reason = ChannelReason::Pixel;
             imported.pixel = use.cell;
@@ -59,7 +57,7 @@ private:
             return FineChannel(std::move(imported), channel);
         const SteadyValue value = ValueOf(channel);
         if (value.range)
-            imported.range = value.range->text;
+            imported.range = CleanName(value.range->text, {});
         return Constant(std::move(imported), value.value, value.reason);
     }
 
@@ -162,17 +160,19 @@ bool IsPlainName(const QString& name)
             return false;
         isBehindBlank = isBlank;
     }
-    return !isBehindBlank && name.size() <= LongestName;
+    return !isBehindBlank;
 }
 
 } // namespace
 
-QString CleanName(const QString& name, const QString& otherwise)
+QString CleanName(const QString& name, const QString& otherwise, int longest)
 {
-    if (IsPlainName(name))
+    if (name.isEmpty())
+        return otherwise;
+    if (name.size() <= longest && IsPlainName(name))
         return name;
     QString clean;
-    for (const QChar c : name.left(LongestName)) {
+    for (const QChar c : name.left(longest)) {
         const bool isPlain = c.isPrint() || c.isHighSurrogate() || c.isLowSurrogate();
         clean += isPlain ? c : QLatin1Char(' ');
     }

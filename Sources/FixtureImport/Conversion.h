@@ -10,8 +10,11 @@ namespace FixtureImport {
 /// up at once and is still. A fixture has the number 0 and is named "Name - Mode".
 [[nodiscard]] ImportedDefinition Convert(const Definition& definition);
 
-/// A name for lists and files: control characters and runs of blanks become one blank, and what is
-/// longer than 200 characters is cut. `otherwise` stands for an empty one.
-[[nodiscard]] QString CleanName(const QString& name, const QString& otherwise);
+inline constexpr int LongestName = 200;
+
+/// A text for lists and files: control characters and runs of blanks become one blank, and what is
+/// longer than `longest` characters is cut. `otherwise` stands for an empty one.
+[[nodiscard]] QString CleanName(const QString& name, const QString& otherwise,
+                                int longest = LongestName);
 
 } // namespace FixtureImport

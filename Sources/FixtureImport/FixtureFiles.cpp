@@ -81,6 +81,13 @@ QString NameFromKey(const QString& key)
     return words.join(QLatin1Char(' '));
 }
 
+/// What a fault quotes may be anything, and goes to a window or a terminal. The colours of two
+/// pixels are some hundred characters.
+void CleanDetail(ImportFault& fault)
+{
+    fault.detail = CleanName(fault.detail, {}, 5 * LongestName);
+}
+
 } // namespace
 
 QStringList FindFixtureFiles(const QStringList& paths, const std::function<bool(int)>& goesOn)
@@ -120,6 +127,17 @@ QStringList FindFixtureFiles(const QStringList& paths, const std::function<bool(
 }
 
 ImportedFile FixtureFileReader::Read(const QString& path)
+{
+    ImportedFile file = ReadAsItStands(path);
+    CleanDetail(file.fault);
+    for (ImportedDefinition& definition : file.definitions) {
+        for (ImportedMode& mode : definition.modes)
+            CleanDetail(mode.fault);
+    }
+    return file;
+}
+
+ImportedFile FixtureFileReader::ReadAsItStands(const QString& path)
 {
     ImportedFile file;
     file.path = path;

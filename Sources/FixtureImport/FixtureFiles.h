@@ -32,6 +32,7 @@ public:
 
 private:
     [[nodiscard]] ImportedFile ReadLibrary(ImportedFile file) const;
+    [[nodiscard]] ImportedFile ReadAsItStands(const QString& path);
     [[nodiscard]] ImportedFile ReadOpenFixtureAt(ImportedFile file, const QByteArray& json);
     [[nodiscard]] QString ManufacturerOf(const QString& path, const QString& key);
 

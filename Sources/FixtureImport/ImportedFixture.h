@@ -38,8 +38,8 @@ enum class ChannelReason : std::uint8_t
 /// A channel of an imported mode.
 struct ImportedChannel
 {
-    QString name;  ///< as the definition has it; empty for an unused one
-    QString range; ///< the definition's words for the range that the constant is in
+    QString name;  ///< the definition's, as CleanName leaves it; empty for an unused one
+    QString range; ///< likewise, its words for the range that the constant is in
     ChannelReason reason = ChannelReason::Free;
     /// 0 to 255 for a constant; StaticChannel::Unassigned for a free channel and for a pixel's.
     std::int32_t value = StaticChannel::Unassigned;

@@ -95,6 +95,9 @@ QString WithoutNumber(QString name)
     return name.toCaseFolded();
 }
 
+/// Of a name in a fault's list of channels, which each mode has: a hostile one has MBs.
+constexpr int LongestInList = 100;
+
 /// One search. Every step either narrows the lamps or sets the fault.
 class Search
 {
@@ -526,7 +529,9 @@ private:
     {
         QStringList list;
         for (const std::int32_t index : indexes)
-            list += QStringLiteral("%1 (%2)").arg(ChannelAt(index).name).arg(index + 1);
+            list += QStringLiteral("%1 (%2)")
+                        .arg(ChannelAt(index).name.left(LongestInList))
+                        .arg(index + 1);
         return list.join(QLatin1String(", "));
     }
     [[nodiscard]] QString DescribeTwo(const Lamp& one, const Lamp& other) const

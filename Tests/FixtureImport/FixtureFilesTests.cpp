@@ -154,6 +154,24 @@ TEST_F(FixtureFilesTest, BadFilesAreALineEach)
     EXPECT_FALSE(many.IsWhole());
 }
 
+TEST_F(FixtureFilesTest, WhatIsQuotedFromAFileIsCleanAndShort)
+{
+    const std::string raw = R"(\u001b[2J\n)" + std::string(300, 'x');
+    const std::string clean = "[2J " + std::string(195, 'x');
+    folder.Write("raw.json",
+                 R"({"availableChannels": {"W": {"capability": {"type": "Intensity"}}, ")" + raw +
+                     R"(": {"capability": {"type": "NoFunction", "comment": ")" + raw +
+                     R"("}}}, "modes": [{"channels": ["W", ")" + raw + R"("]}, {"channels": ["?)" +
+                     raw + std::string(1000, 'x') + R"("]}]})");
+    const auto file = reader.Read(Path("raw.json"));
+    ASSERT_EQ(file.definitions.at(0).modes.size(), 2U);
+    const auto& channel = file.definitions[0].modes[0].channels.at(1);
+    EXPECT_EQ(channel.name.toStdString(), clean);
+    EXPECT_EQ(channel.range.toStdString(), clean);
+    EXPECT_EQ(file.definitions[0].modes[1].fault.detail.toStdString(),
+              "? " + clean + std::string(799, 'x'));
+}
+
 TEST_F(FixtureFilesTest, FoldersAreSearchedOnceAndCanBeLeft)
 {
     for (const char* name : {"b/2.qxf", "b/1.json", "b/manufacturers.json", "b/read.me", "a.WFL"})
