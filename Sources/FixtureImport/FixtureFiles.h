@@ -27,12 +27,13 @@ inline constexpr qint64 MaxDefinitionFileSize = 8LL * 1024 * 1024;
 class FixtureFileReader
 {
 public:
-    /// Everything in one file, or why there is nothing. The kind of file follows from its content.
+    /// Everything in one file, or why there is nothing. A library is known by its name, any other
+    /// kind of file by its content.
     [[nodiscard]] ImportedFile Read(const QString& path);
 
 private:
-    [[nodiscard]] ImportedFile ReadLibrary(ImportedFile file) const;
     [[nodiscard]] ImportedFile ReadAsItStands(const QString& path);
+    [[nodiscard]] ImportedFile ReadLibrary(ImportedFile file) const;
     [[nodiscard]] ImportedFile ReadOpenFixtureAt(ImportedFile file, const QByteArray& json);
     [[nodiscard]] QString ManufacturerOf(const QString& path, const QString& key);
 

@@ -31,6 +31,8 @@ void ImportReport::AddFile(const FixtureImport::ImportedFile& file)
     ++files_;
     if (file.fault)
         ++leftOut_[file.fault.kind];
+    else
+        ++read_;
     if (isLong_ || file.fault)
         out_ << (file.fault
                      ? ReportWords::tr("%1: %2").arg(file.path, FixtureImport::InWords(file.fault))

@@ -27,6 +27,8 @@ public:
     void WriteSummary();
 
     [[nodiscard]] int Fixtures() const { return fixtures_; }
+    /// Whether there was a file that could be read, whatever became of its modes.
+    [[nodiscard]] bool IsAnythingRead() const { return read_ > 0; }
     [[nodiscard]] bool IsAnythingLeftOut() const { return !leftOut_.empty(); }
 
 private:
@@ -35,6 +37,7 @@ private:
     QTextStream& out_;
     bool isLong_;
     int files_ = 0;
+    int read_ = 0; ///< of these without a fault
     int modes_ = 0;
     int fixtures_ = 0;
     int known_ = 0;

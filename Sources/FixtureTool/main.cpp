@@ -137,9 +137,10 @@ int Run()
     for (const QString& path : FixtureImport::FindFixtureFiles(request.paths))
         Import(path, reader, names, library, report);
     report.WriteSummary();
-    if (report.Fixtures() == 0)
+    if (!report.IsAnythingRead())
         return NothingRead;
-    if (!request.output.isEmpty()) {
+    // A library without fixtures would be one that can't be read.
+    if (!request.output.isEmpty() && report.Fixtures() > 0) {
         if (const SaveResult saved = library.Write(request.output); !saved) {
             std::fprintf(stderr, "%s: %s\n", qUtf8Printable(request.output),
                          qUtf8Printable(saved.Reason()));

@@ -222,6 +222,7 @@ TEST_F(FixtureFilesTest, TheCommandWritesALibrary)
     folder.Write("in/good/par.json", Par);
     folder.Write("in/par.qxf", Qxf);
     folder.Write("bad/par.json", "{");
+    folder.Write("dark/spot.json", R"({"modes": [{"name": "No light"}]})");
     const auto run = [&](const QStringList& arguments) {
         QProcess command;
         command.start(QStringLiteral(PIXELWEFT_FIXTURES), arguments);
@@ -231,6 +232,8 @@ TEST_F(FixtureFilesTest, TheCommandWritesALibrary)
     EXPECT_EQ(run({Path("in/good")}).first, 0);
     EXPECT_EQ(run({Path("bad")}).first, 2);
     EXPECT_EQ(run({Path("none")}).first, 2);
+    EXPECT_EQ(run({Path("dark"), Path("bad"), "-o"_q, Path("dark.wfl")}).first, 1);
+    EXPECT_FALSE(std::filesystem::exists(folder.Path() / "dark.wfl"));
     EXPECT_EQ(run({}).first, 2);
     EXPECT_EQ(run({Path("in/good"), "-o"_q, Path("no/folder.wfl")}).first, 2);
     const auto [status, report] =
