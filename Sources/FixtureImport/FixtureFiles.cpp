@@ -214,6 +214,8 @@ ImportedFile FixtureFileReader::ReadOpenFixtureAt(ImportedFile file, const QByte
         QByteArray bytes;
         if (visited.contains(path))
             read.fault = {FaultKind::RedirectCircle, target};
+        else if (visited.size() == MostRedirects)
+            read.fault = {FaultKind::RedirectTooLong, target};
         else if (!isKey || ReadWholeFile(path, bytes))
             read.fault = {FaultKind::RedirectLost, target};
         else
@@ -232,8 +234,6 @@ ImportedFile FixtureFileReader::ReadOpenFixtureAt(ImportedFile file, const QByte
     read.definition.name = name;
     file.definitions.push_back(Convert(read.definition));
     return file;
-        else if (visited.size() == MostRedirects)
-            read.fault = {FaultKind::RedirectTooLong, target};
 }
 
 QString FixtureFileReader::ManufacturerOf(const QString& path, const QString& key)

@@ -2,12 +2,11 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
-#include <vector>
 
 #include <QHash>
 #include <QJsonObject>
+#include <QMap>
 #include <QString>
 
 #include "FixtureImport/Definition.h"
@@ -43,8 +42,9 @@ private:
         std::int32_t channel = -1;
         std::int32_t fineness = 0;
     };
-    using Targets = QHash<QString, Target>;
-    using Aliases = QHash<QString, QString>;
+    /// Ordered, so that a key that two templates fit means the same on each day.
+    using Targets = QMap<QString, Target>;
+    using Aliases = QMap<QString, QString>;
 
     void ReadChannels(const QJsonObject& channels, const QJsonObject& wheels, Targets& targets,
                       Aliases& switched, Definition& definition);

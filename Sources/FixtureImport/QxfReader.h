@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <optional>
-
 #include <QByteArray>
 
 #include "FixtureImport/Definition.h"
