@@ -24,6 +24,8 @@ SeenBox Read(QDialog& dialog)
     if (!box)
         return seen;
     seen.text = box->text();
+    EXPECT_TRUE(box->textFormat() == Qt::PlainText || !Qt::mightBeRichText(seen.text))
+        << "markup in a name of the operator's: " << seen.text.toStdString();
     for (const auto* button : box->findChildren<QPushButton*>()) {
         if (button->isDefault())
             seen.byDefault = Plain(button->text());

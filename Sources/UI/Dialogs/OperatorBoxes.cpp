@@ -4,11 +4,27 @@
 #include <QFileDialog>
 #include <QPushButton>
 
+namespace {
+
+/// What a box tells may quote a file or a name, and Qt takes what looks like markup for markup.
+class PlainBox final : public QMessageBox
+{
+public:
+    PlainBox(Icon icon, const QString& title, const QString& text, StandardButtons buttons,
+             QWidget* parent)
+        : QMessageBox(icon, title, text, buttons, parent)
+    {
+        setTextFormat(Qt::PlainText);
+    }
+};
+
+} // namespace
+
 bool WidgetBoxes::Ask(QWidget* parent, const QString& title, const QString& text,
                       QMessageBox::StandardButton byDefault)
 {
-    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::Cancel,
-                    parent);
+    PlainBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::Cancel,
+                 parent);
     box.setDefaultButton(byDefault);
     return box.exec() == QMessageBox::Yes;
 }
@@ -16,8 +32,8 @@ bool WidgetBoxes::Ask(QWidget* parent, const QString& title, const QString& text
 OperatorBoxes::UnsavedAnswer WidgetBoxes::AskToSave(QWidget* parent, const QString& title,
                                                     const QString& text)
 {
-    QMessageBox box(QMessageBox::Question, title, text,
-                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent);
+    PlainBox box(QMessageBox::Question, title, text,
+                 QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, parent);
     // Some desktops call it "Close without Saving", which would not be true of each question.
     box.button(QMessageBox::Discard)->setText(QMessageBox::tr("Discard"));
     box.setDefaultButton(QMessageBox::Cancel);
@@ -33,7 +49,7 @@ OperatorBoxes::UnsavedAnswer WidgetBoxes::AskToSave(QWidget* parent, const QStri
 
 bool WidgetBoxes::Confirm(QWidget* parent, const QString& title, const QString& text)
 {
-    QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::Yes | QMessageBox::No, parent);
+    PlainBox box(QMessageBox::Warning, title, text, QMessageBox::Yes | QMessageBox::No, parent);
     box.setDefaultButton(QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
@@ -41,21 +57,19 @@ bool WidgetBoxes::Confirm(QWidget* parent, const QString& title, const QString& 
 
 void WidgetBoxes::Notify(QWidget* parent, const QString& title, const QString& text)
 {
-    QMessageBox box(QMessageBox::NoIcon, title, text, QMessageBox::Ok, parent);
-    box.setTextFormat(Qt::PlainText);
+    PlainBox box(QMessageBox::NoIcon, title, text, QMessageBox::Ok, parent);
     box.exec();
 }
 
 void WidgetBoxes::Warn(QWidget* parent, const QString& title, const QString& text)
 {
-    QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::Ok, parent);
+    PlainBox box(QMessageBox::Warning, title, text, QMessageBox::Ok, parent);
     box.exec();
 }
 
 int WidgetBoxes::Choose(const Choice& choice)
 {
-    QMessageBox box(choice.icon, choice.title, choice.text, QMessageBox::NoButton, choice.parent);
-    box.setTextFormat(Qt::PlainText); // It may quote a file.
+    PlainBox box(choice.icon, choice.title, choice.text, QMessageBox::NoButton, choice.parent);
     QList<QAbstractButton*> buttons;
     for (const QString& text : choice.buttons) {
         // Qt gives Escape to a lone reject button, and sorts the buttons by their roles as the

@@ -272,7 +272,7 @@ TEST_F(Library, SelectedFixturesAreExportedToALibraryOfTheirOwn)
 3 1</PixelMapping><StaticChannel channel="2" value="9"/></LEDFixture>)";
     Load(Head + maker + "Beam" + lamp + maker + "Arc" + lamp + Tile);
     ASSERT_TRUE(QDir().mkdir(QString::fromStdString((home.Path() / "folder.1.wfl").string())));
-    home.Write("old.1.wfl", "old");
+    home.Write("old<b>.1.wfl", "old");
     const std::string own = manager->GetLibraryPath().toStdString();
     struct Case
     {
@@ -291,9 +291,9 @@ TEST_F(Library, SelectedFixturesAreExportedToALibraryOfTheirOwn)
         {{"Elation"}, "", "maker.WFL", {}, "maker.WFL", "Beam Arc ", two},
         {{"Elation", "Beam"}, "ea", "shown", {}, "shown.wfl", "Beam ", one},
         {{}, "ea", "all", {}, "all.wfl", "Beam Arc Tile ", "Export Fixtures: 3 of 3"},
-        {{"Tile"}, "", "old.1", {"No"}, "old.1.wfl", nullptr, one},
-        {{"Tile"}, "", "old.1", {"Yes"}, "old.1.wfl", "Tile ", one},
-        {{}, "", "folder.1", {"Yes", "OK"}, "old.1.wfl", nullptr, "Fixtures Not Exported"},
+        {{"Tile"}, "", "old<b>.1", {"No"}, "old<b>.1.wfl", nullptr, one},
+        {{"Tile"}, "", "old<b>.1", {"Yes"}, "old<b>.1.wfl", "Tile ", one},
+        {{}, "", "folder.1", {"Yes", "OK"}, "old<b>.1.wfl", nullptr, "Fixtures Not Exported"},
         {{"Tile"}, "", own, {"Yes", "OK"}, own, nullptr, "Export Fixtures Forbidden"},
     };
     for (const Case& exported : cases) {
