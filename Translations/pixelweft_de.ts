@@ -620,6 +620,10 @@ It is sent at once.</source>
 
 Es wird sofort gesendet.</translation>
     </message>
+    <message>
+        <source>Import</source>
+        <translation>Importieren</translation>
+    </message>
 </context>
 <context>
     <name>FixedDialog</name>

@@ -61,8 +61,11 @@ class Life(stage.Case):
         self.addCleanup(window.close)
 
         def agree(universe):
-            stage.wait(lambda: window.tap("Alt", "y") or wire.packets(dmx(universe, BROADCAST)), 20,
-                       f"frames of universe {universe} after Alt+Y")
+            first.wait_for_log("Asking whether to import", count=universe)
+            window.settle()
+            window.press("Tab")
+            window.tap("Return")
+            wire.wait_for(1, dmx(universe, BROADCAST), 20, f"frames of universe {universe}")
 
         agree(1)
         to_program = ("import socket, sys\ns = socket.socket(socket.AF_UNIX, socket.SOCK_DGRAM)\n"

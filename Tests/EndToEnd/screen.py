@@ -12,7 +12,7 @@ import stage
 
 PORT = 5900
 PLATFORM = f"vnc:size=1600x1000:port={PORT}"
-KEYS = {"Return": 0xFF0D, "Alt": 0xFFE9, "Control": 0xFFE3}
+KEYS = {"Tab": 0xFF09, "Return": 0xFF0D, "Alt": 0xFFE9, "Control": 0xFFE3}
 AMBER = bytes.fromhex("47b3ffff")  # of a network that is absent: blue, green, red and a byte without meaning
 
 

@@ -268,12 +268,19 @@ void DocumentLife::ImportFile(const QString& path)
 
 void DocumentLife::OfferImport(const QString& path)
 {
-    // The box comes over whatever is being typed: Return must not answer it with yes.
-    if (parts_.boxes.Ask(&parts_.window, tr("Import Mapping"),
-                         tr("Do you want to import %1 in place of your current mapping?\n\nIt is "
-                            "sent at once.")
-                             .arg(path),
-                         QMessageBox::Cancel))
+    // The box comes over whatever is being typed. Return must not agree, and no letter either: a
+    // box takes one for the button that has it as its mnemonic, also without Alt.
+    OperatorBoxes::Choice choice;
+    choice.icon = QMessageBox::Question;
+    choice.title = tr("Import Mapping");
+    choice.text = tr("Do you want to import %1 in place of your current mapping?\n\nIt is sent at "
+                     "once.")
+                      .arg(path);
+    choice.buttons = QStringList{tr("Import"), tr("Cancel")};
+    choice.byDefault = choice.onEscape = 1;
+    choice.parent = &parts_.window;
+    ZEN_LOG_INFO("Asking whether to import %ls", path.toStdWString().c_str());
+    if (parts_.boxes.Choose(choice) == 0)
         ImportFile(path);
 }
 
