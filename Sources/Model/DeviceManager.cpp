@@ -72,11 +72,11 @@ bool DeviceManager::LoadLibrary(const QString& path)
 }
 
 bool DeviceManager::MergeLibrary(const QString& path, bool force,
-                                 const FixtureConflictCallback& callback)
+                                 const FixtureConflictCallback& callback, const DiskWait& wait)
 {
     deviceModel->Merge(path.toStdWString(), force, callback);
     FollowLibrary();
-    return SaveLibrary();
+    return SaveLibrary(wait);
 }
 
 void DeviceManager::FollowLibrary()

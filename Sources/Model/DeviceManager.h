@@ -59,7 +59,8 @@ public:
     /// kept under another name before the library is next saved over it.
     bool LoadLibrary(const QString& path);
     /// Merges a file into the library and saves the library. False when the save failed.
-    bool MergeLibrary(const QString& path, bool force, const FixtureConflictCallback& callback);
+    bool MergeLibrary(const QString& path, bool force, const FixtureConflictCallback& callback,
+                      const DiskWait& wait = {});
     /// Writes the library to the user's file. False, after a line in the log and
     /// librarySaveFailed(), when that failed; the old file is then whole.
     bool SaveLibrary(const DiskWait& wait = {});

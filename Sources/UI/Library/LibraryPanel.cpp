@@ -47,9 +47,8 @@ LibraryPanel::LibraryPanel(const Parts& parts)
         this, [this] { export_.Export(); }));
     list_->View().setContextMenuPolicy(Qt::ActionsContextMenu);
     // Queued: the program that the files come from waits for the end of the drop.
-    connect(
-        list_, &LibraryList::filesDropped, this,
-        [this](const QStringList& paths) { importing_.Import(paths); }, Qt::QueuedConnection);
+    connect(list_, &LibraryList::filesDropped, this, &LibraryPanel::ImportFixtures,
+            Qt::QueuedConnection);
     WatchLibrary();
     AskAboutFixturesOfDocuments();
 }
@@ -218,28 +217,29 @@ void LibraryPanel::ActionConfirmDeleteFixtureDialog()
 
 void LibraryPanel::ActionImportFixtures()
 {
-    ImportFixtures(AskForFixtureFiles(parts_.boxes, &parts_.window));
-}
-
-void LibraryPanel::ImportFixtures(const QStringList& files)
-{
+    const QStringList files = AskForFixtureFiles(parts_.boxes, &parts_.window);
     if (files.size() == 1 && files.front().endsWith(QLatin1String(".wfl"), Qt::CaseInsensitive))
         ImportLibrary(files.front());
     else if (!files.isEmpty())
-        importing_.Import(files);
+        ImportFixtures(files);
+}
+
+void LibraryPanel::ImportFixtures(const QStringList& paths)
+{
+    importing_.Import(paths);
 }
 
 void LibraryPanel::ActionImportFixtureFolder()
 {
     const QString folder = parts_.boxes.ChooseDirectory(&parts_.window, tr("Import Fixtures"));
     if (!folder.isEmpty())
-        importing_.Import({folder});
+        ImportFixtures({folder});
 }
 
 void LibraryPanel::ImportLibrary(const QString& file)
 {
     const QByteArray before = parts_.manager.ReadLibraryFile();
-    const bool saved = parts_.manager.MergeLibrary(file, true, {});
+    const bool saved = parts_.manager.MergeLibrary(file, true, {}, parts_.wait);
     const bool whole = parts_.manager.GetDeviceModel()->WasReadWhole();
     list_->FollowChange(saved);
     if (!saved || parts_.manager.ReadLibraryFile() != before)

@@ -52,11 +52,11 @@ public slots:
     void ActionOpenCustomFixtureDialog();
     void ActionEditCustomFixtureDialog();
     void ActionConfirmDeleteFixtureDialog();
+    /// Of one library that is chosen, asks only about what differs; anything else is shown before.
     void ActionImportFixtures();
     void ActionImportFixtureFolder();
-    /// Brings in what these files have: of one library it asks only about what differs; anything
-    /// else is shown before.
-    void ImportFixtures(const QStringList& files);
+    /// Shows what these files and folders have, for the operator to choose what is brought in.
+    void ImportFixtures(const QStringList& paths);
     /// Puts the program's fixtures in place of the user's. The document stays as it is, and keeps
     /// the fixtures that it uses.
     void RestoreBuiltInFixtures();
