@@ -25,6 +25,10 @@ NO_TEXTS = {"ArtNet"}
 LITERALS = r'((?:\s*"(?:[^"\\]|\\.)*")+)'
 MARKED = re.compile(r"\b(?:tr|QT_TR_NOOP|WindowText)\(" + LITERALS
                     + r"|\b(?:translate|QT_TRANSLATE_NOOP)\(\s*\"\w+\",\s*" + LITERALS)
+# A text in a variable, and a function that translates what it is handed: lupdate must find that text elsewhere.
+VARIABLE = re.compile(r'\btranslate\(\s*"(\w+)",\s*[A-Za-z_]')
+HELPER = re.compile(r"(\w+)(?: = \[\w*\])?\(const char\* (\w+)\)\s*\{\s*return [\w:]*translate\([^;]*\b\2\b")
+CONTEXT = re.compile(r'\bQT_TRANSLATE_NOOP\(\s*"(\w+)"')
 CALL = r"(?:tr|translate|WindowText)\((?:[^()]|\((?:[^()]|\([^()]*\))*\))*\)"
 PIECED = re.compile(rf"\b{CALL}\s*\+|\+=?\s*(?:\w+::)?{CALL}(?!\s*\.)")
 UNMARKED = re.compile(r"\b(?:set(?:Text|ToolTip|Title|WindowTitle|AccessibleName|AccessibleDescription|PlaceholderText"
@@ -55,7 +59,7 @@ def messages(file):
 
 def the_sources_mark():
     """The texts that the sources mark, and the faults of how they do it."""
-    texts, faults = set(), []
+    texts, faults, used, given = set(), [], {}, set()
     for file in (path for room in ROOMS for path in sorted(room.rglob("*")) if path.suffix in (".cpp", ".h")):
         code = file.read_text()
 
@@ -66,11 +70,18 @@ def the_sources_mark():
         for found in MARKED.finditer(code):
             parts = re.findall(r'"((?:[^"\\]|\\.)*)"', found[1] or found[2])
             texts.add("".join(parts).replace("\\n", "\n").replace('\\"', '"'))
+        used.update((found[1], file.relative_to(ROOT)) for found in VARIABLE.finditer(code))
+        given.update(CONTEXT.findall(code))
+        for helper in HELPER.finditer(code):
+            for found in re.finditer(rf'\b{helper[1]}\(\s*"', code):
+                fault(found, f"the text of {helper[1]}() is not in QT_TRANSLATE_NOOP")
         for found in PIECED.finditer(code):
             fault(found, "a text is pieced together: use %1")
         for found in UNMARKED.finditer(code):
             if found[1] not in NO_TEXTS:
                 fault(found, f'"{found[1]}" is not marked with tr()')
+    faults += [f"{file}: no QT_TRANSLATE_NOOP has a text of {context}"
+               for context, file in used.items() if context not in given]
     return texts, faults
 
 

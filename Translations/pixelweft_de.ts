@@ -637,6 +637,49 @@ Es wird sofort gesendet.</translation>
     </message>
 </context>
 <context>
+    <name>FixtureConflictBox</name>
+    <message>
+        <source>Fixture conflict</source>
+        <translation>Gerätekonflikt</translation>
+    </message>
+    <message>
+        <source>The fixture &quot;%1 %2&quot; stored in the mapping file is different to the one in your library.
+
+Do you want to overwrite the library fixture ?</source>
+        <translation>Das Gerät „%1 %2“ in der Mapping-Datei unterscheidet sich von dem in Ihrer Bibliothek.
+
+Möchten Sie das Gerät der Bibliothek überschreiben?</translation>
+    </message>
+    <message>
+        <source>Yes, use the fixture from the mapping file</source>
+        <translation>Ja, das Gerät aus der Mapping-Datei verwenden</translation>
+    </message>
+    <message>
+        <source>No, use the original fixture from the library</source>
+        <translation>Nein, das Gerät der Bibliothek behalten</translation>
+    </message>
+    <message>
+        <source>Conflict occured while updating your library.
+
+Do you want to overwrite the local library fixture ?</source>
+        <translation>Beim Aktualisieren Ihrer Bibliothek gibt es einen Konflikt.
+
+Möchten Sie das Gerät in Ihrer Bibliothek überschreiben?</translation>
+    </message>
+    <message>
+        <source>Overwrite</source>
+        <translation>Überschreiben</translation>
+    </message>
+    <message>
+        <source>Skip</source>
+        <translation>Überspringen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
     <name>FixtureEditing</name>
     <message>
         <source>Enter the name of the manufacturer.</source>

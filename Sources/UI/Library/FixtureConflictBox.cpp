@@ -1,23 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "UI/Library/FixtureConflictBox.h"
 
+#include <QCoreApplication>
+
 #include "Model/DeviceModel.h"
 #include "UI/Dialogs/OperatorBoxes.h"
 
-#include <QCoreApplication>
-
 namespace {
 
-QString Text(const char* text)
+struct ConflictWords
 {
-    return QCoreApplication::translate("FixtureConflictBox", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(FixtureConflictBox)
+};
 
 int Ask(OperatorBoxes& boxes, const QString& question, const QStringList& answers)
 {
     OperatorBoxes::Choice choice;
     choice.icon = QMessageBox::Information;
-    choice.title = Text("Fixture conflict");
+    choice.title = ConflictWords::tr("Fixture conflict");
     choice.text = question;
     choice.buttons = answers;
     const int pressed = boxes.Choose(choice);
@@ -31,17 +31,20 @@ int AskAboutDocumentFixture(OperatorBoxes& boxes, const QString& manufacturer,
                             const QString& product)
 {
     return Ask(boxes,
-               Text("The fixture \"%1 %2\" stored in the mapping file is different to the one in "
-                    "your library.\n\nDo you want to overwrite the library fixture ?")
+               ConflictWords::tr(
+                   "The fixture \"%1 %2\" stored in the mapping file is different to the one in "
+                   "your library.\n\nDo you want to overwrite the library fixture ?")
                    .arg(manufacturer, product),
-               {Text("Yes, use the fixture from the mapping file"),
-                Text("No, use the original fixture from the library")});
+               {ConflictWords::tr("Yes, use the fixture from the mapping file"),
+                ConflictWords::tr("No, use the original fixture from the library")});
 }
 
 int AskAboutLibraryUpdate(OperatorBoxes& boxes)
 {
-    return Ask(boxes,
-               Text("Conflict occured while updating your library.\n\nDo you want to overwrite "
-                    "the local library fixture ?"),
-               {Text("Overwrite"), Text("Skip"), Text("Cancel")});
+    return Ask(
+        boxes,
+        ConflictWords::tr(
+            "Conflict occured while updating your library.\n\nDo you want to overwrite "
+            "the local library fixture ?"),
+        {ConflictWords::tr("Overwrite"), ConflictWords::tr("Skip"), ConflictWords::tr("Cancel")});
 }
