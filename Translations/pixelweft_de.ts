@@ -698,14 +698,6 @@ Mappings know a fixture by the name of its product, so the library holds each na
 Mappings kennen ein Gerät am Namen seines Produkts; darum hat die Bibliothek jeden Namen nur einmal.</translation>
     </message>
     <message>
-        <source>Manufacturer</source>
-        <translation>Hersteller</translation>
-    </message>
-    <message>
-        <source>Product</source>
-        <translation>Produkt</translation>
-    </message>
-    <message>
         <source>Edit Used Fixture</source>
         <translation>Benutztes Gerät bearbeiten</translation>
     </message>
@@ -878,18 +870,6 @@ Eine schon vorhandene Datei ist unverändert.</translation>
 </context>
 <context>
     <name>FixtureImport</name>
-    <message>
-        <source>Standard</source>
-        <translation>Standard</translation>
-    </message>
-    <message>
-        <source>Unknown manufacturer</source>
-        <translation>Unbekannter Hersteller</translation>
-    </message>
-    <message>
-        <source>Unnamed fixture</source>
-        <translation>Unbenanntes Gerät</translation>
-    </message>
     <message>
         <source>There is no such file.</source>
         <translation>Es gibt keine solche Datei.</translation>

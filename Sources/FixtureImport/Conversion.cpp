@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include <QCoreApplication>
+#include <QString>
 
 #include "FixtureImport/PixelSearch.h"
 #include "FixtureImport/SteadyValue.h"
@@ -13,10 +13,11 @@ namespace FixtureImport {
 
 namespace {
 
-struct ConversionWords
-{
-    Q_DECLARE_TR_FUNCTIONS(FixtureImport)
-};
+// Where a definition lacks a name. They go into libraries and documents, which know a fixture by
+// its names, so they are the same in every language.
+const QString UnknownManufacturer = QStringLiteral("Unknown manufacturer");
+const QString UnnamedFixture = QStringLiteral("Unnamed fixture");
+const QString UnnamedMode = QStringLiteral("Standard");
 
 /// Gives each channel of one mode what it gets.
 class ModeConversion
@@ -129,7 +130,7 @@ ImportedMode ConvertMode(const Definition& definition, const DefinitionMode& mod
                          const ImportedDefinition& names)
 {
     ImportedMode imported;
-    imported.name = CleanName(mode.name, ConversionWords::tr("Standard"));
+    imported.name = CleanName(mode.name, UnnamedMode);
     imported.fault = FaultOf(mode);
     if (imported.fault)
         return imported;
@@ -186,9 +187,8 @@ QString CleanName(const QString& name, const QString& otherwise, int longest)
 ImportedDefinition Convert(const Definition& definition)
 {
     ImportedDefinition imported;
-    imported.manufacturer =
-        CleanName(definition.manufacturer, ConversionWords::tr("Unknown manufacturer"));
-    imported.name = CleanName(definition.name, ConversionWords::tr("Unnamed fixture"));
+    imported.manufacturer = CleanName(definition.manufacturer, UnknownManufacturer);
+    imported.name = CleanName(definition.name, UnnamedFixture);
     imported.modes.reserve(definition.modes.size());
     for (const DefinitionMode& mode : definition.modes)
         imported.modes.push_back(ConvertMode(definition, mode, imported));

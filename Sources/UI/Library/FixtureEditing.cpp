@@ -161,8 +161,9 @@ void FixtureEditing::MakeFixture()
     if (size.exec() != QDialog::Accepted)
         return;
     DeviceManager& manager = parts_.manager;
+    // Values and not words: unchanged they go into the library, which is for all languages.
     WEFTCustomFixtureDialog editor(
-        {tr("Manufacturer"), tr("Product"), FixtureLayout(size.GetSize()),
+        {QStringLiteral("Manufacturer"), QStringLiteral("Product"), FixtureLayout(size.GetSize()),
          manager.GetDeviceModel()->GetManufacturers()},
         false, CheckAgainst(manager, [] { return std::wstring(); }), parts_.boxes, &parts_.window);
     if (editor.exec() != QDialog::Accepted)
