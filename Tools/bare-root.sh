@@ -1,6 +1,8 @@
 # shellcheck shell=bash
 # Sourced: a bare Debian 12 in a folder, as a fresh machine has it, and commands in it. Needs root and mmdebstrap.
 
+mirror_patience=300 # seconds: a mirror that is slower is none
+
 # Each source of Debian 12 that apt reads on this system, a line each in the form of sources.list. What other vendors
 # offer is left out.
 debian_sources() {
@@ -18,14 +20,14 @@ make_bare_root() { # make_bare_root FOLDER
     (. Tools/setup.sh bare) || return
     unshare --mount --net --pid --fork true 2>/dev/null || { echo "there are no namespaces here" >&2; return 1; }
     if [ -z "$(find "$root.tar" -mtime -7 2>/dev/null)" ]; then
-        if ! said=$(apt-get update -q 2>&1); then # which source is Debian's is in what apt fetches of it
+        if ! said=$(timeout $mirror_patience apt-get update -q 2>&1); then # which source is Debian's is in what apt fetches of it
             printf 'the sources of apt can not be read; apt-get said at its end:\n%s\n' "$(tail -n 5 <<<"$said")" >&2
             return 1
         fi
         mapfile -t sources < <(debian_sources)
         [ ${#sources[@]} -gt 0 ] || { echo "apt has no source of Debian 12 on this system" >&2; return 1; }
         mapfile -t options < <(apt-config dump | grep -iE '^Acquire::(https?::Proxy[ :]|Check-)' | sed 's/^/--aptopt=/')
-        if ! said=$(mmdebstrap --mode=root --variant=minbase "${options[@]}" \
+        if ! said=$(timeout $mirror_patience mmdebstrap --mode=root --variant=minbase "${options[@]}" \
             bookworm "$root.tar" "${sources[@]}" 2>&1); then
             rm -f "$root.tar"
             printf 'a bare Debian can not be made; mmdebstrap said at its end:\n%s\n' "$(tail -n 5 <<<"$said")" >&2
@@ -34,7 +36,7 @@ make_bare_root() { # make_bare_root FOLDER
     fi
     rm -rf "$root"
     mkdir -p "$root" && tar -x -C "$root" -f "$root.tar" && cp /etc/resolv.conf "$root/etc/" || return
-    if ! said=$(in_bare_root "$root" apt-get update -q 2>&1); then
+    if ! said=$(in_bare_root "$root" timeout $mirror_patience apt-get update -q 2>&1); then
         printf 'packages can not be fetched; apt-get said at its end:\n%s\n' "$(tail -n 5 <<<"$said")" >&2
         return 1
     fi
