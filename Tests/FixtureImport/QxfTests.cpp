@@ -4,10 +4,11 @@
 #include "FixtureImport/QxfReader.h"
 #include "Support/ImportedText.h"
 
-#include <ctime>
 #include <gtest/gtest.h>
 
 #include <QStringList>
+
+#include <ctime>
 
 namespace {
 
