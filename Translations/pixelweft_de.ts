@@ -1432,7 +1432,7 @@ Eine schon vorhandene Datei ist unverändert.</translation>
     </message>
     <message>
         <source>Mixed</source>
-        <translation>Verschieden</translation>
+        <translation>Divers</translation>
     </message>
 </context>
 <context>
