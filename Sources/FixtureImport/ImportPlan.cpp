@@ -2,11 +2,11 @@
 #include "FixtureImport/ImportPlan.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include <QFileInfo>
 
-#include "FixtureImport/ProductNames.h"
 #include "LibTools/NaturalOrder.h"
 #include "LibTools/SearchWords.h"
 
@@ -22,17 +22,6 @@ bool ComesBefore(const PlanNode& a, const PlanNode& b)
     return isLast == (b.kind == Kind::UnreadFiles) ? IsBefore(a.name, b.name) : !isLast;
 }
 
-/// Whether two fixtures are the same on the stage: an automatic number of channels is the number
-/// that it gives.
-bool IsSame(const LEDFixture& a, const LEDFixture& b)
-{
-    const auto counted = [](LEDFixture fixture) {
-        fixture.SetChannelCount(fixture.GetChannelCount());
-        return fixture;
-    };
-    return a == b && (a.HasDefinitionOf(b) || counted(a).HasDefinitionOf(counted(b)));
-}
-
 /// `Node` is a PlanNode, const or not.
 template <typename Node, typename Act>
 void ForEachFixture(Node& node, const Act& act)
@@ -43,11 +32,11 @@ void ForEachFixture(Node& node, const Act& act)
         ForEachFixture<Node>(*child, act);
 }
 
-/// The rows of a parent's shown children from this one on.
-void Number(PlanNode& parent, std::size_t from)
+void NumberRows(PlanNode& parent)
 {
-    for (std::size_t row = from; row < parent.shown.size(); ++row)
-        parent.shown[row]->row = static_cast<int>(row);
+    int row = 0;
+    for (PlanNode* child : parent.shown)
+        child->row = row++;
 }
 
 /// Where a node belongs among sorted ones; behind its equals.
@@ -66,6 +55,17 @@ QString PlanNode::ProductInLibrary() const
         return {};
     return QString::fromStdWString(
         state == PlanState::Differs && !replaces ? otherProduct : mode.fixture->product);
+}
+
+int RowOf(const PlanNode& node)
+{
+    if (!node.parent || node.row < 0)
+        return -1;
+    const auto& shown = node.parent->shown;
+    const auto row = static_cast<std::size_t>(node.row);
+    if (row >= shown.size() || shown[row] != &node)
+        NumberRows(*node.parent);
+    return node.row;
 }
 
 ChoiceBelow CountChoice(const PlanNode& node)
@@ -89,7 +89,7 @@ ImportPlan::ImportPlan(Library library)
 
 void ImportPlan::Add(ImportedFile file, const Watcher& watcher)
 {
-    ++files_;
+    files_ += file.continues ? 0 : 1;
     if (file.fault) {
         auto node = std::make_unique<PlanNode>();
         node->kind = Kind::UnreadFile;
@@ -147,29 +147,24 @@ void ImportPlan::Judge(PlanNode& fixture)
         return;
     LEDFixture& definition = *fixture.mode.fixture;
     const std::wstring wanted = definition.product;
-    fixture.state = PlanState::New;
-    for (int attempt = 1;; ++attempt) {
-        definition.product = ProductFor(wanted, definition.manufacturer, attempt);
-        const auto known = products_.find(definition.product);
-        const LEDFixture* present = library_ ? library_(definition.product) : nullptr;
-        if (known != products_.end() && IsSame(*known->second->mode.fixture, definition)) {
-            fixture.state = PlanState::Twice;
-            return;
-        }
-        if (present && IsSame(*present, definition)) {
-            fixture.state = PlanState::Known;
-            return;
-        }
-        if (known == products_.end() && !present)
-            break;
-        if (attempt == 1 && known == products_.end())
-            fixture.state = PlanState::Differs;
+    const auto place = search_.Find(definition, [this](const std::wstring& product) {
+        const auto known = products_.find(product);
+        return std::array<const LEDFixture*, 2>{
+            known == products_.end() ? nullptr : &*known->second->mode.fixture,
+            library_ ? library_(product) : nullptr};
+    });
+    definition.product = place.product;
+    if (place.sameOf) {
+        fixture.state = *place.sameOf == 0 ? PlanState::Twice : PlanState::Known;
+        return;
     }
-    products_.emplace(definition.product, &fixture);
+    fixture.state = PlanState::New;
     fixture.isChosen = true;
-    if (fixture.state == PlanState::Differs) {
+    products_.emplace(place.product, &fixture);
+    // Of several for one product of the library's, the first may replace it.
+    if (products_.emplace(wanted, &fixture).second) {
+        fixture.state = PlanState::Differs;
         fixture.otherProduct = std::exchange(definition.product, wanted);
-        products_.emplace(wanted, &fixture);
         Answer(fixture, answer_);
     }
 }
@@ -201,7 +196,7 @@ void ImportPlan::PutInto(PlanNode& parent, std::unique_ptr<PlanNode> node, const
         return;
     if (&parent != &top_ && parent.row < 0) { // it comes in with its first child
         parent.shown = {added};
-        Number(parent, 0);
+        added->row = 0;
         added = &parent;
         shownIn = &top_;
     }
@@ -210,7 +205,7 @@ void ImportPlan::PutInto(PlanNode& parent, std::unique_ptr<PlanNode> node, const
     if (watcher.before)
         watcher.before(*shownIn, static_cast<int>(row));
     shownIn->shown.insert(place, added);
-    Number(*shownIn, row);
+    added->row = static_cast<int>(row); // RowOf finds that those behind it have moved.
     if (watcher.after)
         watcher.after();
 }
@@ -240,7 +235,7 @@ bool ImportPlan::Narrow(PlanNode& node) const
         if (Narrow(*child))
             node.shown.push_back(child.get());
     }
-    Number(node, 0);
+    NumberRows(node);
     return !node.shown.empty();
 }
 
@@ -294,7 +289,6 @@ ImportPlan::Counts ImportPlan::Count() const
         }
         ++counts.fixtures;
         counts.chosen += node.isChosen ? 1 : 0;
-        counts.replacing += node.isChosen && node.replaces ? 1 : 0;
         counts.differing += node.state == PlanState::Differs ? 1 : 0;
         const bool isKnown = node.state == PlanState::Known || node.state == PlanState::Twice;
         counts.known += isKnown ? 1 : 0;

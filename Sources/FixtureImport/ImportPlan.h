@@ -14,6 +14,7 @@
 #include <QStringList>
 
 #include "FixtureImport/ImportedFixture.h"
+#include "FixtureImport/ProductNames.h"
 
 namespace FixtureImport {
 
@@ -54,7 +55,8 @@ struct PlanNode
     QString path; ///< of the file, for a definition, a fixture and an unread file
     std::vector<std::unique_ptr<PlanNode>> children; ///< sorted, modes as they are in their file
     std::vector<PlanNode*> shown;                    ///< those that the search lets through
-    int row = -1;                                    ///< in the parent's `shown`, -1 when hidden
+    /// In the parent's `shown`, -1 when hidden. RowOf knows whether it still holds.
+    int row = -1;
 
     // ---- Of a fixture; an unread file has a fault and LeftOut.
     ImportedMode mode;
@@ -80,6 +82,10 @@ struct PlanNode
     [[nodiscard]] QString ProductInLibrary() const;
 };
 
+/// The row among the parent's shown children; -1 for a hidden node and for the top. What comes in
+/// doesn't count the rows behind it: among thousands, only those that are asked for are counted.
+[[nodiscard]] int RowOf(const PlanNode& node);
+
 /// The operator's choice among what was found: what is imported, and under which product. It shows
 /// nothing and changes no library.
 class ImportPlan
@@ -98,7 +104,6 @@ public:
         int files = 0;
         int fixtures = 0; ///< modes, whatever became of them
         int chosen = 0;
-        int replacing = 0; ///< of the chosen ones
         int differing = 0;
         int known = 0; ///< in the library, or twice
         int leftOut = 0;
@@ -157,6 +162,7 @@ private:
     PlanNode* unread_ = nullptr;
     QHash<QString, PlanNode*> manufacturers_;                    ///< by their names without case
     std::unordered_map<std::wstring, const PlanNode*> products_; ///< of this import
+    ProductSearch search_;
 };
 
 /// How many of the shown fixtures at and below a node can be chosen, and are.

@@ -76,6 +76,7 @@ struct ImportedFile
     QString path;
     ImportFault fault; ///< then there are no definitions
     std::vector<ImportedDefinition> definitions;
+    bool continues = false; ///< more of a file that was handed over in part
 
     /// Whether anything of the file is left out.
     [[nodiscard]] bool IsWhole() const;

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "UI/FixtureImport/ImportReading.h"
 
+#include <algorithm>
 #include <exception>
+#include <iterator>
 #include <system_error>
 #include <utility>
 
@@ -16,6 +18,8 @@ constexpr int PauseMilliseconds = 5;
 /// Less than a tick has to spare.
 constexpr qint64 PortionNanoseconds = 4'000'000;
 constexpr std::size_t MostWaiting = 256;
+/// Of definitions. A library may have all its fixtures in one file, and they are judged one by one.
+constexpr std::size_t PieceSize = 32;
 
 } // namespace
 
@@ -48,8 +52,12 @@ void ImportReading::Start()
         });
     } catch (const std::system_error&) {
         ZEN_LOG_ERROR("No thread for the import of fixtures");
-        for (const QString& path : paths)
-            taker_({path, {FixtureImport::FaultKind::Unreadable, {}}, {}});
+        for (const QString& path : paths) {
+            FixtureImport::ImportedFile file;
+            file.path = path;
+            file.fault.kind = FixtureImport::FaultKind::Unreadable;
+            taker_(std::move(file));
+        }
         emit ended();
         return;
     }
@@ -71,12 +79,31 @@ void ImportReading::ReadAll(const QStringList& paths, const std::stop_token& sto
             if (stop.stop_requested())
                 return;
             path = file;
-            Put(reader.Read(file), stop);
+            PutInPieces(reader.Read(file), stop);
         }
     } catch (const std::exception& error) { // out of memory
         ZEN_LOG_ERROR("The import of %s ended: %s", qUtf8Printable(path), error.what());
-        Put({path, {FixtureImport::FaultKind::Unreadable, {}}, {}}, stop);
+        FixtureImport::ImportedFile file;
+        file.path = path;
+        file.fault.kind = FixtureImport::FaultKind::Unreadable;
+        Put(std::move(file), stop);
     }
+}
+
+void ImportReading::PutInPieces(FixtureImport::ImportedFile file, const std::stop_token& stop)
+{
+    std::vector<FixtureImport::ImportedDefinition> all = std::move(file.definitions);
+    auto next = all.begin();
+    do {
+        const auto end = next + std::min<std::ptrdiff_t>(PieceSize, all.end() - next);
+        FixtureImport::ImportedFile piece;
+        piece.path = file.path;
+        piece.fault = file.fault;
+        piece.continues = next != all.begin();
+        piece.definitions.assign(std::make_move_iterator(next), std::make_move_iterator(end));
+        next = end;
+        Put(std::move(piece), stop);
+    } while (next != all.end() && !stop.stop_requested());
 }
 
 void ImportReading::Put(FixtureImport::ImportedFile file, const std::stop_token& stop)
@@ -103,8 +130,8 @@ bool ImportReading::TakeSome()
     room_.notify_one();
     std::size_t taken = 0;
     while (taken < files.size() && timer.nsecsElapsed() < PortionNanoseconds) {
+        given_ += files[taken].continues ? 0 : 1;
         taker_(std::move(files[taken++]));
-        ++given_;
     }
     if (taken == files.size())
         return !isDone;

@@ -25,7 +25,7 @@ class ImportReading : public QObject
 public:
     using Taker = std::function<void(FixtureImport::ImportedFile)>;
 
-    /// `taker` gets each file, on the main thread.
+    /// `taker` gets each file, on the main thread; one with many definitions in several pieces.
     explicit ImportReading(Taker taker);
     /// Ends the reading at the next file.
     ~ImportReading() override;
@@ -46,6 +46,7 @@ signals:
 private:
     void Start();
     void ReadAll(const QStringList& paths, const std::stop_token& stop);
+    void PutInPieces(FixtureImport::ImportedFile file, const std::stop_token& stop);
     void Put(FixtureImport::ImportedFile file, const std::stop_token& stop);
     [[nodiscard]] bool TakeSome();
     void HandOver();

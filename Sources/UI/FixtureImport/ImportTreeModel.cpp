@@ -202,8 +202,8 @@ PlanNode* ImportTreeModel::NodeAt(const QModelIndex& index) const
 
 QModelIndex ImportTreeModel::IndexOf(const PlanNode& node) const
 {
-    return node.parent && node.row >= 0 ? createIndex(node.row, NameColumn, node.parent)
-                                        : QModelIndex();
+    const int row = RowOf(node);
+    return row >= 0 ? createIndex(row, NameColumn, node.parent) : QModelIndex();
 }
 
 QModelIndex ImportTreeModel::index(int row, int column, const QModelIndex& parent) const
