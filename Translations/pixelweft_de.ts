@@ -1241,6 +1241,10 @@ Eine schon vorhandene Datei ist unverändert.</translation>
 <context>
     <name>ImportFixturesDialog</name>
     <message>
+        <source>Cancelling...</source>
+        <translation>Wird abgebrochen...</translation>
+    </message>
+    <message>
         <source>No files of fixtures (.json, .qxf, .wfl) were found.</source>
         <translation>Es wurden keine Gerätedateien (.json, .qxf, .wfl) gefunden.</translation>
     </message>

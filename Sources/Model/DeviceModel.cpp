@@ -347,6 +347,17 @@ void DeviceModel::RemoveWithRow(DeviceLedItem& item)
     parent.removeRow(row.row());
 }
 
+void DeviceModel::TakeBack(DeviceLedItem& item)
+{
+    const QString key = ManufacturerKey(item.manufacturer);
+    RemoveWithRow(item);
+    const QStandardItem* cell = manufacturerRows.value(key).value(0);
+    if (!cell || cell->hasChildren())
+        return;
+    manufacturerRows.remove(key);
+    removeRow(cell->row());
+}
+
 void DeviceModel::RemoveRowsThatItOverwrote(const DeviceLedItem& item)
 {
     for (const auto& manufacturer : qAsConst(manufacturerRows)) {

@@ -108,6 +108,8 @@ public:
     /// Takes a fixture out with its row. Of an item that another fixture has overwritten only the
     /// row goes.
     void RemoveWithRow(DeviceLedItem& item);
+    /// As if the fixture had never been added: its manufacturer's row goes with its last fixture.
+    void TakeBack(DeviceLedItem& item);
     /// False for an item that another fixture has overwritten; its row is still in the tree.
     [[nodiscard]] bool IsInLibrary(const DeviceLedItem& item) const
     {

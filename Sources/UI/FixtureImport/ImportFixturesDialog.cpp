@@ -119,18 +119,18 @@ ImportFixturesDialog::ImportFixturesDialog(ImportPlan::Library library, Operator
     layout->addLayout(MakeLists(), 1);
     layout->addLayout(MakeChoiceRow());
     layout->addLayout(MakeStatusRow());
-    QDialogButtonBox* buttons = MakeButtons(QDialogButtonBox::Cancel);
-    import_ = buttons->addButton(tr("&Import"), QDialogButtonBox::AcceptRole);
+    buttons_ = MakeButtons(QDialogButtonBox::Cancel);
+    import_ = buttons_->addButton(tr("&Import"), QDialogButtonBox::AcceptRole);
     import_->setObjectName(QStringLiteral("importButton"));
     import_->setDefault(true);
     // Else Return would cancel while nothing can be imported.
-    buttons->button(QDialogButtonBox::Cancel)->setAutoDefault(false);
-    layout->addWidget(buttons);
+    buttons_->button(QDialogButtonBox::Cancel)->setAutoDefault(false);
+    layout->addWidget(buttons_);
     connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, search_, [this] {
         search_->setFocus();
         search_->selectAll();
     });
-    connect(&reading_, &ImportReading::progressed, this, &ImportFixturesDialog::ShowCounts);
+    connect(&reading_, &ImportReading::progressed, this, &ImportFixturesDialog::ShowProgress);
     connect(&reading_, &ImportReading::ended, this, &ImportFixturesDialog::EndReading);
     connect(model_, &ImportTreeModel::choiceChanged, this, [this] {
         ShowCounts();
@@ -277,7 +277,7 @@ QHBoxLayout* ImportFixturesDialog::MakeStatusRow()
 
 void ImportFixturesDialog::Read(const QStringList& paths)
 {
-    if (paths.isEmpty() || isImporting_)
+    if (paths.isEmpty() || stage_ != Stage::Choosing)
         return;
     reading_.Read(paths);
     progressTimer_.start(ProgressMilliseconds);
@@ -298,6 +298,8 @@ void ImportFixturesDialog::AddFolder()
 
 void ImportFixturesDialog::EndReading()
 {
+    if (stage_ == Stage::Cancelling)
+        return FixedDialog::reject();
     progressTimer_.stop();
     progress_->hide();
     if (CountRows(plan_.Top(), RowsToExpand) < RowsToExpand)
@@ -311,20 +313,27 @@ void ImportFixturesDialog::EndReading()
     ShowCounts();
 }
 
+/// While files are read. It comes hundreds of times a second, and walks over nothing.
+void ImportFixturesDialog::ShowProgress()
+{
+    if (stage_ != Stage::Choosing)
+        return;
+    progress_->setMaximum(reading_.Found());
+    progress_->setValue(reading_.Given());
+    countLabel_->setText(
+        tr("Reading: %1 of %2 files").arg(Counted(reading_.Given()), Counted(reading_.Found())));
+}
+
 void ImportFixturesDialog::ShowCounts()
 {
-    if (isImporting_)
+    if (stage_ != Stage::Choosing)
         return;
     const ImportPlan::Counts counts = plan_.Count();
     const bool isReading = reading_.IsReading();
-    if (isReading) {
-        progress_->setMaximum(reading_.Found());
-        progress_->setValue(reading_.Given());
-        countLabel_->setText(tr("Reading: %1 of %2 files")
-                                 .arg(Counted(reading_.Given()), Counted(reading_.Found())));
-    } else {
+    if (isReading)
+        ShowProgress();
+    else
         countLabel_->setText(InWords(counts));
-    }
     answerAll_->setEnabled(counts.differing > 0);
     answerAll_->Show(counts.differing > 0 ? plan_.CommonAnswer()
                                           : std::optional(SameProduct::LeaveOut));
@@ -333,7 +342,7 @@ void ImportFixturesDialog::ShowCounts()
 
 void ImportFixturesDialog::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!isImporting_ && !LocalPaths(*event->mimeData()).isEmpty())
+    if (stage_ == Stage::Choosing && !LocalPaths(*event->mimeData()).isEmpty())
         event->acceptProposedAction();
 }
 
@@ -437,23 +446,51 @@ void ImportFixturesDialog::accept()
 
 void ImportFixturesDialog::reject()
 {
-    if (!isImporting_)
-        FixedDialog::reject();
+    if (stage_ == Stage::Cancelling)
+        return;
+    if (stage_ == Stage::Choosing && !reading_.IsReading())
+        return FixedDialog::reject();
+    const bool isImporting = stage_ == Stage::Importing;
+    StartCancelling();
+    if (isImporting)
+        emit takeBackRequested();
+    else
+        reading_.Stop();
 }
 
 void ImportFixturesDialog::Finish()
 {
-    FixedDialog::accept();
+    if (stage_ == Stage::Cancelling)
+        FixedDialog::reject();
+    else
+        FixedDialog::accept();
+}
+
+/// Nothing can be chosen any more.
+void ImportFixturesDialog::Freeze()
+{
+    for (QWidget* child : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+        child->setEnabled(child == countLabel_ || child == progress_ || child == buttons_);
+    import_->setEnabled(false);
+}
+
+void ImportFixturesDialog::StartCancelling()
+{
+    stage_ = Stage::Cancelling;
+    Freeze();
+    buttons_->setEnabled(false);
+    countLabel_->setText(tr("Cancelling..."));
 }
 
 void ImportFixturesDialog::ShowImported(int done, int all)
 {
-    if (!std::exchange(isImporting_, true)) {
-        for (QWidget* child : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
-            child->setEnabled(child == countLabel_ || child == progress_);
+    if (stage_ == Stage::Choosing) {
+        stage_ = Stage::Importing;
+        Freeze();
         progressTimer_.start(ProgressMilliseconds);
     }
     progress_->setMaximum(all);
     progress_->setValue(done);
-    countLabel_->setText(tr("Importing: %1 of %2 fixtures").arg(Counted(done), Counted(all)));
+    if (stage_ == Stage::Importing)
+        countLabel_->setText(tr("Importing: %1 of %2 fixtures").arg(Counted(done), Counted(all)));
 }

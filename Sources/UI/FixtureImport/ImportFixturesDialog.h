@@ -15,6 +15,7 @@ class ImportDetails;
 class ImportTreeModel;
 class OperatorBoxes;
 class QComboBox;
+class QDialogButtonBox;
 class QHBoxLayout;
 class QLabel;
 class QLineEdit;
@@ -49,16 +50,22 @@ public:
     [[nodiscard]] std::vector<FixtureImport::ImportPlan::Wanted> Chosen() const;
     /// From the first call on the import is under way, and nothing can be changed any more.
     void ShowImported(int done, int all);
+    [[nodiscard]] bool IsReading() const { return reading_.IsReading(); }
+    /// For a dialog that the end of the program has closed; as ImportReading says.
+    void StopReadingAndWait() { reading_.StopAndWait(); }
 
 signals:
-    /// The operator wants what is chosen. The dialog stays open until it is accepted.
+    /// The operator wants what is chosen. The dialog stays open until Finish.
     void importRequested();
+    /// The operator wants what has been imported so far to be taken back. The dialog stays open
+    /// until Finish.
+    void takeBackRequested();
 
 public slots:
     void accept() override;
-    /// Ends the reading. While fixtures come into the library it does nothing: that is soon done.
+    /// Closes the dialog when nothing is read any more, or what was imported is taken back.
     void reject() override;
-    /// What importRequested asked for is done.
+    /// What importRequested or takeBackRequested asked for is done.
     void Finish();
 
 protected:
@@ -78,6 +85,8 @@ private:
     void AddFolder();
     void ShowProgress();
     void EndReading();
+    void Freeze();
+    void StartCancelling();
     void Search();
     void ExpandRows();
     void ShowCurrent();
@@ -95,9 +104,16 @@ private:
     ImportAnswers* answerAll_ = nullptr;
     QLabel* countLabel_ = nullptr;
     QProgressBar* progress_ = nullptr;
+    QDialogButtonBox* buttons_ = nullptr;
     QPushButton* import_ = nullptr;
     QTimer progressTimer_;
     std::set<const FixtureImport::PlanNode*> expanded_; ///< without a search
     bool wasSearching_ = false;
-    bool isImporting_ = false;
+    enum class Stage
+    {
+        Choosing, ///< also while files are read
+        Importing,
+        Cancelling ///< until reading or importing has come to its end
+    };
+    Stage stage_ = Stage::Choosing;
 };

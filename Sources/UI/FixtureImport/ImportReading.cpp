@@ -39,10 +39,25 @@ void ImportReading::Read(const QStringList& paths)
         Start();
 }
 
+void ImportReading::Stop()
+{
+    isStopping_ = true;
+    waiting_.clear();
+    (void)reader_.request_stop();
+}
+
+void ImportReading::StopAndWait()
+{
+    (void)reader_.request_stop();
+    if (reader_.joinable())
+        reader_.join();
+}
+
 void ImportReading::Start()
 {
     foundBefore_ += found_.exchange(0);
     isDone_ = false;
+    isStopping_ = false;
     const QStringList paths = std::exchange(waiting_, {});
     try {
         reader_ = std::jthread([this, paths](const std::stop_token& stop) {
@@ -128,6 +143,8 @@ bool ImportReading::TakeSome()
         isDone = isDone_;
     }
     room_.notify_one();
+    if (isStopping_)
+        return !isDone;
     std::size_t taken = 0;
     while (taken < files.size() && timer.nsecsElapsed() < PortionNanoseconds) {
         given_ += files[taken].continues ? 0 : 1;

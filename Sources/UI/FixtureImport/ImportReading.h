@@ -27,12 +27,17 @@ public:
 
     /// `taker` gets each file, on the main thread; one with many definitions in several pieces.
     explicit ImportReading(Taker taker);
-    /// Ends the reading at the next file.
+    /// Waits for the end of the file that is being read.
     ~ImportReading() override;
 
     /// Files and folders, behind those that are being read.
     void Read(const QStringList& paths);
     [[nodiscard]] bool IsReading() const { return reader_.joinable(); }
+    /// Ends the reading behind the file that is being read. Nothing more is handed over; ended()
+    /// says when it has come to its end, which may take its time on a slow disk.
+    void Stop();
+    /// Stops and waits for the end, on any thread while the main thread doesn't use this object.
+    void StopAndWait();
     /// How many files were found and handed over in all.
     [[nodiscard]] int Found() const { return foundBefore_ + found_; }
     [[nodiscard]] int Given() const { return given_; }
@@ -53,6 +58,7 @@ private:
 
     Taker taker_;
     QStringList waiting_;
+    bool isStopping_ = false;
     QTimer timer_;
     int given_ = 0;
     int foundBefore_ = 0; ///< by readings that ended

@@ -8,7 +8,9 @@
 #include <QScopedValueRollback>
 #include <QUndoStack>
 
+#include "Model/DeviceLedItem.h"
 #include "Model/DeviceManager.h"
+#include "Model/DeviceModel.h"
 #include "Model/FixtureNames.h"
 #include "Model/MappedDeviceModel.h"
 #include "UI/Dialogs/OperatorBoxes.h"
@@ -17,7 +19,7 @@
 
 namespace {
 
-/// With a walk over the document's elements for each time.
+/// Of fixtures that are added, with a walk over the document's elements for each time.
 constexpr std::size_t AtOnce = 32;
 constexpr int BetweenPortions = 1; ///< milliseconds
 /// Less than a tick has to spare.
@@ -29,7 +31,7 @@ FixtureImporting::FixtureImporting(Parts parts)
     : parts_(std::move(parts))
 {
     timer_.setInterval(BetweenPortions);
-    connect(&timer_, &QTimer::timeout, this, &FixtureImporting::TakePortion);
+    connect(&timer_, &QTimer::timeout, this, &FixtureImporting::DoPortion);
 }
 
 void FixtureImporting::Import(const QStringList& paths)
@@ -43,11 +45,19 @@ void FixtureImporting::Import(const QStringList& paths)
         parts_.boxes, &parts_.window);
     const QScopedValueRollback<ImportFixturesDialog*> isOpen(dialog_, &dialog);
     connect(&dialog, &ImportFixturesDialog::importRequested, this, &FixtureImporting::Begin);
+    connect(&dialog, &ImportFixturesDialog::takeBackRequested, this,
+            [this] { isTakingBack_ = true; });
     dialog.Read(paths);
     dialog.exec();
-    // The program may end under the dialog: what was begun is finished.
+    // The program may end under the dialog: what was begun is finished, and the output goes on
+    // until a slow disk has given the file that is being read.
     while (timer_.isActive())
-        TakePortion();
+        DoPortion();
+    if (dialog.IsReading())
+        (void)DoOnDisk(parts_.wait, [&dialog] {
+            dialog.StopReadingAndWait();
+            return SaveResult();
+        });
 }
 
 void FixtureImporting::Begin()
@@ -55,67 +65,102 @@ void FixtureImporting::Begin()
     if (timer_.isActive())
         return;
     wanted_ = dialog_->Chosen();
+    // What changes on the stage comes last: most that is cancelled has not come so far.
+    std::stable_partition(wanted_.begin(), wanted_.end(),
+                          [](const auto& wanted) { return !wanted.replaces; });
     taken_ = 0;
-    products_.clear();
-    products_.reserve(wanted_.size());
-    hasReplaced_ = false;
+    done_.clear();
+    done_.reserve(wanted_.size());
+    isTakingBack_ = false;
     changedDocument_ = false;
     dialog_->ShowImported(0, static_cast<int>(wanted_.size()));
     timer_.start();
 }
 
-void FixtureImporting::TakePortion()
+void FixtureImporting::DoPortion()
 {
     QElapsedTimer time;
     time.start();
-    while (taken_ < wanted_.size() && time.nsecsElapsed() < PortionNanoseconds)
-        TakeSome();
-    dialog_->ShowImported(static_cast<int>(taken_), static_cast<int>(wanted_.size()));
-    if (taken_ == wanted_.size())
+    const auto isDone = [this] {
+        return isTakingBack_ ? done_.empty() : taken_ == wanted_.size();
+    };
+    while (!isDone() && time.nsecsElapsed() < PortionNanoseconds) {
+        if (isTakingBack_)
+            TakeLastBack();
+        else
+            TakeSome();
+    }
+    dialog_->ShowImported(static_cast<int>(isTakingBack_ ? done_.size() : taken_),
+                          static_cast<int>(wanted_.size()));
+    if (!isDone())
+        return;
+    timer_.stop();
+    if (isTakingBack_)
+        EndTakenBack();
+    else
         End();
 }
 
+/// Many that are added, or one that replaces another: that walks over the library and the document.
 void FixtureImporting::TakeSome()
 {
     std::vector<LEDFixture> added;
     const std::size_t end = std::min(taken_ + AtOnce, wanted_.size());
-    for (; taken_ < end; ++taken_) {
-        LEDFixture fixture = wanted_[taken_].fixture;
+    while (taken_ < end) {
+        const bool replaces = wanted_[taken_].replaces;
+        if (replaces && !added.empty())
+            break;
+        LEDFixture fixture = wanted_[taken_++].fixture;
         fixture.manufacturer = NameInFile(fixture.manufacturer);
         fixture.product = NameInFile(fixture.product);
         const DeviceLedItem* present = parts_.manager.GetLEDFixtureByProduct(fixture.product);
-        if (present && !wanted_[taken_].replaces)
-            continue; // It came meanwhile, with a document.
-        products_.push_back(fixture.product);
+        if (present && replaces)
+            return Replace(*present, fixture);
         if (present)
-            Replace(present->uniqueID, fixture);
-        else
-            added.push_back(std::move(fixture));
+            continue; // It came meanwhile, with a document.
+        done_.push_back({fixture.product, std::nullopt});
+        added.push_back(std::move(fixture));
     }
     (void)parts_.manager.AddFixtures(added);
 }
 
-void FixtureImporting::Replace(std::int64_t fixtureID, const LEDFixture& fixture)
+void FixtureImporting::Replace(const DeviceLedItem& present, const LEDFixture& fixture)
 {
-    changedDocument_ =
-        changedDocument_ || parts_.manager.GetMappedDeviceModel()->IsFixtureUsed(fixtureID);
-    hasReplaced_ = true;
-    parts_.manager.ChangeFixture(fixtureID, fixture);
+    changedDocument_ = changedDocument_ || IsUsed(present);
+    done_.push_back({fixture.product, present});
+    parts_.manager.ChangeFixture(present.uniqueID, fixture);
+}
+
+void FixtureImporting::TakeLastBack()
+{
+    const Done last = std::move(done_.back());
+    done_.pop_back();
+    DeviceLedItem* present = parts_.manager.GetLEDFixtureByProduct(last.product);
+    if (!present)
+        return;
+    if (last.before)
+        parts_.manager.ChangeFixture(present->uniqueID, *last.before);
+    else if (!IsUsed(*present)) // by a document that came meanwhile
+        parts_.manager.GetDeviceModel()->TakeBack(*present);
 }
 
 void FixtureImporting::End()
 {
-    timer_.stop();
     (void)parts_.manager.SaveLibrary(parts_.wait);
-    if (hasReplaced_)
+    if (std::ranges::any_of(done_, [](const Done& done) { return done.before.has_value(); }))
         parts_.undoStack.clear();
     if (changedDocument_)
         parts_.manager.SetDocumentDirty(true);
     // Not from the file: the library in memory also has what documents have brought into it.
     parts_.list.FollowChange(false);
-    parts_.list.ShowFixtures(products_);
-    const auto missed = static_cast<int>(wanted_.size() - products_.size());
+    std::vector<std::wstring> products;
+    products.reserve(done_.size());
+    for (const Done& done : done_)
+        products.push_back(done.product);
+    parts_.list.ShowFixtures(products);
+    const auto missed = static_cast<int>(wanted_.size() - done_.size());
     wanted_.clear();
+    done_.clear();
     dialog_->Finish();
     if (missed > 0)
         parts_.boxes.Notify(
@@ -123,4 +168,16 @@ void FixtureImporting::End()
             tr("%n fixture(s) were not imported: other fixtures of their names came into the "
                "library meanwhile. Import them again to choose what becomes of them.",
                nullptr, missed));
+}
+
+void FixtureImporting::EndTakenBack()
+{
+    wanted_.clear();
+    parts_.list.FollowChange(false);
+    dialog_->Finish();
+}
+
+bool FixtureImporting::IsUsed(const DeviceLedItem& fixture) const
+{
+    return parts_.manager.GetMappedDeviceModel()->IsFixtureUsed(fixture.uniqueID);
 }

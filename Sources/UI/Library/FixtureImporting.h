@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,6 +13,7 @@
 #include "FixtureImport/ImportPlan.h"
 #include "LibTools/DiskWork.h"
 
+class DeviceLedItem;
 class DeviceManager;
 class ImportFixturesDialog;
 class LibraryList;
@@ -21,8 +22,8 @@ class QUndoStack;
 class QWidget;
 
 /// Brings fixtures of other libraries and programs into the user's: shows what the files have, and
-/// takes what the operator chooses. The user's file is written once, at the end. While thousands of
-/// fixtures come in, the output goes on.
+/// takes what the operator chooses. The user's file is written once, at the end; until then all can
+/// be taken back. While thousands of fixtures come in, the output goes on.
 class FixtureImporting : public QObject
 {
     Q_OBJECT
@@ -45,18 +46,28 @@ public:
     void Import(const QStringList& paths);
 
 private:
+    /// What the library has of the import.
+    struct Done
+    {
+        std::wstring product;
+        std::optional<LEDFixture> before; ///< of a fixture that was replaced
+    };
+
     void Begin();
-    void TakePortion();
+    void DoPortion();
     void TakeSome();
-    void Replace(std::int64_t fixtureID, const LEDFixture& fixture);
+    void Replace(const DeviceLedItem& present, const LEDFixture& fixture);
+    void TakeLastBack();
     void End();
+    void EndTakenBack();
+    [[nodiscard]] bool IsUsed(const DeviceLedItem& fixture) const;
 
     Parts parts_;
     ImportFixturesDialog* dialog_ = nullptr; ///< while it is open
     std::vector<FixtureImport::ImportPlan::Wanted> wanted_;
     std::size_t taken_ = 0; ///< of these
-    std::vector<std::wstring> products_;
-    bool hasReplaced_ = false;
+    std::vector<Done> done_;
+    bool isTakingBack_ = false;
     bool changedDocument_ = false;
     QTimer timer_;
 };

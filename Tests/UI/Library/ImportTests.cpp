@@ -251,6 +251,55 @@ TEST_F(Import, NothingChangesUntilThen)
     EXPECT_TRUE(steps.canUndo());
 }
 
+TEST_F(Import, CancelWaitsForTheFileThatIsRead)
+{
+    std::string fixtures;
+    for (int i = 0; i < 20'000; ++i)
+        fixtures += FixtureXml("Lamp " + std::to_string(i), "RGB");
+    home.Write("large.wfl", LibraryXml(fixtures));
+    person.Will([](QDialog& dialog) {
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        EXPECT_TRUE(dialog.isVisible()) << "the output would wait for the reader";
+        EXPECT_EQ(dialog.findChild<QLabel*>("importCounts"_q)->text(), "Cancelling..."_q);
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog.isVisible(); }));
+        EXPECT_EQ(Rows(dialog), "");
+    });
+    Drop({Path("large.wfl")});
+    EXPECT_EQ(File(), before);
+}
+
+TEST_F(Import, WhatIsCancelledIsTakenBack)
+{
+    std::string fixtures = FixtureXml("Tile", "BGR");
+    for (int i = 0; i < 100; ++i)
+        fixtures += FixtureXml("Lamp " + std::to_string(i), "RGB");
+    home.Write("y/many.wfl", LibraryXml(fixtures));
+    home.Write("y/par.qxf", Definition); // of a manufacturer of its own
+    manager->SetDocumentDirty(false);
+    person.Will([&](QDialog& dialog) {
+        WaitForFiles(dialog);
+        EXPECT_TRUE(dialog.findChild<QLabel*>("importCounts"_q)->text().startsWith("101 of 103"_q));
+        Support::Pick(*dialog.findChild<QComboBox*>("importAnswerAll"_q), "Replace the library's");
+        // The placed fixture changes last of all.
+        const auto watch = QObject::connect(manager.get(), &DeviceManager::elementsRefitted, [&] {
+            EXPECT_EQ(manager->GetDeviceModel()->GetFixtures().size(), 103);
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+        Support::Press(dialog, "Import"_q);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog.isVisible(); }));
+        QObject::disconnect(watch);
+    });
+    Drop({Path("y")});
+    EXPECT_EQ(manager->GetDeviceModel()->GetFixtures().size(), 2);
+    EXPECT_EQ(manager->GetDeviceModel()->rowCount(), 1) << "of manufacturers";
+    EXPECT_EQ(manager->GetMappedItemByRow(0)->GetFixture().pixelMap.GetType(), PixelMapType::RGB);
+    EXPECT_EQ(saves, 0);
+    EXPECT_EQ(File(), before);
+    EXPECT_TRUE(steps.canUndo());
+    EXPECT_FALSE(manager->documentDirty);
+}
+
 TEST_F(Import, AFailedSaveIsToldAndLosesNothing)
 {
     ASSERT_TRUE(QFile::remove(GetFixtureLibraryPath()) && QDir().mkdir(manager->GetLibraryPath()));
