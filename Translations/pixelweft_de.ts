@@ -1038,6 +1038,23 @@ Eine schon vorhandene Datei ist unverändert.</translation>
 <context>
     <name>FixtureImporting</name>
     <message>
+        <source>Replace Used Fixtures</source>
+        <translation>Benutzte Geräte ersetzen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n fixture(s) to replace are used in your current mapping file.
+
+Replacing them changes what the placed fixtures send, at once. Replace them?</source>
+        <translation>
+            <numerusform>%n Gerät, das ersetzt würde, wird in Ihrem Mapping benutzt.
+
+Damit ändert sich sofort, was die platzierten Geräte senden. Ersetzen?</numerusform>
+            <numerusform>%n Geräte, die ersetzt würden, werden in Ihrem Mapping benutzt.
+
+Damit ändert sich sofort, was die platzierten Geräte senden. Ersetzen?</numerusform>
+        </translation>
+    </message>
+    <message>
         <source>Import Fixtures</source>
         <translation>Geräte importieren</translation>
     </message>

@@ -31,6 +31,19 @@
 <context>
     <name>FixtureImporting</name>
     <message numerus="yes">
+        <source>%n fixture(s) to replace are used in your current mapping file.
+
+Replacing them changes what the placed fixtures send, at once. Replace them?</source>
+        <translation>
+            <numerusform>%n fixture to replace is used in your current mapping file.
+
+Replacing it changes what the placed fixtures send, at once. Replace it?</numerusform>
+            <numerusform>%n fixtures to replace are used in your current mapping file.
+
+Replacing them changes what the placed fixtures send, at once. Replace them?</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
         <source>%n fixture(s) were not imported: other fixtures of their names came into the library meanwhile. Import them again to choose what becomes of them.</source>
         <translation>
             <numerusform>%n fixture was not imported: another fixture of its name came into the library meanwhile. Import it again to choose what becomes of it.</numerusform>

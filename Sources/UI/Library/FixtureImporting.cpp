@@ -2,6 +2,7 @@
 #include "UI/Library/FixtureImporting.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include <QElapsedTimer>
@@ -13,6 +14,7 @@
 #include "Model/DeviceModel.h"
 #include "Model/FixtureNames.h"
 #include "Model/MappedDeviceModel.h"
+#include "Model/MappedLedItem.h"
 #include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/FixtureImport/ImportFixturesDialog.h"
 #include "UI/Library/LibraryList.h"
@@ -65,6 +67,8 @@ void FixtureImporting::Begin()
     if (timer_.isActive())
         return;
     wanted_ = dialog_->Chosen();
+    if (!MayReplace())
+        return wanted_.clear();
     // What changes on the stage comes last: most that is cancelled has not come so far.
     std::stable_partition(wanted_.begin(), wanted_.end(),
                           [](const auto& wanted) { return !wanted.replaces; });
@@ -75,6 +79,23 @@ void FixtureImporting::Begin()
     changedDocument_ = false;
     dialog_->ShowImported(0, static_cast<int>(wanted_.size()));
     timer_.start();
+}
+
+/// Asks when the document uses what would be replaced.
+bool FixtureImporting::MayReplace() const
+{
+    std::set<std::wstring> used;
+    for (const MappedLedItem* element : parts_.manager.GetMappedDeviceModel()->GetAllItems())
+        used.insert(element->GetFixture().product);
+    const auto count = std::ranges::count_if(wanted_, [&used](const auto& wanted) {
+        return wanted.replaces && used.contains(NameInFile(wanted.fixture.product));
+    });
+    return count == 0 ||
+           parts_.boxes.Confirm(
+               dialog_, tr("Replace Used Fixtures"),
+               tr("%n fixture(s) to replace are used in your current mapping file.\n\nReplacing "
+                  "them changes what the placed fixtures send, at once. Replace them?",
+                  nullptr, static_cast<int>(count)));
 }
 
 void FixtureImporting::DoPortion()

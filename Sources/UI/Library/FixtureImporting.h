@@ -54,6 +54,7 @@ private:
     };
 
     void Begin();
+    [[nodiscard]] bool MayReplace() const;
     void DoPortion();
     void TakeSome();
     void Replace(const DeviceLedItem& present, const LEDFixture& fixture);

@@ -198,6 +198,8 @@ TEST_F(Import, WhatIsChosenComesIntoTheLibraryAtOnce)
                       "[x]Maker|[x]Par 1|[x]4ch|dark|[-]Robe|Bar|[x]New|[ ]Tile|Files "
                       "that can't be read|broken.qxf");
             Support::Pick(*dialog.findChild<QComboBox*>("importAnswerAll"_q), imported.answer);
+            if (imported.replaces)
+                person.WillPress("Yes"_q);
             Support::Press(dialog, "Import"_q);
             EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog.isVisible(); }));
         });
@@ -281,16 +283,22 @@ TEST_F(Import, WhatIsCancelledIsTakenBack)
         WaitForFiles(dialog);
         EXPECT_TRUE(dialog.findChild<QLabel*>("importCounts"_q)->text().startsWith("101 of 103"_q));
         Support::Pick(*dialog.findChild<QComboBox*>("importAnswerAll"_q), "Replace the library's");
+        person.WillPress("No"_q);
+        Support::Press(dialog, "Import"_q);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(manager->GetDeviceModel()->GetFixtures().size(), 2);
         // The placed fixture changes last of all.
         const auto watch = QObject::connect(manager.get(), &DeviceManager::elementsRefitted, [&] {
             EXPECT_EQ(manager->GetDeviceModel()->GetFixtures().size(), 103);
             QTest::keyClick(&dialog, Qt::Key_Escape);
         });
+        person.WillPress("Yes"_q);
         Support::Press(dialog, "Import"_q);
         EXPECT_TRUE(QTest::qWaitFor([&] { return !dialog.isVisible(); }));
         QObject::disconnect(watch);
     });
     Drop({Path("y")});
+    EXPECT_EQ(person.seen.back().byDefault, "No"_q);
     EXPECT_EQ(manager->GetDeviceModel()->GetFixtures().size(), 2);
     EXPECT_EQ(manager->GetDeviceModel()->rowCount(), 1) << "of manufacturers";
     EXPECT_EQ(manager->GetMappedItemByRow(0)->GetFixture().pixelMap.GetType(), PixelMapType::RGB);
