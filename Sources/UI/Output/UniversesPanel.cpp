@@ -148,6 +148,8 @@ void UniversesPanel::SayTexts()
     emit table_.headerDataChanged(Qt::Horizontal, 0, UniverseTable::ColumnCount - 1);
     watch_.NoteNodes(); // the rows name the way
     ShowUniverse();
+    if (timer_.isActive())
+        Refresh(); // at once, not at the next look
 }
 
 void UniversesPanel::WatchDocument()
