@@ -5,16 +5,8 @@
 #include <QtTest>
 #include <QtWidgets>
 
-#include "LibTools/W32System.h"
-#include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
-#include "Settings/FixtureLibraryPath.h"
-#include "Support/Literals.h"
-#include "Support/Operator.h"
-#include "Support/TemporaryFolder.h"
-#include "UI/Dialogs/OperatorBoxes.h"
-#include "UI/Library/LEDDeviceListView.h"
-#include "UI/Library/LibraryPanel.h"
+#include "UI/Library/LibraryDesk.h"
 
 namespace {
 
@@ -41,30 +33,15 @@ std::string LibraryXml(const std::string& fixtures)
 }
 
 /// A library of two fixtures, "Tile", which an element uses, and "Bar".
-class Import : public testing::Test
+class Import : public LibraryDesk
 {
 protected:
     Import()
+        : LibraryDesk(LibraryXml(FixtureXml("Tile", "RGB") + FixtureXml("Bar", "RGB")))
     {
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        home.UseAsHome();
-        System::global = std::make_unique<W32System>();
-        (void)GetFixtureLibraryPath(); // which makes its folder
-        Write(GetFixtureLibraryPath(),
-              LibraryXml(FixtureXml("Tile", "RGB") + FixtureXml("Bar", "RGB")));
-        manager = std::make_unique<DeviceManager>(GetFixtureLibraryPath());
-        manager->Initialize();
-        manager->LoadLibrary(GetFixtureLibraryPath());
         MappedObjectParams tile;
         tile.fixtureID = manager->GetLEDFixtureByProduct(L"Tile")->uniqueID;
         manager->AddMappedObject(tile);
-        panel = std::make_unique<LibraryPanel>(LibraryPanel::Parts{*manager, steps, boxes, window});
-        window.setCentralWidget(panel->Contents());
-        list = window.findChild<LEDDeviceListView*>("treeView"_q);
-        panel->FollowLibrary();
-        window.show();
-        QApplication::setActiveWindow(&window);
-        steps.push(new QUndoCommand);
         before = File();
         QObject::connect(manager.get(), &DeviceManager::librarySaved, [this] { ++saves; });
         home.Write("x/par.qxf", QString::fromStdString(Definition).arg(1).toStdString());
@@ -72,28 +49,7 @@ protected:
         home.Write("x/other.wfl", LibraryXml(FixtureXml("Tile", "BGR") + FixtureXml("Bar", "RGB") +
                                              FixtureXml("New", "GRB")));
     }
-    ~Import() override
-    {
-        EXPECT_TRUE(person.IsDone());
-        panel.reset();
-        manager.reset();
-        System::global.reset();
-    }
 
-    static void Write(const QString& path, const std::string& text)
-    {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text.data(), static_cast<qint64>(text.size()));
-    }
-    [[nodiscard]] QString Path(const char* name) const
-    {
-        return QString::fromStdString((home.Path() / name).string());
-    }
-    [[nodiscard]] static std::string File()
-    {
-        return Support::ReadBytes(GetFixtureLibraryPath().toStdString());
-    }
     /// What a file manager lets go of over the list.
     void Drop(const QStringList& paths) const
     {
@@ -156,14 +112,6 @@ protected:
                        : "none";
     }
 
-    Support::TemporaryFolder home;
-    WidgetBoxes boxes;
-    Support::Operator person;
-    QUndoStack steps;
-    QMainWindow window;
-    std::unique_ptr<DeviceManager> manager;
-    std::unique_ptr<LibraryPanel> panel;
-    LEDDeviceListView* list = nullptr;
     std::string before;
     int saves = 0;
 };

@@ -6,16 +6,9 @@
 #include <QtTest>
 #include <QtWidgets>
 
-#include "LibTools/W32System.h"
-#include "Model/DeviceManager.h"
 #include "Model/MappedDeviceModel.h"
-#include "Settings/FixtureLibraryPath.h"
-#include "Support/Literals.h"
-#include "Support/Operator.h"
-#include "Support/TemporaryFolder.h"
-#include "UI/Dialogs/OperatorBoxes.h"
 #include "UI/Library/FixtureConflictBox.h"
-#include "UI/Library/LEDDeviceListView.h"
+#include "UI/Library/LibraryDesk.h"
 
 namespace {
 
@@ -27,34 +20,10 @@ std::unique_ptr<DeviceLedItem> Fixture(const wchar_t* maker, const wchar_t* prod
 }
 
 /// The panel on a new user's library: the fixtures of the program.
-class Library : public testing::Test
+class Library : public LibraryDesk
 {
 protected:
-    Library()
-    {
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        home.UseAsHome();
-        System::global = std::make_unique<W32System>();
-        manager = std::make_unique<DeviceManager>(GetFixtureLibraryPath());
-        manager->Initialize();
-        manager->LoadLibrary(GetFixtureLibraryPath());
-        panel = std::make_unique<LibraryPanel>(LibraryPanel::Parts{*manager, steps, boxes, window});
-        window.setCentralWidget(panel->Contents());
-        list = window.findChild<LEDDeviceListView*>("treeView"_q);
-        erase = window.findChild<QPushButton*>("buttonDeleteFixture"_q);
-        panel->FollowLibrary();
-        list->expandAll();
-        window.show();
-        QApplication::setActiveWindow(&window);
-        steps.push(new QUndoCommand);
-    }
-    ~Library() override
-    {
-        EXPECT_TRUE(person.IsDone());
-        panel.reset();
-        manager.reset();
-        System::global.reset();
-    }
+    Library() { list->expandAll(); }
 
     [[nodiscard]] QModelIndexList RowsOf(const char* product) const
     {
@@ -70,10 +39,6 @@ protected:
         QTest::mouseClick(erase, Qt::LeftButton);
         QCoreApplication::processEvents(); // what the library reports comes behind it
     }
-    [[nodiscard]] std::string File() const
-    {
-        return Support::ReadBytes(GetFixtureLibraryPath().toStdString());
-    }
     /// The manufacturers with their fixtures, as they show; the selected ones in brackets.
     [[nodiscard]] std::string Shown() const
     {
@@ -88,16 +53,13 @@ protected:
     /// Another program has written the file, and it is loaded again.
     void Load(const std::string& text)
     {
-        QFile file(GetFixtureLibraryPath());
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(text.data(), static_cast<qint64>(text.size()));
-        file.close();
+        Write(GetFixtureLibraryPath(), text);
         manager->LoadLibrary(GetFixtureLibraryPath());
         panel->FollowLibrary();
     }
     void Import(const char* file, const char* answer)
     {
-        person.WillChoose(QString::fromStdString((home.Path() / file).string()));
+        person.WillChoose(Path(file));
         person.WillPress(QLatin1String(answer));
         window.findChild<QAction*>("actionImport_fixtures"_q)->trigger();
     }
@@ -107,15 +69,7 @@ protected:
     const std::string Tile = R"(<LEDFixture manufacturer="Robe" product="Tile" channel_count="3">
 <PixelMapping width="1" height="1" type="RGB">1</PixelMapping></LEDFixture></LEDFixtureLibrary>)";
 
-    Support::TemporaryFolder home;
-    WidgetBoxes boxes;
-    Support::Operator person;
-    QUndoStack steps;
-    QMainWindow window;
-    std::unique_ptr<DeviceManager> manager;
-    std::unique_ptr<LibraryPanel> panel;
-    LEDDeviceListView* list = nullptr;
-    QPushButton* erase = nullptr;
+    QPushButton* erase = window.findChild<QPushButton*>("buttonDeleteFixture"_q);
 };
 
 /// The panel on a library that was written by hand, with an element of "Bar".
@@ -271,7 +225,7 @@ TEST_F(Library, SelectedFixturesAreExportedToALibraryOfTheirOwn)
     const std::string lamp = R"(" channel_count="3"><PixelMapping width="2" height="1" type="L">
 3 1</PixelMapping><StaticChannel channel="2" value="9"/></LEDFixture>)";
     Load(Head + maker + "Beam" + lamp + maker + "Arc" + lamp + Tile);
-    ASSERT_TRUE(QDir().mkdir(QString::fromStdString((home.Path() / "folder.1.wfl").string())));
+    ASSERT_TRUE(QDir().mkdir(Path("folder.1.wfl")));
     home.Write("old<b>.1.wfl", "old");
     const std::string own = manager->GetLibraryPath().toStdString();
     struct Case
@@ -306,7 +260,7 @@ TEST_F(Library, SelectedFixturesAreExportedToALibraryOfTheirOwn)
         for (const char* row : exported.selected)
             list->selectionModel()->select(RowsOf(row).front(),
                                            QItemSelectionModel::Select | QItemSelectionModel::Rows);
-        person.WillChoose(QString::fromStdString((home.Path() / exported.name).string()));
+        person.WillChoose(Path(exported.name));
         for (const char* answer : exported.answers)
             person.WillPress(QLatin1String(answer));
         ASSERT_EQ(list->actions().size(), 1) << "in its context menu";
