@@ -7,8 +7,12 @@
 #include <QStringList>
 
 #include "Language/Language.h"
+#include "Model/DeviceManager.h"
+#include "Model/UnsavedWork.h"
+#include "UI/Main/DocumentLife.h"
 
-SaveTroubleLabel::SaveTroubleLabel()
+SaveTroubleLabel::SaveTroubleLabel(const DocumentLife& document, const DeviceManager& manager,
+                                   const UnsavedWork& unsavedWork)
 {
     setObjectName(QStringLiteral("saveTroubleLabel"));
     setTextFormat(Qt::PlainText);
@@ -16,6 +20,16 @@ SaveTroubleLabel::SaveTroubleLabel()
         setAccessibleName(tr("What is not saved"));
         Show();
     });
+    connect(&document, &DocumentLife::saveTrouble, this, &SaveTroubleLabel::ShowMappingTrouble);
+    // An undo may come back to what is in the file.
+    connect(&manager, &DeviceManager::signalDocumentSavedState, this, [this](bool saved) {
+        if (saved)
+            ShowMappingTrouble({});
+    });
+    connect(&unsavedWork, &UnsavedWork::troubleChanged, this, &SaveTroubleLabel::ShowCopyTrouble);
+    connect(&manager, &DeviceManager::librarySaved, this, [this] { ShowLibraryTrouble({}); });
+    connect(&manager, &DeviceManager::librarySaveFailed, this,
+            [this](const QString&, const QString& reason) { ShowLibraryTrouble(reason); });
 }
 
 void SaveTroubleLabel::ShowMappingTrouble(const QString& reason)

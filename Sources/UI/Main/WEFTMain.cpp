@@ -355,24 +355,10 @@ void WEFTMain::WireDocument()
 
 void WEFTMain::WireSaveTrouble()
 {
-    auto* line = new SaveTroubleLabel;
-    statusBar()->addPermanentWidget(line);
-    connect(document_.get(), &DocumentLife::saveTrouble, line,
-            &SaveTroubleLabel::ShowMappingTrouble);
-    // An undo may come back to what is in the file.
-    connect(deviceManager_.get(), &DeviceManager::signalDocumentSavedState, line,
-            [line](bool saved) {
-                if (saved)
-                    line->ShowMappingTrouble({});
-            });
-    connect(unsavedWork_.get(), &UnsavedWork::troubleChanged, line,
-            &SaveTroubleLabel::ShowCopyTrouble);
+    statusBar()->addPermanentWidget(
+        new SaveTroubleLabel(*document_, *deviceManager_, *unsavedWork_));
     connect(unsavedWork_.get(), &UnsavedWork::troubleChanged, document_.get(),
             &DocumentLife::TellCopyTrouble);
-    connect(deviceManager_.get(), &DeviceManager::librarySaved, line,
-            [line] { line->ShowLibraryTrouble({}); });
-    connect(deviceManager_.get(), &DeviceManager::librarySaveFailed, line,
-            [line](const QString&, const QString& reason) { line->ShowLibraryTrouble(reason); });
 }
 
 void WEFTMain::WireHost()
