@@ -92,8 +92,8 @@ int main(int argc, char** argv)
     const Globals globals;
     Zen::DebugVariables::Global()->Set("artnetdebug", command.debugArtNet);
 
-    // Where a desktop asks for 200 percent by its dots per inch, lengths in pixels grow too.
     QGuiApplication::setDesktopFileName(QStringLiteral("pixelweft"));
+    // Where a desktop asks for 200 percent by its dots per inch, lengths in pixels grow too.
     Qt5And6::FollowScaleOfScreen();
     PixelWeftApp application(argc, argv);
     bool ended = false;
