@@ -55,7 +55,7 @@ if ! kill -0 "$program" 2>/dev/null; then
     exit "$status"
 fi
 mkdir -p "$(dirname "$picture")"
-import -window root "$picture" || {
+maim --quiet --hidecursor --format png "$picture" || {
     echo "The picture could not be taken." >&2
     exit 1
 }

@@ -39,7 +39,7 @@ UNMARKED = re.compile(r"\b(?:set(?:Text|ToolTip|Title|WindowTitle|AccessibleName
 
 def lupdate(files, *options):
     """Brings these files up to date, with the texts of the sources."""
-    tool = next((path for path in (Path("/usr/lib/qt5/bin/lupdate"), Path("/usr/lib/qt6/bin/lupdate"))
+    tool = next((path for path in (Path("/usr/lib/qt6/bin/lupdate"), Path("/usr/lib/qt5/bin/lupdate"))
                  if path.exists()), None) or shutil.which("lupdate") or sys.exit("languages.py: there is no lupdate")
     for file in files:
         plural = ["-pluralonly"] if file.stem.endswith("_en") else []
