@@ -11,7 +11,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <regex>
+#include <sstream>
+#include <string>
 
 namespace {
 
@@ -20,7 +21,10 @@ using Document = XmlText::Document;
 /// The text of a document in one line, with single quotes: the layout is judged with whole files.
 std::string OneLine(const Document& document)
 {
-    std::string text = std::regex_replace(XmlText::Print(document), std::regex("\n *"), "");
+    std::istringstream lines(XmlText::Print(document));
+    std::string text;
+    for (std::string line; std::getline(lines >> std::ws, line);)
+        text += line;
     std::ranges::replace(text, '"', '\'');
     return text;
 }

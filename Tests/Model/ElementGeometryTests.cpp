@@ -8,7 +8,7 @@
 
 #include <QTransform>
 
-using namespace ElementGeometry;
+namespace ElementGeometry {
 
 namespace {
 
@@ -194,3 +194,5 @@ TEST(ElementGeometry, DistributedElementsHaveEqualGaps)
     EXPECT_EQ(Distributed(pair, DistributeHorizontally), (std::vector<QPointF>{{10, 0}, {90, 0}}));
     EXPECT_EQ(Distributed({pair.data(), 1}, DistributeVertically), (std::vector<QPointF>{{10, 0}}));
 }
+
+} // namespace ElementGeometry

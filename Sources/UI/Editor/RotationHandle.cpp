@@ -9,14 +9,14 @@
 
 namespace {
 
-struct Look
+struct HandleLook
 {
     double screenSize;
     double gap; ///< in scene pixels, so that it grows with the zoom
 };
 
-constexpr Look ElementLook{8, 1.5};
-constexpr Look GroupLook{12, 2};
+constexpr HandleLook ElementLook{8, 1.5};
+constexpr HandleLook GroupLook{12, 2};
 /// Zoomed out, the handle still keeps a distance from the edge of this many screen pixels.
 constexpr double LeastDistance = 4;
 constexpr double PenWidth = 2;
@@ -27,7 +27,7 @@ namespace RotationHandle {
 
 QRectF Rect(Kind kind, QSizeF size, double pixel)
 {
-    const Look& look = kind == OfElement ? ElementLook : GroupLook;
+    const HandleLook& look = kind == OfElement ? ElementLook : GroupLook;
     const double side = look.screenSize * pixel;
     const double gap = std::max(look.gap, side / 2 + LeastDistance * pixel);
     return {-side / 2, -size.height() / 2 - gap - side / 2, side, side};

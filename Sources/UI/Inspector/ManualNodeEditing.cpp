@@ -18,7 +18,7 @@
 
 namespace {
 
-struct Words
+struct AddressWords
 {
     Q_DECLARE_TR_FUNCTIONS(ManualNodeEditing)
 };
@@ -89,10 +89,10 @@ QString ManualNodeEditing::ObjectionTo(const QString& address, const QString& ow
     if (address == own)
         return {};
     if (address == parts_.list.GetNetwork() || address == AllOpen)
-        return Words::tr("%1 is for all nodes of the network, not for one").arg(address);
+        return AddressWords::tr("%1 is for all nodes of the network, not for one").arg(address);
     // One that the document names and the list doesn't show may become a manual one.
     if (parts_.list.Offers(address) || parts_.nodes.GetLiveNodes().contains(address))
-        return Words::tr("%1 is in the list already: %2")
+        return AddressWords::tr("%1 is in the list already: %2")
             .arg(address, parts_.nodes.GetNodeName(address));
     return {};
 }
