@@ -21,7 +21,7 @@ endif()
 # ccache speeds up the second build of anything; with precompiled headers it needs these options.
 find_program(PIXELWEFT_CCACHE ccache)
 if(PIXELWEFT_CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_DEPEND=1
         CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
         ${PIXELWEFT_CCACHE})
 endif()

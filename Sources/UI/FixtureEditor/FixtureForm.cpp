@@ -125,9 +125,10 @@ QGroupBox* FixtureForm::MakePixelMap()
     cellInfo = new QLabel;
     cellInfo->setObjectName(QStringLiteral("cellInfo"));
     cellInfo->setTextFormat(Qt::PlainText);
-    // Neither a long line nor none moves anything.
+    // Neither a long line nor none moves anything. Qt 6 may round the height of a line up once it
+    // is drawn.
     cellInfo->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    cellInfo->setFixedHeight(cellInfo->fontMetrics().height());
+    cellInfo->setFixedHeight(cellInfo->fontMetrics().height() + 1);
     column->addWidget(cellInfo);
     connect(pixelMapWidget, &ZenPixelMap::cellInfoChanged, cellInfo, [this](const QString& words) {
         cellInfo->setText(words);
