@@ -23,6 +23,8 @@ else
     mapfile -t sources < <(git ls-files --cached --others --exclude-standard -- 'Sources/*.cpp' 'Tools/*.cpp')
     mapfile -t files < <(sed -n 's,^ *"file": "\(.*/'$tree'/\(Sources\|Tools\)/.*/Unity/.*\)"\,\?$,\1,p' \
         $tree/compile_commands.json)
+    # What moc would make of our headers is not ours to judge.
+    grep -ho "\"$PWD/$tree/.*/moc_.*\.cpp\"" "${files[@]}" | xargs -r touch
     # What stands in no batch is read by itself.
     for source in "${sources[@]}"; do
         cat /dev/null "${files[@]}" | grep -qF "\"$PWD/$source\"" || files+=("$source")

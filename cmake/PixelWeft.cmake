@@ -18,7 +18,7 @@ else()
     message(FATAL_ERROR "PIXELWEFT_QT is 5 or 6, not '${PIXELWEFT_QT}'")
 endif()
 
-# ccache speeds up the second build of anything; with precompiled headers it needs these options.
+# ccache speeds up the second build of anything and slows down the first; with precompiled headers it needs these options.
 find_program(PIXELWEFT_CCACHE ccache)
 if(PIXELWEFT_CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_DEPEND=1
@@ -79,16 +79,16 @@ function(pixelweft_room name)
     file(APPEND ${PIXELWEFT_ROOMS} "${name} ${folder}|${arg_PUBLIC}|${arg_PRIVATE}\n")
 endfunction()
 
-# pixelweft_library(Name [QT] [MOC] SOURCES ... [PUBLIC ...] [PRIVATE ...])
-#   One folder under Sources/ is one static library. PUBLIC are the rooms that its headers show,
-#   PRIVATE what only its sources use; each room that it includes is named in one of the two. QT
-#   turns on the Qt precompiled header, and MOC moc, for a room with Q_OBJECT.
+# pixelweft_library(Name [QT] SOURCES ... [MOC ...] [PUBLIC ...] [PRIVATE ...])
+#   One folder under Sources/ is one static library. MOC are its headers with Q_OBJECT, PUBLIC the
+#   rooms that its headers show, PRIVATE what only its sources use; each room that it includes is
+#   named in one of the two. QT turns on the Qt precompiled header.
 function(pixelweft_library name)
-    cmake_parse_arguments(arg "QT;MOC" "" "SOURCES;PUBLIC;PRIVATE" ${ARGN})
+    cmake_parse_arguments(arg "QT" "" "SOURCES;MOC;PUBLIC;PRIVATE" ${ARGN})
     add_library(${name} STATIC ${arg_SOURCES})
     pixelweft_room(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
     if(arg_MOC)
-        set_target_properties(${name} PROPERTIES AUTOMOC ON)
+        pixelweft_moc(${name} ${arg_MOC})
     endif()
     if(arg_QT)
         target_compile_definitions(${name} PUBLIC QT_NO_CAST_FROM_ASCII QT_NO_FOREACH)
@@ -96,27 +96,20 @@ function(pixelweft_library name)
     endif()
 endfunction()
 
-# Qt's headers cost most of the compile time of a file that uses them: they are read once for all targets. A target may
-# use the result when what was defined for it is defined for the target, too; so that is no more than all of them have,
-# although it holds the headers of all of Qt Widgets.
+# Qt's headers cost most of the compile time of a source that uses them: they are read once for all targets.
 function(pixelweft_precompile_qt name)
     if(CMAKE_DISABLE_PRECOMPILE_HEADERS)
         return()
     endif()
-    if(NOT TARGET QtHeaders)
-        set(empty ${CMAKE_BINARY_DIR}/QtHeaders.cpp)
-        file(CONFIGURE OUTPUT ${empty} CONTENT "")
-        add_library(QtHeaders OBJECT ${empty})
-        target_link_libraries(QtHeaders PRIVATE PixelWeftOptions Qt::Core)
-        target_include_directories(QtHeaders SYSTEM PRIVATE
-            $<TARGET_PROPERTY:Qt${PIXELWEFT_QT}::Widgets,INTERFACE_INCLUDE_DIRECTORIES>
-            $<TARGET_PROPERTY:Qt${PIXELWEFT_QT}::Gui,INTERFACE_INCLUDE_DIRECTORIES>)
-        target_compile_definitions(QtHeaders PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_FOREACH)
-        target_precompile_headers(QtHeaders PRIVATE <QtWidgets>
-            <algorithm> <array> <functional> <map> <memory> <optional> <span> <string> <unordered_map> <vector>)
-    endif()
     target_precompile_headers(${name} REUSE_FROM QtHeaders)
     target_compile_options(${name} PRIVATE -Winvalid-pch)
+endfunction()
+
+# The headers with Q_OBJECT by name: what moc makes of them is compiled with the sources and costs next to nothing, where
+# AUTOMOC would make one more compilation, and a search through all sources, for each target.
+function(pixelweft_moc name)
+    qt_wrap_cpp(sources ${ARGN})
+    target_sources(${name} PRIVATE ${sources})
 endfunction()
 
 # What ThreadSanitizer has to see: the test programs with the label `threads`. The program has five kinds of threads:
