@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: MIT
 # demo.sh [--seconds N]: PixelWeft with a demonstration document on a private stage network, and in this
 # terminal the universes that arrive at the nodes on the other end of the cable. Nothing leaves the
-# machine and nothing of the user's own settings is read or changed. Ctrl-C or closing the window ends it.
+# machine and nothing of the user's own settings is read or changed. Ctrl-C or closing the window ends it. Where the
+# output is no terminal, the nodes answer and nothing is drawn.
 set -u
 here=$(cd "$(dirname "$0")/.." && pwd)
 program=$here/build/release/PixelWeft
@@ -10,25 +11,26 @@ rig=$here/build/release/rig
 picture=$here/build/PixelWeft-demo.png
 
 inside() { # inside WORK SECONDS: on the stage, host desk
-    local work=$1 seconds=$2 start=("$program")
+    local work=$1 seconds=$2 start=("$program") nodes=answer
+    [ ! -t 1 ] || nodes=watch
     # A display by TCP is on the other side of the network namespace; a socket in the file system is not.
     if [ -z "${WAYLAND_DISPLAY:-}" ] && [[ ${DISPLAY:-} != :* ]]; then
         # A node is listed with the second poll, up to six seconds after the network.
         start=(env PICTURE_STAY=1 PICTURE_AFTER="${PICTURE_AFTER:-9}" TMPDIR="$work"
             "$here/Tools/headless.sh" "$picture" "$program")
     fi
-    "$STAGE_NET" rig "$rig" watch -a 2.0.0.10 2.0.0.11 -u 0-3 --stride 4 --name "Demo node" \
+    "$STAGE_NET" rig "$rig" $nodes -a 2.0.0.10 2.0.0.11 -u 0-3 --stride 4 --name "Demo node" \
         --seconds "$seconds" &
-    local watch=$!
+    local rig_process=$!
     "${start[@]}" >"$work/program.log" 2>&1 &
     local started=$!
-    while kill -0 $watch 2>/dev/null && kill -0 $started 2>/dev/null && [ ! -e "$work/stop" ]; do
+    while kill -0 $rig_process 2>/dev/null && kill -0 $started 2>/dev/null && [ ! -e "$work/stop" ]; do
         sleep 0.2
     done
     local early=''
-    if kill -0 $watch 2>/dev/null && [ ! -e "$work/stop" ]; then early=1; fi
-    kill -TERM $started $watch 2>/dev/null
-    wait $watch
+    if kill -0 $rig_process 2>/dev/null && [ ! -e "$work/stop" ]; then early=1; fi
+    kill -TERM $started $rig_process 2>/dev/null
+    wait $rig_process
     wait $started
     local status=$?
     # A program that was still running was ended by us, and that is well.
@@ -57,7 +59,7 @@ done
 }
 
 work=$(mktemp -d)
-trap 'rm -rf "$work"; printf "\033[0m\033[?25h"' EXIT
+trap 'rm -rf "$work"; [ ! -t 1 ] || printf "\033[0m\033[?25h"' EXIT
 export XDG_CONFIG_HOME=$work/config XDG_DATA_HOME=$work/data
 mkdir -p "$XDG_CONFIG_HOME/Zentri" "$XDG_DATA_HOME/LoomTap2/PixelWeft"
 printf '[General]\nnetwork=2.X.X.X\n' >"$XDG_CONFIG_HOME/Zentri/PixelWeft3.conf"
