@@ -142,7 +142,7 @@ QHeaderView::section { background: @bar; color: @barText; border: none;
     border-right: 1px solid @barLine; padding: 3px 6px; }
 
 QPushButton { background: @button; color: @buttonText; border: 2px solid @button;
-    border-radius: 4px; padding: 3px 12px; min-height: 16px; }
+    border-radius: 4px; padding: 3px 12px; }
 QPushButton:hover { background: @buttonHover; border-color: @buttonHover; }
 QPushButton:pressed { background: @buttonChosen; }
 QPushButton:default { background: @buttonChosen; border-color: @buttonChosen; }
