@@ -131,14 +131,16 @@ QByteArray DeviceManager::ReadLibraryFile() const
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-bool DeviceManager::WriteLibraryFile(const QByteArray& bytes)
+bool DeviceManager::WriteLibraryFile(const QByteArray& bytes, const DiskWait& wait)
 {
-    return TellSaved(WriteWholeFile(libraryPath.toStdWString(), bytes.toStdString()));
+    return TellSaved(DoOnDisk(wait, [this, &bytes] {
+        return WriteWholeFile(libraryPath.toStdWString(), bytes.toStdString());
+    }));
 }
 
-bool DeviceManager::ReplaceLibrary(const QByteArray& bytes)
+bool DeviceManager::ReplaceLibrary(const QByteArray& bytes, const DiskWait& wait)
 {
-    if (!WriteLibraryFile(bytes))
+    if (!WriteLibraryFile(bytes, wait))
         return false;
     librarySaved_ = true;
     libraryRead_ = LibraryRead::Whole;

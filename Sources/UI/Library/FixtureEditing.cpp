@@ -81,7 +81,7 @@ public:
             before_ = parts_.manager.ReadLibraryFile();
         FindAgain();
         const bool renamed = Change(wanted);
-        const bool saved = parts_.manager.SaveLibrary();
+        const bool saved = parts_.manager.SaveLibrary(parts_.wait);
         saved_ = parts_.manager.ReadLibraryFile();
         Show(renamed, saved);
     }
@@ -136,9 +136,9 @@ private:
         if (now == *before_)
             return;
         if (now == saved_ && !before_->isNull())
-            parts_.manager.WriteLibraryFile(*before_);
+            parts_.manager.WriteLibraryFile(*before_, parts_.wait);
         else // Another program's, or none.
-            parts_.manager.SaveLibrary();
+            parts_.manager.SaveLibrary(parts_.wait);
     }
 
     const FixtureEditing::Parts& parts_;
@@ -150,8 +150,8 @@ private:
 
 } // namespace
 
-FixtureEditing::FixtureEditing(const Parts& parts)
-    : parts_(parts)
+FixtureEditing::FixtureEditing(Parts parts)
+    : parts_(std::move(parts))
 {}
 
 void FixtureEditing::MakeFixture()
@@ -174,7 +174,7 @@ void FixtureEditing::MakeFixture()
         return;
     }
     manager.SetDocumentDirty(true);
-    parts_.list.FollowChange(manager.SaveLibrary());
+    parts_.list.FollowChange(manager.SaveLibrary(parts_.wait));
     parts_.list.ShowFixture(fixture.product);
 }
 

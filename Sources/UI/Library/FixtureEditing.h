@@ -3,6 +3,8 @@
 
 #include <QObject>
 
+#include "LibTools/DiskWork.h"
+
 class DeviceManager;
 class LibraryList;
 class OperatorBoxes;
@@ -26,9 +28,10 @@ public:
         OperatorBoxes& boxes;
         LibraryList& list; ///< follows, with the fixture selected
         QWidget& window;   ///< the parent of the dialogs
+        DiskWait wait;     ///< keeps the output going while a save waits for the disk
     };
     /// All parts outlive this object.
-    explicit FixtureEditing(const Parts& parts);
+    explicit FixtureEditing(Parts parts);
 
     /// Asks for the size and then for the rest.
     void MakeFixture();

@@ -28,7 +28,7 @@ LibraryPanel::LibraryPanel(const Parts& parts)
     , actions_(parts.window)
     , contents_(new QWidget)
     , list_(new LibraryList(parts.manager))
-    , editing_({parts.manager, parts.undoStack, parts.boxes, *list_, parts.window})
+    , editing_({parts.manager, parts.undoStack, parts.boxes, *list_, parts.window, parts.wait})
     , importing_({parts.manager, parts.undoStack, parts.boxes, *list_, parts.window, parts.wait})
     , export_({parts.manager, parts.boxes, list_->View(), parts.window, parts.wait})
 {
@@ -210,7 +210,7 @@ void LibraryPanel::ActionConfirmDeleteFixtureDialog()
     view.clearSelection();
     view.update();
     ZEN_LOG_INFO("Writing to WFL file...");
-    list_->FollowChange(parts_.manager.SaveLibrary());
+    list_->FollowChange(parts_.manager.SaveLibrary(parts_.wait));
     parts_.undoStack.clear();
     parts_.manager.SetDocumentDirty(true);
 }
@@ -253,7 +253,7 @@ void LibraryPanel::ImportLibrary(const QString& file)
 
 void LibraryPanel::RestoreBuiltInFixtures()
 {
-    if (!parts_.manager.ReplaceLibrary(BuiltInLibrary()))
+    if (!parts_.manager.ReplaceLibrary(BuiltInLibrary(), parts_.wait))
         return;
     parts_.undoStack.clear();
     list_->FollowLibrary();

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -34,7 +35,11 @@ protected:
         manager = std::make_unique<DeviceManager>(path);
         manager->Initialize();
         manager->LoadLibrary(path);
-        panel = std::make_unique<LibraryPanel>(LibraryPanel::Parts{*manager, steps, boxes, window});
+        // What the operator changes must not keep the output waiting for a slow disk.
+        QObject::connect(manager.get(), &DeviceManager::librarySaved,
+                         [this] { EXPECT_TRUE(std::exchange(outputGoesOn, false)); });
+        panel = std::make_unique<LibraryPanel>(
+            LibraryPanel::Parts{*manager, steps, boxes, window, wait});
         window.setCentralWidget(panel->Contents());
         list = window.findChild<LEDDeviceListView*>("treeView"_q);
         panel->FollowLibrary();
@@ -72,6 +77,11 @@ protected:
     Support::Operator person;
     QUndoStack steps;
     QMainWindow window;
+    bool outputGoesOn = false; ///< while the library is saved
+    const DiskWait wait = [this](const std::future<SaveResult>& done) {
+        outputGoesOn = true;
+        done.wait();
+    };
     std::unique_ptr<DeviceManager> manager;
     std::unique_ptr<LibraryPanel> panel;
     LEDDeviceListView* list = nullptr;

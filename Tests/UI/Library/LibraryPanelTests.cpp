@@ -553,7 +553,7 @@ TEST_F(FixtureEditor, ASaveThatFailsLosesNothing)
     EXPECT_TRUE(person.seen.back().text.contains(manager->GetLibraryPath()));
     EXPECT_EQ(Shown(), "Anolis|A Bar|Robe");
     EXPECT_FALSE(erase->isEnabled()) << "nothing is selected for the next one";
-    ASSERT_TRUE(QDir().rmdir(manager->GetLibraryPath()) && manager->SaveLibrary());
+    ASSERT_TRUE(QDir().rmdir(manager->GetLibraryPath()) && manager->SaveLibrary(wait));
     EXPECT_EQ(Fixtures(), "Anolis A Bar 4/2c");
 }
 
