@@ -112,10 +112,11 @@ function(pixelweft_moc name)
     target_sources(${name} PRIVATE ${sources})
 endfunction()
 
-# What ThreadSanitizer has to see: the test programs with the label `threads`. The program has five kinds of threads:
-# log, sockets, unsaved work and saved versions, which are each in one of these, and one that writes a patch from a copy of
-# its own. So the label is not on UIMainTests, which would need the whole window and exceptions for Qt; on ModelTests,
-# whose one thread is the test's and only writes a file; nor on SaveSafetyTests, which starts a process and no thread.
+# What ThreadSanitizer has to see: the test programs with the label `threads`. The program has seven kinds of threads:
+# log, sockets, saves, unsaved work and saved versions, which are each in one of these, one that writes a patch from a copy
+# of its own, and one that reads fixtures to import into results of its own. So the label is not on UIMainTests and
+# UILibraryTests, which would need the whole window and exceptions for Qt; on ModelTests, whose one thread is the test's and
+# only writes a file; nor on SaveSafetyTests, which starts a process and no thread.
 add_custom_target(ThreadTests)
 
 # pixelweft_test_program(Name [QT] SOURCES ... LINK ...)

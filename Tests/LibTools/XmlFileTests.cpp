@@ -39,7 +39,13 @@ TEST(XmlFile, ASaveTakesThePlaceOfTheOldFileAndOfOldLeftoversOnly)
     fs::last_write_time(going, longAgo + std::chrono::minutes(5));
     XmlText::Document document;
     XmlText::AddElement(document, "A");
-    ASSERT_TRUE(WriteXmlFile(link.wstring(), document));
+    int waits = 0; // the output goes on
+    const DiskWait wait = [&waits](const std::future<SaveResult>& done) {
+        done.wait();
+        ++waits;
+    };
+    ASSERT_TRUE(WriteXmlFile(link.wstring(), document, wait));
+    EXPECT_EQ(waits, 1);
     EXPECT_TRUE(fs::is_symlink(link));
     EXPECT_EQ(Support::ReadBytes(path).size(), 14U);
     EXPECT_EQ(fs::status(path).permissions(), fs::perms(0640));
@@ -47,7 +53,7 @@ TEST(XmlFile, ASaveTakesThePlaceOfTheOldFileAndOfOldLeftoversOnly)
     fs::create_directory(folder.Path() / "directory.wfm");
     for (const fs::path& bad : {path / "a.wfm", folder.Path() / "directory.wfm", fs::path()}) {
         const Support::LogCapture log;
-        EXPECT_FALSE(WriteXmlFile(bad.wstring(), document)) << bad;
+        EXPECT_FALSE(WriteXmlFile(bad.wstring(), document, wait)) << bad;
         EXPECT_EQ(log.Messages().size(), 1U) << bad;
     }
     names.merge(

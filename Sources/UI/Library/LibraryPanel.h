@@ -31,8 +31,8 @@ public:
         DeviceManager& manager;
         QUndoStack& undoStack; ///< forgets its steps when a fixture goes or is replaced
         OperatorBoxes& boxes;
-        QWidget& window;    ///< owns the action, and is the parent of boxes and dialogs
-        DiskWait wait = {}; ///< keeps the output going while a save waits for the disk
+        QWidget& window; ///< owns the action, and is the parent of boxes and dialogs
+        DiskWait wait;   ///< keeps the output going while a save waits for the disk
     };
     /// All parts outlive the panel.
     explicit LibraryPanel(const Parts& parts);
