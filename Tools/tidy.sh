@@ -24,7 +24,7 @@ else
     mapfile -t files < <(sed -n 's,^ *"file": "\(.*/'$tree'/\(Sources\|Tools\)/.*/Unity/.*\)"\,\?$,\1,p' \
         $tree/compile_commands.json)
     # What moc would make of our headers is not ours to judge.
-    grep -ho "\"$PWD/$tree/.*/moc_.*\.cpp\"" "${files[@]}" | xargs -r touch
+    grep -ho "\"$PWD/$tree/.*/moc_.*\.cpp\"" /dev/null "${files[@]}" | xargs -r touch
     # What stands in no batch is read by itself.
     for source in "${sources[@]}"; do
         cat /dev/null "${files[@]}" | grep -qF "\"$PWD/$source\"" || files+=("$source")
