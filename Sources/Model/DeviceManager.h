@@ -67,12 +67,12 @@ public:
     /// The user's file as it is; null when there is none.
     [[nodiscard]] QByteArray ReadLibraryFile() const;
     /// Puts such bytes back, and tells of a failure as SaveLibrary does.
-    bool WriteLibraryFile(const QByteArray& bytes, const DiskWait& wait = {});
+    bool WriteLibraryFile(const QByteArray& bytes, const DiskWait& wait);
     /// Puts a library of these bytes in the place of the user's file and loads it. The document
     /// stays as it is: fixtures that its elements use are in the library as the elements have them,
     /// as if the document had come after it. False, with nothing changed, when the file could not
     /// be written, which is told as SaveLibrary does.
-    bool ReplaceLibrary(const QByteArray& bytes, const DiskWait& wait = {});
+    bool ReplaceLibrary(const QByteArray& bytes, const DiskWait& wait);
     [[nodiscard]] const QString& GetLibraryPath() const { return libraryPath; }
     /// False after a save that failed: the library in memory has more than its file then.
     [[nodiscard]] bool IsLibrarySaved() const { return librarySaved_; }
